@@ -1,0 +1,82 @@
+#include <zelvan/pick/detail/point_array.h>
+#include <zelvan/pick/pick_polyline.h>
+
+#include <new>
+
+namespace {
+
+// One point has no segment.
+unsigned int usable(unsigned int n) { return n < 2 ? 0 : n; }
+
+// The test of a point against the box of one segment, inflated by the tolerance.
+bool box_holds(const DblPt& a, const DblPt& b, const DblPt& p, double tol) {
+  return std::max(a.x, b.x) + tol >= p.x && p.x >= std::min(a.x, b.x) - tol &&
+         std::max(a.y, b.y) + tol >= p.y && p.y >= std::min(a.y, b.y) - tol;
+}
+
+}  // namespace
+
+CPickPolyline::CPickPolyline() : n_points(0), points(nullptr) {}
+
+CPickPolyline::CPickPolyline(unsigned int n)
+    : n_points(usable(n)), points(zelvan::make_points(n_points)) {
+  if (points == nullptr) n_points = 0;
+}
+
+CPickPolyline::CPickPolyline(unsigned int n, double* xs, double* ys)
+    : n_points(usable(n)), points(zelvan::make_points(n_points, xs, ys)) {
+  if (points == nullptr) n_points = 0;
+}
+
+CPickPolyline::CPickPolyline(unsigned int n, DblPt* pts)
+    : n_points(usable(n)), points(zelvan::copy_points(n_points, pts)) {
+  if (points == nullptr) n_points = 0;
+}
+
+CPickPolyline::CPickPolyline(const CPickPolyline& other)
+    : CPickRegion(other),
+      n_points(other.n_points),
+      points(zelvan::copy_points(n_points, other.points)) {
+  if (points == nullptr) n_points = 0;
+}
+
+CPickPolyline& CPickPolyline::operator=(const CPickPolyline& other) {
+  if (this == &other) return *this;
+  DblPt* copy = zelvan::copy_points(other.n_points, other.points);
+  std::free(points);
+  points = copy;
+  n_points = copy != nullptr ? other.n_points : 0;
+  return *this;
+}
+
+CPickPolyline::~CPickPolyline() { std::free(points); }
+
+void CPickPolyline::set(int i, double x, double y) { points[i].set(x, y); }
+
+DblPt* CPickPolyline::start() { return points; }
+
+DblPt* CPickPolyline::end() { return points + n_points; }
+
+bool CPickPolyline::isInside(DblPt& p, double tol) {
+  for (unsigned int i = 1; i < n_points; ++i) {
+    if (box_holds(points[i - 1], points[i], p, tol)) return true;
+  }
+  return false;
+}
+
+bool CPickPolyline::isInside(double x, double y, double tol) {
+  DblPt p(x, y);
+  return isInside(p, tol);
+}
+
+CPickRegion* CPickPolyline::xfm(Mtx2D& matrix) {
+  if (points == nullptr || n_points == 0) return nullptr;
+  auto* copy = new (std::nothrow) CPickPolyline(*this);
+  if (copy == nullptr) return nullptr;
+  if (copy->points == nullptr) {
+    delete copy;
+    return nullptr;
+  }
+  zelvan::map_points(matrix, copy->n_points, copy->points);
+  return copy;
+}

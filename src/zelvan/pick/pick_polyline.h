@@ -1,0 +1,54 @@
+/// The open chain of segments as a pick region.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/pick/pick_region.h>
+
+/// An open polyline: `n_points` - 1 segments, none from the last point to the first.
+///
+/// It owns its points, a block of `malloc`. An array constructor given fewer than 2 points
+/// makes an empty region: no points, no array, nothing ever inside. So does a heap that
+/// refuses in any constructor or in an assignment; no exception leaves either.
+class ZELVAN_API CPickPolyline : public CPickRegion {
+ public:
+  /// `n` points at (0.0, 0.0), to be filled with `set`.
+  explicit CPickPolyline(unsigned int n);
+
+  /// Point i is (xs[i], ys[i]), i from 0 to n - 1.
+  CPickPolyline(unsigned int n, double* xs, double* ys);
+
+  /// Copies the `n` points of `pts`.
+  CPickPolyline(unsigned int n, DblPt* pts);
+
+  CPickPolyline(const CPickPolyline&);
+  CPickPolyline& operator=(const CPickPolyline&);
+  ~CPickPolyline() override;
+
+  /// Replaces point `i`. Requires: 0 <= i < number of points.
+  void set(int i, double x, double y);
+
+  /// The first point, and one past the last; both null for a region without an array. The
+  /// array is the region's and lives until its destruction or the next assignment.
+  DblPt* start();
+  DblPt* end();
+
+  /// True when the point lies in the axis-aligned box of any segment, inflated by `tol`, edges
+  /// included. A slanted segment is thus hit anywhere in the rectangle that it spans, and a
+  /// negative tolerance shrinks each box.
+  bool isInside(DblPt& p, double tol) override;
+
+  /// Asks the form above, through virtual dispatch: overriding that one changes both.
+  bool isInside(double x, double y, double tol) override;
+
+  /// A polyline of the mapped points; null when empty or when the heap refuses.
+  CPickRegion* xfm(Mtx2D& matrix) override;
+
+ protected:
+  /// Empty, for derived classes that fill the fields.
+  CPickPolyline();
+
+  unsigned int n_points;
+  DblPt* points;  ///< `n_points` points from `malloc`, freed by the destructor; or null
+};
+
+static_assert(sizeof(CPickPolyline) == 24, "layout is interface");

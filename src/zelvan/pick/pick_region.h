@@ -1,0 +1,26 @@
+/// The abstract pick region: does this point hit this shape?
+///
+/// A region only reads itself when asked, so several threads may test one region while none
+/// changes it. Callers may derive regions of their own.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/transforms/mtx2d.h>
+#include <zelvan/transforms/points.h>
+
+/// Base of all pick regions. The order of the virtual operations is part of the interface.
+class ZELVAN_API CPickRegion {
+ public:
+  CPickRegion();
+  CPickRegion(const CPickRegion&);
+  CPickRegion& operator=(const CPickRegion&);
+  virtual ~CPickRegion();
+
+  /// True when the point hits the shape; what `tol` means is the shape's affair.
+  virtual bool isInside(DblPt& p, double tol) = 0;
+  virtual bool isInside(double x, double y, double tol) = 0;
+
+  /// A new region of the same concrete class, mapped through `matrix`. The caller deletes it.
+  /// Null when there is nothing to map or the heap refuses.
+  virtual CPickRegion* xfm(Mtx2D& matrix) = 0;
+};

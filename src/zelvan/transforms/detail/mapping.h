@@ -1,0 +1,51 @@
+/// The three ways of mapping a point, one for each promise of the type tag.
+///
+/// Each holds its own copy of the elements that it needs, so a loop need not fear that its
+/// output overwrites the matrix. The products are added first and the translation last, on
+/// every path: that is what makes one point give the same bits everywhere.
+#pragma once
+
+#include <zelvan/transforms/mtx2d.h>
+#include <zelvan/transforms/records.h>
+
+namespace zelvan {
+
+struct DiagonalMapping {
+  double m11, m22, tx, ty;
+
+  explicit DiagonalMapping(const Mtx2D& m) : m11(m.m11), m22(m.m22), tx(m.tx), ty(m.ty) {}
+  real_pt_t operator()(double x, double y) const { return {m11 * x + tx, m22 * y + ty}; }
+};
+
+struct QuadrantMapping {
+  double m12, m21, tx, ty;
+
+  explicit QuadrantMapping(const Mtx2D& m) : m12(m.m12), m21(m.m21), tx(m.tx), ty(m.ty) {}
+  real_pt_t operator()(double x, double y) const { return {m21 * y + tx, m12 * x + ty}; }
+};
+
+struct GeneralMapping {
+  double m11, m12, m21, m22, tx, ty;
+
+  explicit GeneralMapping(const Mtx2D& m)
+      : m11(m.m11), m12(m.m12), m21(m.m21), m22(m.m22), tx(m.tx), ty(m.ty) {}
+  real_pt_t operator()(double x, double y) const {
+    return {(m11 * x + m21 * y) + tx, (m12 * x + m22 * y) + ty};
+  }
+};
+
+/// Calls `use` with the mapping that the matrix's type selects; any unknown type is general.
+/// Loops go inside `use`, so that the type is tested once a call and not once a point.
+template <class Use>
+inline void with_mapping_of(const Mtx2D& m, Use use) {
+  switch (m.type) {
+    case Mtx2DTypeDiagonal:
+      return use(DiagonalMapping(m));
+    case Mtx2DTypeQuadrant:
+      return use(QuadrantMapping(m));
+    default:
+      return use(GeneralMapping(m));
+  }
+}
+
+}  // namespace zelvan

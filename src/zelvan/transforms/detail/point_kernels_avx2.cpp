@@ -1,0 +1,150 @@
+// A vector holds two points, x and y by turns. The compiler may use AVX2 in the functions so
+// marked and nowhere else; fused multiply-add is never asked for, since it would skip a
+// rounding that callers see.
+
+#include <zelvan/transforms/detail/mapping.h>
+#include <zelvan/transforms/detail/point_kernels.h>
+#include <zelvan/transforms/detail/rounding.h>
+
+#if defined(__x86_64__)
+
+#include <immintrin.h>
+
+#define ZELVAN_AVX2 __attribute__((target("avx2")))
+
+namespace {
+
+using zelvan::DiagonalMapping;
+using zelvan::GeneralMapping;
+using zelvan::QuadrantMapping;
+
+// Each mapping once more, for two points at a time.
+
+struct DiagonalPair {
+  __m256d factors, translation;
+
+  ZELVAN_AVX2 explicit DiagonalPair(const DiagonalMapping& m)
+      : factors(_mm256_setr_pd(m.m11, m.m22, m.m11, m.m22)),
+        translation(_mm256_setr_pd(m.tx, m.ty, m.tx, m.ty)) {}
+  ZELVAN_AVX2 __m256d operator()(__m256d p) const {
+    return _mm256_add_pd(_mm256_mul_pd(factors, p), translation);
+  }
+};
+
+struct QuadrantPair {
+  __m256d factors, translation;
+
+  ZELVAN_AVX2 explicit QuadrantPair(const QuadrantMapping& m)
+      : factors(_mm256_setr_pd(m.m21, m.m12, m.m21, m.m12)),
+        translation(_mm256_setr_pd(m.tx, m.ty, m.tx, m.ty)) {}
+  ZELVAN_AVX2 __m256d operator()(__m256d p) const {
+    const __m256d yx = _mm256_permute_pd(p, 0b0101);
+    return _mm256_add_pd(_mm256_mul_pd(factors, yx), translation);
+  }
+};
+
+struct GeneralPair {
+  __m256d of_x, of_y, translation;
+
+  ZELVAN_AVX2 explicit GeneralPair(const GeneralMapping& m)
+      : of_x(_mm256_setr_pd(m.m11, m.m12, m.m11, m.m12)),
+        of_y(_mm256_setr_pd(m.m21, m.m22, m.m21, m.m22)),
+        translation(_mm256_setr_pd(m.tx, m.ty, m.tx, m.ty)) {}
+  ZELVAN_AVX2 __m256d operator()(__m256d p) const {
+    const __m256d xx = _mm256_permute_pd(p, 0b0000);
+    const __m256d yy = _mm256_permute_pd(p, 0b1111);
+    const __m256d linear = _mm256_add_pd(_mm256_mul_pd(of_x, xx), _mm256_mul_pd(of_y, yy));
+    return _mm256_add_pd(linear, translation);
+  }
+};
+
+ZELVAN_AVX2 DiagonalPair pair_of(const DiagonalMapping& m) { return DiagonalPair(m); }
+ZELVAN_AVX2 QuadrantPair pair_of(const QuadrantMapping& m) { return QuadrantPair(m); }
+ZELVAN_AVX2 GeneralPair pair_of(const GeneralMapping& m) { return GeneralPair(m); }
+
+// The half takes the sign bit of the value, so -0.0 goes to -0.5 where the plain form has
+// +0.5: both truncate to 0. The instruction's own answer to what does not fit, and to NaN, is
+// the 0x80000000 that the plain form writes out.
+ZELVAN_AVX2 inline __m128i round_pair(__m256d v) {
+  const __m256d sign = _mm256_and_pd(v, _mm256_set1_pd(-0.0));
+  const __m256d half = _mm256_or_pd(_mm256_set1_pd(0.5), sign);
+  return _mm256_cvttpd_epi32(_mm256_add_pd(v, half));
+}
+
+// What becomes of two mapped points, and of the odd one at the end.
+
+struct Real {
+  using Out = real_pt_t;
+  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
+    _mm256_storeu_pd(reinterpret_cast<double*>(out), v);
+  }
+  static Out one(real_pt_t p) { return p; }
+};
+
+struct Int {
+  using Out = int_pt_t;
+  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), round_pair(v));
+  }
+  static Out one(real_pt_t p) { return zelvan::round_to_device(p); }
+};
+
+struct IntTimesEight {
+  using Out = int_pt_t;
+  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_slli_epi32(round_pair(v), 3));
+  }
+  static Out one(real_pt_t p) { return zelvan::round_to_device_times_eight(p); }
+};
+
+struct Short {
+  using Out = short_pt_t;
+  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
+    const __m128i low_halves = _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1,
+                                             -1, -1);
+    const __m128i packed = _mm_shuffle_epi8(round_pair(v), low_halves);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), packed);
+  }
+  static Out one(real_pt_t p) { return zelvan::round_to_device_short(p); }
+};
+
+template <class Finish, class Mapping>
+ZELVAN_AVX2 void map_pairs(const Mapping& map, int n, const real_pt_t* in,
+                           typename Finish::Out* out) {
+  const auto map_pair = pair_of(map);
+  int i = 0;
+  for (; i + 1 < n; i += 2) {
+    const __m256d two_points = _mm256_loadu_pd(reinterpret_cast<const double*>(in + i));
+    Finish::store(out + i, map_pair(two_points));
+  }
+  if (i < n) out[i] = Finish::one(map(in[i].x, in[i].y));
+}
+
+template <class Finish>
+void map_all(const Mtx2D& m, int n, const real_pt_t* in, typename Finish::Out* out) {
+  zelvan::with_mapping_of(m, [=](const auto& map) { map_pairs<Finish>(map, n, in, out); });
+}
+
+}  // namespace
+
+namespace zelvan::avx2 {
+
+void map_to_real(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out) {
+  map_all<Real>(m, n, in, out);
+}
+
+void map_to_int(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out) {
+  map_all<Int>(m, n, in, out);
+}
+
+void map_to_int_times_eight(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out) {
+  map_all<IntTimesEight>(m, n, in, out);
+}
+
+void map_to_short(const Mtx2D& m, int n, const real_pt_t* in, short_pt_t* out) {
+  map_all<Short>(m, n, in, out);
+}
+
+}  // namespace zelvan::avx2
+
+#endif

@@ -1,0 +1,38 @@
+/// The library's one rule from real to device integer.
+#pragma once
+
+#include <zelvan/transforms/records.h>
+
+#include <climits>
+
+namespace zelvan {
+
+/// Rounds to whole device units, halves away from zero; INT_MIN if that does not fit.
+///
+/// The half is added in double precision, so the number just below 0.5 gives 1. Callers rely
+/// on that, which is why no rounding function of the standard library stands here. The bounds
+/// are tested first because the language leaves the conversion of anything else undefined.
+inline int round_to_device(double v) {
+  const double t = v < 0.0 ? v - 0.5 : v + 0.5;
+  const bool fits = t > -2147483649.0 && t < 2147483648.0;  // false for NaN as well
+  return fits ? static_cast<int>(t) : INT_MIN;
+}
+
+inline int_pt_t round_to_device(real_pt_t p) {
+  return {round_to_device(p.x), round_to_device(p.y)};
+}
+
+/// The rounded point times 8 in 32 bits, high bits being lost.
+inline int_pt_t round_to_device_times_eight(real_pt_t p) {
+  const auto shift = [](int v) { return static_cast<int>(static_cast<unsigned>(v) << 3); };
+  const int_pt_t r = round_to_device(p);
+  return {shift(r.x), shift(r.y)};
+}
+
+/// The low 16 bits of the rounded point's coordinates.
+inline short_pt_t round_to_device_short(real_pt_t p) {
+  const int_pt_t r = round_to_device(p);
+  return {static_cast<short>(r.x), static_cast<short>(r.y)};
+}
+
+}  // namespace zelvan

@@ -1,0 +1,242 @@
+/// The two-dimensional affine transform and the mapping of coordinates through it.
+///
+/// Points are row vectors, so a product A * B acts with A first and with B after it:
+///
+///     x' = m11 x + m21 y + tx
+///     y' = m12 x + m22 y + ty
+///
+/// From the identity, a positive angle turns the positive x axis towards the positive y axis:
+/// counter-clockwise where y runs up. Angles given to this class are in degrees.
+///
+/// No operation reports an error or refuses an argument: infinities and NaN flow through the
+/// arithmetic. Nothing is allocated. Any number of threads may map through one matrix while
+/// none changes it.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/transforms/records.h>
+
+#include <cstddef>
+#include <type_traits>
+
+/// What `Mtx2D::type` promises about zeros. The mapping operations skip the terms that it
+/// says are zero, whatever the elements hold.
+enum Mtx2DType : int {
+  Mtx2DTypeDiagonal = 0,  ///< m12 and m21 are zero
+  Mtx2DTypeQuadrant = 1,  ///< m11 and m22 are zero: turns by 90 and 270 degrees, mirrored or not
+  Mtx2DTypeGeneral = 2,   ///< no promise
+  Mtx2DTypeIdentity = 3   ///< was exactly the identity when tagged; mapped like the general type
+};
+
+/// The eight axis-aligned orientations. Turns are counter-clockwise where y runs up; of two
+/// steps in one name the first acts first.
+enum Mtx2DOrient : int {
+  Mtx2DOrientNone = 0,
+  Mtx2DOrientRot90 = 1,
+  Mtx2DOrientRot180 = 2,
+  Mtx2DOrientRot270 = 3,
+  Mtx2DOrientReflectX = 4,  ///< y changes sign
+  Mtx2DOrientReflectY = 5,  ///< x changes sign
+  Mtx2DOrientRot90ReflectY = 6,
+  Mtx2DOrientRot90ReflectX = 7
+};
+
+/// The side on which `Mtx2D::Rotate` composes. Every value but 1 acts like `Mtx2DRotateLast`.
+enum Mtx2DRotateMode : int {
+  Mtx2DRotateFirst = 1,  ///< before what the matrix does
+  Mtx2DRotateLast = 2    ///< after what the matrix does
+};
+
+/// A 2 by 2 linear part, a translation, a record of reflections and a type tag.
+///
+/// The fields are public because the flat functions pass the matrix as a record. Code that
+/// writes the elements itself calls `SetType` afterwards: a stale tag 0 or 1 makes the mapping
+/// drop terms.
+class Mtx2D {
+ public:
+  double m11;  ///< what x adds to x'
+  double m12;  ///< what x adds to y'
+  double m21;  ///< what y adds to x'
+  double m22;  ///< what y adds to y'
+  double tx;
+  double ty;
+  int mirror;  ///< bit 0 toggles with each reflection in x, bit 1 in y; no mapping reads it
+  int type;    ///< a `Mtx2DType`
+
+  // ---- construction and state
+
+  /// The identity. Its type is diagonal: the identity's own tag takes a `SetIdentity`.
+  ZELVAN_INLINE_API Mtx2D() { Identity(); }
+
+  /// The matrix that `SetXfm` builds.
+  ZELVAN_API Mtx2D(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
+                   double dy);
+
+  Mtx2D(const Mtx2D&) = default;
+  Mtx2D& operator=(const Mtx2D&) = default;
+  Mtx2D& operator=(Mtx2D&&) = default;
+
+  /// Replaces the matrix by the transform that carries the reference point (x0, y0) to
+  /// (dx, dy), with the given orientation and then the scales sx, sy about it.
+  ZELVAN_API void SetXfm(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
+                         double dy);
+
+  /// Back to the state of a fresh matrix: identity elements, no reflection, type diagonal.
+  ZELVAN_INLINE_API void Identity() {
+    m11 = 1.0;
+    m12 = 0.0;
+    m21 = 0.0;
+    m22 = 1.0;
+    tx = 0.0;
+    ty = 0.0;
+    mirror = 0;
+    type = Mtx2DTypeDiagonal;
+  }
+
+  /// The same as `Identity`.
+  ZELVAN_INLINE_API void Initialize() { Identity(); }
+
+  /// Tags the matrix as `Mtx2DTypeIdentity` if its six elements are exactly the identity's,
+  /// and otherwise leaves it as it is. It makes no matrix the identity.
+  ZELVAN_API void SetIdentity();
+
+  /// Derives the type from the elements by exact comparison with zero; never the identity's.
+  ZELVAN_API void SetType();
+
+  /// 1 when the matrix is tagged as the identity, else 0. The tag is not looked behind: it
+  /// outlives a `Translate` or `Scale`, until something derives the type anew.
+  ZELVAN_INLINE_API unsigned short IsIdentity() { return type == Mtx2DTypeIdentity; }
+
+  /// 1 when any of the six elements differs, else 0; `mirror` and `type` do not count. A
+  /// matrix that holds a NaN differs from itself.
+  ZELVAN_API unsigned short operator!=(const Mtx2D& other) const;
+
+  // ---- composition in place: the new step acts after what the matrix already does
+
+  /// Adds to the translation.
+  ZELVAN_API void Translate(double dx, double dy);
+
+  /// Scales x' by sx and y' by sy, the translation with them.
+  ZELVAN_API void Scale(double sx, double sy);
+
+  /// Turns by `angle` degrees. Exactly 0, 90, 180 and 270 use exact sines and cosines and so
+  /// keep exact zeros; every other angle, 360 and -90 among them, goes through `sin` and `cos`
+  /// with 3.141592654 for pi. With `Mtx2DRotateFirst` the turn acts before the matrix and
+  /// leaves the translation alone.
+  ZELVAN_API void Rotate(double angle, int mode);
+
+  /// Composes one of the eight orientations; any other value changes no element. Derives the
+  /// type in either case.
+  ZELVAN_API void Orient(Mtx2DOrient orient);
+
+  /// Mirrors in the x axis: y' changes sign, a zero becomes -0.0, bit 0 of `mirror` toggles.
+  ZELVAN_API void ReflectInX();
+
+  /// Mirrors in the y axis: x' changes sign, a zero becomes -0.0, bit 1 of `mirror` toggles.
+  ZELVAN_API void ReflectInY();
+
+  /// Sets m21 to `shear`. This is an assignment: an earlier shear is replaced.
+  ZELVAN_API void ShearInX(double shear);
+
+  /// The device flip: m22 changes sign and ty becomes `height`, so that y' = height - m22 y.
+  /// Made for a matrix whose y' depends neither on x nor on a translation: whatever stood in
+  /// ty is lost, and `mirror` does not record the flip.
+  ZELVAN_API void InvertYAxis(double height);
+
+  // ---- products and measures
+
+  /// The product that acts with this matrix first and with `other` after it.
+  ZELVAN_API Mtx2D operator*(const Mtx2D& other);
+
+  /// Writes first * second. Requires: `result` is neither of the two operands.
+  ZELVAN_API static void Multiply(Mtx2D* first, Mtx2D* second, Mtx2D* result);
+
+  /// The inverse. A singular matrix is not detected: the result then holds infinities and
+  /// NaN. Callers who need to know ask `GetDeterminant` first.
+  ZELVAN_API Mtx2D Invert();
+
+  ZELVAN_API double GetDeterminant();
+
+  /// 1 when the determinant is strictly below 0.0, so that a ring's sense is reversed, else 0.
+  ZELVAN_API unsigned short ReversesOrientation();
+
+  // ---- mapping of points and rectangles
+  //
+  // Reals become integers by adding 0.5 with the sign of the value and truncating: halves go
+  // away from zero. Nothing is clamped: what does not fit 32 signed bits, and NaN, gives
+  // -2147483648. One point maps to the same bits through every operation below.
+  //
+  // Requires, throughout: no null pointers; `out` holds as many elements as `in` and does not
+  // overlap it. A count of 0 or less reads and writes nothing.
+
+  /// Maps (x, y) to (*xo, *yo).
+  ZELVAN_API void XfmPt(double x, double y, double* xo, double* yo);
+
+  /// Maps one point and rounds it.
+  ZELVAN_API void XfmPt(real_pt_t* in, int_pt_t* out);
+
+  /// Maps one point in reals.
+  ZELVAN_API void RealXfmPt(real_pt_t* in, real_pt_t* out);
+
+  /// Maps an integer point by this matrix. Nothing is inverted here: to go back from device
+  /// coordinates, call this on the matrix that `Invert` gives.
+  ZELVAN_API void InvXfmPt(int_pt_t* in, real_pt_t* out);
+
+  /// Maps `n` points in reals.
+  ZELVAN_API void RealXfmPts(int n, real_pt_t* in, real_pt_t* out);
+
+  /// Maps `n` points and rounds them.
+  ZELVAN_API void XfmPts(int n, real_pt_t* in, int_pt_t* out);
+
+  /// Maps `n` points, rounds them to whole units and then multiplies by 8 in 32 bits, high
+  /// bits being lost: 29.3 fixed point whose fraction is always zero.
+  ZELVAN_API void XfmFPts(int n, real_pt_t* in, int_pt_t* out);
+
+  /// Maps `n` points, rounds them and keeps the low 16 bits: coordinates wrap modulo 65536.
+  ZELVAN_API void XfmSPts(int n, real_pt_t* in, short_pt_t* out);
+
+  /// Writes the axis-aligned box of the four mapped corners in the corner order of
+  /// `real_rect_t`, whatever the matrix did. The input may be any four points. Here `out` may
+  /// be the same record as `in`.
+  ZELVAN_API void XfmRect(real_rect_t* in, real_rect_t* out);
+
+  /// The same, rounded after the box has been taken.
+  ZELVAN_API void XfmRect(real_rect_t* in, int_rect_t* out);
+
+  /// The same, for integer corners, in reals.
+  ZELVAN_API void XfmRect(int_rect_t* in, real_rect_t* out);
+
+  // ---- mapping of polygons
+  //
+  // Repeats collapse on the way: a vertex that lands on the output vertex before it is
+  // dropped, and in a set the dropped vertex hands its edge flag to the one that it repeats,
+  // so that a closing flag survives. If exactly three vertices remain and the third equals
+  // the first, the count becomes 2; the third vertex and its flag then still stand in the
+  // arrays, behind the count.
+  //
+  // A set is walked straight through: where the last vertex of one polygon and the first of
+  // the next land on the same point they collapse too, and the two polygons run together.
+  // Callers who must not have that map polygon by polygon.
+  //
+  // Requires: output arrays with room for as many vertices as the input has, overlapping
+  // nothing of the input. A count of 0 or less gives a count of 0 and touches no array.
+
+  /// Maps and rounds a polygon of `n` vertices; `*n_out` is the number kept.
+  ZELVAN_API void XfmPolyPts(int n, int* n_out, real_pt_t* in, int_pt_t* out);
+
+  /// Maps and rounds a polygon set, edge flags included. Of `out`, the pointers are read and
+  /// `n_points` is written.
+  ZELVAN_API void XfmPolySetPts(drw_pset_t* in, drw_dpset_t* out);
+
+  /// Maps a polygon set in reals; repeats are those of the unrounded coordinates.
+  ZELVAN_API void RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out);
+};
+
+static_assert(sizeof(Mtx2D) == 56 && std::is_standard_layout<Mtx2D>::value &&
+                  std::is_trivially_copyable<Mtx2D>::value,
+              "layout is interface");
+static_assert(offsetof(Mtx2D, m11) == 0 && offsetof(Mtx2D, m12) == 8 && offsetof(Mtx2D, m21) == 16 &&
+                  offsetof(Mtx2D, m22) == 24 && offsetof(Mtx2D, tx) == 32 &&
+                  offsetof(Mtx2D, ty) == 40 && offsetof(Mtx2D, mirror) == 48 &&
+                  offsetof(Mtx2D, type) == 52,
+              "layout is interface");

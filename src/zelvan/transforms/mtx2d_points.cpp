@@ -1,0 +1,103 @@
+#include <zelvan/transforms/detail/instruction_set.h>
+#include <zelvan/transforms/detail/mapping.h>
+#include <zelvan/transforms/detail/point_kernels.h>
+#include <zelvan/transforms/detail/rounding.h>
+#include <zelvan/transforms/mtx2d.h>
+
+namespace {
+
+using zelvan::round_to_device;
+using zelvan::with_mapping_of;
+
+real_pt_t mapped(const Mtx2D& m, double x, double y) {
+  real_pt_t p;
+  with_mapping_of(m, [&](auto map) { p = map(x, y); });
+  return p;
+}
+
+// The judge of the vector forms, and the form of processors that have none.
+template <class Out, class Finish>
+void map_plainly(const Mtx2D& m, int n, const real_pt_t* in, Out* out, Finish finish) {
+  with_mapping_of(m, [&](auto map) {
+    for (int i = 0; i < n; ++i) out[i] = finish(map(in[i].x, in[i].y));
+  });
+}
+
+struct Box {
+  real_pt_t low;
+  real_pt_t high;
+};
+
+template <class Rect>
+Box box_of_mapped(const Mtx2D& m, const Rect& rect) {
+  Box box{};
+  with_mapping_of(m, [&](auto map) {
+    const real_pt_t first = map(rect.corners[0].x, rect.corners[0].y);
+    box = {first, first};
+    for (int i = 1; i < 4; ++i) {
+      const real_pt_t p = map(rect.corners[i].x, rect.corners[i].y);
+      if (p.x < box.low.x) box.low.x = p.x;
+      if (p.y < box.low.y) box.low.y = p.y;
+      if (p.x > box.high.x) box.high.x = p.x;
+      if (p.y > box.high.y) box.high.y = p.y;
+    }
+  });
+  return box;
+}
+
+template <class Rect, class Point>
+void write_box(Rect* out, Point low, Point high) {
+  out->corners[0] = {low.x, low.y};
+  out->corners[1] = {low.x, high.y};
+  out->corners[2] = {high.x, high.y};
+  out->corners[3] = {high.x, low.y};
+}
+
+}  // namespace
+
+void Mtx2D::XfmPt(double x, double y, double* xo, double* yo) {
+  const real_pt_t p = mapped(*this, x, y);
+  *xo = p.x;
+  *yo = p.y;
+}
+
+void Mtx2D::XfmPt(real_pt_t* in, int_pt_t* out) { *out = round_to_device(mapped(*this, in->x, in->y)); }
+
+void Mtx2D::RealXfmPt(real_pt_t* in, real_pt_t* out) { *out = mapped(*this, in->x, in->y); }
+
+void Mtx2D::InvXfmPt(int_pt_t* in, real_pt_t* out) { *out = mapped(*this, in->x, in->y); }
+
+void Mtx2D::RealXfmPts(int n, real_pt_t* in, real_pt_t* out) {
+  if (zelvan::has_avx2) return zelvan::avx2::map_to_real(*this, n, in, out);
+  map_plainly(*this, n, in, out, [](real_pt_t p) { return p; });
+}
+
+void Mtx2D::XfmPts(int n, real_pt_t* in, int_pt_t* out) {
+  if (zelvan::has_avx2) return zelvan::avx2::map_to_int(*this, n, in, out);
+  map_plainly(*this, n, in, out, [](real_pt_t p) { return round_to_device(p); });
+}
+
+void Mtx2D::XfmFPts(int n, real_pt_t* in, int_pt_t* out) {
+  if (zelvan::has_avx2) return zelvan::avx2::map_to_int_times_eight(*this, n, in, out);
+  map_plainly(*this, n, in, out, zelvan::round_to_device_times_eight);
+}
+
+void Mtx2D::XfmSPts(int n, real_pt_t* in, short_pt_t* out) {
+  if (zelvan::has_avx2) return zelvan::avx2::map_to_short(*this, n, in, out);
+  map_plainly(*this, n, in, out, zelvan::round_to_device_short);
+}
+
+void Mtx2D::XfmRect(real_rect_t* in, real_rect_t* out) {
+  const Box box = box_of_mapped(*this, *in);
+  write_box(out, box.low, box.high);
+}
+
+void Mtx2D::XfmRect(real_rect_t* in, int_rect_t* out) {
+  const Box box = box_of_mapped(*this, *in);
+  write_box(out, round_to_device(box.low), round_to_device(box.high));
+}
+
+void Mtx2D::XfmRect(int_rect_t* in, real_rect_t* out) {
+  const Box box = box_of_mapped(*this, *in);
+  write_box(out, box.low, box.high);
+}

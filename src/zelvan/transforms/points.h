@@ -1,0 +1,52 @@
+/// Point classes, real and integer. Plain values: copied bit by bit, no heap, any thread.
+#pragma once
+
+#include <zelvan/export.h>
+
+#include <type_traits>
+
+/// A point in real coordinates.
+class DblPt {
+ public:
+  double x;
+  double y;
+
+  ZELVAN_INLINE_API DblPt() : x(0.0), y(0.0) {}
+  ZELVAN_INLINE_API DblPt(double x0, double y0) : x(x0), y(y0) {}
+
+  /// Replaces both coordinates.
+  ZELVAN_INLINE_API void set(double x0, double y0) {
+    x = x0;
+    y = y0;
+  }
+
+  /// True when both coordinates differ by strictly less than `tol`: a square about the point,
+  /// no circle. So at tolerance 0.0 no point equals any other, itself included.
+  ZELVAN_API bool isEqualTo(const DblPt& other, double tol) const;
+};
+
+/// A point in integer coordinates.
+class IntPt {
+ public:
+  int x;
+  int y;
+
+  ZELVAN_INLINE_API IntPt() : x(0), y(0) {}
+  ZELVAN_INLINE_API IntPt(int x0, int y0) : x(x0), y(y0) {}
+
+  /// Replaces both coordinates.
+  ZELVAN_INLINE_API void set(int x0, int y0) {
+    x = x0;
+    y = y0;
+  }
+
+  ZELVAN_INLINE_API bool operator==(const IntPt& other) const {
+    return x == other.x && y == other.y;
+  }
+};
+
+static_assert(sizeof(DblPt) == 16 && sizeof(IntPt) == 8, "layout is interface");
+static_assert(std::is_trivially_copyable<DblPt>::value && std::is_standard_layout<DblPt>::value,
+              "regions copy points as bytes");
+static_assert(std::is_trivially_copyable<IntPt>::value && std::is_standard_layout<IntPt>::value,
+              "layout is interface");

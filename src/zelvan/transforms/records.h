@@ -1,0 +1,78 @@
+/// The flat records of points, rectangles and polygon sets that all geometry works on.
+///
+/// Plain data without operations: their fields, order and widths are part of the binary
+/// interface. Records and arrays are the caller's; the library never allocates, grows or
+/// frees them.
+#pragma once
+
+#include <cstddef>
+
+/// A point in real coordinates.
+struct real_pt_t {
+  double x;
+  double y;
+};
+
+/// A point in device coordinates.
+struct int_pt_t {
+  int x;
+  int y;
+};
+
+/// A point in device coordinates of 16 bits.
+struct short_pt_t {
+  short x;
+  short y;
+};
+
+/// A rectangle as the closed ring of its four corners, so that a turned or sheared one fits.
+///
+/// What `Mtx2D::XfmRect` writes is always an axis-aligned box in the order (min x, min y),
+/// (min x, max y), (max x, max y), (max x, min y).
+struct real_rect_t {
+  real_pt_t corners[4];
+};
+
+/// The same in device coordinates.
+struct int_rect_t {
+  int_pt_t corners[4];
+};
+
+/// Values of `edge_flags`, for the edge that leaves a vertex: the edge-out flag of the polygon
+/// set element of ISO 8632 (Computer Graphics Metafile). A closing vertex is the last of its
+/// polygon, and its edge returns to the polygon's first.
+enum drw_edge_flag {
+  drw_edge_invisible = 0,
+  drw_edge_visible = 1,
+  drw_edge_close_invisible = 2,
+  drw_edge_close_visible = 3
+};
+
+/// A polygon set: polygons laid end to end in one array of vertices.
+///
+/// A polygon is a run of vertices with the flags 0 or 1 that ends at a flag 2 or 3. Both
+/// arrays hold `n_points` elements, over all polygons. Where a function fills a set, the
+/// arrays must be large enough for its result, and `n_points` reports the number written.
+struct drw_pset_t {
+  int n_points;
+  real_pt_t* points;
+  int* edge_flags;  ///< one `drw_edge_flag` for each vertex
+};
+
+/// A polygon set in device coordinates.
+struct drw_dpset_t {
+  int n_points;
+  int_pt_t* points;
+  int* edge_flags;  ///< one `drw_edge_flag` for each vertex
+};
+
+static_assert(sizeof(real_pt_t) == 16 && offsetof(real_pt_t, y) == 8, "layout is interface");
+static_assert(sizeof(int_pt_t) == 8 && offsetof(int_pt_t, y) == 4, "layout is interface");
+static_assert(sizeof(short_pt_t) == 4 && offsetof(short_pt_t, y) == 2, "layout is interface");
+static_assert(sizeof(real_rect_t) == 64 && sizeof(int_rect_t) == 32, "layout is interface");
+static_assert(offsetof(drw_pset_t, n_points) == 0 && offsetof(drw_pset_t, points) == 8 &&
+                  offsetof(drw_pset_t, edge_flags) == 16 && sizeof(drw_pset_t) == 24,
+              "layout is interface");
+static_assert(offsetof(drw_dpset_t, n_points) == 0 && offsetof(drw_dpset_t, points) == 8 &&
+                  offsetof(drw_dpset_t, edge_flags) == 16 && sizeof(drw_dpset_t) == 24,
+              "layout is interface");

@@ -1,0 +1,14 @@
+/// The whole library.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/geometry/clip_polygon_set.h>
+#include <zelvan/pick/pick_polyline.h>
+#include <zelvan/pick/pick_rect.h>
+#include <zelvan/pick/pick_region.h>
+#include <zelvan/pick/polygon.h>
+#include <zelvan/transforms/aligned_rect.h>
+#include <zelvan/transforms/matrix_functions.h>
+#include <zelvan/transforms/mtx2d.h>
+#include <zelvan/transforms/points.h>
+#include <zelvan/transforms/records.h>
