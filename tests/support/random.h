@@ -1,0 +1,71 @@
+/// Values that are hard on arithmetic, from a seed: the same on every machine and compiler.
+///
+/// Tests put the seed into a SCOPED_TRACE, so that a failure names it.
+#pragma once
+
+#include <zelvan/transforms/mtx2d.h>
+
+#include <bit>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace support {
+
+class Random {
+ public:
+  explicit Random(std::uint64_t seed) : engine_(seed) {}
+
+  /// A whole number from 0 to `count` - 1. (The standard's distributions differ by library.)
+  int below(int count) { return static_cast<int>(engine_() % static_cast<unsigned>(count)); }
+
+  /// From 0 up to and not including 1, in steps of 2^-53.
+  double unit() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
+
+  double between(double low, double high) { return low + (high - low) * unit(); }
+
+  /// Mostly plain numbers; often halves, their neighbours, the edges of the integer ranges,
+  /// zeros of both signs, denormals; now and then an infinity, a NaN or any bits at all.
+  double hard_double() {
+    static constexpr double edges[] = {
+        0.0, 0.5, 0x1.fffffffffffffp-2, 1.0, 1.5, 2.5, 32767.5, 32768.0, 65535.5, 1e9 + 0.5,
+        2147483647.0, 2147483647.4999998, 2147483647.5, 2147483648.0, 2147483648.5, 2147483649.0,
+        4294967296.0, 0x1p52, 0x1p53, 1e300, std::numeric_limits<double>::min(),
+        std::numeric_limits<double>::denorm_min(), std::numeric_limits<double>::infinity(),
+        std::numeric_limits<double>::quiet_NaN()};
+    const double sign = below(2) == 0 ? 1.0 : -1.0;
+    switch (below(8)) {
+      case 0:
+        return sign * edges[below(static_cast<int>(std::size(edges)))];
+      case 1:
+        return sign * (below(2001) + 0.5);
+      case 2:
+        return below(16) == 0 ? std::bit_cast<double>(engine_()) : sign * below(100);
+      default:
+        return sign * between(0.0, 5000.0);
+    }
+  }
+
+  std::vector<real_pt_t> hard_points(int n) {
+    std::vector<real_pt_t> points(static_cast<std::size_t>(n));
+    for (real_pt_t& p : points) p = {hard_double(), hard_double()};
+    return points;
+  }
+
+  /// A matrix of the given tag; elements that the tag says are zero are not always so, since
+  /// the tag rules and not the elements.
+  Mtx2D matrix(int type) {
+    Mtx2D m;
+    for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22, &m.tx, &m.ty}) {
+      *element = below(8) == 0 ? hard_double() : between(-3.0, 3.0);
+    }
+    m.type = type;
+    return m;
+  }
+
+ private:
+  std::mt19937_64 engine_;
+};
+
+}  // namespace support

@@ -1,0 +1,72 @@
+#include "support/refusing_heap.h"
+
+#include <cstddef>
+#include <new>
+
+namespace {
+
+// The harness serves tests of one thread.
+bool is_counting = false;
+int requests_made = 0;
+int refused_request = 0;
+
+bool refuses() { return is_counting && ++requests_made == refused_request; }
+
+}  // namespace
+
+// The names that the linker's --wrap gives the real functions and their stand-ins.
+extern "C" {
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_realloc(void* block, std::size_t size);
+void* __real__Znwm(std::size_t size);
+void* __real__Znam(std::size_t size);
+void* __real__ZnwmRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept;
+void* __real__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept;
+
+void* __wrap_malloc(std::size_t size) { return refuses() ? nullptr : __real_malloc(size); }
+
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+  return refuses() ? nullptr : __real_calloc(count, size);
+}
+
+void* __wrap_realloc(void* block, std::size_t size) {
+  return refuses() ? nullptr : __real_realloc(block, size);
+}
+
+void* __wrap__Znwm(std::size_t size) {
+  if (refuses()) throw std::bad_alloc();
+  return __real__Znwm(size);
+}
+
+void* __wrap__Znam(std::size_t size) {
+  if (refuses()) throw std::bad_alloc();
+  return __real__Znam(size);
+}
+
+void* __wrap__ZnwmRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept {
+  return refuses() ? nullptr : __real__ZnwmRKSt9nothrow_t(size, tag);
+}
+
+void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept {
+  return refuses() ? nullptr : __real__ZnamRKSt9nothrow_t(size, tag);
+}
+}
+
+namespace support {
+
+int refuse_each_request(const std::function<void()>& operation,
+                        const std::function<void(bool refused)>& check) {
+  for (int nth = 1;; ++nth) {
+    requests_made = 0;
+    refused_request = nth;
+    is_counting = true;
+    operation();
+    is_counting = false;
+    const bool refused = requests_made >= nth;
+    check(refused);
+    if (!refused) return nth - 1;
+  }
+}
+
+}  // namespace support
