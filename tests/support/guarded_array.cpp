@@ -1,9 +1,9 @@
 #include "support/guarded_array.h"
 
+#include <cstdlib>
+
 #include <sys/mman.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 namespace support {
 

@@ -37,7 +37,7 @@ class GuardedArray {
 
   /// A copy of the elements of any container.
   template <class Container>
-    requires requires(const Container& c) { c.begin(); }
+  requires requires(const Container& c) { c.begin(); }
   explicit GuardedArray(const Container& from, Flush flush = Flush::at_end)
       : GuardedArray(from.size(), flush) {
     if (size_ != 0) std::memcpy(block_.data(), from.data(), size_ * sizeof(T));

@@ -21,8 +21,7 @@ int winding_of_edge(const DblPt& a, const DblPt& b, double x, double y) {
 
 CPolygon::CPolygon() : n_points(0), points(nullptr) {}
 
-CPolygon::CPolygon(unsigned int n)
-    : n_points(usable(n)), points(zelvan::make_points(n_points)) {
+CPolygon::CPolygon(unsigned int n) : n_points(usable(n)), points(zelvan::make_points(n_points)) {
   if (points == nullptr) n_points = 0;
 }
 

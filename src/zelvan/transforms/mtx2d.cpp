@@ -37,8 +37,7 @@ void write_product(const Mtx2D& a, const Mtx2D& b, Mtx2D* result) {
 
 }  // namespace
 
-Mtx2D::Mtx2D(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
-             double dy) {
+Mtx2D::Mtx2D(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx, double dy) {
   SetXfm(x0, y0, orient, sx, sy, dx, dy);
 }
 

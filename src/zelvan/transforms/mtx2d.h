@@ -235,8 +235,8 @@ class Mtx2D {
 static_assert(sizeof(Mtx2D) == 56 && std::is_standard_layout<Mtx2D>::value &&
                   std::is_trivially_copyable<Mtx2D>::value,
               "layout is interface");
-static_assert(offsetof(Mtx2D, m11) == 0 && offsetof(Mtx2D, m12) == 8 && offsetof(Mtx2D, m21) == 16 &&
-                  offsetof(Mtx2D, m22) == 24 && offsetof(Mtx2D, tx) == 32 &&
-                  offsetof(Mtx2D, ty) == 40 && offsetof(Mtx2D, mirror) == 48 &&
-                  offsetof(Mtx2D, type) == 52,
+static_assert(offsetof(Mtx2D, m11) == 0 && offsetof(Mtx2D, m12) == 8 &&
+                  offsetof(Mtx2D, m21) == 16 && offsetof(Mtx2D, m22) == 24 &&
+                  offsetof(Mtx2D, tx) == 32 && offsetof(Mtx2D, ty) == 40 &&
+                  offsetof(Mtx2D, mirror) == 48 && offsetof(Mtx2D, type) == 52,
               "layout is interface");

@@ -61,7 +61,9 @@ void Mtx2D::XfmPt(double x, double y, double* xo, double* yo) {
   *yo = p.y;
 }
 
-void Mtx2D::XfmPt(real_pt_t* in, int_pt_t* out) { *out = round_to_device(mapped(*this, in->x, in->y)); }
+void Mtx2D::XfmPt(real_pt_t* in, int_pt_t* out) {
+  *out = round_to_device(mapped(*this, in->x, in->y));
+}
 
 void Mtx2D::RealXfmPt(real_pt_t* in, real_pt_t* out) { *out = mapped(*this, in->x, in->y); }
 

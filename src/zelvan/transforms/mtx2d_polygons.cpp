@@ -38,10 +38,9 @@ int map_polygon(const Mtx2D& m, int n, const real_pt_t* in, Out* out, Finish fin
 
 template <class OutSet, class Finish>
 void map_set(const Mtx2D& m, const drw_pset_t* in, OutSet* out, Finish finish) {
-  out->n_points = map_polygon(m, in->n_points, in->points, out->points, finish,
-                              [from = in->edge_flags, to = out->edge_flags](int i, int k) {
-                                to[k] = from[i];
-                              });
+  out->n_points =
+      map_polygon(m, in->n_points, in->points, out->points, finish,
+                  [from = in->edge_flags, to = out->edge_flags](int i, int k) { to[k] = from[i]; });
 }
 
 }  // namespace
@@ -50,10 +49,6 @@ void Mtx2D::XfmPolyPts(int n, int* n_out, real_pt_t* in, int_pt_t* out) {
   *n_out = map_polygon(*this, n, in, out, rounded, [](int, int) {});
 }
 
-void Mtx2D::XfmPolySetPts(drw_pset_t* in, drw_dpset_t* out) {
-  map_set(*this, in, out, rounded);
-}
+void Mtx2D::XfmPolySetPts(drw_pset_t* in, drw_dpset_t* out) { map_set(*this, in, out, rounded); }
 
-void Mtx2D::RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out) {
-  map_set(*this, in, out, as_it_is);
-}
+void Mtx2D::RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out) { map_set(*this, in, out, as_it_is); }

@@ -100,8 +100,8 @@ struct IntTimesEight {
 struct Short {
   using Out = short_pt_t;
   ZELVAN_AVX2 static void store(Out* out, __m256d v) {
-    const __m128i low_halves = _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1,
-                                             -1, -1);
+    const __m128i low_halves =
+        _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1, -1, -1);
     const __m128i packed = _mm_shuffle_epi8(round_pair(v), low_halves);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(out), packed);
   }

@@ -1,0 +1,52 @@
+/// The memory of polygon clipping: taken bit by bit, given back all at once.
+#pragma once
+
+#include <cstddef>
+#include <new>
+#include <type_traits>
+
+namespace zelvan {
+
+/// Serves the rings of one polygon after the other.
+///
+/// It begins with a block of its own, so that small polygons never ask the heap, and then
+/// takes blocks of growing size. What was the largest block is kept for the next polygon, and
+/// all blocks go back with the arena.
+class ClipArena {
+ public:
+  ClipArena() { start_in_own_block(); }
+  ~ClipArena();
+  ClipArena(const ClipArena&) = delete;
+  ClipArena& operator=(const ClipArena&) = delete;
+
+  /// `count` value-initialised elements, or null when the heap refuses.
+  template <class T>
+  T* make(std::size_t count = 1) {
+    static_assert(std::is_trivially_destructible_v<T> && alignof(T) <= alignment);
+    void* memory = take(count * sizeof(T));
+    return memory != nullptr ? new (memory) T[count]{} : nullptr;
+  }
+
+  /// Ends the life of everything made so far.
+  void give_back_all();
+
+ private:
+  static constexpr std::size_t alignment = alignof(std::max_align_t);
+
+  struct alignas(alignment) Block {
+    Block* previous;
+    std::size_t size;  // of the bytes behind this header
+  };
+
+  void* take(std::size_t size);
+  bool add_block(std::size_t least_size);
+  void start_in_own_block();
+  void start_in(Block* block);
+
+  std::byte* free_;  // what is left of the current block
+  std::size_t left_;
+  Block* newest_ = nullptr;  // and with each new block the size grows
+  alignas(alignment) std::byte own_block_[8192];
+};
+
+}  // namespace zelvan
