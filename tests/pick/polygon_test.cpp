@@ -1,5 +1,8 @@
 #include <zelvan/pick/polygon.h>
 
+#include "support/random.h"
+#include "support/vector_forms.h"
+
 #include <cmath>
 #include <vector>
 
@@ -82,6 +85,29 @@ TEST(CPolygon, WindsByTheNonZeroRule) {
     std::vector<DblPt> ring = row.ring;
     CPolygon polygon(static_cast<unsigned>(ring.size()), ring.data());
     EXPECT_EQ(polygon.isInside(row.x, row.y, 0.0), row.inside) << row.name;
+  }
+}
+
+// The vector forms answer as the plain one does, at every length, on small whole numbers that
+// put points onto edges and vertices, and on anything else.
+TEST(CPolygon, AnswersTheSameInEveryForm) {
+  for (unsigned seed = 1; seed <= 100; ++seed) {
+    support::Random random(seed);
+    const auto coordinate = [&] { return seed % 4 == 0 ? random.hard_double() : random.below(6); };
+    for (unsigned n = 3; n <= 70; ++n) {
+      std::vector<DblPt> ring, questions;
+      while (ring.size() < n) ring.emplace_back(coordinate(), coordinate());
+      while (questions.size() < 20) questions.emplace_back(coordinate(), coordinate());
+      CPolygon polygon(n, ring.data());
+      std::vector<bool> answers;
+      support::for_each_form([&](const char* form) {
+        for (std::size_t i = 0; i < questions.size(); ++i) {
+          const bool inside = polygon.isInside(questions[i], 0.0);
+          if (answers.size() <= i) answers.push_back(inside);
+          ASSERT_EQ(inside, answers[i]) << "seed " << seed << ", n " << n << ", " << form;
+        }
+      });
+    }
   }
 }
 

@@ -1,25 +1,22 @@
-/// The switch between the vector forms of a kernel. Only for private test programs.
+/// The switch that forces each form of a vector kernel. Only for private test programs.
 #pragma once
 
 #include <zelvan/transforms/detail/instruction_set.h>
 
 namespace support {
 
-/// Runs `judge` with the plain forms forced, and then `compare` with each vector form that
-/// this processor has. Gives the number of vector forms.
-template <class Judge, class Compare>
-int with_each_form(Judge judge, Compare compare) {
+/// Calls `run(name)` once with the plain forms forced and once with each vector form that this
+/// processor has.
+template <class Run>
+void for_each_form(Run run) {
 #if defined(__x86_64__)
   const bool has_avx2 = zelvan::has_avx2;
   zelvan::has_avx2 = false;
-  judge();
+  run("plain");
   zelvan::has_avx2 = has_avx2;
-  if (!has_avx2) return 0;
-  compare("avx2");
-  return 1;
+  if (has_avx2) run("avx2");
 #else
-  judge();
-  return 0;
+  run("plain");
 #endif
 }
 

@@ -1,5 +1,7 @@
 #include <zelvan/pick/detail/point_array.h>
+#include <zelvan/pick/detail/winding.h>
 #include <zelvan/pick/polygon.h>
+#include <zelvan/transforms/detail/instruction_set.h>
 
 #include <new>
 
@@ -7,15 +9,6 @@ namespace {
 
 // Two vertices enclose nothing.
 unsigned int usable(unsigned int n) { return n < 3 ? 0 : n; }
-
-// What the edge from a to b adds to the winding number about (x, y). An edge counts when it
-// crosses the horizontal through the point, lower end included and upper excluded, at the
-// point or on its side of greater x. The products come last: most edges end at a comparison.
-int winding_of_edge(const DblPt& a, const DblPt& b, double x, double y) {
-  const auto cross = [&] { return (b.x - a.x) * (y - a.y) - (x - a.x) * (b.y - a.y); };
-  if (y >= a.y) return b.y > y && cross() >= 0.0 ? 1 : 0;
-  return y >= b.y && cross() <= 0.0 ? -1 : 0;
-}
 
 }  // namespace
 
@@ -63,11 +56,10 @@ bool CPolygon::isInside(DblPt& p, double tol) { return CPolygon::isInside(p.x, p
 
 bool CPolygon::isInside(double x, double y, double /*tol*/) {
   if (n_points == 0) return false;
-  int winding = 0;
-  for (unsigned int i = 1; i < n_points; ++i) {
-    winding += winding_of_edge(points[i - 1], points[i], x, y);
-  }
-  winding += winding_of_edge(points[n_points - 1], points[0], x, y);
+  const bool use_avx2 = zelvan::has_avx2 && n_points > zelvan::winding_block;
+  int winding = use_avx2 ? zelvan::avx2::winding_of_chain(points, n_points, x, y)
+                         : zelvan::winding_of_chain(points, n_points, x, y);
+  winding += zelvan::winding_of_edge(points[n_points - 1], points[0], x, y);
   return winding != 0;
 }
 
