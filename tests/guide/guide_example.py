@@ -1,0 +1,40 @@
+"""The worked example of a guide page: its only block of C++ with a `main`, and the text block
+that follows, which is what the example prints.
+
+    guide_example.py extract PAGE FILE     writes the example to FILE
+    guide_example.py run PAGE PROGRAM      runs PROGRAM in an empty folder, compares its output
+"""
+
+import re
+import subprocess
+import sys
+import tempfile
+
+
+def example_of(page):
+    text = open(page, encoding="utf-8").read()
+    found = [match for match in
+             re.finditer(r"^```cpp\n(.*?)^```\n(.*?)^```text\n(.*?)^```$", text, re.S | re.M)
+             if "int main(" in match[1] and "```" not in match[2]]
+    if len(found) != 1:
+        sys.exit(f"{page}: {len(found)} examples with the output that they print, 1 is meant")
+    return found[0][1], found[0][3]
+
+
+def extract(page, file):
+    with open(file, "w", encoding="utf-8") as out:
+        out.write(example_of(page)[0])
+
+
+def run(page, program):
+    expected = example_of(page)[1]
+    with tempfile.TemporaryDirectory() as folder:
+        ended = subprocess.run([program], cwd=folder, stdin=subprocess.DEVNULL,
+                               capture_output=True, text=True, timeout=50, check=False)
+    if ended.returncode != 0 or ended.stdout != expected:
+        sys.exit(f"{page}: status {ended.returncode}\n--- it prints\n{ended.stdout}{ended.stderr}"
+                 f"--- the page says\n{expected}")
+
+
+if __name__ == "__main__":
+    {"extract": extract, "run": run}[sys.argv[1]](*sys.argv[2:])

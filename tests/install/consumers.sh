@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# consumers.sh SOURCE BUILD COMPILER WORK: installs the built library, moves the installed tree,
+# and builds and runs the same consumer through find_package, pkg-config and add_subdirectory.
+set -euo pipefail
+source=$1 build=$2 compiler=$3 work=$4
+here=$source/tests/install
+rm -rf "$work"
+mkdir -p "$work"
+
+fail() {
+  echo "consumers: $*" >&2
+  exit 1
+}
+
+# says_ok WAY PROGRAM
+says_ok() {
+  local said
+  said=$("$2") || fail "$1: the consumer ended with status $?"
+  [[ $said == "a region of my own, hit; 0x0p+0" ]] || fail "$1: the consumer said '$said'"
+  echo "$1: ok"
+}
+
+# configure_and_build SOURCE BUILD ARGUMENT...
+configure_and_build() {
+  cmake -G Ninja -S "$1" -B "$2" -DCMAKE_CXX_COMPILER="$compiler" "${@:3}" >"$2.log" 2>&1 &&
+    cmake --build "$2" >>"$2.log" 2>&1 || {
+    cat "$2.log" >&2
+    fail "$1 did not build"
+  }
+}
+
+cmake --install "$build" --prefix "$work/first" >/dev/null
+mv "$work/first" "$work/moved"
+
+configure_and_build "$here/consumer" "$work/find_package" -DCMAKE_PREFIX_PATH="$work/moved"
+says_ok find_package "$work/find_package/consumer"
+
+pc=$(find "$work/moved" -name zelvan.pc)
+export PKG_CONFIG_PATH=${pc%/*}
+# shellcheck disable=SC2046  # the flags are words
+"$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Werror "$here/consumer/main.cpp" \
+  -o "$work/pkg_config" $(pkg-config --cflags --libs zelvan)
+libdir=$(pkg-config --variable=libdir zelvan)
+LD_LIBRARY_PATH=$libdir says_ok pkg-config "$work/pkg_config"
+
+# Our sources under a parent whose flags would fuse products and sums, and which installs and
+# tests nothing but its own.
+configure_and_build "$here/subproject" "$work/subproject" -DZELVAN_SOURCE="$source" \
+  -DCMAKE_CXX_FLAGS="-O2 -march=native -ffp-contract=fast"
+says_ok add_subdirectory "$work/subproject/consumer"
+cmake --install "$work/subproject" --prefix "$work/parent" >/dev/null
+installed=$(cd "$work/parent" && find . -type f)
+[[ $installed == ./bin/consumer ]] || fail "add_subdirectory: the parent installed $installed"
+ctest --test-dir "$work/subproject" -N | grep -q '^Total Tests: 0$' ||
+  fail "add_subdirectory: the parent got tests of ours"

@@ -1,0 +1,69 @@
+"""Reads the #include lines of the library and refuses every arrow that is not drawn here."""
+
+import pathlib
+import re
+import sys
+
+# Which families a family may include, or which of their headers.
+ARROWS = {
+    "transforms": set(),
+    "pick": {"transforms"},
+    "geometry": {"transforms/records.h"},
+    "colour": {"text/str_field.h", "var", "platform/comparison.h"},
+    "linetypes": set(),
+    "mem": set(),
+    "var": {"platform/comparison.h"},
+    "tra": set(),
+    "logger": set(),
+    "text": {"platform/locale.h"},
+    "osh": {"platform"},
+    "wipc": {"platform"},
+    "platform": set(),
+}
+VECTOR_HEADER = "immintrin.h"  # the compiler's own, not the operating system's
+
+
+def allowed(family, target):
+    target_family = target.split("/")[0]
+    return (target == "export.h" or target_family == family
+            or target in ARROWS[family] or target_family in ARROWS[family])
+
+
+def faults_of(path, source):
+    inside = path.relative_to(source)
+    family = inside.parts[0] if len(inside.parts) > 1 else None
+    is_public = len(inside.parts) == 2 and family != "platform" and path.suffix == ".h"
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), start=1):
+        match = re.match(r'\s*#\s*include\s*([<"])([^>"]+)', line)
+        if not match:
+            continue
+        bracket, name = match.groups()
+        place = f"{inside}:{number}: includes {name}"
+        if bracket == '"':
+            yield f"{place}: write it as <zelvan/...>"
+        elif name.startswith("zelvan/"):
+            target = name.removeprefix("zelvan/")
+            if family is not None and not allowed(family, target):
+                yield f"{place}: no arrow leads there from {family}"
+            if is_public and ("/detail/" in target or target.startswith("platform/")):
+                yield f"{place}: a public header includes a private one"
+        elif (name.endswith(".h") or "/" in name) and family != "platform":
+            if name != VECTOR_HEADER:
+                yield f"{place}: the operating system is asked in platform/ only"
+
+
+def main(source):
+    source = pathlib.Path(source)
+    files = sorted(p for p in source.rglob("*") if p.suffix in {".h", ".cpp"})
+    faults = [fault for path in files for fault in faults_of(path, source)]
+    public = {p.relative_to(source).as_posix() for p in files
+              if p.suffix == ".h" and len(p.relative_to(source).parts) == 2
+              and p.parent.name != "platform"}
+    whole = set(re.findall(r"#include <zelvan/([^>]+)>", (source / "zelvan.h").read_text()))
+    faults += [f"zelvan.h: does not include {name}" for name in sorted(public - whole)]
+    print("\n".join(faults) or f"{len(files)} files, every arrow as drawn")
+    return 1 if faults or not files else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
