@@ -1,13 +1,14 @@
 // Points mapped per second: each array operation, each mapping path, in and out of the cache,
 // beside the loop that a user would write by hand.
 
-#include <benchmark/benchmark.h>
 #include <zelvan/transforms/mtx2d.h>
 
 #include <cmath>
 #include <cstring>
 #include <random>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 namespace {
 
@@ -16,7 +17,9 @@ constexpr int large = 4'000'000;
 
 Mtx2D matrix_of_type(int type) {
   Mtx2D m;
-  m.Rotate(type == Mtx2DTypeQuadrant ? 90.0 : type == Mtx2DTypeGeneral ? 30.0 : 0.0,
+  m.Rotate(type == Mtx2DTypeQuadrant  ? 90.0
+           : type == Mtx2DTypeGeneral ? 30.0
+                                      : 0.0,
            Mtx2DRotateLast);
   m.Scale(4.5, -4.5);
   m.Translate(800.0, 450.0);

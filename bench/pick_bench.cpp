@@ -1,13 +1,14 @@
 // Pick tests per second on rings of 8 to 100 000 vertices, beside the even-odd loop that most
 // programs carry and beside the library's own rule written plainly.
 
-#include <benchmark/benchmark.h>
 #include <zelvan/pick/polygon.h>
 
 #include <cmath>
 #include <numbers>
 #include <random>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 namespace {
 
