@@ -1,0 +1,227 @@
+#include <zelvan/platform/processes.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr const char* shell = "/bin/sh";
+constexpr int report_fd = 3;  // the first that a started program has no claim to
+constexpr int started = 33;
+
+/// Splits at blanks; double quotes hold a part together and vanish.
+std::vector<std::string> split_command_line(std::string_view line) {
+  std::vector<std::string> parts;
+  bool in_part = false;
+  bool in_quotes = false;
+  for (const char c : line) {
+    if (!in_quotes && (c == ' ' || c == '\t')) {
+      in_part = false;
+      continue;
+    }
+    if (!in_part) parts.emplace_back();
+    in_part = true;
+    if (c == '"') {
+      in_quotes = !in_quotes;
+    } else {
+      parts.back() += c;
+    }
+  }
+  return parts;
+}
+
+/// 0 if the path is a file that may be run, else the errno that says why not.
+int why_not_runnable(const char* path) {
+  struct stat status;
+  if (::stat(path, &status) != 0) return errno;
+  if (!S_ISREG(status.st_mode)) return EACCES;
+  return ::access(path, X_OK) == 0 ? 0 : errno;
+}
+
+/// Replaces a bare name by the first path along "PATH" that can be run. Gives 0, or the errno
+/// of what was found instead; a path is judged as it stands.
+int find_program(std::string* program) {
+  if (program->find('/') != std::string::npos) return why_not_runnable(program->c_str());
+  if (program->empty()) return ENOENT;
+  const char* variable = std::getenv("PATH");
+  int trouble = ENOENT;
+  for (std::string_view path = variable != nullptr ? variable : "/bin:/usr/bin";;) {
+    const std::size_t colon = path.find(':');
+    const std::string_view folder = path.substr(0, colon);
+    const std::string candidate = std::string(folder.empty() ? "." : folder) + '/' + *program;
+    const int why_not = why_not_runnable(candidate.c_str());
+    if (why_not == 0) {
+      *program = candidate;
+      return 0;
+    }
+    if (why_not != ENOENT && why_not != ENOTDIR) trouble = why_not;
+    if (colon == std::string_view::npos) return trouble;
+    path.remove_prefix(colon + 1);
+  }
+}
+
+struct Start {
+  const char* program;
+  char* const* arguments;
+  bool detached;         // in a session of its own
+  bool program_reports;  // keeps the report open, to write to it if it can't do its work
+};
+
+/// The last steps before the program takes over. Memory, handlers and locks are those of the
+/// caller in mid-step, so nothing but plain system calls may stand here.
+[[noreturn]] void become(const Start& start, int report, const sigset_t& callers_mask) {
+  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) _exit(127);
+  ::closefrom(report_fd + 1);
+  if (start.program_reports) ::fcntl(report_fd, F_SETFD, 0);
+  if (start.detached) ::setsid();
+  // The caller's handlers must not run here once the signals are let through again.
+  for (int signal = 1; signal < NSIG; ++signal) {
+    struct sigaction action;
+    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+    ::signal(signal, SIG_DFL);
+  }
+  ::sigprocmask(SIG_SETMASK, &callers_mask, nullptr);
+  ::execve(start.program, start.arguments, environ);
+  const int trouble = errno;
+  [[maybe_unused]] const ssize_t told = ::write(report_fd, &trouble, sizeof trouble);
+  _exit(127);
+}
+
+/// Reads the report to its end: 0 if the program closed it unwritten by starting.
+int read_report(int report) {
+  int trouble = 0;
+  ssize_t got;
+  do {
+    got = ::read(report, &trouble, sizeof trouble);
+  } while (got < 0 && errno == EINTR);
+  if (got == 0) return 0;
+  return got == sizeof trouble ? trouble : ENOENT;
+}
+
+/// Runs the program as the child of a child that ends at once: so it falls to the system to
+/// wait for it. Gives 0, or the errno of what failed.
+int run(const Start& start) {
+  int report[2];
+  if (::pipe2(report, O_CLOEXEC) != 0) return errno;
+
+  sigset_t all_signals;
+  sigset_t callers_mask;
+  sigfillset(&all_signals);
+  ::pthread_sigmask(SIG_SETMASK, &all_signals, &callers_mask);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const pid_t grandchild = ::fork();
+    if (grandchild == 0) become(start, report[1], callers_mask);
+    const int trouble = errno;
+    if (grandchild < 0) {
+      [[maybe_unused]] const ssize_t told = ::write(report[1], &trouble, sizeof trouble);
+    }
+    _exit(0);
+  }
+  int trouble = child < 0 ? errno : 0;
+  ::close(report[1]);
+  if (child > 0) {
+    // A caller that waits for just any child may get this one first; nothing depends on it.
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    trouble = read_report(report[0]);
+  }
+  ::close(report[0]);
+  ::pthread_sigmask(SIG_SETMASK, &callers_mask, nullptr);
+  return trouble;
+}
+
+std::vector<char*> argument_array(std::vector<std::string>& parts) {
+  std::vector<char*> arguments;
+  for (std::string& part : parts) arguments.push_back(part.data());
+  arguments.push_back(nullptr);
+  return arguments;
+}
+
+/// The first word of a command, or nothing where the shell would read it in a way of its own.
+std::string plain_first_word(std::string_view command) {
+  const std::size_t begin = command.find_first_not_of(" \t");
+  if (begin == std::string_view::npos) return {};
+  command.remove_prefix(begin);
+  const std::size_t end = command.find_first_not_of(
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./+-");
+  if (end != std::string_view::npos && command[end] != ' ' && command[end] != '\t') return {};
+  return std::string(command.substr(0, end));
+}
+
+int start_result(int trouble) {
+  switch (trouble) {
+    case 0:
+      return started;
+    case EACCES:
+    case EPERM:
+      return 5;
+    case EAGAIN:
+    case EMFILE:
+    case ENFILE:
+    case ENOMEM:
+    case E2BIG:
+      return 8;
+    case ENOEXEC:
+      return 11;
+    default:
+      return 2;
+  }
+}
+
+int run_in_shell(const char* command) {
+  std::string word = plain_first_word(command);
+  const std::string name = word;
+  std::vector<std::string> parts = {"sh", "-c", command};
+  bool shell_reports = false;
+  if (!word.empty()) {
+    const int trouble = find_program(&word);
+    if (trouble != 0 && name.find('/') != std::string::npos) return start_result(trouble);
+    if (trouble != 0) {
+      // No file of that name: it can still be a word of the shell's own, which the shell is
+      // asked for before it goes to work.
+      shell_reports = true;
+      parts = {
+          "sh",
+          "-c",
+          "command -v -- \"$1\" >/dev/null 2>&1 || { echo >&3; exit; }; exec 3>&-; eval \"$2\"",
+          "sh",
+          name,
+          command};
+    }
+  }
+  return start_result(run({shell, argument_array(parts).data(), false, shell_reports}));
+}
+
+}  // namespace
+
+int CreateProcessA(const char* command_line) try {
+  std::vector<std::string> parts = split_command_line(command_line);
+  if (parts.empty()) return 0;
+  std::string program = parts[0];
+  if (find_program(&program) != 0) return 0;
+  return run({program.c_str(), argument_array(parts).data(), true, false}) == 0;
+} catch (const std::bad_alloc&) {
+  return 0;
+}
+
+int WinExec(const char* command) try {
+  return run_in_shell(command);
+} catch (const std::bad_alloc&) {
+  return start_result(ENOMEM);
+}
+
+int _getpid() { return ::getpid(); }
+
+}  // namespace zelvan::platform
