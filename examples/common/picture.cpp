@@ -1,0 +1,105 @@
+#include "common/picture.h"
+
+#include "common/error.h"
+#include "common/file.h"
+#include "common/view.h"
+
+#include <algorithm>
+#include <cctype>
+#include <new>
+#include <string_view>
+
+#include <cairo-svg.h>
+
+namespace example {
+
+namespace {
+
+bool ends_with_any_case(std::string path, std::string_view ending) {
+  std::transform(path.begin(), path.end(), path.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return path.ends_with(ending);
+}
+
+// No exception may pass through Cairo.
+cairo_status_t append_bytes(void* bytes, const unsigned char* data, unsigned length) {
+  try {
+    static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
+    return CAIRO_STATUS_SUCCESS;
+  } catch (const std::bad_alloc&) {
+    return CAIRO_STATUS_NO_MEMORY;
+  }
+}
+
+void set_colour(cairo_t* context, Colour colour) {
+  cairo_set_source_rgb(context, colour.red, colour.green, colour.blue);
+}
+
+}  // namespace
+
+Picture::Picture(const std::string& path, int pixels_wide, int pixels_high, Colour background)
+    : path_(path), is_png_(ends_with_any_case(path, ".png")) {
+  if (!is_png_ && !ends_with_any_case(path, ".svg")) {
+    throw Error(path + ": the name of a picture ends in .png or .svg");
+  }
+  surface_.reset(is_png_ ? cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels_wide, pixels_high)
+                         : cairo_svg_surface_create_for_stream(append_bytes, &bytes_, pixels_wide,
+                                                               pixels_high));
+  context_.reset(cairo_create(surface_.get()));
+  set_colour(context_.get(), background);
+  cairo_paint(context_.get());
+  cairo_scale(context_.get(), 1.0 / units_per_pixel, 1.0 / units_per_pixel);
+  cairo_set_fill_rule(context_.get(), CAIRO_FILL_RULE_EVEN_ODD);
+  cairo_set_line_join(context_.get(), CAIRO_LINE_JOIN_ROUND);
+  cairo_set_line_cap(context_.get(), CAIRO_LINE_CAP_ROUND);
+}
+
+void Picture::fill(const DevicePolygons& polygons, Colour colour) {
+  cairo_t* const context = context_.get();
+  for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
+    for (std::size_t i = first; i < first + count; ++i) {
+      cairo_line_to(context, polygons.points[i].x, polygons.points[i].y);
+    }
+    cairo_close_path(context);
+    cairo_new_sub_path(context);
+  });
+  set_colour(context, colour);
+  cairo_fill(context);
+}
+
+void Picture::stroke(const DevicePolygons& polygons, Colour colour, double width) {
+  cairo_t* const context = context_.get();
+  for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
+    bool pen_is_down = false;
+    for (std::size_t i = 0; i < count; ++i) {
+      const int_pt_t from = polygons.points[first + i];
+      const int_pt_t to = polygons.points[first + (i + 1) % count];
+      const bool is_visible = polygons.edge_flags[first + i] % 2 == 1;  // 1 and 3
+      if (is_visible && !pen_is_down) cairo_move_to(context, from.x, from.y);
+      if (is_visible) cairo_line_to(context, to.x, to.y);
+      pen_is_down = is_visible;
+    }
+  });
+  set_colour(context, colour);
+  cairo_set_line_width(context, width * units_per_pixel);
+  cairo_stroke(context);
+}
+
+void Picture::save() {
+  const cairo_status_t drawn = cairo_status(context_.get());
+  context_.reset();
+  cairo_status_t written = CAIRO_STATUS_SUCCESS;
+  if (is_png_) {
+    written = cairo_surface_write_to_png_stream(surface_.get(), append_bytes, &bytes_);
+  } else {
+    cairo_surface_finish(surface_.get());
+    written = cairo_surface_status(surface_.get());
+  }
+  for (const cairo_status_t status : {drawn, written}) {
+    if (status == CAIRO_STATUS_SUCCESS) continue;
+    throw Error(path_ + ": can't be drawn: " + cairo_status_to_string(status));
+  }
+  write_file(path_, bytes_);
+}
+
+}  // namespace example

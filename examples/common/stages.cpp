@@ -1,0 +1,135 @@
+#include "common/stages.h"
+
+#include <zelvan/geometry/clip_polygon_set.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace example {
+
+namespace {
+
+// A polygon of the set as the library takes it. The library only reads it.
+drw_pset_t part_of(const MapPolygons& set, std::size_t first, std::size_t count) {
+  return {static_cast<int>(count), const_cast<real_pt_t*>(set.points.data() + first),
+          const_cast<int*>(set.edge_flags.data() + first)};
+}
+
+template <class Point>
+void resize(Polygons<Point>& set, std::size_t size) {
+  set.points.resize(size);
+  set.edge_flags.resize(size);
+}
+
+// Appends what of `source` lies in `frame`.
+void append_clipped(drw_pset_t source, real_rect_t frame, MapPolygons& out) {
+  const std::size_t old_size = out.points.size();
+  const std::size_t most = 5 * static_cast<std::size_t>(source.n_points) + 4;
+  resize(out, old_size + most);
+  drw_pset_t target = {static_cast<int>(old_size), out.points.data(), out.edge_flags.data()};
+  ClipPolygonSet(&source, &target, &frame);
+  resize(out, static_cast<std::size_t>(target.n_points));
+}
+
+void move_east(real_pt_t* first, real_pt_t* last, double degrees) {
+  for (; first != last; ++first) first->x += degrees;
+}
+
+bool is_cut(real_pt_t a, real_pt_t b) {
+  const bool is_on_antimeridian = a.x == b.x && std::abs(a.x) == 180.0;
+  const bool is_on_pole = a.y == b.y && std::abs(a.y) == 90.0;
+  return is_on_antimeridian || is_on_pole;
+}
+
+// Where a flat map is cut open, along the antimeridian and the poles, there is no coast. This
+// comes after clipping, which may walk a ring against its sense with the flags of its vertices
+// as they were: what is visible alike stays so, but a lone invisible edge would change places.
+void hide_cuts(MapPolygons& polygons, std::size_t start) {
+  std::size_t first = start;
+  for (std::size_t i = start; i < polygons.points.size(); ++i) {
+    int& flag = polygons.edge_flags[i];
+    const bool is_last = flag >= drw_edge_close_invisible;
+    const std::size_t next = is_last ? first : i + 1;
+    if (is_cut(polygons.points[i], polygons.points[next])) {
+      flag = is_last ? drw_edge_close_invisible : drw_edge_invisible;
+    }
+    if (is_last) first = i + 1;
+  }
+}
+
+bool comes_before(const real_pt_t& a, const real_pt_t& b) {
+  return a.x != b.x ? a.x < b.x : a.y < b.y;
+}
+
+// How many vertices of a polygon are still there after clipping.
+std::ptrdiff_t count_kept(std::vector<real_pt_t> before, std::vector<real_pt_t> after) {
+  if (after.empty()) return 0;
+  std::sort(before.begin(), before.end(), comes_before);
+  std::sort(after.begin(), after.end(), comes_before);
+  std::vector<real_pt_t> kept;
+  std::set_intersection(before.begin(), before.end(), after.begin(), after.end(),
+                        std::back_inserter(kept), comes_before);
+  return std::ssize(kept);
+}
+
+}  // namespace
+
+MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally) {
+  MapPolygons out;
+  for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
+    const drw_pset_t polygon = part_of(polygons, first, count);
+    const std::vector<real_pt_t> before(polygon.points, polygon.points + count);
+    const auto [west, east] = std::minmax_element(
+        before.begin(), before.end(), [](real_pt_t a, real_pt_t b) { return a.x < b.x; });
+    const View::Turns turns = view.turns_between(west->x, east->x);
+    const std::size_t old_size = out.points.size();
+    std::vector<real_pt_t> after;
+    for (int turn = turns.first; turn <= turns.last; ++turn) {
+      // The view goes to the polygon, not the polygon to the view: what is kept stays exact.
+      real_rect_t frame = view.frame();
+      move_east(frame.corners, frame.corners + 4, -360.0 * turn);
+      const std::size_t turn_start = out.points.size();
+      append_clipped(polygon, frame, out);
+      hide_cuts(out, turn_start);
+      real_pt_t* const piece = out.points.data() + turn_start;
+      real_pt_t* const piece_end = out.points.data() + out.points.size();
+      after.insert(after.end(), piece, piece_end);
+      move_east(piece, piece_end, 360.0 * turn);
+    }
+    const auto pieces = std::count_if(
+        out.edge_flags.begin() + static_cast<std::ptrdiff_t>(old_size), out.edge_flags.end(),
+        [](int flag) { return flag >= drw_edge_close_invisible; });
+    const std::ptrdiff_t kept = count_kept(before, after);
+    tally.polygons.came_in += 1;
+    tally.polygons.clipped_away += pieces == 0 ? 1 : 0;
+    tally.polygons.added += std::max<std::ptrdiff_t>(pieces - 1, 0);
+    tally.vertices.came_in += std::ssize(before);
+    tally.vertices.clipped_away += std::ssize(before) - kept;
+    tally.vertices.added += std::ssize(after) - kept;
+  });
+  return out;
+}
+
+DevicePolygons map_to_device(const MapPolygons& polygons, const View& view, Tally& tally) {
+  DevicePolygons out;
+  Mtx2D to_device = view.to_device();
+  // One by one: neighbours in a set that touch would run together.
+  for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
+    drw_pset_t source = part_of(polygons, first, count);
+    const std::size_t old_size = out.points.size();
+    resize(out, old_size + count);
+    drw_dpset_t target = {0, out.points.data() + old_size, out.edge_flags.data() + old_size};
+    to_device.XfmPolySetPts(&source, &target);
+    const bool has_area = target.n_points >= 3;
+    const std::size_t drawn = has_area ? static_cast<std::size_t>(target.n_points) : 0;
+    resize(out, old_size + drawn);
+    tally.polygons.merged += has_area ? 0 : 1;
+    tally.polygons.drawn += has_area ? 1 : 0;
+    tally.vertices.merged += static_cast<long long>(count - drawn);
+    tally.vertices.drawn += static_cast<long long>(drawn);
+  });
+  return out;
+}
+
+}  // namespace example

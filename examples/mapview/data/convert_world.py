@@ -1,0 +1,131 @@
+#!/usr/bin/env python3
+"""Makes world.geojson out of the country outlines of the npm package world-atlas 2.0.2.
+
+    npm pack world-atlas@2.0.2 && tar xf world-atlas-2.0.2.tgz
+    ./convert_world.py package/countries-110m.json > world.geojson
+
+The input is TopoJSON whose rings run across the antimeridian and around the pole as they do on
+a globe. A flat map wants them cut there, and so does RFC 7946: outlines end at longitude 180
+and go on at -180, and a ring about the pole comes home along the edge of the map.
+"""
+import json
+import sys
+
+
+def decode_arcs(topology):
+    """Arcs are chains of quantised steps; the transform takes them to degrees."""
+    (scale_x, scale_y), (move_x, move_y) = (
+        topology["transform"]["scale"], topology["transform"]["translate"])
+    for arc in topology["arcs"]:
+        x = y = 0
+        points = []
+        for step_x, step_y in arc:
+            x += step_x
+            y += step_y
+            points.append((round(x * scale_x + move_x, 4), round(y * scale_y + move_y, 4)))
+        yield points
+
+
+def ring_of(arcs, indices):
+    """Joins arcs to an open ring; ~i is arc i backwards, and joints are stored twice."""
+    ring = []
+    for i in indices:
+        ring += (arcs[i] if i >= 0 else arcs[~i][::-1])[:-1]
+    return ring
+
+
+def without_repeats(ring):
+    return [b for a, b in zip(ring[-1:] + ring, ring) if a != b]
+
+
+def unroll(ring):
+    """Lets longitudes run on past 180. Gives the ring and how far it winds about the pole."""
+    out = [ring[0]]
+    for lon, lat in ring[1:] + ring[:1]:
+        turns = round((lon - out[-1][0]) / 360.0)
+        out.append((lon - 360.0 * turns, lat))
+    return without_repeats(out[:-1]), out[-1][0] - out[0][0]
+
+
+def at_longitude(a, b, lon):
+    return lon, round(a[1] + (b[1] - a[1]) * (lon - a[0]) / (b[0] - a[0]), 4)
+
+
+def half(ring, lon, side):
+    """What of the ring lies east (side 1) or west (side -1) of a meridian."""
+    out = []
+    for a, b in zip(ring, ring[1:] + ring[:1]):
+        if side * (a[0] - lon) >= 0:
+            out.append(a)
+        if (a[0] - lon) * (b[0] - lon) < 0:
+            out.append(at_longitude(a, b, lon))
+    crossings = sum((a[0] < lon) != (b[0] < lon) for a, b in zip(ring, ring[1:] + ring[:1]))
+    if crossings > 2:
+        sys.exit("a ring crosses the antimeridian more than twice: cut it into more pieces")
+    return out
+
+
+def close_over_pole(ring, winding):
+    """A ring about a pole becomes one that returns along the antimeridian and the pole."""
+    step = 360.0 if winding > 0 else -360.0
+    edge = 180.0 if step > 0 else -180.0
+    pole = 90.0 if sum(lat for _, lat in ring) > 0 else -90.0
+    for i, (a, b) in enumerate(zip(ring, ring[1:] + [(ring[0][0] + step, ring[0][1])])):
+        if (a[0] - edge) * (b[0] - edge) <= 0 and a[0] != b[0]:
+            cut = at_longitude(a, b, edge)
+            # One full turn, from the first vertex behind the edge to the last before it.
+            turned = [(x - step, y) for x, y in ring[i + 1:]] + ring[:i + 1]
+            return [(-edge, cut[1])] + turned + [cut, (edge, pole), (-edge, pole)]
+    sys.exit("a ring about the pole never meets the antimeridian")
+
+
+def pieces(ring):
+    """The ring as rings between the longitudes -180 and 180."""
+    ring, winding = unroll(ring)
+    if len(ring) < 3:
+        return []  # the source holds a polygon that is a single point
+    if abs(winding) > 180.0:
+        return [close_over_pole(ring, winding)]
+    if min(lon for lon, _ in ring) < -180.0:
+        ring = [(lon + 360.0, lat) for lon, lat in ring]
+    if max(lon for lon, _ in ring) <= 180.0:
+        return [ring]
+    east = [(lon - 360.0, lat) for lon, lat in half(ring, 180.0, 1)]
+    return [half(ring, 180.0, -1), east]
+
+
+def wound(ring, counter_clockwise):
+    ring = without_repeats([(round(lon, 4), lat) for lon, lat in ring])
+    area = sum(a[0] * b[1] - b[0] * a[1] for a, b in zip(ring, ring[1:] + ring[:1]))
+    ring = ring if (area > 0) == counter_clockwise else ring[::-1]
+    return ring + ring[:1]
+
+
+def polygons(arcs, geometry):
+    """Each polygon: an outer ring, then its holes. No polygon that has a hole is cut."""
+    for rings in geometry["arcs"] if geometry["type"] == "MultiPolygon" else [geometry["arcs"]]:
+        outer = [wound(piece, True) for piece in pieces(ring_of(arcs, rings[0]))]
+        holes = [wound(ring_of(arcs, hole), False) for hole in rings[1:]]
+        if holes and len(outer) > 1:
+            sys.exit("a polygon with holes crosses the antimeridian: share out its holes")
+        for ring in outer:
+            yield [ring] + holes
+
+
+def main():
+    with open(sys.argv[1], encoding="utf-8") as file:
+        topology = json.load(file)
+    arcs = list(decode_arcs(topology))
+    lines = []
+    for country in topology["objects"]["countries"]["geometries"]:
+        feature = {
+            "type": "Feature",
+            "properties": {"name": country["properties"]["name"]},
+            "geometry": {"type": "MultiPolygon", "coordinates": list(polygons(arcs, country))},
+        }
+        lines.append(json.dumps(feature, ensure_ascii=False, separators=(",", ":")))
+    print('{"type":"FeatureCollection","features":[\n' + ",\n".join(lines) + "\n]}")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,151 @@
+// mapview draws a map and answers picks: the road of a drawing call through the library.
+//
+// Each country is clipped to the view, mapped to device units, filled and stroked. Picks on
+// the map are answered by the outlines as they were read, picks in the picture by the outlines
+// as they were drawn.
+
+#include "common/colouring.h"
+#include "common/error.h"
+#include "common/geojson.h"
+#include "common/picker.h"
+#include "common/picture.h"
+#include "common/stages.h"
+#include "options.h"
+
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <utility>
+
+namespace {
+
+using namespace example;
+
+constexpr Colour sea = {0.80, 0.88, 0.94};
+constexpr Colour border = {0.32, 0.30, 0.32};
+constexpr Colour fills[] = {{0.96, 0.87, 0.70}, {0.80, 0.88, 0.68}, {0.95, 0.77, 0.70},
+                            {0.85, 0.79, 0.90}, {0.99, 0.94, 0.72}, {0.74, 0.86, 0.80},
+                            {0.93, 0.82, 0.84}};
+constexpr double border_width = 0.8;  // pixels
+
+struct DrawnCountry {
+  std::size_t index;  // in the world
+  DevicePolygons outline;
+};
+
+// Tells how long each stage took, from the end of the one before.
+class Stages {
+ public:
+  void end(const char* stage) {
+    const auto now = std::chrono::steady_clock::now();
+    const std::chrono::duration<double, std::milli> spent = now - start_;
+    std::printf("%-6s %9.2f ms\n", stage, spent.count());
+    start_ = now;
+  }
+
+ private:
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+void print(const Tally& tally) {
+  std::printf("%-10s%12s%14s%10s%10s%10s\n", "", "came in", "clipped away", "added", "merged",
+              "drawn");
+  for (const auto& [what, n] :
+       {std::pair("polygons", tally.polygons), std::pair("vertices", tally.vertices)}) {
+    std::printf("%-10s%12lld%14lld%10lld%10lld%10lld\n", what, n.came_in, n.clipped_away, n.added,
+                n.merged, n.drawn);
+  }
+}
+
+void draw(const World& world, const std::vector<DrawnCountry>& countries, const Options& options) {
+  const std::vector<std::size_t> colours = colour_apart(world, std::size(fills));
+  Picture picture(options.output, options.view.pixels_wide, options.view.pixels_high, sea);
+  for (const DrawnCountry& country : countries) {
+    picture.fill(country.outline, fills[colours[country.index]]);
+  }
+  for (const DrawnCountry& country : countries) {  // over all fills, so that none hides a border
+    picture.stroke(country.outline, border, border_width);
+  }
+  picture.save();
+}
+
+const char* name_or_none(const std::string* name) {
+  return name == nullptr ? "no country" : name->c_str();
+}
+
+void pick_places(const World& world, const View& view, const std::vector<real_pt_t>& places) {
+  Picker picker;
+  for (const Country& country : world) picker.add(country.name, country.outline);
+  for (const auto [longitude, latitude] : places) {
+    const std::string* name = nullptr;
+    for (const double turn : {0.0, 360.0, -360.0}) {  // the antimeridian is -180 and 180
+      if (name == nullptr) name = picker.at(longitude + turn, latitude);
+    }
+    std::printf("place %g,%g: %s", longitude, latitude, name_or_none(name));
+    if (const auto pixel = view.pixel_of({longitude, latitude})) {
+      std::printf(", at pixel %d,%d\n", pixel->x, pixel->y);
+    } else {
+      std::printf(", outside the picture\n");
+    }
+  }
+}
+
+void pick_pixels(const World& world, const std::vector<DrawnCountry>& countries, const View& view,
+                 const std::vector<int_pt_t>& pixels) {
+  Picker picker;
+  for (const DrawnCountry& drawn : countries) picker.add(world[drawn.index].name, drawn.outline);
+  for (const auto [x, y] : pixels) {
+    if (!view.contains({x, y})) {
+      std::printf("pixel %d,%d: outside the picture\n", x, y);
+      continue;
+    }
+    const std::string* name = picker.at((x + 0.5) * units_per_pixel, (y + 0.5) * units_per_pixel);
+    const real_pt_t place = view.place_of({x, y});
+    std::printf("pixel %d,%d: %s, at place %g,%g\n", x, y, name_or_none(name), place.x, place.y);
+  }
+}
+
+void run(const Options& options) {
+  Stages stages;
+  const World world = read_geojson(options.data);
+  stages.end("read");
+
+  const View view(options.view);
+  Tally tally;
+  std::vector<MapPolygons> clipped;
+  for (const Country& country : world) {
+    clipped.push_back(clip_to_view(country.outline, view, tally));
+  }
+  stages.end("clip");
+
+  std::vector<DrawnCountry> countries;
+  for (std::size_t i = 0; i < world.size(); ++i) {
+    DevicePolygons outline = map_to_device(clipped[i], view, tally);
+    if (!outline.empty()) countries.push_back({i, std::move(outline)});
+  }
+  stages.end("map");
+
+  if (!options.output.empty()) {
+    draw(world, countries, options);
+    stages.end("draw");
+  }
+  if (!options.places.empty() || !options.pixels.empty()) {
+    pick_places(world, view, options.places);
+    pick_pixels(world, countries, view, options.pixels);
+    stages.end("pick");
+  }
+  print(tally);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  constexpr int bad_input = 2;
+  try {
+    if (const std::optional<Options> options = read_options(argc, argv)) run(*options);
+    return 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "mapview: %s\n", error.what());
+  }
+  return bad_input;
+}

@@ -1,0 +1,101 @@
+#include "options.h"
+
+#include "common/error.h"
+
+#include <charconv>
+#include <cmath>
+#include <iostream>
+#include <system_error>
+
+#include <CLI/CLI.hpp>
+
+namespace example {
+
+namespace {
+
+constexpr const char* example_call = R"(
+Example:
+  mapview --center 12,46 --width 30 --rotation 20 --pick 12.5,41.9 -o closeup.png
+
+draws central Europe, turned, and tells that Italy lies at 12.5 east, 41.9 north.
+)";
+
+// Splits such as "12.5,41.9" or "1600x800". Throws for anything but two numbers.
+template <class Point>
+Point parse_pair(const std::string& option, const std::string& text, char separator) {
+  Point point;
+  const char* const end = text.data() + text.size();
+  const auto first = std::from_chars(text.data(), end, point.x);
+  if (first.ec == std::errc() && first.ptr != end && *first.ptr == separator) {
+    const auto second = std::from_chars(first.ptr + 1, end, point.y);
+    const bool is_finite = std::isfinite(point.x + 0.0) && std::isfinite(point.y + 0.0);
+    if (second.ec == std::errc() && second.ptr == end && is_finite) return point;
+  }
+  throw Error(option + ": '" + text + "' is no pair of numbers with '" + separator +
+              "' between; see mapview --help");
+}
+
+void require(bool is_so, const char* what) {
+  if (!is_so) throw Error(std::string(what) + "; see mapview --help");
+}
+
+}  // namespace
+
+std::optional<Options> read_options(int argc, char** argv) {
+  Options options;
+  options.data = shipped_world();
+  ViewSettings& view = options.view;
+  std::string centre_text = "0,0", size_text = "1600x800";
+  std::vector<std::string> place_texts, pixel_texts;
+
+  CLI::App app("Draws a map of countries and tells which country lies where.", "mapview");
+  app.footer(example_call);
+  app.add_option("-d,--data", options.data, "GeoJSON file (default: the world at 1:110 million)")
+      ->type_name("FILE");
+  app.add_option("-o,--output", options.output, "picture to write, .png or .svg")
+      ->type_name("FILE");
+  app.add_option("--center", centre_text, "centre of the view in degrees (default: 0,0)")
+      ->type_name("LON,LAT");
+  app.add_option("--width", view.width, "degrees of longitude across the picture (default: 360)")
+      ->type_name("DEGREES");
+  app.add_option("--rotation", view.rotation, "turns the map counter-clockwise (default: 0)")
+      ->type_name("DEGREES");
+  app.add_option("--size", size_text, "size of the picture in pixels (default: 1600x800)")
+      ->type_name("WxH");
+  app.add_option("--pick", place_texts, "name the country at a place; any number of times")
+      ->type_name("LON,LAT")
+      ->allow_extra_args(false);
+  app.add_option("--pixel", pixel_texts, "name the country under a pixel; any number of times")
+      ->type_name("X,Y")
+      ->allow_extra_args(false);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    std::cout << app.help();
+    return std::nullopt;
+  } catch (const CLI::ParseError& error) {
+    throw Error(std::string(error.what()) + "; see mapview --help");
+  }
+
+  const auto centre = parse_pair<real_pt_t>("--center", centre_text, ',');
+  const auto size = parse_pair<int_pt_t>("--size", size_text, 'x');
+  require(std::abs(centre.x) <= 540.0, "--center: the longitude is from -540 to 540 degrees");
+  require(std::abs(centre.y) <= 90.0, "--center: the latitude is from -90 to 90 degrees");
+  require(view.width >= 1e-4 && view.width <= 1080.0, "--width: from 0.0001 to 1080 degrees");
+  require(std::abs(view.rotation) <= 360.0, "--rotation: from -360 to 360 degrees");
+  require(size.x >= 1 && size.x <= 16384, "--size: the width is from 1 to 16384 pixels");
+  require(size.y >= 1 && size.y <= 16384, "--size: the height is from 1 to 16384 pixels");
+  view.centre_longitude = centre.x;
+  view.centre_latitude = centre.y;
+  view.pixels_wide = size.x;
+  view.pixels_high = size.y;
+  for (const std::string& text : place_texts) {
+    options.places.push_back(parse_pair<real_pt_t>("--pick", text, ','));
+  }
+  for (const std::string& text : pixel_texts) {
+    options.pixels.push_back(parse_pair<int_pt_t>("--pixel", text, ','));
+  }
+  return options;
+}
+
+}  // namespace example

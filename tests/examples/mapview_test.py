@@ -1,0 +1,178 @@
+"""Runs mapview as its users do: picks, counts, what stands in the picture, bad input."""
+import json
+import math
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+MAPVIEW, WORLD = sys.argv.pop(1), sys.argv.pop(1)
+
+PLACES = [  # longitude, latitude, country
+    (2.35, 48.85, "France"), (37.6, 55.75, "Russia"), (-74.0, 40.8, "United States of America"),
+    (-58.6, -34.7, "Argentina"), (31.2, 29.9, "Egypt"), (116.4, 39.9, "China"),
+    (149.1, -35.3, "Australia"), (28.2, -29.6, "Lesotho"), (25.0, -30.0, "South Africa"),
+    (139.5, 36.0, "Japan"), (-51.7, 64.2, "Greenland"), (-175.0, 66.5, "Russia"),
+    (179.9, 67.0, "Russia"), (0.0, -80.0, "Antarctica"), (-30.0, 40.0, "no country"),
+]
+
+
+def mapview(*arguments):
+    return subprocess.run([MAPVIEW, *arguments], capture_output=True, text=True, timeout=100)
+
+
+def pixel_by_hand(place, centre, width, turn, size):
+    scale = size[0] / width
+    x = (place[0] - centre[0]) * scale
+    y = (place[1] - centre[1]) * scale / max(math.cos(math.radians(centre[1])), 0.1)
+    c, s = math.cos(math.radians(turn)), math.sin(math.radians(turn))
+    return size[0] / 2 + x * c - y * s, size[1] / 2 - x * s - y * c
+
+
+class Picks(unittest.TestCase):
+    def check(self, place, country, centre, width, turn, size=(1600, 800)):
+        view = ["--center", "%g,%g" % centre, "--width", str(width), "--rotation", str(turn)]
+        pick = mapview(*view, "--pick", "%g,%g" % place)
+        line = re.search(r"place .*: (.*), at pixel (\d+),(\d+)", pick.stdout)
+        self.assertTrue(line, pick)
+        self.assertEqual(line[1], country)
+        for found, expected in zip((int(line[2]), int(line[3])),
+                                   pixel_by_hand(place, centre, width, turn, size)):
+            self.assertLess(abs(found + 0.5 - expected), 0.51, pick.stdout)
+        self.assertIn(": %s, at place" % country,
+                      mapview(*view, "--pixel", line[2] + "," + line[3]).stdout)
+
+    def test_well_known_places_in_the_whole_world_and_in_turned_close_ups(self):
+        for turn, (longitude, latitude, country) in enumerate(PLACES):
+            with self.subTest(country=country, longitude=longitude):
+                place = (longitude, latitude)
+                self.check(place, country, (0, 0), 360, 0)
+                self.check(place, country, (longitude + 3, latitude * 0.97), 30, 24 * turn - 170)
+
+    def test_the_map_goes_on_behind_the_antimeridian(self):
+        self.assertIn(": Russia, at pixel 880,", mapview("--center", "180,66", "--width", "100",
+                                                         "--pick", "-175,66.5").stdout)
+        for outside in ("--pick=100,80", "--pixel=1600,0", "--pixel=-1,5"):
+            self.assertIn("outside the picture", mapview("--width", "30", outside).stdout)
+
+    def test_a_frame_on_which_the_map_ends_keeps_land_land_and_sea_sea(self):
+        for width in (640, 900, 1000, 1024, 1600):
+            high = width // 2
+            run = mapview("--size", "%dx%d" % (width, high), "--pixel=1,%d" % (high - 1),
+                          "--pixel", "%d,%d" % (width * 0.4, high * 0.45))
+            self.assertEqual(re.findall(": (.*), at", run.stdout), ["Antarctica", "no country"])
+
+
+class Pictures(unittest.TestCase):
+    VIEWS = [("0,0", "360", "0"), ("12.3,46.7", "29.1", "0"), ("12,46", "30", "20"),
+             ("180,60", "100", "0"), ("180,-70", "150", "0"), ("21,33", "720", "37")]
+
+    def test_counts_add_up_and_the_picture_holds_what_they_say(self):
+        with open(WORLD, encoding="utf-8") as file:
+            rings = [ring[:-1] for feature in json.load(file)["features"]
+                     for polygon in feature["geometry"]["coordinates"] for ring in polygon]
+        for centre, width, turn in self.VIEWS:
+            with self.subTest(centre=centre, turn=turn), tempfile.TemporaryDirectory() as folder:
+                svg = os.path.join(folder, "map.svg")
+                run = mapview("--center", centre, "--width", width, "--rotation", turn, "-o", svg)
+                count = {row[0]: [int(n) for n in row[1:]] for row in re.findall(
+                    r"(polygons|vertices) +(\d+) +(\d+) +(\d+) +(\d+) +(\d+)", run.stdout)}
+                for came_in, away, added, merged, drawn in count.values():
+                    self.assertEqual(came_in - away + added - merged, drawn)
+                self.assertEqual(count["polygons"][0], len(rings))
+                self.assertEqual(count["vertices"][0], sum(map(len, rings)))
+                if width == "29.1":  # upright, and no vertex on its frame
+                    pixels = [pixel_by_hand(p, (12.3, 46.7), 29.1, 0, (1600, 800))
+                              for ring in rings for p in ring]
+                    self.assertEqual(count["vertices"][1], sum(
+                        not (0 < x < 1600 and 0 < y < 800) for x, y in pixels))
+                with open(svg, encoding="utf-8") as file:
+                    self.check_paths(file.read(), count, middle=800 if centre[:3] == "180" else None)
+
+    def check_paths(self, svg, count, middle):
+        polygons = vertices = 0
+        for style, steps, scaled in re.findall(r'<path style="([^"]*)" d="([^"]*)"([^>]*)', svg):
+            scale = 0.125 if "matrix(0.125,0,0,0.125,0,0)" in scaled else 1
+            points = [(a, float(x) * scale, float(y) * scale)
+                      for a, x, y in re.findall(r"([ML]) ([-\d.]+) ([-\d.]+)", steps)]
+            for _, x, y in points:
+                self.assertTrue(-0.01 <= x <= 1600.01 and -0.01 <= y <= 800.01, (x, y))
+            if "fill:none" not in style:
+                polygons += steps.count("Z")
+                vertices += steps.count("L") + steps.count("Z")
+                continue
+            # No stroke follows the frame or the antimeridian; rounding can lay short ones there.
+            for (_, x, y), (step, to_x, to_y) in zip(points, points[1:]):
+                is_along = x == to_x in (0, middle, 1600) or y == to_y in (0, 800)
+                self.assertFalse(step == "L" and is_along and abs(x - to_x + y - to_y) > 8, (x, y))
+        self.assertEqual(polygons, count["polygons"][4])
+        # Cairo itself joins edges that run straight on.
+        self.assertLessEqual(vertices, count["vertices"][4])
+        self.assertGreater(vertices, 0.99 * count["vertices"][4])
+
+
+def polygon(ring):
+    return '{"type":"Polygon",\n"coordinates":[%s]}' % ring
+
+
+class BadInput(unittest.TestCase):
+    TABLE = [  # content of the file; what the error says after its name
+        ("", ":1:1: no JSON"), ('{"type":\n  nonsense}', ":2:4: no JSON"),
+        ('{"type":"Polygon"', ":1:18: no JSON"), ("[1e999]", ":1:6: 1e999 is no finite number"),
+        ("[]", ": an object was expected"), ("{}", ': no "type"'), ('{"type":"Globe"}', ": no GeoJSON"),
+        ('{"type":"Point","coordinates":[1,2]}', ": no polygons"),
+        ('{"type":"FeatureCollection","features":[]}', ": no polygons"),
+        ('{"type":"FeatureCollection","features":[{"type":"Feature","geometry":%s}]}'
+         % polygon("[[0,0],[1,0],[0,0]]"), ": at /features/0/geometry/coordinates/0: a ring of 3"),
+        (polygon("[[0,0],[1,0],[1,1e999],[0,0]]"), ":2:36: 1e999 is no finite number"),
+        (polygon("[[0,0],[1,0],[1,1e10],[0,0]]"), ": at /coordinates/0/2: no position"),
+        (polygon('[[0,0],[1,0],["1",1],[0,0]]'), ": at /coordinates/0/2: no position"),
+        (polygon("[[0,0],[1],[1,1],[0,0]]"), ": at /coordinates/0/1: no position"),
+        ('{"type":"GeometryCollection","geometries":[' * 100 + "]}" * 100, "nested too deeply"),
+    ]
+
+    def check(self, folder, said, *arguments):
+        before = sorted(os.listdir(folder))
+        run = mapview(*arguments)
+        self.assertEqual(run.returncode, 2, run)
+        self.assertEqual(run.stderr.count("\n"), 1, run.stderr)
+        self.assertIn(said, run.stderr)
+        self.assertEqual(sorted(os.listdir(folder)), before)
+
+    def test_each_fault_is_one_line_with_its_place_and_leaves_no_file(self):
+        with tempfile.TemporaryDirectory() as folder:
+            data, output = os.path.join(folder, "bad.geojson"), os.path.join(folder, "map.png")
+            for content, said in self.TABLE:
+                with self.subTest(content=content[:60]):
+                    with open(data, "w", encoding="utf-8") as file:
+                        file.write(content)
+                    said = data + said if said[0] == ":" else said
+                    self.check(folder, said, "-d", data, "-o", output)
+            self.check(folder, folder + "/none: can't be opened", "-d", folder + "/none")
+            self.check(folder, folder + ": can't be read", "-d", folder)
+            self.check(folder, "ends in .png or .svg", "-o", folder + "/map.gif")
+            self.check(folder, "/none/map.png: can't be written", "-o", folder + "/none/map.png")
+            os.mkdir(output)  # a folder stands where the picture should go
+            self.check(folder, output + ": can't be written", "-o", output)
+            for wrong in ("--width=0", "--center=1", "--center=0,91", "--size=0x9", "--pick=a,b",
+                          "--rotation=nan", "--bogus"):
+                self.check(folder, wrong.split("=")[0], wrong)
+
+
+class LargeInput(unittest.TestCase):
+    def test_a_million_vertices(self):
+        n = 1000000
+        with tempfile.TemporaryDirectory() as folder:
+            data = os.path.join(folder, "star.geojson")
+            with open(data, "w", encoding="utf-8") as file:  # a star that leaves the view n times
+                file.write(polygon("[%s]" % ",".join("[%.6f,%.6f]" % (
+                    (30 + 20 * (i % 2)) * math.cos(2e-6 * math.pi * i),
+                    (30 + 20 * (i % 2)) * math.sin(2e-6 * math.pi * i)) for i in range(n))))
+            run = mapview("-d", data, "--width", "80", "--pick", "1,1")
+            self.assertRegex(run.stdout, r"unnamed, at pixel[^$]*vertices +1000000 ")
+
+
+if __name__ == "__main__":
+    unittest.main()
