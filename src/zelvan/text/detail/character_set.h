@@ -1,0 +1,70 @@
+/// A set of characters or code units that is asked about each character of a text.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace zelvan {
+
+/// Below 256 the answer is one look into a table of bits; above, it is searched for among the
+/// members, of which few sets have any there. *Requires:* the members outlive the set.
+template <class Char>
+class CharacterSet {
+ public:
+  using Text = std::basic_string_view<Char>;
+
+  static constexpr std::size_t none = Text::npos;
+
+  explicit constexpr CharacterSet(Text members) : members_(members) {
+    for (const Char member : members) {
+      const unsigned c = number(member);
+      if (c < 256) {
+        low_[c / 32] |= 1u << c % 32;
+      } else {
+        has_high_ = true;
+      }
+    }
+  }
+
+  constexpr bool contains(Char character) const {
+    const unsigned c = number(character);
+    if (c < 256) return (low_[c / 32] >> c % 32 & 1) != 0;
+    return has_high_ && members_.find(character) != none;
+  }
+
+  /// The first position in `text`, from `from` on, of a member. A search from `none` gives
+  /// `none`.
+  constexpr std::size_t first_in(Text text, std::size_t from) const {
+    return first(text, from, true);
+  }
+
+  /// The same for a character that is no member.
+  constexpr std::size_t first_not_in(Text text, std::size_t from) const {
+    return first(text, from, false);
+  }
+
+  /// `text` without the members at its two ends.
+  constexpr Text trimmed(Text text) const {
+    while (!text.empty() && contains(text.front())) text.remove_prefix(1);
+    while (!text.empty() && contains(text.back())) text.remove_suffix(1);
+    return text;
+  }
+
+ private:
+  static constexpr unsigned number(Char c) { return static_cast<std::make_unsigned_t<Char>>(c); }
+
+  constexpr std::size_t first(Text text, std::size_t from, bool member) const {
+    for (std::size_t i = from; i < text.size(); ++i) {
+      if (contains(text[i]) == member) return i;
+    }
+    return none;
+  }
+
+  Text members_;
+  unsigned low_[8] = {};
+  bool has_high_ = false;
+};
+
+}  // namespace zelvan

@@ -1,0 +1,52 @@
+/// Cutting text into tokens, and trimming it.
+///
+/// `tokenize` is the plain form, on `char`. The wide tokenisers work on UTF-16 code units, one
+/// `unsigned short` each (surrogate pairs get no special care), and add two rules: a number
+/// stays whole across delimiters, and blanks are trimmed from the ends of each token.
+///
+/// | | `tokenize` | `wtokenize` | `wtokenize2` |
+/// |---|---|---|---|
+/// | delimiter that ends a token | dropped | dropped | kept at its end |
+/// | more delimiters behind it | dropped | dropped | dropped |
+/// | delimiters at the start | dropped | dropped | the first is a token, more are dropped |
+/// | empty text | no token | no token | one empty token |
+/// | a number across a delimiter | cut | whole | whole |
+/// | blanks at a token's ends | kept | trimmed | trimmed |
+///
+/// Delimiters are a set: their order says nothing, and an empty set gives the text as one
+/// token. Inputs are only read and there is no state: calls may run on any thread. What the
+/// standard library throws when the heap refuses goes through to the caller.
+#pragma once
+
+#include <zelvan/export.h>
+
+#include <string>
+#include <vector>
+
+/// The tokens of `text` in order. None of them is empty.
+ZELVAN_API std::vector<std::string> tokenize(const std::string& text,
+                                             const std::string& delimiters);
+
+/// `text` without the characters of `chars` at its two ends. *Requires:* `chars` not null.
+ZELVAN_API std::string trim(const std::string& text, const char* chars);
+
+/// The tokens of `text` in order, without their delimiters.
+///
+/// A token that begins with a digit first takes the whole run of digits and dots there, then
+/// all up to the next delimiter: with a blank and a dot as delimiters "3.14abc def" gives
+/// "3.14abc" and "def". A digit further into a token, and one behind a sign, has no such
+/// effect. A token that held nothing but blanks stays in the list, empty.
+ZELVAN_API std::vector<std::basic_string<unsigned short>> wtokenize(
+    const std::basic_string<unsigned short>& text,
+    const std::basic_string<unsigned short>& delimiters);
+
+/// As `wtokenize`, but the first token begins at the very start of `text`, and each token keeps
+/// the delimiter that ended it: "Hello, world!" gives "Hello," and "world!", a blank, a comma
+/// and an exclamation mark being the delimiters.
+ZELVAN_API std::vector<std::basic_string<unsigned short>> wtokenize2(
+    const std::basic_string<unsigned short>& text,
+    const std::basic_string<unsigned short>& delimiters);
+
+/// `trim` on wide strings. *Requires:* `chars` not null and ended by a 0.
+ZELVAN_API std::basic_string<unsigned short> wtrim(const std::basic_string<unsigned short>& text,
+                                                   const unsigned short* chars);

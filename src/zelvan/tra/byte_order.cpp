@@ -1,0 +1,73 @@
+#include <zelvan/tra/byte_order.h>
+#include <zelvan/tra/detail/byte_strings.h>
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+static_assert(std::endian::native == std::endian::little, "the byte-order queries answer 1");
+
+namespace {
+
+using zelvan::load;
+using zelvan::reversed;
+using zelvan::store;
+
+template <class Word>
+void swap_in_place(void* value) {
+  store(value, reversed(load<Word>(value)));
+}
+
+// The one loop for all elements of a size. It says nothing about overlap on purpose: the
+// compiler's vector code then looks for it, and goes one element at a time where it is found.
+template <class Word>
+void swap_elements(std::size_t count, const void* src, void* dst) {
+  const auto* from = static_cast<const unsigned char*>(src);
+  auto* to = static_cast<unsigned char*>(dst);
+  for (std::size_t i = 0; i < count; ++i) {
+    store(to + i * sizeof(Word), reversed(load<Word>(from + i * sizeof(Word))));
+  }
+}
+
+// Halves, then pairs, then neighbours change places (H. Warren, "Hacker's Delight", 7-1).
+unsigned char bits_reversed(unsigned b) {
+  b = (b & 0x0F) << 4 | (b & 0xF0) >> 4;
+  b = (b & 0x33) << 2 | (b & 0xCC) >> 2;
+  b = (b & 0x55) << 1 | (b & 0xAA) >> 1;
+  return static_cast<unsigned char>(b);
+}
+
+}  // namespace
+
+void tra_swap_2(void* value) { swap_in_place<std::uint16_t>(value); }
+void tra_swap_4(void* value) { swap_in_place<std::uint32_t>(value); }
+void tra_swap_8(void* value) { swap_in_place<std::uint64_t>(value); }
+
+void tra_swap_bytes(unsigned short type, unsigned int count, const void* src, void* dst) {
+  switch (type) {
+    case 0x42:
+    case 0x52:
+    case 0x62:
+      return swap_elements<std::uint16_t>(count, src, dst);
+    case 0x74:
+    case 0x84:
+    case 0x94:
+    case 0xA4:
+      return swap_elements<std::uint32_t>(count, src, dst);
+    case 0xB8:
+      return swap_elements<std::uint64_t>(count, src, dst);
+  }
+  std::printf("tra_swap_bytes: invalid primitive type %#02x\n", unsigned{type});
+  std::exit(1);
+}
+
+void tra_reverse_bits(unsigned short count, const void* src, void* dst) {
+  const auto* from = static_cast<const unsigned char*>(src);
+  auto* to = static_cast<unsigned char*>(dst);
+  for (unsigned i = 0; i < count; ++i) to[i] = bits_reversed(from[i]);
+}
+
+int UtlByteOrderIsIntel() { return 1; }
+int utl_is_little_endian() { return 1; }

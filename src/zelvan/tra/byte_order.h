@@ -1,0 +1,38 @@
+/// Byte order and bit order of data from other machines.
+///
+/// Every function works on bytes at any alignment, and needs no memory and no state: calls may
+/// run on any thread, as long as nobody else writes to the buffers. Where a source and a
+/// destination are given they may be the same buffer.
+#pragma once
+
+#include <zelvan/export.h>
+
+/// Reverses the 2, 4 or 8 bytes at `value` in place.
+ZELVAN_C_API void tra_swap_2(void* value);
+ZELVAN_C_API void tra_swap_4(void* value);
+ZELVAN_C_API void tra_swap_8(void* value);
+
+/// Reverses the bytes of each of `count` elements, from `src` to `dst`.
+///
+/// `type` says what the elements are. Its low four bits are their size in bytes, the others
+/// tell types of one size apart; these are all that exist:
+///
+///     0x42  0x52  0x62          2 bytes
+///     0x74  0x84  0x94  0xA4    4 bytes, 0xA4 is single-precision floating point
+///     0xB8                      8 bytes, double-precision floating point
+///
+/// An element is always reversed as a whole, whatever its type. The elements are done in
+/// ascending order, each read before it is written.
+///
+/// With any other `type`, also when `count` is 0, a line on standard output says so and the
+/// process ends with `exit(1)`.
+ZELVAN_C_API void tra_swap_bytes(unsigned short type, unsigned int count, const void* src,
+                                 void* dst);
+
+/// Reverses the order of the bits in each of `count` bytes, from `src` to `dst`: bit 0 changes
+/// places with bit 7, bit 1 with bit 6, and so on. Bytes are done in ascending order.
+ZELVAN_C_API void tra_reverse_bits(unsigned short count, const void* src, void* dst);
+
+/// 1: the processors that the library is built for keep the low byte first.
+ZELVAN_C_API int UtlByteOrderIsIntel();
+ZELVAN_C_API int utl_is_little_endian();

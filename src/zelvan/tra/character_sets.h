@@ -1,0 +1,21 @@
+/// Text of other machines: ASCII and EBCDIC.
+#pragma once
+
+#include <zelvan/export.h>
+
+/// The conversions of `tra_convert_charset`.
+enum {
+  TRA_ASCII_TO_EBCDIC = 1,
+  TRA_EBCDIC_TO_ASCII = 2,
+};
+
+/// Translates `count` bytes from `src` to `dst`, in ascending order; both may be the same
+/// buffer. `code` is one of the two conversions above.
+///
+/// A NUL is a byte like any other, and none is added. To EBCDIC, bit 7 of a byte has no say.
+/// To ASCII, a byte without a meaning there becomes a NUL. There and back gives every ASCII
+/// byte but two: 0x13 becomes a NUL, and the underscore (0x5F) a minus (0x2D).
+///
+/// With any other `code`, also when `count` is 0, a line on standard output says so and the
+/// process ends with `exit(1)`. There is no state: calls may run on any thread.
+ZELVAN_C_API void tra_convert_charset(short code, unsigned short count, const void* src, void* dst);
