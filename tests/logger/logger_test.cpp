@@ -1,0 +1,106 @@
+#include <zelvan/logger/logger.h>
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+// The one friend: what a Logger keeps to itself.
+struct LoggerInside {
+  static constexpr auto init = &Logger::init, open = &Logger::openFile;
+  static constexpr auto date = &Logger::getCurrentDate;
+  static constexpr auto name = &Logger::classname;
+  static inline auto &files = Logger::max_num_files, &most_lines = Logger::max_num_lines;
+  static inline auto& lines = Logger::num_lines;
+  static inline auto& level = Logger::log_level;
+  static inline auto& prefix = Logger::file_prefix;
+  static inline auto& file = Logger::log_file;
+  static inline auto &appends = Logger::reopen_for_append, &pending = Logger::init_pending;
+};
+
+namespace {
+
+using In = LoggerInside;
+
+TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
+  const struct {
+    const char *files, *lines, *level, *prefix;
+    int files_read, lines_read, level_set, level_read;
+    const char* prefix_read;
+  } rows[] = {
+      {"x", "", "x1", nullptr, 2, 5000, -1, 0, "kept"},
+      {"0", "999", "-3", "x/", 1, 1000, 2, 0, "x/"},
+      {" +7 of them", "1000", "9", "", 7, 1000, 2, 4, "/tmp/logQelt-"},
+      {"99999999999", "-99999999999999999999", "3", nullptr, INT_MAX, 1000, 17, 3, "kept"},
+  };
+  Logger log(nullptr);
+  for (const auto& row : rows) {
+    In::pending = true, In::files = 2, In::most_lines = 5000;
+    log.setFilePrefix("kept");
+    log.setLogLevel(static_cast<logPriorities>(row.level_set));
+    EXPECT_EQ(In::level, row.level_set);
+    setenv("LOGGER_MAX_NUM_FILES", row.files, 1);
+    setenv("LOGGER_MAX_NUM_LINES", row.lines, 1);
+    setenv("LOGGER_LOG_LEVEL", row.level, 1);
+    row.prefix == nullptr ? unsetenv("LOGGER_FILE_PREFIX")
+                          : setenv("LOGGER_FILE_PREFIX", row.prefix, 1);
+    (log.*In::init)();
+    setenv("LOGGER_MAX_NUM_FILES", "5", 1);  // too late
+    (log.*In::init)();
+    EXPECT_EQ(In::files, row.files_read);
+    EXPECT_EQ(In::most_lines, row.lines_read);
+    EXPECT_EQ(In::level, row.level_read);
+    EXPECT_EQ(In::prefix, row.prefix_read);
+  }
+}
+
+TEST(Logger, OpensItsFileAndNothingElseWrites) {
+  const std::string prefix = testing::TempDir() + "logger-test-";
+  Logger log("a");
+  log.setFilePrefix(prefix.c_str());
+  In::pending = true, In::lines = 7;
+  (log.*In::open)();
+  EXPECT_EQ(In::file, nullptr) << "not before init";
+  In::pending = false;
+  for (const int lines : {0, 7}) {  // anew, then to append
+    Logger other("closes the file when it ends");
+    (log.*In::open)();
+    ASSERT_NE(In::file, nullptr);
+    EXPECT_EQ(In::lines, lines);
+    EXPECT_FALSE(In::appends);
+    In::lines = 7;
+    std::fputs("line\n", In::file);
+    EXPECT_TRUE(log.log(logError, "o", "m") && log.logf(logError, nullptr, nullptr) &&
+                log.debug("o", "m") && log.error("o", "m") && log.trace("o", "m") &&
+                log.warn(nullptr, nullptr));
+  }
+  EXPECT_TRUE(In::file == nullptr && In::appends);
+  std::string text;
+  std::getline(std::ifstream(prefix + "0.log"), text, '\0');
+  EXPECT_EQ(text, "line\nline\n");
+  std::remove((prefix + "0.log").c_str());
+  log.setFilePrefix("/nowhere/at/all-");
+  (log.*In::open)();
+  EXPECT_TRUE(In::file == nullptr && !In::appends);
+}
+
+TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
+  Logger log("name"), copy(log), other("other");
+  other = copy;
+  other.setClassname(other.*In::name);
+  EXPECT_TRUE(other.*In::name == std::string("name") && log.*In::name != other.*In::name);
+  setenv("TZ", "ABC-5:30", 1);
+  for (const auto& [format, text] :
+       {std::pair("%Z%z", "ABC+0530"), {"%A, %A, %A, %A, %A, %A, %A, %A, %A", ""}}) {  // too long
+    char* date = nullptr;
+    (log.*In::date)(format, &date);
+    EXPECT_EQ(std::string(date, 65), text + std::string(65 - std::string(text).size(), '\0'));
+    std::free(date);
+  }
+}
+
+}  // namespace
