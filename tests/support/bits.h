@@ -1,8 +1,10 @@
 /// The bits of numbers and records, for comparisons in which -0.0 differs from 0.0.
 #pragma once
 
+#include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/records.h>
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -22,6 +24,18 @@ inline std::pair<std::uint64_t, std::uint64_t> bits(const real_pt_t& p) {
 
 inline std::pair<int, int> bits(const int_pt_t& p) { return {p.x, p.y}; }
 inline std::pair<int, int> bits(const short_pt_t& p) { return {p.x, p.y}; }
+
+/// All eight fields.
+inline std::array<std::uint64_t, 8> bits(const Mtx2D& m) {
+  return {bits(m.m11),
+          bits(m.m12),
+          bits(m.m21),
+          bits(m.m22),
+          bits(m.tx),
+          bits(m.ty),
+          static_cast<std::uint64_t>(m.mirror),
+          static_cast<std::uint64_t>(m.type)};
+}
 
 /// A running digest of results (FNV-1a), equal on every compiler when they are.
 class Digest {

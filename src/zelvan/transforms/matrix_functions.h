@@ -1,10 +1,61 @@
 /// `Mtx2D` for callers that reach the library by flat names: each function is the operation
 /// of the same purpose on `*matrix`, with its rules and limits.
+///
+/// The functions are called by position: the matrix comes last, except in `rotate_matrix`,
+/// `invert_matrix` and `xfm_get_orientation`. Angles that go in are in degrees.
+///
+/// Requires, throughout: no null pointers. A caller that fills the elements of the record
+/// itself calls `set_matrix_type` before it maps anything through it.
 #pragma once
 
 #include <zelvan/export.h>
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/records.h>
+
+// ---- state
+
+/// As `matrix->Initialize()`.
+ZELVAN_C_API void initialize_matrix(Mtx2D* matrix);
+
+/// As `matrix->SetType()`.
+ZELVAN_C_API void set_matrix_type(Mtx2D* matrix);
+
+/// As `matrix->SetXfm(x0, y0, orient, sx, sy, dx, dy)`.
+ZELVAN_C_API void set_xfm(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
+                          double dy, Mtx2D* matrix);
+
+// ---- composition in place
+
+/// As `matrix->Translate(dx, dy)`.
+ZELVAN_C_API void translate_matrix(double dx, double dy, Mtx2D* matrix);
+
+/// As `matrix->Scale(sx, sy)`.
+ZELVAN_C_API void scale_matrix(double sx, double sy, Mtx2D* matrix);
+
+/// As `matrix->Rotate(angle, mode)`, in degrees. The matrix stands between angle and mode.
+ZELVAN_C_API void rotate_matrix(double angle, Mtx2D* matrix, int mode);
+
+/// As `matrix->Orient(orient)`.
+ZELVAN_C_API void orient_matrix(Mtx2DOrient orient, Mtx2D* matrix);
+
+/// As `matrix->ReflectInX()`.
+ZELVAN_C_API void reflect_matrix_x(Mtx2D* matrix);
+
+/// As `matrix->ReflectInY()`.
+ZELVAN_C_API void reflect_matrix_y(Mtx2D* matrix);
+
+// ---- products and decomposition
+
+/// `*result = *first * *second`. Unlike with `Mtx2D::Multiply`, `result` may be either operand.
+ZELVAN_C_API void multiply_matrices(Mtx2D* first, Mtx2D* second, Mtx2D* result);
+
+/// `*result = matrix->Invert()`; `result` may be `matrix`.
+ZELVAN_C_API void invert_matrix(Mtx2D* matrix, Mtx2D* result);
+
+/// As `matrix->GetOrientation(angle, mirror)`, in radians.
+ZELVAN_C_API void xfm_get_orientation(Mtx2D* matrix, double* angle, int* mirror);
+
+// ---- mapping
 
 /// As `matrix->XfmRect(in, out)` on real records: `out` may be the same record as `in`.
 ZELVAN_C_API void XfmRect(real_rect_t* in, real_rect_t* out, Mtx2D* matrix);

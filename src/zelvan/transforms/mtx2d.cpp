@@ -1,13 +1,12 @@
+#include <zelvan/transforms/detail/conventions.h>
 #include <zelvan/transforms/mtx2d.h>
 
 #include <cmath>
 
 namespace {
 
-enum { mirrored_in_x = 1, mirrored_in_y = 2 };  // bits of Mtx2D::mirror
-
-// 3.141592654 / 180.0. The shortened pi is interface: results depend on its last digits.
-constexpr double radians_per_degree = 0.017453292522222223;
+using zelvan::mirrored_in_x;
+using zelvan::mirrored_in_y;
 
 struct Turn {
   double cosine;
@@ -20,7 +19,7 @@ Turn turn_by(double degrees) {
   if (degrees == 90.0) return {0.0, 1.0};
   if (degrees == 180.0) return {-1.0, 0.0};
   if (degrees == 270.0) return {0.0, -1.0};
-  const double radians = degrees * radians_per_degree;
+  const double radians = degrees * zelvan::radians_per_degree;
   return {std::cos(radians), std::sin(radians)};
 }
 

@@ -6,7 +6,8 @@
 ///     y' = m12 x + m22 y + ty
 ///
 /// From the identity, a positive angle turns the positive x axis towards the positive y axis:
-/// counter-clockwise where y runs up. Angles given to this class are in degrees.
+/// counter-clockwise where y runs up. Angles given to this class are in degrees; an angle that
+/// it gives back is in the unit that the operation names.
 ///
 /// No operation reports an error or refuses an argument: infinities and NaN flow through the
 /// arithmetic. Nothing is allocated. Any number of threads may map through one matrix while
@@ -159,6 +160,47 @@ class Mtx2D {
 
   /// 1 when the determinant is strictly below 0.0, so that a ring's sense is reversed, else 0.
   ZELVAN_API unsigned short ReversesOrientation();
+
+  // ---- decomposition
+  //
+  // The ways of reading an angle back are no stand-ins for one another: they differ in unit, in
+  // range, in whether a reflection counts, and in whether it is thought to act before the turn
+  // or after it. A positive angle is one by which `Rotate` turns with a positive angle.
+  //
+  // Quadrant codes are 0, 1, 2, 3 for so many quarter turns, and -1 where the first row is
+  // zero. They are exact for a matrix of quadrant turns and no rounding of any other: m12 is
+  // looked at first, so a turn of 30 degrees has code 1 and one of 200 degrees code 3.
+  //
+  // "Mirrored" is 1 when the determinant is strictly below 0.0, else 0, whatever `mirror` says.
+  // Requires, throughout: no null pointers.
+
+  /// Copies the six elements.
+  ZELVAN_API void GetElements(double* m11, double* m12, double* m21, double* m22, double* tx,
+                              double* ty);
+
+  /// The scale along the x axis: the length of the first row. A scale in y does not show.
+  ZELVAN_API double GetScale();
+
+  /// The unsigned turn of the x axis in radians, 0 to pi: -30 degrees reads as 30. NaN where
+  /// the first row is zero.
+  ZELVAN_API double GetRotation();
+
+  /// The turn in radians, -pi to pi, with each reflection that `mirror` records taken out by a
+  /// change of sign: of m11 for bit 0, of m12 for bit 1. So a lone reflection in either axis
+  /// reads as pi. Only a uniform scale is divided out. `*mirror` gets the matrix's `mirror`.
+  ZELVAN_API void GetOrientation(double* angle, int* mirror);
+
+  /// Reads the matrix as a turn first and a reflection in the x axis after it.
+  ZELVAN_API void GetOrientationAndXMirror(unsigned short* mirrored, int* orientation);
+
+  /// Reads the matrix as a reflection in the x axis first and a turn after it. Equal to
+  /// `GetOrientationAndXMirror` where nothing is mirrored.
+  ZELVAN_API void GetXMirrorAndOrientation(unsigned short* mirrored, int* orientation);
+
+  /// The same with the turn in degrees, 0 to 360, that is drawn to the quadrant turns: strictly
+  /// between 89.9 and 90.1 it becomes 90.0, likewise about 0, 180 and 270. 360.0 itself stays;
+  /// it comes out where m12 is below zero by next to nothing. NaN where the first row is zero.
+  ZELVAN_API void GetXMirrorAndRotation(unsigned short* mirrored, double* angle);
 
   // ---- mapping of points and rectangles
   //
