@@ -3,6 +3,11 @@
 
 #include <zelvan/export.h>
 #include <zelvan/geometry/clip_polygon_set.h>
+#include <zelvan/geometry/conic.h>
+#include <zelvan/geometry/distance.h>
+#include <zelvan/geometry/extent.h>
+#include <zelvan/geometry/trig.h>
+#include <zelvan/geometry/units.h>
 #include <zelvan/logger/logger.h>
 #include <zelvan/pick/pick_polyline.h>
 #include <zelvan/pick/pick_rect.h>

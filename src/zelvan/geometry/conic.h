@@ -1,0 +1,141 @@
+/// Conic arcs: what kind of curve, its standard form, points on it.
+///
+/// A conic arc is the curve A x^2 + B x y + C y^2 + D x + E y + F = 0 with two end points that
+/// cut the arc out of it. A caller asks for the type, builds the standard form of that type, and
+/// evaluates points by a parameter that is 0 at the arc's start.
+///
+/// A standard form lives in a frame turned by an angle r about the origin. A point (u, v) of
+/// that frame is, in the drawing, at
+///
+///     x = u cos r - v sin r            y         v
+///     y = v cos r + u sin r            ^    .    ^  u
+///                                      |     \  |  .   r is positive counter-clockwise,
+///                                      |      \ | /    in radians like every angle here
+///                                      +--> x   o
+///
+/// Nothing is tested but the type: a form built of a conic of another type holds infinities and
+/// NaN, which pass through. Requires, throughout: no null pointers. Nothing is allocated or kept;
+/// every function may run on any thread.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/transforms/records.h>
+
+#include <cstddef>
+
+/// A conic arc. The ends are taken as they are; whether they lie on the curve is not asked.
+struct utl_conic_t {
+  double a;  ///< of x squared
+  double b;  ///< of x y
+  double c;  ///< of y squared
+  double d;  ///< of x
+  double e;  ///< of y
+  double f;  ///< the constant term
+  real_pt_t start;
+  real_pt_t end;
+  short clockwise;  ///< ellipses only: non-zero clockwise from start to end, 0 counter-clockwise
+};
+
+/// The arc of an ellipse or circle.
+///
+///     u = axis_x cos p - off_x              v
+///     v = axis_y sin p - off_y         . ---|--- .   sweep > 0: counter-clockwise
+///     p = start + t                  end    |     \                               .
+///     t from 0 to sweep                     o------start  (p = 0 is along u)
+struct utl_ellipse_t {
+  double sin_rot;  ///< of the frame's turn
+  double cos_rot;
+  double off_x;  ///< minus the centre, in the turned frame
+  double off_y;
+  double start;   ///< parameter angle of the arc's first end in radians, -pi to pi
+  double sweep;   ///< signed, in radians, to the other end: positive counter-clockwise
+  double axis_x;  ///< semi-axes along u and v
+  double axis_y;
+};
+
+/// The arc of a hyperbola, on one of its branches. The free parameter runs along the axis that
+/// the branches do not open along, and counts from the centre.
+struct utl_hyperbola_t {
+  double sin_rot;  ///< of the frame's turn
+  double cos_rot;
+  double cen_x;  ///< the centre, in the turned frame
+  double cen_y;
+  double start;  ///< the free parameter at the arc's ends
+  double end;
+  double sq_x;  ///< squared semi-axes with their signs: one is positive, one negative
+  double sq_y;
+  double branch;     ///< 1.0 or -1.0, the side of the centre on which the arc lies
+  short y_branches;  ///< 1: free along u, branches open along v; 0: the other way round
+};
+
+/// The arc of a parabola. The free parameter runs across the axis and counts from the vertex.
+struct utl_parabola_t {
+  double sin_rot;  ///< of the frame's turn
+  double cos_rot;
+  double vtx_x;  ///< the vertex, in the turned frame
+  double vtx_y;
+  double start;  ///< the free parameter at the arc's ends
+  double end;
+  double k;      ///< the offset along the axis is k times the free parameter squared
+  short y_of_x;  ///< 1: free along u; 0: free along v
+};
+
+static_assert(offsetof(utl_conic_t, a) == 0 && offsetof(utl_conic_t, f) == 40 &&
+                  offsetof(utl_conic_t, start) == 48 && offsetof(utl_conic_t, end) == 64 &&
+                  offsetof(utl_conic_t, clockwise) == 80 && sizeof(utl_conic_t) == 88,
+              "layout is interface");
+static_assert(offsetof(utl_ellipse_t, cos_rot) == 8 && offsetof(utl_ellipse_t, off_x) == 16 &&
+                  offsetof(utl_ellipse_t, start) == 32 && offsetof(utl_ellipse_t, sweep) == 40 &&
+                  offsetof(utl_ellipse_t, axis_x) == 48 && sizeof(utl_ellipse_t) == 64,
+              "layout is interface");
+static_assert(offsetof(utl_hyperbola_t, cos_rot) == 8 && offsetof(utl_hyperbola_t, cen_x) == 16 &&
+                  offsetof(utl_hyperbola_t, start) == 32 && offsetof(utl_hyperbola_t, end) == 40 &&
+                  offsetof(utl_hyperbola_t, sq_x) == 48 &&
+                  offsetof(utl_hyperbola_t, branch) == 64 &&
+                  offsetof(utl_hyperbola_t, y_branches) == 72 && sizeof(utl_hyperbola_t) == 80,
+              "layout is interface");
+static_assert(offsetof(utl_parabola_t, cos_rot) == 8 && offsetof(utl_parabola_t, vtx_x) == 16 &&
+                  offsetof(utl_parabola_t, start) == 32 && offsetof(utl_parabola_t, end) == 40 &&
+                  offsetof(utl_parabola_t, k) == 48 && offsetof(utl_parabola_t, y_of_x) == 56 &&
+                  sizeof(utl_parabola_t) == 64,
+              "layout is interface");
+
+/// What `utl_conic_type` answers.
+enum utl_conic_code : char {
+  utl_conic_line = 'L',
+  utl_conic_parabola = 'P',
+  utl_conic_hyperbola = 'H',
+  utl_conic_ellipse = 'E',
+  utl_conic_circle = 'C',
+  utl_conic_unknown = '?'
+};
+
+/// The kind of curve, a `utl_conic_code`, by its coefficients alone.
+///
+/// A value of up to 1e-05 counts as zero, and the coefficients are not scaled first: a small
+/// circle far down in its units can be called a parabola, so scale the equation until its largest
+/// coefficient is about 1. A conic without both an x and a y beyond its cross term, such as
+/// x y = 1, is called a line. A discriminant that is not a number gives '?'.
+ZELVAN_C_API char utl_conic_type(utl_conic_t* conic);
+
+/// The standard form of type 'E' or 'C'.
+///
+/// Ends that coincide to within 0.0001 in the parameter give the whole ellipse. One whose smaller
+/// axis is at most a hundredth of the larger counts as flat and gets a start and sweep of 0.0.
+ZELVAN_C_API void utl_standard_ellipse(utl_conic_t* conic, utl_ellipse_t* out);
+
+/// The standard form of type 'H'. The first end decides the branch.
+ZELVAN_C_API void utl_standard_hyperbola(utl_conic_t* conic, utl_hyperbola_t* out);
+
+/// The standard form of type 'P'.
+ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out);
+
+/// The point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end.
+ZELVAN_C_API void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out);
+
+/// The same: 0.0 is the arc's start, `end - start` its other end. Between the branches, where
+/// the curve has no point, the result is NaN.
+ZELVAN_C_API void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out);
+
+/// The same: 0.0 is the arc's start, `end - start` its other end.
+ZELVAN_C_API void utl_parabola_point(utl_parabola_t* form, double t, real_pt_t* out);

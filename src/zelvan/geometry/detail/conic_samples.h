@@ -1,0 +1,64 @@
+/// Points along a conic arc, at regular steps of its parameter.
+#pragma once
+
+#include <zelvan/geometry/conic.h>
+
+#include <cmath>
+
+namespace zelvan {
+
+/// An elliptical arc is cut into as many whole steps of this size, in radians of the parameter,
+/// as it holds, and these are stretched to fill it: 72 steps of 5 degrees on a whole ellipse, and
+/// never steps of more than 7.5 degrees.
+constexpr double sampling_angle = 0.087;
+
+/// Samples on the arc of a hyperbola or parabola, whatever its length.
+constexpr int open_curve_samples = 40;
+
+/// At least 3, so that a flat ellipse, with its sweep of 0.0, is sampled too. A sweep that is
+/// not a number gets 3 as well: their points hold NaN, which no comparison lets through.
+inline int ellipse_samples(double sweep) {
+  const double steps = std::fabs(sweep) / sampling_angle;
+  return steps >= 3.0 ? 1 + static_cast<int>(steps) : 3;
+}
+
+/// Calls `visit` with `count` points of `form`, from its start on. The step is added up, not
+/// multiplied, as the distances and boxes made of these points have it in their last bits.
+template <class Form, class Visit>
+void visit_samples(Form* form, void (*point_at)(Form*, double, real_pt_t*), int count, double step,
+                   Visit& visit) {
+  double t = 0.0;
+  for (int i = 0; i < count; ++i) {
+    real_pt_t point;
+    point_at(form, t, &point);
+    visit(point);
+    t += step;
+  }
+}
+
+/// Classifies the conic, brings it into the standard form of its type and calls
+/// `visit(const real_pt_t&)` with each sample from the arc's start to its other end. Gives the
+/// type; a line and an unknown conic have no samples.
+template <class Visit>
+char visit_conic_samples(utl_conic_t* conic, Visit visit) {
+  const char type = utl_conic_type(conic);
+  if (type == utl_conic_circle || type == utl_conic_ellipse) {
+    utl_ellipse_t form;
+    utl_standard_ellipse(conic, &form);
+    const int count = ellipse_samples(form.sweep);
+    visit_samples(&form, utl_ellipse_point, count, form.sweep / (count - 1), visit);
+  } else if (type == utl_conic_hyperbola) {
+    utl_hyperbola_t form;
+    utl_standard_hyperbola(conic, &form);
+    const double step = (form.end - form.start) / (open_curve_samples - 1);
+    visit_samples(&form, utl_hyperbola_point, open_curve_samples, step, visit);
+  } else if (type == utl_conic_parabola) {
+    utl_parabola_t form;
+    utl_standard_parabola(conic, &form);
+    const double step = (form.end - form.start) / (open_curve_samples - 1);
+    visit_samples(&form, utl_parabola_point, open_curve_samples, step, visit);
+  }
+  return type;
+}
+
+}  // namespace zelvan

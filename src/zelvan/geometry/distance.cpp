@@ -1,0 +1,100 @@
+#include <zelvan/geometry/detail/conic_samples.h>
+#include <zelvan/geometry/detail/short_pi.h>
+#include <zelvan/geometry/distance.h>
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+// More than any coordinate: the answer where nothing can be measured.
+constexpr double no_distance = 6.022e+23;
+
+// The octagonal estimate of the length of (dx, dy).
+double estimate(double dx, double dy) {
+  dx = std::fabs(dx);
+  dy = std::fabs(dy);
+  return dx > dy ? 0.96 * dx + 0.398 * dy : 0.96 * dy + 0.398 * dx;
+}
+
+double estimate(const real_pt_t& p, const real_pt_t& q) { return estimate(p.x - q.x, p.y - q.y); }
+
+double larger(double a, double b) { return a > b ? a : b; }
+
+real_pt_t midpoint(const real_pt_t& p, const real_pt_t& q) {
+  return {(p.x + q.x) * 0.5, (p.y + q.y) * 0.5};
+}
+
+// The nearest point of the segment from `low` to `high`, ordered by x and then by y. Upright and
+// level segments are exact; the foot of the perpendicular on any other is tested by its x alone.
+real_pt_t nearest_on_segment(const real_pt_t& p, const real_pt_t& low, const real_pt_t& high) {
+  const double dx = high.x - low.x;
+  const double dy = high.y - low.y;
+  if (dx == 0.0) return {low.x, p.y > high.y ? high.y : larger(low.y, p.y)};
+  if (dy == 0.0) return {p.x > high.x ? high.x : larger(low.x, p.x), low.y};
+  const double foot_x =
+      ((p.y - low.y) * (dy * dx) + (dx * dx) * p.x + low.x * (dy * dy)) / (dy * dy + dx * dx);
+  if (foot_x < low.x) return low;
+  if (foot_x > high.x) return high;
+  return {foot_x, (foot_x - low.x) / dx * dy + low.y};
+}
+
+double angle_about(const real_pt_t& center, const real_pt_t& p) {
+  return std::atan2(p.y - center.y, p.x - center.x);
+}
+
+}  // namespace
+
+double utl_point_point(real_pt_t* p, real_pt_t* q) { return estimate(*p, *q); }
+
+double utl_point_line(real_pt_t* p, real_pt_t* a, real_pt_t* b) {
+  const bool a_is_high = a->x > b->x || (a->x == b->x && a->y > b->y);
+  const real_pt_t& low = a_is_high ? *b : *a;
+  const real_pt_t& high = a_is_high ? *a : *b;
+  return estimate(*p, nearest_on_segment(*p, low, high));
+}
+
+// The box lies half a side to either side of its two centre lines.
+double utl_point_box(real_pt_t* p, real_pt_t* box) {
+  real_pt_t bottom = midpoint(box[0], box[1]);
+  real_pt_t top = midpoint(box[2], box[3]);
+  real_pt_t left = midpoint(box[2], box[0]);
+  real_pt_t right = midpoint(box[3], box[1]);
+  const double d1 = utl_point_line(p, &bottom, &top) - 0.5 * estimate(box[0], box[1]);
+  const double d2 = utl_point_line(p, &left, &right) - 0.5 * estimate(box[0], box[2]);
+  const double d = larger(d1, d2);
+  return d < 0.0 ? 0.0 : d;
+}
+
+double utl_point_circle(real_pt_t* p, real_pt_t* center, double radius) {
+  const double dx = p->x - center->x;
+  const double dy = p->y - center->y;
+  return std::fabs(std::sqrt(dx * dx + dy * dy) - radius);
+}
+
+double utl_point_circarc(real_pt_t* p, real_pt_t* center, double radius, real_pt_t* a, real_pt_t* b,
+                         short clockwise) {
+  const real_pt_t* start = a;
+  const real_pt_t* end = b;
+  if (clockwise != 0) std::swap(start, end);
+  double point_angle = angle_about(*center, *p);
+  const double start_angle = angle_about(*center, *start);
+  double end_angle = angle_about(*center, *end);
+  while (start_angle > end_angle) end_angle += zelvan::short_two_pi;
+  while (start_angle > point_angle) point_angle += zelvan::short_two_pi;
+  if (point_angle > end_angle) {
+    const double to_start = estimate(*p, *start);
+    const double to_end = estimate(*p, *end);
+    return to_start < to_end ? to_start : to_end;
+  }
+  return utl_point_circle(p, center, radius);
+}
+
+double utl_point_conarc(real_pt_t* p, utl_conic_t* conic) {
+  double nearest = no_distance;
+  const char type = zelvan::visit_conic_samples(conic, [&](const real_pt_t& sample) {
+    const double distance = estimate(*p, sample);
+    if (distance < nearest) nearest = distance;
+  });
+  return type == utl_conic_line ? utl_point_line(p, &conic->start, &conic->end) : nearest;
+}

@@ -1,0 +1,186 @@
+#include <zelvan/geometry/detail/conic_samples.h>
+#include <zelvan/geometry/detail/short_pi.h>
+#include <zelvan/geometry/extent.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+double larger(double a, double b) { return a > b ? a : b; }
+double smaller(double a, double b) { return a < b ? a : b; }
+
+struct Range {
+  double max, min;
+
+  void widen(double v) {
+    if (v > max) max = v;
+    if (v < min) min = v;
+  }
+};
+
+Range range_of(double a, double b) { return {larger(a, b), smaller(a, b)}; }
+
+// Where an extreme of an arc lies: at its start, at its end, at the further of the two, or on
+// the axis that the arc crosses.
+enum reach : unsigned char { s, e, further, circle };
+
+struct ArcReach {
+  reach max_x, max_y, min_x, min_y;
+};
+
+// By the quadrants of the start and of the end, in which the arc runs counter-clockwise.
+constexpr ArcReach arc_reach[4][4] = {
+    {{s, e, e, s},
+     {s, circle, e, further},
+     {s, circle, circle, e},
+     {further, circle, circle, circle}},
+    {{circle, further, circle, circle},
+     {s, s, e, e},
+     {further, s, circle, e},
+     {e, s, circle, circle}},
+    {{circle, e, s, circle},
+     {circle, circle, further, circle},
+     {e, s, s, e},
+     {e, further, s, circle}},
+    {{circle, e, further, s},
+     {circle, circle, e, s},
+     {circle, circle, circle, further},
+     {e, e, s, s}},
+};
+
+double upper(reach where, double start, double end, double on_circle) {
+  switch (where) {
+    case s:
+      return start;
+    case e:
+      return end;
+    case further:
+      return larger(start, end);
+    case circle:
+      break;
+  }
+  return on_circle;
+}
+
+double lower(reach where, double start, double end, double on_circle) {
+  return where == further ? smaller(start, end) : upper(where, start, end, on_circle);
+}
+
+// From 0 up to a whole turn.
+double turn_about(const real_pt_t& center, const real_pt_t& p) {
+  const double angle = std::atan2(p.y - center.y, p.x - center.x);
+  return angle < 0.0 ? angle + zelvan::short_two_pi : angle;
+}
+
+// An end below due east by less than an angle's last digit comes out as a whole turn and would
+// be in a quadrant of number 4. It belongs to quadrant 3, where the arc comes from or goes to.
+int quadrant_of(double turn) {
+  const int quadrant = static_cast<int>((turn + turn) / zelvan::short_pi);
+  return quadrant < 4 ? quadrant : 3;
+}
+
+bool coincide(const real_pt_t& p, const real_pt_t& q) { return p.x == q.x && p.y == q.y; }
+
+void fold_in(double* coefficients, double t, Range* range) {
+  if (t > 0.0 && t < 1.0) range->widen(utl_evaluate_cubic(coefficients, t));
+}
+
+Range cubic_range(double* coefficients) {
+  const double a = coefficients[0];
+  const double b = coefficients[1];
+  const double c = coefficients[2];
+  const double d = coefficients[3];
+  Range range = range_of(d, b + a + c + d);
+  if (a == 0.0) {
+    fold_in(coefficients, b == 0.0 ? -c : -c / (b + b), &range);
+    return range;
+  }
+  const double three_a = 3.0 * a;
+  const double discriminant = b * b - three_a * c;
+  if (discriminant < 0.0) return range;
+  const double root = std::sqrt(discriminant);
+  fold_in(coefficients, (root - b) / three_a, &range);
+  fold_in(coefficients, (-b - root) / three_a, &range);
+  return range;
+}
+
+}  // namespace
+
+void utl_maxmin_arc(real_pt_t* center, float radius, real_pt_t* a, real_pt_t* b, short clockwise,
+                    real_pt_t* max, real_pt_t* min) {
+  const real_pt_t c = *center;
+  const real_pt_t start = clockwise == 0 ? *a : *b;
+  const real_pt_t end = clockwise == 0 ? *b : *a;
+  const double r = radius;
+  if (coincide(start, c) || coincide(end, c)) {
+    *max = c;
+    *min = c;
+    return;
+  }
+  const double start_turn = turn_about(c, start);
+  const double end_turn = turn_about(c, end);
+  if (std::isnan(start_turn) || std::isnan(end_turn)) {
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    *max = {nan, nan};
+    *min = {nan, nan};
+    return;
+  }
+  const int from = quadrant_of(start_turn);
+  const int to = quadrant_of(end_turn);
+  const bool all_round = from == to && start_turn >= end_turn;
+  const ArcReach reach = all_round ? ArcReach{circle, circle, circle, circle} : arc_reach[from][to];
+  *max = {upper(reach.max_x, start.x, end.x, c.x + r), upper(reach.max_y, start.y, end.y, c.y + r)};
+  *min = {lower(reach.min_x, start.x, end.x, c.x - r), lower(reach.min_y, start.y, end.y, c.y - r)};
+}
+
+void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t* max, real_pt_t* min) {
+  const real_pt_t c = *center;
+  *max = {c.x + radius, c.y + radius};
+  *min = {c.x - radius, c.y - radius};
+}
+
+void utl_maxmin_conic(utl_conic_t* conic, real_pt_t* max, real_pt_t* min) {
+  Range x = range_of(conic->start.x, conic->end.x);
+  Range y = range_of(conic->start.y, conic->end.y);
+  zelvan::visit_conic_samples(conic, [&](const real_pt_t& sample) {
+    x.widen(sample.x);
+    y.widen(sample.y);
+  });
+  *max = {x.max, y.max};
+  *min = {x.min, y.min};
+}
+
+void utl_maxmin_cubic(double* coefficients, real_pt_t* max, real_pt_t* min) {
+  const Range x = cubic_range(coefficients);
+  const Range y = cubic_range(coefficients + 4);
+  *max = {x.max, y.max};
+  *min = {x.min, y.min};
+}
+
+void utl_maxmin_rotrect(real_pt_t* center, double* box, double angle) {
+  const double cosine = std::cos(angle);
+  const double sine = std::sin(angle);
+  const auto turned = [&](double x, double y) -> real_pt_t {
+    const double dx = x - center->x;
+    const double dy = y - center->y;
+    return {dx * cosine - dy * sine + center->x, dx * sine + dy * cosine + center->y};
+  };
+  const real_pt_t first = turned(box[0], box[1]);
+  const real_pt_t others[] = {turned(box[0], box[3]), turned(box[2], box[3]),
+                              turned(box[2], box[1])};
+  Range x = {first.x, first.x};
+  Range y = {first.y, first.y};
+  for (const real_pt_t& corner : others) {
+    x.widen(corner.x);
+    y.widen(corner.y);
+  }
+  box[0] = x.min;
+  box[1] = y.min;
+  box[2] = x.max;
+  box[3] = y.max;
+}
+
+double utl_evaluate_cubic(double* coefficients, double t) {
+  return ((t * coefficients[0] + coefficients[1]) * t + coefficients[2]) * t + coefficients[3];
+}
