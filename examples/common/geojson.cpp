@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include <nlohmann/json.hpp>
 
@@ -14,63 +15,139 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Hears a file being parsed and remembers only where and on what that failed.
-struct FaultFinder : nlohmann::json_sax<Json> {
-  std::size_t position = 0;
-  std::string token;
-  bool is_too_large = false;
+// Walks over a text and tells a listener how far it has come.
+struct Walker {
+  using iterator_category = std::input_iterator_tag;
+  using value_type = char;
+  using difference_type = std::ptrdiff_t;
+  using pointer = const char*;
+  using reference = const char&;
 
-  bool null() override { return true; }
-  bool boolean(bool) override { return true; }
-  bool number_integer(number_integer_t) override { return true; }
-  bool number_unsigned(number_unsigned_t) override { return true; }
-  bool number_float(number_float_t, const string_t&) override { return true; }
-  bool string(string_t&) override { return true; }
-  bool binary(binary_t&) override { return true; }
-  bool start_object(std::size_t) override { return true; }
-  bool key(string_t&) override { return true; }
-  bool end_object() override { return true; }
-  bool start_array(std::size_t) override { return true; }
-  bool end_array() override { return true; }
-  bool parse_error(std::size_t at, const std::string& last_token,
-                   const nlohmann::detail::exception& fault) override {
-    constexpr int number_overflow = 406;
-    position = at;
-    token = last_token;
-    is_too_large = fault.id == number_overflow;
-    return false;
+  const char* at;
+  const char** seen;
+
+  const char& operator*() const { return *at; }
+  Walker& operator++() {
+    *seen = ++at;
+    return *this;
   }
+  bool operator==(const Walker& other) const { return at == other.at; }
+  bool operator!=(const Walker& other) const { return at != other.at; }
 };
 
-// Parsing tells no place for a number that overflows, so the file is gone through once more.
-[[noreturn]] void report_fault(const std::string& path, const std::string& text) {
-  FaultFinder finder;
-  Json::sax_parse(text, &finder);
-  const std::size_t last = std::min(text.size(), std::max<std::size_t>(finder.position, 1) - 1);
-  const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<long>(last), '\n');
-  const std::size_t line_start = last == 0 ? std::string::npos : text.rfind('\n', last - 1);
-  const std::size_t column = last - (line_start == std::string::npos ? 0 : line_start + 1) + 1;
-  constexpr std::size_t longest_token = 40;
-  if (finder.token.size() > longest_token)
-    finder.token = finder.token.substr(0, longest_token) + "...";
-  throw Error(path + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " +
-              (finder.is_too_large    ? finder.token + " is no finite number"
-               : finder.token.empty() ? "no JSON: the file ends too early"
-                                      : "no JSON: can't make sense of '" + finder.token + "'"));
+// Hears a text being parsed and notes where features start and end, or where and on what the
+// parsing failed.
+class FeatureFinder : public nlohmann::json_sax<Json> {
+ public:
+  explicit FeatureFinder(std::string_view text) : text_(text), seen_(text.data()) {}
+
+  Walker begin() { return {text_.data(), &seen_}; }
+  Walker end() { return {text_.data() + text_.size(), &seen_}; }
+
+  std::vector<Feature> features;
+  std::size_t fault_offset = 0;
+  std::string fault;
+
+  bool null() override { return begin_value(); }
+  bool boolean(bool) override { return begin_value(); }
+  bool number_integer(number_integer_t) override { return begin_value(); }
+  bool number_unsigned(number_unsigned_t) override { return begin_value(); }
+  bool number_float(number_float_t, const string_t&) override { return begin_value(); }
+  bool binary(binary_t&) override { return begin_value(); }
+  bool string(string_t& value) override {
+    begin_value();
+    if (!levels_.empty() && levels_.back().key == "type" && value == "Feature") {
+      levels_.back().is_feature = true;
+    }
+    return true;
+  }
+  bool key(string_t& value) override {
+    levels_.back().key = value;
+    return true;
+  }
+  bool start_object(std::size_t) override { return start_level(false); }
+  bool start_array(std::size_t) override { return start_level(true); }
+  bool end_array() override {
+    levels_.pop_back();
+    return true;
+  }
+  bool end_object() override {
+    const Level level = std::move(levels_.back());
+    levels_.pop_back();
+    if (!level.is_feature) return true;
+    // What calls itself a feature inside of one belongs to its properties.
+    while (!features.empty() && features.back().start > level.start) features.pop_back();
+    features.push_back({level.start, offset() - level.start, place()});
+    return true;
+  }
+  bool parse_error(std::size_t position, const std::string& token,
+                   const nlohmann::detail::exception& error) override {
+    constexpr int number_overflow = 406;
+    constexpr std::size_t longest = 40;
+    const std::string shown = token.size() > longest ? token.substr(0, longest) + "..." : token;
+    fault_offset = std::max<std::size_t>(position, 1) - 1;
+    fault = error.id == number_overflow ? shown + " is no finite number"
+            : token.empty()             ? "no JSON: the file ends too early"
+                                        : "no JSON: can't make sense of '" + shown + "'";
+    return false;
+  }
+
+ private:
+  struct Level {
+    bool is_array;
+    std::size_t start;
+    std::size_t n_values = 0;  // of an array, so far
+    std::string key = {};      // of an object, the latest
+    bool is_feature = false;
+  };
+
+  std::size_t offset() const { return static_cast<std::size_t>(seen_ - text_.data()); }
+
+  bool begin_value() {
+    if (!levels_.empty() && levels_.back().is_array) ++levels_.back().n_values;
+    return true;
+  }
+
+  bool start_level(bool is_array) {
+    constexpr std::size_t deepest = 64;
+    begin_value();
+    levels_.push_back({is_array, offset() - 1});
+    if (levels_.size() <= deepest) return true;
+    fault_offset = offset() - 1;
+    fault = "nested too deeply";
+    return false;
+  }
+
+  // The JSON pointer of the value under way.
+  std::string place() const {
+    std::string result;
+    for (const Level& level : levels_) {
+      result += "/" + (level.is_array ? std::to_string(level.n_values - 1) : level.key);
+    }
+    return result;
+  }
+
+  std::string_view text_;
+  const char* seen_;
+  std::vector<Level> levels_;
+};
+
+std::string line_and_column(std::string_view text, std::size_t offset) {
+  const std::string_view before = text.substr(0, offset);
+  const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+  const std::size_t line_start = before.rfind('\n') + 1;  // 0 where there is none
+  return std::to_string(line) + ":" + std::to_string(before.size() - line_start + 1);
 }
 
-// Walks the tree; `place` is the JSON pointer of where it is.
+// Walks the tree of a feature; `place` is the JSON pointer of where it is.
 class Reader {
  public:
   explicit Reader(const std::string& path) : path_(path) {}
 
-  World read() {
-    const std::string text = read_file(path_);
-    const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
-    if (json.is_discarded()) report_fault(path_, text);
-    read_object(json, "", nullptr, 0);
-    if (world_.empty()) fail("", "no polygons in it");
-    return std::move(world_);
+  Country read(const Json& json, const std::string& place) {
+    country_.name = "unnamed";
+    read_object(json, place);
+    return std::move(country_);
   }
 
  private:
@@ -97,32 +174,19 @@ class Reader {
     for (const Json& element : array(json, place)) read(element, place + "/" + std::to_string(i++));
   }
 
-  // Any GeoJSON object. `outline` is that of the feature around it, null outside of features.
-  void read_object(const Json& json, const std::string& place, MapPolygons* outline, int depth) {
-    constexpr int deepest = 64;
-    if (depth > deepest) fail(place, "nested too deeply");
+  void read_object(const Json& json, const std::string& place) {
     const Json& type_json = member(json, "type", place);
     const std::string type = type_json.is_string() ? type_json.get<std::string>() : "";
-    const auto each = [&](const char* key) {
-      read_each(
-          member(json, key, place), place + "/" + key,
-          [&](const Json& j, const std::string& p) { read_object(j, p, outline, depth + 1); });
+    const auto read_each_object = [&](const char* key) {
+      read_each(member(json, key, place), place + "/" + key,
+                [&](const Json& j, const std::string& p) { read_object(j, p); });
     };
-    if (type == "FeatureCollection") return each("features");
-    if (type == "Feature") {
-      const Json& geometry = member(json, "geometry", place);
-      if (geometry.is_null()) return;
-      return read_country(name_of(json), geometry, place + "/geometry", depth);
-    }
-    if (outline == nullptr) return read_country("unnamed", json, place, depth);
-    if (type == "GeometryCollection") return each("geometries");
-    read_geometry(type, json, place, *outline);
-  }
-
-  void read_country(std::string name, const Json& geometry, const std::string& place, int depth) {
-    Country country{std::move(name), {}};
-    read_object(geometry, place, &country.outline, depth + 1);
-    if (!country.outline.empty()) world_.push_back(std::move(country));
+    if (type == "FeatureCollection") return read_each_object("features");
+    if (type == "GeometryCollection") return read_each_object("geometries");
+    if (type != "Feature") return read_geometry(type, json, place);
+    country_.name = name_of(json);
+    const Json& geometry = member(json, "geometry", place);
+    if (!geometry.is_null()) read_object(geometry, place + "/geometry");
   }
 
   std::string name_of(const Json& feature) const {
@@ -140,11 +204,9 @@ class Reader {
     return id->is_string() ? id->get<std::string>() : id->dump();
   }
 
-  void read_geometry(const std::string& type, const Json& json, const std::string& place,
-                     MapPolygons& outline) {
+  void read_geometry(const std::string& type, const Json& json, const std::string& place) {
     const auto read_rings = [&](const Json& rings, const std::string& p) {
-      read_each(rings, p,
-                [&](const Json& ring, const std::string& q) { read_ring(ring, q, outline); });
+      read_each(rings, p, [&](const Json& ring, const std::string& q) { read_ring(ring, q); });
     };
     if (type == "Polygon") {
       read_rings(member(json, "coordinates", place), place + "/coordinates");
@@ -156,7 +218,7 @@ class Reader {
     }
   }
 
-  void read_ring(const Json& json, const std::string& place, MapPolygons& outline) {
+  void read_ring(const Json& json, const std::string& place) {
     constexpr std::size_t fewest = 4;
     if (array(json, place).size() < fewest) {
       fail(place, "a ring of " + std::to_string(json.size()) + " positions, fewer than four");
@@ -171,7 +233,7 @@ class Reader {
       ring_.push_back(p);
     }
     if (ring_.front().x == ring_.back().x && ring_.front().y == ring_.back().y) ring_.pop_back();
-    add_polygon(outline, ring_);
+    add_polygon(country_.outline, ring_);
   }
 
   // The limit keeps products of coordinates far from infinity.
@@ -183,12 +245,37 @@ class Reader {
   }
 
   const std::string& path_;
-  World world_;
+  Country country_;
   std::vector<real_pt_t> ring_;
 };
 
 }  // namespace
 
-World read_geojson(const std::string& path) { return Reader(path).read(); }
+std::vector<Feature> find_features(const std::string& path, std::string_view text) {
+  FeatureFinder finder(text);
+  if (!Json::sax_parse(finder.begin(), finder.end(), &finder)) {
+    throw Error(path + ":" + line_and_column(text, finder.fault_offset) + ": " + finder.fault);
+  }
+  if (finder.features.empty()) return {{0, text.size(), ""}};
+  return std::move(finder.features);
+}
+
+Country read_feature(const std::string& path, const Feature& feature, std::string_view text) {
+  const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
+  if (json.is_discarded()) throw Error(path + ": has changed while it was in use");
+  return Reader(path).read(json, feature.place);
+}
+
+World read_geojson(const std::string& path) {
+  const std::string text = read_file(path);
+  World world;
+  for (const Feature& feature : find_features(path, text)) {
+    const std::string_view part = std::string_view(text).substr(feature.start, feature.size);
+    Country country = read_feature(path, feature, part);
+    if (!country.outline.empty()) world.push_back(std::move(country));
+  }
+  if (world.empty()) throw Error(path + ": no polygons in it");
+  return world;
+}
 
 }  // namespace example

@@ -3,19 +3,38 @@
 
 #include "common/countries.h"
 
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace example {
 
-/// Reads the polygons of a FeatureCollection, a Feature or a bare geometry.
+/// Where in a file one thing with a name stands, to be read by itself.
+struct Feature {
+  std::size_t start;  ///< offset of its first byte
+  std::size_t size;   ///< in bytes
+  std::string place;  ///< its JSON pointer, for messages
+};
+
+/// The features of a FeatureCollection or a bare Feature, in order; for anything else the
+/// whole text as one. `text` is the content of the file at `path`.
 ///
-/// Each feature that has polygons becomes a country, named after its property `name` (or
-/// `NAME`, `ADMIN`, or its id). Points and lines are passed over. A ring may come closed, as
-/// the standard has it, or open.
+/// Throws `Error`, which names the file with line and column, for what is no JSON or nested
+/// deeper than 64 levels, and for a number beyond all finite ones.
+std::vector<Feature> find_features(const std::string& path, std::string_view text);
+
+/// The country that a feature is; `text` is the feature's own. Its outline is empty when there
+/// are no polygons in it: points and lines are passed over.
 ///
-/// Throws `Error`, which names the file and the place in it, for a file that can't be read or
-/// is no JSON, a ring of fewer than four positions, a coordinate that is no finite number of
-/// at most a thousand million, and a file without any polygon.
+/// The name is the property `name` (or `NAME`, `ADMIN`), or else the id. A ring may come closed,
+/// as the standard has it, or open. Throws `Error`, which names the file and the place in it,
+/// for a ring of fewer than four positions, for a coordinate that is no number of at most a
+/// thousand million, and for what is no GeoJSON.
+Country read_feature(const std::string& path, const Feature& feature, std::string_view text);
+
+/// All countries of a file that have polygons. Throws `Error` as the two above do, when the file
+/// can't be read, and when there is no polygon in it.
 World read_geojson(const std::string& path);
 
 }  // namespace example
