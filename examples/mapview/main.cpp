@@ -4,11 +4,10 @@
 // the map are answered by the outlines as they were read, picks in the picture by the outlines
 // as they were drawn.
 
-#include "common/colouring.h"
+#include "common/drawing.h"
 #include "common/error.h"
 #include "common/geojson.h"
 #include "common/picker.h"
-#include "common/picture.h"
 #include "common/stages.h"
 #include "options.h"
 
@@ -20,18 +19,6 @@
 namespace {
 
 using namespace example;
-
-constexpr Colour sea = {0.80, 0.88, 0.94};
-constexpr Colour border = {0.32, 0.30, 0.32};
-constexpr Colour fills[] = {{0.96, 0.87, 0.70}, {0.80, 0.88, 0.68}, {0.95, 0.77, 0.70},
-                            {0.85, 0.79, 0.90}, {0.99, 0.94, 0.72}, {0.74, 0.86, 0.80},
-                            {0.93, 0.82, 0.84}};
-constexpr double border_width = 0.8;  // pixels
-
-struct DrawnCountry {
-  std::size_t index;  // in the world
-  DevicePolygons outline;
-};
 
 // Tells how long each stage took, from the end of the one before.
 class Stages {
@@ -55,18 +42,6 @@ void print(const Tally& tally) {
     std::printf("%-10s%12lld%14lld%10lld%10lld%10lld\n", what, n.came_in, n.clipped_away, n.added,
                 n.merged, n.drawn);
   }
-}
-
-void draw(const World& world, const std::vector<DrawnCountry>& countries, const Options& options) {
-  const std::vector<std::size_t> colours = colour_apart(world, std::size(fills));
-  Picture picture(options.output, options.view.pixels_wide, options.view.pixels_high, sea);
-  for (const DrawnCountry& country : countries) {
-    picture.fill(country.outline, fills[colours[country.index]]);
-  }
-  for (const DrawnCountry& country : countries) {  // over all fills, so that none hides a border
-    picture.stroke(country.outline, border, border_width);
-  }
-  picture.save();
 }
 
 const char* name_or_none(const std::string* name) {
@@ -126,7 +101,7 @@ void run(const Options& options) {
   stages.end("map");
 
   if (!options.output.empty()) {
-    draw(world, countries, options);
+    draw_world(world, countries, options.view, options.output);
     stages.end("draw");
   }
   if (!options.places.empty() || !options.pixels.empty()) {
