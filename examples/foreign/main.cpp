@@ -1,0 +1,59 @@
+// foreign draws the world from a file as a mainframe writes it: translated byte by byte, then
+// drawn as mapview draws its own.
+
+#include "common/drawing.h"
+#include "common/error.h"
+#include "common/stages.h"
+#include "outlines.h"
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+using namespace example;
+
+void run(const std::string& data, const std::string& output) {
+  const World world = read_outlines(data);
+  const ViewSettings settings;
+  const View view(settings);
+  Tally tally;
+  std::vector<DrawnCountry> countries;
+  for (std::size_t i = 0; i < world.size(); ++i) {
+    DevicePolygons outline =
+        map_to_device(clip_to_view(world[i].outline, view, tally), view, tally);
+    if (!outline.empty()) countries.push_back({i, std::move(outline)});
+  }
+  draw_world(world, countries, settings, output);
+  std::printf("%zu countries from %s to %s, %lld vertices\n", world.size(),
+              world.front().name.c_str(), world.back().name.c_str(), tally.vertices.came_in);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string data = example::shipped_outlines(), output;
+  CLI::App app("Draws the outlines in an export file of a mainframe.", "foreign");
+  app.add_option("-d,--data", data, "file of outlines (default: the world)")->type_name("FILE");
+  app.add_option("-o,--output", output, "picture to write, .png or .svg")
+      ->type_name("FILE")
+      ->required();
+  constexpr int bad_input = 2;
+  try {
+    app.parse(argc, argv);
+    run(data, output);
+    return 0;
+  } catch (const CLI::CallForHelp&) {
+    std::printf("%s", app.help().c_str());
+    return 0;
+  } catch (const CLI::ParseError& error) {
+    std::fprintf(stderr, "foreign: %s; see foreign --help\n", error.what());
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "foreign: %s\n", error.what());
+  }
+  return bad_input;
+}
