@@ -1,0 +1,87 @@
+/// Cutting a line of 8-bit text into fields, one field a call.
+///
+/// A caller walks a line by handing the `next` of each result to the following call:
+///
+///     for (str_field* f = str_parse(line); f->type != STR_END; f = str_parse(f->next)) ...
+///
+/// The parsers read the caller's text and never change it. Their results live in records and
+/// buffers of the library, one set for `str_parse` and `str_parseEx` and one for
+/// `str_parse_vvcp`, with one buffer for numbers that both share: take what you need from a
+/// result before the next call. Nothing is allocated. What is blank and what is printable is
+/// asked of the C library, so it follows the locale of the process; letters, digits and the
+/// decimal point are ASCII's in every locale.
+///
+/// Threads: one thread at a time calls a parser, `ColorRGB::SetValue` included. `str_token` and
+/// `str_lower_string` keep nothing and may run on any thread.
+#pragma once
+
+#include <zelvan/export.h>
+
+#include <cstddef>
+#include <cstdint>
+
+/// Values of `str_field::type`.
+enum str_field_type : int {
+  STR_WORD = 0,    ///< a run of characters up to a blank or the end
+  STR_STRING = 1,  ///< a quoted string, without its quotes and escapes
+  STR_NUMBER = 2,  ///< a number
+  STR_END = 3      ///< no field
+};
+
+/// One field. The record and its text are the library's; nobody releases them.
+struct str_field {
+  int type;              ///< a `str_field_type`
+  double value;          ///< of a number; 0.0 for every other kind
+  std::uint64_t length;  ///< bytes in `text`, its terminator not counted
+  char* text;            ///< terminated; null if there is no text
+  char* next;            ///< where to go on in the caller's text; null only for a null text
+};
+
+/// The next field of `text`, which may be null. Never null itself.
+///
+/// Leading white space is skipped; what follows decides the kind:
+///
+/// - `"` opens a string in which a backslash is an ordinary character, `$` one in which a
+///   backslash is dropped and the character behind it taken as it is. Either kind ends at the
+///   next `"` or `$`, or at the end of the text. An empty string has no text.
+/// - A number has an optional sign, digits with an optional `.`, and an optional exponent of up
+///   to 3 digits. It must be followed by a blank or the end; otherwise it is a word. The `text`
+///   of a number keeps 20 digits, and its `value` is that of the `text`, correctly rounded. A
+///   sign alone is a number of value 0.0 if a `.` follows, or a digit two places on.
+/// - Anything else is a word: it runs to the next blank (no other white space) or the end.
+///
+/// `STR_END` comes with `next` at the end of the text or at the character that can't start a
+/// field: one that is not printable, such as a control character, or, in the locales C and
+/// UTF-8, one with the high bit set. A word or string of more than 1599 bytes does not fit the
+/// buffer and is refused in the same way, with `next` at its first character. So a walk that
+/// ends at `STR_END` has read the whole line if `*next` is the terminator.
+ZELVAN_C_API str_field* str_parse(char* text);
+
+/// The same; with a `mode` of 1, `$` no longer ends a string and is copied into it.
+ZELVAN_C_API str_field* str_parseEx(char* text, int mode);
+
+/// The same with other strings: only `"` ends one, and a backslash escapes the character behind
+/// it in strings of both kinds.
+ZELVAN_C_API str_field* str_parse_vvcp(char* text);
+
+/// Cuts one token off `text` at the first delimiter outside quotes, and gives its start: the
+/// first character that is not a blank. Null if the token is empty.
+///
+/// The delimiter is overwritten with the terminator and stored in `*found`; `*next` is the
+/// place behind it, to go on from. If the text ends first, `*found` is NUL and `*next` null.
+/// From one `"` to the next, or to the end, nothing delimits; of two in a row, the first stands
+/// alone. A character behind a backslash doesn't delimit either. Quotes, backslashes and
+/// trailing blanks stay in the token.
+///
+/// Requires: no null pointer; `text` writable. `delimiters` may be empty.
+ZELVAN_C_API char* str_token(char* text, char* delimiters, char** next, char* found);
+
+/// Makes each ASCII letter of `text` small, in place. Other bytes stay as they are.
+///
+/// Requires: `text` is not null.
+ZELVAN_C_API void str_lower_string(char* text);
+
+static_assert(offsetof(str_field, type) == 0 && offsetof(str_field, value) == 8 &&
+                  offsetof(str_field, length) == 16 && offsetof(str_field, text) == 24 &&
+                  offsetof(str_field, next) == 32 && sizeof(str_field) == 40,
+              "layout is interface");
