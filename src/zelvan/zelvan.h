@@ -24,3 +24,6 @@
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/points.h>
 #include <zelvan/transforms/records.h>
+#include <zelvan/var/name_list.h>
+#include <zelvan/var/name_table.h>
+#include <zelvan/var/search_value.h>

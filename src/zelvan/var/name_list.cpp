@@ -1,0 +1,115 @@
+// A link is the pointer that leads to a node: the caller's head or the `next` of the node
+// before. With it, the first node of a list is no special case.
+
+#include <zelvan/platform/comparison.h>
+#include <zelvan/var/detail/name.h>
+#include <zelvan/var/name_list.h>
+
+#include <cstdlib>
+#include <cstring>
+
+using zelvan::is_same_name;
+
+namespace {
+
+/// A copy from the heap in which control characters became terminators; null if it refuses.
+char* stored_copy(const char* name) {
+  const std::size_t size = std::strlen(name) + 1;
+  auto* copy = static_cast<char*>(std::malloc(size));
+  if (copy == nullptr) return nullptr;
+  for (std::size_t i = 0; i < size; ++i) copy[i] = zelvan::is_control(name[i]) ? '\0' : name[i];
+  return copy;
+}
+
+/// Puts a new node where `link` leads and gives its stored name. Null, with nothing changed, if
+/// the heap refuses the node or the name.
+char* insert_node(VarNameInfo** link, const char* name, void* info) {
+  char* const copy = stored_copy(name);
+  auto* const node = static_cast<VarNameInfo*>(std::malloc(sizeof(VarNameInfo)));
+  if (copy == nullptr || node == nullptr) {
+    std::free(copy);
+    std::free(node);
+    return nullptr;
+  }
+  *node = {*link, copy, info};
+  *link = node;
+  return copy;
+}
+
+/// The link to the first node of that name; the link behind the tail if there is none.
+VarNameInfo** find_link(VarNameInfo** link, const char* name) {
+  while (*link != nullptr && !is_same_name((*link)->name, name)) link = &(*link)->next;
+  return link;
+}
+
+}  // namespace
+
+char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info) {
+  VarNameInfo** link = list;
+  for (; *link != nullptr; link = &(*link)->next) {
+    if (zelvan::platform::_stricmp((*link)->name, name) == 0) return nullptr;
+  }
+  return insert_node(link, name, info);
+}
+
+char* VarInsertNameInfo(VarNameInfo** list, const char* name, void* info, int position,
+                        const char* reference) {
+  constexpr int right_behind = 1, at_tail = 2;
+  if (position == at_tail) return VarAddNameInfo(list, name, info);
+  VarNameInfo** place = nullptr;
+  for (VarNameInfo** link = list; *link != nullptr; link = &(*link)->next) {
+    if (is_same_name((*link)->name, name)) return nullptr;
+    if (is_same_name((*link)->name, reference)) place = link;
+  }
+  if (place == nullptr) return nullptr;
+  return insert_node(position == right_behind ? &(*place)->next : place, name, info);
+}
+
+void* VarDeleteNameInfo(VarNameInfo** list, const char* name) {
+  VarNameInfo** const link = find_link(list, name);
+  VarNameInfo* const node = *link;
+  if (node == nullptr) return nullptr;
+  void* const info = node->info;
+  *link = node->next;
+  std::free(node->name);
+  std::free(node);
+  return info;
+}
+
+void VarExchangeNameInfo(VarNameInfo* list, const char* name1, const char* name2) {
+  VarNameInfo* first = nullptr;
+  VarNameInfo* second = nullptr;
+  for (VarNameInfo* node = list; node != nullptr; node = node->next) {
+    if (is_same_name(node->name, name1)) first = node;
+    if (is_same_name(node->name, name2)) second = node;
+  }
+  if (first == nullptr || second == nullptr) return;
+  void* const info = first->info;
+  first->info = second->info;
+  second->info = info;
+}
+
+char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name, const char* new_name) {
+  VarNameInfo* const node = *find_link(&list, old_name);
+  if (node == nullptr) return nullptr;
+  char* const copy = stored_copy(new_name);
+  if (copy == nullptr) return nullptr;
+  std::free(node->name);
+  node->name = copy;
+  return copy;
+}
+
+unsigned short VarLookupNameInfo(VarNameInfo* list, const char* name, void** info) {
+  const VarNameInfo* const node = *find_link(&list, name);
+  if (node == nullptr) return 0;
+  *info = node->info;
+  return 1;
+}
+
+char* VarGetName(VarNameInfo* entry) { return entry->name; }
+
+void* VarListInfo(VarNameInfo* entry) { return entry == nullptr ? nullptr : entry->info; }
+
+void VarNextListEntry(VarNameInfo** entry) {
+  if (entry != nullptr) *entry = (*entry)->next;
+}
