@@ -1,0 +1,13 @@
+#include "gallery/pages.h"
+
+namespace gallery {
+
+std::span<const Page* const> pages() {
+  static constexpr const Page* all[] = {
+      &arc_extents_page, &clipping_page,     &conics_page,
+      &distances_page,   &orientations_page, &pick_regions_page,
+  };
+  return all;
+}
+
+}  // namespace gallery
