@@ -1,6 +1,8 @@
 /// The whole library.
 #pragma once
 
+#include <zelvan/colour/color_rgb.h>
+#include <zelvan/colour/color_value.h>
 #include <zelvan/export.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/conic.h>

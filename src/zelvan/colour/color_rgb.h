@@ -1,0 +1,87 @@
+/// Colours as three integers on a scale of the caller's choice, and as hue, saturation, value.
+///
+/// The scale is 255 wherever the library chooses one. No operation clamps a channel. Operations
+/// that can refuse give 1, or 0 with the colour as it was.
+///
+/// Threads: plain values, so every operation may run on any thread, save `SetValue`, which uses
+/// the field parser and its one record: one thread at a time.
+#pragma once
+
+#include <zelvan/colour/color_value.h>
+#include <zelvan/export.h>
+
+#include <cstddef>
+
+/// Hue in degrees, from 0 up to but not including 360; saturation and value from 0 to 1.
+struct ColorHSV {
+  float hue;
+  float saturation;
+  float value;
+};
+
+/// Three channels.
+class ColorRGB {
+ public:
+  int red;
+  int green;
+  int blue;
+
+  /// Black.
+  ZELVAN_INLINE_API ColorRGB() : red(0), green(0), blue(0) {}
+  ZELVAN_INLINE_API ColorRGB(int r, int g, int b) : red(r), green(g), blue(b) {}
+
+  ZELVAN_INLINE_API void Set(unsigned char r, unsigned char g, unsigned char b) {
+    red = r;
+    green = g;
+    blue = b;
+  }
+
+  /// Takes the channels; pen and alpha are left behind.
+  ZELVAN_INLINE_API void SetRGBColorFromColorValue(ColorValue color) {
+    Set(color.red, color.green, color.blue);
+  }
+
+  /// Channels of 0 to 1, rounded to the scale 255. Refuses one that is below 0 or above 1. A
+  /// channel that is not a number passes and becomes the smallest `int`.
+  ZELVAN_API unsigned short SetRGBColor(float r, float g, float b);
+
+  /// The colour of `HsvToRgb` at scale 255. Refuses an argument below 0, a hue of 360 or more,
+  /// a saturation or value above 1. What is not a number passes, as in `SetRGBColor`.
+  ZELVAN_API unsigned short SetHSVColor(float hue, float saturation, float value);
+
+  /// Unpacks red, green and blue from the bits 0-7, 8-15 and 16-23; the upper bits are ignored.
+  ZELVAN_API void Col24BitToRGBColor(int packed);
+  ZELVAN_API void RGB32BitToRGBColor(int packed);
+
+  /// Unpacks blue, green and red from the bits 0-7, 8-15 and 16-23; the upper bits are ignored.
+  ZELVAN_API void BGR32BitToRGBColor(int packed);
+
+  /// Packs red, green and blue into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
+  /// its neighbours.
+  ZELVAN_API unsigned int RGBTo24BitColor();
+  ZELVAN_API unsigned int RGBToRGB32BitColor();
+
+  /// The same with blue at the low end and red at the high one.
+  ZELVAN_API unsigned int RGBToBGR32BitColor();
+
+  /// Takes the colour of `*hsv`, each channel from 0 to `scale`. Where the saturation is not
+  /// above 0 the hue plays no part. A hue outside 0 to 360 is wrapped, as an angle is; one that
+  /// is not finite counts as 0.
+  ///
+  /// Requires: no null pointer.
+  ZELVAN_API void HsvToRgb(ColorHSV* hsv, int scale);
+
+  /// Stores hue, saturation and value of this colour, its channels being on the scale `scale`.
+  /// A grey has hue 0, black saturation 0 too. Where two channels are the largest, red counts
+  /// before green before blue.
+  ///
+  /// Requires: no null pointer; `scale` not 0, lest infinities and NaN flow through.
+  ZELVAN_API void RgbToHsv(int scale, ColorHSV* hsv);
+};
+
+static_assert(offsetof(ColorHSV, hue) == 0 && offsetof(ColorHSV, saturation) == 4 &&
+                  offsetof(ColorHSV, value) == 8 && sizeof(ColorHSV) == 12,
+              "layout is interface");
+static_assert(offsetof(ColorRGB, red) == 0 && offsetof(ColorRGB, green) == 4 &&
+                  offsetof(ColorRGB, blue) == 8 && sizeof(ColorRGB) == 12,
+              "layout is interface");

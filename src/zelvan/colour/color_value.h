@@ -1,0 +1,138 @@
+/// The colour that a drawing attribute holds: a pen of a colour table, and channels of its own.
+///
+/// Plain values of 6 bytes: nothing is allocated, so every operation may run on any thread.
+/// The operations that look a pen up in a map are the exception: see color_map.h.
+#pragma once
+
+#include <zelvan/export.h>
+
+#include <cstddef>
+
+class ColorMap;
+class ColorRGB;
+
+/// What `ColorValue::AdjustForeground` does to a foreground too close to its background. Any
+/// other value asks for nothing.
+enum ColAdjT : int {
+  ColAdjNudge = 1,   ///< moves red by one step, which can be undone
+  ColAdjInvert = 2,  ///< turns each channel into 255 minus itself
+};
+
+/// A pen, an alpha and three channels of 0 to 255.
+///
+/// A pen of -1 says that the colour is given by its channels and no place in a table is known.
+/// Alpha is 255 for a foreground made of channels, 0 for a background or a value made of a pen.
+class ColorValue {
+ public:
+  short pen;
+  unsigned char alpha;
+  unsigned char red;
+  unsigned char green;
+  unsigned char blue;
+
+  /// Pen 1, opaque black.
+  ZELVAN_INLINE_API ColorValue() : ColorValue(short{1}, 255, 0, 0, 0) {}
+
+  /// A pen alone: alpha and channels are 0.
+  ZELVAN_INLINE_API ColorValue(short pen0) : ColorValue(pen0, 0, 0, 0, 0) {}
+
+  /// Channels alone: pen -1, alpha 255.
+  ZELVAN_INLINE_API ColorValue(unsigned char r, unsigned char g, unsigned char b)
+      : ColorValue(short{-1}, 255, r, g, b) {}
+
+  /// Alpha first, then the channels; pen -1.
+  ZELVAN_INLINE_API ColorValue(unsigned char a, unsigned char r, unsigned char g, unsigned char b)
+      : ColorValue(short{-1}, a, r, g, b) {}
+
+  ZELVAN_INLINE_API ColorValue(short pen0, unsigned char a, unsigned char r, unsigned char g,
+                               unsigned char b)
+      : pen(pen0), alpha(a), red(r), green(g), blue(b) {}
+
+  /// Red, green and blue from the bits 0-7, 8-15 and 16-23 of `packed`; alpha 0. The pen is -1
+  /// if one of the bits 24-31 is set, else the low 16 bits of `pen0`.
+  ZELVAN_API ColorValue(int packed, int pen0);
+
+  /// Channels of 0 to 1, rounded to the scale 255; pen -1, alpha 255. Nothing is tested: what
+  /// doesn't fit keeps its low 8 bits, and what is no number becomes 0.
+  ZELVAN_API ColorValue(float r, float g, float b);
+
+  ColorValue(const ColorValue&) = default;
+
+  ZELVAN_INLINE_API void operator=(const ColorValue& other) {
+    SetColorValue(other.pen, other.alpha, other.red, other.green, other.blue);
+  }
+
+  ZELVAN_INLINE_API short GetPen() const { return pen; }
+  ZELVAN_INLINE_API short GetPen() { return pen; }
+  ZELVAN_INLINE_API unsigned char GetAlpha() const { return alpha; }
+  ZELVAN_INLINE_API unsigned char GetAlpha() { return alpha; }
+  ZELVAN_INLINE_API unsigned char GetRed() const { return red; }
+  ZELVAN_INLINE_API unsigned char GetRed() { return red; }
+  ZELVAN_INLINE_API unsigned char GetGreen() const { return green; }
+  ZELVAN_INLINE_API unsigned char GetGreen() { return green; }
+  ZELVAN_INLINE_API unsigned char GetBlue() const { return blue; }
+  ZELVAN_INLINE_API unsigned char GetBlue() { return blue; }
+
+  ZELVAN_INLINE_API void SetPen(short pen0) { pen = pen0; }
+  ZELVAN_INLINE_API void SetAlpha(unsigned char a) { alpha = a; }
+  ZELVAN_INLINE_API void SetRed(unsigned char r) { red = r; }
+  ZELVAN_INLINE_API void SetGreen(unsigned char g) { green = g; }
+  ZELVAN_INLINE_API void SetBlue(unsigned char b) { blue = b; }
+
+  ZELVAN_INLINE_API void GetColorValue(short& pen0, unsigned char& a, unsigned char& r,
+                                       unsigned char& g, unsigned char& b) const {
+    pen0 = pen;
+    a = alpha;
+    r = red;
+    g = green;
+    b = blue;
+  }
+
+  ZELVAN_INLINE_API void SetColorValue(short pen0, unsigned char a, unsigned char r,
+                                       unsigned char g, unsigned char b) {
+    pen = pen0;
+    alpha = a;
+    red = r;
+    green = g;
+    blue = b;
+  }
+
+  /// Takes the low 8 bits of the channels, and alpha 255. The pen stays.
+  ZELVAN_API void SetColorValueFromRGB(ColorRGB& color);
+
+  /// The same with alpha 0.
+  ZELVAN_API void SetBackgroundColorValueFromRGB(ColorRGB& color);
+
+  /// Reads a number that is a colour or a pen. With any of the bits 24-31 set it is a colour:
+  /// pen -1, alpha 255, red, green and blue in the bits 0-7, 8-15 and 16-23. With none set it is
+  /// the pen in the bits 0-7; all else becomes 0.
+  ZELVAN_API void SetColorValueFromPackedColor(unsigned int packed);
+
+  /// Takes `a`'s pen, and as each channel `a`'s exclusive-or `b`'s. Alpha stays.
+  ZELVAN_API void SetXorValue(ColorValue& a, ColorValue& b);
+
+  /// Moves this foreground away from `background` if the differences of their channels sum up
+  /// to less than 15. Pen and alpha of neither take part.
+  ///
+  /// A nudge adds 1 to red, or takes 1 off where red is 255.
+  ZELVAN_API void AdjustForeground(ColorValue& background, ColAdjT mode);
+
+  /// Takes a nudge back: copies all of `saved`, the value from before, if red differs from its
+  /// red by exactly 1 and green and blue are its own. Otherwise does nothing, so that a
+  /// foreground stays inverted.
+  ZELVAN_API void UndoAdjustForeground(ColorValue& saved);
+
+  /// 1 if all five fields are equal, else 0.
+  ZELVAN_INLINE_API unsigned short operator==(const ColorValue& other) const {
+    return pen == other.pen && alpha == other.alpha && red == other.red && green == other.green &&
+           blue == other.blue;
+  }
+  ZELVAN_INLINE_API unsigned short operator!=(const ColorValue& other) const {
+    return !(*this == other);
+  }
+};
+
+static_assert(offsetof(ColorValue, pen) == 0 && offsetof(ColorValue, alpha) == 2 &&
+                  offsetof(ColorValue, red) == 3 && offsetof(ColorValue, green) == 4 &&
+                  offsetof(ColorValue, blue) == 5 && sizeof(ColorValue) == 6,
+              "layout is interface");
