@@ -1,18 +1,12 @@
 #include <zelvan/colour/color_rgb.h>
 
+#include "colour/printing.h"
+
 #include <climits>
 #include <cmath>
 #include <limits>
-#include <ostream>
 
 #include <gtest/gtest.h>
-
-bool operator==(const ColorRGB& a, const ColorRGB& b) {
-  return a.red == b.red && a.green == b.green && a.blue == b.blue;
-}
-std::ostream& operator<<(std::ostream& out, const ColorRGB& c) {
-  return out << c.red << ' ' << c.green << ' ' << c.blue;
-}
 
 namespace {
 

@@ -49,6 +49,30 @@ class ColorRGB {
   /// a saturation or value above 1. What is not a number passes, as in `SetRGBColor`.
   ZELVAN_API unsigned short SetHSVColor(float hue, float saturation, float value);
 
+  /// Takes the colour of that name, one of 658, without regard to the case of ASCII letters.
+  /// Blanks count: "dark blue" is a name and "DarkBlue" is none. Refuses a null pointer.
+  ZELVAN_API unsigned short FindName(char* name);
+  ZELVAN_API unsigned short SetNamedColor(char* name);
+
+  /// Stores the name of this colour in `*name`. Of several names it is the first in the table:
+  /// black, not gray0. It is the library's, never to be changed or freed. Gives 0 and leaves
+  /// `*name` alone if the colour has no name.
+  ///
+  /// Requires: no null pointer.
+  ZELVAN_API unsigned short FindNameForRgb(char** name);
+
+  /// Takes the colour that a text gives, in one of three forms:
+  ///
+  ///     RGB 1 0.5 0           channels of 0 to 1
+  ///     HSV 240 1 1           as SetHSVColor takes them
+  ///     Name "dark blue"      as FindName takes it
+  ///
+  /// The case of keyword and name is ignored. The fields are those of `str_parse`: a word or a
+  /// string in place of a number counts as 0, and text behind the last operand is ignored.
+  /// Refuses an unknown keyword or name, a missing operand, a number out of range, a null
+  /// pointer. The first argument plays no part.
+  ZELVAN_API unsigned short SetValue(unsigned short reserved, char* text);
+
   /// Unpacks red, green and blue from the bits 0-7, 8-15 and 16-23; the upper bits are ignored.
   ZELVAN_API void Col24BitToRGBColor(int packed);
   ZELVAN_API void RGB32BitToRGBColor(int packed);
