@@ -11,6 +11,7 @@
 #include <zelvan/geometry/trig.h>
 #include <zelvan/geometry/units.h>
 #include <zelvan/logger/logger.h>
+#include <zelvan/mem/mem.h>
 #include <zelvan/pick/pick_polyline.h>
 #include <zelvan/pick/pick_rect.h>
 #include <zelvan/pick/pick_region.h>

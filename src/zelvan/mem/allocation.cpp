@@ -1,0 +1,253 @@
+// A handler may do anything to the list while it allocates: release, evict, allocate, let the
+// table grow. So nothing that was read before a handler call is used after it. Where the answer
+// "go on" can't be followed (no block, no row, a sum that no int holds), the allocation is given
+// up, and the check for that stands behind the last handler call.
+
+#include <zelvan/mem/detail/entry.h>
+#include <zelvan/mem/mem.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+// All of the module's state, shared by every list of the process and unguarded: callers let one
+// thread at a time into the family.
+int mem_trace = 0;
+
+namespace zelvan {
+
+MemList* mem_default_list = nullptr;
+void* mem_default_object = nullptr;
+int mem_sequence = 1;
+
+namespace {
+
+constexpr int rows_at_a_time = 16;
+
+struct Request {
+  MemList* list;
+  int size;
+  void* key;
+  void** back_ptr;
+};
+
+/// A table whose first `n_old` rows are copies of `old`, the others empty. Null if the heap
+/// refuses.
+MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
+  auto* const table =
+      static_cast<MemEntry*>(std::malloc(static_cast<std::size_t>(n_entries) * sizeof(MemEntry)));
+  if (table == nullptr) return nullptr;
+  std::copy(old, old + n_old, table);
+  std::fill(table + n_old, table + n_entries, empty_entry);
+  return table;
+}
+
+/// Gives the list 16 more rows; false, with nothing changed, if the heap refuses.
+bool grow(MemList* list) {
+  const int n_entries = list->n_entries + rows_at_a_time;
+  MemEntry* const table = new_table(list->entries, list->n_entries, n_entries);
+  if (table == nullptr) return false;
+  std::free(list->entries);
+  list->n_entries = n_entries;
+  list->entries = table;
+  return true;
+}
+
+bool is_full(const MemList* list) { return list->n_used == list->n_entries; }
+
+/// What the pool would stand at with `size` bytes more. Any two ints have a sum here.
+long long sum_with(const MemPool* pool, int size) {
+  return static_cast<long long>(pool->used) + size;
+}
+
+/// A negative size becomes one that no heap can give.
+void* block_of(int size) { return std::malloc(static_cast<std::size_t>(size)); }
+
+/// The first entry but `self` whose block `place` lies in; null if there is none. An empty
+/// entry has no length, so nothing lies in it.
+MemEntry* find_block_around(MemList* list, void** place, const MemEntry* self) {
+  const auto at = reinterpret_cast<std::uintptr_t>(place);
+  for (int i = 0; i < list->n_entries; ++i) {
+    MemEntry& entry = list->entries[i];
+    const auto first = reinterpret_cast<std::uintptr_t>(entry.address);
+    const auto size = static_cast<std::uintptr_t>(entry.size);
+    if (&entry != self && first <= at && at < first + size) return &entry;
+  }
+  return nullptr;
+}
+
+/// Calls the handler. False if it gives up, or if it has released the block in which the back
+/// pointer lies: the address of the new block could not be stored any more.
+bool may_go_on(const Request& request, int code) {
+  MemList* const list = request.list;
+  const MemEntry* const home = find_block_around(list, request.back_ptr, nullptr);
+  const std::ptrdiff_t index = home == nullptr ? 0 : home - list->entries;
+  const int sequence = home == nullptr ? 0 : home->sequence;
+  MemException exception = {code, list, request.key, request.size};
+  if (list->exception_handler(&exception) == 0) return false;
+  return home == nullptr || list->entries[index].sequence == sequence;
+}
+
+/// The free row of lowest index; null if there is none.
+MemEntry* find_free_entry(MemList* list) {
+  MemEntry* const end = list->entries + list->n_entries;
+  MemEntry* const found = std::find_if(
+      list->entries, end, [](const MemEntry& entry) { return entry.address == nullptr; });
+  return found == end ? nullptr : found;
+}
+
+int next_serial_number() {
+  const int number = mem_sequence;
+  mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);  // wraps; ages still tell
+  return number;
+}
+
+int allocate_untracked(int size, void** back_ptr) {
+  void* const block = block_of(size);
+  if (block == nullptr) {
+    if (mem_trace != 0) MemTrace("**Malloc failed\n");
+    return MEM_MALLOC_FAILED;
+  }
+  *back_ptr = block;
+  return MEM_SUCCESS;
+}
+
+/// Raises what stands in the way of the request before the block is asked for.
+int make_room(const Request& request) {
+  MemList* const list = request.list;
+  if (request.size > list->pool->limit) {
+    if (mem_trace != 0) MemTrace("**Pool of %ld too small\n", long{list->pool->limit});
+    if (!may_go_on(request, MEM_POOL_TOO_SMALL)) return MEM_POOL_TOO_SMALL;
+  }
+  if (is_full(list) && !grow(list)) {
+    if (!may_go_on(request, MEM_TABLE_FAILED)) return MEM_TABLE_FAILED;
+    if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
+  }
+  if (sum_with(list->pool, request.size) > list->pool->limit) {
+    if (mem_trace != 0) MemTrace("**Pool overflow current size %ld\n", long{list->pool->used});
+    if (!may_go_on(request, MEM_POOL_OVERFLOW)) {
+      if (mem_trace != 0) MemTrace("**Pool overflow after exception processing\n");
+      return MEM_POOL_OVERFLOW;
+    }
+  }
+  return MEM_SUCCESS;
+}
+
+/// The block; null, with the trace written, if the heap refuses it.
+void* get_block(const Request& request) {
+  void* block = block_of(request.size);
+  if (block != nullptr) return block;
+  if (mem_trace != 0) MemTrace("**Malloc failed\n");
+  if (may_go_on(request, MEM_MALLOC_FAILED)) block = block_of(request.size);
+  if (block == nullptr && mem_trace != 0) MemTrace("**Malloc failed after exception processing\n");
+  return block;
+}
+
+/// Charges the block and enters it into the table, or says why that can't be. No handler runs
+/// in here.
+int track(const Request& request, void* block) {
+  MemList* const list = request.list;
+  const long long used = sum_with(list->pool, request.size);
+  if (used > INT_MAX) {
+    if (mem_trace != 0) MemTrace("**Pool overflow after exception processing\n");
+    return MEM_POOL_OVERFLOW;
+  }
+  // Full again if a handler has allocated from the list since the table was looked at.
+  if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
+  MemEntry* const entry = find_free_entry(list);
+  if (entry == nullptr) return MEM_TABLE_FAILED;
+
+  list->pool->used = static_cast<int>(used);
+  *entry = {
+      block, request.size, request.size, request.key, request.back_ptr, 0, next_serial_number(),
+      -1};
+  ++list->n_used;
+  if (mem_trace != 0) {
+    MemTrace("  [%ld] Allocation address %#zx total size %ld pool used %ld\n",
+             long{entry->sequence}, bits_of(block), long{entry->total_size},
+             long{list->pool->used});
+  }
+  MemEntryFindParent(list, entry);
+  return MEM_SUCCESS;
+}
+
+}  // namespace
+
+void MemTrace(const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  std::vprintf(format, arguments);
+  va_end(arguments);
+}
+
+void MemEntryFindParent(MemList* list, MemEntry* entry) {
+  MemEntry* const parent = find_block_around(list, entry->back_ptr, entry);
+  if (parent == nullptr) return;
+  entry->parent = static_cast<int>(parent - list->entries);
+  parent->total_size += entry->size;
+  if (mem_trace != 0) {
+    MemTrace("    Parent sequence [%ld] total size %ld\n", long{parent->sequence},
+             long{parent->total_size});
+  }
+}
+
+}  // namespace zelvan
+
+using zelvan::bits_of;
+using zelvan::MemTrace;
+
+MemPool* MemPoolNew(int limit) {
+  auto* const pool = static_cast<MemPool*>(std::malloc(sizeof(MemPool)));
+  if (pool != nullptr) *pool = {limit > 0 ? limit : INT_MAX, 0};
+  return pool;
+}
+
+void MemPoolDelete(MemPool** pool) {
+  std::free(*pool);
+  *pool = nullptr;
+}
+
+MemList* MemListNew(MemPool* pool, MemExceptionHandler handler) {
+  auto* const list = static_cast<MemList*>(std::malloc(sizeof(MemList)));
+  if (list == nullptr) return nullptr;
+  constexpr int n_entries = zelvan::rows_at_a_time;
+  *list = {n_entries, 0, pool, handler, zelvan::new_table(nullptr, 0, n_entries)};
+  if (list->entries == nullptr) {
+    std::free(list);
+    return nullptr;
+  }
+  return list;
+}
+
+int MemAllocate(MemList* list, int size, void* key, void** back_ptr) {
+  if (list == nullptr) list = zelvan::mem_default_list;
+  if (key == nullptr) key = zelvan::mem_default_object;
+  if (mem_trace != 0) {
+    MemTrace("Allocate:  list %#zx key %#zx size %ld back ptr %#zx\n", bits_of(list), bits_of(key),
+             long{size}, bits_of(back_ptr));
+  }
+  if (list == nullptr) return zelvan::allocate_untracked(size, back_ptr);
+
+  const zelvan::Request request = {list, size, key, back_ptr};
+  const int refusal = zelvan::make_room(request);
+  if (refusal != MEM_SUCCESS) return refusal;
+  void* const block = zelvan::get_block(request);
+  if (block == nullptr) return MEM_MALLOC_FAILED;
+  const int status = zelvan::track(request, block);
+  if (status != MEM_SUCCESS) {
+    std::free(block);
+    return status;
+  }
+  *back_ptr = block;
+  return MEM_SUCCESS;
+}
+
+unsigned short MemAvailable(MemList* list, int size) {
+  return !zelvan::is_full(list) && zelvan::sum_with(list->pool, size) <= list->pool->limit;
+}
+
+void MemSetDefaultList(MemList* list) { zelvan::mem_default_list = list; }
+
+void MemSetDefaultObject(void* object) { zelvan::mem_default_object = object; }

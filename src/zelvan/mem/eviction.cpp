@@ -1,0 +1,67 @@
+#include <zelvan/mem/detail/entry.h>
+#include <zelvan/mem/mem.h>
+
+#include <climits>
+
+using zelvan::bits_of;
+using zelvan::MemTrace;
+
+namespace {
+
+/// Releases, with its children, the first entry of the highest rank that may be chosen. A rank
+/// of 0 is never chosen.
+template <typename Rank>
+unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_of) {
+  if (mem_trace != 0) MemTrace("!!Remove: %s\n", rule);
+  if (list->n_used == 0) return 0;
+  int victim = -1;
+  unsigned best = 0;
+  for (int i = 0; i < list->n_entries; ++i) {
+    const MemEntry& entry = list->entries[i];
+    if (entry.total_size == 0 || entry.excluded != 0) continue;
+    const unsigned rank = rank_of(entry);
+    if (rank > best) {
+      best = rank;
+      victim = i;
+    }
+  }
+  if (victim < 0) return 0;
+  zelvan::MemEntryReleaseWithChildren(list, victim);
+  if (mem_trace != 0) MemTrace("^^Remove: %s\n", rule);
+  return 1;
+}
+
+}  // namespace
+
+void MemListInitializeSearch(MemList* list) {
+  for (int i = 0; i < list->n_entries; ++i) list->entries[i].excluded = 0;
+  if (mem_trace != 0) MemTrace("Initialize search: list %#zx\n", bits_of(list));
+}
+
+void MemListRemoveFromSearch(MemList* list, void* object) {
+  for (int i = 0; i < list->n_entries; ++i) {
+    if (list->entries[i].key == object) list->entries[i].excluded = 1;
+  }
+  if (mem_trace != 0) {
+    MemTrace("Remove from search: list %#zx object %#zx\n", bits_of(list), bits_of(object));
+  }
+}
+
+unsigned short MemListRemoveLargest(MemList* list) {
+  return remove_first_of_rank(list, "Largest", [](const MemEntry& entry) {
+    return entry.parent < 0 ? static_cast<unsigned>(entry.total_size) : 0U;
+  });
+}
+
+unsigned short MemListRemoveSmallest(MemList* list) {
+  return remove_first_of_rank(list, "Smallest", [](const MemEntry& entry) {
+    return entry.parent < 0 ? static_cast<unsigned>(INT_MAX - entry.total_size) : 0U;
+  });
+}
+
+unsigned short MemListRemoveOldest(MemList* list) {
+  // How many serial numbers ago: right even when the counter has wrapped in between.
+  return remove_first_of_rank(list, "Oldest", [](const MemEntry& entry) {
+    return static_cast<unsigned>(zelvan::mem_sequence) - static_cast<unsigned>(entry.sequence);
+  });
+}

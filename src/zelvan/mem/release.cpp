@@ -1,0 +1,144 @@
+#include <zelvan/mem/detail/entry.h>
+#include <zelvan/mem/mem.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace zelvan {
+
+namespace {
+
+/// The first entry of that address; null if there is none. A null address finds an empty entry.
+MemEntry* find_entry(MemList* list, const void* address) {
+  MemEntry* const end = list->entries + list->n_entries;
+  MemEntry* const found = std::find_if(
+      list->entries, end, [address](const MemEntry& entry) { return entry.address == address; });
+  return found == end ? nullptr : found;
+}
+
+bool is_parent(const MemList* list, int index) {
+  return std::any_of(list->entries, list->entries + list->n_entries,
+                     [index](const MemEntry& entry) { return entry.parent == index; });
+}
+
+/// Takes the child out of its parent's total, so that it is counted in the parent that it
+/// names and in no other.
+void leave_parent(MemList* list, MemEntry* child) {
+  if (child->parent < 0) return;
+  list->entries[child->parent].total_size -= child->size;
+  child->parent = -1;
+}
+
+}  // namespace
+
+void MemEntryRelease(MemList* list, int index) {
+  MemEntry& entry = list->entries[index];
+  if (entry.address == nullptr || entry.back_ptr == nullptr) return;
+  if (*entry.back_ptr != entry.address) {
+    if (mem_trace != 0) {
+      MemTrace("**[%ld] Back pointer does not contain address\n", long{entry.sequence});
+    }
+    return;
+  }
+  if (is_parent(list, index)) {
+    // Readers of the trace know this line as it is, a slash at its end and no new line.
+    if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
+    return;
+  }
+
+  list->pool->used -= entry.size;
+  if (mem_trace != 0) {
+    MemTrace("  [%ld] Release %ld pool used %ld\n", long{entry.sequence}, long{entry.size},
+             long{list->pool->used});
+  }
+  if (entry.parent >= 0) {
+    const MemEntry& parent = list->entries[entry.parent];
+    leave_parent(list, &entry);
+    if (mem_trace != 0) {
+      MemTrace("  [%ld] Parent sequence [%ld], new total %ld\n", long{entry.sequence},
+               long{parent.sequence}, long{parent.total_size});
+    }
+  }
+  // The pointer first: it may lie in the block itself.
+  *entry.back_ptr = nullptr;
+  std::free(entry.address);
+  entry = empty_entry;
+  --list->n_used;
+}
+
+void MemEntryReleaseWithChildren(MemList* list, int index) {
+  for (int child = 0; child < list->n_entries; ++child) {
+    if (list->entries[child].parent == index) MemEntryRelease(list, child);
+  }
+  MemEntryRelease(list, index);
+}
+
+}  // namespace zelvan
+
+using zelvan::bits_of;
+using zelvan::MemTrace;
+
+void MemFree(MemList* list, void* address) {
+  if (list == nullptr) list = zelvan::mem_default_list;
+  if (list == nullptr) {
+    std::free(address);
+    return;
+  }
+  if (mem_trace != 0) {
+    MemTrace("Free: list %#zx address %#zx\n", bits_of(list), bits_of(address));
+  }
+  MemEntry* const entry = zelvan::find_entry(list, address);
+  if (entry == nullptr) {
+    if (mem_trace != 0) MemTrace("**Address not found\n");
+    std::free(address);
+    return;
+  }
+  zelvan::MemEntryRelease(list, static_cast<int>(entry - list->entries));
+}
+
+void MemSetPointer(MemList* list, void* address, void** back_ptr) {
+  if (list == nullptr) list = zelvan::mem_default_list;
+  if (list == nullptr) return;
+  if (mem_trace != 0) {
+    MemTrace("Set pointer: list %#zx address %#zx back ptr %#zx\n", bits_of(list), bits_of(address),
+             bits_of(back_ptr));
+  }
+  if (address == nullptr) return;
+  MemEntry* const entry = zelvan::find_entry(list, address);
+  if (entry == nullptr) {
+    if (mem_trace != 0) MemTrace("**Address not found\n");
+    return;
+  }
+  if (mem_trace != 0) {
+    MemTrace("  [%ld] Set pointer replaces %#zx\n", long{entry->sequence},
+             bits_of(entry->back_ptr));
+  }
+  entry->back_ptr = back_ptr;
+  zelvan::leave_parent(list, entry);
+  zelvan::MemEntryFindParent(list, entry);
+  *back_ptr = address;
+}
+
+void MemListClear(MemList* list) {
+  for (int i = 0; i < list->n_entries; ++i) {
+    const MemEntry& entry = list->entries[i];
+    if (entry.address == nullptr || entry.parent >= 0) continue;
+    if (list->n_used <= 0) {
+      if (mem_trace != 0) MemTrace("**List used is 0, entry has address\n");
+      return;
+    }
+    if (mem_trace != 0) {
+      MemTrace("Clear list %#zx address %#zx\n", bits_of(list), bits_of(entry.address));
+    }
+    zelvan::MemEntryReleaseWithChildren(list, i);
+  }
+}
+
+void MemListDelete(MemList** list) {
+  if (*list == nullptr) return;
+  MemListClear(*list);
+  if (zelvan::mem_default_list == *list) zelvan::mem_default_list = nullptr;
+  std::free((*list)->entries);
+  std::free(*list);
+  *list = nullptr;
+}
