@@ -12,6 +12,7 @@
 #include <zelvan/geometry/units.h>
 #include <zelvan/logger/logger.h>
 #include <zelvan/mem/mem.h>
+#include <zelvan/osh/file_access.h>
 #include <zelvan/pick/pick_polyline.h>
 #include <zelvan/pick/pick_rect.h>
 #include <zelvan/pick/pick_region.h>

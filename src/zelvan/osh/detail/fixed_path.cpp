@@ -1,0 +1,77 @@
+#include <zelvan/osh/detail/fixed_path.h>
+#include <zelvan/platform/drives.h>
+#include <zelvan/platform/files.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+namespace zelvan {
+namespace {
+
+bool exists(const char* path) { return platform::_access(path, 0) == 0; }
+
+/// Puts the path on a drive, if it fits and exists there.
+bool exists_on_drive(char letter, const char* path, char* candidate) {
+  const int length = std::snprintf(candidate, path_size, "%c:%s", letter, path);
+  return length < path_size && exists(candidate);
+}
+
+/// Finds the first drive that has the path, the current one ahead of all others.
+bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
+  constexpr unsigned last_root = path_size - 3;  // a root has three bytes at least
+  if (exists_on_drive(static_cast<char>(current_drive + 64), path, candidate)) return true;
+  char roots[path_size];
+  const unsigned length = platform::GetLogicalDriveStringsA(path_size, roots);
+  if (length == 0 || length >= path_size) return false;
+  for (unsigned i = 0; i < last_root && roots[i] != '\0'; i += std::strlen(roots + i) + 1) {
+    const std::string_view root = roots + i;
+    const bool is_drive = platform::IsCharAlphaA(root[0]) && root[0] != 'a' && root[0] != 'b' &&
+                          root.substr(1, 2) == ":\\";
+    if (is_drive && exists_on_drive(root[0], path, candidate)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool is_usable(const char* path) {
+  if (path != nullptr && ::strnlen(path, path_size) < path_size) return true;
+  errno = path == nullptr ? EINVAL : ENAMETOOLONG;
+  return false;
+}
+
+short osh1_fix_path(char* path, char* fixed, int) {
+  *fixed = '\0';
+  if (!is_usable(path)) return 0;
+  const bool lacks_drive = path[0] == '\\' && path[1] != '\\';
+  const int current_drive = lacks_drive ? platform::_getdrive() : 0;
+  if (current_drive != 0) {
+    if (exists_on_any_drive(current_drive, path, fixed)) return 1;
+    std::strcpy(fixed, path);
+    return 0;
+  }
+  std::strcpy(fixed, path);
+  return exists(fixed);
+}
+
+short osh1_open(char* path, int flags, short mode) {
+  char fixed[path_size];
+  osh1_fix_path(path, fixed, sizeof fixed);
+  if (!is_usable(path)) return -1;
+  const int fd = platform::_open(fixed, flags, mode);
+  if (fd <= SHRT_MAX) return static_cast<short>(fd);
+  platform::_close(fd);  // cut to 16 bits it would be lost, or another file's
+  errno = EMFILE;
+  return -1;
+}
+
+std::FILE* osh1_fopen(char* path, char* mode) {
+  char fixed[path_size];
+  osh1_fix_path(path, fixed, sizeof fixed);
+  return is_usable(path) && mode != nullptr ? platform::fopen(fixed, mode) : nullptr;
+}
+
+}  // namespace zelvan

@@ -1,0 +1,182 @@
+/// Files: opening, reading, writing, inquiring, copying, removing.
+///
+/// **Results differ from function to function,** and callers rely on each: `osh_unlink` gives 0
+/// on success and `osh_mkdir` 1. Every comment below states its own. Nothing is printed and
+/// nothing thrown; the reason of a failure is what the platform left in `errno`.
+///
+/// **Paths** are null-terminated bytes of at most 1023. A longer path, or a null one, is refused
+/// with the function's own failure; nothing is cut. Symbolic links are followed, save where a
+/// file is renamed or deleted. On a platform with drive letters, a path with one leading backslash
+/// names the file on the current drive, or else on the first drive that has it. On this one
+/// there are none, and the path names just the file of that name.
+///
+/// **Read-only** is a file that nobody has permission to write. It is refused to every user
+/// alike, the privileged one included, when it is to be opened for writing, overwritten or
+/// deleted; it can be renamed.
+///
+/// **Sizes** are 32 bits wide where the result is an `int`: of a file of 2 GiB or more they are
+/// the low 32 bits, which may look negative. `osh_lseek` to the end tells the whole size. Places
+/// within a file are `long`, 64 bits here, so such files can be read and written in full.
+///
+/// **Descriptors** fit in `short`. Files are closed in programs that the process starts. Signals
+/// don't show: an interrupted call is taken up again.
+///
+/// Threads: the library keeps nothing, so every function may run on any thread; a stream locks
+/// itself call by call, as the runtime has it.
+#pragma once
+
+#include <zelvan/export.h>
+
+#include <cstddef>
+#include <cstdio>
+
+// How a file shall be opened: one of the first three, with any of the others added by `|`.
+inline constexpr short osh_open_read_only = 0x0000;
+inline constexpr short osh_open_write_only = 0x0001;
+inline constexpr short osh_open_read_write = 0x0002;
+inline constexpr short osh_open_append = 0x0008;     ///< every write goes to the end
+inline constexpr short osh_open_create = 0x0100;     ///< if it doesn't exist
+inline constexpr short osh_open_truncate = 0x0200;   ///< to length 0; only when opened to write
+inline constexpr short osh_open_exclusive = 0x0400;  ///< with create: fail if it exists
+inline constexpr short osh_open_as_text = 0x4000;    ///< no difference here, see osh_open_text
+inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);
+
+// The permissions of a file that is created: these, or any of the nine bits of a Unix mode.
+inline constexpr short osh_permit_read = 0x100;  ///< its owner may always read it
+inline constexpr short osh_permit_write = 0x80;
+
+// What `osh_inquire_file` adds the permissions to.
+inline constexpr unsigned short osh_kind_file = 0x400;
+inline constexpr unsigned short osh_kind_directory = 0x1000;
+
+/// Opens a file, binary. A descriptor of 0 to 32767, or -1.
+///
+/// `mode` counts only for a file that is created: its permissions, less what the process masks
+/// out. Flags that aren't listed above have no effect. Refused: a directory, read and write
+/// both asked for by `1 | 2`, and truncating a file that is opened only to be read.
+ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
+
+/// The same as text. On this platform both are the bytes as they stand.
+ZELVAN_C_API int osh_open_text(char* path, short flags, short mode);
+
+/// Gives a descriptor back. 0, or -1.
+ZELVAN_C_API short osh_close(int fd);
+
+/// Reads up to `count` bytes, INT_MAX at most. The number of bytes read, 0 at the end of the
+/// file, negative on failure.
+ZELVAN_C_API int osh_read(int fd, void* buffer, unsigned int count);
+
+/// Writes `count` bytes. `count`, or -1 if not all of them could be written. A count above INT_MAX
+/// is refused.
+ZELVAN_C_API int osh_write(int fd, void* buffer, unsigned int count);
+
+/// Moves the place of the next access: from the start (`whence` 0), the present place (1), the
+/// end (2). The new place from the start, or -1.
+ZELVAN_C_API long osh_lseek(int fd, long offset, short whence);
+
+/// The size of an open file: its low 32 bits, or -1.
+ZELVAN_C_API int osh_fdfilesize(int fd);
+
+/// Opens a stream, binary: `mode` is "r", "w", "a" or one of these and one more character, mostly
+/// "+"; what follows is dropped. The stream, to be closed by `osh_fclose`, or null.
+///
+/// A directory is refused, and so is a null or empty mode.
+ZELVAN_C_API std::FILE* osh_fopen_binary(char* path, char* mode);
+
+/// The same with any mode of the runtime's `fopen`, of up to 62 characters.
+ZELVAN_C_API std::FILE* osh_fopen_text(char* path, char* mode);
+
+/// Closes a stream. 0, or -1 if what was written may not have arrived; it is closed in any case.
+ZELVAN_C_API short osh_fclose(std::FILE* fp);
+
+/// As `osh_lseek`, of a stream. 0, or nonzero on failure.
+ZELVAN_C_API short osh_fseek(std::FILE* fp, long offset, int whence);
+
+/// The place of the next access. That place, or -1.
+ZELVAN_C_API long osh_ftell(std::FILE* fp);
+
+/// Hands on what is buffered. 0, also if there was nothing, or -1.
+ZELVAN_C_API short osh_fflush(std::FILE* fp);
+
+/// Writes a number in decimal, at least `width` wide with blanks ahead of it; with a negative
+/// width, behind it. The number of characters written, negative on failure.
+ZELVAN_C_API int osh_fputint(int value, int width, std::FILE* fp);
+
+/// Reads a line as it stands in the file, its end included, up to `size` bytes. The number of
+/// bytes stored; 0 at the end of the file and where `size` is less than 1.
+///
+/// A line ends after a line feed, or after a carriage return that neither a line feed nor another
+/// carriage return follows. No terminator is written. A read error ends the line as the
+/// end of the file does. After a carriage return the next byte is looked at, so a line that ends
+/// in one is complete only when more has arrived.
+///
+/// Requires: room for `size` bytes.
+ZELVAN_C_API int osh_readLine(std::FILE* fp, char* buffer, int size);
+
+// The runtime's own functions, arguments and results as they are there.
+ZELVAN_C_API std::size_t osh_fread(void* buffer, unsigned int size, unsigned int count,
+                                   std::FILE* fp);
+ZELVAN_C_API std::size_t osh_fwrite(void* buffer, unsigned int size, unsigned int count,
+                                    std::FILE* fp);
+ZELVAN_C_API char* osh_fgets(char* buffer, int size, std::FILE* fp);
+ZELVAN_C_API int osh_getc(std::FILE* fp);
+ZELVAN_C_API int osh_ungetc(int c, std::FILE* fp);
+ZELVAN_C_API int osh_fputc(int c, std::FILE* fp);
+ZELVAN_C_API int osh_fputs(char* text, std::FILE* fp);
+ZELVAN_C_API int osh_feof(std::FILE* fp);
+ZELVAN_C_API void osh_rewind(std::FILE* fp);
+ZELVAN_C_API int osh_fileno(std::FILE* fp);
+ZELVAN_C_API std::FILE* osh_fdopen(int fd, char* mode);
+
+/// Does the path exist? 1, or 0.
+ZELVAN_C_API short osh_file_exists(char* path);
+
+/// Does the path exist and, if the bit 2 of `mode` is set, is it not read-only? 1, or 0. Whether
+/// this user may write is not asked.
+ZELVAN_C_API short osh_file_access(char* path, unsigned short mode);
+
+/// Kind and permissions of a path. 1, or 0 with `*mode` untouched.
+///
+/// `*mode` becomes osh_kind_directory or osh_kind_file, plus 0x16D (octal 555) if it is
+/// read-only, else 0x1FF (octal 777).
+ZELVAN_C_API int osh_inquire_file(char* path, unsigned short* mode);
+
+/// The size of a file that may be read: its low 32 bits, or -1. A directory gives -1.
+ZELVAN_C_API int osh_filesize(char* path);
+
+/// Appends `source` to `destination`, which is created if need be, for its owner alone. 1, or 0.
+///
+/// After a failure on the way the destination ends in a part of the source. A file is not
+/// appended to itself, whatever the names.
+ZELVAN_C_API short osh_cat(char* destination, char* source);
+
+/// Copies a regular file over another or to a new name: destination first. Nonzero, or 0.
+///
+/// The copy takes its place only when it is complete: whatever fails, the destination is as it
+/// was. The directory of the destination must be writable. What is replaced keeps its permissions
+/// and, where possible, its owner, but a hard link of it keeps the old content. A destination
+/// that is a symbolic link has the file replaced that it leads to. Refused: a file onto itself, and
+/// a destination that is read-only, that this user may not write or that is no regular file.
+ZELVAN_C_API int osh_copyfile(char* destination, char* source);
+
+/// Gives a file or directory another name: old one first. 0, or -1.
+///
+/// Nothing is overwritten: the new name must be free. A file, but no directory, may move to
+/// another file system.
+ZELVAN_C_API int osh_rename(char* from, char* to);
+
+/// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is
+/// a read-only file.
+ZELVAN_C_API short osh_unlink(char* path);
+
+/// Makes a file or directory read-only unless `mode` has a write bit (octal 222), for whomever.
+/// 1, or 0.
+///
+/// Nothing else of `mode` counts. When it is made writable, its owner gets the permission back.
+ZELVAN_C_API int osh_chmod(char* path, unsigned short mode);
+
+/// Makes one directory; the one above it must exist. 1, or 0.
+ZELVAN_C_API int osh_mkdir(char* path);
+
+/// Removes an empty directory. 1, or 0.
+ZELVAN_C_API int osh_rmdir(char* path);

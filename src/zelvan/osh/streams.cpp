@@ -1,0 +1,71 @@
+// Streams: the runtime's own, by the names that callers know.
+#include <zelvan/osh/detail/fixed_path.h>
+#include <zelvan/osh/file_access.h>
+#include <zelvan/platform/files.h>
+
+#include <cstdio>
+
+std::FILE* osh_fopen_binary(char* path, char* mode) {
+  if (mode == nullptr || mode[0] == '\0') return zelvan::osh1_fopen(path, mode);
+  char binary[] = {mode[0], 'b', mode[1], '\0'};
+  return zelvan::osh1_fopen(path, binary);
+}
+
+std::FILE* osh_fopen_text(char* path, char* mode) { return zelvan::osh1_fopen(path, mode); }
+
+short osh_fclose(std::FILE* fp) { return std::fclose(fp) == 0 ? 0 : -1; }
+
+short osh_fseek(std::FILE* fp, long offset, int whence) {
+  return static_cast<short>(std::fseek(fp, offset, whence));
+}
+
+long osh_ftell(std::FILE* fp) { return std::ftell(fp); }
+
+short osh_fflush(std::FILE* fp) { return std::fflush(fp) == 0 ? 0 : -1; }
+
+int osh_fputint(int value, int width, std::FILE* fp) {
+  return width == 0 ? std::fprintf(fp, "%d", value) : std::fprintf(fp, "%*d", width, value);
+}
+
+int osh_readLine(std::FILE* fp, char* buffer, int size) {
+  int stored = 0;
+  while (stored < size) {
+    // A read error gives EOF as well; asking for the end of the file alone would never end.
+    const int c = osh_getc(fp);
+    if (c == EOF) break;
+    buffer[stored++] = static_cast<char>(c);
+    if (c == '\n' || stored == size) break;
+    if (c != '\r') continue;
+    const int next = osh_getc(fp);
+    if (next == EOF) break;
+    osh_ungetc(next, fp);
+    if (next != '\n' && next != '\r') break;
+  }
+  return stored;
+}
+
+std::size_t osh_fread(void* buffer, unsigned int size, unsigned int count, std::FILE* fp) {
+  return std::fread(buffer, size, count, fp);
+}
+
+std::size_t osh_fwrite(void* buffer, unsigned int size, unsigned int count, std::FILE* fp) {
+  return std::fwrite(buffer, size, count, fp);
+}
+
+char* osh_fgets(char* buffer, int size, std::FILE* fp) { return std::fgets(buffer, size, fp); }
+
+int osh_getc(std::FILE* fp) { return std::getc(fp); }
+
+int osh_ungetc(int c, std::FILE* fp) { return std::ungetc(c, fp); }
+
+int osh_fputc(int c, std::FILE* fp) { return std::putc(c, fp); }
+
+int osh_fputs(char* text, std::FILE* fp) { return std::fputs(text, fp); }
+
+int osh_feof(std::FILE* fp) { return std::feof(fp); }
+
+void osh_rewind(std::FILE* fp) { std::rewind(fp); }
+
+int osh_fileno(std::FILE* fp) { return zelvan::platform::_fileno(fp); }
+
+std::FILE* osh_fdopen(int fd, char* mode) { return zelvan::platform::_fdopen(fd, mode); }

@@ -1,0 +1,101 @@
+/// Files: opening, reading and writing them, and what can be asked of a path.
+///
+/// The numbers of flags and attributes are those of the library's interface, not the operating
+/// system's. Paths are null-terminated bytes and follow symbolic links. A failure leaves its
+/// reason in `errno`. Signals never show: an interrupted call is taken up again.
+///
+/// A file is read-only when it carries no write permission for anyone. That holds for every user
+/// alike, for the one whom permissions don't bind as well: a read-only file is not opened for
+/// writing, not overwritten and not deleted.
+///
+/// No file that is opened here is inherited by a started program. Every function may run on any
+/// thread.
+#pragma once
+
+#include <cstdio>
+
+namespace zelvan::platform {
+
+// How `_open` shall open; everything else in its flags has no effect. A file is read and written
+// as it stands, so text and binary are the same here.
+inline constexpr int _O_RDONLY = 0x0000;
+inline constexpr int _O_WRONLY = 0x0001;
+inline constexpr int _O_RDWR = 0x0002;
+inline constexpr int _O_APPEND = 0x0008;
+inline constexpr int _O_CREAT = 0x0100;
+inline constexpr int _O_TRUNC = 0x0200;
+inline constexpr int _O_EXCL = 0x0400;  // with _O_CREAT: fail if the path exists
+inline constexpr int _O_TEXT = 0x4000;
+inline constexpr int _O_BINARY = 0x8000;
+
+/// Opens a file and gives its descriptor, or -1. A file that is created gets the permissions
+/// `mode` less what the process masks out; its owner may always read it.
+///
+/// Refused: a directory, and to truncate a file that is opened only to be read.
+int _open(const char* path, int flags, int mode);
+
+/// Gives the descriptor back: 0, or -1. It is gone in either case.
+int _close(int fd);
+
+/// Reads up to `count` bytes, at most INT_MAX: the number of bytes read, 0 at the end of the
+/// file, -1 on failure.
+int _read(int fd, void* buffer, unsigned count);
+
+/// Writes `count` bytes, at most INT_MAX, and gives the number of bytes written. That is less
+/// than asked for only if a failure came in between; -1 if nothing was written at all.
+int _write(int fd, const void* buffer, unsigned count);
+
+/// Moves the place of the next access, as counted from the start of the file (`whence` 0), from
+/// the present place (1) or from the end (2). Gives the new place from the start, or -1.
+long _lseek(int fd, long offset, int whence);
+
+/// Puts the low 32 bits of an open file's size into `size`: 0, or -1 with `size` untouched.
+int _fstat64i32(int fd, int* size);
+
+/// Do two descriptors lead to the same file? Not so if either can't be asked.
+bool is_same_file(int fd, int other);
+
+/// Opens a stream as the runtime's `fopen` does, or gives null. A directory is refused.
+std::FILE* fopen(const char* path, const char* mode);
+
+/// The descriptor under a stream, or -1.
+int _fileno(std::FILE* stream);
+
+/// A stream over a descriptor, which it owns from then on; null on failure.
+std::FILE* _fdopen(int fd, const char* mode);
+
+/// With `mode` 0: 0 if the path exists, else -1.
+int _access(const char* path, int mode);
+
+inline constexpr unsigned FILE_ATTRIBUTE_READONLY = 0x01;
+inline constexpr unsigned FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr unsigned FILE_ATTRIBUTE_NORMAL = 0x80;  // neither of the others
+inline constexpr unsigned INVALID_FILE_ATTRIBUTES = ~0u;
+
+/// The attributes of a file or directory, or INVALID_FILE_ATTRIBUTES if there is none.
+unsigned GetFileAttributesA(const char* path);
+
+/// Takes all write permission away if `attributes` hold the read-only bit; else gives it back to
+/// the owner. No other permission changes. Nonzero on success.
+int SetFileAttributesA(const char* path, unsigned attributes);
+
+/// Opens an existing file to ask for its size, and gives a handle or -1. Only a file that may be
+/// read can be opened, and no directory. Doesn't wait, whatever the file is.
+int CreateFileA(const char* path);
+
+/// The low 32 bits of the size of the file behind a handle; all bits set on failure.
+unsigned GetFileSize(int handle);
+
+/// Gives the handle back; nonzero on success.
+int CloseHandle(int handle);
+
+/// Removes a file or a symbolic link, never a directory. Nonzero on success.
+int DeleteFileA(const char* path);
+
+/// Makes one directory; the one above it must exist. Nonzero on success.
+int CreateDirectoryA(const char* path);
+
+/// Removes an empty directory. Nonzero on success.
+int RemoveDirectoryA(const char* path);
+
+}  // namespace zelvan::platform

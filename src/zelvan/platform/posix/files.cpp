@@ -1,0 +1,188 @@
+#include <zelvan/platform/files.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr mode_t write_bits = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr std::size_t longest_mode = 62;  // of a stream
+
+/// Makes the call again for as long as a signal cuts it short.
+template <typename Call>
+auto resumed(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+bool is_read_only(const struct stat& status) { return (status.st_mode & write_bits) == 0; }
+
+/// Says so in `errno` if the path is a read-only file. The system itself would not stop a
+/// privileged user.
+bool is_protected(const char* path) {
+  struct stat status;
+  if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode) || !is_read_only(status)) return false;
+  errno = EACCES;
+  return true;
+}
+
+/// The same of a descriptor that leads to a directory.
+bool is_directory(int fd) {
+  struct stat status;
+  if (::fstat(fd, &status) != 0 || !S_ISDIR(status.st_mode)) return false;
+  errno = EISDIR;
+  return true;
+}
+
+int open_file(const char* path, int flags, mode_t mode) {
+  const int fd = resumed([=] { return ::open(path, flags | O_CLOEXEC | O_NOCTTY, mode); });
+  if (fd < 0 || !is_directory(fd)) return fd;
+  ::close(fd);
+  errno = EISDIR;
+  return -1;
+}
+
+}  // namespace
+
+int _open(const char* path, int flags, int mode) {
+  constexpr int access_mask = _O_WRONLY | _O_RDWR;
+  const int access = flags & access_mask;
+  if (access == access_mask || (access == _O_RDONLY && (flags & _O_TRUNC) != 0)) {
+    errno = EINVAL;
+    return -1;
+  }
+  if (access != _O_RDONLY && is_protected(path)) return -1;
+  int native = access == _O_RDONLY ? O_RDONLY : access == _O_WRONLY ? O_WRONLY : O_RDWR;
+  if ((flags & _O_APPEND) != 0) native |= O_APPEND;
+  if ((flags & _O_TRUNC) != 0) native |= O_TRUNC;
+  if ((flags & _O_CREAT) != 0) native |= (flags & _O_EXCL) != 0 ? O_CREAT | O_EXCL : O_CREAT;
+  return open_file(path, native, (static_cast<mode_t>(mode) & 0777) | S_IRUSR);
+}
+
+int _close(int fd) {
+  // An interrupted close has closed: a second one could hit another thread's file.
+  return ::close(fd) == 0 || errno == EINTR ? 0 : -1;
+}
+
+int _read(int fd, void* buffer, unsigned count) {
+  const std::size_t wanted = std::min<std::size_t>(count, INT_MAX);  // the result is an int
+  return static_cast<int>(resumed([=] { return ::read(fd, buffer, wanted); }));
+}
+
+int _write(int fd, const void* buffer, unsigned count) {
+  const std::size_t wanted = std::min<std::size_t>(count, INT_MAX);
+  const char* const bytes = static_cast<const char*>(buffer);
+  std::size_t written = 0;
+  do {
+    const ssize_t took = resumed([=] { return ::write(fd, bytes + written, wanted - written); });
+    if (took < 0) return written > 0 ? static_cast<int>(written) : -1;
+    if (took == 0) break;
+    written += static_cast<std::size_t>(took);
+  } while (written < wanted);
+  return static_cast<int>(written);
+}
+
+long _lseek(int fd, long offset, int whence) {
+  if (whence < SEEK_SET || whence > SEEK_END) {  // the system knows more of them
+    errno = EINVAL;
+    return -1;
+  }
+  return ::lseek(fd, offset, whence);
+}
+
+int _fstat64i32(int fd, int* size) {
+  struct stat status;
+  if (::fstat(fd, &status) != 0) return -1;
+  *size = static_cast<int>(static_cast<unsigned>(status.st_size));
+  return 0;
+}
+
+bool is_same_file(int fd, int other) {
+  struct stat a;
+  struct stat b;
+  return ::fstat(fd, &a) == 0 && ::fstat(other, &b) == 0 && a.st_dev == b.st_dev &&
+         a.st_ino == b.st_ino;
+}
+
+std::FILE* fopen(const char* path, const char* mode) {
+  if (mode[0] == '\0' || std::strlen(mode) > longest_mode) {
+    errno = EINVAL;
+    return nullptr;
+  }
+  const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
+  if (writes && is_protected(path)) return nullptr;
+  // Closed when a program starts: the letter stands ahead of any that carries an argument.
+  char closed_on_start[longest_mode + 2] = {mode[0], 'e'};
+  std::strcpy(closed_on_start + 2, mode + 1);
+  std::FILE* stream;
+  do {
+    stream = ::fopen(path, closed_on_start);
+  } while (stream == nullptr && errno == EINTR);
+  if (stream == nullptr || !is_directory(::fileno(stream))) return stream;
+  std::fclose(stream);
+  errno = EISDIR;
+  return nullptr;
+}
+
+int _fileno(std::FILE* stream) { return ::fileno(stream); }
+
+std::FILE* _fdopen(int fd, const char* mode) { return ::fdopen(fd, mode); }
+
+int _access(const char* path, int mode) { return ::access(path, mode); }
+
+unsigned GetFileAttributesA(const char* path) {
+  struct stat status;
+  if (::stat(path, &status) != 0) return INVALID_FILE_ATTRIBUTES;
+  unsigned attributes = 0;
+  if (is_read_only(status)) attributes |= FILE_ATTRIBUTE_READONLY;
+  if (S_ISDIR(status.st_mode)) attributes |= FILE_ATTRIBUTE_DIRECTORY;
+  return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
+}
+
+int SetFileAttributesA(const char* path, unsigned attributes) {
+  struct stat status;
+  if (::stat(path, &status) != 0) return 0;
+  const mode_t before = status.st_mode & 07777;
+  const bool read_only = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+  const mode_t after = read_only ? before & ~write_bits : before | S_IWUSR;
+  // A file that is as wanted needs no permission to be changed.
+  return after == before || ::chmod(path, after) == 0;
+}
+
+int CreateFileA(const char* path) { return open_file(path, O_RDONLY | O_NONBLOCK, 0); }
+
+unsigned GetFileSize(int handle) {
+  int size = -1;
+  _fstat64i32(handle, &size);
+  return static_cast<unsigned>(size);
+}
+
+int CloseHandle(int handle) { return _close(handle) == 0; }
+
+int DeleteFileA(const char* path) {
+  struct stat status;
+  if (::lstat(path, &status) != 0) return 0;
+  if (S_ISDIR(status.st_mode)) {
+    errno = EISDIR;
+    return 0;
+  }
+  if (S_ISREG(status.st_mode) && is_read_only(status)) {
+    errno = EACCES;
+    return 0;
+  }
+  return ::unlink(path) == 0;
+}
+
+int CreateDirectoryA(const char* path) { return ::mkdir(path, 0777) == 0; }
+
+int RemoveDirectoryA(const char* path) { return ::rmdir(path) == 0; }
+
+}  // namespace zelvan::platform
