@@ -1,8 +1,11 @@
 /// The whole library.
 #pragma once
 
+#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_rgb.h>
+#include <zelvan/colour/color_rw_map.h>
 #include <zelvan/colour/color_value.h>
+#include <zelvan/colour/color_xfm.h>
 #include <zelvan/export.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/conic.h>

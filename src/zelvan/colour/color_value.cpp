@@ -1,3 +1,4 @@
+#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/colour/color_value.h>
 
@@ -74,4 +75,19 @@ void ColorValue::AdjustForeground(ColorValue& background, ColAdjT mode) {
 
 void ColorValue::UndoAdjustForeground(ColorValue& saved) {
   if (std::abs(red - saved.red) == 1 && green == saved.green && blue == saved.blue) *this = saved;
+}
+
+void ColorValue::GetClosestColor(ColorMap& map) {
+  ColorRGB color(red, green, blue);
+  int distance;
+  pen = static_cast<short>(map.GetClosestColor(&color, &distance, 1));
+}
+
+void ColorValue::SetColorValuePenFromRGB(ColorMap& map) { GetClosestColor(map); }
+
+void ColorValue::SetExactColorValuePenFromRGB(ColorMap& map) {
+  ColorRGB color(red, green, blue);
+  int distance;
+  const int closest = map.GetClosestColor(&color, &distance, 1);
+  if (distance == 0) pen = static_cast<short>(closest);
 }

@@ -122,6 +122,14 @@ class ColorValue {
   /// foreground stays inverted.
   ZELVAN_API void UndoAdjustForeground(ColorValue& saved);
 
+  /// Sets the pen to the one that `ColorMap::GetClosestColor` finds for the channels.
+  ZELVAN_API void GetClosestColor(ColorMap& map);
+  ZELVAN_API void SetColorValuePenFromRGB(ColorMap& map);
+
+  /// The same if the distance reported is 0, as it may be for a neighbour one step away too;
+  /// otherwise the pen stays.
+  ZELVAN_API void SetExactColorValuePenFromRGB(ColorMap& map);
+
   /// 1 if all five fields are equal, else 0.
   ZELVAN_INLINE_API unsigned short operator==(const ColorValue& other) const {
     return pen == other.pen && alpha == other.alpha && red == other.red && green == other.green &&

@@ -1,0 +1,184 @@
+#include <zelvan/colour/color_map.h>
+#include <zelvan/colour/detail/closest_color.h>
+#include <zelvan/colour/detail/truncate.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// The last answer of GetClosestColor: the colour searched for and what was found. The map isn't
+/// kept. Module state, all zero at load; see the rule for threads in the header.
+struct {
+  int red, green, blue;
+  int index;
+  int distance;
+} last_answer;
+
+/// `count` black entries; null for none, and when the heap refuses.
+ColorRGB* new_colors(unsigned int count) {
+  return count == 0 ? nullptr : new (std::nothrow) ColorRGB[count];
+}
+
+bool are_equal(const ColorRGB& a, const ColorRGB& b) {
+  return a.red == b.red && a.green == b.green && a.blue == b.blue;
+}
+
+// ---- 32-bit arithmetic that wraps where a sum doesn't fit
+
+unsigned int wrapped_difference(int a, int b) {
+  return static_cast<unsigned int>(a) - static_cast<unsigned int>(b);
+}
+
+unsigned int wrapped_square(unsigned int v) { return v * v; }
+
+/// Three full scales, each squared: as far as two colours of a map can be apart.
+unsigned int farthest(unsigned int max_value) { return 3 * wrapped_square(max_value); }
+
+double absolute_difference(int a, int b) {
+  return std::abs(static_cast<double>(static_cast<int>(wrapped_difference(a, b))));
+}
+
+/// The distance that is reported, the mean absolute difference of the channels.
+int mean_difference(const ColorRGB& a, const ColorRGB& b) {
+  const double sum = absolute_difference(a.red, b.red) + absolute_difference(a.green, b.green) +
+                     absolute_difference(a.blue, b.blue);
+  return zelvan::truncate_to_int(sum / 3.0 + 0.5);
+}
+
+/// `map` again, though the compiler can't know that. Of a `this` it takes for granted that it
+/// isn't null, and would leave out the test.
+const ColorMap* unknown(const ColorMap* map) {
+  asm("" : "+r"(map));
+  return map;
+}
+
+}  // namespace
+
+ColorMap::ColorMap(int size, int max_value0)
+    : map_size(0), map_count(0), max_value(static_cast<unsigned int>(max_value0)), colors(nullptr) {
+  if (size > 0) colors = new_colors(static_cast<unsigned int>(size));
+  if (colors != nullptr) map_size = map_count = static_cast<unsigned int>(size);
+}
+
+ColorMap::ColorMap(int size, int max_value0, int* rgb) : ColorMap(size, max_value0) {
+  for (unsigned int i = 0; i < map_size; ++i, rgb += 3) colors[i] = {rgb[0], rgb[1], rgb[2]};
+}
+
+ColorMap::ColorMap(const ColorMap& other) : ColorMap(0, 0) { *this = other; }
+
+ColorMap& ColorMap::operator=(const ColorMap& other) {
+  if (this == &other) return *this;
+  if (map_size != other.map_size) {
+    delete[] colors;
+    colors = new_colors(other.map_size);
+  }
+  max_value = other.max_value;
+  map_size = colors == nullptr ? 0 : other.map_size;
+  map_count = map_size;
+  std::copy_n(other.colors, map_size, colors);
+  return *this;
+}
+
+ColorMap::~ColorMap() { delete[] colors; }
+
+unsigned short ColorMap::SetIndex(int index, unsigned short reserved, char* text) {
+  if (index < 0 || static_cast<unsigned int>(index) >= map_size) return 0;
+  return colors[index].SetValue(reserved, text);
+}
+
+unsigned short ColorMap::SetRGBIndex(int index, float red, float green, float blue) {
+  if (index < 0 || static_cast<unsigned int>(index) >= map_size) return 0;
+  return colors[index].SetRGBColor(red, green, blue);
+}
+
+void ColorMap::SetMap(int index, ColorRGB* color) { colors[index] = *color; }
+
+void ColorMap::CopyColorMap(ColorMap* target) {
+  if (map_count != target->map_count) return;
+  target->max_value = max_value;
+  std::copy_n(colors, map_count, target->colors);
+}
+
+unsigned short ColorMap::Identical(ColorMap* other) {
+  return std::equal(colors, colors + map_count, other->colors, other->colors + other->map_count,
+                    are_equal);
+}
+
+int ColorMap::GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh) {
+  const ColorRGB last(last_answer.red, last_answer.green, last_answer.blue);
+  if (fresh == 0 && are_equal(*target, last)) {
+    *distance = last_answer.distance;
+    return last_answer.index;
+  }
+
+  const zelvan::Closest none = {static_cast<float>(farthest(max_value)) + 1.0f, 0};
+  const zelvan::Closest found = zelvan::closest_by_fours(colors, 1, map_size, *target, none);
+  last_answer = {target->red, target->green, target->blue, static_cast<int>(found.index),
+                 map_size == 0 ? INT_MAX : mean_difference(colors[found.index], *target)};
+  *distance = last_answer.distance;
+  return last_answer.index;
+}
+
+int ColorMap::GetSimilarColor(ColorRGB* target) {
+  int best = static_cast<int>(farthest(max_value) + 1);
+  int found = 0;
+  for (unsigned int i = 0; i < map_size; ++i) {
+    const ColorRGB& entry = colors[i];
+    if (entry.red < 0) continue;
+    const int distance =
+        static_cast<int>(wrapped_square(wrapped_difference(entry.red, target->red)) +
+                         wrapped_square(wrapped_difference(entry.green, target->green)) +
+                         wrapped_square(wrapped_difference(entry.blue, target->blue)));
+    if (distance < best && distance != 0) {
+      best = distance;
+      found = static_cast<int>(i);
+    }
+  }
+  return found;
+}
+
+unsigned short ColorMap::ColxGetReadOnlyColor(ColorRWMap* list, int red, int green, int blue,
+                                              int tolerance) {
+  const std::int64_t limit = 3 * std::int64_t{max_value};
+  const unsigned int count = std::min(list->rw_count, map_size);
+  bool is_available = false;
+  for (unsigned int i = 0; i < count; ++i) {
+    const std::int64_t dr = std::abs(std::int64_t{colors[i].red} - red);
+    const std::int64_t dg = std::abs(std::int64_t{colors[i].green} - green);
+    const std::int64_t db = std::abs(std::int64_t{colors[i].blue} - blue);
+    const std::int64_t sum = dr + dg + db;
+    if (sum == 0) return 1;
+    if (sum < limit && dr < tolerance && dg < tolerance && db < tolerance) is_available = true;
+  }
+  return is_available;
+}
+
+#ifdef __clang__
+__attribute__((no_sanitize("null")))
+#endif
+unsigned int
+ColorMap::GetValue(ImageType type, RGBOrder order, int index) {
+  const ColorMap* const map = unknown(this);
+  if (map == nullptr) return index == 0 ? 1 : 0;
+  if (type == ImageType8Bit) return static_cast<unsigned int>(index);
+  if (type != ImageType1Bit && type != ImageType32Bit) return 1;
+  if (map->colors == nullptr || index < 0) return 1;
+  if (static_cast<unsigned int>(index) >= map->map_size) return 1;
+  ColorRGB color = map->colors[index];
+  return order == RGBOrderRedHigh ? color.RGBToBGR32BitColor() : color.RGBToRGB32BitColor();
+}
+
+void* ColNewColorMap(int size, int max_value, int* rgb) {
+  ColorMap* const map = new (std::nothrow) ColorMap(size, max_value, rgb);
+  if (map != nullptr && map->colors == nullptr && size > 0) {
+    delete map;
+    return nullptr;
+  }
+  return map;
+}
+
+void ColDeleteColorMap(void* map) { delete static_cast<ColorMap*>(map); }

@@ -1,0 +1,121 @@
+/// Tables of colours that a pen selects, and the search for the pen closest to a colour.
+///
+/// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
+/// negative is an unset slot, which no search finds. Indices that are tested give 0 where they
+/// don't fit, and the map stays as it is.
+///
+/// Threads: all searches share one memory of the last answer, without a lock. A search with
+/// `fresh` 1 only writes it, so its own result is safe; searches with `fresh` 0 belong on one
+/// thread, with no other search beside them. `SetIndex` uses the field parser: one thread at a
+/// time. Else one map may be read by many threads, and who changes it excludes the others.
+#pragma once
+
+#include <zelvan/colour/color_rgb.h>
+#include <zelvan/colour/color_rw_map.h>
+#include <zelvan/export.h>
+
+#include <cstddef>
+
+/// Kinds of images that `ColorMap::GetValue` knows, by their bits a pixel.
+enum ImageType : int {
+  ImageType1Bit = 1,
+  ImageType8Bit = 8,
+  ImageType32Bit = 32,
+};
+
+/// Which channel stands in the high bits of a packed colour.
+enum RGBOrder : int {
+  RGBOrderBlueHigh = 0,
+  RGBOrderRedHigh = 1,
+};
+
+/// A table of colours. It owns its entries.
+///
+/// A size of 0 or less makes an empty map, without entries. So does a heap that refuses, in a
+/// constructor or an assignment; no exception leaves either.
+class ColorMap {
+ public:
+  unsigned int map_size;   ///< entries in `colors`
+  unsigned int map_count;  ///< the same: what `Identical` and `CopyColorMap` look at
+  unsigned int max_value;  ///< the largest channel, 255 for a map of 8 bits
+  ColorRGB* colors;        ///< the entries, of `new`; null in an empty map
+
+  /// `size` black entries.
+  ZELVAN_API ColorMap(int size, int max_value0);
+
+  /// `size` entries from `rgb`, which holds red, green and blue of each in turn. Requires: 3 *
+  /// `size` numbers.
+  ZELVAN_API ColorMap(int size, int max_value0, int* rgb);
+
+  ZELVAN_API ColorMap(const ColorMap& other);
+  ZELVAN_API ColorMap& operator=(const ColorMap& other);
+  ZELVAN_API ~ColorMap();
+
+  // ---- setting entries
+
+  /// Sets entry `index` as `ColorRGB::SetValue` does, and gives its result.
+  ZELVAN_API unsigned short SetIndex(int index, unsigned short reserved, char* text);
+
+  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, and gives its result.
+  ZELVAN_API unsigned short SetRGBIndex(int index, float red, float green, float blue);
+
+  /// Copies the colour into entry `index`. Requires: 0 <= `index` < `map_size`.
+  ZELVAN_API void SetMap(int index, ColorRGB* color);
+
+  // ---- comparing and copying
+
+  /// Copies scale and entries into `*target` if it has as many; otherwise does nothing.
+  ZELVAN_API void CopyColorMap(ColorMap* target);
+
+  /// 1 if both maps have as many entries and the same ones, else 0. The scale has no say.
+  ZELVAN_API unsigned short Identical(ColorMap* other);
+
+  // ---- searching
+
+  /// The index of the entry closest to `*target`, by the sum of the squared differences of its
+  /// channels, reckoned in `float`. Of equally close entries it is the lowest.
+  ///
+  /// Entry 0 is left out: its index comes back only if no other entry is closer than the far
+  /// end of the scale. `*distance` becomes the mean of the three absolute differences, rounded:
+  /// so it may be 0 for a neighbour one step away. In an empty map the index is 0, and the
+  /// distance the largest `int`.
+  ///
+  /// With `fresh` 0, a search for the colour searched for last gives the same answer again
+  /// without looking, though that was in another map, or the entries have changed since. Before
+  /// the first search the colour is black, the answer index 0 and distance 0.
+  ///
+  /// Requires: no null pointer.
+  ZELVAN_API int GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh);
+
+  /// The index of the closest entry that is another colour than `*target`, the lowest of
+  /// equals; entry 0 counts. 0 if there is none.
+  ZELVAN_API int GetSimilarColor(ColorRGB* target);
+
+  /// 1 if one of the first `list->rw_count` entries is the colour, or differs from it by less
+  /// than `tolerance` in each channel and by less than three full scales in all; else 0. The
+  /// pens in the list have no say.
+  ZELVAN_API unsigned short ColxGetReadOnlyColor(ColorRWMap* list, int red, int green, int blue,
+                                                 int tolerance);
+
+  // ---- export
+
+  /// What an image of that type holds for the pen `index`: the pen itself with 8 bits, the
+  /// packed colour with 1 or 32. An unknown type or a pen that the map doesn't have gives 1.
+  ///
+  /// It may be called through a null pointer: an absent map gives 1 for pen 0, and 0 for all
+  /// others. (A compiler may conclude from such a call that the pointer isn't null: test it
+  /// before, not after.)
+  ZELVAN_API unsigned int GetValue(ImageType type, RGBOrder order, int index);
+};
+
+/// A new map, as the constructor with three arguments makes it; null if the heap refuses it or
+/// its entries. It goes back with `ColDeleteColorMap`.
+ZELVAN_API void* ColNewColorMap(int size, int max_value, int* rgb);
+
+/// Releases a map of `ColNewColorMap` or `ColOpen`, its entries with it. Null is left alone.
+ZELVAN_API void ColDeleteColorMap(void* map);
+
+static_assert(offsetof(ColorMap, map_size) == 0 && offsetof(ColorMap, map_count) == 4 &&
+                  offsetof(ColorMap, max_value) == 8 && offsetof(ColorMap, colors) == 16 &&
+                  sizeof(ColorMap) == 24,
+              "layout is interface");

@@ -1,0 +1,70 @@
+/// Tables that translate the pens of one colour map into those of another, and flat functions
+/// over maps and tables.
+///
+/// Threads: a translation searches the target map, see color_map.h; a table belongs to one
+/// thread at a time.
+#pragma once
+
+#include <zelvan/colour/color_map.h>
+#include <zelvan/export.h>
+
+#include <cstddef>
+
+/// For each pen of a source map the closest pen of a target map, and how close they came.
+///
+/// The distance counted is the one that `GetClosestColor` reports; a pen farther away than 31
+/// is in no count, and neither is pen 0. A size of 0 or less makes an empty table; so does a
+/// heap that refuses.
+class ColorXfm {
+ public:
+  unsigned int xfm_size;    ///< pens in the table
+  unsigned int* xfm_table;  ///< of `malloc`, freed by the destructor; null in an empty table
+  unsigned int hist_exact;  ///< pens at distance 0
+  unsigned int hist_3;      ///< at 1 to 3
+  unsigned int hist_7;      ///< at 4 to 7
+  unsigned int hist_15;     ///< at 8 to 15
+  unsigned int hist_31;     ///< at 16 to 31
+
+  /// A table that translates each of `size` pens into pen 0; all counts are 0.
+  ZELVAN_API explicit ColorXfm(int size);
+
+  ColorXfm(const ColorXfm&) = delete;
+
+  /// Copies the fields as they are, so that both objects hold one block: set `xfm_table` of one
+  /// to null before it is destroyed. The block held so far is left to the caller.
+  ZELVAN_API ColorXfm& operator=(const ColorXfm& other);
+
+  ZELVAN_API ~ColorXfm();
+
+  /// Looks each pen of `*source` up in `*target`, and counts anew. Unset entries of the source
+  /// are looked up as they are. Pens that the source doesn't have keep their translation.
+  ///
+  /// Requires: no null pointer.
+  ZELVAN_API void MapColors(ColorMap* source, ColorMap* target);
+
+  /// The translation of `pen`. The last pen of the table answers for all beyond it, and an
+  /// empty table gives 0.
+  ZELVAN_API unsigned int DoColorXfm(unsigned int pen);
+};
+
+/// A new map of `size` black entries; null if the heap refuses it or its entries. It goes back
+/// with `ColDeleteColorMap`.
+ZELVAN_C_API ColorMap* ColOpen(int size, int max_value);
+
+/// A new table; null if the heap refuses it or its block. It goes back with `ColCloseXfm`.
+ZELVAN_C_API ColorXfm* ColOpenXfm(int size);
+
+/// Releases `**xfm`, unless `*xfm` is null. The caller's pointer stays as it is.
+ZELVAN_C_API void ColCloseXfm(ColorXfm** xfm);
+
+/// `map->GetClosestColor`, always with a fresh search.
+ZELVAN_C_API int ColGetClosestColor(ColorRGB* target, ColorMap* map, int* distance);
+
+/// `xfm->MapColors`.
+ZELVAN_C_API void ColMapColors(ColorMap* source, ColorMap* target, ColorXfm* xfm);
+
+static_assert(offsetof(ColorXfm, xfm_size) == 0 && offsetof(ColorXfm, xfm_table) == 8 &&
+                  offsetof(ColorXfm, hist_exact) == 16 && offsetof(ColorXfm, hist_3) == 20 &&
+                  offsetof(ColorXfm, hist_7) == 24 && offsetof(ColorXfm, hist_15) == 28 &&
+                  offsetof(ColorXfm, hist_31) == 32 && sizeof(ColorXfm) == 40,
+              "layout is interface");

@@ -1,0 +1,23 @@
+/// The search for the entry closest to a colour.
+#pragma once
+
+#include <zelvan/colour/color_rgb.h>
+
+namespace zelvan {
+
+/// The best entry so far.
+struct Closest {
+  float distance;      ///< sum of the squared differences of its channels
+  unsigned int index;  ///< the entry
+};
+
+/// Looks through the entries from `from` up to but not including `to`, one by one. An entry at
+/// distance 0 ends the search; any other takes the place of `best` if it is closer.
+Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned int to,
+                           const ColorRGB& target, Closest best);
+
+/// The same result, four entries at a time where the machine can.
+Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int to,
+                         const ColorRGB& target, Closest best);
+
+}  // namespace zelvan
