@@ -34,3 +34,5 @@
 #include <zelvan/var/name_list.h>
 #include <zelvan/var/name_table.h>
 #include <zelvan/var/search_value.h>
+#include <zelvan/wipc/messages.h>
+#include <zelvan/wipc/session.h>

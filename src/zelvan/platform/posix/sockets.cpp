@@ -1,0 +1,167 @@
+#include <zelvan/platform/sockets.h>
+
+#include <cerrno>
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+// Optimised builds have macros of these names in front of the functions.
+#undef htons
+#undef ntohs
+
+namespace zelvan::platform {
+namespace {
+
+constexpr int first_own_fd = 3;  // below it are the standard streams
+
+/// Calls until no signal comes between. Not for `connect`, which goes on by itself.
+template <typename Call>
+auto resumed(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+/// The same socket under a number that no standard stream has.
+int above_standard_streams(int socket) {
+  if (socket < 0 || socket >= first_own_fd) return socket;
+  const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, first_own_fd);
+  ::close(socket);
+  return moved;
+}
+
+sockaddr_in to_system(const SocketAddress& address) {
+  sockaddr_in result{};
+  result.sin_family = AF_INET;
+  result.sin_port = address.port;
+  std::memcpy(&result.sin_addr, address.host, sizeof address.host);
+  return result;
+}
+
+/// A connection that a signal interrupted is made all the same: waits for how it ends.
+bool connects_in_the_end(int socket) {
+  pollfd waiting{socket, POLLOUT, 0};
+  if (resumed([&] { return ::poll(&waiting, 1, -1); }) < 0) return false;
+  int error = 0;
+  socklen_t length = sizeof error;
+  return ::getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
+}
+
+/// A port that nobody listens on can be the very one that the system gave the caller's end.
+bool is_its_own_peer(int socket) {
+  sockaddr_in ends[2]{};
+  socklen_t lengths[2] = {sizeof ends[0], sizeof ends[1]};
+  ::getsockname(socket, reinterpret_cast<sockaddr*>(&ends[0]), &lengths[0]);
+  ::getpeername(socket, reinterpret_cast<sockaddr*>(&ends[1]), &lengths[1]);
+  return ends[0].sin_port == ends[1].sin_port && ends[0].sin_addr.s_addr == ends[1].sin_addr.s_addr;
+}
+
+}  // namespace
+
+int WSAStartup() { return 0; }
+
+void WSACleanup() {}
+
+int socket() {
+  const int made = above_standard_streams(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const int at_once = 1;  // accepted sockets have it from the one that listens
+  if (made >= 0) ::setsockopt(made, IPPROTO_TCP, TCP_NODELAY, &at_once, sizeof at_once);
+  return made;
+}
+
+int bind(int socket, const SocketAddress& address) {
+  const sockaddr_in own = to_system(address);
+  return ::bind(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own);
+}
+
+int getsockname(int socket, SocketAddress* address) {
+  sockaddr_in own{};
+  socklen_t length = sizeof own;
+  if (::getsockname(socket, reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
+  std::memcpy(address->host, &own.sin_addr, sizeof address->host);
+  address->port = own.sin_port;
+  return 0;
+}
+
+int listen(int socket, int backlog) { return ::listen(socket, backlog); }
+
+int accept(int socket) {
+  return above_standard_streams(
+      resumed([&] { return ::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC); }));
+}
+
+int connect(int socket, const SocketAddress& address) {
+  const sockaddr_in peer = to_system(address);
+  if (::connect(socket, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) != 0 &&
+      (errno != EINTR || !connects_in_the_end(socket))) {
+    return -1;
+  }
+  return is_its_own_peer(socket) ? -1 : 0;
+}
+
+int select(int socket) {
+  pollfd tested{socket, POLLIN, 0};  // select itself knows no descriptor above 1023
+  if (resumed([&] { return ::poll(&tested, 1, 0); }) < 0) return -1;
+  if ((tested.revents & POLLNVAL) != 0) return -1;
+  return tested.revents != 0;
+}
+
+int send(int socket, const char* bytes, int count) {
+  int sent = 0;
+  do {
+    const ssize_t more = resumed([&] {
+      return ::send(socket, bytes + sent, static_cast<std::size_t>(count - sent), MSG_NOSIGNAL);
+    });
+    if (more < 0) return sent > 0 ? sent : -1;
+    sent += static_cast<int>(more);
+  } while (sent < count);
+  return sent;
+}
+
+int _write_socket(int socket, const char* bytes, unsigned count) {
+  return send(socket, bytes, static_cast<int>(count));
+}
+
+int recv(int socket, char* bytes, int count) {
+  return static_cast<int>(
+      resumed([&] { return ::recv(socket, bytes, static_cast<std::size_t>(count), 0); }));
+}
+
+void closesocket(int socket) { ::close(socket); }
+
+int gethostbyname(const char* name, SocketAddress* address) try {
+  std::vector<char> scratch(1024);
+  hostent entry{};
+  hostent* found = nullptr;
+  int trouble = 0;
+  while (::gethostbyname_r(name, &entry, scratch.data(), scratch.size(), &found, &trouble) ==
+         ERANGE) {
+    scratch.resize(2 * scratch.size());
+  }
+  if (found == nullptr || found->h_length != sizeof address->host) return 0;
+  std::memcpy(address->host, found->h_addr_list[0], sizeof address->host);
+  return 1;
+} catch (const std::bad_alloc&) {
+  return 0;
+}
+
+int gethostname(char* name, std::size_t size) {
+  if (::gethostname(name, size) != 0 && errno != ENAMETOOLONG) return -1;
+  name[size - 1] = '\0';
+  return 0;
+}
+
+std::uint16_t htons(std::uint16_t port) { return ::htons(port); }
+
+std::uint16_t ntohs(std::uint16_t port) { return ::ntohs(port); }
+
+}  // namespace zelvan::platform

@@ -1,0 +1,96 @@
+#include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/heap_text.h>
+#include <zelvan/wipc/detail/queue.h>
+#include <zelvan/wipc/session.h>
+
+#include <cstring>
+#include <memory>
+#include <new>
+
+namespace zelvan {
+namespace {
+
+/// What one `recv` gave, always followed by a NUL, so that its end also ends a string.
+struct Chunk {
+  char bytes[WIPC_MAX_MESSAGE + 1];
+  int length;
+
+  void receive(int socket) {
+    std::memset(bytes, 0, sizeof bytes);
+    length = platform::recv(socket, bytes, WIPC_MAX_MESSAGE);
+  }
+};
+
+/// One message in the making, with its terminator. A text that doesn't fit leaves it empty.
+struct Assembly {
+  char text[WIPC_MAX_MESSAGE + 2];
+
+  void copy(const char* string) {
+    text[0] = '\0';
+    join(string);
+  }
+  void join(const char* string) {
+    const std::size_t before = std::strlen(text);
+    const std::size_t added = std::strlen(string);
+    if (before + added < sizeof text) {
+      std::memcpy(text + before, string, added + 1);
+    } else {
+      text[0] = '\0';
+    }
+  }
+};
+
+void enqueue(const char* text, wipc_message** head, wipc_message** tail) {
+  HeapText copy = heap_copy(text);
+  wipc_message* message =
+      copy != nullptr ? new (std::nothrow) wipc_message{copy.get(), nullptr, *tail} : nullptr;
+  if (message == nullptr) {
+    wipc_print("Could not allocate memory for message\n");
+    return;
+  }
+  copy.release();  // to the message
+  (*tail != nullptr ? (*tail)->next : *head) = message;
+  *tail = message;
+}
+
+}  // namespace
+
+char* wipc_dequeue(wipc_message** head, wipc_message** tail) {
+  const std::unique_ptr<wipc_message> oldest(*head);
+  if (oldest == nullptr) return nullptr;
+  *head = oldest->next;
+  (*head != nullptr ? (*head)->prev : *tail) = nullptr;
+  return oldest->text;
+}
+
+int wipc_fill_queues(wipc_session* session, int socket) {
+  const bool is_status = socket == session->status_sid;
+  wipc_message** head = is_status ? &session->status_head : &session->data_head;
+  wipc_message** tail = is_status ? &session->status_tail : &session->data_tail;
+  Chunk chunk;
+  Assembly assembly;
+  chunk.receive(socket);
+  if (chunk.length < 1) return 0;
+  int offset = 0;  // of the next string in the chunk
+  bool is_done = false;
+  while (!is_done) {
+    assembly.copy(chunk.bytes + offset);
+    offset += static_cast<int>(std::strlen(chunk.bytes + offset)) + 1;
+    is_done = offset >= chunk.length;
+    // A string up to the end of a full chunk may be cut off there. One that just ends there
+    // can't be told from it, so for both the next chunk is waited for, and its first string is
+    // the rest of this one.
+    if (offset >= WIPC_MAX_MESSAGE) {
+      chunk.receive(socket);
+      if (chunk.length > 0) {
+        assembly.join(chunk.bytes);
+        offset = static_cast<int>(std::strlen(chunk.bytes)) + 1;
+      }
+      is_done = chunk.length <= 0 || offset >= chunk.length;
+    }
+    enqueue(assembly.text, head, tail);
+  }
+  return 1;
+}
+
+}  // namespace zelvan

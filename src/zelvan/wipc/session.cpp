@@ -1,0 +1,156 @@
+#include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/queue.h>
+#include <zelvan/wipc/detail/session.h>
+#include <zelvan/wipc/session.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace zelvan {
+
+int wipc_connect_timeout = 10;
+int wipc_debug = 0;
+int wipc_nostart = 0;
+char wipc_error_text[256] = "";
+wipc_session* wipc_bind_primary = nullptr;
+wipc_session* wipc_bind_secondary = nullptr;
+char wipc_local_host[256] = "";
+
+namespace {
+
+/// The bind session of a socket, on a port of the system's choice; null on failure, with the
+/// socket still the caller's.
+wipc_session* bind_to_free_port(int socket, int* port) {
+  wipc_session* session = wipc_new_session(socket, bind_session);
+  if (session == nullptr) return nullptr;
+  platform::SocketAddress address{};
+  if (platform::bind(socket, address) != 0 || platform::getsockname(socket, &address) != 0) {
+    release_session(session);
+    return nullptr;
+  }
+  *port = platform::ntohs(address.port);
+  return session;
+}
+
+}  // namespace
+
+void wipc_print(const char* format, ...) {
+  if (wipc_debug == 0) return;
+  std::va_list arguments;
+  va_start(arguments, format);
+  std::vprintf(format, arguments);
+  va_end(arguments);
+}
+
+void set_error_text(const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(wipc_error_text, sizeof wipc_error_text, format, arguments);
+  va_end(arguments);
+}
+
+int wipc_startup(void) {
+  if (platform::WSAStartup() == 0) return 1;
+  wipc_print("Error: WinSock failed to initialize");
+  return 0;
+}
+
+wipc_session* wipc_create_bind(int* port) {
+  if (wipc_startup() == 0) return nullptr;
+  const int socket = platform::socket();
+  if (socket > 0) {
+    wipc_session* session = bind_to_free_port(socket, port);
+    if (session != nullptr) return session;
+    platform::closesocket(socket);
+  }
+  platform::WSACleanup();
+  return nullptr;
+}
+
+int wipc_check_sockets(int n) {
+  if (n < 0) {
+    wipc_print("Error: Invalid number of sockets to check (%d)\n", n);
+    return 0;
+  }
+  const std::unique_ptr<int[]> sockets(new (std::nothrow) int[static_cast<std::size_t>(n)]);
+  if (sockets == nullptr) {
+    wipc_print("Error: Memory allocation failure when checking for %d sockets\n", n);
+    return 0;
+  }
+  int made = 0;
+  while (made < n && (sockets[made] = platform::socket()) > 0) ++made;
+  for (int i = made; i > 0; --i) platform::closesocket(sockets[i - 1]);
+  return made == n;
+}
+
+wipc_session* wipc_new_session(int sid, char session_type) {
+  return new (std::nothrow) wipc_session{sid, 0, session_type, nullptr, nullptr, nullptr, nullptr};
+}
+
+void release_session(wipc_session* session) {
+  while (char* text = wipc_dequeue(&session->status_head, &session->status_tail)) std::free(text);
+  while (char* text = wipc_dequeue(&session->data_head, &session->data_tail)) std::free(text);
+  delete session;
+}
+
+void release_bind_session(wipc_session* session) {
+  if (session == nullptr) return;
+  platform::closesocket(session->sid);
+  release_session(session);
+}
+
+void wipc_release_bind_sessions(void) {
+  release_bind_session(std::exchange(wipc_bind_primary, nullptr));
+  release_bind_session(std::exchange(wipc_bind_secondary, nullptr));
+}
+
+int wipc_poll_socket(int socket) {
+  if (socket <= 0) {
+    wipc_print("Polling invalid session/socket ID (%d)\n", socket);
+    return 0;
+  }
+  return platform::select(socket) > 0;
+}
+
+wipc_session* usable_session(void* session) {
+  auto* record = static_cast<wipc_session*>(session);
+  const bool is_usable = record != nullptr && (record->session_type == primary_end ||
+                                               record->session_type == secondary_end);
+  return is_usable ? record : nullptr;
+}
+
+}  // namespace zelvan
+
+using namespace zelvan;
+
+char* wipc_last_error(void) { return wipc_error_text; }
+
+void wipc_set_connect_timeout(int seconds) { wipc_connect_timeout = seconds; }
+
+void wipc_set_debug(int on) { wipc_debug = on; }
+
+void wipc_set_nostart(int on) {
+  wipc_nostart = on;
+  wipc_connect_timeout = 600;
+}
+
+int wipc_sid(void* session) {
+  const wipc_session* record = usable_session(session);
+  return record != nullptr ? record->sid : -1;
+}
+
+int wipc_status_sid(void* session) {
+  const wipc_session* record = usable_session(session);
+  return record != nullptr ? record->status_sid : -1;
+}
+
+int wipc_poll_session(void* session) {
+  const wipc_session* record = usable_session(session);
+  if (record == nullptr) return 0;
+  if (record->data_head != nullptr) return 1;
+  return wipc_poll_socket(record->sid);
+}

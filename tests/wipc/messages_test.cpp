@@ -1,0 +1,299 @@
+#include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/queue.h>
+#include <zelvan/wipc/detail/session.h>
+#include <zelvan/wipc/messages.h>
+#include <zelvan/wipc/session.h>
+
+#include "support/refusing_heap.h"
+
+#include <algorithm>
+#include <atomic>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace zelvan;
+using Texts = std::vector<std::string>;
+
+/// A session at either end, and the bare far ends of its two streams.
+class Messages : public testing::Test {
+ protected:
+  ~Messages() override { hang_up(); }
+
+  void open(char session_type) {
+    session = wipc_new_session(connected(&data), session_type);
+    session->status_sid = connected(&status);
+  }
+  void hang_up() {
+    if (session == nullptr) return;
+    for (const int socket : {session->sid, session->status_sid, data, status}) close(socket);
+    release_session(std::exchange(session, nullptr));
+  }
+  static int connected(int* far_end) {
+    platform::SocketAddress address{};
+    const int listening = platform::socket();
+    EXPECT_EQ(platform::bind(listening, address), 0);
+    EXPECT_EQ(platform::listen(listening, 1), 0);
+    EXPECT_EQ(platform::getsockname(listening, &address), 0);
+    *far_end = platform::socket();
+    EXPECT_EQ(platform::connect(*far_end, address), 0);
+    const int near_end = platform::accept(listening);
+    platform::closesocket(listening);
+    return near_end;
+  }
+  static std::string bytes_at(int socket) {
+    char bytes[5000];
+    const ssize_t got = recv(socket, bytes, sizeof bytes, MSG_DONTWAIT);
+    return got > 0 ? std::string(bytes, static_cast<std::size_t>(got)) : "";
+  }
+  /// All messages that the pieces make, each piece sent once all before it has been received.
+  Texts messages_of(const Texts& pieces, bool on_status) {
+    const int near_end = on_status ? session->status_sid : session->sid;
+    const int far_end = on_status ? status : data;
+    std::atomic<bool> is_sent = false;
+    std::thread sender([&] {
+      for (const std::string& piece : pieces) {
+        int unread = 1;
+        while (ioctl(near_end, FIONREAD, &unread) == 0 && unread > 0) std::this_thread::yield();
+        platform::send(far_end, piece.data(), static_cast<int>(piece.size()));
+      }
+      shutdown(far_end, SHUT_WR);
+      is_sent = true;
+    });
+    Texts result;
+    for (bool is_last = false; !is_last;) {
+      is_last = is_sent;
+      std::string buffer(5000, '~');
+      const int length = on_status ? wipc_read_status(session, buffer.data(), 5000)
+                                   : wipc_read(session, buffer.data(), 5000);
+      if (buffer[0] == '~') continue;  // no message
+      result.push_back(buffer.c_str());
+      EXPECT_EQ(length, static_cast<int>(result.back().size()));
+      is_last = false;
+    }
+    sender.join();
+    return result;
+  }
+
+  wipc_session* session = nullptr;
+  int data = -1;
+  int status = -1;
+};
+
+std::string a(int n) { return std::string(static_cast<std::size_t>(n), 'a'); }
+std::string b(int n) { return std::string(static_cast<std::size_t>(n), 'b'); }
+const std::string nul(1, '\0');
+
+// Each piece is received at once. Around 4000 bytes the reader goes on reading, and joins.
+TEST_F(Messages, AreWhatOneReceiveGaveSplitAtItsNuls) {
+  const struct {
+    Texts pieces;
+    Texts messages;
+    const char* why;
+  } rows[] = {
+      {{}, {}, "an end without a message"},
+      {{"one", "two" + nul, nul, "x" + nul + nul + "y"}, {"one", "two", "", "x", "", "y"}, "short"},
+      {{a(3998), b(5)}, {a(3998), b(5)}, "the longest that is complete in any case"},
+      {{a(3998) + nul, b(5)}, {a(3998), b(5)}, "3999 bytes that end in a NUL"},
+      {{a(3999)}, {a(3999)}, "reads on, to the end"},
+      {{a(3999), b(2)}, {a(3999) + b(2)}, "joined up to 4001"},
+      {{a(3999), b(3)}, {""}, "joined above 4001"},
+      {{a(3999) + nul, b(2)}, {a(3999) + b(2)}, "complete, and joined all the same"},
+      {{a(3998) + nul + b(1), b(4)}, {a(3998), b(5)}, "the second string is cut"},
+      {{a(3997) + nul + nul + b(1), b(4) + nul + "c"}, {a(3997), "", b(5), "c"}, "the third is"},
+      {{a(4000)}, {a(4000)}, "reads on, to the end"},
+      {{a(4000), b(1)}, {a(4000) + b(1)}, "joined to 4001"},
+      {{a(4000) + b(1)}, {a(4000) + b(1)}, "the same, sent at once"},
+      {{a(4000) + b(2) + nul + "c"}, {"", "c"}, "too long, and what follows is whole"},
+      {{a(4000) + nul + b(3)}, {a(4000), b(3)}, "an empty rest"},
+      {{a(4000) + nul, b(3)}, {a(4000), b(3)}, "a whole status text"},
+      {{a(4000), b(4000), "c"}, {"", "c"}, "a full chunk joined isn't read on from"},
+      {{a(4000), nul + b(3999), "c"}, {a(4000), b(3999) + "c"}, "but a later string of it is"},
+  };
+  for (const char type : {'P', 'S'}) {
+    for (const bool on_status : {false, true}) {
+      if (on_status && type == 'S') continue;
+      for (const auto& row : rows) {
+        open(type);
+        EXPECT_EQ(messages_of(row.pieces, on_status), row.messages)
+            << type << (on_status ? " status: " : " data: ") << row.why;
+        hang_up();
+      }
+    }
+  }
+}
+
+TEST_F(Messages, AreSentAsTheyAreUpToTheirLimit) {
+  open('S');
+  for (int n : {0, 1, 3999, 4000, 4001, 9000}) {
+    EXPECT_EQ(wipc_write(session, a(n).data()), 1);
+    EXPECT_EQ(bytes_at(data), n <= 4000 ? a(n) : "Error Maximum message length exceeded") << n;
+    EXPECT_EQ(wipc_write_status(session, a(n).data()), n <= 4000);
+    EXPECT_EQ(bytes_at(status), n <= 4000 ? a(n) + nul : "") << n;
+  }
+  close(std::exchange(data, -1));
+  close(std::exchange(status, -1));
+  for (int i = 0; i < 3; ++i) {  // the first may still find room; none raises a signal
+    EXPECT_EQ(wipc_write(session, a(1).data()), i == 0);
+    EXPECT_EQ(wipc_write_status(session, a(1).data()), i == 0);
+    while (platform::select(session->sid) == 0 || platform::select(session->status_sid) == 0) {
+    }
+  }
+}
+
+TEST_F(Messages, FillTheReadersBufferAndNothingBeyond) {
+  open('P');
+  for (int length : {1, 2, 3, 4, 7}) {
+    for (const bool on_status : {false, true}) {
+      platform::send(on_status ? status : data, "abc", 4);
+      std::string buffer(9, '~');
+      const int got = on_status ? wipc_read_status(session, buffer.data(), length)
+                                : wipc_read(session, buffer.data(), length);
+      std::string expected = std::string("abc\0\0\0\0", 7).substr(0, length);
+      EXPECT_EQ(got, std::min(length, 3));
+      EXPECT_EQ(buffer, expected + std::string(9 - expected.size(), '~')) << length;
+    }
+  }
+  platform::send(data, "one\0two", 7);
+  char buffer[8];
+  EXPECT_EQ(wipc_read(session, buffer, 8), 3);
+  EXPECT_EQ(platform::select(session->sid), 0);
+  EXPECT_EQ(wipc_poll_session(session), 1);  // queued, not on the socket
+  EXPECT_EQ(wipc_read(session, buffer, 8), 3);
+  EXPECT_EQ(wipc_poll_session(session), 0);
+  EXPECT_EQ(wipc_read_status(session, buffer, 8), 0);  // without waiting
+}
+
+// Only the secondary knows the word, only as a whole message, and only on the data channel.
+TEST_F(Messages, EndTheSessionAtTheSecondary) {
+  const Texts words = {"SessionClosed", "Acknowledge"};
+  open('P');
+  EXPECT_EQ(messages_of({words[0], words[1]}, false), words);
+  hang_up();
+  open('S');
+  platform::send(data, "xSessionClosed\0SessionClosed.\0SessionClosed\0left", 49);
+  char buffer[99];
+  EXPECT_EQ(wipc_read(session, buffer, 99), 14);
+  EXPECT_EQ(wipc_read(session, buffer, 99), 14);
+  const int sockets[] = {session->sid, session->status_sid};
+  EXPECT_EQ(wipc_read(std::exchange(session, nullptr), buffer, 99), -1);
+  EXPECT_EQ(bytes_at(data), "Acknowledge");
+  for (const int socket : sockets) EXPECT_EQ(close(socket), 0);  // still open
+  for (const int socket : {data, status}) close(socket);
+}
+
+TEST_F(Messages, TellWhatWentWrongOnlyWhenAskedTo) {
+  int port = 0;
+  char text[] = "text";
+  std::string long_text = a(4001);
+  wipc_session* bind = wipc_create_bind(&port);
+  char buffer[8];
+  std::string told[2];
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = 64;
+  setrlimit(RLIMIT_NOFILE, &limit);
+  for (const int debug : {0, 1}) {
+    wipc_set_debug(debug);
+    testing::internal::CaptureStdout();
+    for (void* invalid : {static_cast<void*>(nullptr), static_cast<void*>(bind)}) {
+      EXPECT_EQ(wipc_sid(invalid), -1);
+      EXPECT_EQ(wipc_status_sid(invalid), -1);
+      EXPECT_EQ(wipc_poll_session(invalid), 0);
+      EXPECT_EQ(wipc_write(invalid, text), 0);
+      EXPECT_EQ(wipc_write_status(invalid, nullptr), 0);
+      EXPECT_EQ(wipc_read(invalid, buffer, 0), -1);
+      EXPECT_EQ(wipc_read_status(invalid, buffer, 0), -1);
+    }
+    open('P');
+    EXPECT_EQ(wipc_write(session, nullptr), 0);
+    EXPECT_EQ(wipc_write_status(session, nullptr), 0);
+    EXPECT_EQ(wipc_write_status(session, text), 0);
+    EXPECT_EQ(wipc_read(session, nullptr, 8), 0);
+    EXPECT_EQ(wipc_read(session, buffer, 0), 0);
+    EXPECT_EQ(wipc_read_status(session, buffer, -1), 0);
+    session->session_type = 'S';
+    EXPECT_EQ(wipc_read_status(session, buffer, 8), 0);
+    EXPECT_EQ(wipc_write_status(session, long_text.data()), 0);
+    EXPECT_EQ(wipc_poll_socket(0), 0);
+    EXPECT_EQ(wipc_check_sockets(-1), 0);
+    EXPECT_EQ(wipc_check_sockets(0), 1);
+    EXPECT_EQ(wipc_check_sockets(64), 0);  // more than the limit leaves
+    EXPECT_EQ(wipc_check_sockets(8), 1);   // and all are given back
+    std::swap(session->status_sid, port);  // no socket
+    EXPECT_EQ(wipc_write_status(session, text), 0);
+    std::swap(session->status_sid, port);
+    hang_up();
+    std::fflush(stdout);
+    told[debug] = testing::internal::GetCapturedStdout();
+  }
+  wipc_set_debug(0);
+  release_bind_session(bind);
+  const std::string of_handle =
+      "Error: Cannot write status message to an invalid session\n"
+      "Error: Could not read socket for invalid session\n"
+      "Error: Cannot read status message from an invalid session\n";
+  EXPECT_EQ(told[0], "");
+  EXPECT_EQ(told[1],
+            of_handle + of_handle +
+                "Error: Cannot write invalid status message\n"
+                "Error: Could not read socket for invalid buffer\n"
+                "Error: Could not read socket for invalid buffer\n"
+                "Error: Cannot read status message from an invalid buffer\n"
+                "Error: The status message cannot be written because it has exceeded the maximum "
+                "length\n"
+                "Polling invalid session/socket ID (0)\n"
+                "Error: Invalid number of sockets to check (-1)\n"
+                "Error: Cannot send status message\n");
+}
+
+TEST_F(Messages, AreLostOneByOneWhereTheHeapRefuses) {
+  open('P');
+  char buffer[8];
+  const int refused = support::refuse_each_request(
+      [&] {
+        platform::send(data, "one\0two\0end", 11);
+        wipc_fill_queues(session, session->sid);
+      },
+      [&](bool is_refused) {
+        int left = 0;
+        while (wipc_poll_session(session) == 1 && wipc_read(session, buffer, 8) == 3) ++left;
+        EXPECT_EQ(left, is_refused ? 2 : 3);
+      });
+  EXPECT_EQ(refused, 6);
+}
+
+// Numbers that a standard stream can have, and numbers beyond the reach of a descriptor set.
+TEST_F(Messages, WorkOnSocketsOfAnyNumber) {
+  const int input = dup(0);
+  close(0);
+  open('P');
+  dup2(input, 0);
+  close(input);
+  EXPECT_GT(std::min({session->sid, data, status}), 2);
+  const int high = fcntl(session->sid, F_DUPFD, 1500);
+  EXPECT_GE(high, 1500);
+  EXPECT_EQ(wipc_poll_socket(high), 0);
+  platform::send(data, "x", 1);
+  EXPECT_EQ(wipc_poll_socket(high), 1);
+  close(high);
+  EXPECT_EQ(platform::select(high), -1);
+  platform::SocketAddress own{};
+  const int lonely = platform::socket();
+  platform::bind(lonely, own);
+  platform::getsockname(lonely, &own);
+  EXPECT_EQ(platform::connect(lonely, own), -1);  // to itself
+  platform::closesocket(lonely);
+}
+
+}  // namespace
