@@ -9,7 +9,9 @@
 /// The method is that of G. Greiner and K. Hormann, "Efficient clipping of arbitrary polygons",
 /// ACM Transactions on Graphics 17 (1998), with one polygon and the rectangle at a time. Each
 /// polygon gives zero, one or several closed rings, in set order; a hole is one more polygon.
-/// What remains of an edge keeps its visibility, and edges along the rectangle are invisible.
+/// Edges along the rectangle are invisible. Flags travel with their vertices: where a ring runs
+/// on in the polygon's own direction, what remains of an edge keeps its visibility; where it runs
+/// the other way, a vertex still has the flag of the edge that it had in the polygon.
 /// A polygon wholly inside comes back unchanged, duplicates included; around one that holds
 /// the whole rectangle come the four corners in record order, with the flags 0, 0, 0, 2.
 ///
