@@ -113,7 +113,9 @@ short osh_cat(char* destination, char* source) {
   }
   osh_lseek(to, 0, 2);
   // A file that is read while it grows by what was read would grow without end.
-  const bool done = !platform::is_same_file(from, to) && append_rest(to, from);
+  const bool is_endless = platform::is_same_file(from, to);
+  if (is_endless) errno = EINVAL;
+  const bool done = !is_endless && append_rest(to, from);
   osh_close(from);
   return osh_close(to) == 0 && done;
 }

@@ -1,5 +1,6 @@
 #include <zelvan/platform/file_transfer.h>
 #include <zelvan/platform/files.h>
+#include <zelvan/platform/posix/resumed.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -78,7 +79,7 @@ class Replacement {
  public:
   Replacement(const std::string& target, mode_t mode)
       : name_(target.substr(target.rfind('/') + 1)),
-        folder_(::open(folder_of(target).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)),
+        folder_(open_folder_of(target)),
         file_(folder_.is_open() ? create(mode) : -1) {}
 
   ~Replacement() {
@@ -104,9 +105,11 @@ class Replacement {
   }
 
  private:
-  static std::string folder_of(const std::string& path) {
+  static int open_folder_of(const std::string& path) {
     const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    constexpr int flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+    return resumed([&] { return ::open(folder.c_str(), flags); });
   }
 
   /// Other threads and processes make such files as well; each takes a name that is free.
@@ -114,9 +117,9 @@ class Replacement {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
     for (int i = 0; i < most_names_tried; ++i) {
       std::snprintf(own_name_, sizeof own_name_, ".zelvan-%d-%d", ::getpid(), i);
-      const int fd = ::openat(folder_.get(), own_name_, flags, mode);
+      const int fd = resumed([&] { return ::openat(folder_.get(), own_name_, flags, mode); });
       has_own_name_ = fd >= 0;
-      if (has_own_name_ || (errno != EEXIST && errno != EINTR)) return fd;
+      if (has_own_name_ || errno != EEXIST) return fd;
     }
     return -1;
   }
@@ -149,10 +152,19 @@ bool copy_content(int from, int to) {
 
 /// Gives a file the owner, group and permissions of another; the owner as far as that is allowed.
 bool resemble(int fd, const struct stat& other, mode_t mode) {
-  const bool is_owned = ::fchown(fd, other.st_uid, other.st_gid) == 0 ||
-                        ::fchown(fd, static_cast<uid_t>(-1), other.st_gid) == 0;
-  // Who can't hand on the owner can't hand on the right to act in the owner's name.
-  return ::fchmod(fd, is_owned ? mode : mode & permission_bits) == 0;
+  const auto give_to = [&](uid_t owner) {
+    return resumed([&] { return ::fchown(fd, owner, other.st_gid); }) == 0;
+  };
+  constexpr uid_t as_it_is = static_cast<uid_t>(-1);
+  const bool has_owner = give_to(other.st_uid);
+  if (!has_owner) give_to(as_it_is);
+  // Who can't hand on the owner must not hand on the right to act in the owner's name.
+  const mode_t allowed = has_owner ? mode : mode & permission_bits;
+  return resumed([&] { return ::fchmod(fd, allowed); }) == 0;
+}
+
+bool reach_the_disk(int fd) {
+  return resumed([=] { return ::fsync(fd); }) == 0;
 }
 
 bool may_replace(const char* path, const struct stat& status, const struct stat& source) {
@@ -168,7 +180,7 @@ bool copy_over(int from, const char* target, const struct stat& old) {
   return copy.is_open() && copy_content(from, copy.file()) &&
          resemble(copy.file(), old, old.st_mode & permission_bits) &&
          // Were the rename to reach the disk ahead of the content, a crash would leave neither.
-         ::fsync(copy.file()) == 0 && copy.replace_target();
+         reach_the_disk(copy.file()) && copy.replace_target();
 }
 
 bool copy_to_new_name(int from, const char* target, mode_t mode) {
@@ -186,7 +198,8 @@ bool move_to_other_file_system(const char* from, const char* to) {
   const timespec times[] = {status.st_atim, status.st_mtim};
   if (!copy.is_open() || !copy_content(in.get(), copy.file()) ||
       !resemble(copy.file(), status, status.st_mode & 07777) ||
-      ::futimens(copy.file(), times) != 0 || ::fsync(copy.file()) != 0 || !copy.become_target()) {
+      ::futimens(copy.file(), times) != 0 || !reach_the_disk(copy.file()) ||
+      !copy.become_target()) {
     return false;
   }
   if (::unlink(from) == 0) return true;

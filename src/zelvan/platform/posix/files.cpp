@@ -1,4 +1,5 @@
 #include <zelvan/platform/files.h>
+#include <zelvan/platform/posix/resumed.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,14 +15,6 @@ namespace {
 
 constexpr mode_t write_bits = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::size_t longest_mode = 62;  // of a stream
-
-/// Makes the call again for as long as a signal cuts it short.
-template <typename Call>
-auto resumed(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
-}
 
 bool is_read_only(const struct stat& status) { return (status.st_mode & write_bits) == 0; }
 

@@ -1,0 +1,16 @@
+/// System calls that a signal may cut short.
+#pragma once
+
+#include <cerrno>
+
+namespace zelvan::platform {
+
+/// Makes a call that gives a negative number on failure, again for as long as signals cut it short.
+template <typename Call>
+auto resumed(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+}  // namespace zelvan::platform
