@@ -30,8 +30,7 @@ void expect_conventions_for_paths() {
   unsigned short mode;
   const struct {
     const char* path;  // on which it succeeds
-    int success;
-    int failure;
+    int success, failure;
     std::function<int(char*)> call;
   } rows[] = {
       {"plain", 0, -1, [](char* p) { return opened(osh_open_binary(p, 0, 0)); }},
@@ -202,16 +201,14 @@ TEST(FileAccess, RefusesDescriptorsThatDoNotFitShort) {
 TEST(FileAccess, SurvivesADiskThatFillsUp) {
   World world;
   if (mount("tmpfs", "empty", "tmpfs", 0, "size=64k") != 0) GTEST_SKIP() << "no mount allowed";
-  const std::string old(10'000, 'o');
-  put("empty/old", old);
+  put("empty/old", std::string(10'000, 'o'));
   put("plain", std::string(100'000, 'n'));
   for (char* to : {"empty/old"_c, "empty/new"_c}) EXPECT_EQ(osh_copyfile(to, "plain"_c), 0);
   EXPECT_EQ(osh_rename("plain"_c, "empty/new"_c), -1) << "to another file system";
   EXPECT_EQ(entries("empty"), 1) << "a draft stayed";
-  EXPECT_EQ(content("empty/old"), old);
+  EXPECT_EQ(content("empty/old"), std::string(10'000, 'o'));
   EXPECT_EQ(osh_cat("empty/old"_c, "plain"_c), 0);
-  EXPECT_EQ(content("empty/old").substr(0, old.size()), old);
-  EXPECT_EQ(content("plain").size(), 100'000u);
+  EXPECT_EQ(content("empty/old").rfind('o') + content("plain").size(), 109'999u);
   EXPECT_EQ(umount("empty"), 0);
 }
 
@@ -233,15 +230,14 @@ TEST(ReadLine, IsTheModelOnEveryShortText) {
     std::FILE* fp = fmemopen(text.data(), text.size(), "r");
     for (int size = 0; size <= 7; ++size) {
       osh_rewind(fp);
-      std::string_view rest = text;
-      std::size_t expected;
-      do {
-        expected = line_length(rest, size);
+      int got = 1;
+      for (std::string_view rest = text; got > 0; rest.remove_prefix(got)) {
+        const std::size_t length = line_length(rest, size);
         char line[8] = "#######";
-        ASSERT_EQ(osh_readLine(fp, line, size), static_cast<int>(expected)) << code << ' ' << size;
-        ASSERT_EQ(line, std::string(rest.substr(0, expected)) + std::string(7 - expected, '#'));
-        rest.remove_prefix(expected);
-      } while (expected > 0);
+        got = osh_readLine(fp, line, size);
+        ASSERT_EQ(std::string(rest.substr(0, length)).append(7 - length, '#'), line) << size;
+        ASSERT_EQ(static_cast<std::size_t>(got), length) << text << size;
+      }
     }
     osh_fclose(fp);
   }
@@ -255,18 +251,16 @@ TEST(Streams, KeepTheirConventions) {
   EXPECT_EQ(fcntl(osh_fileno(fp), F_GETFD), FD_CLOEXEC);
   EXPECT_EQ(osh_fputint(7, 0, fp) + osh_fputint(7, 3, fp) + osh_fputint(-7, -4, fp), 1 + 3 + 4);
   EXPECT_EQ(osh_fwrite("xyz!"_c, 2, 2, fp) + osh_ftell(fp), 2 + 12);
-  EXPECT_NE(osh_fseek(fp, 0, 9), 0);
   EXPECT_EQ(osh_fseek(fp, 11, SEEK_SET) + osh_fputc('?', fp), '?');
   EXPECT_EQ(osh_fflush(fp) + osh_fflush(fp) + osh_fclose(fp), 0);
-  EXPECT_EQ(content("text"), "7  7-7  xyz?");
   fp = osh_fdopen(osh_open_text("text"_c, 0, 0), "r"_c);
-  EXPECT_STREQ(osh_fgets(line, 3, fp), "7 ");
-  EXPECT_EQ(osh_fread(line, 5, 3, fp), 2u);
-  EXPECT_NE(osh_feof(fp), 0);
+  EXPECT_STREQ(osh_fgets(line, 7, fp), "7  7-7");
+  EXPECT_EQ(osh_fread(line, 5, 3, fp), 1u);
+  EXPECT_EQ(std::string(line, 6) + std::to_string(osh_feof(fp) != 0), "  xyz?1");
   EXPECT_EQ(osh_fclose(fp), 0);
   fp = osh_fopen_text("/dev/full"_c, "w"_c);
-  EXPECT_EQ(osh_fputs("x"_c, fp) + osh_fflush(fp) + (osh_fputc('x', fp) == 'x'), 1 - 1 + 1);
-  EXPECT_EQ(osh_fclose(fp), -1);
+  EXPECT_EQ(osh_fputs("x"_c, fp) + osh_fflush(fp) + osh_fputs("x"_c, fp), 1 - 1 + 1);
+  EXPECT_TRUE(osh_fclose(fp) == -1);
 }
 
 }  // namespace

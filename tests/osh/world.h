@@ -16,13 +16,11 @@ namespace fs = std::filesystem;
 inline char* operator""_c(const char* text, std::size_t) { return const_cast<char*>(text); }
 
 inline std::string content(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(path);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-inline void put(const std::string& path, std::string_view text) {
-  std::ofstream(path, std::ios::binary) << text;
-}
+inline void put(const std::string& path, std::string_view text) { std::ofstream(path) << text; }
 
 inline std::ptrdiff_t entries(const char* directory) {
   return std::distance(fs::directory_iterator(directory), {});
