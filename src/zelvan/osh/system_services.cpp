@@ -1,0 +1,51 @@
+#include <zelvan/osh/system_services.h>
+#include <zelvan/platform/clock.h>
+#include <zelvan/platform/environment.h>
+#include <zelvan/platform/processes.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace platform = zelvan::platform;
+
+int osh_get_time_stamp(char* stamp) {
+  platform::LocalTime now;
+  platform::GetLocalTime(&now);
+  char text[80];  // what six integers of any size need
+  const int length = std::snprintf(text, sizeof text, "%02d%02d%02d.%02d%02d%02d", now.year % 100,
+                                   now.month, now.day, now.hour, now.minute, now.second);
+  std::memcpy(stamp, text, length + 1);
+  return length;
+}
+
+int osh_gethostname(char* name, int size) {
+  if (size > 0) std::strncpy(name, "localhost", size);
+  return 0;
+}
+
+int osh_setenv(char* name, char* value) {
+  if (name == nullptr) return -1;
+  if (value == nullptr) value = const_cast<char*>("");
+  const std::size_t size = std::strlen(name) + std::strlen(value) + 2;
+  char* assignment = static_cast<char*>(std::malloc(size));
+  if (assignment == nullptr) return -1;
+  std::snprintf(assignment, size, "%s=%s", name, value);
+  const int result = platform::_putenv(assignment);
+  std::free(assignment);
+  return result;
+}
+
+void osh_sleep(unsigned int seconds) { platform::Sleep(std::uint64_t{1000} * seconds); }
+
+int osh_system(int, char* command) {
+  const int result = platform::WinExec(command);
+  return result > 31 ? 0 : result;
+}
+
+int osh_system_type() { return 8; }
+
+void osh_initialize() {}
+
+void osh_perror() {}

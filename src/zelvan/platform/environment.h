@@ -1,0 +1,12 @@
+/// The environment of the process, which all its threads share: whoever changes it excludes
+/// everybody who reads it.
+#pragma once
+
+namespace zelvan::platform {
+
+/// Sets a variable from one text `name=value`. The name ends at the first `=`; an empty value
+/// sets the variable to the empty text. The text is copied. Gives 0, or -1 with nothing changed
+/// if there is no `=` or no name before it, or if memory ran out.
+int _putenv(const char* assignment);
+
+}  // namespace zelvan::platform

@@ -1,0 +1,73 @@
+#include <zelvan/platform/directories.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+
+namespace zelvan::platform {
+namespace {
+
+/// Of any length, or empty if it can't be had. The kernel marks a directory that lies outside
+/// the root of the process by a text that does not begin with `/`.
+std::string current_directory() {
+  struct Free {
+    void operator()(char* text) const { std::free(text); }
+  };
+  const std::unique_ptr<char, Free> text(::getcwd(nullptr, 0));
+  return text != nullptr && text.get()[0] == '/' ? text.get() : "";
+}
+
+std::string absolute_form(std::string_view path) {
+  if (path.empty()) return {};
+  std::string form;
+  if (path[0] != '/') {
+    form = current_directory();
+    if (form.empty()) return {};
+    if (form == "/") form.clear();
+  }
+  while (!path.empty()) {
+    const std::string_view part = path.substr(0, path.find('/'));
+    if (!part.empty() && part != ".") form.append("/").append(part);
+    path.remove_prefix(std::min(part.size() + 1, path.size()));
+  }
+  return form.empty() ? "/" : form;
+}
+
+/// Gives the length, or the size that would have been needed.
+unsigned store(std::string_view text, char* buffer, unsigned size) {
+  const auto length = static_cast<unsigned>(text.size());
+  if (length >= size) return length + 1;
+  std::memcpy(buffer, text.data(), length);
+  buffer[length] = '\0';
+  return length;
+}
+
+}  // namespace
+
+unsigned GetCurrentDirectoryA(unsigned size, char* buffer) try {
+  const std::string directory = current_directory();
+  if (directory.size() >= size) return 0;
+  return store(directory, buffer, size);
+} catch (const std::bad_alloc&) {
+  return 0;
+}
+
+unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
+  const std::string form = absolute_form(path);
+  return form.empty() ? 0 : store(form, buffer, size);
+} catch (const std::bad_alloc&) {
+  return 0;
+}
+
+unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size) {
+  if (::access(path, F_OK) != 0 || std::strlen(path) >= size) return 0;
+  return store(path, buffer, size);
+}
+
+}  // namespace zelvan::platform
