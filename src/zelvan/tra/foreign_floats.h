@@ -21,15 +21,16 @@
 /// An IBM number is a sign, a 7-bit characteristic X and a fraction F of 24 or 56 bits, and
 /// stands for 0.F * 16^(X - 64). Every conversion truncates, none reports a loss:
 ///
-/// | | IEEE to IBM | IBM to IEEE |
-/// |---|---|---|
-/// | single | all finite numbers fit; a significand loses up to 3 bits; infinity and NaN become a
-/// zero fraction with X = 0x20 | too large becomes infinity, too small a denormal or zero; a zero
-/// fraction with X not 0 becomes a NaN; zeros keep their sign | | double | exact from 2^-260 up to
-/// 2^252; above, the largest IBM number; below, down to 2^-312, bits drop off; zeros and what is
-/// smaller become 0 without a sign; infinity and NaN become a zero fraction with X = 0x7F | all
-/// fit; an unnormalised fraction keeps all, a full one loses up to 3 bits; a zero fraction with
-/// anything in the first byte, a sign included, becomes a NaN of all ones |
+/// - Single, IEEE to IBM: all finite numbers fit, but a significand loses up to 3 bits. Infinity
+///   and NaN become a zero fraction with X = 0x20.
+/// - Single, IBM to IEEE: what is too large becomes infinity, what is too small a denormal or
+///   zero. A zero fraction with X not 0 becomes a NaN. Zeros keep their sign, both ways.
+/// - Double, IEEE to IBM: exact from 2^-260 up to 2^252. Above, the largest IBM number; below,
+///   down to 2^-312, bits drop off; zeros and what is smaller become 0 without a sign. Infinity
+///   and NaN become a zero fraction with X = 0x7F.
+/// - Double, IBM to IEEE: all fit. An unnormalised fraction keeps all, a full one loses up to 3
+///   bits. A zero fraction with anything in the first byte, a sign included, becomes a NaN of
+///   all ones.
 ///
 /// Any other `format` or `type`, also when `count` is 0, gets a line on standard error, and
 /// `dst` stays as it was. There is no state: calls may run on any thread.

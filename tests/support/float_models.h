@@ -1,0 +1,57 @@
+/// What `tra_convert_flpt` must give, worked out from the values that the numbers stand for: with
+/// this machine's floating point, of which the library uses none. A number is a big-endian word,
+/// and `bits` says which kind: 24 or 56, the bits in the fraction of an IBM number.
+#pragma once
+
+#include <zelvan/tra/foreign_floats.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+
+#include <gtest/gtest.h>
+
+namespace support {
+
+using Word = std::uint64_t;
+
+inline double power_of_2(int n) { return std::bit_cast<double>(Word(1023 + n) << 52); }
+
+inline Word ibm_of(Word ieee, int bits) {
+  const Word sign = ieee >> (bits + 7) << (bits + 7), n = ieee - sign;
+  const double value = bits == 24 ? std::bit_cast<float>(unsigned(n)) : std::bit_cast<double>(n);
+  if (!(value < HUGE_VAL)) return sign | (bits == 24 ? 0x20 : Word{0x7F}) << bits;
+  if (value >= 0x1p252) return sign | ~Word{0} >> 1;
+  // The characteristic with which 0.F * 16^(X - 64) has no leading zero digit.
+  const int x = std::max((int(std::bit_cast<Word>(value) >> 52) + 1) / 4 - 191, 0);
+  const Word fraction(value * power_of_2(bits + 256 - 4 * x));
+  return fraction != 0 || bits == 24 ? sign | Word(x) << bits | fraction : 0;
+}
+
+inline Word ieee_of(Word ibm, int bits) {
+  const Word sign = ibm >> (bits + 7) << (bits + 7), fraction = ibm << (64 - bits) >> (64 - bits);
+  const int x = int(ibm >> bits & 0x7F), excess = std::max(int(std::bit_width(fraction)) - 53, 0);
+  if (fraction == 0 && bits == 56) return ibm == 0 ? 0 : ~Word{0};
+  if (fraction == 0) return x == 0 ? sign : sign | 0x7FFFFFFF;
+  const double value = double(fraction >> excess << excess) * power_of_2(4 * x - 256 - bits);
+  if (bits == 56) return sign | std::bit_cast<Word>(value);
+  if (value >= 0x1p128) return sign | 0x7F800000;
+  if (value < 0x1p-126) return sign | Word(value * 0x1p149);
+  return sign | std::bit_cast<unsigned>(float(value));  // exact: it has 24 bits
+}
+
+/// `count` patterns in both directions, from `i` on in steps.
+inline void walk(int bits, Word i, Word count, Word step) {
+  const unsigned short type = bits == 24 ? 0xA4 : 0xB8;
+  for (const int unused = 56 - bits; count > 0; --count, i += step) {
+    Word ibm = __builtin_bswap64(i << unused), ieee = ibm;
+    tra_convert_flpt(4, type, 1, &ibm, &ibm);
+    tra_convert_flpt(16, type, 1, &ieee, &ieee);
+    ibm = __builtin_bswap64(ibm) >> unused, ieee = __builtin_bswap64(ieee) >> unused;
+    if (ibm == ibm_of(i, bits) && ieee == ieee_of(i, bits)) continue;
+    FAIL() << std::hex << i << " gives " << ibm << ", " << ieee;
+  }
+}
+
+}  // namespace support
