@@ -16,6 +16,7 @@
 #include <zelvan/logger/logger.h>
 #include <zelvan/mem/mem.h>
 #include <zelvan/osh/file_access.h>
+#include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
 #include <zelvan/pick/pick_polyline.h>
 #include <zelvan/pick/pick_rect.h>

@@ -11,7 +11,7 @@ const char* _mbsrchr(const char* text, char c) {
   std::mbstate_t state{};
   while (text != end) {
     if (*text == c) last = text;
-    const std::size_t length = std::mbrlen(text, end - text, &state);
+    const std::size_t length = std::mbrtowc(nullptr, text, end - text, &state);
     const bool is_character = length <= static_cast<std::size_t>(end - text);
     if (!is_character) state = {};
     text += is_character ? length : 1;

@@ -1,0 +1,133 @@
+#include <zelvan/osh/detail/fixed_path.h>
+#include <zelvan/osh/file_access.h>
+#include <zelvan/osh/paths.h>
+#include <zelvan/osh/system_services.h>
+#include <zelvan/platform/characters.h>
+#include <zelvan/platform/comparison.h>
+#include <zelvan/platform/directories.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <iterator>
+
+namespace platform = zelvan::platform;
+using zelvan::path_size;
+
+namespace {
+
+constexpr int system_type_index = 2;
+
+/// The record that is handed out by address. Every caller may hold it, and none writes but
+/// `osh_get_sys_parms`, always the same value.
+short system_parameters[10] = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
+
+bool is_separator(char c) { return c == '/' || c == '\\'; }
+
+/// Moves a counter on to its next value, or says that it has none. The rightmost capital that
+/// is no Z goes up by one, and the capitals to its right start again at A.
+bool advance(char* counter, std::size_t length) {
+  char* digit = counter + length;
+  do {
+    if (digit == counter) return false;
+    --digit;
+  } while (*digit < 'A' || *digit > 'Y');
+  ++*digit;
+  std::replace_if(
+      digit + 1, counter + length, [](char c) { return c >= 'B' && c <= 'Z'; }, 'A');
+  return true;
+}
+
+}  // namespace
+
+int osh_alternate_pathname(char* path, char* alternate) {
+  if (platform::GetShortPathNameA(path, alternate, path_size) == 0) {
+    const bool fits = zelvan::is_usable(path);
+    std::memmove(alternate, fits ? path : "", fits ? std::strlen(path) + 1 : 1);
+    return -1;
+  }
+  return platform::_stricmp(path, alternate) != 0;
+}
+
+int osh_append_path(char* first, char* second, char* result) {
+  const std::size_t length = std::strlen(first);
+  const bool is_joined = (length != 0 && first[length - 1] == '\\') || second[0] == '\\';
+  // The second part goes first, so that the result may lie in the place of either.
+  std::memmove(result + length + !is_joined, second, std::strlen(second) + 1);
+  std::memmove(result, first, length);
+  if (!is_joined) result[length] = '\\';
+  return 1;
+}
+
+int osh_truncate_path(char* path, char* directory, char* file) {
+  if (path == nullptr || directory == nullptr || file == nullptr) return 0;
+  const char* slash = platform::_mbsrchr(path, '/');
+  const char* backslash = platform::_mbsrchr(path, '\\');
+  const char* separator = std::max(slash, backslash, std::less<const char*>());
+  if (separator == nullptr) {
+    directory[0] = '\0';
+    std::strcpy(file, path);
+    return 1;
+  }
+  const std::size_t length = separator - path;
+  std::memcpy(directory, path, length);
+  directory[length] = '\0';
+  std::strcpy(file, separator + 1);
+  return 1;
+}
+
+int osh_verify_file_name() { return 0; }
+
+char* osh_find_exec_path(char* path) {
+  const unsigned size = platform::GetFullPathNameA(path, 0, nullptr);
+  char* absolute = static_cast<char*>(std::malloc(size + 1));
+  if (absolute == nullptr) return nullptr;
+  // What can't be made absolute, or no longer fits as another thread changed the directory in
+  // between, is an empty string: callers print it, open it and release it like any other.
+  absolute[0] = '\0';
+  if (size != 0) platform::GetFullPathNameA(path, size, absolute);
+  return absolute;
+}
+
+int osh_get_working_dir(char* directory) {
+  char current[path_size];
+  if (platform::GetCurrentDirectoryA(path_size, current) == 0) return 0;
+  std::strcpy(directory, current);
+  return 1;
+}
+
+char* utl_file_extension(char* path) {
+  char* end = path + std::strlen(path);
+  char* component = end;
+  while (component != path && !is_separator(component[-1])) --component;
+  return std::find(component, end, '.');
+}
+
+int utl_unique_filename(char* prefix, char* letters, char* result) {
+  const std::size_t prefix_length = std::strlen(prefix);
+  const std::size_t length = std::strlen(letters);
+  if (prefix_length + length >= path_size) {
+    result[0] = '\0';
+    return -1;
+  }
+  std::memmove(result, prefix, prefix_length);
+  std::memcpy(result + prefix_length, letters, length + 1);
+  const int noted_errno = errno;
+  while (osh_file_exists(result)) {
+    if (!advance(result + prefix_length, length)) return -1;
+  }
+  errno = noted_errno;
+  return 0;
+}
+
+void osh_get_file_parms(short* parms) {
+  std::copy(std::begin(system_parameters), std::end(system_parameters), parms);
+  parms[system_type_index] = static_cast<short>(osh_system_type());
+}
+
+short* osh_get_sys_parms() {
+  system_parameters[system_type_index] = static_cast<short>(osh_system_type());
+  return system_parameters;
+}
