@@ -7,10 +7,15 @@ namespace {
 
 // The harness serves tests of one thread.
 bool is_counting = false;
+bool is_lasting = false;
 int requests_made = 0;
 int refused_request = 0;
 
-bool refuses() { return is_counting && ++requests_made == refused_request; }
+bool refuses() {
+  if (!is_counting) return false;
+  ++requests_made;
+  return is_lasting ? requests_made >= refused_request : requests_made == refused_request;
+}
 
 }  // namespace
 
@@ -56,7 +61,8 @@ void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) no
 namespace support {
 
 int refuse_each_request(const std::function<void()>& operation,
-                        const std::function<void(bool refused)>& check) {
+                        const std::function<void(bool refused)>& check, bool lasting) {
+  is_lasting = lasting;
   for (int nth = 1;; ++nth) {
     requests_made = 0;
     refused_request = nth;

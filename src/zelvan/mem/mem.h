@@ -132,6 +132,8 @@ ZELVAN_C_API void MemListDelete(MemList** list);
 /// - the limit of the pool is not looked at again: the block is charged even beyond it, though
 ///   never beyond 2147483647 bytes, where `MEM_POOL_OVERFLOW` is given all the same;
 /// - what the heap has refused is asked for once more, and given up if it is refused again;
+/// - if it has filled the table itself, the table grows again, and `MEM_TABLE_FAILED` is given,
+///   without a further exception, when the heap refuses that;
 /// - it is given up nevertheless if the handler has released the block of this list in which
 ///   `back_ptr` lies.
 ///

@@ -1,0 +1,229 @@
+#include "mem/mem_world.h"
+#include "support/random.h"
+#include "support/refusing_heap.h"
+
+#include <string>
+
+// A size that no heap can give is refused under the address sanitizer, too.
+extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
+
+namespace {
+
+unsigned short give_up(MemException*) { return 0; }
+unsigned short go_on(MemException*) { return 0x8000; }
+unsigned short evict(MemException* e) { return MemListRemoveOldest(e->list); }
+unsigned short fill(MemException* e) {  // takes the last row away from the one who asks
+  static void* slot;
+  if (e->code == MEM_POOL_OVERFLOW) MemAllocate(e->list, 0, nullptr, &slot);
+  return 1;
+}
+
+TEST(Mem, AgreesWithAModelAfterEveryStep) {
+  for (unsigned seed = 1; seed <= 40 && !HasFailure(); ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    support::Random random(seed);
+    World world([&](int count) { return random.below(count); });
+    while (world.operations < 2500 && !HasFailure()) world.step();
+  }
+}
+
+// A list of one-byte blocks takes one of two bytes while the heap refuses the first request,
+// the second and so on: once, or from there to the end.
+TEST(Mem, GivesTheStatedStatusForEachRefusalOfTheHeap) {
+  const struct {
+    const char* name;
+    MemExceptionHandler handler;
+    int n_blocks, limit;
+    const char* statuses[2];  // refused once, for good; the last is of a run without refusal
+  } rows[] = {
+      {"gives up", give_up, 16, 18, {"240", "240"}},
+      {"goes on", go_on, 16, 18, {"000", "240"}},
+      {"makes room in table and heap", evict, 16, 18, {"000", "440"}},
+      {"makes room in the pool", evict, 15, 15, {"00", "40"}},
+      {"fills the table on overflow", fill, 15, 15, {"0020", "4420"}},
+  };
+  for (const auto& row : rows) {
+    for (const bool lasting : {false, true}) {
+      SCOPED_TRACE(testing::Message() << row.name << (lasting ? ", for good" : ", once"));
+      MemPool pool = {row.limit, 0};
+      MemList* list;
+      void *slots[16], *slot;
+      std::string statuses;
+      const auto prepare = [&] {
+        list = MemListNew(&pool, row.handler);
+        for (int i = 0; i < row.n_blocks; ++i) MemAllocate(list, 1, nullptr, &slots[i]);
+        slot = &slot;
+      };
+      prepare();
+      const auto operation = [&] { statuses += char('0' + MemAllocate(list, 2, &slots, &slot)); };
+      const auto check = [&](bool) {
+        EXPECT_EQ(slot == &slot, statuses.back() != '0');
+        MemListDelete(&list);
+        EXPECT_EQ(pool.used, 0);
+        prepare();
+      };
+      support::refuse_each_request(operation, check, lasting);
+      EXPECT_EQ(statuses, row.statuses[lasting]);
+      MemListDelete(&list);
+    }
+  }
+}
+
+TEST(Mem, MakesNoHalfOfAPoolOrList) {
+  MemPool* pool;
+  MemList* list;
+  const auto operation = [&] {
+    pool = MemPoolNew(-5);
+    list = pool == nullptr ? nullptr : MemListNew(pool, give_up);
+  };
+  const auto check = [&](bool refused) {
+    EXPECT_EQ(list == nullptr, refused);
+    EXPECT_TRUE(pool == nullptr || pool->limit == INT_MAX);
+    MemListDelete(&list);
+    MemPoolDelete(&pool);
+  };
+  EXPECT_EQ(support::refuse_each_request(operation, check), 3);
+}
+
+TEST(Mem, LooksForAParentFromItsFirstByteToItsLast) {
+  void* memory[3];
+  auto* const bytes = reinterpret_cast<char*>(memory);
+  for (int at = 7; at <= 16; ++at) {  // the block is the second word
+    MemEntry rows[] = {{&memory[1], 8, 8, nullptr, nullptr, 0, 1, -1}, zelvan::empty_entry};
+    MemList list = {2, 1, nullptr, nullptr, rows};
+    rows[1].back_ptr = reinterpret_cast<void**>(bytes + at);
+    zelvan::MemEntryFindParent(&list, &rows[1]);
+    EXPECT_EQ(rows[1].parent, at >= 8 && at < 16 ? 0 : -1) << at;
+  }
+}
+
+// No handler's word makes the charge pass what an int holds.
+TEST(Mem, ChargesNoPoolBeyondAnInt) {
+  MemPool pool = {INT_MAX, INT_MAX - 1};
+  MemList* list = MemListNew(&pool, go_on);
+  void* slots[2] = {};
+  EXPECT_EQ(MemAvailable(list, 2), 0);
+  EXPECT_EQ(MemAllocate(list, 2, nullptr, &slots[0]), MEM_POOL_OVERFLOW);
+  EXPECT_EQ(MemAllocate(list, 1, nullptr, &slots[1]), MEM_SUCCESS);
+  EXPECT_EQ(pool.used, INT_MAX);
+  MemListDelete(&list);
+}
+
+TEST(Mem, TracesALongScenario) {
+  MemPool pool = {100, 0};
+  MemList* list = MemListNew(&pool, [](MemException* e) -> unsigned short {
+    if (e->code != MEM_POOL_OVERFLOW) return e->code == MEM_POOL_TOO_SMALL;
+    MemListInitializeSearch(e->list);
+    MemListRemoveFromSearch(e->list, e->key);
+    MemListRemoveLargest(e->list);
+    return MemAvailable(e->list, e->size);
+  });
+  void *slots[3] = {}, *const unknown = std::malloc(1);
+  std::map<std::string, const void*> names = {
+      {"@L", list}, {"@A", &slots[0]}, {"@B", &slots[1]}, {"@C", &slots[2]}, {"@U", unknown}};
+  const auto allocate = [&](int size, std::uintptr_t key, void* place) {
+    auto** const back_ptr = static_cast<void**>(place);
+    if (MemAllocate(list, size, reinterpret_cast<void*>(key), back_ptr) == MEM_SUCCESS) {
+      names["@" + std::to_string(zelvan::mem_sequence - 1)] = *back_ptr;
+    }
+    return *back_ptr;
+  };
+  zelvan::mem_sequence = 1;
+  mem_trace = 1;
+  testing::internal::CaptureStdout();
+  MemFree(list, unknown);
+  void* const first = allocate(40, 7, &slots[0]);
+  allocate(24, 8, first);
+  void* const third = allocate(50, 9, &slots[1]);  // at the cost of both
+  allocate(-1, 9, &slots[2]);
+  allocate(101, 9, &slots[2]);
+  void* const fourth = allocate(16, 7, &slots[2]);
+  void* const fifth = allocate(8, 7, fourth);
+  void* const sixth = allocate(8, 7, fifth);
+  MemFree(list, fourth);
+  MemSetPointer(list, third, static_cast<void**>(sixth));
+  MemSetPointer(list, list, &slots[0]);
+  MemSetPointer(list, third, &slots[0]);
+  slots[0] = nullptr;  // the owner forgets
+  MemListInitializeSearch(list);
+  MemListRemoveOldest(list);
+  MemListClear(list);
+  slots[0] = third;
+  MemFree(list, sixth);
+  MemListRemoveSmallest(list);
+  list->n_used = 0;
+  MemListClear(list);
+  list->n_used = 1;
+  MemListDelete(&list);
+  mem_trace = 0;
+  std::string expected = R"(Free: list @L address @U
+**Address not found
+Allocate:  list @L key 0x7 size 40 back ptr @A
+  [1] Allocation address @1 total size 40 pool used 40
+Allocate:  list @L key 0x8 size 24 back ptr @1
+  [2] Allocation address @2 total size 24 pool used 64
+    Parent sequence [1] total size 64
+Allocate:  list @L key 0x9 size 50 back ptr @B
+**Pool overflow current size 64
+Initialize search: list @L
+Remove from search: list @L object 0x9
+!!Remove: Largest
+  [2] Release 24 pool used 40
+  [2] Parent sequence [1], new total 40
+  [1] Release 40 pool used 0
+^^Remove: Largest
+  [3] Allocation address @3 total size 50 pool used 50
+Allocate:  list @L key 0x9 size -1 back ptr @C
+**Malloc failed
+**Malloc failed after exception processing
+Allocate:  list @L key 0x9 size 101 back ptr @C
+**Pool of 100 too small
+**Pool overflow current size 50
+Initialize search: list @L
+Remove from search: list @L object 0x9
+!!Remove: Largest
+**Pool overflow after exception processing
+Allocate:  list @L key 0x7 size 16 back ptr @C
+  [4] Allocation address @4 total size 16 pool used 66
+Allocate:  list @L key 0x7 size 8 back ptr @4
+  [5] Allocation address @5 total size 8 pool used 74
+    Parent sequence [4] total size 24
+Allocate:  list @L key 0x7 size 8 back ptr @5
+  [6] Allocation address @6 total size 8 pool used 82
+    Parent sequence [5] total size 16
+Free: list @L address @4
+**[4] Is parent/nSet pointer: list @L address @3 back ptr @6
+  [3] Set pointer replaces @B
+    Parent sequence [6] total size 58
+Set pointer: list @L address @L back ptr @A
+**Address not found
+Set pointer: list @L address @3 back ptr @A
+  [3] Set pointer replaces @6
+Initialize search: list @L
+!!Remove: Oldest
+**[3] Back pointer does not contain address
+^^Remove: Oldest
+Clear list @L address @3
+**[3] Back pointer does not contain address
+Clear list @L address @4
+**[5] Is parent/n**[4] Is parent/nFree: list @L address @6
+  [6] Release 8 pool used 74
+  [6] Parent sequence [5], new total 8
+!!Remove: Smallest
+  [5] Release 8 pool used 66
+  [5] Parent sequence [4], new total 16
+  [4] Release 16 pool used 50
+^^Remove: Smallest
+**List used is 0, entry has address
+Clear list @L address @3
+  [3] Release 50 pool used 0
+)";
+  for (const auto& [name, address] : names) {
+    for (std::size_t at; (at = expected.find(name)) != expected.npos;) {
+      expected.replace(at, 2, testing::PrintToString(address));
+    }
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), expected);
+}
+
+}  // namespace
