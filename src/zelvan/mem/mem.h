@@ -13,15 +13,18 @@
 /// make room and answer non-zero, go on; or answer zero, give up:
 ///
 ///     unsigned short evict_oldest(MemException* exception) {
-///       MemListInitializeSearch(exception->list);
-///       MemListRemoveFromSearch(exception->list, exception->key);  // not from the one who asks
-///       while (MemAvailable(exception->list, exception->size) == 0) {
-///         if (MemListRemoveOldest(exception->list) == 0) return 0;
-///       }
+///       MemList* list = exception->list;
+///       if (exception->code == MEM_POOL_TOO_SMALL) return 0;  // not for what never fits
+///       MemListInitializeSearch(list);
+///       MemListRemoveFromSearch(list, exception->key);  // not from the one who asks
+///       do {
+///         const int before = list->n_used;
+///         MemListRemoveOldest(list);
+///         if (list->n_used == before) return 0;  // nothing left, or what is left stays
+///       } while (MemAvailable(list, exception->size) == 0);
 ///       return 1;
 ///     }
 ///
-/// (With blocks that can't be released, such a loop needs a bound: see `MemListRemoveLargest`.)
 /// The handler runs inside `MemAllocate` and may do with the list what it likes, allocate from it
 /// included, but not delete it or its pool.
 ///
