@@ -13,6 +13,8 @@
 #include <zelvan/geometry/extent.h>
 #include <zelvan/geometry/trig.h>
 #include <zelvan/geometry/units.h>
+#include <zelvan/linetypes/line_type_definition.h>
+#include <zelvan/linetypes/line_type_list.h>
 #include <zelvan/logger/logger.h>
 #include <zelvan/mem/mem.h>
 #include <zelvan/osh/file_access.h>
