@@ -2,6 +2,7 @@
 #include <zelvan/osh/file_access.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstring>
 
 #include <fcntl.h>
@@ -22,6 +23,7 @@ bool fails_now() {
   return true;
 }
 
+int descriptors_begin = 0;  // what `open` gives is that much higher than it is
 int current_drive = 0;
 std::string drive_roots;
 
@@ -35,7 +37,6 @@ std::string drive_roots;
     return fails ? -1 : __real_##name arguments;                      \
   }
 extern "C" {
-FAILING(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode), true)
 FAILING(int, openat, (int at, const char* p, int flags, mode_t mode), (at, p, flags, mode), true)
 FAILING(ssize_t, read, (int fd, void* buffer, std::size_t n), (fd, buffer, n), true)
 FAILING(ssize_t, write, (int fd, const void* buffer, std::size_t n), (fd, buffer, n - n / 2), true)
@@ -45,8 +46,14 @@ FAILING(int, renameat, (int a, const char* f, int b, const char* t), (a, f, b, t
 FAILING(int, unlink, (const char* path), (path), false)
 FAILING(int, unlinkat, (int at, const char* path, int flags), (at, path, flags), false)
 
+int __real_open(const char* path, int flags, mode_t mode);
+int __wrap_open(const char* path, int flags, mode_t mode) {
+  return fails_now() ? -1 : __real_open(path, flags, mode) + descriptors_begin;
+}
 int __real_close(int fd);
-int __wrap_close(int fd) { return __real_close(fd) != 0 || fails_now() ? -1 : 0; }
+int __wrap_close(int fd) {
+  return __real_close(fd - descriptors_begin) != 0 || fails_now() ? -1 : 0;
+}
 
 int __real_renameat2(int a, const char* from, int b, const char* to, unsigned flags);
 int __wrap_renameat2(int a, const char* from, int b, const char* to, unsigned flags) {
@@ -75,17 +82,19 @@ TEST(FileTransfer, LosesNothingWhateverCallFails) {
   const struct {
     bool (*done)();
     std::string after;
+    int harmless;  // calls that may fail: to close what was read, and the folder
     int answer = 0;
   } operations[] = {
       {rename, "|12345|abc", 0},
-      {rename, "|12345|abc", EXDEV},
-      {rename, "|12345|abc", EINVAL},
-      {[] { return osh_copyfile("other"_c, "plain"_c) != 0; }, "12345||12345"},
-      {[] { return osh_copyfile("new"_c, "plain"_c) != 0; }, "12345|12345|abc"},
-      {[] { return osh_cat("other"_c, "plain"_c) != 0; }, "12345||abc12345"},
+      {rename, "|12345|abc", 2, EXDEV},
+      {rename, "|12345|abc", 0, EINVAL},
+      {[] { return osh_copyfile("other"_c, "plain"_c) != 0; }, "12345||12345", 2},
+      {[] { return osh_copyfile("new"_c, "plain"_c) != 0; }, "12345|12345|abc", 2},
+      {[] { return osh_cat("other"_c, "plain"_c) != 0; }, "12345||abc12345", 1},
   };
   for (const auto& operation : operations) {
     for (int why : {EINTR, EIO}) {
+      int failed = 0;
       for (int n = 1, fired = 1; fired != 0 && n < 100; ++n) {
         SCOPED_TRACE(testing::Message() << operation.after << operation.answer << why << ' ' << n);
         World world;
@@ -97,8 +106,9 @@ TEST(FileTransfer, LosesNothingWhateverCallFails) {
         calls_until_failure = 0;
         const std::string state = content("plain") + '|' + content("new") + '|' + content("other");
         EXPECT_TRUE(done ? state == operation.after : state.starts_with("12345||abc")) << state;
-        EXPECT_TRUE(done || (fired && why == EIO));
+        failed += !done;
         EXPECT_LE(entries("."), 9) << "a draft stayed";
+        EXPECT_TRUE(fired || failed == (why == EINTR ? 0 : n - 1 - operation.harmless)) << n;
       }
     }
   }
@@ -124,6 +134,19 @@ TEST(FileTransfer, LosesNothingWithoutMemory) {
   World world;
   const auto check = [](bool refused) { EXPECT_EQ(content("other"), refused ? "abc" : "12345"); };
   EXPECT_GT(support::refuse_each_request([] { osh_copyfile("other"_c, "plain"_c); }, check), 0);
+}
+
+TEST(FileAccess, RefusesDescriptorsThatDoNotFitShort) {
+  World world;
+  const int fd = osh_open_binary("plain"_c, 0, 0);
+  descriptors_begin = SHRT_MAX - (fd + 1);
+  EXPECT_EQ(osh_open_binary("plain"_c, 0, 0), SHRT_MAX);
+  EXPECT_EQ(osh_close(SHRT_MAX), 0);
+  ++descriptors_begin;
+  EXPECT_EQ(osh_open_binary("plain"_c, 0, 0), -1);
+  descriptors_begin = 0;
+  EXPECT_EQ(osh_open_binary("plain"_c, 0, 0), fd + 1) << "it was refused but left open";
+  EXPECT_EQ(osh_close(fd) + osh_close(fd + 1), 0);
 }
 
 // How a path without a drive finds one, on a platform that has them; the current drive is C.

@@ -37,8 +37,7 @@ int osh_readLine(std::FILE* fp, char* buffer, int size) {
     if (c == '\n' || stored == size) break;
     if (c != '\r') continue;
     const int next = osh_getc(fp);
-    if (next == EOF) break;
-    osh_ungetc(next, fp);
+    osh_ungetc(next, fp);  // nothing at the end of the file
     if (next != '\n' && next != '\r') break;
   }
   return stored;
