@@ -38,5 +38,6 @@
 #include <zelvan/var/name_list.h>
 #include <zelvan/var/name_table.h>
 #include <zelvan/var/search_value.h>
+#include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/messages.h>
 #include <zelvan/wipc/session.h>

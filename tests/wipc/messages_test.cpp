@@ -1,4 +1,5 @@
 #include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/detail/queue.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/messages.h>
@@ -214,6 +215,7 @@ TEST_F(Messages, TellWhatWentWrongOnlyWhenAskedTo) {
       EXPECT_EQ(wipc_write_status(invalid, nullptr), 0);
       EXPECT_EQ(wipc_read(invalid, buffer, 0), -1);
       EXPECT_EQ(wipc_read_status(invalid, buffer, 0), -1);
+      wipc_close_session(invalid);
     }
     open('P');
     EXPECT_EQ(wipc_write(session, nullptr), 0);

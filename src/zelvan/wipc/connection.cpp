@@ -1,0 +1,300 @@
+#include <zelvan/platform/clock.h>
+#include <zelvan/platform/files.h>
+#include <zelvan/platform/processes.h>
+#include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/connection.h>
+#include <zelvan/wipc/detail/connection.h>
+#include <zelvan/wipc/detail/heap_text.h>
+#include <zelvan/wipc/detail/session.h>
+#include <zelvan/wipc/detail/words.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace zelvan {
+namespace {
+
+constexpr std::uint64_t look_again_ms = 500;
+constexpr int connect_attempts = 5;
+// Pauses of 200, 400, 800 and 1600 ms: short enough that a peer which is about to listen is met
+// soon, and together well beyond the half second by which the listening side can be late.
+constexpr std::uint64_t first_retry_ms = 200;
+
+constexpr int exists = 0;  // mode of `_access`
+
+/// Owns a socket until it is passed on.
+class OwnedSocket {
+ public:
+  explicit OwnedSocket(int socket) : socket_(socket) {}
+  OwnedSocket(const OwnedSocket&) = delete;
+  OwnedSocket& operator=(const OwnedSocket&) = delete;
+  ~OwnedSocket() {
+    if (is_open()) platform::closesocket(socket_);
+  }
+  bool is_open() const { return socket_ > 0; }
+  int get() const { return socket_; }
+  int pass_on() { return std::exchange(socket_, -1); }
+
+ private:
+  int socket_;
+};
+
+struct ReleaseBindSession {
+  void operator()(wipc_session* session) const { release_bind_session(session); }
+};
+using BindSession = std::unique_ptr<wipc_session, ReleaseBindSession>;
+
+bool is_empty(const char* text) { return text == nullptr || text[0] == '\0'; }
+
+/// A session of two connections, which it owns from here on. If the heap refuses it is null, and
+/// the connections are still the caller's.
+wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_type) {
+  wipc_session* session = wipc_new_session(data.get(), session_type);
+  if (session == nullptr) return nullptr;
+  data.pass_on();
+  session->status_sid = status.pass_on();
+  return session;
+}
+
+/// Gets the secondary going, or publishes the line that will. 1 unless that failed.
+int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
+  if (primary_port <= 0 || secondary_port <= 0) {
+    wipc_print("Error: Cannot start the secondary since the ports are invalid (%d and %d)\n",
+               primary_port, secondary_port);
+    return 0;
+  }
+  char line[1024];
+  const int length = std::snprintf(line, sizeof line, "\"%s\" %s %d %d %d", module, host,
+                                   primary_port, secondary_port, platform::_getpid());
+  if (length < 0 || length >= static_cast<int>(sizeof line)) return 0;
+  const int is_started = wipc_nostart == 0 ? platform::CreateProcessA(line) : 0;
+  if (is_started != 0) return 1;
+  set_error_text("Starting secondary: %s", line);
+  wipc_print("Starting secondary: %s\n", line);
+  return wipc_nostart != 0;
+}
+
+/// The path of a module on this machine; null if there is none.
+HeapText local_path(const char* module) {
+  return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
+}
+
+}  // namespace
+
+int wipc_wait_accept(int socket) {
+  if (socket <= 0) return -1;
+  if (platform::listen(socket, 1) != 0) {
+    wipc_print("Error: Could not listen on the socket\n");
+    return -1;
+  }
+  std::int64_t looks = 0;
+  while (platform::select(socket) <= 0) {
+    platform::Sleep(look_again_ms);
+    if (looks++ < 2 * std::int64_t{wipc_connect_timeout}) continue;
+    wipc_print("Error: Timed out while attempting\tto accept connection\n");
+    return -1;
+  }
+  return platform::accept(socket);
+}
+
+int wipc_connect_port(const char* host, int port) {
+  int socket = platform::socket();
+  if (socket <= 0) return -1;
+  platform::SocketAddress address{};
+  if (platform::gethostbyname(host, &address) == 0) {
+    platform::closesocket(socket);
+    return -1;
+  }
+  address.port = platform::htons(static_cast<std::uint16_t>(port));
+  std::uint64_t pause_ms = first_retry_ms;
+  for (int attempt = 1; socket > 0; ++attempt) {
+    if (platform::connect(socket, address) == 0) return socket;
+    platform::closesocket(socket);
+    if (attempt == connect_attempts) break;
+    platform::Sleep(pause_ms);
+    pause_ms *= 2;
+    socket = platform::socket();
+  }
+  return -1;
+}
+
+char* wipc_find_module(const char* module) {
+  if (is_empty(module)) return nullptr;
+  if (std::strchr(module + 1, '/') != nullptr) return heap_copy(module).release();
+  const char* variable = std::getenv("PATH");
+  if (variable == nullptr) return nullptr;
+  std::string_view path = variable;
+  const std::size_t size = path.size() + std::strlen(module) + 2;
+  HeapText candidate(static_cast<char*>(std::malloc(size)));
+  if (candidate == nullptr) return nullptr;
+  while (!path.empty()) {
+    // An entry has one character at least, so a colon at its start belongs to it.
+    const std::string_view entry = path.substr(0, path.find(':', 1));
+    std::snprintf(candidate.get(), size, "%.*s/%s", static_cast<int>(entry.size()), entry.data(),
+                  module);
+    if (platform::_access(candidate.get(), exists) == 0) return candidate.release();
+    if (entry.size() == path.size()) break;
+    path.remove_prefix(entry.size() + 1);
+  }
+  return nullptr;
+}
+
+}  // namespace zelvan
+
+using namespace zelvan;
+
+void* wipc_open_session(char* host, char* module) {
+  wipc_print("ipc_open_session %s %s\n", host != nullptr ? host : "(null)",
+             module != nullptr ? module : "(null)");
+  if (is_empty(host)) {
+    wipc_print("Error: Cannot open session because of an invalid hostname\n");
+    return nullptr;
+  }
+  if (is_empty(module)) {
+    wipc_print("Error: Cannot open session because of an invalid module name\n");
+    return nullptr;
+  }
+  int primary_port = 0;
+  int secondary_port = 0;
+  const BindSession primary(wipc_create_bind(&primary_port));
+  if (primary == nullptr) {
+    wipc_print("Error: Failed to create and bind the primary socket\n");
+    return nullptr;
+  }
+  const BindSession secondary(wipc_create_bind(&secondary_port));
+  if (secondary == nullptr) {
+    wipc_print("Error: Failed to create and bind the secondary socket\n");
+    return nullptr;
+  }
+  if (wipc_check_sockets(2) == 0) {
+    wipc_print("Error: not enough sockets to open a session\n");
+    return nullptr;
+  }
+  if (start_secondary(host, module, primary_port, secondary_port) == 0) {
+    wipc_print("Error: Failed to start the secondary module (%s)\n", module);
+    return nullptr;
+  }
+  OwnedSocket data(wipc_wait_accept(primary->sid));
+  if (!data.is_open()) {
+    wipc_print("Error: Failed to accept the primary connection\n");
+    return nullptr;
+  }
+  OwnedSocket status(wipc_wait_accept(secondary->sid));
+  if (!status.is_open()) {
+    wipc_print("Error: Failed to accept the secondary connection\n");
+    return nullptr;
+  }
+  return session_over(data, status, primary_end);
+}
+
+int wipc_open_connection(char* host, char* module, char** local_host, int* primary_port,
+                         int* secondary_port, int* is_local) {
+  if (is_empty(host)) {
+    wipc_print("Error: Cannot open connection because of an invalid secondary host\n");
+    return 0;
+  }
+  if (is_empty(module)) {
+    wipc_print("Error: Cannot open connection because of an invalid secondary module\n");
+    return 0;
+  }
+  if (local_host == nullptr || primary_port == nullptr || secondary_port == nullptr ||
+      is_local == nullptr) {
+    wipc_print("Error: Cannot open connection because of invalid paramters\n");
+    return 0;
+  }
+  wipc_release_bind_sessions();  // of a connection that was never accepted
+  wipc_bind_primary = wipc_create_bind(primary_port);
+  if (wipc_bind_primary == nullptr) return 0;
+  wipc_bind_secondary = wipc_create_bind(secondary_port);
+  if (wipc_bind_secondary == nullptr) {
+    wipc_release_bind_sessions();
+    return 0;
+  }
+  if (wipc_check_sockets(2) == 0) {
+    wipc_release_bind_sessions();
+    wipc_print("Error: not enough sockets to open a connection\n");
+    return 0;
+  }
+  platform::SocketAddress address{};
+  if (platform::gethostbyname(host, &address) == 0) {
+    set_error_text("Error: Invalid host %s or no file descriptors\n", host);
+    wipc_print("%s", wipc_error_text);
+    return 0;
+  }
+  platform::gethostname(wipc_local_host, sizeof wipc_local_host);
+  *local_host = wipc_local_host;
+  *is_local = std::strcmp(host, wipc_local_host) == 0 || std::strcmp(host, "localhost") == 0;
+  if (*is_local == 0) return 1;
+  const HeapText path = local_path(module);
+  if (path == nullptr) {
+    wipc_release_bind_sessions();
+    return 0;
+  }
+  if (platform::_access(path.get(), exists) != 0) {
+    set_error_text("Error: Invalid secondary path %s\n", module);
+    wipc_print("%s", wipc_error_text);
+    wipc_release_bind_sessions();
+    return 0;
+  }
+  return 1;
+}
+
+void* wipc_accept_connection(void) {
+  if (wipc_bind_primary == nullptr || wipc_bind_secondary == nullptr) {
+    wipc_print("Error: bind session are null when attempting to accept the connection.\n");
+    return nullptr;
+  }
+  OwnedSocket data(wipc_wait_accept(wipc_bind_primary->sid));
+  if (!data.is_open()) return nullptr;
+  OwnedSocket status(wipc_wait_accept(wipc_bind_secondary->sid));
+  if (!status.is_open()) return nullptr;
+  wipc_session* session = session_over(data, status, primary_end);
+  if (session != nullptr) wipc_release_bind_sessions();
+  return session;
+}
+
+void* wipc_connect_session(char* host, int primary_port, int secondary_port) {
+  if (is_empty(host)) {
+    wipc_print("Error: Connect session failed because no host was specified\n");
+    return nullptr;
+  }
+  if (primary_port <= 0 || secondary_port <= 0) {
+    wipc_print("Error: Connect session failed because of invalid port(s) (%d and %d)\n",
+               primary_port, secondary_port);
+    return nullptr;
+  }
+  if (wipc_startup() == 0) return nullptr;
+  OwnedSocket data(wipc_connect_port(host, primary_port));
+  if (!data.is_open()) {
+    wipc_print("Error: Connect session failed because the primary port failed to connect (%d)\n",
+               primary_port);
+    platform::WSACleanup();
+    return nullptr;
+  }
+  OwnedSocket status(wipc_connect_port(host, secondary_port));
+  if (!status.is_open()) {
+    wipc_print("Error: Connect session failed because the secondary port failed to connect (%d)\n",
+               secondary_port);
+    platform::WSACleanup();
+    return nullptr;
+  }
+  return session_over(data, status, secondary_end);
+}
+
+void wipc_close_session(void* session) {
+  wipc_session* record = usable_session(session);
+  if (record == nullptr) return;
+  if (record->session_type == primary_end) {
+    send_text(record->sid, end_of_session);
+    char ignored[1599];  // the answer, or that the peer has gone
+    platform::recv(record->sid, ignored, sizeof ignored);
+    platform::closesocket(record->sid);
+    platform::closesocket(record->status_sid);
+  }
+  release_session(record);
+}
