@@ -1,0 +1,21 @@
+// The world of the Mem family's tests, with bytes in the place of chance: lists, handlers and a
+// model beside them, until the bytes are used up. Where the model disagrees, the program stops.
+
+#include "mem/mem_world.h"
+
+#include <cstddef>
+#include <cstdint>
+
+// A size that no heap can give is refused, not reported.
+extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  GTEST_FLAG_SET(break_on_failure, true);
+  World world([&](int count) {
+    if (size == 0) return 0;
+    --size;
+    return *data++ % count;
+  });
+  while (size > 0) world.step();
+  return 0;
+}
