@@ -1,20 +1,26 @@
 #include "common/file.h"
 
+#include <zelvan/osh/file_access.h>
+#include <zelvan/osh/paths.h>
+
 #include "common/error.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
-
-#include <unistd.h>
+#include <string_view>
 
 namespace example {
 
 namespace {
 
+constexpr std::size_t path_size = 1024;  // of what utl_unique_filename writes
+constexpr short new_file = osh_open_write_only | osh_open_create | osh_open_exclusive;
+
 struct Closer {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  void operator()(std::FILE* file) const { osh_fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
@@ -22,33 +28,73 @@ using File = std::unique_ptr<std::FILE, Closer>;
   throw Error(path + ": " + what + ": " + std::strerror(errno));
 }
 
+File open(std::string path, char mode) {
+  char modes[] = {mode, '\0'};
+  return File(osh_fopen_binary(path.data(), modes));
+}
+
 bool put(const std::string& path, const std::string& bytes) {
-  File file(std::fopen(path.c_str(), "wbx"));
+  File file = open(path, 'w');
   if (file == nullptr) return false;
-  const bool is_written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-  return std::fclose(file.release()) == 0 && is_written;  // a full disk may show only here
+  std::string_view rest = bytes;
+  while (!rest.empty()) {
+    const std::size_t count = std::min<std::size_t>(rest.size(), 1 << 30);  // a call's is 32 bits
+    char* const block = const_cast<char*>(rest.data());                     // which is only read
+    if (osh_fwrite(block, 1, static_cast<unsigned>(count), file.get()) != count) return false;
+    rest.remove_prefix(count);
+  }
+  return osh_fclose(file.release()) == 0;  // a full disk may show only here
+}
+
+/// Makes an empty file under a name that is free and gives the name; empty on failure.
+std::string claim(std::string prefix, std::string letters) {
+  constexpr int for_all = 0666;  // less what the user masks out
+  char name[path_size];
+  while (utl_unique_filename(prefix.data(), letters.data(), name) == 0) {
+    const int fd = osh_open_binary(name, new_file, for_all);
+    if (fd >= 0 && osh_close(fd) == 0) return name;
+    const int reason = errno;
+    const bool is_taken = osh_file_exists(name) != 0;  // by somebody who was faster
+    errno = reason;
+    if (!is_taken) return {};
+  }
+  errno = EEXIST;
+  return {};
 }
 
 }  // namespace
 
 std::string read_file(const std::string& path) {
-  File file(std::fopen(path.c_str(), "rb"));
+  File file = open(path, 'r');
   if (file == nullptr) fail(path, "can't be opened");
   std::string bytes;
   std::size_t got;
   char buffer[1 << 16];
-  while ((got = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) bytes.append(buffer, got);
-  if (std::ferror(file.get())) fail(path, "can't be read");
+  while ((got = osh_fread(buffer, 1, sizeof buffer, file.get())) > 0) bytes.append(buffer, got);
+  if (osh_feof(file.get()) == 0) fail(path, "can't be read");
   return bytes;
 }
 
 void write_file(const std::string& path, const std::string& bytes) {
-  const std::string beside = path + "." + std::to_string(getpid()) + ".part";
-  if (put(beside, bytes) && std::rename(beside.c_str(), path.c_str()) == 0) return;
+  std::string beside = claim(path + ".", "AAA.part");
+  std::string target = path;
+  const bool is_put = !beside.empty() && put(beside, bytes);
+  if (is_put && osh_rename(beside.data(), target.data()) == 0) return;
+  // The name is taken, as it often is: the content there is replaced at one stroke.
+  const bool has_replaced = is_put && osh_copyfile(target.data(), beside.data()) != 0;
   const int reason = errno;
-  std::remove(beside.c_str());
+  if (!beside.empty()) osh_unlink(beside.data());
   errno = reason;
-  fail(path, "can't be written");
+  if (!has_replaced) fail(path, "can't be written");
+}
+
+FreeName::FreeName(const std::string& prefix, const std::string& letters)
+    : path_(claim(prefix, letters)) {
+  if (path_.empty()) fail(prefix + letters, "no free name from there on");
+}
+
+FreeName::~FreeName() {
+  if (!is_kept_) osh_unlink(path_.data());
 }
 
 }  // namespace example

@@ -15,4 +15,24 @@ std::string read_file(const std::string& path);
 /// the file can't be written.
 void write_file(const std::string& path, const std::string& bytes);
 
+/// A name that no file had: an empty file holds it, until it is replaced or this object ends.
+class FreeName {
+ public:
+  /// The first free name of `prefix` followed by `letters`, whose capitals count on. Throws
+  /// `Error` when there is none, or no file can be made.
+  FreeName(const std::string& prefix, const std::string& letters);
+  FreeName(const FreeName&) = delete;
+  FreeName& operator=(const FreeName&) = delete;
+  ~FreeName();
+
+  const std::string& path() const { return path_; }
+
+  /// What stands there now is to stay.
+  void keep() { is_kept_ = true; }
+
+ private:
+  std::string path_;
+  bool is_kept_ = false;
+};
+
 }  // namespace example

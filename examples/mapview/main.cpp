@@ -6,6 +6,7 @@
 
 #include "common/drawing.h"
 #include "common/error.h"
+#include "common/file.h"
 #include "common/geojson.h"
 #include "common/picker.h"
 #include "common/stages.h"
@@ -100,7 +101,13 @@ void run(const Options& options) {
   }
   stages.end("map");
 
-  if (!options.output.empty()) {
+  if (options.output == "auto") {
+    FreeName name("mapview-", "AAA.png");
+    draw_world(world, countries, options.view, name.path());
+    name.keep();
+    stages.end("draw");
+    std::printf("picture %s\n", name.path().c_str());
+  } else if (!options.output.empty()) {
     draw_world(world, countries, options.view, options.output);
     stages.end("draw");
   }

@@ -52,7 +52,8 @@ std::optional<Options> read_options(int argc, char** argv) {
   app.footer(example_call);
   app.add_option("-d,--data", options.data, "GeoJSON file (default: the world at 1:110 million)")
       ->type_name("FILE");
-  app.add_option("-o,--output", options.output, "picture to write, .png or .svg")
+  app.add_option("-o,--output", options.output,
+                 "picture to write, .png or .svg; auto: mapview-AAA.png, or AAB, AAC and so on")
       ->type_name("FILE");
   app.add_option("--center", centre_text, "centre of the view in degrees (default: 0,0)")
       ->type_name("LON,LAT");

@@ -113,6 +113,17 @@ class Pictures(unittest.TestCase):
         self.assertGreater(vertices, 0.99 * count["vertices"][4])
 
 
+    def test_automatic_names_are_free_ones_also_for_several_at_once(self):
+        with tempfile.TemporaryDirectory() as folder:
+            open(os.path.join(folder, "mapview-AAB.png"), "w").close()
+            runs = [subprocess.Popen([MAPVIEW, "--size", "64x32", "-o", "auto"], cwd=folder, text=True,
+                                     stdout=subprocess.PIPE) for _ in range(4)]
+            told = [re.search("picture (.*)", run.communicate()[0])[1] for run in runs]
+            self.assertEqual(sorted(told), ["mapview-AA%s.png" % c for c in "ACDE"])
+            self.assertEqual(sorted(os.listdir(folder)), sorted(told + ["mapview-AAB.png"]))
+            self.assertTrue(all(os.path.getsize(os.path.join(folder, name)) for name in told))
+
+
 def polygon(ring):
     return '{"type":"Polygon",\n"coordinates":[%s]}' % ring
 
@@ -151,7 +162,7 @@ class BadInput(unittest.TestCase):
                     said = data + said if said[0] == ":" else said
                     self.check(folder, said, "-d", data, "-o", output)
             self.check(folder, folder + "/none: can't be opened", "-d", folder + "/none")
-            self.check(folder, folder + ": can't be read", "-d", folder)
+            self.check(folder, folder + ": can't be opened", "-d", folder)
             self.check(folder, "ends in .png or .svg", "-o", folder + "/map.gif")
             self.check(folder, "/none/map.png: can't be written", "-o", folder + "/none/map.png")
             os.mkdir(output)  # a folder stands where the picture should go
