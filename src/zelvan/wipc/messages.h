@@ -43,7 +43,9 @@ ZELVAN_API int wipc_write_status(void* session, char* text);
 /// been answered, and the handle is dead. The two sockets stay open; close those that
 /// `wipc_sid` and `wipc_status_sid` gave before, if the process lives on.
 ///
-/// For a read that doesn't wait, ask `wipc_poll_session` first.
+/// A signal doesn't end the wait, only the peer does. For a read that doesn't wait ask
+/// `wipc_poll_session` first; to wait for other things as well, give `wipc_sid` to a poll loop of
+/// your own once `wipc_poll_session` gives 0.
 ZELVAN_API int wipc_read(void* session, char* buffer, int length);
 
 /// Takes the next message of the status channel at the primary end and gives its length, as
