@@ -19,11 +19,11 @@ unsigned short fill(MemException* e) {  // takes the last row away from the one 
 }
 
 TEST(Mem, AgreesWithAModelAfterEveryStep) {
-  for (unsigned seed = 1; seed <= 40 && !HasFailure(); ++seed) {
+  for (unsigned seed = 1; seed <= 100 && !HasFailure(); ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     support::Random random(seed);
     World world([&](int count) { return random.below(count); });
-    while (world.operations < 2500 && !HasFailure()) world.step();
+    while (world.operations < 1000 && !HasFailure()) world.step();
   }
 }
 

@@ -123,12 +123,8 @@ class World {
 
   /// An owner's pointer, on its own or in a block of the list.
   void** any_place(List& l) {
-    auto it = std::next(memory_.begin(), below(static_cast<int>(memory_.size())));
-    while ((it->first < slots_ || it->first >= std::end(slots_)) &&
-           index_around(l, it->first, nullptr) < 0) {
-      if (++it == memory_.end()) it = memory_.begin();
-    }
-    return it->first;
+    void** const place = std::next(memory_.begin(), below(static_cast<int>(memory_.size())))->first;
+    return index_around(l, place, nullptr) >= 0 ? place : &slots_[below(16)];
   }
 
   static int index_around(const List& l, void** place, const MemEntry* self) {

@@ -90,14 +90,6 @@ bool may_go_on(const Request& request, int code) {
   return home == nullptr || list->entries[index].sequence == sequence;
 }
 
-/// The free row of lowest index; null if there is none.
-MemEntry* find_free_entry(MemList* list) {
-  MemEntry* const end = list->entries + list->n_entries;
-  MemEntry* const found = std::find_if(
-      list->entries, end, [](const MemEntry& entry) { return entry.address == nullptr; });
-  return found == end ? nullptr : found;
-}
-
 int next_serial_number() {
   const int number = mem_sequence;
   mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);  // wraps; ages still tell
@@ -156,7 +148,7 @@ int track(const Request& request, void* block) {
   }
   // Full again if a handler has allocated from the list since the table was looked at.
   if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
-  MemEntry* const entry = find_free_entry(list);
+  MemEntry* const entry = find_entry(list, nullptr);  // the free row of lowest index
   if (entry == nullptr) return MEM_TABLE_FAILED;
 
   list->pool->used = static_cast<int>(used);
@@ -180,6 +172,13 @@ void MemTrace(const char* format, ...) {
   va_start(arguments, format);
   std::vprintf(format, arguments);
   va_end(arguments);
+}
+
+MemEntry* find_entry(MemList* list, const void* address) {
+  MemEntry* const end = list->entries + list->n_entries;
+  MemEntry* const found = std::find_if(
+      list->entries, end, [address](const MemEntry& entry) { return entry.address == address; });
+  return found == end ? nullptr : found;
 }
 
 void MemEntryFindParent(MemList* list, MemEntry* entry) {

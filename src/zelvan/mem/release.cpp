@@ -8,14 +8,6 @@ namespace zelvan {
 
 namespace {
 
-/// The first entry of that address; null if there is none. A null address finds an empty entry.
-MemEntry* find_entry(MemList* list, const void* address) {
-  MemEntry* const end = list->entries + list->n_entries;
-  MemEntry* const found = std::find_if(
-      list->entries, end, [address](const MemEntry& entry) { return entry.address == address; });
-  return found == end ? nullptr : found;
-}
-
 bool is_parent(const MemList* list, int index) {
   return std::any_of(list->entries, list->entries + list->n_entries,
                      [index](const MemEntry& entry) { return entry.parent == index; });

@@ -23,6 +23,9 @@ inline std::size_t bits_of(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }
 
+/// The first entry of that address; null if there is none. A null address finds an empty entry.
+MemEntry* find_entry(MemList* list, const void* address);
+
 /// Makes `entry` the child of the entry whose block its back pointer lies in, if there is one.
 /// Requires: it has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
