@@ -1,0 +1,92 @@
+#include "session/picker_process.h"
+
+#include <zelvan/wipc/connection.h>
+#include <zelvan/wipc/session.h>
+
+#include "common/error.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace example {
+
+namespace {
+
+char localhost[] = "localhost";
+
+pid_t start(const std::string& module, int primary_port, int secondary_port) {
+  std::string arguments[] = {module, localhost, std::to_string(primary_port),
+                             std::to_string(secondary_port), std::to_string(getpid())};
+  char* argv[std::size(arguments) + 1] = {};
+  for (std::size_t i = 0; i < std::size(arguments); ++i) argv[i] = arguments[i].data();
+  pid_t started = 0;
+  if (const int error = posix_spawn(&started, argv[0], nullptr, nullptr, argv, environ)) {
+    throw Error(module + ": " + std::strerror(error));
+  }
+  return started;
+}
+
+}  // namespace
+
+PickerProcess::PickerProcess(const Options& options) {
+  std::string module = options.module;
+  if (options.host.empty()) {
+    session_ = wipc_open_session(localhost, module.data());
+    if (session_ == nullptr) throw Error(module + ": can't be started, or doesn't connect");
+  } else {
+    open_in_two_steps(options);
+  }
+}
+
+void PickerProcess::open_in_two_steps(const Options& options) {
+  std::string host = options.host;
+  std::string module = options.module;
+  char* local_host = nullptr;
+  int primary_port = 0;
+  int secondary_port = 0;
+  int is_local = 0;
+  if (wipc_open_connection(host.data(), module.data(), &local_host, &primary_port, &secondary_port,
+                           &is_local) == 0) {
+    throw Error(host + ": no such machine, or no program " + module + " on it");
+  }
+  if (is_local != 0) {
+    if (options.shows_wire) {
+      tap_.emplace(primary_port, secondary_port);
+      primary_port = tap_->data_port();
+      secondary_port = tap_->status_port();
+    }
+    started_ = start(module, primary_port, secondary_port);
+  } else {
+    wipc_set_connect_timeout(600);  // a person has to get there
+    std::printf("run on %s: session_picker %s %d %d %d\n", host.c_str(), local_host, primary_port,
+                secondary_port, static_cast<int>(getpid()));
+    std::fflush(stdout);
+  }
+  session_ = wipc_accept_connection();
+  if (session_ != nullptr) return;
+  tap_.reset();
+  if (started_ != 0) {
+    kill(started_, SIGTERM);
+    wait_for_end();
+  }
+  throw Error(module + ": doesn't connect");
+}
+
+PickerProcess::~PickerProcess() {
+  wipc_close_session(session_);
+  if (started_ != 0) wait_for_end();
+}
+
+void PickerProcess::wait_for_end() {
+  while (waitpid(started_, nullptr, 0) < 0 && errno == EINTR) {
+  }
+}
+
+}  // namespace example
