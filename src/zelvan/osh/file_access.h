@@ -153,8 +153,9 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 /// Copies a regular file over another or to a new name: destination first. Nonzero, or 0.
 ///
 /// The copy takes its place only when it is complete: whatever fails, the destination is as it
-/// was. The directory of the destination must be writable. What is replaced keeps its permissions
-/// and, where possible, its owner, but a hard link of it keeps the old content. A destination
+/// was. The directory of the destination must be writable. A new file gets the permissions of the
+/// source, less what the process masks out. What is replaced keeps its own and, where possible,
+/// its owner, but a hard link of it keeps the old content. A destination
 /// that is a symbolic link has the file replaced that it leads to. Refused: a file onto itself, and
 /// a destination that is read-only, that this user may not write or that is no regular file.
 ZELVAN_C_API int osh_copyfile(char* destination, char* source);

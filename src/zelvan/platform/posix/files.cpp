@@ -129,7 +129,10 @@ int _fileno(std::FILE* stream) { return ::fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::fdopen(fd, mode); }
 
-int _access(const char* path, int mode) { return ::access(path, mode); }
+int _access(const char* path, int mode) {
+  // With the rights that the other calls act with, should the process have changed its user.
+  return ::faccessat(AT_FDCWD, path, mode, AT_EACCESS);
+}
 
 unsigned GetFileAttributesA(const char* path) {
   struct stat status;
