@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/countries.h"
+#include "common/font.h"
 #include "common/view.h"
 
 #include <cstddef>
@@ -17,8 +18,10 @@ struct DrawnCountry {
 };
 
 /// Draws the countries over the sea, neighbours in different colours, into the picture at `path`
-/// (see picture.h). Throws `Error` when it can't be written.
+/// (see picture.h). Given a font, writes in it the name of each country that has room for its
+/// name. Throws `Error` when the picture can't be written.
 void draw_world(const World& world, const std::vector<DrawnCountry>& countries,
-                const ViewSettings& view, const std::string& path);
+                const ViewSettings& view, const std::string& path,
+                const Font* label_font = nullptr);
 
 }  // namespace example

@@ -85,6 +85,23 @@ void Picture::stroke(const DevicePolygons& polygons, Colour colour, double width
   cairo_stroke(context);
 }
 
+void Picture::write(const std::string& text, const Label& label, const Font& font) {
+  constexpr double capital_height = 0.72, rim = 0.22;  // by size
+  cairo_t* const context = context_.get();
+  cairo_set_font_face(context, font.face());
+  cairo_set_font_size(context, label.size);
+  cairo_move_to(context, label.x - font.width_of(text) * label.size / 2.0,
+                label.y + capital_height * label.size / 2.0);
+  cairo_text_path(context, text.c_str());
+  cairo_set_source_rgba(context, 1.0, 1.0, 1.0, 0.6);
+  cairo_set_line_width(context, rim * label.size);
+  cairo_stroke_preserve(context);
+  cairo_set_source_rgb(context, 0.15, 0.15, 0.2);
+  cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);  // letters of one text may touch
+  cairo_fill(context);
+  cairo_set_fill_rule(context, CAIRO_FILL_RULE_EVEN_ODD);
+}
+
 void Picture::save() {
   const cairo_status_t drawn = cairo_status(context_.get());
   context_.reset();

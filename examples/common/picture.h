@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/countries.h"
+#include "common/labels.h"
 
 #include <memory>
 #include <string>
@@ -29,6 +30,9 @@ class Picture {
 
   /// Draws the visible edges; `width` is in pixels.
   void stroke(const DevicePolygons& polygons, Colour colour, double width);
+
+  /// Writes a text in dark letters with a pale rim.
+  void write(const std::string& text, const Label& label, const Font& font);
 
   /// Puts the picture into its file, whole or not at all. Throws `Error` when that fails.
   /// Nothing can be drawn afterwards.

@@ -7,6 +7,7 @@
 #include "common/drawing.h"
 #include "common/error.h"
 #include "common/file.h"
+#include "common/font.h"
 #include "common/geojson.h"
 #include "common/picker.h"
 #include "common/stages.h"
@@ -15,6 +16,7 @@
 #include <chrono>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -82,6 +84,9 @@ void pick_pixels(const World& world, const std::vector<DrawnCountry>& countries,
 }
 
 void run(const Options& options) {
+  std::unique_ptr<Font> label_font;
+  if (!options.label.empty()) label_font = std::make_unique<Font>(options.label);
+
   Stages stages;
   const World world = read_geojson(options.data);
   stages.end("read");
@@ -103,12 +108,12 @@ void run(const Options& options) {
 
   if (options.output == "auto") {
     FreeName name("mapview-", "AAA.png");
-    draw_world(world, countries, options.view, name.path());
+    draw_world(world, countries, options.view, name.path(), label_font.get());
     name.keep();
     stages.end("draw");
     std::printf("picture %s\n", name.path().c_str());
   } else if (!options.output.empty()) {
-    draw_world(world, countries, options.view, options.output);
+    draw_world(world, countries, options.view, options.output, label_font.get());
     stages.end("draw");
   }
   if (!options.places.empty() || !options.pixels.empty()) {

@@ -55,6 +55,9 @@ std::optional<Options> read_options(int argc, char** argv) {
   app.add_option("-o,--output", options.output,
                  "picture to write, .png or .svg; auto: mapview-AAA.png, or AAB, AAC and so on")
       ->type_name("FILE");
+  app.add_option("--label", options.label,
+                 "write the countries' names in a font of this system, such as DejaVuSans")
+      ->type_name("NAME");
   app.add_option("--center", centre_text, "centre of the view in degrees (default: 0,0)")
       ->type_name("LON,LAT");
   app.add_option("--width", view.width, "degrees of longitude across the picture (default: 360)")

@@ -12,6 +12,7 @@ namespace example {
 struct Options {
   std::string data;    ///< a GeoJSON file
   std::string output;  ///< where the picture goes; "auto" for a free name, empty for none
+  std::string label;   ///< the font of the countries' names; empty for none
   ViewSettings view;
   std::vector<real_pt_t> places;  ///< picks on the map: longitude and latitude
   std::vector<int_pt_t> pixels;   ///< picks in the picture, from its top left

@@ -7,6 +7,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 MAPVIEW, WORLD = sys.argv.pop(1), sys.argv.pop(1)
 
@@ -112,6 +113,22 @@ class Pictures(unittest.TestCase):
         self.assertLessEqual(vertices, count["vertices"][4])
         self.assertGreater(vertices, 0.99 * count["vertices"][4])
 
+    def test_names_are_written_within_their_countries_in_a_font_of_the_system(self):
+        with tempfile.TemporaryDirectory() as folder:
+            data, svg = os.path.join(folder, "square.geojson"), os.path.join(folder, "map.svg")
+            with open(data, "w", encoding="utf-8") as file:
+                file.write(polygon("[[20,10],[60,10],[60,50],[20,50],[20,10]]"))
+            pictures = []
+            for font in ("DejaVuSans", "dejavusans", "DejaVuSans-Bold"):
+                run = mapview("-d", data, "--label", font, "-o", svg)
+                self.assertEqual(run.returncode, 0, run.stderr + "is fonts-dejavu-core installed?")
+                with open(svg, encoding="utf-8") as file:
+                    pictures.append(file.read())
+            self.assertEqual(pictures[0], pictures[1])
+            self.assertNotEqual(pictures[0], pictures[2])
+            ink = re.search(r'15%,15%,20%[^"]*" d="([^"]*)"', pictures[0])[1]
+            for x, y in re.findall(r"[ML] ([-\d.]+) ([-\d.]+)", ink):
+                self.assertLess(max(abs(float(x) - 977.8), abs(float(y) - 266.7)), 89)
 
     def test_automatic_names_are_free_ones_also_for_several_at_once(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -167,6 +184,11 @@ class BadInput(unittest.TestCase):
             self.check(folder, "/none/map.png: can't be written", "-o", folder + "/none/map.png")
             os.mkdir(output)  # a folder stands where the picture should go
             self.check(folder, output + ": can't be written", "-o", output)
+            self.check(folder, "no font 'Bogus'; there are ", "--label=Bogus")
+            os.makedirs(folder + "/fonts")
+            open(folder + "/fonts/bogus.ttf", "w").close()
+            with unittest.mock.patch.dict(os.environ, XDG_DATA_HOME=folder):
+                self.check(folder, "/bogus.ttf: is no font", "--label=Bogus")
             for wrong in ("--width=0", "--center=1", "--center=0,91", "--size=0x9", "--pick=a,b",
                           "--rotation=nan", "--bogus"):
                 self.check(folder, wrong.split("=")[0], wrong)
