@@ -3,9 +3,10 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <string>
-#include <utility>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -29,32 +30,29 @@ using In = LoggerInside;
 TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
   const struct {
     const char *files, *lines, *level, *prefix;
-    int files_read, lines_read, level_set, level_read;
-    const char* prefix_read;
+    int level_set, files_read, lines_read, level_read;
+    std::string prefix_read;
   } rows[] = {
-      {"x", "", "x1", nullptr, 2, 5000, -1, 0, "kept"},
-      {"0", "999", "-3", "x/", 1, 1000, 2, 0, "x/"},
-      {" +7 of them", "1000", "9", "", 7, 1000, 2, 4, "/tmp/logQelt-"},
-      {"99999999999", "-99999999999999999999", "3", nullptr, INT_MAX, 1000, 17, 3, "kept"},
+      {"x", "", "x1", nullptr, -1, 2, 5000, 0, "kept"},
+      {"0", "999", "-3", "x/", 2, 1, 1000, 0, "x/"},
+      {" +7 of them", "1000", "9", "", 2, 7, 1000, 4, "/tmp/logQelt-"},
+      {"99999999999", "-99999999999999999999", "3", nullptr, 17, INT_MAX, 1000, 3, "kept"},
   };
   Logger log(nullptr);
   for (const auto& row : rows) {
     In::pending = true, In::files = 2, In::most_lines = 5000;
     log.setFilePrefix("kept");
     log.setLogLevel(static_cast<logPriorities>(row.level_set));
-    EXPECT_EQ(In::level, row.level_set);
-    setenv("LOGGER_MAX_NUM_FILES", row.files, 1);
-    setenv("LOGGER_MAX_NUM_LINES", row.lines, 1);
-    setenv("LOGGER_LOG_LEVEL", row.level, 1);
     row.prefix == nullptr ? unsetenv("LOGGER_FILE_PREFIX")
                           : setenv("LOGGER_FILE_PREFIX", row.prefix, 1);
-    (log.*In::init)();
-    setenv("LOGGER_MAX_NUM_FILES", "5", 1);  // too late
-    (log.*In::init)();
-    EXPECT_EQ(In::files, row.files_read);
-    EXPECT_EQ(In::most_lines, row.lines_read);
-    EXPECT_EQ(In::level, row.level_read);
-    EXPECT_EQ(In::prefix, row.prefix_read);
+    setenv("LOGGER_MAX_NUM_LINES", row.lines, 1);
+    setenv("LOGGER_LOG_LEVEL", row.level, 1);
+    for (const char* files : {row.files, "5"}) {  // the second comes too late
+      setenv("LOGGER_MAX_NUM_FILES", files, 1);
+      (log.*In::init)();
+    }
+    EXPECT_EQ(std::tuple(In::files, In::most_lines, In::level, In::prefix),
+              std::tuple(row.files_read, row.lines_read, row.level_read, row.prefix_read));
   }
 }
 
@@ -70,8 +68,7 @@ TEST(Logger, OpensItsFileAndNothingElseWrites) {
     Logger other("closes the file when it ends");
     (log.*In::open)();
     ASSERT_NE(In::file, nullptr);
-    EXPECT_EQ(In::lines, lines);
-    EXPECT_FALSE(In::appends);
+    EXPECT_TRUE(In::lines == lines && !In::appends);
     In::lines = 7;
     std::fputs("line\n", In::file);
     EXPECT_TRUE(log.log(logError, "o", "m") && log.logf(logError, nullptr, nullptr) &&
@@ -98,7 +95,7 @@ TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
        {std::pair("%Z%z", "ABC+0530"), {"%A, %A, %A, %A, %A, %A, %A, %A, %A", ""}}) {  // too long
     char* date = nullptr;
     (log.*In::date)(format, &date);
-    EXPECT_EQ(std::string(date, 65), text + std::string(65 - std::string(text).size(), '\0'));
+    EXPECT_EQ(std::string(date, 65), text + std::string(65 - std::strlen(text), '\0'));
     std::free(date);
   }
 }

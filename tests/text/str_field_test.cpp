@@ -56,7 +56,9 @@ void expect_like_model(const std::string& line) {
   for (const Parser parser : {plain, dollar_is_ordinary, vvcp}) {
     str_field* f = nullptr;
     for (char* p = text.data(); f == nullptr || f->type != STR_END; p = f->next) {
-      f = parser == plain ? str_parse(p) : parser == vvcp ? str_parse_vvcp(p) : str_parseEx(p, 1);
+      f = parser == vvcp                    ? str_parse_vvcp(p)
+          : parser == plain && f == nullptr ? str_parse(p)
+                                            : str_parseEx(p, parser == plain ? 2 : 1);
       ASSERT_EQ(field(f->type, f->value, f->text, f->next - text.data()),
                 model(parser, text.data(), p))
           << parser << " of [" << line << ']';
@@ -101,7 +103,8 @@ TEST(StrParse, SharesOnlyTheBufferOfNumbers) {
 }
 
 /// The tokens of `text`, each with what ended it behind a bar.
-std::string tokens(std::string text, std::string delimiters) {
+std::string tokens(const std::string& line, std::string delimiters) {
+  support::GuardedArray<char> text(std::string(line.c_str(), line.size() + 1));
   std::string result;
   for (char* next = text.data(); next != nullptr;) {
     char found = '?';

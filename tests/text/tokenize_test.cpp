@@ -35,9 +35,9 @@ std::vector<String> cut(const String& text, const String& set, bool wide, bool k
 
 // Every text of up to 7 characters, one of them far beyond ASCII.
 TEST(Tokenize, AgreesWithPlainSearchesOverEverySmallText) {
-  const unsigned short alphabet[] = {'a', '9', '.', ' ', 0x201C};
-  for (const Wide& set : {Wide(), Wide{' '}, Wide{0x201C}, Wide{'.', 0x201C}, Wide{'9', ' '},
-                          Wide{0x201C, '.', ' ', 'a'}}) {
+  const unsigned short alphabet[] = {'a', '9', '.', ' ', 0x20FF};
+  for (const Wide& set : {Wide(), Wide{' '}, Wide{0x20FF}, Wide{'.', 0x20FF}, Wide{'9', ' '},
+                          Wide{0x20FF, '.', ' ', 'a'}}) {
     for (int number = 0; number < 97656; ++number) {
       Wide text;
       for (int n = number; n > 0; n = (n - 1) / 5) text += alphabet[(n - 1) % 5];
