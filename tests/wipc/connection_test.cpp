@@ -8,13 +8,16 @@
 #include "support/refusing_heap.h"
 #include "wipc/secondary.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -53,20 +56,6 @@ int connect_to(int port) {
   return socket;
 }
 
-/// What a step printed; the pauses that it makes are counted and hardly take time.
-template <typename Step>
-std::string told_by(Step step) {
-  pauses.clear();
-  pause_divisor = 100;
-  wipc_set_debug(1);
-  testing::internal::CaptureStdout();
-  step();
-  std::fflush(stdout);
-  wipc_set_debug(0);
-  pause_divisor = 1;
-  return testing::internal::GetCapturedStdout();
-}
-
 /// Interrupts whatever waits, all the time.
 class SignalRain {
  public:
@@ -87,7 +76,7 @@ class SignalRain {
 
 TEST(Connection, EchoesEveryLengthFromStartToEnd) {
   const SignalRain rain;
-  const int descriptors = open_descriptors();
+  const long descriptors = open_descriptors();
   void* session = wipc_open_session(local, own_path().data());
   ASSERT_NE(session, nullptr);
   EXPECT_EQ(pauses, Pauses({500, 500}));  // those of the primary
@@ -139,144 +128,168 @@ TEST(Connection, SurvivesThatEitherEndIsKilled) {
 }
 
 TEST(Connection, StaysPendingUntilBothStreamsAreThere) {
-  const int descriptors = open_descriptors();
-  char* host = nullptr;
-  int primary = 0;
-  int secondary = 0;
-  int is_local = 0;
-  wipc_set_connect_timeout(2);
-  EXPECT_EQ(wipc_open_connection(local, local, &host, &primary, &secondary, &is_local), 0);
-  EXPECT_EQ(told_by([] { EXPECT_EQ(wipc_accept_connection(), nullptr); }),
-            "Error: bind session are null when attempting to accept the connection.\n");
+  const long descriptors = open_descriptors();
+  pause_divisor = 100;
+  char* host;
+  char name[256];
+  int primary, secondary, is_local;
   ASSERT_EQ(wipc_open_connection(local, own_path().data(), &host, &primary, &secondary, &is_local),
             1);
   EXPECT_EQ(is_local, 1);
-  EXPECT_EQ(host, wipc_local_host);
-  char name[256];
   gethostname(name, sizeof name);
   EXPECT_STREQ(host, name);
-  const char timed_out[] = "Error: Timed out while attempting\tto accept connection\n";
-  EXPECT_EQ(told_by([] { EXPECT_EQ(wipc_accept_connection(), nullptr); }), timed_out);
-  EXPECT_EQ(pauses, Pauses(5, 500));
-  wipc_set_connect_timeout(-1);
+  for (const int timeout : {2, 0, -1}) {
+    pauses.clear();
+    wipc_set_connect_timeout(timeout);
+    EXPECT_EQ(wipc_accept_connection(), nullptr);
+    EXPECT_EQ(pauses, Pauses(2 * std::max(timeout, 0) + 1, 500));
+  }
   const int half = connect_to(primary);
-  EXPECT_EQ(told_by([] { EXPECT_EQ(wipc_accept_connection(), nullptr); }), timed_out);
-  EXPECT_EQ(pauses, Pauses(1, 500));
+  EXPECT_EQ(wipc_accept_connection(), nullptr);
   char end;
   EXPECT_EQ(platform::recv(half, &end, 1), 0);  // the half that came was closed
   void* far_end = wipc_connect_session(local, primary, secondary);
   void* session = wipc_accept_connection();
   ASSERT_NE(session, nullptr);
-  EXPECT_EQ(wipc_bind_primary, nullptr);
-  EXPECT_EQ(wipc_bind_secondary, nullptr);
   const int sockets[] = {wipc_sid(far_end), wipc_status_sid(far_end), half};
   EXPECT_EQ(wipc_write(far_end, local), 1);  // ends the wait in the close below
   wipc_close_session(far_end);               // closes nothing
   wipc_close_session(session);
   for (const int socket : sockets) EXPECT_EQ(close(socket), 0);
   EXPECT_EQ(open_descriptors(), descriptors);
-  wipc_set_connect_timeout(10);
 }
 
-TEST(Connection, TellsWhyItCannotBeMade) {
-  const int descriptors = open_descriptors();
-  char empty[] = "";
-  char elsewhere[] = "LOCALHOST";
-  std::string long_name(2000, 'x');
+// All that can go wrong, once with debugging off and once on.
+TEST(Connection, TellsWhatWentWrongWhenAskedTo) {
+  const long descriptors = open_descriptors();
+  const rlimit limit{64, 1024};
+  setrlimit(RLIMIT_NOFILE, &limit);
+  pause_divisor = 100;
+  char empty[] = "", elsewhere[] = "LOCALHOST", missing[] = "true/", folder[] = "/tmp", text[9];
+  std::string long_text(4001, 'x');
+  std::string long_path = "/none/" + long_text.substr(3000);
+  std::string told, started[2];
   char* host;
-  int port;
-  const auto opens = [&](char* name, char* module, int result, int* is_local) {
-    return told_by([&] {
-      EXPECT_EQ(wipc_open_connection(name, module, &host, &port, &port, is_local), result);
-    });
-  };
-  EXPECT_EQ(opens(nullptr, nullptr, 0, nullptr) + opens(empty, none, 0, &port) +
-                opens(local, empty, 0, &port) + opens(local, nullptr, 0, nullptr) +
-                opens(local, none, 0, nullptr),
-            "Error: Cannot open connection because of an invalid secondary host\n"
-            "Error: Cannot open connection because of an invalid secondary host\n"
-            "Error: Cannot open connection because of an invalid secondary module\n"
-            "Error: Cannot open connection because of an invalid secondary module\n"
-            "Error: Cannot open connection because of invalid paramters\n");
-  EXPECT_STREQ(wipc_last_error(), "");
-  const std::string cut = "Error: Invalid host " + long_name.substr(0, 255 - 20);
-  EXPECT_EQ(opens(long_name.data(), none, 0, &port), cut);
-  EXPECT_EQ(wipc_last_error(), cut);
-  EXPECT_NE(wipc_bind_secondary, nullptr);  // it stays
-  EXPECT_EQ(opens(elsewhere, none, 1, &port), "");
-  EXPECT_EQ(port, 0);  // not local, so the module isn't looked at
-  EXPECT_EQ(opens(local, none, 0, &port), "Error: Invalid secondary path /none/at/all\n");
-  EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /none/at/all\n");
-  EXPECT_EQ(opens(local, local, 0, &port), "");
-  EXPECT_EQ(wipc_bind_primary, nullptr);
-  EXPECT_EQ(wipc_bind_secondary, nullptr);
-
-  const auto connects = [](char* name, int first, int second) {
-    return told_by([&] { EXPECT_EQ(wipc_connect_session(name, first, second), nullptr); });
-  };
-  wipc_session* bound = wipc_create_bind(&port);
-  EXPECT_EQ(connects(nullptr, 1, 1) + connects(empty, 1, 1) + connects(local, 0, 7) +
-                connects(local, 7, -1),
-            "Error: Connect session failed because no host was specified\n"
-            "Error: Connect session failed because no host was specified\n"
-            "Error: Connect session failed because of invalid port(s) (0 and 7)\n"
-            "Error: Connect session failed because of invalid port(s) (7 and -1)\n");
-  const std::string failed = "Error: Connect session failed because the ";
-  const std::string to_connect = " port failed to connect (" + to_string(port) + ")\n";
-  EXPECT_EQ(connects(local, port, 7), failed + "primary" + to_connect);
-  EXPECT_EQ(pauses, Pauses({200, 400, 800, 1600}));  // between five attempts
-  platform::SocketAddress open{};
+  int bound, n, port;
   const int listening = platform::socket();
   platform::listen(listening, 1);
-  platform::getsockname(listening, &open);
-  EXPECT_EQ(connects(local, platform::ntohs(open.port), port), failed + "secondary" + to_connect);
-  platform::closesocket(listening);
-  release_bind_session(bound);
-  EXPECT_EQ(open_descriptors(), descriptors);
-}
-
-TEST(Connection, TellsWhyTheSecondaryIsNotThere) {
-  const int descriptors = open_descriptors();
-  std::string module = "/none/" + std::string(1000, 'x');
-  wipc_set_connect_timeout(0);
-  const auto opens = [&](char* host, const char* name) {
-    return told_by([&] { EXPECT_EQ(wipc_open_session(host, const_cast<char*>(name)), nullptr); });
-  };
-  EXPECT_EQ(opens(nullptr, "m") + opens(local, ""),
-            "ipc_open_session (null) m\n"
-            "Error: Cannot open session because of an invalid hostname\n"
-            "ipc_open_session localhost \n"
-            "Error: Cannot open session because of an invalid module name\n");
-  EXPECT_EQ(opens(local, module.c_str()),  // refused: it would have to be cut
-            "ipc_open_session localhost " + module +
-                "\nError: Failed to start the secondary module (" + module + ")\n");
-  const std::string before = wipc_last_error();
-  for (const char* program : {"/none/at/all", "/tmp", "/etc/passwd"}) {
-    const std::string told = opens(local, program);
-    const std::string line = "Starting secondary: \"" + std::string(program) + "\" localhost ";
-    EXPECT_EQ(std::string(wipc_last_error()).substr(0, line.size()), line);
-    EXPECT_EQ(told, "ipc_open_session localhost " + std::string(program) + "\n" +
-                        wipc_last_error() + "\nError: Failed to start the secondary module (" +
-                        program + ")\n");
-    EXPECT_EQ(std::string(wipc_last_error()).find("Starting"), 0u);
-    EXPECT_NE(told.find(' ' + to_string(getpid()) + '\n'), std::string::npos);
-    EXPECT_EQ(pauses, Pauses());
+  platform::SocketAddress address{};
+  platform::getsockname(listening, &address);
+  wipc_session* bind = wipc_create_bind(&bound);
+  wipc_session* p = wipc_new_session(listening, 'P');
+  wipc_session* s = wipc_new_session(listening, 'S');
+  for (const int debug : {0, 1}) {
+    wipc_set_debug(debug);
+    testing::internal::CaptureStdout();
+    for (void* invalid : {static_cast<void*>(nullptr), static_cast<void*>(bind)}) {
+      EXPECT_EQ(wipc_sid(invalid) + wipc_status_sid(invalid), -2);
+      EXPECT_EQ(wipc_poll_session(invalid) + wipc_write(invalid, local), 0);
+      EXPECT_EQ(wipc_read(invalid, nullptr, 9), -1);
+      EXPECT_EQ(wipc_read_status(invalid, nullptr, 9), -1);
+      EXPECT_EQ(wipc_write_status(invalid, nullptr), 0);
+      wipc_close_session(invalid);
+    }
+    EXPECT_EQ(wipc_write_status(p, local) + wipc_read_status(s, text, 9) + wipc_write(p, nullptr),
+              0);
+    EXPECT_EQ(wipc_read(p, nullptr, 9) + wipc_read(s, text, 0), 0);
+    EXPECT_EQ(wipc_read_status(s, nullptr, 9) + wipc_read_status(p, text, -1), 0);
+    EXPECT_EQ(wipc_write_status(p, nullptr), 0);
+    EXPECT_EQ(wipc_write_status(s, long_text.data()), 0);
+    EXPECT_EQ(wipc_write_status(s, local), 0);
+    EXPECT_EQ(wipc_poll_socket(0) + wipc_check_sockets(-1) + wipc_check_sockets(64), 0);
+    EXPECT_EQ(wipc_check_sockets(8) + wipc_check_sockets(0), 2);
+    EXPECT_EQ(wipc_wait_accept(0) + wipc_wait_accept(1), -2);
+    EXPECT_EQ(wipc_accept_connection(), nullptr);
+    EXPECT_EQ(wipc_open_connection(empty, none, &host, &port, &port, &n), 0);
+    EXPECT_EQ(wipc_open_connection(local, empty, &host, &port, &port, &n), 0);
+    EXPECT_EQ(wipc_open_connection(local, none, &host, &port, nullptr, &n), 0);
+    EXPECT_EQ(wipc_open_connection(local, none, &host, &port, &port, &n), 0);
+    EXPECT_EQ(wipc_open_connection(local, missing, &host, &port, &port, &n), 0);
+    EXPECT_EQ(wipc_open_connection(local, local, &host, &port, &port, &n), 0);
+    EXPECT_EQ(wipc_bind_primary, nullptr);
+    EXPECT_EQ(wipc_open_connection(long_text.data(), none, &host, &port, &port, &n), 0);
+    EXPECT_NE(wipc_bind_primary, nullptr);
+    EXPECT_EQ(wipc_open_connection(elsewhere, none, &host, &port, &port, &n), 1);
+    EXPECT_EQ(n, 0);
+    EXPECT_EQ(wipc_connect_session(empty, 1, 1), nullptr);
+    EXPECT_EQ(wipc_connect_session(local, 7, 0), nullptr);
+    pauses.clear();
+    EXPECT_EQ(wipc_connect_session(local, bound, 7), nullptr);
+    EXPECT_EQ(pauses, Pauses({200, 400, 800, 1600}));  // between five attempts
+    EXPECT_EQ(wipc_connect_session(local, platform::ntohs(address.port), bound), nullptr);
+    EXPECT_EQ(wipc_open_session(empty, local), nullptr);
+    EXPECT_EQ(wipc_open_session(local, empty), nullptr);
+    EXPECT_EQ(wipc_open_session(local, long_path.data()), nullptr);
+    EXPECT_EQ(wipc_open_session(local, folder), nullptr);
+    started[0] = wipc_last_error();
+    wipc_set_nostart(debug);
+    EXPECT_EQ(std::exchange(wipc_connect_timeout, 0), 600);
+    wipc_nostart = 1;
+    EXPECT_EQ(wipc_open_session(local, local), nullptr);
+    started[1] = wipc_last_error();
+    wipc_nostart = 0;
+    wipc_release_bind_sessions();
+    std::fflush(stdout);
+    told = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(told.empty(), debug == 0);
   }
-  wipc_set_nostart(0);
-  EXPECT_EQ(wipc_connect_timeout, 600);
-  wipc_set_connect_timeout(0);
-  EXPECT_EQ(opens(local, "true"),
-            "ipc_open_session localhost true\n"
-            "Error: Timed out while attempting\tto accept connection\n"
-            "Error: Failed to accept the primary connection\n");
-  wipc_set_nostart(1);
-  wipc_set_connect_timeout(0);
-  const std::string told = opens(local, "true");
-  EXPECT_EQ(told, "ipc_open_session localhost true\n" + std::string(wipc_last_error()) +
-                      "\nError: Timed out while attempting\tto accept connection\n"
-                      "Error: Failed to accept the primary connection\n");
-  wipc_set_nostart(0);
-  wipc_set_connect_timeout(10);
+  const std::string invalid =
+      "Error: Could not read socket for invalid session\n"
+      "Error: Cannot read status message from an invalid session\n"
+      "Error: Cannot write status message to an invalid session\n";
+  EXPECT_EQ(sscanf(started[1].c_str(), "Starting secondary: \"localhost\" localhost %d %d %d",
+                   &port, &port, &n),
+            3);
+  EXPECT_EQ(n, getpid());
+  const std::string failed_port = " port failed to connect (" + to_string(bound) + ")\n";
+  EXPECT_EQ(
+      told,
+      invalid + invalid +
+          "Error: Could not read socket for invalid buffer\n"
+          "Error: Could not read socket for invalid buffer\n"
+          "Error: Cannot read status message from an invalid buffer\n"
+          "Error: Cannot read status message from an invalid buffer\n"
+          "Error: Cannot write invalid status message\n"
+          "Error: The status message cannot be written because it has exceeded the maximum length\n"
+          "Error: Cannot send status message\n"
+          "Polling invalid session/socket ID (0)\n"
+          "Error: Invalid number of sockets to check (-1)\n"
+          "Error: Could not listen on the socket\n"
+          "Error: bind session are null when attempting to accept the connection.\n"
+          "Error: Cannot open connection because of an invalid secondary host\n"
+          "Error: Cannot open connection because of an invalid secondary module\n"
+          "Error: Cannot open connection because of invalid paramters\n"
+          "Error: Invalid secondary path /none/at/all\n"
+          "Error: Invalid secondary path true/\n"
+          "Error: Invalid host " +
+          long_text.substr(0, 235) +
+          "Error: Connect session failed because no host was specified\n"
+          "Error: Connect session failed because of invalid port(s) (7 and 0)\n"
+          "Error: Connect session failed because the primary" +
+          failed_port + "Error: Connect session failed because the secondary" + failed_port +
+          "ipc_open_session  localhost\n"
+          "Error: Cannot open session because of an invalid hostname\n"
+          "ipc_open_session localhost \n"
+          "Error: Cannot open session because of an invalid module name\n"
+          "ipc_open_session localhost " +
+          long_path +
+          "\n"
+          "Error: Failed to start the secondary module (" +
+          long_path +
+          ")\n"
+          "ipc_open_session localhost /tmp\n" +
+          started[0] +
+          "\n"
+          "Error: Failed to start the secondary module (/tmp)\n"
+          "ipc_open_session localhost localhost\n" +
+          started[1] +
+          "\n"
+          "Error: Timed out while attempting\tto accept connection\n"
+          "Error: Failed to accept the primary connection\n");
+  release_session(p);
+  release_session(s);
+  release_bind_session(bind);
+  close(listening);
   EXPECT_EQ(open_descriptors(), descriptors);
 }
 
@@ -306,7 +319,7 @@ TEST(Connection, FindsModulesAlongThePath) {
     std::free(found);
   }
   setenv("PATH", "/bin", 1);
-  const int descriptors = open_descriptors();
+  const long descriptors = open_descriptors();
   char module[] = "sh";
   char* host;
   int port;

@@ -1,6 +1,5 @@
 #include "wipc/secondary.h"
 
-#include <zelvan/platform/clock.h>
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/messages.h>
 
@@ -11,23 +10,18 @@
 #include <unistd.h>
 
 // The linker sends every pause of the library's objects here: see CMakeLists.txt.
-namespace real {
-void Sleep(std::uint64_t milliseconds) asm("__real__ZN6zelvan8platform5SleepEm");
-}
+void real_sleep(std::uint64_t milliseconds) asm("__real__ZN6zelvan8platform5SleepEm");
 void sleep_in_haste(std::uint64_t milliseconds) asm("__wrap__ZN6zelvan8platform5SleepEm");
 void sleep_in_haste(std::uint64_t milliseconds) {
   pauses.push_back(milliseconds);
-  real::Sleep(milliseconds / pause_divisor);
+  real_sleep(milliseconds / pause_divisor);
 }
 
-namespace {
-
-int run_secondary(char** arguments) {
+static int run_secondary(char** arguments) {
   alarm(120);  // outlives no test
   if (const char* divisor = std::getenv("ZELVAN_PAUSE_DIVISOR")) pause_divisor = std::atoi(divisor);
   void* session =
       wipc_connect_session(arguments[1], std::atoi(arguments[2]), std::atoi(arguments[3]));
-  if (session == nullptr) return 1;
   wipc_write_status(session, std::string("ready").data());
   wipc_write(session, std::to_string(getpid()).data());
   char text[4002];
@@ -37,8 +31,6 @@ int run_secondary(char** arguments) {
   }
   return 0;
 }
-
-}  // namespace
 
 int main(int argc, char** argv) {
   if (argc == 5) return run_secondary(argv);

@@ -1,4 +1,6 @@
-/// The test program as a secondary of its own, and the pauses that the library makes.
+/// The test program as a secondary of its own. Started with the arguments of one it says "ready"
+/// as its status and its process id as its data, and echoes what it reads to the end of the
+/// session; at the text "die" it kills itself once it has echoed that.
 #pragma once
 
 #include <cstdint>
@@ -6,9 +8,6 @@
 #include <string>
 #include <vector>
 
-/// Started with the arguments of a secondary, the program says "ready" as its status and its
-/// process id as its data. Then it echoes what it reads to the end of the session. At the text
-/// "die" it kills itself in the middle of a message.
 inline std::string own_path() { return std::filesystem::read_symlink("/proc/self/exe"); }
 
 /// The library's pauses in milliseconds, in order. They take the time divided by
@@ -16,7 +15,7 @@ inline std::string own_path() { return std::filesystem::read_symlink("/proc/self
 inline std::vector<std::uint64_t> pauses;
 inline unsigned pause_divisor = 1;
 
-inline int open_descriptors() {
+inline long open_descriptors() {
   const auto all = std::filesystem::directory_iterator("/proc/self/fd");
-  return static_cast<int>(std::distance(begin(all), end(all)));
+  return std::distance(begin(all), end(all));
 }
