@@ -1,4 +1,5 @@
 #include <zelvan/platform/directories.h>
+#include <zelvan/platform/files.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -66,7 +67,7 @@ unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
 }
 
 unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size) {
-  if (::access(path, F_OK) != 0 || std::strlen(path) >= size) return 0;
+  if (_access(path, 0) != 0 || std::strlen(path) >= size) return 0;
   return store(path, buffer, size);
 }
 
