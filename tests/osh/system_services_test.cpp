@@ -1,3 +1,4 @@
+#include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
 #include <zelvan/platform/clock.h>
 #include <zelvan/platform/fonts.h>
@@ -14,188 +15,121 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-namespace fs = std::filesystem;
-using Strings = std::vector<std::string>;
-
-namespace {
-Strings chosen_folders;
-zelvan::platform::LocalTime chosen_time;
-}  // namespace
 
 // The linker puts these in the place of the platform's own.
-Strings wrapped_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");
+namespace fs = std::filesystem;
+using Strings = std::vector<std::string>;
+Strings chosen_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");
 Strings real_folders() asm("__real__ZN6zelvan8platform12font_foldersB5cxx11Ev");
-void wrapped_time(zelvan::platform::LocalTime* now) asm(
+Strings chosen_folders() { return {"second", "missing", "first", "second/a"}; }
+void set_time(zelvan::platform::LocalTime*) asm(
     "__wrap__ZN6zelvan8platform12GetLocalTimeEPNS0_9LocalTimeE");
-Strings wrapped_folders() { return chosen_folders; }
-void wrapped_time(zelvan::platform::LocalTime* now) { *now = chosen_time; }
+void set_time(zelvan::platform::LocalTime* now) { *now = {1999, 2, 3, 9, 5, 7}; }
 
 namespace {
 
-struct FontList : testing::Test {
-  FontList() {
-    char name[] = "/tmp/zelvan_fonts_XXXXXX";
-    root = ::mkdtemp(name);
-    chosen_folders = {root + "/second", root + "/missing", root + "/first"};
-  }
-  ~FontList() override { fs::remove_all(root); }
-
-  void put(const std::string& path) const {
-    fs::create_directories(fs::path(root + path).parent_path());
-    std::ofstream file(root + path);
-  }
-
-  std::string root;
-};
-
-TEST_F(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
-  const Strings expected = {"/second/B.TTF",   "/second/a b.ttc",    "/second/old.tar.tTx",
-                            "/second/A/z.ttf", "/second/a/link.ttf", "/first/.ttf"};
-  for (const std::string& path : expected) put(path);
-  for (const char* path : {"/first/ttf", "/first/a.tt", "/first/a.ttff", "/first/a.otf",
-                           "/first/a.ttf.gz", "/first/a.t.tf"}) {
-    put(path);
-  }
-  const fs::path first = root + "/first";
-  fs::create_directory(first / "folder.ttf");
-  fs::create_symlink("missing", first / "dangling.ttf");
-  fs::create_symlink(root + "/second", first / "link");
-  fs::create_directory_symlink("..", first / "loop");
-  fs::remove(root + "/second/a/link.ttf");
-  fs::create_symlink("../B.TTF", root + "/second/a/link.ttf");
-  chosen_folders.push_back(root + "/second/a");  // searched already
-
-  int count = -1;
-  char** list = osh_GetFontFileListCount(&count);
-  ASSERT_NE(list, nullptr);
-  Strings found(list, std::find(list, list + 1201, nullptr));
-  EXPECT_EQ(count, static_cast<int>(found.size()));
-  for (std::string& path : found) path.erase(0, root.size());
-  EXPECT_EQ(found, expected);
-  osh_FreeFontFileList(&list);
-  EXPECT_EQ(list, nullptr);
+void put(const fs::path& path) {
+  fs::create_directories(path.parent_path());
+  std::ofstream file(path);
 }
 
-TEST_F(FontList, EndsAt1200FilesAnd16FoldersDeep) {
-  std::string deep = "/first";
-  for (int depth = 1; depth <= 17; ++depth) deep += "/d";
-  put(deep + "/too_deep.ttf");
+TEST(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
+  char name[] = "/tmp/zelvan_fonts_XXXXXX";
+  const fs::path root = mkdtemp(name);
+  fs::current_path(root);
   int count = -1;
   EXPECT_EQ(osh_GetFontFileListCount(&count), nullptr);
   EXPECT_EQ(count, -1) << "untouched where there is no list";
-  put(deep.substr(0, deep.size() - 2) + "/deepest.ttf");
-  for (const int files : {1198, 1199, 1300}) {
-    for (int i = 0; i < files; ++i) put("/second/" + std::to_string(i) + ".ttf");
-    char** list = osh_GetFontFileListCount(&count);
-    EXPECT_EQ(count, std::min(files + 1, 1200));
-    EXPECT_EQ(list[count], nullptr);
-    osh_FreeFontFileList(&list);
-  }
-}
 
-TEST_F(FontList, IsNullWhereTheHeapRefuses) {
-  for (const char* path : {"/second/a.ttf", "/second/b/c.ttf", "/first/d.ttf"}) put(path);
-  int count = -1;
+  const std::string deep = "first/1/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/";
+  Strings expected = {"second/B.TTF",      "second/a b.ttc", "second/old.tar.tTx", "second/A/z.ttf",
+                      "second/a/link.ttf", "first/.ttf",     deep + "a.ttf"};
+  Strings files = {"first/ttf",   "first/a.tt",   "first/a.ttff",
+                   "first/a.otf", "first/a.t.tf", "elsewhere/a.ttf"};
+  files.insert(files.end(), expected.begin(), expected.end());
+  for (const std::string& path : files) put(path);
+  put(deep + "too_deep/a.ttf");
+  fs::create_directory("first/folder.ttf");
+  fs::create_symlink("nowhere", "first/dangling.ttf");
+  fs::create_symlink(root / "elsewhere", "first/link");
+  fs::remove("second/a/link.ttf");
+  fs::create_symlink("../B.TTF", "second/a/link.ttf");
   char** list = nullptr;
-  const int refusals =
-      support::refuse_each_request([&] { list = osh_GetFontFileListCount(&count); },
-                                   [&](bool refused) {
-                                     EXPECT_EQ(list == nullptr, refused);
-                                     EXPECT_EQ(count, refused ? -1 : 3);
-                                     if (list != nullptr) osh_FreeFontFileList(&list);
-                                   });
-  EXPECT_GT(refusals, 10);
-}
-
-TEST_F(FontList, LooksWhereTheEnvironmentPoints) {
-  const struct {
-    const char *home, *data;
-    Strings folders;
-  } rows[] = {
-      {"", "", {}},
-      {"relative", "relative", {}},
-      {"/h", "", {"/h/.local/share/fonts", "/h/.fonts"}},
-      {"/h", "relative", {"/h/.local/share/fonts", "/h/.fonts"}},
-      {"/h", "/d", {"/d/fonts", "/h/.fonts"}},
-      {"", "/d", {"/d/fonts"}},
+  const auto check = [&](bool refused) {
+    EXPECT_EQ(list == nullptr, refused);
+    if (list == nullptr) return;
+    EXPECT_EQ(Strings(list, std::find(list, list + 1201, nullptr)), expected);
+    EXPECT_EQ(count, static_cast<int>(expected.size()));
+    osh_FreeFontFileList(&list);
+    EXPECT_EQ(list, nullptr);
   };
-  for (const auto& row : rows) {
-    ::setenv("HOME", row.home, 1);
-    ::setenv("XDG_DATA_HOME", row.data, 1);
-    Strings expected = {"/usr/share/fonts", "/usr/local/share/fonts"};
-    expected.insert(expected.end(), row.folders.begin(), row.folders.end());
-    EXPECT_EQ(real_folders(), expected) << row.home << ", " << row.data;
-  }
+  EXPECT_GT(support::refuse_each_request([&] { list = osh_GetFontFileListCount(&count); }, check),
+            20);
+
+  for (int i = 1; i <= 1200; ++i) put("second/" + std::to_string(i) + ".ttf");
+  list = osh_GetFontFileListCount(&count);
+  EXPECT_EQ(count, 1200);
+  osh_FreeFontFileList(&list);
+  fs::current_path("/");
+  fs::remove_all(root);
 }
 
-TEST(SystemServices, OrderStringsByTheirBytes) {
-  const char* const ordered[] = {"", "Z", "a", "ab", "b", "z", "\xe9"};
-  for (const char* const& a : ordered) {
-    for (const char* const& b : ordered) {
-      EXPECT_EQ(osh_qsort_compare_strings(&a, &b), (&a > &b) - (&a < &b)) << a << ", " << b;
-    }
-  }
+TEST(FontList, LooksWhereTheEnvironmentPoints) {
+  Strings expected = {"/usr/share/fonts", "/usr/local/share/fonts", "/h/.local/share/fonts",
+                      "/h/.fonts"};
+  setenv("HOME", "/h", 1);
+  setenv("XDG_DATA_HOME", "relative", 1);
+  EXPECT_EQ(real_folders(), expected);
+  setenv("XDG_DATA_HOME", "/d", 1);
+  expected[2] = "/d/fonts";
+  EXPECT_EQ(real_folders(), expected);
+  setenv("HOME", "relative", 1);
+  expected.pop_back();
+  EXPECT_EQ(real_folders(), expected);
 }
 
-TEST(SystemServices, StampTheTimeInTwoDigitsEach) {
+TEST(SystemServices, KeepTheirConventions) {
+  const char* words[] = {"z", "\xe9", "ab", "", "Z", "a"};
+  std::qsort(words, 6, sizeof *words, osh_qsort_compare_strings);
+  EXPECT_EQ(Strings(words, words + 6), (Strings{"", "Z", "a", "ab", "z", "\xe9"}));
+  EXPECT_EQ(osh_qsort_compare_strings(&words[5], &words[1]), 1);
+  EXPECT_EQ(osh_qsort_compare_strings(&words[1], &words[1]), 0);
   support::GuardedArray<char> stamp(14);
-  chosen_time = {2026, 2, 3, 9, 5, 7};
   EXPECT_EQ(osh_get_time_stamp(stamp.data()), 13);
-  EXPECT_STREQ(stamp.data(), "260203.090507");
-  chosen_time = {1999, 12, 31, 23, 59, 60};
-  EXPECT_EQ(osh_get_time_stamp(stamp.data()), 13);
-  EXPECT_STREQ(stamp.data(), "991231.235960");
-}
-
-TEST(SystemServices, NameTheHostInAnyRoom) {
-  EXPECT_EQ(osh_gethostname(nullptr, -1), 0);
-  for (int size = 0; size <= 20; ++size) {
-    support::GuardedArray<char> name(size);
+  EXPECT_STREQ(stamp.data(), "990203.090507");
+  for (int size = -1; size <= 20; ++size) {
+    support::GuardedArray<char> name(std::max(size, 0));
     EXPECT_EQ(osh_gethostname(name.data(), size), 0);
-    const char expected[21] = "localhost";
-    EXPECT_EQ(std::memcmp(name.data(), expected, size), 0) << size;
+    EXPECT_TRUE(
+        std::equal(name.begin(), name.end(), std::string("localhost").append(11, 0).data()));
   }
+  for (const auto& [command, result] : {std::pair("exit 7", 0), {"/missing", 2}, {"/", 5}}) {
+    EXPECT_EQ(osh_system(1, const_cast<char*>(command)), result) << command;
+  }
+  short parameters[10];
+  osh_get_file_parms(parameters);
+  EXPECT_TRUE(std::equal(parameters, parameters + 10, osh_get_sys_parms()));
+  EXPECT_EQ(parameters[2], osh_system_type());
 }
 
 TEST(SystemServices, SetTheEnvironment) {
-  const std::string long_value(5000, 'v');
-  char variable[] = "ZELVAN_TEST";
+  const std::string longest(5000, 'v');
   const struct {
     const char *name, *value;
     int result;
     const char* after;
   } rows[] = {
-      {variable, "a=b", 0, "a=b"}, {nullptr, "x", -1, "a=b"},
-      {"", "x", -1, "a=b"},        {"=ZELVAN_TEST", "x", -1, "a=b"},
-      {variable, nullptr, 0, ""},  {variable, long_value.c_str(), 0, long_value.c_str()},
-      {variable, "", 0, ""},       {"ZELVAN_TEST=c", "d", 0, "c=d"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(osh_setenv(const_cast<char*>(row.name), const_cast<char*>(row.value)), row.result);
-    EXPECT_STREQ(std::getenv(variable), row.after);
-  }
+      {"ZELVAN_TEST", "a=b", 0, "a=b"}, {nullptr, "x", -1, "a=b"},
+      {"=ZELVAN_TEST", "x", -1, "a=b"}, {"ZELVAN_TEST", nullptr, 0, ""},
+      {"ZELVAN_TEST=c", "d", 0, "c=d"}, {"ZELVAN_TEST", longest.c_str(), 0, longest.c_str()},
+      {"ZELVAN_TEST", "", 0, ""}};
   int result = 0;
-  char value[] = "a value too long for the string's own room";
-  const int refusals =
-      support::refuse_each_request([&] { result = osh_setenv(variable, value); },
-                                   [&](bool refused) {
-                                     EXPECT_EQ(result, refused ? -1 : 0);
-                                     EXPECT_STREQ(std::getenv(variable), refused ? "c=d" : value);
-                                   });
-  EXPECT_GT(refusals, 0);
-}
-
-TEST(SystemServices, SayWhetherACommandWasStarted) {
-  const struct {
-    const char* command;
-    int result;
-  } rows[] = {{"exit 7", 0}, {"", 0}, {"/missing/program", 2}, {"no_such_program x", 2}, {"/", 5}};
   for (const auto& row : rows) {
-    EXPECT_EQ(osh_system(1, const_cast<char*>(row.command)), row.result) << row.command;
+    support::refuse_each_request(
+        [&] { result = osh_setenv(const_cast<char*>(row.name), const_cast<char*>(row.value)); },
+        [&](bool refused) { EXPECT_EQ(result, refused ? -1 : row.result); });
+    EXPECT_STREQ(std::getenv("ZELVAN_TEST"), row.after);
   }
-  EXPECT_EQ(osh_system_type(), 8);
 }
 
 }  // namespace
