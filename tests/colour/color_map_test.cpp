@@ -49,6 +49,16 @@ TEST(ClosestColor, IsWhatAWalkFinds) {
   }
 }
 
+// 4096 squared leaves no room for a 1 beside it: only where both come first do they count.
+TEST(ClosestColor, AddsGreenAndRedBeforeBlue) {
+  for (int size : {3, 9}) {
+    ColorMap map(size, 10000);
+    for (int i = 1; i < size; ++i) map.colors[i] = {1, 1, 4096};
+    map.colors[2] = {4096, 1, 1};
+    EXPECT_EQ(closest(map, {0, 0, 0}).first, 2) << size;
+  }
+}
+
 TEST(ClosestColor, LeavesEntryZeroAndUnsetSlotsOut) {
   const struct {
     std::vector<int> greys;
