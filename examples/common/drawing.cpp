@@ -1,6 +1,8 @@
 #include "common/drawing.h"
 
+#include "common/colour_text.h"
 #include "common/colouring.h"
+#include "common/error.h"
 #include "common/labels.h"
 #include "common/picture.h"
 
@@ -11,11 +13,6 @@ namespace example {
 
 namespace {
 
-constexpr Colour sea = {0.80, 0.88, 0.94};
-constexpr Colour border = {0.32, 0.30, 0.32};
-constexpr Colour fills[] = {{0.96, 0.87, 0.70}, {0.80, 0.88, 0.68}, {0.95, 0.77, 0.70},
-                            {0.85, 0.79, 0.90}, {0.99, 0.94, 0.72}, {0.74, 0.86, 0.80},
-                            {0.93, 0.82, 0.84}};
 constexpr double border_width = 0.8;  // pixels
 
 void write_names(const World& world, const std::vector<DrawnCountry>& countries,
@@ -31,18 +28,37 @@ void write_names(const World& world, const std::vector<DrawnCountry>& countries,
 
 }  // namespace
 
-void draw_world(const World& world, const std::vector<DrawnCountry>& countries,
-                const ViewSettings& view, const std::string& path, const Font* label_font) {
-  const std::vector<std::size_t> colours = colour_apart(world, std::size(fills));
-  Picture picture(path, view.pixels_wide, view.pixels_high, sea);
+Style default_style() {
+  const char* const fills[] = {"RGB 0.96 0.87 0.70", "RGB 0.80 0.88 0.68", "RGB 0.95 0.77 0.70",
+                               "RGB 0.85 0.79 0.90", "RGB 0.99 0.94 0.72", "RGB 0.74 0.86 0.80",
+                               "RGB 0.93 0.82 0.84"};
+  Style style = {read_colour("sea", "RGB 0.80 0.88 0.94"),
+                 read_colour("border", "RGB 0.32 0.30 0.32"), ColorMap(std::size(fills), 255), 0};
+  for (std::size_t i = 0; i < std::size(fills); ++i) {
+    style.fills.colors[i] = read_colour("fill", fills[i]);
+  }
+  return style;
+}
+
+Reduction draw_world(const World& world, const std::vector<DrawnCountry>& countries,
+                     const ViewSettings& view, const Style& style, const std::string& path,
+                     const Font* label_font) {
+  const std::vector<std::size_t> colours = colour_apart(world, style.fills.map_size);
+  Picture picture(path, view.pixels_wide, view.pixels_high, style.sea);
+  if (style.n_pens > 0 && !picture.is_png()) {
+    throw Error(path + ": only a picture that ends in .png can be reduced to pens");
+  }
   for (const DrawnCountry& country : countries) {
-    picture.fill(country.outline, fills[colours[country.index]]);
+    picture.fill(country.outline, style.fills.colors[colours[country.index]]);
   }
   for (const DrawnCountry& country : countries) {  // over all fills, so that none hides a border
-    picture.stroke(country.outline, border, border_width);
+    picture.stroke(country.outline, style.border, border_width);
   }
   if (label_font != nullptr) write_names(world, countries, view, *label_font, picture);
+  const Reduction reduction =
+      style.n_pens > 0 ? reduce_to_pens(picture, style.n_pens) : Reduction{};
   picture.save();
+  return reduction;
 }
 
 }  // namespace example

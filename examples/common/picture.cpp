@@ -31,13 +31,13 @@ cairo_status_t append_bytes(void* bytes, const unsigned char* data, unsigned len
   }
 }
 
-void set_colour(cairo_t* context, Colour colour) {
-  cairo_set_source_rgb(context, colour.red, colour.green, colour.blue);
+void set_colour(cairo_t* context, const ColorRGB& colour) {
+  cairo_set_source_rgb(context, colour.red / 255.0, colour.green / 255.0, colour.blue / 255.0);
 }
 
 }  // namespace
 
-Picture::Picture(const std::string& path, int pixels_wide, int pixels_high, Colour background)
+Picture::Picture(const std::string& path, int pixels_wide, int pixels_high, ColorRGB background)
     : path_(path), is_png_(ends_with_any_case(path, ".png")) {
   if (!is_png_ && !ends_with_any_case(path, ".svg")) {
     throw Error(path + ": the name of a picture ends in .png or .svg");
@@ -54,7 +54,7 @@ Picture::Picture(const std::string& path, int pixels_wide, int pixels_high, Colo
   cairo_set_line_cap(context_.get(), CAIRO_LINE_CAP_ROUND);
 }
 
-void Picture::fill(const DevicePolygons& polygons, Colour colour) {
+void Picture::fill(const DevicePolygons& polygons, ColorRGB colour) {
   cairo_t* const context = context_.get();
   for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
     for (std::size_t i = first; i < first + count; ++i) {
@@ -67,7 +67,7 @@ void Picture::fill(const DevicePolygons& polygons, Colour colour) {
   cairo_fill(context);
 }
 
-void Picture::stroke(const DevicePolygons& polygons, Colour colour, double width) {
+void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double width) {
   cairo_t* const context = context_.get();
   for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
     bool pen_is_down = false;
@@ -100,6 +100,16 @@ void Picture::write(const std::string& text, const Label& label, const Font& fon
   cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);  // letters of one text may touch
   cairo_fill(context);
   cairo_set_fill_rule(context, CAIRO_FILL_RULE_EVEN_ODD);
+}
+
+std::span<std::uint32_t> Picture::pixels() {
+  if (!is_png_ || cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) return {};
+  cairo_surface_flush(surface_.get());
+  unsigned char* const data = cairo_image_surface_get_data(surface_.get());
+  const int rows = cairo_image_surface_get_height(surface_.get());
+  const int bytes = cairo_image_surface_get_stride(surface_.get()) * rows;  // no padding at 32 bits
+  cairo_surface_mark_dirty(surface_.get());
+  return {reinterpret_cast<std::uint32_t*>(data), static_cast<std::size_t>(bytes) / 4};
 }
 
 void Picture::save() {

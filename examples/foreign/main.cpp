@@ -28,7 +28,7 @@ void run(const std::string& data, const std::string& output) {
         map_to_device(clip_to_view(world[i].outline, view, tally), view, tally);
     if (!outline.empty()) countries.push_back({i, std::move(outline)});
   }
-  draw_world(world, countries, settings, output);
+  draw_world(world, countries, settings, default_style(), output);
   std::printf("%zu countries from %s to %s, %lld vertices\n", world.size(),
               world.front().name.c_str(), world.back().name.c_str(), tally.vertices.came_in);
 }

@@ -47,6 +47,13 @@ void print(const Tally& tally) {
   }
 }
 
+void print(const Reduction& n) {
+  std::printf(
+      "%u colours drawn; from their pens are %u at 0, %u at 1-3, %u at 4-7, %u at 8-15, "
+      "%u at 16-31, %u farther\n",
+      n.colours, n.exact, n.within_3, n.within_7, n.within_15, n.within_31, n.farther);
+}
+
 const char* name_or_none(const std::string* name) {
   return name == nullptr ? "no country" : name->c_str();
 }
@@ -83,6 +90,19 @@ void pick_pixels(const World& world, const std::vector<DrawnCountry>& countries,
   }
 }
 
+Reduction draw(const World& world, const std::vector<DrawnCountry>& countries,
+               const Options& options, const Font* label_font) {
+  if (options.output != "auto") {
+    return draw_world(world, countries, options.view, options.style, options.output, label_font);
+  }
+  FreeName name("mapview-", "AAA.png");
+  const Reduction reduction =
+      draw_world(world, countries, options.view, options.style, name.path(), label_font);
+  name.keep();
+  std::printf("picture %s\n", name.path().c_str());
+  return reduction;
+}
+
 void run(const Options& options) {
   std::unique_ptr<Font> label_font;
   if (!options.label.empty()) label_font = std::make_unique<Font>(options.label);
@@ -106,15 +126,10 @@ void run(const Options& options) {
   }
   stages.end("map");
 
-  if (options.output == "auto") {
-    FreeName name("mapview-", "AAA.png");
-    draw_world(world, countries, options.view, name.path(), label_font.get());
-    name.keep();
+  if (!options.output.empty()) {
+    const Reduction reduction = draw(world, countries, options, label_font.get());
     stages.end("draw");
-    std::printf("picture %s\n", name.path().c_str());
-  } else if (!options.output.empty()) {
-    draw_world(world, countries, options.view, options.output, label_font.get());
-    stages.end("draw");
+    if (options.style.n_pens > 0) print(reduction);
   }
   if (!options.places.empty() || !options.pixels.empty()) {
     pick_places(world, view, options.places);

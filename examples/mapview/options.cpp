@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include "common/colour_text.h"
 #include "common/error.h"
 
 #include <charconv>
@@ -18,6 +19,8 @@ Example:
   mapview --center 12,46 --width 30 --rotation 20 --pick 12.5,41.9 -o closeup.png
 
 draws central Europe, turned, and tells that Italy lies at 12.5 east, 41.9 north.
+
+A COLOUR is one of 'RGB 1 0.5 0' (0 to 1 each), 'HSV 240 1 1' and 'Name "dark blue"'.
 )";
 
 // Splits such as "12.5,41.9" or "1600x800". Throws for anything but two numbers.
@@ -46,6 +49,7 @@ std::optional<Options> read_options(int argc, char** argv) {
   options.data = shipped_world();
   ViewSettings& view = options.view;
   std::string centre_text = "0,0", size_text = "1600x800";
+  std::string sea_text, fill_text, border_text;
   std::vector<std::string> place_texts, pixel_texts;
 
   CLI::App app("Draws a map of countries and tells which country lies where.", "mapview");
@@ -66,6 +70,17 @@ std::optional<Options> read_options(int argc, char** argv) {
       ->type_name("DEGREES");
   app.add_option("--size", size_text, "size of the picture in pixels (default: 1600x800)")
       ->type_name("WxH");
+  CLI::Option* const sea =
+      app.add_option("--sea", sea_text, "colour of the sea")->type_name("COLOUR");
+  CLI::Option* const fill =
+      app.add_option("--fill", fill_text, "one colour for all countries (default: a palette)")
+          ->type_name("COLOUR");
+  CLI::Option* const border =
+      app.add_option("--border", border_text, "colour of coasts and borders")->type_name("COLOUR");
+  CLI::Option* const palette =
+      app.add_option("--palette", options.style.n_pens,
+                     "reduce a .png to so many colours, and tell how well they do")
+          ->type_name("PENS");
   app.add_option("--pick", place_texts, "name the country at a place; any number of times")
       ->type_name("LON,LAT")
       ->allow_extra_args(false);
@@ -89,6 +104,14 @@ std::optional<Options> read_options(int argc, char** argv) {
   require(std::abs(view.rotation) <= 360.0, "--rotation: from -360 to 360 degrees");
   require(size.x >= 1 && size.x <= 16384, "--size: the width is from 1 to 16384 pixels");
   require(size.y >= 1 && size.y <= 16384, "--size: the height is from 1 to 16384 pixels");
+  const int n_pens = options.style.n_pens;
+  require(!*palette || (n_pens >= 1 && n_pens <= 256), "--palette: from 1 to 256 pens");
+  if (*sea) options.style.sea = read_colour("--sea", sea_text);
+  if (*border) options.style.border = read_colour("--border", border_text);
+  if (*fill) {
+    options.style.fills = ColorMap(1, 255);
+    options.style.fills.colors[0] = read_colour("--fill", fill_text);
+  }
   view.centre_longitude = centre.x;
   view.centre_latitude = centre.y;
   view.pixels_wide = size.x;

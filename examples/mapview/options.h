@@ -1,6 +1,7 @@
 /// The command line of mapview.
 #pragma once
 
+#include "common/drawing.h"
 #include "common/view.h"
 
 #include <optional>
@@ -14,6 +15,7 @@ struct Options {
   std::string output;  ///< where the picture goes; "auto" for a free name, empty for none
   std::string label;   ///< the font of the countries' names; empty for none
   ViewSettings view;
+  Style style = default_style();
   std::vector<real_pt_t> places;  ///< picks on the map: longitude and latitude
   std::vector<int_pt_t> pixels;   ///< picks in the picture, from its top left
 };

@@ -1,13 +1,16 @@
 """Runs mapview as its users do: picks, counts, what stands in the picture, bad input."""
+import collections
 import json
 import math
 import os
 import re
+import struct
 import subprocess
 import sys
 import tempfile
 import unittest
 import unittest.mock
+import zlib
 
 MAPVIEW, WORLD = sys.argv.pop(1), sys.argv.pop(1)
 
@@ -141,6 +144,63 @@ class Pictures(unittest.TestCase):
             self.assertTrue(all(os.path.getsize(os.path.join(folder, name)) for name in told))
 
 
+def pixels_of(png):
+    """Reads a PNG of 8 bits and three channels: rows of (red, green, blue)."""
+    with open(png, "rb") as file:
+        data = file.read()
+    at, packed = 8, b""
+    while at < len(data):
+        size, kind = struct.unpack(">I4s", data[at:at + 8])
+        body = data[at + 8:at + 8 + size]
+        wide, high = struct.unpack(">2I", body[:8]) if kind == b"IHDR" else (wide, high)
+        packed += body if kind == b"IDAT" else b""
+        at += size + 12
+    raw, above, rows = zlib.decompress(packed), bytes(3 * wide), []
+    for y in range(high):
+        start = y * (3 * wide + 1)
+        row = bytearray(raw[start + 1:start + 3 * wide + 1])
+        for i in range(3 * wide):
+            a, b, c = (row[i - 3], above[i], above[i - 3]) if i > 2 else (0, above[i], 0)
+            p = a + b - c
+            row[i] = (row[i] + (0, a, b, (a + b) // 2, min(
+                (abs(p - a), 0, a), (abs(p - b), 1, b), (abs(p - c), 2, c))[2])[raw[start]]) % 256
+        rows.append([tuple(row[i:i + 3]) for i in range(0, 3 * wide, 3)])
+        above = row
+    return rows
+
+
+class Colours(unittest.TestCase):
+    def test_sea_fill_and_border_are_as_asked_and_pens_as_many(self):
+        with tempfile.TemporaryDirectory() as folder:
+            png = os.path.join(folder, "map.png")
+            for pens in (0, 1, 3, 100):
+                reduce = ["--palette", str(pens)] if pens else []
+                run = mapview("--size=120x60", "--sea", 'name "DARK BLUE"', "--fill=RGB 1 .5 0",
+                              "--border", "HSV 120 1 1", "-o", png, *reduce)
+                used = collections.Counter(sum(pixels_of(png), []))
+                self.assertEqual(used.most_common(1)[0][0], (0, 0, 128))
+                self.assertEqual((255, 128, 0) in used, pens != 1)
+                self.assertEqual(max(c for (r, c, b) in used if r < 128) > 150, pens != 1)
+                if pens:
+                    self.assertEqual(len(used), pens)
+                    counts = [int(n) for n in re.findall(
+                        r"\d+(?= colours| at| farther)", run.stdout.split("came in")[0])]
+                    self.assertEqual(sum(counts[1:]), counts[0])
+                    self.assertGreaterEqual(counts[1], pens)
+
+    def test_what_is_no_colour_gets_a_hint(self):
+        for option, text, hint in (
+                ("--sea", "Name skyblu", "mean 'Name SkyBlue'"), ("--fill", "Navy", "'Name navy'"),
+                ("--border", "dark blu", "mean 'Name \"dark blue\"'"),
+                ("--sea", 'name "Medium Gray"', "mean 'Name \"medium grey\"'"),
+                ("--sea", "RGB 1 2 3", "each from 0 to 1"), ("--sea", "hsv 360 1 1", "below 360"),
+                ("--fill", "Name", "Name orange"), ("--fill", " ", "Name orange")):
+            run = mapview(option, text)
+            self.assertEqual((run.returncode, run.stderr.count("\n"), run.stdout), (2, 1, ""), run)
+            self.assertIn("mapview: %s: '%s' is no colour; " % (option, text), run.stderr)
+            self.assertIn(hint, run.stderr)
+
+
 def polygon(ring):
     return '{"type":"Polygon",\n"coordinates":[%s]}' % ring
 
@@ -182,6 +242,7 @@ class BadInput(unittest.TestCase):
             self.check(folder, folder + ": can't be opened", "-d", folder)
             self.check(folder, "ends in .png or .svg", "-o", folder + "/map.gif")
             self.check(folder, "/none/map.png: can't be written", "-o", folder + "/none/map.png")
+            self.check(folder, "reduced to pens", "--palette=9", "-o", folder + "/map.svg")
             os.mkdir(output)  # a folder stands where the picture should go
             self.check(folder, output + ": can't be written", "-o", output)
             self.check(folder, "no font 'Bogus'; there are ", "--label=Bogus")
@@ -190,7 +251,7 @@ class BadInput(unittest.TestCase):
             with unittest.mock.patch.dict(os.environ, XDG_DATA_HOME=folder):
                 self.check(folder, "/bogus.ttf: is no font", "--label=Bogus")
             for wrong in ("--width=0", "--center=1", "--center=0,91", "--size=0x9", "--pick=a,b",
-                          "--rotation=nan", "--bogus"):
+                          "--rotation=nan", "--palette=0", "--palette=257", "--bogus"):
                 self.check(folder, wrong.split("=")[0], wrong)
 
 

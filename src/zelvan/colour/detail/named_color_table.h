@@ -151,7 +151,7 @@ inline constexpr NamedColor named_colors[] = {
     {0xA0, 0x20, 0xF0, "purple"},
     {0x93, 0x70, 0xDB, "MediumPurple"},
     {0xD8, 0xBF, 0xD8, "thistle"},
-    // Families of four shades, from light to dark, and six darker standard colours.
+    // Families of four shades, with six single names between.
     {0xFF, 0xFA, 0xFA, "snow1"},
     {0xEE, 0xE9, 0xE9, "snow2"},
     {0xCD, 0xC9, 0xC9, "snow3"},
@@ -470,7 +470,7 @@ inline constexpr NamedColor named_colors[] = {
     {0xEE, 0xD2, 0xEE, "thistle2"},
     {0xCD, 0xB5, 0xCD, "thistle3"},
     {0x8B, 0x7B, 0x8B, "thistle4"},
-    // Greys in percent, and two standard ones.
+    // Greys in percent, with two single names between.
     {0x00, 0x00, 0x00, "gray0"},
     {0x00, 0x00, 0x00, "grey0"},
     {0x03, 0x03, 0x03, "gray1"},
