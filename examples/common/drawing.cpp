@@ -8,12 +8,38 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
+#include <utility>
 
 namespace example {
 
 namespace {
 
-constexpr double border_width = 0.8;  // pixels
+constexpr double border_width = 0.8;         // pixels
+constexpr double dashed_border_width = 1.5;  // thinner dashes are hard to tell from a line
+
+// Where neighbours meet, both have the border in their outlines. Dashes drawn twice would fill
+// each other's gaps, so all but the first copy of an edge are hidden, whichever way it runs.
+class BorderFilter {
+ public:
+  DevicePolygons first_copies(DevicePolygons outline) {
+    for_each_polygon(outline, [&](std::size_t first, std::size_t count) {
+      for (std::size_t i = 0; i < count; ++i) {
+        const int_pt_t a = outline.points[first + i];
+        const int_pt_t b = outline.points[first + (i + 1) % count];
+        const auto [low, high] = std::minmax({Corner(a.x, a.y), Corner(b.x, b.y)});
+        int& flag = outline.edge_flags[first + i];
+        const bool is_visible = flag % 2 == 1;
+        if (is_visible && !seen_.insert({low, high}).second) --flag;
+      }
+    });
+    return outline;
+  }
+
+ private:
+  using Corner = std::pair<int, int>;
+  std::set<std::pair<Corner, Corner>> seen_;
+};
 
 void write_names(const World& world, const std::vector<DrawnCountry>& countries,
                  const ViewSettings& view, const Font& font, Picture& picture) {
@@ -51,8 +77,12 @@ Reduction draw_world(const World& world, const std::vector<DrawnCountry>& countr
   for (const DrawnCountry& country : countries) {
     picture.fill(country.outline, style.fills.colors[colours[country.index]]);
   }
+  const bool is_dashed = !style.border_dashes.empty();
+  const double width = is_dashed ? dashed_border_width : border_width;
+  BorderFilter borders;
   for (const DrawnCountry& country : countries) {  // over all fills, so that none hides a border
-    picture.stroke(country.outline, style.border, border_width);
+    picture.stroke(is_dashed ? borders.first_copies(country.outline) : country.outline,
+                   style.border, width, style.border_dashes);
   }
   if (label_font != nullptr) write_names(world, countries, view, *label_font, picture);
   const Reduction reduction =

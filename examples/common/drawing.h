@@ -20,12 +20,13 @@ struct DrawnCountry {
   DevicePolygons outline;
 };
 
-/// The colours of a drawing, on the scale 255.
+/// How a world is drawn; colours are on the scale 255.
 struct Style {
   ColorRGB sea;
   ColorRGB border;
   ColorMap fills;  ///< a palette for the countries; at least one
   int n_pens;      ///< to which the picture is reduced; 0 leaves it as it is
+  std::vector<double> border_dashes = {};  ///< dash, gap and so on in pixels; empty for solid
 };
 
 /// Pale countries in seven colours, so that neighbours differ, in a pale blue sea.

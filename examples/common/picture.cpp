@@ -51,7 +51,6 @@ Picture::Picture(const std::string& path, int pixels_wide, int pixels_high, Colo
   cairo_scale(context_.get(), 1.0 / units_per_pixel, 1.0 / units_per_pixel);
   cairo_set_fill_rule(context_.get(), CAIRO_FILL_RULE_EVEN_ODD);
   cairo_set_line_join(context_.get(), CAIRO_LINE_JOIN_ROUND);
-  cairo_set_line_cap(context_.get(), CAIRO_LINE_CAP_ROUND);
 }
 
 void Picture::fill(const DevicePolygons& polygons, ColorRGB colour) {
@@ -67,7 +66,8 @@ void Picture::fill(const DevicePolygons& polygons, ColorRGB colour) {
   cairo_fill(context);
 }
 
-void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double width) {
+void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double width,
+                     std::span<const double> dashes) {
   cairo_t* const context = context_.get();
   for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
     bool pen_is_down = false;
@@ -82,6 +82,11 @@ void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double wid
   });
   set_colour(context, colour);
   cairo_set_line_width(context, width * units_per_pixel);
+  std::vector<double> lengths(dashes.begin(), dashes.end());
+  for (double& length : lengths) length *= units_per_pixel;
+  cairo_set_dash(context, lengths.data(), static_cast<int>(lengths.size()), 0.0);
+  // Round ends would lengthen each dash by the width of the line.
+  cairo_set_line_cap(context, lengths.empty() ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
   cairo_stroke(context);
 }
 

@@ -26,8 +26,10 @@ class Picture {
   /// Fills the polygons by the even-odd rule.
   void fill(const DevicePolygons& polygons, ColorRGB colour);
 
-  /// Draws the visible edges; `width` is in pixels.
-  void stroke(const DevicePolygons& polygons, ColorRGB colour, double width);
+  /// Draws the visible edges; `width` is in pixels, and so are the lengths of `dashes`: dash, gap
+  /// and so on. None for a solid line.
+  void stroke(const DevicePolygons& polygons, ColorRGB colour, double width,
+              std::span<const double> dashes = {});
 
   /// The pixels of a PNG so far, to be read and changed, row by row from the top: red, green and
   /// blue in the bits 16-23, 8-15 and 0-7. None of an SVG. Valid until the next operation.

@@ -1,5 +1,7 @@
 #include "options.h"
 
+#include <zelvan/linetypes/line_type_list.h>
+
 #include "common/colour_text.h"
 #include "common/error.h"
 
@@ -36,6 +38,22 @@ Point parse_pair(const std::string& option, const std::string& text, char separa
   }
   throw Error(option + ": '" + text + "' is no pair of numbers with '" + separator +
               "' between; see mapview --help");
+}
+
+// The dashes of a built-in line type in pixels; none for one of a single fragment, a solid line.
+std::vector<double> dashes_of(int line_type) {
+  constexpr double pixels_per_unit = 0.15;
+  CLineTypeDefList line_types;
+  CLineTypeDefinition* const found = line_types.GetDefinition(static_cast<unsigned>(line_type));
+  if (found == nullptr) throw Error("--line-type: from 1 to 13; see mapview --help");
+  CLineTypeDefPattern pattern = found->GetPattern();
+  std::vector<double> dashes;
+  if (pattern.GetNumFragments() == 1) return dashes;
+  double fragment = pattern.GetFirstFragment();
+  for (int n = pattern.GetNumFragments(); n > 0; --n, fragment = pattern.GetNextFragment()) {
+    dashes.push_back(fragment * pixels_per_unit);
+  }
+  return dashes;
 }
 
 void require(bool is_so, const char* what) {
@@ -77,6 +95,10 @@ std::optional<Options> read_options(int argc, char** argv) {
           ->type_name("COLOUR");
   CLI::Option* const border =
       app.add_option("--border", border_text, "colour of coasts and borders")->type_name("COLOUR");
+  int line_type = 0;
+  CLI::Option* const line_type_option =
+      app.add_option("--line-type", line_type, "draw borders in dashes: a line type from 1 to 13")
+          ->type_name("N");
   CLI::Option* const palette =
       app.add_option("--palette", options.style.n_pens,
                      "reduce a .png to so many colours, and tell how well they do")
@@ -106,6 +128,7 @@ std::optional<Options> read_options(int argc, char** argv) {
   require(size.y >= 1 && size.y <= 16384, "--size: the height is from 1 to 16384 pixels");
   const int n_pens = options.style.n_pens;
   require(!*palette || (n_pens >= 1 && n_pens <= 256), "--palette: from 1 to 256 pens");
+  if (*line_type_option) options.style.border_dashes = dashes_of(line_type);
   if (*sea) options.style.sea = read_colour("--sea", sea_text);
   if (*border) options.style.border = read_colour("--border", border_text);
   if (*fill) {

@@ -95,6 +95,25 @@ class Pictures(unittest.TestCase):
                 with open(svg, encoding="utf-8") as file:
                     self.check_paths(file.read(), count, middle=800 if centre[:3] == "180" else None)
 
+    def test_dashed_borders_of_neighbours_are_drawn_once_and_solid_ones_as_ever(self):
+        with tempfile.TemporaryDirectory() as folder:
+            def svg(*arguments):
+                path = os.path.join(folder, "map.svg")
+                mapview("--width", "30", "--center", "12,46", "-o", path, *arguments)
+                with open(path, encoding="utf-8") as file:
+                    return file.read()
+            seen = set()
+            dashed = svg("--line-type", "4")
+            self.assertRegex(dashed, r"stroke-dasharray:\s*96,36,24,36;")  # 0.15 px, in eighths
+            for steps in re.findall(r'<path style="fill:none[^"]*" d="([^"]*)"', dashed):
+                points = re.findall(r"([ML]) ([-\d.]+ [-\d.]+)", steps)
+                edges = [frozenset((a, b)) for (_, a), (step, b) in zip(points, points[1:])
+                         if step == "L"]
+                self.assertFalse(seen.intersection(edges))
+                seen.update(edges)
+            self.assertGreater(len(seen), 300)
+            self.assertEqual(svg("--line-type", "1"), svg())
+
     def check_paths(self, svg, count, middle):
         polygons = vertices = 0
         for style, steps, scaled in re.findall(r'<path style="([^"]*)" d="([^"]*)"([^>]*)', svg):
@@ -251,7 +270,8 @@ class BadInput(unittest.TestCase):
             with unittest.mock.patch.dict(os.environ, XDG_DATA_HOME=folder):
                 self.check(folder, "/bogus.ttf: is no font", "--label=Bogus")
             for wrong in ("--width=0", "--center=1", "--center=0,91", "--size=0x9", "--pick=a,b",
-                          "--rotation=nan", "--palette=0", "--palette=257", "--bogus"):
+                          "--rotation=nan", "--palette=0", "--palette=257", "--line-type=0",
+                          "--line-type=14", "--bogus"):
                 self.check(folder, wrong.split("=")[0], wrong)
 
 
