@@ -15,10 +15,10 @@ struct Corner {
   auto key() const { return std::tie(point.x, point.y, country); }
 };
 
-std::vector<std::vector<std::size_t>> neighbours_in(const World& world) {
+std::vector<std::vector<std::size_t>> neighbours_in(World& world) {
   std::vector<Corner> corners;
   for (std::size_t i = 0; i < world.size(); ++i) {
-    for (const real_pt_t point : world[i].outline.points) corners.push_back({point, i});
+    for (const real_pt_t point : world.outline(i).points) corners.push_back({point, i});
   }
   std::sort(corners.begin(), corners.end(),
             [](const Corner& a, const Corner& b) { return a.key() < b.key(); });
@@ -34,7 +34,7 @@ std::vector<std::vector<std::size_t>> neighbours_in(const World& world) {
 
 }  // namespace
 
-std::vector<std::size_t> colour_apart(const World& world, std::size_t n_colours) {
+std::vector<std::size_t> colour_apart(World& world, std::size_t n_colours) {
   const auto neighbours = neighbours_in(world);
   std::vector<std::size_t> order(world.size());  // the most surrounded choose first
   for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace example {
@@ -45,7 +46,27 @@ struct Country {
 };
 
 /// Countries in drawing order: of two that overlap the later one is on top.
-using World = std::vector<Country>;
+class World {
+ public:
+  virtual ~World() = default;
+  virtual std::size_t size() const = 0;
+  virtual const std::string& name(std::size_t i) const = 0;
+
+  /// What this gives stays until its next call: see country_cache.h.
+  virtual const MapPolygons& outline(std::size_t i) = 0;
+};
+
+/// A world that is all in memory.
+class LoadedWorld final : public World {
+ public:
+  explicit LoadedWorld(std::vector<Country> countries) : countries_(std::move(countries)) {}
+  std::size_t size() const override { return countries_.size(); }
+  const std::string& name(std::size_t i) const override { return countries_[i].name; }
+  const MapPolygons& outline(std::size_t i) override { return countries_[i].outline; }
+
+ private:
+  std::vector<Country> countries_;
+};
 
 /// The path of the world that comes with the examples.
 std::string shipped_world();

@@ -46,7 +46,7 @@ void write_names(const World& world, const std::vector<DrawnCountry>& countries,
   const double largest = std::max(view.pixels_high / 50.0, 14.0) * units_per_pixel;
   const double picture_width = double(view.pixels_wide) * units_per_pixel;
   for (const DrawnCountry& country : countries) {
-    const std::string& name = world[country.index].name;
+    const std::string& name = world.name(country.index);
     const auto label = place_label(country.outline, font.width_of(name), picture_width, largest);
     if (label) picture.write(name, *label, font);
   }
@@ -66,7 +66,7 @@ Style default_style() {
   return style;
 }
 
-Reduction draw_world(const World& world, const std::vector<DrawnCountry>& countries,
+Reduction draw_world(World& world, const std::vector<DrawnCountry>& countries,
                      const ViewSettings& view, const Style& style, const std::string& path,
                      const Font* label_font) {
   const std::vector<std::size_t> colours = colour_apart(world, style.fills.map_size);

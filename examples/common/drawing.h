@@ -36,7 +36,7 @@ Style default_style();
 /// into the picture at `path` (see picture.h). Given a font, writes in it the name of each country
 /// that has room for its name. Tells what became of the colours if they were reduced. Throws
 /// `Error` when the picture can't be written, or reduced since it is an SVG.
-Reduction draw_world(const World& world, const std::vector<DrawnCountry>& countries,
+Reduction draw_world(World& world, const std::vector<DrawnCountry>& countries,
                      const ViewSettings& view, const Style& style, const std::string& path,
                      const Font* label_font = nullptr);
 

@@ -17,6 +17,7 @@ namespace example {
 namespace {
 
 constexpr std::size_t path_size = 1024;  // of what utl_unique_filename writes
+constexpr short from_start = 0;
 constexpr short new_file = osh_open_write_only | osh_open_create | osh_open_exclusive;
 
 struct Closer {
@@ -72,6 +73,18 @@ std::string read_file(const std::string& path) {
   char buffer[1 << 16];
   while ((got = osh_fread(buffer, 1, sizeof buffer, file.get())) > 0) bytes.append(buffer, got);
   if (osh_feof(file.get()) == 0) fail(path, "can't be read");
+  return bytes;
+}
+
+std::string read_file_part(const std::string& path, std::size_t offset, std::size_t size) {
+  File file = open(path, 'r');
+  if (file == nullptr) fail(path, "can't be opened");
+  std::string bytes(size, '\0');
+  const bool is_there = osh_fseek(file.get(), static_cast<long>(offset), from_start) == 0;
+  const auto count = static_cast<unsigned>(size);
+  if (!is_there || count != size || osh_fread(bytes.data(), 1, count, file.get()) != count) {
+    throw Error(path + ": has changed while it was in use");
+  }
   return bytes;
 }
 

@@ -1,12 +1,16 @@
 /// Files, read and written whole.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace example {
 
 /// The bytes of a file. Throws `Error` when it can't be read.
 std::string read_file(const std::string& path);
+
+/// The `size` bytes from `offset` on. Throws `Error` when they can't be read, or are not there.
+std::string read_file_part(const std::string& path, std::size_t offset, std::size_t size);
 
 /// Puts `bytes` into the file at `path`, replacing what was there.
 ///

@@ -1,7 +1,6 @@
 #include "common/geojson.h"
 
 #include "common/error.h"
-#include "common/file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -264,18 +263,6 @@ Country read_feature(const std::string& path, const Feature& feature, std::strin
   const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
   if (json.is_discarded()) throw Error(path + ": has changed while it was in use");
   return Reader(path).read(json, feature.place);
-}
-
-World read_geojson(const std::string& path) {
-  const std::string text = read_file(path);
-  World world;
-  for (const Feature& feature : find_features(path, text)) {
-    const std::string_view part = std::string_view(text).substr(feature.start, feature.size);
-    Country country = read_feature(path, feature, part);
-    if (!country.outline.empty()) world.push_back(std::move(country));
-  }
-  if (world.empty()) throw Error(path + ": no polygons in it");
-  return world;
 }
 
 }  // namespace example

@@ -33,8 +33,4 @@ std::vector<Feature> find_features(const std::string& path, std::string_view tex
 /// thousand million, and for what is no GeoJSON.
 Country read_feature(const std::string& path, const Feature& feature, std::string_view text);
 
-/// All countries of a file that have polygons. Throws `Error` as the two above do, when the file
-/// can't be read, and when there is no polygon in it.
-World read_geojson(const std::string& path);
-
 }  // namespace example

@@ -18,19 +18,19 @@ namespace {
 using namespace example;
 
 void run(const std::string& data, const std::string& output) {
-  const World world = read_outlines(data);
+  LoadedWorld world(read_outlines(data));
   const ViewSettings settings;
   const View view(settings);
   Tally tally;
   std::vector<DrawnCountry> countries;
   for (std::size_t i = 0; i < world.size(); ++i) {
     DevicePolygons outline =
-        map_to_device(clip_to_view(world[i].outline, view, tally), view, tally);
+        map_to_device(clip_to_view(world.outline(i), view, tally), view, tally);
     if (!outline.empty()) countries.push_back({i, std::move(outline)});
   }
   draw_world(world, countries, settings, default_style(), output);
-  std::printf("%zu countries from %s to %s, %lld vertices\n", world.size(),
-              world.front().name.c_str(), world.back().name.c_str(), tally.vertices.came_in);
+  std::printf("%zu countries from %s to %s, %lld vertices\n", world.size(), world.name(0).c_str(),
+              world.name(world.size() - 1).c_str(), tally.vertices.came_in);
 }
 
 }  // namespace

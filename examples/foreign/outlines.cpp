@@ -28,9 +28,9 @@ class Reader {
  public:
   explicit Reader(const std::string& path) : path_(path), bytes_(read_file(path)) {}
 
-  World read() {
+  std::vector<Country> read() {
     if (read_text(8) != "OUTLINES") fail(0, "no file of outlines");
-    World world;
+    std::vector<Country> world;
     std::uint32_t left = read_count();
     if (left == 0) fail(8, "no countries in it");
     for (; left > 0; --left) {
@@ -118,7 +118,7 @@ class Reader {
 
 }  // namespace
 
-World read_outlines(const std::string& path) { return Reader(path).read(); }
+std::vector<Country> read_outlines(const std::string& path) { return Reader(path).read(); }
 
 std::string shipped_outlines() { return SHIPPED_OUTLINES; }
 

@@ -22,7 +22,7 @@ namespace example {
 /// Reads such a file. Throws `Error`, which names the file and the byte, for one that can't be
 /// read, ends too early or goes on too long, for text that is none, for a polygon of fewer than
 /// three vertices, and for a coordinate that is no number or beyond a thousand million.
-World read_outlines(const std::string& path);
+std::vector<Country> read_outlines(const std::string& path);
 
 /// The path of the shipped world in this form.
 std::string shipped_outlines();

@@ -4,11 +4,11 @@
 // the map are answered by the outlines as they were read, picks in the picture by the outlines
 // as they were drawn.
 
+#include "common/country_cache.h"
 #include "common/drawing.h"
 #include "common/error.h"
 #include "common/file.h"
 #include "common/font.h"
-#include "common/geojson.h"
 #include "common/picker.h"
 #include "common/stages.h"
 #include "options.h"
@@ -58,9 +58,9 @@ const char* name_or_none(const std::string* name) {
   return name == nullptr ? "no country" : name->c_str();
 }
 
-void pick_places(const World& world, const View& view, const std::vector<real_pt_t>& places) {
+void pick_places(World& world, const View& view, const std::vector<real_pt_t>& places) {
   Picker picker;
-  for (const Country& country : world) picker.add(country.name, country.outline);
+  for (std::size_t i = 0; i < world.size(); ++i) picker.add(world.name(i), world.outline(i));
   for (const auto [longitude, latitude] : places) {
     const std::string* name = nullptr;
     for (const double turn : {0.0, 360.0, -360.0}) {  // the antimeridian is -180 and 180
@@ -78,7 +78,7 @@ void pick_places(const World& world, const View& view, const std::vector<real_pt
 void pick_pixels(const World& world, const std::vector<DrawnCountry>& countries, const View& view,
                  const std::vector<int_pt_t>& pixels) {
   Picker picker;
-  for (const DrawnCountry& drawn : countries) picker.add(world[drawn.index].name, drawn.outline);
+  for (const DrawnCountry& drawn : countries) picker.add(world.name(drawn.index), drawn.outline);
   for (const auto [x, y] : pixels) {
     if (!view.contains({x, y})) {
       std::printf("pixel %d,%d: outside the picture\n", x, y);
@@ -90,8 +90,8 @@ void pick_pixels(const World& world, const std::vector<DrawnCountry>& countries,
   }
 }
 
-Reduction draw(const World& world, const std::vector<DrawnCountry>& countries,
-               const Options& options, const Font* label_font) {
+Reduction draw(World& world, const std::vector<DrawnCountry>& countries, const Options& options,
+               const Font* label_font) {
   if (options.output != "auto") {
     return draw_world(world, countries, options.view, options.style, options.output, label_font);
   }
@@ -108,14 +108,14 @@ void run(const Options& options) {
   if (!options.label.empty()) label_font = std::make_unique<Font>(options.label);
 
   Stages stages;
-  const World world = read_geojson(options.data);
+  CountryCache world(options.data, options.memory);
   stages.end("read");
 
   const View view(options.view);
   Tally tally;
   std::vector<MapPolygons> clipped;
-  for (const Country& country : world) {
-    clipped.push_back(clip_to_view(country.outline, view, tally));
+  for (std::size_t i = 0; i < world.size(); ++i) {
+    clipped.push_back(clip_to_view(world.outline(i), view, tally));
   }
   stages.end("clip");
 
@@ -137,6 +137,10 @@ void run(const Options& options) {
     stages.end("pick");
   }
   print(tally);
+  if (options.memory > 0) {
+    std::printf("memory: %d of %d bytes in use, %lld countries evicted\n", world.bytes_used(),
+                options.memory, world.n_evicted());
+  }
 }
 
 }  // namespace

@@ -95,6 +95,10 @@ std::optional<Options> read_options(int argc, char** argv) {
           ->type_name("COLOUR");
   CLI::Option* const border =
       app.add_option("--border", border_text, "colour of coasts and borders")->type_name("COLOUR");
+  CLI::Option* const memory =
+      app.add_option("--memory", options.memory,
+                     "keep outlines of so many bytes; read the others again when they are needed")
+          ->type_name("BYTES");
   int line_type = 0;
   CLI::Option* const line_type_option =
       app.add_option("--line-type", line_type, "draw borders in dashes: a line type from 1 to 13")
@@ -128,6 +132,7 @@ std::optional<Options> read_options(int argc, char** argv) {
   require(size.y >= 1 && size.y <= 16384, "--size: the height is from 1 to 16384 pixels");
   const int n_pens = options.style.n_pens;
   require(!*palette || (n_pens >= 1 && n_pens <= 256), "--palette: from 1 to 256 pens");
+  require(!*memory || options.memory >= 1, "--memory: from 1 to 2147483647 bytes");
   if (*line_type_option) options.style.border_dashes = dashes_of(line_type);
   if (*sea) options.style.sea = read_colour("--sea", sea_text);
   if (*border) options.style.border = read_colour("--border", border_text);

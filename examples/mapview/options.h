@@ -14,6 +14,7 @@ struct Options {
   std::string data;    ///< a GeoJSON file
   std::string output;  ///< where the picture goes; "auto" for a free name, empty for none
   std::string label;   ///< the font of the countries' names; empty for none
+  int memory = 0;      ///< a budget for outlines in bytes; 0 for none
   ViewSettings view;
   Style style = default_style();
   std::vector<real_pt_t> places;  ///< picks on the map: longitude and latitude

@@ -114,6 +114,30 @@ class Pictures(unittest.TestCase):
             self.assertGreater(len(seen), 300)
             self.assertEqual(svg("--line-type", "1"), svg())
 
+    def test_a_budget_of_memory_changes_nothing_but_how_often_countries_are_read(self):
+        with open(WORLD, encoding="utf-8") as file:
+            sizes = [20 * sum(len(ring) - 1 for polygon in feature["geometry"]["coordinates"]
+                              for ring in polygon) for feature in json.load(file)["features"]]
+        with tempfile.TemporaryDirectory() as folder:
+            def run(*arguments):
+                path = os.path.join(folder, "map.png")
+                said = mapview("-o", path, "--pick", "12.5,41.9", *arguments).stdout
+                memory = re.search(r"memory: (\d+) of \d+ bytes in use, (\d+) countr.* evicted", said)
+                with open(path, "rb") as file:
+                    return (re.sub(r".* ms\n|memory.*\n", "", said), file.read(),
+                            memory and [int(n) for n in memory.groups()])
+            said, picture, _ = run()
+            for percent in (1, 10, 100):
+                with self.subTest(percent=percent):
+                    budget = sum(sizes) * percent // 100
+                    self.assertEqual(max(sizes) > budget, percent == 1)
+                    said_now, picture_now, (used, n_evicted) = run("--memory", str(budget))
+                    self.assertEqual(said_now, said)
+                    self.assertTrue(picture_now == picture)
+                    self.assertLessEqual(used, budget)
+                    self.assertEqual(n_evicted > len(sizes), percent < 100)
+                    self.assertEqual(n_evicted == 0, percent == 100)
+
     def check_paths(self, svg, count, middle):
         polygons = vertices = 0
         for style, steps, scaled in re.findall(r'<path style="([^"]*)" d="([^"]*)"([^>]*)', svg):
@@ -271,7 +295,7 @@ class BadInput(unittest.TestCase):
                 self.check(folder, "/bogus.ttf: is no font", "--label=Bogus")
             for wrong in ("--width=0", "--center=1", "--center=0,91", "--size=0x9", "--pick=a,b",
                           "--rotation=nan", "--palette=0", "--palette=257", "--line-type=0",
-                          "--line-type=14", "--bogus"):
+                          "--line-type=14", "--memory=0", "--memory=2147483648", "--bogus"):
                 self.check(folder, wrong.split("=")[0], wrong)
 
 
