@@ -7,6 +7,7 @@
 #include <climits>
 #include <cmath>
 #include <memory>
+#include <numeric>
 #include <set>
 #include <vector>
 
@@ -24,42 +25,34 @@ Definition line_type(unsigned index, std::vector<double> fragments, double lengt
   return result;
 }
 
-TEST(LineTypePattern, TakesTwentyFragmentsAndNoEmptyGap) {
-  CLineTypeDefPattern p, copy;
+TEST(LineTypeDefinition, TakesTwentyFragmentsAndNoEmptyGap) {
+  Definition d = line_type(7, {});
+  CLineTypeDefPattern& p = d.GetPattern();
   EXPECT_EQ(p.GetFirstFragment(), -1.0);
   std::vector<double> taken;
   for (const double length : {0.0, 0.0, -0.0, 0.1, -0.0, -1.0, 0.7, 0x1p-60, 0.0, 0.0, 1e9}) {
     const bool fits = taken.size() % 2 == 0 || length != 0.0;
-    ASSERT_EQ(p.AddFragment(length), fits) << length << " after " << taken.size();
+    ASSERT_EQ(d.AddFragment(length), fits) << length << " after " << taken.size();
     if (fits) taken.push_back(length);
   }
-  for (; taken.size() < 20; taken.push_back(0.3)) ASSERT_TRUE(p.AddFragment(0.3));
-  EXPECT_FALSE(p.AddFragment(0.3));
-  double sum = 0.0;
-  for (std::size_t i = 0; i < taken.size(); sum += taken[i++]) {
-    copy = p;
-    ASSERT_EQ(i == 0 ? p.GetFirstFragment() : p.GetNextFragment(), taken[i]);
-    ASSERT_EQ(copy.GetNextFragment(), taken[i]) << "a copy goes on from there";
-  }
-  Definition d = line_type(7, {9, 9});
-  d.SetPattern(p);  // at the end of its walk
-  EXPECT_EQ(d, line_type(1, taken));
-  EXPECT_EQ(d.GetPattern().GetFragmentSum(), sum);
-  EXPECT_EQ(d.GetPattern().GetNextFragment(), taken[0]);
-  d.RemoveAllFragments();
-  EXPECT_EQ(d, line_type(1, {}));
-  EXPECT_EQ(d.GetPattern().GetFragmentSum(), 0.0);
-  EXPECT_EQ(d.GetIndex(), 7u);
-}
+  for (; taken.size() < 20; taken.push_back(0.3)) ASSERT_TRUE(d.AddFragment(0.3));
+  EXPECT_FALSE(d.AddFragment(0.3));
+  EXPECT_EQ(p.GetFirstFragment(), taken[0]);
+  EXPECT_EQ(CLineTypeDefPattern(p).GetNextFragment(), taken[1]) << "a copy goes on from there";
+  EXPECT_EQ(p.GetNextFragment(), taken[1]);
+  EXPECT_EQ(p.GetFragmentSum(), std::accumulate(taken.begin(), taken.end(), 0.0));
 
-TEST(LineTypeDefinition, IsEqualByFragmentsAndLengthAlone) {
-  const Definition d = line_type(1, {0.0, 2.0});
-  EXPECT_EQ(d, line_type(2, {-0.0, 2.0}));
-  for (const Definition& other :
-       {line_type(1, {0.0, 2.0, 0.0}), line_type(1, {0.0, 2.0 + 0x1p-51}), line_type(1, {0.0, NAN}),
-        line_type(1, {0.0, 2.0}, 1.0 + 0x1p-52)}) {
-    EXPECT_TRUE(d != other && !(d == other) && !(other == d));
+  Definition other = line_type(8, {1.0, 1.0});
+  other.SetPattern(p);
+  EXPECT_TRUE(other == d && !(other != d) && other.GetIndex() == 8u);
+  EXPECT_EQ(other.GetPattern().GetNextFragment(), taken[0]) << "rewound";
+  EXPECT_EQ(other.GetPattern().GetFragmentSum(), p.GetFragmentSum());
+  taken.back() += 0x1p-54;
+  for (const Definition& close : {line_type(7, taken), line_type(7, {}), line_type(7, {NAN})}) {
+    EXPECT_TRUE(d != close && !(close == d));
   }
+  d.SetPatternLength(1.0 + 0x1p-52);
+  EXPECT_TRUE(d != other);
 }
 
 // A list beside a vector, with indices and patterns that meet all the time, until it is full.
@@ -107,6 +100,7 @@ TEST(LineTypeList, OwnsEachDefinitionOnceAndAssignsAllOrNothing) {
   };
   EXPECT_EQ(support::refuse_each_request(assign, check), 14);
   EXPECT_NE(other.GetDefinition(20), odd);
+  EXPECT_EQ(support::refuse_each_request([] { CLineTypeDefList fresh; }, [](bool) {}), 13);
   other = static_cast<CLineTypeDefList&>(other);
   EXPECT_EQ(*CLineTypeDefList(other).GetDefinition(13), *list.GetDefinition(13));
 }
