@@ -72,9 +72,10 @@ TEST_F(Paths, HaveOneFormEachAndAreNeverCut) {
                 {{padded, "/plain", length < 1024 ? 0 : -1}, {missing, '/' + missing, -1}});
   }
   Text out(1024);
-  for (const auto& [path, form, alternate] : rows) {
+  for (const Row& row : rows) {
+    const std::string& path = row.path;
     const std::string kept = path.size() < 1024 ? path : "";
-    EXPECT_EQ(osh_alternate_pathname(given(path), out.data()), alternate);
+    EXPECT_EQ(osh_alternate_pathname(given(path), out.data()), row.alternate);
     EXPECT_EQ(out.data(), kept);
     EXPECT_EQ(utl_unique_filename(given(path), given("A"), out.data()),
               path.size() < 1023 ? 0 : -1);
@@ -82,7 +83,8 @@ TEST_F(Paths, HaveOneFormEachAndAreNeverCut) {
     support::refuse_each_request(
         [&] { found = absolute(path.c_str()); },
         [&](bool refused) {
-          EXPECT_TRUE(found == (refused ? "refused" : root + form) || (refused && *found == '\0'));
+          EXPECT_TRUE(found == (refused ? "refused" : root + row.absolute) ||
+                      (refused && *found == '\0'));
         });
     Text joined(2 * path.size() + 2), directory(path.size() + 1), file(path.size() + 1);
     osh_append_path(given(path), given(path), joined.data());
