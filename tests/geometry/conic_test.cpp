@@ -1,7 +1,9 @@
 #include <zelvan/geometry/conic.h>
+#include <zelvan/geometry/extent.h>
 
 #include "support/random.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <gtest/gtest.h>
@@ -31,79 +33,103 @@ TEST(ConicType, TellsTheKindsApart) {
   }
 }
 
-// 4 (x - 1)^2 + y^2 = 4 from every 30 degrees on: a sweep runs the way it is asked to, and ends
+// 4 (x - 1)^2 + y^2 = 4 from every 15 degrees on: a sweep runs the way it is asked to, and ends
 // that coincide to within 0.0001 mean the whole turn.
 TEST(StandardEllipse, SweepsTheWayItIsAsked) {
+  utl_ellipse_t form;
   for (int i = 0; i < 24; ++i) {
     for (const double turn : {0.0, 0.00009, 0.00011, M_PI / 6, M_PI / 2, M_PI, 4.0, 6.0}) {
-      SCOPED_TRACE(testing::Message() << i << ", " << turn);
-      const bool clockwise = i % 2 != 0;
-      const double first = i * M_PI / 12 + 0.001, last = clockwise ? first - turn : first + turn;
-      utl_conic_t conic = {4, 0, 1, -8, 0, 0, {}, {}, clockwise};
+      const double way = i % 2 == 0 ? 1 : -1, sweep = turn < 0.0001 ? turn + 2 * M_PI : turn;
+      const double first = i * M_PI / 12 + 0.001, last = first + way * turn;
+      utl_conic_t conic = {4, 0, 1, -8, 0, 0, {}, {}, static_cast<short>(-(i % 2))};
       conic.start = {1 + std::cos(first), 2 * std::sin(first)};
       conic.end = {1 + std::cos(last), 2 * std::sin(last)};
-      utl_ellipse_t form;
       utl_standard_ellipse(&conic, &form);
-      const double sweep = turn < 0.0001 ? turn + 2 * M_PI : turn;
-      EXPECT_NEAR(form.sweep, clockwise ? -sweep : sweep, 1e-9);
-      EXPECT_NEAR(std::remainder(form.start - first, 2 * M_PI), 0, 1e-9);
+      EXPECT_NEAR(form.sweep, way * sweep, 1e-9) << i << ", " << turn;
+      EXPECT_NEAR(std::remainder(form.start - first, 2 * M_PI), 0, 1e-9) << i << ", " << turn;
     }
   }
-  for (const double long_axis : {100.0, 99.999}) {  // to 1: the first is flat
-    utl_conic_t conic = {1, 0, long_axis * long_axis, 0, 0, -1, {0.6, 0.8 / 99}, {-1, 0}, 0};
+  utl_conic_t to_centre = {1,  0,       1,      0, 0,
+                           -1, {-1, 0}, {0, 0}, 0};  // at half a turn and at a quarter
+  utl_standard_ellipse(&to_centre, &form);
+  EXPECT_TRUE(form.start == M_PI && form.sweep == M_PI / 2 + 2 * M_PI - M_PI) << form.sweep;
+}
+
+// Each form about its tolerance, in steps of the last digit: an ellipse is flat up to axes of 1 to
+// 100, and y is a function of x while both coefficients are above a part of the largest one.
+TEST(StandardForms, KeepTheirTolerances) {
+  for (int i = 1; i <= 2000; ++i) {
+    const double c = 1e4 + (i % 20 - 10) * 0x1p-39, k = i;
+    utl_conic_t conic = {1, 0, c, 0, 0, -k, {0, 1}, {-1, 0}, 0};
     utl_ellipse_t form;
     utl_standard_ellipse(&conic, &form);
-    EXPECT_EQ(form.sweep > 0 && form.start > 0, long_axis < 100);
+    const bool is_flat = std::sqrt(k) * 0.01 >= std::sqrt(k / c);
+    EXPECT_TRUE((form.sweep == 0) == is_flat && (form.start == 0) == is_flat) << i;
+  }
+  const double at = 1e-05 * 4, over = std::nextafter(at, 1);
+  const double rows[][4] = {{4, 0, 0, 0}, {1, 4, 0, 0}, {1, 0, 4, 0},   // a, c, d, e, where e
+                            {0, 0, 0, 4}, {0, 4, 0, 1}, {0, 0, 4, 1}};  // or a is at the bound
+  for (const auto& [a, c, d, e] : rows) {
+    for (const double v : {at, -at, over, -over}) {
+      utl_conic_t conic = {a == 0 ? v : a, 0, c, d, e == 0 ? v : e, 0, {}, {}, 0};
+      utl_parabola_t form;
+      utl_standard_parabola(&conic, &form);
+      EXPECT_EQ(form.y_of_x, std::fabs(v) > at) << a << c << d << e << ' ' << v;
+    }
   }
 }
 
-// Ellipses, hyperbolas that open along either axis, on either branch, and both kinds of
-// parabola, made as P u^2 + Q v^2 + R u + S v = T in a turned and moved frame: each form starts
-// and ends at the arc's ends and has the middle of its free parameter on the curve.
+// Ellipses, hyperbolas and parabolas, turned by any angle, through a random point and where a line
+// through it meets the curve again: each form starts and ends there, a hyperbola if both are on one
+// branch, and has its points on the curve. The sampled box lies within that of 100 000 points, and
+// short of it by little.
 TEST(StandardForms, RunFromEndToEndAlongTheCurve) {
   for (unsigned seed = 1; seed <= 3000; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
     support::Random random(seed);
-    const int kind = static_cast<int>(seed % 5);
-    SCOPED_TRACE(testing::Message() << "seed " << seed << ", kind " << kind);
-    const double turn = random.below(3) == 0 ? 0.0 : random.between(-4, 4);
-    const double cos_r = std::cos(turn), sin_r = std::sin(turn);
-    const double cu = random.between(-3, 3), cv = random.between(-3, 3);
-    const double m = random.between(0.5, 4), n = random.between(0.5, 4);
-    const double side = random.below(2) == 0 ? 1 : -1;
-    const double t0 = random.between(-3, 3), t1 = t0 + side * random.between(0.1, 3);
-    const auto at = [&](double t) -> real_pt_t {
-      const double sq = side * m * t * t,
-                   us[] = {m * std::cos(t), side * m * std::hypot(1, t / n), t, t, sq};
-      const double vs[] = {n * std::sin(t), t, side * n * std::hypot(1, t / m), sq, t};
-      const double u = us[kind] + cu, v = vs[kind] + cv;
-      return {u * cos_r - v * sin_r, v * cos_r + u * sin_r};
+    const auto number = [&] { return random.between(-3, 3); };
+    const double a = number(), b = number(), c = seed % 3 == 0 ? b * b / (4 * a) : number();
+    const double d = number(), e = number(), dx = number(), dy = number();
+    const real_pt_t p = {number(), number()};
+    const double slope = (2 * a * p.x + b * p.y + d) * dx + (b * p.x + 2 * c * p.y + e) * dy;
+    const double s = -slope / (a * dx * dx + b * dx * dy + c * dy * dy);
+    const real_pt_t q = {p.x + s * dx, p.y + s * dy};
+    const auto f = [&](real_pt_t v) {
+      return -(a * v.x + b * v.y + d) * v.x - (c * v.y + e) * v.y;
     };
-    const double mm = 1 / (m * m), nn = 1 / (n * n), k = m * side;
-    const double ps[] = {mm, mm, -mm, k, 0}, qs[] = {nn, -nn, nn, 0, k}, p = ps[kind], q = qs[kind];
-    const double r = kind == 4 ? -1 : 0, s = kind == 3 ? -1 : 0, t = kind <= 2 ? 1 : 0;
-    const double lu = r - 2 * p * cu, lv = s - 2 * q * cv;
-    const double xx = p * cos_r * cos_r + q * sin_r * sin_r, xy = 2 * cos_r * sin_r * (p - q);
-    const double yy = p * sin_r * sin_r + q * cos_r * cos_r;
-    const double x = cos_r * lu - sin_r * lv, y = sin_r * lu + cos_r * lv;
-    const double constant = p * cu * cu + q * cv * cv - r * cu - s * cv - t;
-    utl_conic_t conic = {xx, xy, yy, x, y, constant, at(t0), at(t1), side < 0};
-    ASSERT_EQ(utl_conic_type(&conic), "EHHPP"[kind]);
+    utl_conic_t conic = {a, b, c, d, e, f(p), p, q, static_cast<short>(seed % 2)};
     utl_ellipse_t ellipse;
-    utl_hyperbola_t hyperbola;
+    utl_hyperbola_t h;
     utl_parabola_t parabola;
     utl_standard_ellipse(&conic, &ellipse);
-    utl_standard_hyperbola(&conic, &hyperbola);
+    utl_standard_hyperbola(&conic, &h);
     utl_standard_parabola(&conic, &parabola);
-    const double lengths[] = {ellipse.sweep, hyperbola.end - hyperbola.start,
-                              parabola.end - parabola.start};
-    for (const double part : {0.0, 0.5, 1.0}) {
-      real_pt_t got;
-      if (kind == 0) utl_ellipse_point(&ellipse, part * lengths[0], &got);
-      if (kind == 1 || kind == 2) utl_hyperbola_point(&hyperbola, part * lengths[1], &got);
-      if (kind >= 3) utl_parabola_point(&parabola, part * lengths[2], &got);
-      const real_pt_t expected = at(t0 + (t1 - t0) * part);
-      ASSERT_NEAR(got.x, expected.x, 1e-6) << part;
-      ASSERT_NEAR(got.y, expected.y, 1e-6) << part;
+    const char type = utl_conic_type(&conic);
+    const auto at = [&](double part) {
+      real_pt_t out;
+      if (type == 'E') utl_ellipse_point(&ellipse, part * ellipse.sweep, &out);
+      if (type == 'H') utl_hyperbola_point(&h, part * (h.end - h.start), &out);
+      if (type == 'P') utl_parabola_point(&parabola, part * (parabola.end - parabola.start), &out);
+      return out;
+    };
+    const double u = q.y * h.sin_rot + q.x * h.cos_rot, v = q.y * h.cos_rot - q.x * h.sin_rot;
+    const bool is_upper = h.y_branches ? v > h.cen_y : u > h.cen_x;
+    real_pt_t max, min, high = at(0), low = high, end = at(1);
+    ASSERT_NEAR(std::hypot(high.x - p.x, high.y - p.y), 0, 1e-6);
+    ASSERT_NEAR(f(at(0.4)), conic.f, 1e-6);
+    if (type != 'H' || is_upper == (h.branch > 0)) {
+      ASSERT_NEAR(std::hypot(end.x - q.x, end.y - q.y), 0, 1e-6);
+    }
+    if (seed > 30 || std::hypot(end.x - q.x, end.y - q.y) > 1e-6) continue;
+    utl_maxmin_conic(&conic, &max, &min);
+    for (int i = 1; i <= 100000; ++i) {
+      const auto [x, y] = at(i / 1e5);
+      high = {std::max(high.x, x), std::max(high.y, y)};
+      low = {std::min(low.x, x), std::min(low.y, y)};
+    }
+    const double gap = 0.01 * (1 + high.x - low.x + high.y - low.y);
+    for (const double inward : {high.x - max.x, high.y - max.y, min.x - low.x, min.y - low.y}) {
+      EXPECT_TRUE(inward >= -1e-7 && inward <= gap) << inward;
     }
   }
 }

@@ -6,26 +6,26 @@
 
 #include <gtest/gtest.h>
 
-// Between unit vectors 15 degrees apart the turn is the shorter one.
+// Between directions 15 degrees apart the turn is the shorter one; at pi sharp it stays.
 TEST(Trig, MeasuresAndTurns) {
-  for (int from = 0; from < 24; ++from) {
-    for (int turn = -11; turn <= 11; ++turn) {
-      double s0, c0, s1, c1;
-      drw_get_trig(15 * from, &s0, &c0);
-      drw_get_trig(15 * (from + turn) - 720, &s1, &c1);
-      EXPECT_NEAR(utl_angle2d(c0, s0, c1, s1), turn * M_PI / 12, 1e-8);
-      real_pt_t center = {10, 20}, point = {center.x + c0, center.y + s0};
-      drw_get_trig(15 * turn, &s0, &c0);
-      utl_rotate_point(&center, &point, s0, c0);
-      EXPECT_NEAR(point.x, center.x + c1, 1e-8);
-      EXPECT_NEAR(point.y, center.y + s1, 1e-8);
-    }
+  for (int i = 0; i < 24 * 23; ++i) {
+    const int from = i / 23 * 15, turn = (i % 23 - 11) * 15;
+    double sine, cosine;
+    real_pt_t center = {10, 20}, start = {12, 20}, end;
+    drw_get_trig(from, &sine, &cosine), utl_rotate_point(&center, &start, sine, cosine);
+    drw_get_trig(turn - 720, &sine, &cosine), end = start;
+    utl_rotate_point(&center, &end, sine, cosine);
+    const double got = utl_angle2d(start.x - 10, start.y - 20, end.x - 10, end.y - 20);
+    EXPECT_NEAR(got, turn * M_PI / 180, 1e-8) << from;
   }
   EXPECT_EQ(utl_angle2d(0, -1, -1, 0), M_PI + M_PI / 2 - 6.283185308);
   EXPECT_EQ(utl_angle2d(1, 0, -1, 0), M_PI);
-  double sine, cosine;
-  drw_get_trig(INT_MIN, &sine, &cosine);  // INT_MIN is 232 more than a multiple of 360
-  EXPECT_EQ(sine, std::sin(232 * 3.141592654 / 180.0));
+  EXPECT_EQ(utl_angle2d(1, 0, -1, -0.0), -M_PI);
+  for (int degrees = 0; degrees < 360; ++degrees) {
+    double sine, cosine;
+    drw_get_trig(INT_MIN + (degrees + 128) % 360, &sine, &cosine);  // INT_MIN reduces to 232
+    EXPECT_EQ(sine, std::sin(degrees * 3.141592654 / 180.0)) << degrees;
+  }
 }
 
 TEST(Units, CountThemInTheInch) {
