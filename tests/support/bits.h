@@ -27,14 +27,9 @@ inline std::pair<int, int> bits(const short_pt_t& p) { return {p.x, p.y}; }
 
 /// All eight fields.
 inline std::array<std::uint64_t, 8> bits(const Mtx2D& m) {
-  return {bits(m.m11),
-          bits(m.m12),
-          bits(m.m21),
-          bits(m.m22),
-          bits(m.tx),
-          bits(m.ty),
-          static_cast<std::uint64_t>(m.mirror),
-          static_cast<std::uint64_t>(m.type)};
+  const auto whole = [](int v) { return static_cast<std::uint64_t>(v); };
+  return {bits(m.m11), bits(m.m12), bits(m.m21),     bits(m.m22),
+          bits(m.tx),  bits(m.ty),  whole(m.mirror), whole(m.type)};
 }
 
 /// A running digest of results (FNV-1a), equal on every compiler when they are.
@@ -43,14 +38,8 @@ class Digest {
   void add(std::uint64_t v) {
     for (int i = 0; i < 8; ++i) value_ = (value_ ^ ((v >> (8 * i)) & 0xff)) * 0x100000001b3;
   }
-  void add(const real_pt_t& p) {
-    add(bits(p.x));
-    add(bits(p.y));
-  }
-  void add(const int_pt_t& p) {
-    add(static_cast<std::uint32_t>(p.x));
-    add(static_cast<std::uint32_t>(p.y));
-  }
+  void add(const real_pt_t& p) { add(bits(p.x)), add(bits(p.y)); }
+  void add(const int_pt_t& p) { add(std::uint32_t(p.x)), add(std::uint32_t(p.y)); }
   std::uint64_t value() const { return value_; }
 
  private:

@@ -1,57 +1,55 @@
-/// Arrays that lie flush against unreadable pages, so that one step outside faults at once.
+/// Arrays that lie flush against an unreadable page, so that one step behind them faults at once.
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <type_traits>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 namespace support {
 
-/// Which end of an array touches the unreadable page; the other has bytes of 0xA5 beside it.
-enum class Flush { at_end, at_start };
-
-/// A block of `size` bytes with an unreadable page right behind or right before it.
-class GuardedBlock {
- public:
-  GuardedBlock(std::size_t size, Flush flush);
-  ~GuardedBlock();
-  GuardedBlock(const GuardedBlock&) = delete;
-  GuardedBlock& operator=(const GuardedBlock&) = delete;
-
-  void* data() { return data_; }
-
- private:
-  void* pages_;
-  std::size_t pages_size_;
-  void* data_;
-};
-
-/// `n` elements in such a block, each byte 0xA5 until written.
+/// `n` elements, each byte 0xA5 until written. In front of them are bytes of 0xA5, too.
 template <class T>
 class GuardedArray {
   static_assert(std::is_trivially_copyable_v<T>);
 
  public:
-  explicit GuardedArray(std::size_t n, Flush flush = Flush::at_end)
-      : size_(n), block_(n * sizeof(T), flush) {}
+  explicit GuardedArray(std::size_t n) : size_(n) {
+    const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t usable = (n * sizeof(T) + page - 1) / page * page;
+    pages_size_ = usable + page;
+    pages_ = mmap(nullptr, pages_size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (pages_ == MAP_FAILED) std::abort();
+    char* const guard = static_cast<char*>(std::memset(pages_, 0xA5, usable)) + usable;
+    if (mprotect(guard, page, PROT_NONE) != 0) std::abort();
+    data_ = reinterpret_cast<T*>(guard - n * sizeof(T));
+  }
 
   /// A copy of the elements of any container.
   template <class Container>
   requires requires(const Container& c) { c.begin(); }
-  explicit GuardedArray(const Container& from, Flush flush = Flush::at_end)
-      : GuardedArray(from.size(), flush) {
-    if (size_ != 0) std::memcpy(block_.data(), from.data(), size_ * sizeof(T));
+  explicit GuardedArray(const Container& from) : GuardedArray(from.size()) {
+    if (size_ != 0) std::memcpy(data_, from.data(), size_ * sizeof(T));
   }
 
-  T* data() { return static_cast<T*>(block_.data()); }
-  T& operator[](std::size_t i) { return data()[i]; }
+  ~GuardedArray() { munmap(pages_, pages_size_); }
+  GuardedArray(const GuardedArray&) = delete;
+  GuardedArray& operator=(const GuardedArray&) = delete;
+
+  T* data() { return data_; }
+  T& operator[](std::size_t i) { return data_[i]; }
   std::size_t size() const { return size_; }
-  T* begin() { return data(); }
-  T* end() { return data() + size_; }
+  T* begin() { return data_; }
+  T* end() { return data_ + size_; }
 
  private:
   std::size_t size_;
-  GuardedBlock block_;
+  std::size_t pages_size_;
+  void* pages_;
+  T* data_;
 };
 
 }  // namespace support
