@@ -80,9 +80,11 @@ std::string read_file_part(const std::string& path, std::size_t offset, std::siz
   File file = open(path, 'r');
   if (file == nullptr) fail(path, "can't be opened");
   std::string bytes(size, '\0');
-  const bool is_there = osh_fseek(file.get(), static_cast<long>(offset), from_start) == 0;
+  if (osh_fseek(file.get(), static_cast<long>(offset), from_start) != 0) {
+    fail(path, "can't be read again");
+  }
   const auto count = static_cast<unsigned>(size);
-  if (!is_there || count != size || osh_fread(bytes.data(), 1, count, file.get()) != count) {
+  if (count != size || osh_fread(bytes.data(), 1, count, file.get()) != count) {
     throw Error(path + ": has changed while it was in use");
   }
   return bytes;
