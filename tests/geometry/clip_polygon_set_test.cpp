@@ -136,7 +136,6 @@ TEST(ClipPolygonSet, EndsWithinItsBoundOnDegenerateSets) {
     const int kind = set < 1'000'000 ? 0 : 1 + set % 3;
     const auto place = [&](int range, double from) {
       const double whole = random.below(range) + from, e = 1.1920928955078125e-07;
-      if (kind == 1) return whole * 1e-19;
       if (kind == 2) return whole + (random.below(3) - 1) * (random.below(2) + 1) * e / 2;
       return kind == 3 && random.below(9) == 0 ? random.hard_double() : whole;
     };
@@ -144,7 +143,7 @@ TEST(ClipPolygonSet, EndsWithinItsBoundOnDegenerateSets) {
     const int n = is_long ? most : 1 + random.below(12);
     int room = 0;
     for (int i = most - n, first = i; i < most; ++i) {
-      points[i] = {place(6, -1), place(6, -1)};
+      points[i] = {place(6, -1), place(6, -1) * (kind == 1 ? 1.1754943508222875e-38 : 1.0)};
       if (i > first && random.below(8) == 0) points[i] = points[i - 1];
       flags[i] = random.below(is_long ? n : 5) == 0 ? 2 + random.below(2) : random.below(2);
       if (flags[i] >= 2) room += 5 * (i - first + 1) + 4, first = i + 1;
@@ -163,7 +162,7 @@ TEST(ClipPolygonSet, EndsWithinItsBoundOnDegenerateSets) {
       digest.add(target.points[i]), digest.add(static_cast<unsigned>(target.edge_flags[i]));
     }
   }
-  EXPECT_EQ(digest.value(), 16237861488533234157u);
+  EXPECT_EQ(digest.value(), 4316095304602819873u);
 }
 
 }  // namespace
