@@ -118,6 +118,11 @@ TEST_F(Paths, JoinSplitAndShowTheirExtension) {
     EXPECT_EQ(osh_truncate_path(given(row.joined), directory.data(), file.data()), 1);
     EXPECT_EQ(directory.data(), row.directory);
     EXPECT_EQ(file.data(), row.file);
+    Text onto_directory(row.joined + '\0'), onto_file(row.joined + '\0');
+    osh_truncate_path(onto_directory.data(), onto_directory.data(), file.data());
+    EXPECT_EQ(onto_directory.data() + ('|' + row.file), row.directory + '|' + file.data());
+    osh_truncate_path(onto_file.data(), directory.data(), onto_file.data());
+    EXPECT_EQ(directory.data() + ('|' + row.file), row.directory + '|' + onto_file.data());
     EXPECT_EQ(osh_truncate_path(nullptr, directory.data(), file.data()), 0);
     EXPECT_EQ(osh_truncate_path(given(row.joined), nullptr, file.data()), 0);
     EXPECT_EQ(osh_truncate_path(given(row.joined), directory.data(), nullptr), 0);
@@ -138,6 +143,9 @@ TEST_F(Paths, FindTheNextFreeName) {
     EXPECT_EQ(utl_unique_filename(result, given(taken), result), next ? 0 : -1);
     EXPECT_TRUE(next == nullptr || errno == 77) << errno;
     EXPECT_EQ(result, prefix + (next ? next : taken));
+    std::strcpy(result, taken);
+    EXPECT_EQ(utl_unique_filename(given(prefix), result, result), next ? 0 : -1);
+    EXPECT_EQ(result, prefix + (next ? next : taken)) << "in the place of the letters";
     fs::remove(prefix + taken);
   }
 }

@@ -20,8 +20,8 @@ namespace {
 
 constexpr int system_type_index = 2;
 
-/// The record that is handed out by address. Every caller may hold it, and none writes but
-/// `osh_get_sys_parms`, always the same value.
+/// The record that is handed out by address. Other threads may be reading it, so it is written
+/// only where a caller has put something else into it.
 short system_parameters[10] = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
 
 bool is_separator(char c) { return c == '/' || c == '\\'; }
@@ -67,14 +67,15 @@ int osh_truncate_path(char* path, char* directory, char* file) {
   const char* backslash = platform::_mbsrchr(path, '\\');
   const char* separator = std::max(slash, backslash, std::less<const char*>());
   if (separator == nullptr) {
+    std::memmove(file, path, std::strlen(path) + 1);
     directory[0] = '\0';
-    std::strcpy(file, path);
     return 1;
   }
+  // In this order either of them may lie in the place of the path.
   const std::size_t length = separator - path;
-  std::memcpy(directory, path, length);
+  std::memmove(directory, path, length);
   directory[length] = '\0';
-  std::strcpy(file, separator + 1);
+  std::memmove(file, separator + 1, std::strlen(separator + 1) + 1);
   return 1;
 }
 
@@ -112,8 +113,8 @@ int utl_unique_filename(char* prefix, char* letters, char* result) {
     result[0] = '\0';
     return -1;
   }
+  std::memmove(result + prefix_length, letters, length + 1);  // `result` may be `letters`
   std::memmove(result, prefix, prefix_length);
-  std::memcpy(result + prefix_length, letters, length + 1);
   const int noted_errno = errno;
   while (osh_file_exists(result)) {
     if (!advance(result + prefix_length, length)) return -1;
@@ -128,6 +129,7 @@ void osh_get_file_parms(short* parms) {
 }
 
 short* osh_get_sys_parms() {
-  system_parameters[system_type_index] = static_cast<short>(osh_system_type());
+  const short type = static_cast<short>(osh_system_type());
+  if (system_parameters[system_type_index] != type) system_parameters[system_type_index] = type;
   return system_parameters;
 }

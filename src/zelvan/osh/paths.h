@@ -33,8 +33,8 @@ ZELVAN_C_API int osh_append_path(char* first, char* second, char* result);
 /// empty `file`. Without a separator all of it is `file`. A byte inside a longer character of
 /// the process's locale is no separator.
 ///
-/// Result: 1, or 0 with nothing written if one of the three is null. `path` is only read, and
-/// neither output gets longer than it.
+/// Result: 1, or 0 with nothing written if one of the three is null. Neither output gets longer
+/// than `path`, and one of them may lie in its place; otherwise it is only read.
 ZELVAN_C_API int osh_truncate_path(char* path, char* directory, char* file);
 
 /// Checks nothing. Result: 0, always.
@@ -67,7 +67,7 @@ ZELVAN_C_API char* utl_file_extension(char* path);
 ///
 /// Result: 0 with the name in `result`, up to 1024 bytes, and `errno` as it was before. -1 if
 /// all names from there on are taken, with the last of them in `result`, or if a name would
-/// not fit 1024 bytes, with `result` empty. `result` may be `prefix`.
+/// not fit 1024 bytes, with `result` empty. `result` may be `prefix` or `letters`.
 ///
 /// Somebody else may take the name before you do: create the file exclusively, and ask again
 /// if it is there by then.
