@@ -1,23 +1,17 @@
 #include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
 #include <zelvan/platform/clock.h>
-#include <zelvan/platform/fonts.h>
-
-#include "support/guarded_array.h"
-#include "support/refusing_heap.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <osh/world.h>
+#include <support/guarded_array.h>
+#include <support/refusing_heap.h>
 
 // The linker puts these in the place of the platform's own.
-namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
 Strings chosen_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");
 Strings real_folders() asm("__real__ZN6zelvan8platform12font_foldersB5cxx11Ev");
@@ -28,30 +22,27 @@ void set_time(zelvan::platform::LocalTime* now) { *now = {1999, 2, 3, 9, 5, 7}; 
 
 namespace {
 
-void put(const fs::path& path) {
-  fs::create_directories(path.parent_path());
-  std::ofstream file(path);
-}
-
 TEST(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
-  char name[] = "/tmp/zelvan_fonts_XXXXXX";
-  const fs::path root = mkdtemp(name);
-  fs::current_path(root);
+  World world;
   int count = -1;
   EXPECT_EQ(osh_GetFontFileListCount(&count), nullptr);
   EXPECT_EQ(count, -1) << "untouched where there is no list";
 
   const std::string deep = "first/1/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/";
-  Strings expected = {"second/B.TTF",      "second/a b.ttc", "second/old.tar.tTx", "second/A/z.ttf",
-                      "second/a/link.ttf", "first/.ttf",     deep + "a.ttf"};
-  Strings files = {"first/ttf",   "first/a.tt",   "first/a.ttff",
-                   "first/a.otf", "first/a.t.tf", "elsewhere/a.ttf"};
-  files.insert(files.end(), expected.begin(), expected.end());
-  for (const std::string& path : files) put(path);
-  put(deep + "too_deep/a.ttf");
+  const Strings expected = {"second/B.TTF",   "second/a b.ttc",    "second/old.tar.tTx",
+                            "second/A/z.ttf", "second/a/link.ttf", "first/.ttf",
+                            deep + "a.ttf"};
+  const Strings others = {"first/ttf",    "first/a.tt",      "first/a.ttff",         "first/a.otf",
+                          "first/a.t.tf", "elsewhere/a.ttf", deep + "too_deep/a.ttf"};
+  for (const Strings& files : {expected, others}) {
+    for (const fs::path path : files) {
+      fs::create_directories(path.parent_path());
+      put(path, "");
+    }
+  }
   fs::create_directory("first/folder.ttf");
   fs::create_symlink("nowhere", "first/dangling.ttf");
-  fs::create_symlink(root / "elsewhere", "first/link");
+  fs::create_symlink("../elsewhere", "first/link");
   fs::remove("second/a/link.ttf");
   fs::create_symlink("../B.TTF", "second/a/link.ttf");
   char** list = nullptr;
@@ -63,15 +54,13 @@ TEST(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
     osh_FreeFontFileList(&list);
     EXPECT_EQ(list, nullptr);
   };
-  EXPECT_GT(support::refuse_each_request([&] { list = osh_GetFontFileListCount(&count); }, check),
-            20);
+  const auto ask = [&] { list = osh_GetFontFileListCount(&count); };
+  EXPECT_GT(support::refuse_each_request(ask, check), 20);
 
-  for (int i = 1; i <= 1200; ++i) put("second/" + std::to_string(i) + ".ttf");
-  list = osh_GetFontFileListCount(&count);
+  for (int i = 1; i <= 1200; ++i) put("second/" + std::to_string(i) + ".ttf", "");
+  ask();
   EXPECT_EQ(count, 1200);
   osh_FreeFontFileList(&list);
-  fs::current_path("/");
-  fs::remove_all(root);
 }
 
 TEST(FontList, LooksWhereTheEnvironmentPoints) {
@@ -83,9 +72,6 @@ TEST(FontList, LooksWhereTheEnvironmentPoints) {
   setenv("XDG_DATA_HOME", "/d", 1);
   expected[2] = "/d/fonts";
   EXPECT_EQ(real_folders(), expected);
-  setenv("HOME", "relative", 1);
-  expected.pop_back();
-  EXPECT_EQ(real_folders(), expected);
 }
 
 TEST(SystemServices, KeepTheirConventions) {
@@ -93,23 +79,21 @@ TEST(SystemServices, KeepTheirConventions) {
   std::qsort(words, 6, sizeof *words, osh_qsort_compare_strings);
   EXPECT_EQ(Strings(words, words + 6), (Strings{"", "Z", "a", "ab", "z", "\xe9"}));
   EXPECT_EQ(osh_qsort_compare_strings(&words[5], &words[1]), 1);
-  EXPECT_EQ(osh_qsort_compare_strings(&words[1], &words[1]), 0);
   support::GuardedArray<char> stamp(14);
   EXPECT_EQ(osh_get_time_stamp(stamp.data()), 13);
   EXPECT_STREQ(stamp.data(), "990203.090507");
   for (int size = -1; size <= 20; ++size) {
     support::GuardedArray<char> name(std::max(size, 0));
     EXPECT_EQ(osh_gethostname(name.data(), size), 0);
-    EXPECT_TRUE(
-        std::equal(name.begin(), name.end(), std::string("localhost").append(11, 0).data()));
+    EXPECT_TRUE(std::equal(name.begin(), name.end(), "localhost\0\0\0\0\0\0\0\0\0\0"));
   }
   for (const auto& [command, result] : {std::pair("exit 7", 0), {"/missing", 2}, {"/", 5}}) {
-    EXPECT_EQ(osh_system(1, const_cast<char*>(command)), result) << command;
+    EXPECT_EQ(osh_system(1, given(command)), result) << command;
   }
   short parameters[10];
   osh_get_file_parms(parameters);
   EXPECT_TRUE(std::equal(parameters, parameters + 10, osh_get_sys_parms()));
-  EXPECT_EQ(parameters[2], osh_system_type());
+  EXPECT_EQ(osh_system_type(), 8);
 }
 
 TEST(SystemServices, SetTheEnvironment) {
@@ -118,17 +102,18 @@ TEST(SystemServices, SetTheEnvironment) {
     const char *name, *value;
     int result;
     const char* after;
-  } rows[] = {
-      {"ZELVAN_TEST", "a=b", 0, "a=b"}, {nullptr, "x", -1, "a=b"},
-      {"=ZELVAN_TEST", "x", -1, "a=b"}, {"ZELVAN_TEST", nullptr, 0, ""},
-      {"ZELVAN_TEST=c", "d", 0, "c=d"}, {"ZELVAN_TEST", longest.c_str(), 0, longest.c_str()},
-      {"ZELVAN_TEST", "", 0, ""}};
-  int result = 0;
+  } rows[] = {{"ZELVAN", "a=b", 0, "a=b"}, {nullptr, "x", -1, "a=b"},
+              {"=ZELVAN", "x", -1, "a=b"}, {"ZELVAN", nullptr, 0, ""},
+              {"ZELVAN=c", "d", 0, "c=d"}, {"ZELVAN", longest.c_str(), 0, longest.c_str()},
+              {"ZELVAN", "", 0, ""}};
   for (const auto& row : rows) {
-    support::refuse_each_request(
-        [&] { result = osh_setenv(const_cast<char*>(row.name), const_cast<char*>(row.value)); },
-        [&](bool refused) { EXPECT_EQ(result, refused ? -1 : row.result); });
-    EXPECT_STREQ(std::getenv("ZELVAN_TEST"), row.after);
+    int result = 0;
+    const auto call = [&] {
+      result = osh_setenv(const_cast<char*>(row.name), const_cast<char*>(row.value));
+    };
+    const auto check = [&](bool refused) { EXPECT_EQ(result, refused ? -1 : row.result); };
+    support::refuse_each_request(call, check);
+    EXPECT_STREQ(std::getenv("ZELVAN"), row.after);
   }
 }
 

@@ -1,7 +1,6 @@
 /// A directory of files of many kinds, anew for each case, which is the current one meanwhile.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,8 +13,18 @@ namespace fs = std::filesystem;
 
 /// The interface takes texts that it doesn't change.
 inline char* operator""_c(const char* text, std::size_t) { return const_cast<char*>(text); }
+inline char* given(const std::string& text) { return const_cast<char*>(text.c_str()); }
 
+/// `name` in a longer way, of so many bytes.
+inline std::string padded(const std::string& name, std::size_t length) {
+  std::string path = ((length - name.size()) % 2 == 0 ? "" : ".//") + name;
+  while (path.size() < length) path = "./" + path;
+  return path;
+}
+
+/// What is in a file; of the full directory its one entry.
 inline std::string content(const std::string& path) {
+  if (fs::exists(path + "/inner")) return "inner";
   std::ifstream file(path);
   return {std::istreambuf_iterator<char>(file), {}};
 }
@@ -26,12 +35,9 @@ inline std::ptrdiff_t entries(const char* directory) {
   return std::distance(fs::directory_iterator(directory), {});
 }
 
-class World {
- public:
+struct World {
   World() {
-    char name[] = "/tmp/zelvan-osh-XXXXXX";
-    path_ = mkdtemp(name);
-    fs::current_path(path_);
+    fs::current_path(path);
     put("plain", "12345");
     put("other", "abc");
     put("locked", "safe");
@@ -44,9 +50,8 @@ class World {
   }
   ~World() {
     fs::current_path("/");
-    fs::remove_all(path_);
+    fs::remove_all(path);
   }
-
- private:
-  std::string path_;
+  char name[23] = "/tmp/zelvan-osh-XXXXXX";
+  const std::string path = mkdtemp(name);
 };
