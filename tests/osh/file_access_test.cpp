@@ -92,8 +92,7 @@ void expect_changes_as_promised() {
   EXPECT_EQ(kind("plain"_c), 0x5FF);
   EXPECT_EQ(osh_chmod("dir"_c, 0555) + kind("dir"_c), 1 + 0x116D);
   EXPECT_EQ(osh_chmod("dir"_c, 0020) + kind("dir"_c), 1 + 0x11FF);
-  EXPECT_EQ(osh_chmod("locked"_c, 0002), 1);
-  EXPECT_EQ(permissions("locked"), 0644) << "the owner's alone came back";
+  EXPECT_EQ(osh_chmod("locked"_c, 0002) + permissions("locked"), 1 + 0644) << "the owner's alone";
   fs::permissions("plain", fs::perms{0660});
   EXPECT_EQ(osh_copyfile("link"_c, "locked"_c) + osh_cat("plain"_c, "other"_c), 2);
   EXPECT_EQ(content("plain") + (fs::is_symlink("link") ? " by its link" : ""),
@@ -195,12 +194,8 @@ TEST(Streams, KeepTheirConventions) {
   EXPECT_EQ(osh_fwrite("xyz!"_c, 2, 2, fp) + osh_ftell(fp), 2 + 12);
   EXPECT_EQ(osh_fseek(fp, 11, SEEK_SET) + osh_fputc('?', fp), '?');
   EXPECT_EQ(osh_fflush(fp) + osh_fflush(fp) + osh_fclose(fp), 0);
-  fp = osh_fdopen(osh_open_text("text"_c, 0, 0), "r"_c);
-  EXPECT_STREQ(osh_fgets(line, 7, fp), "7  7-7");
-  EXPECT_EQ(osh_fread(line, 5, 3, fp), 1u);
-  EXPECT_EQ(std::string(line, 6) + std::to_string(osh_feof(fp) != 0), "  xyz?1");
-  EXPECT_EQ(osh_fclose(fp), 0);
-  fp = osh_fopen_text("/dev/full"_c, "w"_c);
+  EXPECT_EQ(content("text"), "7  7-7  xyz?");
+  fp = osh_fdopen(osh_open_text("/dev/full"_c, 1, 0), "w"_c);
   EXPECT_EQ(osh_fputs("x"_c, fp) + osh_fflush(fp) + osh_fputs("x"_c, fp), 1 - 1 + 1);
   EXPECT_EQ(osh_fclose(fp), short{-1});
 }

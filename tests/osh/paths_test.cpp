@@ -51,6 +51,10 @@ TEST(Paths, HaveOneFormEachAndAreNeverCut) {
     EXPECT_EQ(out.data(), path.size() < 1024 ? path : "");
     EXPECT_EQ(utl_unique_filename(given(path), "A"_c, out.data()), path.size() < 1023 ? 0 : -1);
     expect_absolute(path, world.path + absolute);
+    Text joined(path.size() + 3), file(path.size() + 1);
+    osh_append_path("d"_c, given(path), joined.data());
+    EXPECT_EQ(osh_truncate_path(joined.data(), joined.data(), file.data()), 1);
+    EXPECT_EQ(file.data(), path.substr(path.find_last_of("/\\") + 1));
   }
 }
 
@@ -78,12 +82,12 @@ TEST(Paths, AreJoinedAndSplitInTheirOwnPlace) {
       EXPECT_EQ(directory + ('|' + row.file), row.directory + '|' + file);
     }
   }
-  char place[] = ".pro.file", other[10];
-  EXPECT_STREQ(utl_file_extension(place), ".pro.file");
-  EXPECT_EQ(osh_truncate_path(place, place, other), 1);
-  EXPECT_EQ(*place + std::string(other), '\0' + std::string(".pro.file"));
-  EXPECT_EQ(osh_truncate_path(nullptr, place, other), 0);
-  EXPECT_EQ(osh_truncate_path(other, nullptr, other) + osh_truncate_path(other, other, nullptr), 0);
+  char name[] = ".pro.file", file[10];  // which has no separator
+  EXPECT_EQ(utl_file_extension(name), std::string(".pro.file"));
+  EXPECT_EQ(osh_truncate_path(nullptr, name, file) + osh_truncate_path(name, nullptr, file) +
+                osh_truncate_path(name, name, nullptr) + osh_truncate_path(name, name, file),
+            1);
+  EXPECT_EQ(*name + std::string(file), '\0' + std::string(".pro.file"));
 }
 
 TEST(Paths, FindTheNextFreeName) {
@@ -97,10 +101,10 @@ TEST(Paths, FindTheNextFreeName) {
     for (const bool onto_prefix : {true, false}) {
       char result[1024];
       std::strcpy(result, onto_prefix ? "AA." : taken);
+      char* const start = onto_prefix ? result : given(prefix);
+      char* const letters = onto_prefix ? const_cast<char*>(taken) : result;
       errno = 77;
-      EXPECT_EQ(utl_unique_filename(onto_prefix ? result : given(prefix),
-                                    onto_prefix ? given(taken) : result, result),
-                next ? 0 : -1);
+      EXPECT_EQ(utl_unique_filename(start, letters, result), next ? 0 : -1);
       EXPECT_TRUE(next == nullptr || errno == 77) << errno;
       EXPECT_EQ(result, prefix + (next ? next : taken));
     }

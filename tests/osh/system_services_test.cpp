@@ -42,7 +42,7 @@ TEST(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
   }
   fs::create_directory("first/folder.ttf");
   fs::create_symlink("nowhere", "first/dangling.ttf");
-  fs::create_symlink("../elsewhere", "first/link");
+  fs::create_symlink("../elsewhere", "first/link.ttf");
   fs::remove("second/a/link.ttf");
   fs::create_symlink("../B.TTF", "second/a/link.ttf");
   char** list = nullptr;
