@@ -92,23 +92,14 @@ TEST(ClosestColor, RemembersTheLastAnswerOfAnyMap) {
 
 TEST(ClosestColor, BecomesThePenOfAValue) {
   ColorMap map = greys({0, 10, 20});
-  const struct {
-    int red, green, pen, exact_pen;
-  } rows[] = {{20, 20, 2, 2}, {20, 21, 2, 2}, {21, 21, 2, 7}, {5, 5, 1, 7}};
-  for (const auto& row : rows) {
-    const ColorValue before(7, 8, row.red, row.green, 20);
-    ColorValue value = before;
-    value.GetClosestColor(map);
-    ColorValue expected = before;
-    expected.SetPen(row.pen);
-    EXPECT_TRUE(value == expected) << row.red;
-    value = before;
-    value.SetColorValuePenFromRGB(map);
-    EXPECT_TRUE(value == expected) << row.red;
-    value = before;
-    value.SetExactColorValuePenFromRGB(map);
-    expected.SetPen(row.exact_pen);
-    EXPECT_TRUE(value == expected) << row.red;
+  const int rows[][4] = {{20, 20, 2, 2}, {20, 21, 2, 2}, {21, 21, 2, 7}, {5, 5, 1, 7}};
+  for (const auto& [red, green, pen, exact_pen] : rows) {
+    ColorValue closest(7, 8, red, green, 20), same = closest, exact = closest;
+    closest.GetClosestColor(map);
+    same.SetColorValuePenFromRGB(map);
+    exact.SetExactColorValuePenFromRGB(map);
+    EXPECT_TRUE(closest == ColorValue(pen, 8, red, green, 20) && same == closest) << red;
+    EXPECT_TRUE(exact == ColorValue(exact_pen, 8, red, green, 20)) << red;
   }
 }
 
@@ -126,35 +117,24 @@ TEST(SimilarColor, IsTheClosestOfOtherColours) {
   }
 }
 
-TEST(ColorMap, SetsJustWhatItHas) {
-  ColorMap map = greys({1, 2, 3});
-  std::string blue = "HSV 240 1 1";
+TEST(ColorMap, SetsComparesAndCopies) {
+  ColorMap map = greys({1, 2, 3}), copy = map, longer = greys({1, 2, 3, 4}), empty(-5, 255);
+  char blue[] = "HSV 240 1 1";
   for (int index : {-1, 3, INT_MIN, INT_MAX}) {
-    EXPECT_EQ(map.SetIndex(index, 0, blue.data()), 0);
-    EXPECT_EQ(map.SetRGBIndex(index, 0.0f, 0.0f, 0.0f), 0);
+    EXPECT_EQ(map.SetIndex(index, 0, blue) + map.SetRGBIndex(index, 0.0f, 0.0f, 0.0f), 0);
   }
   EXPECT_EQ(map.SetRGBIndex(1, 0.0f, 2.0f, 0.0f), 0);
-  ColorMap before = greys({1, 2, 3});
-  EXPECT_TRUE(map.Identical(&before));
-  EXPECT_EQ(map.SetIndex(0, 0, blue.data()), 1);
-  EXPECT_EQ(map.SetRGBIndex(2, 0.0f, 1.0f, 0.0f), 1);
-  EXPECT_EQ(map.colors[0], ColorRGB(0, 0, 255));
-  EXPECT_EQ(map.colors[2], ColorRGB(0, 255, 0));
-}
-
-TEST(ColorMap, ComparesAndCopies) {
-  ColorMap map = greys({1, 2, 3});
-  ColorMap copy = map;
   copy.max_value = 7;
+  EXPECT_TRUE(map.Identical(&copy));
+  EXPECT_EQ(copy.SetIndex(0, 0, blue) + copy.SetRGBIndex(1, 0.0f, 1.0f, 0.0f), 2);
+  EXPECT_EQ(copy.colors[0], ColorRGB(0, 0, 255));
+  EXPECT_EQ(copy.colors[1], ColorRGB(0, 255, 0));
+  map.CopyColorMap(&copy);
+  EXPECT_EQ(copy.max_value, 255u);
   EXPECT_TRUE(map.Identical(&copy));
   copy.colors[2].blue = 4;
   EXPECT_FALSE(map.Identical(&copy));
-  EXPECT_EQ(map.colors[2], ColorRGB(3, 3, 3));
-  map.CopyColorMap(&copy);
-  EXPECT_TRUE(map.Identical(&copy));
-  EXPECT_EQ(copy.max_value, 255u);
 
-  ColorMap longer = greys({1, 2, 3, 4});
   EXPECT_FALSE(map.Identical(&longer));
   map.CopyColorMap(&longer);
   longer.CopyColorMap(&map);
@@ -162,16 +142,10 @@ TEST(ColorMap, ComparesAndCopies) {
   EXPECT_EQ(longer.colors[3], ColorRGB(4, 4, 4));
   const ColorMap& itself = longer;
   longer = itself;
-  map = longer;
-  EXPECT_EQ(map.map_size, 4u);
-  EXPECT_TRUE(map.Identical(&longer));
-
-  ColorMap empty(0, 255), negative(-5, 255);
-  EXPECT_TRUE(empty.Identical(&negative));
-  map = empty;
-  EXPECT_EQ(map.map_size, 0u);
-  map = longer;
-  EXPECT_TRUE(map.Identical(&longer));
+  for (ColorMap* source : {&longer, &empty, &longer}) {
+    map = *source;
+    EXPECT_TRUE(map.map_size == source->map_size && map.Identical(source));
+  }
 }
 
 __attribute__((noinline, no_sanitize("null"))) unsigned int value_of(ColorMap* map, int type,
@@ -225,20 +199,16 @@ TEST(ReadOnlyColor, IsCloseInEachChannel) {
 // Every list of pens of a table of six, with every number of reserved ones.
 TEST(ReadOnlyPens, AreTheOthersFromBelow) {
   const int size = 6;
-  for (unsigned int pens = 0; pens < 1u << size; ++pens) {
+  for (int pens = 0; pens < 1 << size; ++pens) {
     for (int reserved = -1; reserved <= size + 1; ++reserved) {
       ColorRWMap used(size), target(size);
       std::vector<unsigned int> others;
       for (unsigned int pen = 0; pen < size; ++pen) {
-        if (pens >> pen & 1) {
-          used.rw_list[used.rw_count++] = pen;
-        } else {
-          others.push_back(pen);
-        }
+        pens >> pen & 1 ? void(used.rw_list[used.rw_count++] = pen) : others.push_back(pen);
       }
       for (int i = 0; i < reserved && !others.empty(); ++i) others.pop_back();
       used.MakeRoList(&target, reserved);
-      ASSERT_EQ(std::vector<unsigned int>(target.rw_list, target.rw_list + target.rw_count), others)
+      ASSERT_EQ(std::vector(target.rw_list, target.rw_list + target.rw_count), others)
           << pens << ' ' << reserved;
     }
   }
@@ -247,43 +217,28 @@ TEST(ReadOnlyPens, AreTheOthersFromBelow) {
 TEST(ColorXfm, TranslatesAndCounts) {
   std::vector<int> levels = {77};  // of a pen that no count sees
   for (int level = 0; level < 40; ++level) levels.push_back(level);
-  ColorMap source = greys(levels);
-  ColorMap target = greys({5, 0, 0});
-  ColorXfm* xfm = ColOpenXfm(static_cast<int>(levels.size()));
+  ColorMap source = greys(levels), target = greys({5, 0, 0}), shorter = greys({1, 2});
+  ColorXfm* xfm = ColOpenXfm(41);
   EXPECT_EQ(xfm->DoColorXfm(20), 0u);
   for (int round = 0; round < 2; ++round) {  // the second starts from 0
     ColMapColors(&source, &target, xfm);
-    EXPECT_EQ(xfm->hist_exact, 1u);
-    EXPECT_EQ(xfm->hist_3, 3u);
-    EXPECT_EQ(xfm->hist_7, 4u);
-    EXPECT_EQ(xfm->hist_15, 8u);
-    EXPECT_EQ(xfm->hist_31, 16u);
+    EXPECT_EQ((std::vector{xfm->hist_exact, xfm->hist_3, xfm->hist_7, xfm->hist_15, xfm->hist_31}),
+              (std::vector{1u, 3u, 4u, 8u, 16u}));
   }
-  EXPECT_EQ(xfm->DoColorXfm(0), 1u);
+  // To its own colours, upside down: each pen finds itself, and the last answers for all beyond.
+  ColorMap turned = source;
+  std::reverse(turned.colors + 1, turned.colors + 41);
+  ColMapColors(&source, &turned, xfm);
+  EXPECT_EQ(xfm->hist_exact, 40u);
+  for (unsigned int pen = 1; pen < 41; ++pen) EXPECT_EQ(xfm->DoColorXfm(pen), 41 - pen);
+  for (unsigned int pen : {41u, 0xFFFFFFFFu}) EXPECT_EQ(xfm->DoColorXfm(pen), 1u);
+  ColMapColors(&shorter, &target, xfm);  // a table longer than the source keeps what lies beyond
+  EXPECT_EQ(xfm->DoColorXfm(2), 39u);
+  EXPECT_EQ(ColorXfm(0).DoColorXfm(5), 0u);
   ColCloseXfm(&xfm);
   EXPECT_NE(xfm, nullptr);
   xfm = nullptr;
   ColCloseXfm(&xfm);
-
-  // Pens of a shuffled copy come back; the last one answers for all beyond.
-  std::mt19937 random(7);
-  for (int i = 1; i < 41; ++i) source.colors[i] = {i, 0, static_cast<int>(random() % 256)};
-  ColorMap shuffled = source;
-  std::shuffle(shuffled.colors + 1, shuffled.colors + 41, random);
-  ColorXfm back(41);
-  back.MapColors(&source, &shuffled);
-  EXPECT_EQ(back.hist_exact, 40u);
-  for (unsigned int pen = 1; pen < 41; ++pen) {
-    EXPECT_EQ(shuffled.colors[back.DoColorXfm(pen)], source.colors[pen]);
-  }
-  for (unsigned int pen : {41u, 0xFFFFFFFFu}) EXPECT_EQ(back.DoColorXfm(pen), back.xfm_table[40]);
-
-  // A table longer than the source keeps what lies beyond; an empty one gives 0.
-  ColorMap shorter = greys({1, 2});
-  back.MapColors(&shorter, &target);
-  EXPECT_EQ(back.DoColorXfm(1), 1u);
-  EXPECT_EQ(shuffled.colors[back.DoColorXfm(2)], source.colors[2]);
-  EXPECT_EQ(ColorXfm(0).DoColorXfm(5), 0u);
 }
 
 }  // namespace
