@@ -81,13 +81,12 @@ void expect_conventions_for_paths() {
   }
 }
 
-int kind(char* path) {
-  unsigned short mode = 0;
-  return osh_inquire_file(path, &mode) == 1 ? mode : -1;
-}
-
 void expect_changes_as_promised() {
   World world;
+  const auto kind = [](char* path) {
+    unsigned short mode = 0;
+    return osh_inquire_file(path, &mode) == 1 ? mode : -1;
+  };
   const auto permissions = [](const char* path) { return int(fs::status(path).permissions()); };
   EXPECT_EQ(kind("plain"_c), 0x5FF);
   EXPECT_EQ(osh_chmod("dir"_c, 0555) + kind("dir"_c), 1 + 0x116D);

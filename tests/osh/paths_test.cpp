@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <cwchar>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -34,16 +35,13 @@ void expect_absolute(const std::string& path, const std::string& absolute) {
 
 TEST(Paths, HaveOneFormEachAndAreNeverCut) {
   World world;
-  struct Row {
-    std::string path, absolute;
-    int alternate;
-  };
-  std::vector<Row> rows = {{"plain", "/plain", 0},      {"dangling", "/dangling", -1},
-                           {".//./plain", "/plain", 0}, {"plain/../x", "/plain/../x", -1},
-                           {"\\plain", "/\\plain", -1}, {"...", "/...", -1}};
+  std::vector<std::tuple<std::string, std::string, int>> rows = {
+      {"plain", "/plain", 0},      {"dangling", "/dangling", -1},
+      {".//./plain", "/plain", 0}, {"plain/../x", "/plain/../x", -1},
+      {"\\plain", "/\\plain", -1}, {"...", "/...", -1}};
   for (const std::size_t length : {1023, 1024, 5000}) {
-    rows.push_back({padded("plain", length), "/plain", length < 1024 ? 0 : -1});
-    rows.push_back({std::string(length, 'x'), '/' + std::string(length, 'x'), -1});
+    rows.emplace_back(padded("plain", length), "/plain", length < 1024 ? 0 : -1);
+    rows.emplace_back(std::string(length, 'x'), '/' + std::string(length, 'x'), -1);
   }
   Text out(1024);
   for (const auto& [path, absolute, alternate] : rows) {
@@ -97,7 +95,7 @@ TEST(Paths, FindTheNextFreeName) {
       {"Y", "Z"},     {"", nullptr},  {"AZ-Z", "BA-A"}, {"a@", nullptr}, {"A9Z[", "B9A["}};
   for (const auto& [taken, next] : rows) {
     const std::string prefix = "AA.";  // which no carry reaches
-    put(prefix + taken, "");
+    put(prefix + taken);
     for (const bool onto_prefix : {true, false}) {
       char result[1024];
       std::strcpy(result, onto_prefix ? "AA." : taken);

@@ -29,7 +29,11 @@ inline std::string content(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-inline void put(const std::string& path, std::string_view text) { std::ofstream(path) << text; }
+/// Makes a file, and the directories above it.
+inline void put(const std::string& path, std::string_view text = {}) {
+  fs::create_directories(fs::absolute(path).parent_path());
+  std::ofstream(path) << text;
+}
 
 inline std::ptrdiff_t entries(const char* directory) {
   return std::distance(fs::directory_iterator(directory), {});
