@@ -27,39 +27,47 @@ TEST(Mem, AgreesWithAModelAfterEveryStep) {
   }
 }
 
-// A list of one-byte blocks takes one of two bytes while the heap refuses the first request,
-// the second and so on: once, or from there to the end.
+// A list of blocks of 8 bytes, the first of which has the number 0, takes one of 16 while the
+// heap refuses the first request, the second and so on: once, or from there to the end.
 TEST(Mem, GivesTheStatedStatusForEachRefusalOfTheHeap) {
   const struct {
     const char* name;
     MemExceptionHandler handler;
-    int n_blocks, limit;
-    const char* statuses[2];  // refused once, for good; the last is of a run without refusal
+    int n_blocks, limit, used;  // the charge without these blocks
+    const char* statuses[2];    // refused once, for good; the last is of a run without refusal
+    bool is_child = false;      // of the first block
   } rows[] = {
-      {"gives up", give_up, 16, 18, {"240", "240"}},
-      {"goes on", go_on, 16, 18, {"000", "240"}},
-      {"makes room in table and heap", evict, 16, 18, {"000", "440"}},
-      {"makes room in the pool", evict, 15, 15, {"00", "40"}},
-      {"fills the table on overflow", fill, 15, 15, {"0020", "4420"}},
+      {"gives up", give_up, 16, 144, 0, {"240", "240"}},
+      {"goes on", go_on, 16, 144, 0, {"000", "240"}},
+      {"makes room in table and heap", evict, 16, 144, 0, {"000", "440"}},
+      {"makes room in the pool", evict, 15, 120, 0, {"00", "40"}},
+      {"fills the table on overflow", fill, 15, 120, 0, {"0020", "4420"}},
+      {"releases the pointer's home", evict, 16, 128, 0, {"21", "21"}, true},
+      {"goes up to the largest int", go_on, 1, INT_MAX, INT_MAX - 24, {"00", "40"}},
+      {"can't go on beyond an int", go_on, 1, INT_MAX, INT_MAX - 23, {"11", "41"}},
   };
   for (const auto& row : rows) {
     for (const bool lasting : {false, true}) {
       SCOPED_TRACE(testing::Message() << row.name << (lasting ? ", for good" : ", once"));
-      MemPool pool = {row.limit, 0};
+      MemPool pool = {row.limit, row.used};
       MemList* list;
       void *slots[16], *slot;
       std::string statuses;
       const auto prepare = [&] {
         list = MemListNew(&pool, row.handler);
-        for (int i = 0; i < row.n_blocks; ++i) MemAllocate(list, 1, nullptr, &slots[i]);
+        zelvan::mem_sequence = 0;
+        for (int i = 0; i < row.n_blocks; ++i) MemAllocate(list, 8, nullptr, &slots[i]);
         slot = &slot;
       };
       prepare();
-      const auto operation = [&] { statuses += char('0' + MemAllocate(list, 2, &slots, &slot)); };
+      const auto operation = [&] {
+        void** const place = row.is_child ? static_cast<void**>(slots[0]) : &slot;
+        statuses += char('0' + MemAllocate(list, 16, &slots, place));
+      };
       const auto check = [&](bool) {
         EXPECT_EQ(slot == &slot, statuses.back() != '0');
         MemListDelete(&list);
-        EXPECT_EQ(pool.used, 0);
+        EXPECT_EQ(pool.used, row.used);
         prepare();
       };
       support::refuse_each_request(operation, check, lasting);
@@ -95,18 +103,6 @@ TEST(Mem, LooksForAParentFromItsFirstByteToItsLast) {
     zelvan::MemEntryFindParent(&list, &rows[1]);
     EXPECT_EQ(rows[1].parent, at >= 8 && at < 16 ? 0 : -1) << at;
   }
-}
-
-// No handler's word makes the charge pass what an int holds.
-TEST(Mem, ChargesNoPoolBeyondAnInt) {
-  MemPool pool = {INT_MAX, INT_MAX - 1};
-  MemList* list = MemListNew(&pool, go_on);
-  void* slots[2] = {};
-  EXPECT_EQ(MemAvailable(list, 2), 0);
-  EXPECT_EQ(MemAllocate(list, 2, nullptr, &slots[0]), MEM_POOL_OVERFLOW);
-  EXPECT_EQ(MemAllocate(list, 1, nullptr, &slots[1]), MEM_SUCCESS);
-  EXPECT_EQ(pool.used, INT_MAX);
-  MemListDelete(&list);
 }
 
 TEST(Mem, TracesALongScenario) {

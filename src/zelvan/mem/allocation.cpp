@@ -84,10 +84,12 @@ bool may_go_on(const Request& request, int code) {
   MemList* const list = request.list;
   const MemEntry* const home = find_block_around(list, request.back_ptr, nullptr);
   const std::ptrdiff_t index = home == nullptr ? 0 : home - list->entries;
-  const int sequence = home == nullptr ? 0 : home->sequence;
+  const MemEntry before = home == nullptr ? empty_entry : *home;
   MemException exception = {code, list, request.key, request.size};
   if (list->exception_handler(&exception) == 0) return false;
-  return home == nullptr || list->entries[index].sequence == sequence;
+  // Address and number: a later block may have the one, and an empty row has the number 0.
+  const MemEntry& now = list->entries[index];
+  return home == nullptr || (now.address == before.address && now.sequence == before.sequence);
 }
 
 int next_serial_number() {

@@ -69,7 +69,7 @@ struct MemException;
 typedef unsigned short (*MemExceptionHandler)(MemException* exception);
 
 /// One row of a list's table. It is empty while `address` is null, and then all else is 0, too,
-/// but for `parent`, which is -1.
+/// but for `parent`, which is -1, and `excluded`, which counts for nothing then.
 struct MemEntry {
   void* address;            ///< the block
   int size;                 ///< as asked for; what the pool is charged
