@@ -19,11 +19,11 @@ unsigned short fill(MemException* e) {  // takes the last row away from the one 
 }
 
 TEST(Mem, AgreesWithAModelAfterEveryStep) {
-  for (unsigned seed = 1; seed <= 100 && !HasFailure(); ++seed) {
-    SCOPED_TRACE(testing::Message() << "seed " << seed);
+  for (unsigned seed = 1; seed <= 60 && !HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
     support::Random random(seed);
     World world([&](int count) { return random.below(count); });
-    while (world.operations < 1000 && !HasFailure()) world.step();
+    for (int i = 0; i < 500 && !HasFailure(); ++i) world.step();
   }
 }
 
@@ -80,8 +80,9 @@ TEST(Mem, GivesTheStatedStatusForEachRefusalOfTheHeap) {
 TEST(Mem, MakesNoHalfOfAPoolOrList) {
   MemPool* pool;
   MemList* list;
+  int n = 0;
   const auto operation = [&] {
-    pool = MemPoolNew(-5);
+    pool = MemPoolNew(-(n++ % 2));
     list = pool == nullptr ? nullptr : MemListNew(pool, give_up);
   };
   const auto check = [&](bool refused) {
@@ -130,26 +131,20 @@ TEST(Mem, TracesALongScenario) {
   MemFree(list, unknown);
   void* const first = allocate(40, 7, &slots[0]);
   allocate(24, 8, first);
-  void* const third = allocate(50, 9, &slots[1]);  // at the cost of both
+  MemFree(list, first);
+  allocate(101, 9, &slots[2]);  // in vain, at the cost of both
   allocate(-1, 9, &slots[2]);
-  allocate(101, 9, &slots[2]);
-  void* const fourth = allocate(16, 7, &slots[2]);
-  void* const fifth = allocate(8, 7, fourth);
-  void* const sixth = allocate(8, 7, fifth);
-  MemFree(list, fourth);
-  MemSetPointer(list, third, static_cast<void**>(sixth));
+  void* const third = allocate(50, 9, &slots[1]);
   MemSetPointer(list, list, &slots[0]);
   MemSetPointer(list, third, &slots[0]);
   slots[0] = nullptr;  // the owner forgets
-  MemListInitializeSearch(list);
   MemListRemoveOldest(list);
   MemListClear(list);
   slots[0] = third;
-  MemFree(list, sixth);
-  MemListRemoveSmallest(list);
   list->n_used = 0;
   MemListClear(list);
   list->n_used = 1;
+  MemListRemoveSmallest(list);
   MemListDelete(&list);
   mem_trace = 0;
   std::string expected = R"(Free: list @L address @U
@@ -159,7 +154,9 @@ Allocate:  list @L key 0x7 size 40 back ptr @A
 Allocate:  list @L key 0x8 size 24 back ptr @1
   [2] Allocation address @2 total size 24 pool used 64
     Parent sequence [1] total size 64
-Allocate:  list @L key 0x9 size 50 back ptr @B
+Free: list @L address @1
+**[1] Is parent/nAllocate:  list @L key 0x9 size 101 back ptr @C
+**Pool of 100 too small
 **Pool overflow current size 64
 Initialize search: list @L
 Remove from search: list @L object 0x9
@@ -168,51 +165,25 @@ Remove from search: list @L object 0x9
   [2] Parent sequence [1], new total 40
   [1] Release 40 pool used 0
 ^^Remove: Largest
-  [3] Allocation address @3 total size 50 pool used 50
+**Pool overflow after exception processing
 Allocate:  list @L key 0x9 size -1 back ptr @C
 **Malloc failed
 **Malloc failed after exception processing
-Allocate:  list @L key 0x9 size 101 back ptr @C
-**Pool of 100 too small
-**Pool overflow current size 50
-Initialize search: list @L
-Remove from search: list @L object 0x9
-!!Remove: Largest
-**Pool overflow after exception processing
-Allocate:  list @L key 0x7 size 16 back ptr @C
-  [4] Allocation address @4 total size 16 pool used 66
-Allocate:  list @L key 0x7 size 8 back ptr @4
-  [5] Allocation address @5 total size 8 pool used 74
-    Parent sequence [4] total size 24
-Allocate:  list @L key 0x7 size 8 back ptr @5
-  [6] Allocation address @6 total size 8 pool used 82
-    Parent sequence [5] total size 16
-Free: list @L address @4
-**[4] Is parent/nSet pointer: list @L address @3 back ptr @6
-  [3] Set pointer replaces @B
-    Parent sequence [6] total size 58
+Allocate:  list @L key 0x9 size 50 back ptr @B
+  [3] Allocation address @3 total size 50 pool used 50
 Set pointer: list @L address @L back ptr @A
 **Address not found
 Set pointer: list @L address @3 back ptr @A
-  [3] Set pointer replaces @6
-Initialize search: list @L
+  [3] Set pointer replaces @B
 !!Remove: Oldest
 **[3] Back pointer does not contain address
 ^^Remove: Oldest
 Clear list @L address @3
 **[3] Back pointer does not contain address
-Clear list @L address @4
-**[5] Is parent/n**[4] Is parent/nFree: list @L address @6
-  [6] Release 8 pool used 74
-  [6] Parent sequence [5], new total 8
-!!Remove: Smallest
-  [5] Release 8 pool used 66
-  [5] Parent sequence [4], new total 16
-  [4] Release 16 pool used 50
-^^Remove: Smallest
 **List used is 0, entry has address
-Clear list @L address @3
+!!Remove: Smallest
   [3] Release 50 pool used 0
+^^Remove: Smallest
 )";
   for (const auto& [name, address] : names) {
     for (std::size_t at; (at = expected.find(name)) != expected.npos;) {
