@@ -1,11 +1,12 @@
 /// A list under operations by chance, those of its handler among them, beside a model that is
-/// told of each: it keeps the rows of the list and what every owner's pointer must hold. Totals
-/// and the charge it adds up anew after each step.
+/// told of each: it keeps the rows of the list, the charge, and what every owner's pointer must
+/// hold. Totals it adds up anew after each step.
 #pragma once
 
 #include <zelvan/mem/detail/entry.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstdlib>
 #include <functional>
@@ -33,7 +34,7 @@ class World {
     void* untracked;  // a list that is gone is no default any more
     EXPECT_EQ(MemAllocate(nullptr, 8, nullptr, &untracked), MEM_SUCCESS);
     MemFree(nullptr, untracked);
-    EXPECT_EQ(pool_.used, used());  // what was refused stays charged and is left to its owner
+    EXPECT_EQ(pool_.used, used_);  // what was refused stays charged and is left to its owner
     for (const MemEntry& row : rows_) std::free(row.address);
   }
 
@@ -66,14 +67,13 @@ class World {
         clear();
         MemListClear(list_);
         break;
-      case 5:
-        if (below(2) == 0) {
-          MemListInitializeSearch(list_);
-          for (MemEntry& e : rows_) e.excluded = 0;
-        }
+      case 5: {
+        const bool is_anew = below(2) == 0;
+        if (is_anew) MemListInitializeSearch(list_);
         MemListRemoveFromSearch(list_, row.key);
-        for (MemEntry& e : rows_) e.excluded |= e.key == row.key;
+        for (MemEntry& e : rows_) e.excluded = e.key == row.key || (!is_anew && e.excluded != 0);
         break;
+      }
       case 6:
         evict();
         break;
@@ -106,18 +106,13 @@ class World {
     return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
   }
 
-  int used() const {
-    int sum = 0;
-    for (const MemEntry& row : rows_) sum += row.size;
-    return sum;
-  }
-
   void release(MemEntry& row) {
     if (is_free(row) || memory_[row.back_ptr] != row.address) return;
     if (std::ranges::count(rows_, &row - rows_.data(), &MemEntry::parent) != 0) return;
     memory_[row.back_ptr] = nullptr;
     auto* const block = static_cast<void**>(row.address);
     memory_.erase(memory_.lower_bound(block), memory_.lower_bound(block + row.size / 8));
+    used_ -= row.size;
     row = zelvan::empty_entry;
   }
 
@@ -135,17 +130,16 @@ class World {
   }
 
   void evict() {
+    static constexpr decltype(&MemListRemoveOldest) removals[] = {
+        MemListRemoveLargest, MemListRemoveSmallest, MemListRemoveOldest};
     const int rule = below(3);
     std::pair<int, MemEntry*> best = {INT_MAX, nullptr};
     for (MemEntry& row : rows_) {
       if (row.total_size == 0 || row.excluded != 0 || (rule < 2 && row.parent >= 0)) continue;
       const int age = static_cast<int>(sequence_ - static_cast<unsigned>(row.sequence));
-      const int measures[] = {-row.total_size, row.total_size, -age};
-      best = std::min(best, {measures[rule], &row});
+      best = std::min(best, {std::array{-row.total_size, row.total_size, -age}[rule], &row});
     }
     if (best.second != nullptr) release_family(*best.second);
-    const decltype(&MemListRemoveOldest) removals[] = {MemListRemoveLargest, MemListRemoveSmallest,
-                                                       MemListRemoveOldest};
     EXPECT_EQ(removals[rule](list_), best.second != nullptr);
   }
 
@@ -158,7 +152,7 @@ class World {
     if (code == 0 && call.size > pool_.limit) return MEM_POOL_TOO_SMALL;
     if (code == 0 || code == MEM_POOL_TOO_SMALL) {
       free_row();
-      if (used() + call.size > pool_.limit) return MEM_POOL_OVERFLOW;
+      if (used_ + call.size > pool_.limit) return MEM_POOL_OVERFLOW;
     }
     return code != MEM_MALLOC_FAILED && call.size < 0 ? MEM_MALLOC_FAILED : 0;
   }
@@ -190,6 +184,7 @@ class World {
     if (status != MEM_SUCCESS) return;
     auto* const block = static_cast<void**>(memory_[call.place] = *call.place);
     for (int i = 0; i < call.size / 8; ++i) memory_[block + i] = block[i] = nullptr;
+    used_ += call.size;
     MemEntry& row = free_row();
     row = {block, call.size, 0, call.key, call.place, 0, static_cast<int>(sequence_++), -1};
     row.parent = index_around(call.place, &row);
@@ -197,10 +192,10 @@ class World {
 
   void check() {
     for (const auto& [place, value] : memory_) ASSERT_EQ(*place, value);
-    const int n_entries = static_cast<int>(rows_.size()), room = pool_.limit - used();
+    const int n_entries = static_cast<int>(rows_.size()), room = pool_.limit - used_;
     const int n_used = n_entries - static_cast<int>(std::ranges::count_if(rows_, is_free));
-    ASSERT_EQ(std::tie(list_->n_entries, list_->n_used), std::tie(n_entries, n_used));
-    ASSERT_EQ(pool_.used, used());
+    ASSERT_EQ(std::tie(list_->n_entries, list_->n_used, pool_.used),
+              std::tie(n_entries, n_used, used_));
     ASSERT_EQ(MemAvailable(list_, room), n_used < n_entries);
     ASSERT_EQ(MemAvailable(list_, room + 1), 0);
     for (MemEntry& row : rows_) row.total_size = row.size;
@@ -222,4 +217,5 @@ class World {
   void* slots_[16] = {};
   std::map<void**, void*> memory_;  ///< all pointers of owners, in slots and in blocks
   std::vector<Call*> calls_;
+  int used_ = 0;
 };
