@@ -43,6 +43,7 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
     In::pending = true, In::files = 2, In::most_lines = 5000;
     log.setFilePrefix("kept");
     log.setLogLevel(static_cast<logPriorities>(row.level_set));
+    EXPECT_EQ(In::level, row.level_set);
     row.prefix == nullptr ? unsetenv("LOGGER_FILE_PREFIX")
                           : setenv("LOGGER_FILE_PREFIX", row.prefix, 1);
     setenv("LOGGER_MAX_NUM_LINES", row.lines, 1);
