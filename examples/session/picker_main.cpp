@@ -111,15 +111,18 @@ int main(int argc, char** argv) {
                  argv[2], argv[3]);
     return 1;
   }
+  int status = 0;
   try {
     Picker picker = load_world(session);
     serve(session, picker);
     return 0;  // the handle is dead, and the sockets go with the process
   } catch (const PrimaryGone&) {
-    return 1;
+    status = 1;
   } catch (const std::exception& error) {
-    std::string status = std::string("ERROR ") + error.what();
-    wipc_write_status(session, status.data());
+    std::string last_words = std::string("ERROR ") + error.what();
+    wipc_write_status(session, last_words.data());
+    status = 2;
   }
-  return 2;
+  wipc_close_session(session);
+  return status;
 }
