@@ -78,7 +78,7 @@ ColorMap& ColorMap::operator=(const ColorMap& other) {
   }
   max_value = other.max_value;
   map_size = colors == nullptr ? 0 : other.map_size;
-  map_count = map_size;
+  map_count = colors == nullptr ? 0 : other.map_count;
   std::copy_n(other.colors, map_size, colors);
   return *this;
 }
