@@ -142,6 +142,7 @@ TEST(ColorMap, SetsComparesAndCopies) {
   EXPECT_EQ(longer.colors[3], ColorRGB(4, 4, 4));
   const ColorMap& itself = longer;
   longer = itself;
+  longer.map_count = 3;  // a copy keeps it
   for (ColorMap* source : {&longer, &empty, &longer}) {
     map = *source;
     EXPECT_TRUE(map.map_size == source->map_size && map.Identical(source));
@@ -207,6 +208,7 @@ TEST(ReadOnlyPens, AreTheOthersFromBelow) {
         pens >> pen & 1 ? void(used.rw_list[used.rw_count++] = pen) : others.push_back(pen);
       }
       for (int i = 0; i < reserved && !others.empty(); ++i) others.pop_back();
+      if (reserved < 0 && used.rw_count > 0) others.push_back(size);
       used.MakeRoList(&target, reserved);
       ASSERT_EQ(std::vector(target.rw_list, target.rw_list + target.rw_count), others)
           << pens << ' ' << reserved;

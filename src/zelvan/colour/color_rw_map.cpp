@@ -16,8 +16,9 @@ ColorRWMap& ColorRWMap::operator=(const ColorRWMap& other) = default;
 ColorRWMap::~ColorRWMap() { std::free(rw_list); }
 
 void ColorRWMap::MakeRoList(ColorRWMap* target, int reserved) {
-  const std::int64_t wanted = std::int64_t{target->rw_size} - rw_count - std::max(reserved, 0);
-  target->rw_count = static_cast<unsigned int>(std::max<std::int64_t>(wanted, 0));
+  const std::int64_t room = target->rw_size;
+  const std::int64_t wanted = room - rw_count - reserved;
+  target->rw_count = static_cast<unsigned int>(std::clamp<std::int64_t>(wanted, 0, room));
 
   unsigned int taken = 0;  // pens of this list that lie behind
   unsigned int filled = 0;

@@ -27,7 +27,7 @@ class ColorRWMap {
 
   /// Fills `*target` with the lowest pens that this list doesn't hold, but for the topmost
   /// `reserved`: its `rw_size` less this list's `rw_count` less `reserved` of them, none if
-  /// that is less than nothing. A negative `reserved` counts as 0.
+  /// that is less than nothing and at most `rw_size`.
   ///
   /// Requires: `target` is another list, and this one is in ascending order.
   ZELVAN_API void MakeRoList(ColorRWMap* target, int reserved);
