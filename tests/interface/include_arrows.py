@@ -13,7 +13,7 @@ ARROWS = {
     "linetypes": set(),
     "mem": set(),
     "var": {"platform/comparison.h"},
-    "tra": set(),
+    "tra": {"transforms/detail/instruction_set.h"},
     "logger": set(),
     "text": {"platform/locale.h"},
     "osh": {"platform"},
