@@ -9,7 +9,7 @@ ARROWS = {
     "transforms": set(),
     "pick": {"transforms"},
     "geometry": {"transforms/records.h"},
-    "colour": {"text/str_field.h", "var", "platform/comparison.h"},
+    "colour": {"text/str_field.h", "var", "transforms/detail/instruction_set.h"},
     "linetypes": set(),
     "mem": set(),
     "var": {"platform/comparison.h"},

@@ -59,7 +59,7 @@ ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(ma
 
 Closest ClosestIndex::find(const ColorRGB& target, Closest best) const {
   if (entries_ == nullptr || !is_exact(target)) {
-    return closest_by_fours(map_.colors, 1, map_.map_size, target, best);
+    return closest_in_vectors(map_.colors, 1, map_.map_size, target, best);
   }
   int nearest = static_cast<int>(best.distance);
   unsigned int found = best.index;
