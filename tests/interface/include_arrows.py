@@ -8,7 +8,7 @@ import sys
 ARROWS = {
     "transforms": set(),
     "pick": {"transforms"},
-    "geometry": {"transforms/records.h"},
+    "geometry": {"transforms/records.h", "transforms/detail/instruction_set.h"},
     "colour": {"text/str_field.h", "var", "transforms/detail/instruction_set.h"},
     "linetypes": set(),
     "mem": set(),
