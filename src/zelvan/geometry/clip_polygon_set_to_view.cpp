@@ -96,19 +96,23 @@ int RingWalk::clip(const Outline& outline) {
 // the side at which the outline is, and are left out. Gives the number of such behind `i`.
 int RingWalk::pass_run(const Outline& outline, int i, const PlacedPoint& a, const PlacedPoint& b) {
   const real_pt_t* const behind = outline.points + i + 2;
-  const int left = outline.count - i - 2;
+  const int left = view_.is_upright() ? outline.count - i - 2 : 0;
   if ((a.not_within | b.not_within) == 0) {
-    const int run = view_.is_upright() ? 1 + count_inside(behind, left, view_.box()) : 1;
-    has_inside_ = true;
     edge_flags_[count_ - 1] = is_visible(outline.edge_flags[i]);
-    std::copy_n(outline.points + i + 1, run, points_ + count_);
-    std::copy_n(outline.edge_flags + i + 1, run, edge_flags_ + count_);
-    count_ += run;
+    points_[count_] = b.at;
+    edge_flags_[count_] = outline.edge_flags[i + 1];
     last_ = {true, 0};
-    return run;
+    const int more = count_inside(behind, left, view_.box());
+    if (more > 0) {
+      std::copy_n(behind, more, points_ + count_ + 1);
+      std::copy_n(outline.edge_flags + i + 2, more, edge_flags_ + count_ + 1);
+    }
+    has_inside_ = true;
+    count_ += 1 + more;
+    return 1 + more;
   }
   if (holds(a.beyond & b.beyond, side_)) {
-    return view_.is_upright() ? 1 + count_beyond(behind, left, view_.box(), side_) : 1;
+    return 1 + count_beyond(behind, left, view_.box(), side_);
   }
   return 0;
 }
@@ -220,18 +224,15 @@ void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* r
   using namespace zelvan;
   ClipView view;
   if (!view.set(*rect)) return;
-  int first = 0;
-  while (first < source->n_points) {
-    const int open = count_open(source->edge_flags + first, source->n_points - first);
-    const Outline outline = {source->points + first, source->edge_flags + first, open + 1};
-    first += outline.count;
-    if (first > source->n_points) return;  // not closed
-    if (open == 0) continue;               // one vertex has no edge
-    const OutlineExtent extent = extent_of(outline.points, outline.count, view.box());
-    if (extent.is_apart || !extent.is_finite) continue;
-    if (extent.is_inside && view.is_upright()) {
+  for (int from = 0;;) {
+    const FoundOutline found = find_outline(*source, from, view.box());
+    if (found.count == 0) return;
+    from = found.first + found.count;
+    const Outline outline = {source->points + found.first, source->edge_flags + found.first,
+                             found.count};
+    if (found.is_inside && view.is_upright()) {
       append(outline, target);
-    } else {
+    } else if (found.is_finite) {
       target->n_points += RingWalk(view, *target).clip(outline);
     }
   }

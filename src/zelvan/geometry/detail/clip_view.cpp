@@ -32,12 +32,7 @@ real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   return {scaled(dx), scaled(dy)};
 }
 
-double clamp(double v, double a, double b) {
-  const double low = a < b ? a : b, high = a < b ? b : a;
-  return v < low ? low : v > high ? high : v;
-}
-
-real_pt_t clamp(const real_pt_t& p, const real_pt_t& a, const real_pt_t& b) {
+real_pt_t clamp_both(const real_pt_t& p, const real_pt_t& a, const real_pt_t& b) {
   return {clamp(p.x, a.x, b.x), clamp(p.y, a.y, b.y)};
 }
 
@@ -53,10 +48,10 @@ bool ClipView::set(const real_rect_t& rect) {
   reach_ = 1024.0 * std::max({-left, right, -bottom, top});
   is_upright_ = is_upright_from(a, b, c, d) || is_upright_from(b, c, d, a);
   if (is_upright_) {
-    corners_[0] = {left, bottom};
-    corners_[1] = {right, bottom};
-    corners_[2] = {right, top};
-    corners_[3] = {left, top};
+    corners_[0] = {left, top};
+    corners_[1] = {left, bottom};
+    corners_[2] = {right, bottom};
+    corners_[3] = {right, top};
     return left < right && bottom < top;
   }
   const int turn = orientation_sign(a, b, c);
@@ -101,7 +96,8 @@ bool ClipView::is_split(const real_pt_t& a, const real_pt_t& b, bool* view_is_le
 
 // Of two neighbouring sides that the outer end lies beyond, the edge crosses one on the border
 // and the other's line outside; the corner between them tells which.
-BorderPoint ClipView::crossing(const PlacedPoint& outer, const PlacedPoint& other) const {
+BorderPoint ClipView::crossing_in_general(const PlacedPoint& outer,
+                                          const PlacedPoint& other) const {
   int side = 0;
   while (!holds(outer.beyond, side) || holds(outer.beyond, previous_side(side))) ++side;
   for (int next = next_side(side); holds(outer.beyond, next); next = next_side(side)) {
@@ -110,56 +106,42 @@ BorderPoint ClipView::crossing(const PlacedPoint& outer, const PlacedPoint& othe
     if (sign < 0) break;
     side = next;
   }
-  BorderPoint point = {crossing_with(side, outer.at, other.at), 1u << side, side};
-  for (const int end : {side, next_side(side)}) {
-    if (are_same(point.at, corners_[end])) point.on |= sides_at(end);
+  BorderPoint point;
+  if (is_upright_ && cross_upright(side, outer.at, other.at, &point)) return point;
+  point = {{}, 1u << side, side};
+  if (is_upright_ || !cross_turned(side, outer.at, other.at, &point.at)) {
+    point.at = exact_crossing(side, outer.at, other.at);
   }
+  const int end = next_side(side);
+  // Rounding must lead neither out of the edge's box nor off the side.
+  point.at = clamp_both(clamp_both(point.at, outer.at, other.at), corners_[side], corners_[end]);
+  if (are_same(point.at, corners_[side])) point.on |= sides_at(side);
+  if (are_same(point.at, corners_[end])) point.on |= sides_at(end);
   return point;
 }
 
-double ClipView::distance_upright(int side, const real_pt_t& p) const {
-  switch (side) {
-    case bottom_side:
-      return p.y - box_.bottom;
-    case right_side:
-      return box_.right - p.x;
-    case top_side:
-      return box_.top - p.y;
-    default:
-      return p.x - box_.left;
-  }
+bool ClipView::cross_turned(int side, const real_pt_t& a, const real_pt_t& b,
+                            real_pt_t* point) const {
+  const WeighedPoint share = {std::fabs(distance(side, a).value),
+                              std::fabs(distance(side, b).value)};
+  *point = {share.at(a.x, b.x), share.at(a.y, b.y)};
+  return share.is_within(reach_, a.x, b.x) && share.is_within(reach_, a.y, b.y);
 }
 
-// An end's share in the crossing is the distance of the other one. Nothing cancels in this
-// unless far ends lie on both sides of an axis and the view is near to it: with ends up to the
-// 1024-fold of what the view reaches, some ten bits. Beyond that, and where the distances are
-// beyond doubles, the same is done along the side: the share of a corner is the exact distance of
-// the other corner from the edge. Either form gives an edge and its reverse the same point.
-real_pt_t ClipView::crossing_with(int side, const real_pt_t& a, const real_pt_t& b) const {
+// The same along the side: the share of a corner is the other corner's distance from the edge,
+// which is exact but for one rounding.
+real_pt_t ClipView::exact_crossing(int side, const real_pt_t& a, const real_pt_t& b) const {
   const real_pt_t& start = corners_[side];
   const real_pt_t& end = corners_[next_side(side)];
-  const double from_a =
-      std::fabs(is_upright_ ? distance_upright(side, a) : distance(side, a).value);
-  const double from_b =
-      std::fabs(is_upright_ ? distance_upright(side, b) : distance(side, b).value);
-  const double sum = from_a + from_b;
-  const double of_a = from_b / sum, of_b = from_a / sum;
-  const bool is_near = std::fabs(a.x) * of_a + std::fabs(b.x) * of_b <= reach_ &&
-                       std::fabs(a.y) * of_a + std::fabs(b.y) * of_b <= reach_;
-  real_pt_t crossing = {a.x * of_a + b.x * of_b, a.y * of_a + b.y * of_b};
-  if (!is_near || !(sum > 0.0 && sum < std::numeric_limits<double>::infinity())) {
-    const WideNumber of_end = exact_orientation(a, b, start);
-    const WideNumber of_start = exact_orientation(a, b, end);
-    const int exponent = std::max(of_start.exponent, of_end.exponent);
-    const double end_weight = std::fabs(std::scalbn(of_end.fraction, of_end.exponent - exponent));
-    const double start_weight =
-        std::fabs(std::scalbn(of_start.fraction, of_start.exponent - exponent));
-    const double weight = start_weight + end_weight;
-    crossing.x = start.x * (start_weight / weight) + end.x * (end_weight / weight);
-    crossing.y = start.y * (start_weight / weight) + end.y * (end_weight / weight);
-  }
-  // Rounding must lead neither out of the edge's box nor off the side.
-  return clamp(clamp(crossing, a, b), start, end);
+  const WideNumber of_start = exact_orientation(a, b, start);
+  const WideNumber of_end = exact_orientation(a, b, end);
+  const int exponent = std::max(of_start.exponent, of_end.exponent);
+  const double start_distance =
+      std::fabs(std::scalbn(of_start.fraction, of_start.exponent - exponent));
+  const double end_distance = std::fabs(std::scalbn(of_end.fraction, of_end.exponent - exponent));
+  const double start_share = end_distance / (start_distance + end_distance);
+  const double end_share = start_distance / (start_distance + end_distance);
+  return {start.x * start_share + end.x * end_share, start.y * start_share + end.y * end_share};
 }
 
 }  // namespace zelvan

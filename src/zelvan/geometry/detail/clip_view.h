@@ -6,10 +6,13 @@
 #include <zelvan/geometry/detail/outline_scan.h>
 #include <zelvan/transforms/records.h>
 
+#include <bit>
+#include <cmath>
+
 namespace zelvan {
 
 /// A set of sides: bit k stands for side k, which runs from corner k to the next. Corners and
-/// sides are counted counter-clockwise; of an upright view the bottom is side 0.
+/// sides are counted counter-clockwise; those of an upright view as in `box_side`.
 using Sides = unsigned;
 
 inline bool holds(Sides sides, int k) { return (sides >> k & 1) != 0; }
@@ -47,11 +50,11 @@ class ClipView {
 
   PlacedPoint place(const real_pt_t& p) const {
     if (!is_upright_) return place_by_orientation(p);
-    const auto sides = [](bool bottom, bool right, bool top, bool left) -> Sides {
-      return unsigned{bottom} | unsigned{right} << 1 | unsigned{top} << 2 | unsigned{left} << 3;
+    const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
+      return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
     };
-    return {p, sides(p.y<box_.bottom, p.x> box_.right, p.y > box_.top, p.x < box_.left),
-            sides(p.y <= box_.bottom, p.x >= box_.right, p.y >= box_.top, p.x <= box_.left)};
+    return {p, sides(p.x<box_.left, p.y<box_.bottom, p.x> box_.right, p.y> box_.top),
+            sides(p.x <= box_.left, p.y <= box_.bottom, p.x >= box_.right, p.y >= box_.top)};
   }
 
   /// True when the line through both points has corners of the view on either side. If not,
@@ -60,7 +63,13 @@ class ClipView {
 
   /// Where the edge between both points, in either direction, passes between outside and inside.
   /// Requires: `outer` beyond some side, and a part of the edge strictly inside.
-  BorderPoint crossing(const PlacedPoint& outer, const PlacedPoint& other) const;
+  BorderPoint crossing(const PlacedPoint& outer, const PlacedPoint& other) const {
+    BorderPoint point;
+    const bool is_plain = is_upright_ && std::has_single_bit(outer.beyond);
+    const int side = std::countr_zero(outer.beyond);
+    if (is_plain && cross_upright(side, outer.at, other.at, &point)) return point;
+    return crossing_in_general(outer, other);
+  }
 
  private:
   struct Distance {
@@ -68,16 +77,58 @@ class ClipView {
     int sign;      // exact
   };
 
+  bool cross_upright(int side, const real_pt_t& a, const real_pt_t& b, BorderPoint* point) const;
+  bool cross_turned(int side, const real_pt_t& a, const real_pt_t& b, real_pt_t* point) const;
+  real_pt_t exact_crossing(int side, const real_pt_t& a, const real_pt_t& b) const;
+  BorderPoint crossing_in_general(const PlacedPoint& outer, const PlacedPoint& other) const;
   PlacedPoint place_by_orientation(const real_pt_t& p) const;
   Distance distance(int side, const real_pt_t& p) const;
-  double distance_upright(int side, const real_pt_t& p) const;
-  real_pt_t crossing_with(int side, const real_pt_t& a, const real_pt_t& b) const;
 
   real_pt_t corners_[4];
   real_pt_t directions_[4];  // of the sides, of a length near 1; only of a turned view
   ClipBox box_;
-  double reach_;  // edges through here are computed from their own ends
+  double reach_;  // how far from 0 ends may be, weighed, for a crossing to be computed from them
   bool is_upright_;
 };
+
+inline double clamp(double v, double a, double b) {
+  const double low = a < b ? a : b, high = a < b ? b : a;
+  return v < low ? low : v > high ? high : v;
+}
+
+/// A point on the line between two others: each has the share of the other one's distance from it.
+///
+/// Its error is some roundings of `weight / sum`, where the ends count without their signs, and
+/// so far greater than the point itself if ends far out, on both sides of an axis, meet near to
+/// it. Then, and where products overflow or underflow, the quotient is not to be used.
+struct WeighedPoint {
+  double a_distance, b_distance;
+
+  double sum() const { return a_distance + b_distance; }
+  double at(double a, double b) const { return (a * b_distance + b * a_distance) / sum(); }
+  bool is_within(double reach, double a, double b) const {
+    const double limit = reach * sum();
+    return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= 0x1p-900 &&
+           limit <= 0x1p1000;
+  }
+};
+
+inline bool ClipView::cross_upright(int side, const real_pt_t& a, const real_pt_t& b,
+                                    BorderPoint* point) const {
+  const double bounds[] = {box_.left, box_.bottom, box_.right, box_.top};
+  const bool is_vertical = side == left_side || side == right_side;
+  const double along_a = is_vertical ? a.y : a.x, along_b = is_vertical ? b.y : b.x;
+  const WeighedPoint share = {std::fabs((is_vertical ? a.x : a.y) - bounds[side]),
+                              std::fabs((is_vertical ? b.x : b.y) - bounds[side])};
+  if (!share.is_within(reach_, along_a, along_b)) return false;
+  const int low = is_vertical ? bottom_side : left_side, high = low + 2;
+  const double along =
+      clamp(clamp(share.at(along_a, along_b), along_a, along_b), bounds[low], bounds[high]);
+  point->at = is_vertical ? real_pt_t{bounds[side], along} : real_pt_t{along, bounds[side]};
+  point->on =
+      1u << side | unsigned{along == bounds[low]} << low | unsigned{along == bounds[high]} << high;
+  point->side = side;
+  return true;
+}
 
 }  // namespace zelvan

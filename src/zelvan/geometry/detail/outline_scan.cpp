@@ -4,16 +4,23 @@
 
 namespace zelvan::plain {
 
-OutlineExtent extent_of(const real_pt_t* points, int n, const ClipBox& box) {
-  int inside = 1, finite = 1, sides = 1 | 2 | 4 | 8;
-  for (int i = 0; i < n; ++i) {
-    const real_pt_t& p = points[i];
-    inside &= is_inside(box, p);
-    finite &= std::isfinite(p.x) && std::isfinite(p.y);
-    sides &= (p.x <= box.left ? 1 : 0) | (p.y <= box.bottom ? 2 : 0) | (p.x >= box.right ? 4 : 0) |
-             (p.y >= box.top ? 8 : 0);
+FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+  for (int first = from, last; first < set.n_points; first = last + 1) {
+    last = first;
+    bool inside = true, finite = true;
+    unsigned sides = 0b1111;
+    for (;; ++last) {
+      if (last == set.n_points) return {};
+      const real_pt_t& p = set.points[last];
+      inside = inside && is_inside(box, p);
+      finite = finite && std::isfinite(p.x) && std::isfinite(p.y);
+      sides &= unsigned{p.x <= box.left} | unsigned{p.y <= box.bottom} << 1 |
+               unsigned{p.x >= box.right} << 2 | unsigned{p.y >= box.top} << 3;
+      if (is_closing(set.edge_flags[last])) break;
+    }
+    if (sides == 0 && last > first) return {first, last - first + 1, inside, finite};
   }
-  return {inside != 0, sides != 0, finite != 0};
+  return {};
 }
 
 int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
@@ -25,12 +32,6 @@ int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
   int i = 0;
   while (i < n && is_beyond(box, side, points[i])) ++i;
-  return i;
-}
-
-int count_open(const int* edge_flags, int n) {
-  int i = 0;
-  while (i < n && !is_closing(edge_flags[i])) ++i;
   return i;
 }
 

@@ -44,7 +44,7 @@ struct Beyond {
 
   ZELVAN_AVX2 Beyond(const ClipBox& box, int side)
       : wanted(side == zelvan::left_side || side == zelvan::right_side ? 0b0101 : 0b1010) {
-    const double bounds[] = {box.bottom, box.right, box.top, box.left};
+    const double bounds[] = {box.left, box.bottom, box.right, box.top};
     const bool is_high = side == zelvan::right_side || side == zelvan::top_side;
     sign = _mm256_set1_pd(is_high ? -0.0 : 0.0);
     bound = _mm256_xor_pd(_mm256_set1_pd(bounds[side]), sign);
@@ -71,34 +71,65 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
   return n & ~1;
 }
 
+// What is seen of an outline, pair by pair.
+struct Seen {
+  __m256d low, high;   // set where all are on or beyond that bound
+  __m256d some;        // set where some are, of either bound
+  __m256d not_finite;  // +0 where all are finite
+
+  ZELVAN_AVX2 Seen()
+      : low(_mm256_castsi256_pd(_mm256_set1_epi64x(-1))),
+        high(low),
+        some(_mm256_setzero_pd()),
+        not_finite(some) {}
+  ZELVAN_AVX2 void add(__m256d v, const Bounds& bounds) {
+    const __m256d is_low = _mm256_cmp_pd(v, bounds.low, _CMP_LE_OQ);
+    const __m256d is_high = _mm256_cmp_pd(v, bounds.high, _CMP_GE_OQ);
+    low = _mm256_and_pd(low, is_low);
+    high = _mm256_and_pd(high, is_high);
+    some = _mm256_or_pd(some, _mm256_or_pd(is_low, is_high));
+    not_finite = _mm256_or_pd(not_finite, _mm256_sub_pd(v, v));
+  }
+};
+
+// The index of the first flag that closes, or the end.
+ZELVAN_AVX2 inline int find_closing(const int* edge_flags, int from, int end) {
+  // The closing flags are the two numbers that are 2 but for their last bit.
+  const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
+  const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
+  int i = from;
+  for (; i + 8 <= end; i += 8) {
+    const __m256i flags = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(edge_flags + i));
+    const __m256i closes = _mm256_cmpeq_epi32(_mm256_and_si256(flags, all_but_last_bit), closing);
+    const int mask = _mm256_movemask_ps(_mm256_castsi256_ps(closes));
+    if (mask != 0) return i + std::countr_zero(static_cast<unsigned>(mask));
+  }
+  while (i < end && !zelvan::is_closing(edge_flags[i])) ++i;
+  return i;
+}
+
 }  // namespace
 
 namespace zelvan::avx2 {
 
-ZELVAN_AVX2 OutlineExtent extent_of(const real_pt_t* points, int n, const ClipBox& box) {
+ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
   const Bounds bounds(box);
-  const __m256d all = _mm256_castsi256_pd(_mm256_set1_epi64x(-1));
-  __m256d inside = all, low = all, high = all, finite = all;
-  int i = 0;
-  for (; i + 1 < n; i += 2) {
-    const __m256d v = load(points + i);
-    inside = _mm256_and_pd(inside, between(v, bounds));
-    low = _mm256_and_pd(low, _mm256_cmp_pd(v, bounds.low, _CMP_LE_OQ));
-    high = _mm256_and_pd(high, _mm256_cmp_pd(v, bounds.high, _CMP_GE_OQ));
-    const __m256d nothing = _mm256_sub_pd(v, v);  // NaN where it isn't finite
-    finite = _mm256_and_pd(finite, _mm256_cmp_pd(nothing, nothing, _CMP_ORD_Q));
+  for (int first = from, last; first < set.n_points; first = last + 1) {
+    last = find_closing(set.edge_flags, first, set.n_points);
+    if (last == set.n_points) return {};
+    Seen seen;
+    int i = first;
+    for (; i < last; i += 2) seen.add(load(set.points + i), bounds);
+    if (i == last)
+      seen.add(_mm256_broadcast_pd(reinterpret_cast<const __m128d*>(set.points + i)), bounds);
+    const unsigned low = lanes(seen.low), high = lanes(seen.high);
+    const bool is_apart = ((low & low >> 2 & 0b0011) | (high & high >> 2 & 0b0011)) != 0;
+    if (is_apart || last == first) continue;
+    const bool is_finite =
+        lanes(_mm256_cmp_pd(seen.not_finite, seen.not_finite, _CMP_UNORD_Q)) == 0;
+    return {first, last - first + 1, is_finite && lanes(seen.some) == 0, is_finite};
   }
-  OutlineExtent rest = {true, true, true};
-  unsigned low_sides = lanes(low), high_sides = lanes(high);
-  if (i < n) {
-    const real_pt_t& p = points[i];
-    rest = plain::extent_of(&p, 1, box);
-    low_sides &= (p.x <= box.left ? 0b0101u : 0u) | (p.y <= box.bottom ? 0b1010u : 0u);
-    high_sides &= (p.x >= box.right ? 0b0101u : 0u) | (p.y >= box.top ? 0b1010u : 0u);
-  }
-  const unsigned apart = (low_sides & low_sides >> 2) | (high_sides & high_sides >> 2);
-  return {lanes(inside) == 0b1111 && rest.is_inside, (apart & 0b0011) != 0,
-          lanes(finite) == 0b1111 && rest.is_finite};
+  return {};
 }
 
 ZELVAN_AVX2 int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
@@ -109,20 +140,6 @@ ZELVAN_AVX2 int count_inside(const real_pt_t* points, int n, const ClipBox& box)
 ZELVAN_AVX2 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
   const int found = count_pairs(points, n, Beyond(box, side));
   return found == n - 1 ? found + plain::count_beyond(points + found, 1, box, side) : found;
-}
-
-// The closing flags are the two numbers that are 2 but for their last bit.
-ZELVAN_AVX2 int count_open(const int* edge_flags, int n) {
-  const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
-  const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
-  int i = 0;
-  for (; i + 8 <= n; i += 8) {
-    const __m256i flags = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(edge_flags + i));
-    const __m256i closes = _mm256_cmpeq_epi32(_mm256_and_si256(flags, all_but_last_bit), closing);
-    const int mask = _mm256_movemask_ps(_mm256_castsi256_ps(closes));
-    if (mask != 0) return i + std::countr_zero(static_cast<unsigned>(mask));
-  }
-  return i + plain::count_open(edge_flags + i, n - i);
 }
 
 }  // namespace zelvan::avx2
