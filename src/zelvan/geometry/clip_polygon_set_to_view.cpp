@@ -39,8 +39,8 @@ class RingWalk {
   int clip(const Outline& outline);
 
  private:
-  int pass_run(const Outline& outline, int i, const PlacedPoint& a, const PlacedPoint& b);
-  void take_edge(const PlacedPoint& a, const PlacedPoint& b, bool visible);
+  int pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint b);
+  void take_edge(PlacedPoint a, PlacedPoint b, bool visible);
   void go_to(Sides to, Sides through);
   void go_round(Sides to, bool counter_clockwise);
   void write(const real_pt_t& p, Sides on, bool is_vertex, bool visible);
@@ -67,7 +67,7 @@ int RingWalk::clip(const Outline& outline) {
   const int n = outline.count;
   const PlacedPoint first = view_.place(outline.points[0]);
   if (first.beyond == 0) {
-    write(first.at, first.not_within, true, false);
+    write(*first.at, first.not_within, true, false);
   } else {
     side_ = std::countr_zero(first.beyond);
   }
@@ -94,12 +94,12 @@ int RingWalk::clip(const Outline& outline) {
 
 // Most vertices have neighbours that lie as they do: strictly inside, and are copied, or beyond
 // the side at which the outline is, and are left out. Gives the number of such behind `i`.
-int RingWalk::pass_run(const Outline& outline, int i, const PlacedPoint& a, const PlacedPoint& b) {
+int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint b) {
   const real_pt_t* const behind = outline.points + i + 2;
   const int left = view_.is_upright() ? outline.count - i - 2 : 0;
   if ((a.not_within | b.not_within) == 0) {
     edge_flags_[count_ - 1] = is_visible(outline.edge_flags[i]);
-    points_[count_] = b.at;
+    points_[count_] = *b.at;
     edge_flags_[count_] = outline.edge_flags[i + 1];
     last_ = {true, 0};
     const int more = count_inside(behind, left, view_.box());
@@ -119,7 +119,7 @@ int RingWalk::pass_run(const Outline& outline, int i, const PlacedPoint& a, cons
 
 // `a` has been written if it is in the view; else the outline is at `side_`, on which the last
 // vertex lies that has been written.
-void RingWalk::take_edge(const PlacedPoint& a, const PlacedPoint& b, bool visible) {
+void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
   const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
   if (const Sides common = a.not_within & b.not_within; common != 0) {
     if (comes_in) {
@@ -127,11 +127,11 @@ void RingWalk::take_edge(const PlacedPoint& a, const PlacedPoint& b, bool visibl
     } else {
       side_ = std::countr_zero(common);
     }
-    if (!goes_out) write(b.at, b.not_within, true, false);
+    if (!goes_out) write(*b.at, b.not_within, true, false);
     return;
   }
   bool view_is_left;
-  if (comes_in && goes_out && !view_.is_split(a.at, b.at, &view_is_left)) {
+  if (comes_in && goes_out && !view_.is_split(*a.at, *b.at, &view_is_left)) {
     go_round(b.not_within, view_is_left);
     return;
   }
@@ -146,7 +146,7 @@ void RingWalk::take_edge(const PlacedPoint& a, const PlacedPoint& b, bool visibl
     write(exit.at, exit.on, false, visible);
     side_ = exit.side;
   } else {
-    write(b.at, b.not_within, true, visible);
+    write(*b.at, b.not_within, true, visible);
   }
 }
 

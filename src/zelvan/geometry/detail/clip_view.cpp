@@ -74,7 +74,7 @@ ClipView::Distance ClipView::distance(int side, const real_pt_t& p) const {
 }
 
 PlacedPoint ClipView::place_by_orientation(const real_pt_t& p) const {
-  PlacedPoint placed = {p, 0, 0};
+  PlacedPoint placed = {&p, 0, 0};
   for (int k = 0; k < 4; ++k) {
     const int sign = distance(k, p).sign;
     placed.beyond |= unsigned{sign < 0} << k;
@@ -96,25 +96,26 @@ bool ClipView::is_split(const real_pt_t& a, const real_pt_t& b, bool* view_is_le
 
 // Of two neighbouring sides that the outer end lies beyond, the edge crosses one on the border
 // and the other's line outside; the corner between them tells which.
-BorderPoint ClipView::crossing_in_general(const PlacedPoint& outer,
-                                          const PlacedPoint& other) const {
+BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) const {
+  const real_pt_t& a = *outer.at;
+  const real_pt_t& b = *other.at;
   int side = 0;
   while (!holds(outer.beyond, side) || holds(outer.beyond, previous_side(side))) ++side;
   for (int next = next_side(side); holds(outer.beyond, next); next = next_side(side)) {
-    const int sign = orientation_sign(outer.at, other.at, corners_[next]);
+    const int sign = orientation_sign(a, b, corners_[next]);
     if (sign == 0) return {corners_[next], sides_at(next), side};
     if (sign < 0) break;
     side = next;
   }
   BorderPoint point;
-  if (is_upright_ && cross_upright(side, outer.at, other.at, &point)) return point;
+  if (is_upright_ && cross_upright(side, a, b, &point)) return point;
   point = {{}, 1u << side, side};
-  if (is_upright_ || !cross_turned(side, outer.at, other.at, &point.at)) {
-    point.at = exact_crossing(side, outer.at, other.at);
+  if (is_upright_ || !cross_turned(side, a, b, &point.at)) {
+    point.at = exact_crossing(side, a, b);
   }
   const int end = next_side(side);
   // Rounding must lead neither out of the edge's box nor off the side.
-  point.at = clamp_both(clamp_both(point.at, outer.at, other.at), corners_[side], corners_[end]);
+  point.at = clamp_both(clamp_both(point.at, a, b), corners_[side], corners_[end]);
   if (are_same(point.at, corners_[side])) point.on |= sides_at(side);
   if (are_same(point.at, corners_[end])) point.on |= sides_at(end);
   return point;

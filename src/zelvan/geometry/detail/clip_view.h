@@ -22,7 +22,7 @@ inline int previous_side(int k) { return (k + 3) % 4; }
 /// A point and the sides that keep it out. Those that a point lies beyond follow each other
 /// around the view, and are never all four.
 struct PlacedPoint {
-  real_pt_t at;
+  const real_pt_t* at;
   Sides beyond;      ///< whose line it lies beyond; none for a point of the view or its border
   Sides not_within;  ///< whose line it lies beyond or on
 };
@@ -53,7 +53,7 @@ class ClipView {
     const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
       return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
     };
-    return {p, sides(p.x<box_.left, p.y<box_.bottom, p.x> box_.right, p.y> box_.top),
+    return {&p, sides(p.x<box_.left, p.y<box_.bottom, p.x> box_.right, p.y> box_.top),
             sides(p.x <= box_.left, p.y <= box_.bottom, p.x >= box_.right, p.y >= box_.top)};
   }
 
@@ -63,11 +63,11 @@ class ClipView {
 
   /// Where the edge between both points, in either direction, passes between outside and inside.
   /// Requires: `outer` beyond some side, and a part of the edge strictly inside.
-  BorderPoint crossing(const PlacedPoint& outer, const PlacedPoint& other) const {
+  BorderPoint crossing(PlacedPoint outer, PlacedPoint other) const {
     BorderPoint point;
-    const bool is_plain = is_upright_ && std::has_single_bit(outer.beyond);
+    const bool is_plain = is_upright_ && (outer.beyond & (outer.beyond - 1)) == 0;
     const int side = std::countr_zero(outer.beyond);
-    if (is_plain && cross_upright(side, outer.at, other.at, &point)) return point;
+    if (is_plain && cross_upright(side, *outer.at, *other.at, &point)) return point;
     return crossing_in_general(outer, other);
   }
 
@@ -80,7 +80,7 @@ class ClipView {
   bool cross_upright(int side, const real_pt_t& a, const real_pt_t& b, BorderPoint* point) const;
   bool cross_turned(int side, const real_pt_t& a, const real_pt_t& b, real_pt_t* point) const;
   real_pt_t exact_crossing(int side, const real_pt_t& a, const real_pt_t& b) const;
-  BorderPoint crossing_in_general(const PlacedPoint& outer, const PlacedPoint& other) const;
+  BorderPoint crossing_in_general(PlacedPoint outer, PlacedPoint other) const;
   PlacedPoint place_by_orientation(const real_pt_t& p) const;
   Distance distance(int side, const real_pt_t& p) const;
 
