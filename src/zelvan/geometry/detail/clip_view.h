@@ -91,9 +91,11 @@ class ClipView {
   bool is_upright_;
 };
 
+/// `v`, brought between two bounds that come in either order.
 inline double clamp(double v, double a, double b) {
-  const double low = a < b ? a : b, high = a < b ? b : a;
-  return v < low ? low : v > high ? high : v;
+  const double low = a < b ? a : b, high = a > b ? a : b;
+  const double raised = low > v ? low : v;
+  return high < raised ? high : raised;
 }
 
 /// A point on the line between two others: each has the share of the other one's distance from it.
