@@ -43,6 +43,7 @@ class RingWalk {
   void take_edge(PlacedPoint a, PlacedPoint b, bool visible);
   void go_to(Sides to, Sides through);
   void go_round(Sides to, bool counter_clockwise);
+  void write_on_border(const real_pt_t& p, Sides on, bool is_vertex);
   void write(const real_pt_t& p, Sides on, bool is_vertex, bool visible);
   void count_turn(Sides on);
   int write_borders();
@@ -67,7 +68,7 @@ int RingWalk::clip(const Outline& outline) {
   const int n = outline.count;
   const PlacedPoint first = view_.place(outline.points[0]);
   if (first.beyond == 0) {
-    write(*first.at, first.not_within, true, false);
+    write_on_border(*first.at, first.not_within, true);
   } else {
     side_ = std::countr_zero(first.beyond);
   }
@@ -82,7 +83,7 @@ int RingWalk::clip(const Outline& outline) {
   }
   if (first.beyond != 0) {
     go_to(first_side, first.not_within);
-    if (count_ > 0) write(points_[0], first_.on, first_.is_vertex, false);
+    if (count_ > 0) write_on_border(points_[0], first_.on, first_.is_vertex);
   }
   // Either way the first vertex is now there twice, or once if none differed from it.
   count_ -= count_ > 0;
@@ -127,7 +128,7 @@ void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
     } else {
       side_ = std::countr_zero(common);
     }
-    if (!goes_out) write(*b.at, b.not_within, true, false);
+    if (!goes_out) write_on_border(*b.at, b.not_within, true);
     return;
   }
   bool view_is_left;
@@ -161,15 +162,14 @@ void RingWalk::go_to(Sides to, Sides through) {
 void RingWalk::go_round(Sides to, bool counter_clockwise) {
   while (!holds(to, side_)) {
     const int corner = counter_clockwise ? next_side(side_) : side_;
-    write(view_.corner(corner), ClipView::sides_at(corner), false, false);
+    write_on_border(view_.corner(corner), ClipView::sides_at(corner), false);
     side_ = counter_clockwise ? next_side(side_) : previous_side(side_);
   }
 }
 
 // Writes a vertex, and whether the edge that leads to it is visible. A point of the border is not
 // repeated, and gives way to a vertex of the outline at the same place.
-void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool visible) {
-  count_turn(on);
+inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool visible) {
   if (count_ > 0) {
     const real_pt_t& last = points_[count_ - 1];
     const bool is_repeated = last.x == p.x && last.y == p.y;
@@ -188,10 +188,15 @@ void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool visible)
   if (count_ == 1) first_ = last_;
 }
 
+// Writes a vertex to which an edge outside leads, or which is the first.
+void RingWalk::write_on_border(const real_pt_t& p, Sides on, bool is_vertex) {
+  if (!has_inside_) count_turn(on);
+  write(p, on, is_vertex, false);
+}
+
 // An outline without a part inside winds about all of the view alike. Its places on the border
 // follow each other along one side at a time.
 void RingWalk::count_turn(Sides on) {
-  if (has_inside_) return;
   static constexpr int places[16] = {0, 1, 3, 2, 5, 0, 4, 0, 7, 0, 0, 0, 6};
   const int place = places[on];
   if (place_ >= 0) eighths_turned_ += ((place - place_ + 12) & 7) - 4;
