@@ -1,0 +1,169 @@
+// Clips to a view what the bytes say: a rectangle and a polygon set, in small whole numbers that
+// fall onto each other all the time, or in doubles of any bits. The arrays hold just the stated
+// room, so a vertex too many is seen by the address sanitizer. What comes out must be closed rings
+// of vertices that are the source's or lie on the border, in an upright view just so; on the grid,
+// the windings about places off it must be as they were.
+//
+// Into the first folder that it is given, the corpus, it first writes some inputs to begin with.
+
+#include <zelvan/geometry/clip_polygon_set_to_view.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+class Bytes {
+ public:
+  Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
+
+  std::size_t left() const { return left_; }
+
+  std::uint8_t byte() {
+    if (left_ == 0) return 0;
+    --left_;
+    return *data_++;
+  }
+
+  double coordinate(bool any_bits) {
+    if (!any_bits) return static_cast<std::int8_t>(byte()) / 16;  // a whole number
+    std::uint8_t raw[sizeof(double)];
+    for (std::uint8_t& b : raw) b = byte();
+    double value;
+    std::memcpy(&value, raw, sizeof value);
+    return value;
+  }
+
+ private:
+  const std::uint8_t* data_;
+  std::size_t left_;
+};
+
+struct Set {
+  std::vector<real_pt_t> points;
+  std::vector<int> flags;
+};
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+int winding(const Set& set, real_pt_t p) {
+  int sum = 0, of_ring = 0;
+  for (std::size_t i = 0, first = 0; i < set.points.size(); ++i) {
+    const bool closes = set.flags[i] >= 2;
+    if (!closes && i + 1 == set.points.size()) break;
+    const real_pt_t a = set.points[i], b = set.points[closes ? first : i + 1];
+    const double left = (b.x - a.x) * (p.y - a.y) - (p.x - a.x) * (b.y - a.y);
+    if ((a.y <= p.y) != (b.y <= p.y)) of_ring += (left > 0.0) - (a.y > p.y);
+    if (!closes) continue;
+    sum += of_ring;
+    of_ring = 0;
+    first = i + 1;
+  }
+  return sum;
+}
+
+struct Box {
+  explicit Box(const real_rect_t& rect) {
+    for (const real_pt_t& c : rect.corners) {
+      left = std::min(left, c.x), right = std::max(right, c.x);
+      bottom = std::min(bottom, c.y), top = std::max(top, c.y);
+    }
+  }
+  bool holds(real_pt_t p) const {
+    return p.x >= left && p.x <= right && p.y >= bottom && p.y <= top;
+  }
+  bool has_on_border(real_pt_t p) const {
+    return holds(p) && (p.x == left || p.x == right || p.y == bottom || p.y == top);
+  }
+  double left = INFINITY, bottom = INFINITY, right = -INFINITY, top = -INFINITY;
+};
+
+// Upright: the box of two opposite corners. Turned: any four.
+void check(const Set& in, const Set& out, const real_rect_t& rect, bool is_upright, bool on_grid) {
+  require(out.flags.empty() || out.flags.back() >= 2);
+  const Box box(rect);
+  for (std::size_t i = 0; i < out.points.size(); ++i) {
+    const real_pt_t p = out.points[i];
+    require(box.holds(p) && out.flags[i] >= 0 && out.flags[i] <= 3);
+    const auto is_p = [=](real_pt_t q) { return q.x == p.x && q.y == p.y; };
+    const bool is_own = std::any_of(in.points.begin(), in.points.end(), is_p);
+    require(!is_upright || is_own || box.has_on_border(p));
+  }
+  if (!is_upright || !on_grid) return;
+  for (double y = -8.0 + 0.4131; y < 8.0; ++y) {
+    for (double x = -8.0 + 0.3717; x < 8.0; ++x) {
+      const bool is_inside = box.holds({x, y});
+      require(winding(out, {x, y}) == (is_inside ? winding(in, {x, y}) : 0));
+    }
+  }
+}
+
+// Kinds of input, rectangles, and rings of a few shapes.
+void write_seeds(const std::filesystem::path& folder) {
+  for (int seed = 0; seed < 48; ++seed) {
+    std::string bytes(1, static_cast<char>(seed % 4));
+    for (const int v : {-32, -48, 64, -48, 64, 32, -32, 32}) bytes += static_cast<char>(v);
+    for (int ring = 0; ring <= seed % 3; ++ring) {
+      const int n = 3 + (seed + ring) % 7, reach = 30 + 17 * (seed % 6);
+      for (int i = 0; i < n; ++i) {
+        const double angle = 6.2831853 * i * (1 + seed % 2) / n + ring;
+        bytes += static_cast<char>(i + 1 == n ? 128 : 1 + i % 2);
+        bytes += static_cast<char>(static_cast<int>(reach * std::cos(angle)) & ~15);
+        bytes += static_cast<char>(static_cast<int>(reach * std::sin(angle)) & ~15);
+      }
+    }
+    std::ofstream(folder / ("seed-" + std::to_string(seed)), std::ios::binary) << bytes;
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+  for (int i = 1; i < *argc; ++i) {
+    if (!std::filesystem::is_directory((*argv)[i])) continue;
+    write_seeds((*argv)[i]);
+    break;
+  }
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Bytes bytes(data, size);
+  const int kind = bytes.byte();
+  const bool any_bits = kind % 4 == 0, is_upright = kind % 4 != 1;
+  real_rect_t rect;
+  for (real_pt_t& corner : rect.corners) {
+    corner = {bytes.coordinate(any_bits), bytes.coordinate(any_bits)};
+  }
+  if (is_upright) {
+    rect.corners[1] = {rect.corners[0].x, rect.corners[2].y};
+    rect.corners[3] = {rect.corners[2].x, rect.corners[0].y};
+  }
+  Set in, out;
+  std::size_t room = 0;
+  while (bytes.left() > 0) {
+    const int flag = bytes.byte();
+    in.points.push_back({bytes.coordinate(any_bits), bytes.coordinate(any_bits)});
+    in.flags.push_back(flag % 8 == 0 ? 2 + flag / 128 : flag % 2);
+    room += in.flags.back() >= 2 ? 6 : 4;
+  }
+  out.points.resize(room);
+  out.flags.resize(room);
+  drw_pset_t source = {static_cast<int>(in.points.size()), in.points.data(), in.flags.data()};
+  drw_pset_t target = {0, out.points.data(), out.flags.data()};
+  ClipPolygonSetToView(&source, &target, &rect);
+  out.points.resize(static_cast<std::size_t>(target.n_points));
+  out.flags.resize(out.points.size());
+  check(in, out, rect, is_upright, !any_bits);
+  return 0;
+}
