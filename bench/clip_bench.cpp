@@ -182,7 +182,7 @@ struct ByLibrary {
   std::size_t kept = 0;
 };
 using RingByRing = ByLibrary<ClipPolygonSet, 5, 4>;
-using ToView = ByLibrary<ClipPolygonSetToView, 4, 2>;
+using ToView = ByLibrary<ClipPolygonSetToView, 4, 4>;
 
 // Keeps what lies left of the line from a to b.
 void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,

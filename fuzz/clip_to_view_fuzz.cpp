@@ -155,7 +155,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int flag = bytes.byte();
     in.points.push_back({bytes.coordinate(any_bits), bytes.coordinate(any_bits)});
     in.flags.push_back(flag % 8 == 0 ? 2 + flag / 128 : flag % 2);
-    room += in.flags.back() >= 2 ? 6 : 4;
+    room += in.flags.back() >= 2 ? 8 : 4;
   }
   out.points.resize(room);
   out.flags.resize(room);

@@ -49,19 +49,21 @@ class RingWalk {
   int write_borders();
 
   struct Written {
-    bool is_vertex = false;  // of the outline; else a point of the border
-    Sides on = 0;            // the sides on which it lies
+    bool is_vertex;  // of the outline; else a point of the border
+    Sides on;        // the sides on which it lies
   };
 
   const ClipView& view_;
   real_pt_t* const points_;
   int* const edge_flags_;  // of the last vertex it comes with the next one
   int count_ = 0;
-  Written first_, last_;
+  Written first_{}, last_{};
   int side_ = 0;  // at which the outline is while it is outside
   bool has_inside_ = false;
-  int place_ = -1;          // on the border, in eighths from corner 0
-  int eighths_turned_ = 0;  // around the view, as long as nothing was inside
+  // As long as nothing was inside, in eighths of the way around the view: where the last vertex is,
+  // corner k being at 2 k and side k at 2 k + 1; and how far it has come, counter-clockwise.
+  int place_ = -1;
+  int eighths_turned_ = 0;
 };
 
 int RingWalk::clip(const Outline& outline) {
@@ -194,10 +196,10 @@ void RingWalk::write_on_border(const real_pt_t& p, Sides on, bool is_vertex) {
   write(p, on, is_vertex, false);
 }
 
-// An outline without a part inside winds about all of the view alike. Its places on the border
-// follow each other along one side at a time.
+// An outline without a part inside winds about all of the view alike. It comes from one place on
+// the border to the next along one side.
 void RingWalk::count_turn(Sides on) {
-  static constexpr int places[16] = {0, 1, 3, 2, 5, 0, 4, 0, 7, 0, 0, 0, 6};
+  static constexpr int places[16] = {0, 1, 3, 2, 5, 0, 4, 0, 7, 0, 0, 0, 6};  // by the sides
   const int place = places[on];
   if (place_ >= 0) eighths_turned_ += ((place - place_ + 12) & 7) - 4;
   place_ = place;

@@ -53,8 +53,8 @@ class ClipView {
     const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
       return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
     };
-    return {&p, sides(p.x<box_.left, p.y<box_.bottom, p.x> box_.right, p.y> box_.top),
-            sides(p.x <= box_.left, p.y <= box_.bottom, p.x >= box_.right, p.y >= box_.top)};
+    return {&p, sides(box_.left > p.x, box_.bottom > p.y, p.x > box_.right, p.y > box_.top),
+            sides(box_.left >= p.x, box_.bottom >= p.y, p.x >= box_.right, p.y >= box_.top)};
   }
 
   /// True when the line through both points has corners of the view on either side. If not,
