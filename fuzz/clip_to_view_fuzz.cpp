@@ -3,58 +3,27 @@
 // room, so a vertex too many is seen by the address sanitizer. What comes out must be closed rings
 // of vertices that are the source's or lie on the border, in an upright view just so; on the grid,
 // the windings about places off it must be as they were.
-//
-// Into the first folder that it is given, the corpus, it first writes some inputs to begin with.
 
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 
+#include "bytes.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <vector>
 
 namespace {
 
-class Bytes {
- public:
-  Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
+using fuzz::require;
 
-  std::size_t left() const { return left_; }
-
-  std::uint8_t byte() {
-    if (left_ == 0) return 0;
-    --left_;
-    return *data_++;
-  }
-
-  double coordinate(bool any_bits) {
-    if (!any_bits) return static_cast<std::int8_t>(byte()) / 16;  // a whole number
-    std::uint8_t raw[sizeof(double)];
-    for (std::uint8_t& b : raw) b = byte();
-    double value;
-    std::memcpy(&value, raw, sizeof value);
-    return value;
-  }
-
- private:
-  const std::uint8_t* data_;
-  std::size_t left_;
-};
+double coordinate(fuzz::Bytes& bytes, bool any_bits) {
+  return any_bits ? bytes.any<double>() : static_cast<std::int8_t>(bytes.byte()) / 16;
+}
 
 struct Set {
   std::vector<real_pt_t> points;
   std::vector<int> flags;
 };
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 int winding(const Set& set, real_pt_t p) {
   int sum = 0, of_ring = 0;
@@ -108,42 +77,15 @@ void check(const Set& in, const Set& out, const real_rect_t& rect, bool is_uprig
   }
 }
 
-// Kinds of input, rectangles, and rings of a few shapes.
-void write_seeds(const std::filesystem::path& folder) {
-  for (int seed = 0; seed < 48; ++seed) {
-    std::string bytes(1, static_cast<char>(seed % 4));
-    for (const int v : {-32, -48, 64, -48, 64, 32, -32, 32}) bytes += static_cast<char>(v);
-    for (int ring = 0; ring <= seed % 3; ++ring) {
-      const int n = 3 + (seed + ring) % 7, reach = 30 + 17 * (seed % 6);
-      for (int i = 0; i < n; ++i) {
-        const double angle = 6.2831853 * i * (1 + seed % 2) / n + ring;
-        bytes += static_cast<char>(i + 1 == n ? 128 : 1 + i % 2);
-        bytes += static_cast<char>(static_cast<int>(reach * std::cos(angle)) & ~15);
-        bytes += static_cast<char>(static_cast<int>(reach * std::sin(angle)) & ~15);
-      }
-    }
-    std::ofstream(folder / ("seed-" + std::to_string(seed)), std::ios::binary) << bytes;
-  }
-}
-
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-  for (int i = 1; i < *argc; ++i) {
-    if (!std::filesystem::is_directory((*argv)[i])) continue;
-    write_seeds((*argv)[i]);
-    break;
-  }
-  return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Bytes bytes(data, size);
+  fuzz::Bytes bytes(data, size);
   const int kind = bytes.byte();
   const bool any_bits = kind % 4 == 0, is_upright = kind % 4 != 1;
   real_rect_t rect;
   for (real_pt_t& corner : rect.corners) {
-    corner = {bytes.coordinate(any_bits), bytes.coordinate(any_bits)};
+    corner = {coordinate(bytes, any_bits), coordinate(bytes, any_bits)};
   }
   if (is_upright) {
     rect.corners[1] = {rect.corners[0].x, rect.corners[2].y};
@@ -153,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::size_t room = 0;
   while (bytes.left() > 0) {
     const int flag = bytes.byte();
-    in.points.push_back({bytes.coordinate(any_bits), bytes.coordinate(any_bits)});
+    in.points.push_back({coordinate(bytes, any_bits), coordinate(bytes, any_bits)});
     in.flags.push_back(flag % 8 == 0 ? 2 + flag / 128 : flag % 2);
     room += in.flags.back() >= 2 ? 8 : 4;
   }

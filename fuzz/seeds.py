@@ -4,6 +4,7 @@
 They are the places that chance finds late: whole keywords, lengths at a limit, the shapes that
 once went wrong. A target without seeds here starts from nothing.
 """
+import math
 import pathlib
 import struct
 import sys
@@ -25,6 +26,17 @@ def ring(*points):
     return b"".join(bytes([1 if p != points[-1] else 128]) + struct.pack("bb", *p) for p in points)
 
 
+def rings(seed):
+    """Some star-shaped rings of whole numbers, the larger the number the more of them."""
+    data = b""
+    for ring_number in range(seed % 3 + 1):
+        n, reach = 3 + (seed + ring_number) % 7, 30 + 17 * (seed % 6)
+        angles = [2 * math.pi * i * (1 + seed % 2) / n + ring_number for i in range(n)]
+        data += ring(*((int(reach * math.cos(a)) & -16, int(reach * math.sin(a)) & -16)
+                       for a in angles))
+    return data
+
+
 VIEW = corners((0, 0), (0, 64), (64, 64), (64, 0))
 LINES = [b"RGB 1 0.5 0", b"HSV 359.9 1 1", b"Name \"dark olive green\"", b"name gray51",
          b"$a\\\"b$ \"c", b"-.5e-300 +1e400 1.e5x", b"\t\v 12345678901234567890123", b"word" * 500]
@@ -34,6 +46,8 @@ SEEDS = {
         b"\1" + VIEW + ring((0, 32), (70, 6), (6, 58)),
         b"\1" + VIEW + ring((-9, 9), (70, 9), (70, 20), (-9, 20)) + ring((9, 9), (20, 9), (9, 20)),
     ],
+    "clip_to_view": [bytes([kind]) + corners((-32, -48), (64, -48), (64, 32), (-32, 32)) + rings(i)
+                     for i in range(12) for kind in range(4)],
     "mem": [bytes(range(200)), bytes(200), bytes([5, 1] * 100)],
     "str_field": LINES,
     "matrix": [
