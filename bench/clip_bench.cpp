@@ -7,6 +7,8 @@
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 
+#include "contest.h"
+
 #include <algorithm>
 #include <cmath>
 #include <fstream>
@@ -303,9 +305,7 @@ struct Geos {
 #endif
 
 template <class Contestant>
-void clip(benchmark::State& state) {
-  const Row& row = rows()[static_cast<std::size_t>(state.range(0))];
-  state.SetLabel(row.name);
+void clip(benchmark::State& state, const Row& row) {
   Contestant contestant(row);
   contestant.clip_all();
   PlainLoop judge(row);
@@ -321,24 +321,25 @@ void clip(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * static_cast<long>(row.set.points.size()));
 }
 
-void all_rows(benchmark::internal::Benchmark* b) {
-  for (std::size_t i = 0; i < rows().size(); ++i) b->Arg(static_cast<long>(i));
+template <class Contestant>
+void add(const Row& row, const char* contestant) {
+  const std::string name = std::string("clip ") + row.name + '/' + contestant;
+  benchmark::RegisterBenchmark(name.c_str(), [&row](auto& state) { clip<Contestant>(state, row); });
 }
 
-void upright_rows(benchmark::internal::Benchmark* b) {
-  for (std::size_t i = 0; i < rows().size(); ++i) {
-    if (is_upright(rows()[i].frame)) b->Arg(static_cast<long>(i));
-  }
-}
-
-BENCHMARK(clip<ToView>)->Apply(all_rows);
-BENCHMARK(clip<RingByRing>)->Apply(all_rows);
-BENCHMARK(clip<PlainLoop>)->Apply(all_rows);
+const bench::Rows all_rows([] {
+  for (const Row& row : rows()) {
+    add<ToView>(row, "zelvan");
+    add<RingByRing>(row, "zelvan, into rings");
+    add<PlainLoop>(row, "plain loop");
+    if (!is_upright(row.frame)) continue;
 #ifdef ZELVAN_BENCH_AGG
-BENCHMARK(clip<Agg>)->Apply(upright_rows);
+    add<Agg>(row, "AGG");
 #endif
 #ifdef ZELVAN_BENCH_GEOS
-BENCHMARK(clip<Geos>)->Apply(upright_rows);
+    add<Geos>(row, "GEOS");
 #endif
+  }
+});
 
 }  // namespace

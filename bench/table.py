@@ -2,7 +2,7 @@
 """Runs benchmarks and prints what they measured as a table: table.py PROGRAM... [--OPTION...]
 
 A benchmark named row/contestant or row/contestant/arguments is a contestant of that row. All take
-turns in one run; each figure is the least of several repetitions, the one that others on the
+turns in one run, those of the library named zelvan or zelvan and which form; each figure is the least of several repetitions, the one that others on the
 machine disturbed least. The ratio is the rival's time by ours: above 1 the library is ahead.
 """
 import collections
@@ -49,12 +49,19 @@ def main():
         if program in options:
             continue
         for row, contestants in measure(program, options).items():
-            ours = contestants.pop(OURS, None)
-            if ours is None:
+            ours = [name for name in contestants if name.startswith(OURS)]
+            if not ours:
                 sys.exit(f"{row}: no contestant is named {OURS}")
-            for rival, time in contestants.items() or [("none", None)]:
-                theirs, ratio = (shown(time), f"{time / ours:.2f}") if time else ("", "")
-                print(f"| {row} | {rival} | {theirs} | {shown(ours)} | {ratio} |", flush=True)
+            rivals = [name for name in contestants if name not in ours]
+            for name in ours:
+                work = row + name.removeprefix(OURS)
+                mine = contestants[name]
+                for rival in rivals:
+                    time = contestants[rival]
+                    print(f"| {work} | {rival} | {shown(time)} | {shown(mine)} "
+                          f"| {time / mine:.2f} |", flush=True)
+                if not rivals:
+                    print(f"| {work} | | | {shown(mine)} | |", flush=True)
 
 
 if __name__ == "__main__":
