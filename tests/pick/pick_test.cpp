@@ -117,16 +117,16 @@ TEST(PickRegions, MapPointByPoint) {
     Mtx2D m = random.matrix(seed % 6 - 1);
     std::vector<DblPt> points(2 + random.below(9));
     for (DblPt& p : points) p = {random.hard_double(), random.hard_double()};
-    DblPt p = points[0], q = points[1], got[2], expected[2];
+    DblPt p = points[0], q = points[1], got[2];
     CPickRect rects[] = {{p, q}, {p.x, p.y, q.x, q.y}, {0, 0, 0, 0}, {0, 0, 0, 0}};
     rects[2].setPoints(p.x, p.y, q.x, q.y), rects[3] = rects[0];
-    rects[0].getPoints(&p, &q);
-    m.XfmPt(p.x, p.y, &p.x, &p.y), m.XfmPt(q.x, q.y, &q.x, &q.y);
-    CPickRect(p, q).getPoints(&expected[0], &expected[1]);
+    CAlignedRect box(p, q);
+    m.XfmPt(box.left(), box.bottom(), &p.x, &p.y), m.XfmPt(box.right(), box.top(), &q.x, &q.y);
+    box.set(p, q);
     for (CPickRect rect : rects) {
       const std::unique_ptr<CPickRegion> mapped(rect.xfm(m));
       dynamic_cast<CPickRect&>(*mapped).getPoints(&got[0], &got[1]);
-      ASSERT_EQ(std::memcmp(got, expected, sizeof got), 0);
+      ASSERT_EQ(std::memcmp(got, &box, sizeof box), 0);
     }
     points.resize(random.below(points.size() + 1));
     expect_points<CPickPolyline>(2, points, m), expect_points<CPolygon>(3, points, m);

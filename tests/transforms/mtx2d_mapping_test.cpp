@@ -91,16 +91,15 @@ TEST(Mapping, GivesTheSameBitsThroughEveryOperation) {
         digest.add(real), digest.add(rounded), digest.add(widened);
         if (i < 3) continue;
         int_rect_t corners = {{ints[i], ints[i - 1], ints[i - 2], ints[i - 3]}}, int_box;
-        real_rect_t rect = {{in[i], in[i - 1], in[i - 2], in[i - 3]}}, box, flat_box, of_ints;
+        real_rect_t rect = {{in[i], in[i - 1], in[i - 2], in[i - 3]}}, box, flat_box, wide;
         m.XfmRect(&rect, &box), XfmRect(&rect, &flat_box, &m), m.XfmRect(&rect, &int_box);
-        m.XfmRect(&corners, &of_ints), m.XfmRect(&rect, &rect);
+        m.XfmRect(&corners, &wide), m.XfmRect(&rect, &rect);
         ASSERT_EQ(bits(box.corners[1]), bits(real_pt_t{box.corners[0].x, box.corners[2].y}));
         ASSERT_EQ(bits(box.corners[3]), bits(real_pt_t{box.corners[2].x, box.corners[0].y}));
         for (int k = 0; k < 4; ++k) {
           ASSERT_EQ(bits(rect.corners[k]), bits(box.corners[k]));
           ASSERT_EQ(bits(flat_box.corners[k]), bits(box.corners[k]));
-          digest.add(box.corners[k]), digest.add(int_box.corners[k]);
-          digest.add(of_ints.corners[k]);
+          digest.add(box.corners[k]), digest.add(int_box.corners[k]), digest.add(wide.corners[k]);
         }
       }
     }

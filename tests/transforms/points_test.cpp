@@ -26,18 +26,19 @@ TEST(CAlignedRect, SortsByTheInterfacesComparisons) {
   }
 }
 
-// A point on the grown or shrunk edge is inside, while equality ends just before the tolerance; a
-// NaN is nowhere. In halves that is exact; in tenths, seen by the digest, the last digit tells
-// that the tolerance is added to the point and not to the edge.
+// A point on the grown or shrunk edge is inside, while equality ends just before the tolerance. In
+// tenths the digest sees that the tolerance is added to the point, not to the edge.
 TEST(CAlignedRect, HoldsItsEdgesWithinTheTolerance) {
   support::Random random(1);
   support::Digest digest;
   for (int i = 0; i < 100000 && !HasFailure(); ++i) {
     const double unit = i % 2 == 0 ? 0.5 : 0.1;
     const auto from = [&](int low, int n) { return (low + random.below(n)) * unit; };
-    const double tol = i % 98 == 0 ? NAN : from(-4, 13);
     DblPt low{from(0, 99), from(0, 99)}, high{low.x + from(0, 9), low.y + from(0, 9)};
-    DblPt p{i % 96 == 0 ? NAN : low.x + from(-9, 27), i % 94 == 0 ? NAN : low.y + from(-9, 27)};
+    DblPt p{low.x + from(-9, 27), low.y + from(-9, 27)};
+    double tol = from(-4, 13);
+    double* const values[] = {&low.x, &low.y, &high.x, &high.y, &p.x, &p.y, &tol};
+    if (i % 9 == 0) *values[i % 7] = NAN;
     const bool inside = CAlignedRect(low, high).isInside(p, tol), equal = low.isEqualTo(p, tol);
     digest.add(inside), digest.add(equal);
     if (unit == 0.1) continue;
@@ -45,5 +46,5 @@ TEST(CAlignedRect, HoldsItsEdgesWithinTheTolerance) {
     EXPECT_EQ(inside, std::fabs(2 * p.x - low.x - high.x) <= high.x - low.x + 2 * tol &&
                           std::fabs(2 * p.y - low.y - high.y) <= high.y - low.y + 2 * tol);
   }
-  EXPECT_EQ(digest.value(), 5939939809080160132u);
+  EXPECT_EQ(digest.value(), 3731133807399406853u);
 }
