@@ -71,7 +71,7 @@ void read(Mtx2D m, support::Digest& digest) {
 // Each operation by both its names, from every linear part of some values at the edge of arithmetic
 // and then from any, with stale tags: the same bits in all eight fields, on every compiler.
 TEST(Mtx2D, GivesTheSameBitsByBothNames) {
-  const double edges[] = {-INFINITY, -2.0, -0.0, 0.0, 3.0, INFINITY, NAN};
+  const double edges[] = {-INFINITY, -2.0, -0.0, 0.0, 2.0, INFINITY, NAN};
   support::Digest digest;
   for (int seed = 0; seed < 4000 && !HasFailure(); ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -88,14 +88,13 @@ TEST(Mtx2D, GivesTheSameBitsByBothNames) {
       ASSERT_EQ(bits(flat), bits(m));
       read(m, digest), m.type = flat.type = random.below(4);
     };
-    same(), m.Translate(p, q), translate_matrix(p, q, &flat), same();
+    same(), m.SetType(), set_matrix_type(&flat), same();
+    m.Translate(p, q), translate_matrix(p, q, &flat), same();
     m.Scale(q, p), scale_matrix(q, p, &flat), same();
     m.ReflectInX(), reflect_matrix_x(&flat), same();
     m.ReflectInY(), reflect_matrix_y(&flat), same();
-    m.InvertYAxis(p), flat.InvertYAxis(p), same();
-    m.SetType(), set_matrix_type(&flat), same();
+    m.InvertYAxis(p), flat.InvertYAxis(p), same(), m.ShearInX(q), flat.ShearInX(q), same();
     m.Rotate(-90.0 * quarters, mode), rotate_matrix(-90.0 * quarters, &flat, mode), same();
-    m.ShearInX(q), flat.ShearInX(q), same();
     m.Orient(orient), orient_matrix(orient, &flat), same();
     Mtx2D::Multiply(&m, &other, &one), multiply_matrices(&m, &other, &two);
     m = m * other, multiply_matrices(&flat, &other, &flat);
@@ -105,9 +104,10 @@ TEST(Mtx2D, GivesTheSameBitsByBothNames) {
     m = other * m, multiply_matrices(&other, &flat, &flat), same();
     m.SetXfm(p, q, orient, q, p, 1, q), set_xfm(p, q, orient, q, p, 1, q, &flat), same();
     m.SetXfm(0, 0, orient, q, p, -0.0, -0.0), set_xfm(0, 0, orient, q, p, -0.0, -0.0, &flat);
-    same(), m.Initialize(), initialize_matrix(&flat), same();
+    same(), m = m.Invert(), invert_matrix(&flat, &flat), same();
+    m.Initialize(), initialize_matrix(&flat), same();
   }
-  EXPECT_EQ(digest.value(), 6993680843562553633u);
+  EXPECT_EQ(digest.value(), 9862604772169343103u);
 }
 
 // The identity's tag goes to an exact identity alone, and a matrix differs from another by its
