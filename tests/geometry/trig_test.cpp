@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-// Between directions 15 degrees apart the turn is the shorter one; at pi sharp it stays.
+// Between directions 15 degrees apart the turn is the shorter one; at half a turn, by the ten
+// digits of pi that decide, it stays.
 TEST(Trig, MeasuresAndTurns) {
   for (int i = 0; i < 24 * 23; ++i) {
     const int from = i / 23 * 15, turn = (i % 23 - 11) * 15;
@@ -18,13 +19,19 @@ TEST(Trig, MeasuresAndTurns) {
     const double got = utl_angle2d(start.x - 10, start.y - 20, end.x - 10, end.y - 20);
     EXPECT_NEAR(got, turn * M_PI / 180, 1e-8) << from;
   }
-  EXPECT_EQ(utl_angle2d(0, -1, -1, 0), M_PI + M_PI / 2 - 6.283185308);
-  EXPECT_EQ(utl_angle2d(1, 0, -1, 0), M_PI);
-  EXPECT_EQ(utl_angle2d(1, 0, -1, -0.0), -M_PI);
+  const double half = 3.141592654, whole = 6.283185308, hair = half - M_PI;
+  const double over = std::nextafter(half, 4), more = over - M_PI;
+  const double rows[][4] = {
+      // of the first vector y, of the second x and y, and the turn
+      {0, -1, 0.0, M_PI},   {-hair, -1, 0.0, half},  {-more, -1, 0.0, over - whole},
+      {0, -1, -0.0, -M_PI}, {hair, -1, -0.0, -half}, {more, -1, -0.0, whole - over}};
+  for (const auto& [y1, x2, y2, turn] : rows) EXPECT_EQ(utl_angle2d(1, y1, x2, y2), turn) << y1;
+  EXPECT_EQ(utl_angle2d(0, -1, -1, 0), M_PI + M_PI / 2 - whole);
   for (int degrees = 0; degrees < 360; ++degrees) {
     double sine, cosine;
     drw_get_trig(INT_MIN + (degrees + 128) % 360, &sine, &cosine);  // INT_MIN reduces to 232
-    EXPECT_EQ(sine, std::sin(degrees * 3.141592654 / 180.0)) << degrees;
+    EXPECT_EQ(sine, std::sin(degrees * half / 180.0)) << degrees;
+    EXPECT_EQ(cosine, std::cos(degrees * half / 180.0)) << degrees;
   }
 }
 
