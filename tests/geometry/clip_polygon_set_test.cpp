@@ -4,7 +4,6 @@
 #include "support/guarded_array.h"
 #include "support/random.h"
 
-#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -66,9 +65,8 @@ TEST(ClipPolygonSet, CutsTheKnownShapes) {
       // an arch whose legs reach in
       {ring({2, 15, 8, 15, 8, 5, 6, 5, 6, 12, 4, 12, 4, 5, 2, 5}),
        {8, 10, 0, 6, 10, 1, 6, 5, 1, 8, 5, 3, 4, 10, 0, 2, 10, 1, 2, 5, 1, 4, 5, 3}},
-      // around, an L around, and two points across
+      // around, and two points across
       {ring({-5, -5, 15, -5, 15, 15, -5, 15}), {0, 0, 0, 0, 10, 0, 10, 10, 0, 10, 0, 2}},
-      {ring({-5, -5, 20, -5, 20, 20, 15, 20, 15, -1, -5, -1}), {}},
       {ring({-5, 5, 15, 5}), {0, 5, 0, 0, 5, 1, 10, 5, 0, 10, 5, 3}},
       // a band, a closing vertex, wholly inside with a duplicate, and no closing vertex at the end
       {ring({-5, 4, 15, 4, 15, 6, -5, 6}) + Flat{1, 1, 2} + inside + Flat{5, 5, 1, 6, 6, 1},
@@ -77,48 +75,6 @@ TEST(ClipPolygonSet, CutsTheKnownShapes) {
       {ring({10, 5, 15, 3, 15, 7}), {10 + 5 * e, 5 - 2 * e, 0, 10, 5, 1, 10, 5, 3}},
   };
   for (const auto& row : rows) EXPECT_EQ(clip(row.in, rect, before), before + row.out);
-}
-
-// True when the polygons of a set hold the point by turns of in and out.
-bool holds(const Flat& set, double x, double y) {
-  bool is_inside = false;
-  for (std::size_t first = 0, i = 0; i < set.size(); i += 3) {
-    const bool closes = set[i + 2] >= 2;
-    const double *a = &set[i], *b = &set[closes ? first : i + 3];
-    if ((a[1] > y) != (b[1] > y) && x < a[0] + (y - a[1]) * (b[0] - a[0]) / (b[1] - a[1])) {
-      is_inside = !is_inside;
-    }
-    if (closes) first = i + 3;
-  }
-  return is_inside;
-}
-
-// In general position: of simple polygons, some of thousands of vertices, the area that they share
-// with turned rectangles of either sense.
-TEST(ClipPolygonSet, KeepsTheAreaInside) {
-  int cut = 0;
-  for (unsigned seed = 1; seed <= 2000; ++seed) {
-    Random random(seed);
-    const int n = 8 + random.below(seed % 100 == 0 ? 4000 : 60);
-    const double u = random.between(1, 6), v = random.between(-6, 6), k = random.between(-1, 1);
-    const double ku = k * u, kv = k * v, square = u * u + v * v;
-    const real_rect_t rect = {
-        {{u - kv, v + ku}, {u + kv, v - ku}, {-u + kv, -v - ku}, {-u - kv, -v + ku}}};
-    Flat xy;
-    for (int i = 0; i < n; ++i) {  // a star
-      const double angle = 2 * M_PI * (i + 0.8 * random.unit()) / n, r = random.between(1, 12);
-      xy.insert(xy.end(), {u + r * std::cos(angle), r * std::sin(angle)});
-    }
-    const Flat star = ring(xy), out = clip(star, rect);
-    for (int i = 0; i < 50; ++i) {
-      const double x = random.between(-12, 12), y = random.between(-12, 12);
-      const bool is_within =
-          std::fabs(x * u + y * v) < square && std::fabs(y * u - x * v) < std::fabs(k) * square;
-      ASSERT_EQ(holds(out, x, y), is_within && holds(star, x, y)) << "seed " << seed;
-    }
-    cut += !out.empty() && out.size() != star.size();
-  }
-  EXPECT_GT(cut, 1000) << "most cases should be real cuts";
 }
 
 // Any change of a bit, an order or a flag shows: over sets of polygons on small whole numbers, with
