@@ -19,13 +19,12 @@ TEST(Trig, MeasuresAndTurns) {
     const double got = utl_angle2d(start.x - 10, start.y - 20, end.x - 10, end.y - 20);
     EXPECT_NEAR(got, turn * M_PI / 180, 1e-8) << from;
   }
-  const double half = 3.141592654, whole = 6.283185308, hair = half - M_PI;
-  const double over = std::nextafter(half, 4), more = over - M_PI;
-  const double rows[][4] = {
-      // of the first vector y, of the second x and y, and the turn
-      {0, -1, 0.0, M_PI},   {-hair, -1, 0.0, half},  {-more, -1, 0.0, over - whole},
-      {0, -1, -0.0, -M_PI}, {hair, -1, -0.0, -half}, {more, -1, -0.0, whole - over}};
-  for (const auto& [y1, x2, y2, turn] : rows) EXPECT_EQ(utl_angle2d(1, y1, x2, y2), turn) << y1;
+  const double half = 3.141592654, whole = 6.283185308, over = std::nextafter(half, 4);
+  const double rows[][3] = {{M_PI - half, 0.0, half},  // y of the first and of the second vector
+                            {M_PI - over, 0.0, over - whole},
+                            {half - M_PI, -0.0, -half},
+                            {over - M_PI, -0.0, whole - over}};
+  for (const auto& [y1, y2, turn] : rows) EXPECT_EQ(utl_angle2d(1, y1, -1, y2), turn) << y1;
   EXPECT_EQ(utl_angle2d(0, -1, -1, 0), M_PI + M_PI / 2 - whole);
   for (int degrees = 0; degrees < 360; ++degrees) {
     double sine, cosine;
