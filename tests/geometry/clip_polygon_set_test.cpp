@@ -95,8 +95,7 @@ TEST(ClipPolygonSet, GivesTheSameBitsEverywhere) {
     }
     // Upright or leaning, in either sense; now and then it is flat or a point.
     const double x = place(2, 0), y = place(2, 0), w = place(9, -4), h = place(9, -4);
-    const int leans = random.below(2);
-    const double lean = leans * place(5, -2), rise = leans * place(5, -2);
+    const double leans = random.below(2), lean = leans * place(5, -2), rise = leans * place(5, -2);
     const real_rect_t rect = {
         {{x, y}, {x + lean, y + h}, {x + lean + w, y + h + rise}, {x + w, y + rise}}};
     for (const double v : clip(in, rect)) digest.add(support::bits(v));
