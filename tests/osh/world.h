@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include <support/system.h>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -39,9 +40,8 @@ inline std::ptrdiff_t entries(const char* directory) {
   return std::distance(fs::directory_iterator(directory), {});
 }
 
-struct World {
+struct World : support::TemporaryFolder {
   World() {
-    fs::current_path(path);
     put("plain", "12345");
     put("other", "abc");
     put("locked", "safe");
@@ -52,10 +52,4 @@ struct World {
     fs::create_symlink("nowhere", "dangling");
     mkfifo("pipe", 0600);
   }
-  ~World() {
-    fs::current_path("/");
-    fs::remove_all(path);
-  }
-  char name[23] = "/tmp/zelvan-osh-XXXXXX";
-  const std::string path = mkdtemp(name);
 };
