@@ -27,7 +27,8 @@ namespace platform = zelvan::platform;
 using Failures = std::vector<support::Failure>;
 using Operation = std::function<bool()>;
 
-/// Each name with its permissions, what is in it, and whether it still has the times of `plain`.
+/// Each name with its permissions, what is in it, whether it still has the times of `plain`, and
+/// whether it is another user's.
 std::set<std::string> everything() {
   std::set<std::string> all;
   for (const auto& entry : fs::recursive_directory_iterator(".")) {
@@ -37,7 +38,8 @@ std::set<std::string> everything() {
     const bool is_old = status.st_mtime == 1000 && status.st_atime == 4'000'000'000;
     std::ostringstream line;
     line << name << ' ' << std::oct << (status.st_mode & 07777) << ' '
-         << (S_ISREG(status.st_mode) ? content(name) : "") << (is_old ? " old\n" : "\n");
+         << (S_ISREG(status.st_mode) ? content(name) : "") << (is_old ? " old" : "")
+         << (status.st_uid == geteuid() ? "\n" : " foreign\n");
     all.insert(line.str());
   }
   return all;
@@ -54,6 +56,7 @@ void expect(const Operation& operation, const std::string& change, const std::st
     const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // a later look doesn't change them
     utimensat(AT_FDCWD, "plain", times, 0);
     chmod("plain", 04664);
+    EXPECT_EQ(geteuid() == 0 ? chown("other", 12, 34) : 0, 0);
     chmod("other", 0606);
     const std::set<std::string> before = everything();
     const int descriptors = support::open_descriptors();
@@ -94,9 +97,11 @@ TEST(SystemCalls, LeaveFilesWhole) {
   const auto mask = umask(027);
   const std::string moved = "-plain 4664 12345 old\n+new 4664 12345 old\n";
   const std::string moved_without_its_user = "-plain 4664 12345 old\n+new 664 12345 old\n";
-  expect(copy("other"_c), "-other 606 abc\n+other 606 12345\n",
+  const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
+  expect(copy("other"_c), "-other 606 abc" + whose + "+other 606 12345" + whose,
          "open!! openat! read!! write! stat! lstat! fstat.! faccessat!! realpath! fchmod! fchown. "
-         "fsync! renameat! close!..");
+         "fsync! renameat! close!..",
+         {}, "-other 606 abc" + whose + "+other 606 12345\n");
   expect(copy("new"_c), "+new 640 12345\n",
          "open!! openat! read!! write! lstat! fstat.! faccessat! renameat! close!..");
   expect(move("plain"_c, "new"_c), moved, "faccessat! renameat2!");
@@ -133,7 +138,8 @@ TEST(SystemCalls, LeaveFilesWhole) {
            osh_filesize("other"_c) == 3 && osh_get_working_dir(path) == 1 &&
            platform::find_font_files({"dir"}, 9).empty();
   };
-  expect(many, "-other 606 abc\n-plain 4664 12345 old\n+new 640 \n+other 404 abc\n",
+  expect(many,
+         "-other 606 abc" + whose + "-plain 4664 12345 old\n+new 640 \n+other 404 abc" + whose,
          "open!.. fopen! stat.! lstat! fstat..!.. fstatat. faccessat.!!.! getcwd! chmod! unlink! "
          "mkdir! rmdir! fdopendir.. readdir....... close.",
          {}, "");
