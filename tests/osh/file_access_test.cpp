@@ -121,7 +121,8 @@ TEST(FileAccess, OpensAsTheFlagsSay) {
       EXPECT_FALSE(support::is_inherited(fd));
       EXPECT_EQ(osh_write(fd, "#"_c, 1), access != 0 ? 1 : -1);
       if (truncates) text.clear();
-      if (access != 0) text.replace(appends ? text.size() : 0, 1, "#");
+      if (access != 0 && !appends && !text.empty()) text.erase(0, 1);
+      if (access != 0) text.insert(appends ? text.size() : 0, 1, '#');
       EXPECT_EQ(osh_lseek(fd, 0, 0), 0);
       char read[9] = "";
       EXPECT_EQ(osh_read(fd, read, 8), access != 1 ? static_cast<int>(text.size()) : -1);
