@@ -15,7 +15,9 @@ using Results = std::vector<long long>;
 int opened(int fd) { return fd < 0 ? fd : osh_close(fd); }
 int opened(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
 int opened_to_append(char* path, std::size_t mode_length) {
-  return opened(osh_fopen_text(path, given("a" + std::string(mode_length - 1, 't'))));
+  std::string mode(mode_length, 't');
+  mode[0] = 'a';
+  return opened(osh_fopen_text(path, mode.data()));
 }
 int kind(char* path) {
   unsigned short mode = 0x2000;
