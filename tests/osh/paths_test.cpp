@@ -37,6 +37,8 @@ TEST(Paths, AreSplitAtTheirLastSeparator) {
       EXPECT_EQ(osh_truncate_path(text, directory, name), 1);
       EXPECT_EQ(directory + std::string("|") + name, file == 0 ? '|' + path : expected);
       EXPECT_TRUE(place != '-' || text == path) << path;
+      EXPECT_TRUE(place == 'd' || directory[std::strlen(directory) + 1] == '#') << path;
+      EXPECT_TRUE(place == 'f' || name[std::strlen(name) + 1] == '#') << path;
     }
   }
   char text[] = "a/b";
@@ -56,6 +58,7 @@ TEST(Paths, AreJoinedByOneBackslash) {
                                   place == '2' ? text : given(second), text),
                   1);
         EXPECT_EQ(text, first + (is_joined ? "" : "\\") + second);
+        EXPECT_EQ(text[std::strlen(text) + 1], '#');
       }
     }
   }
