@@ -188,6 +188,8 @@ TEST(Streams, KeepTheirConventions) {
                osh_fflush(fp), osh_fflush(fp), osh_fclose(fp)}),
       (Results{1, 3, 4, 8, 2, 0, '?', 0, 0, 0}));
   EXPECT_EQ(content("text"), "7  7-7  xyz?");
+  fp = osh_fopen_text("text"_c, "r+"_c);
+  EXPECT_EQ((Results{osh_fputc('7', fp), osh_fclose(fp)}), (Results{'7', 0}));
   fp = osh_fdopen(osh_open_text("text"_c, 0, 0), "r"_c);
   EXPECT_EQ(
       (Results{osh_fseek(fp, -1, 0), osh_fputs("x"_c, fp), osh_getc(fp), osh_ungetc('8', fp),
