@@ -75,7 +75,8 @@ TEST(Paths, FindTheNextFreeName) {
   for (const auto& [start, taken, next] : rows) {
     put(start + taken);
     for (const bool onto_start : {true, false}) {
-      char result[1024];
+      char result[1025];
+      std::memset(result, '#', sizeof result);
       std::strcpy(result, onto_start ? start.c_str() : taken.c_str());
       errno = 77;
       EXPECT_EQ(utl_unique_filename(onto_start ? result : given(start),
@@ -83,6 +84,7 @@ TEST(Paths, FindTheNextFreeName) {
                 next.empty() ? -1 : 0);
       EXPECT_TRUE(next.empty() || errno == 77) << errno;
       EXPECT_EQ(result, start + (next.empty() ? taken : next));
+      EXPECT_EQ(result[std::strlen(result) + 1], '#');
     }
     fs::remove(start + taken);
   }
