@@ -1,0 +1,102 @@
+#include "support/system.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/statvfs.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// In memory where there is some: tests ask much of a disk. Programs must be able to run there.
+std::string make_folder() {
+  struct statvfs memory;
+  const bool has_memory = getenv("TMPDIR") == nullptr && statvfs("/dev/shm", &memory) == 0;
+  const bool in_memory = has_memory && (memory.f_flag & ST_NOEXEC) == 0;
+  const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
+  std::string name = fs::canonical(parent) / "zelvan-XXXXXX";
+  if (mkdtemp(name.data()) == nullptr) std::abort();
+  return name;
+}
+
+}  // namespace
+
+namespace support {
+
+TemporaryFolder::TemporaryFolder() : path(make_folder()) { fs::current_path(path); }
+
+TemporaryFolder::~TemporaryFolder() {
+  fs::current_path("/");
+  for (const auto& entry : fs::recursive_directory_iterator(path)) {
+    if (fs::is_directory(entry.symlink_status())) {
+      fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add);
+    }
+  }
+  fs::remove_all(path);
+}
+
+bool make_link(const char* target, const char* name) { return symlink(target, name) == 0; }
+
+int open_descriptors() {
+  return static_cast<int>(std::distance(fs::directory_iterator("/proc/self/fd"), {}));
+}
+
+bool is_inherited(int fd) { return (fcntl(fd, F_GETFD) & FD_CLOEXEC) == 0; }
+
+void set_environment(const char* name, const char* value) {
+  value != nullptr ? setenv(name, value, 1) : unsetenv(name);
+}
+
+void for_every_user(const std::function<void()>& check) {
+  check();
+  if (geteuid() != 0) return;
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t nobody = 65534;
+    EXPECT_EQ(setgid(nobody) + setuid(nobody), 0);
+    check();
+    std::fflush(nullptr);
+    _exit(testing::Test::HasFailure());
+  }
+  int status = -1;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0) << "failed for the other user";
+}
+
+std::string own_path() { return fs::read_symlink("/proc/self/exe"); }
+
+int start_again(const std::vector<std::string>& arguments) {
+  const std::string path = own_path();
+  std::vector<char*> words = {const_cast<char*>(path.c_str())};
+  for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
+  words.push_back(nullptr);
+  const pid_t process = fork();
+  if (process == 0) _exit(execv(path.c_str(), words.data()));
+  return process;
+}
+
+void kill_process(int process) { kill(process, SIGKILL); }
+
+bool ends_soon(int process) {
+  for (int i = 0; i < 500; ++i) {
+    waitpid(process, nullptr, WNOHANG);  // one of our own waits for that
+    std::string state;
+    std::getline(std::ifstream("/proc/" + std::to_string(process) + "/stat"), state);
+    if (state.empty() || state.find(") Z ") != std::string::npos) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return false;
+}
+
+}  // namespace support

@@ -1,0 +1,52 @@
+/// What tests ask of the operating system. Each system has a body of its own, in the folder of
+/// its name.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// An empty folder, which is the current one meanwhile and goes with all that is in it, what is
+/// read-only included.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  /// Absolute, as the system itself writes it, without a separator at its end.
+  const std::string path;
+};
+
+/// Makes a symbolic link. False where there are none, or not for this user.
+bool make_link(const char* target, const char* name);
+
+/// How many descriptors or handles of any kind the process holds.
+int open_descriptors();
+
+/// Would a program that is started now get this descriptor?
+bool is_inherited(int fd);
+
+/// Sets a variable of the environment, or with a null value removes it.
+void set_environment(const char* name, const char* value);
+
+/// Runs a check, and once more as a user whom permissions bind if they don't bind this one and
+/// there is another to be had. The other's failed assertions count as this process's.
+void for_every_user(const std::function<void()>& check);
+
+/// The path of the running test program.
+std::string own_path();
+
+/// Starts the test program once more, with these arguments. Gives the id of the process.
+int start_again(const std::vector<std::string>& arguments);
+
+/// Ends a process at once and without a chance to clean up.
+void kill_process(int process);
+
+/// Waits until a process has ended, whoever started it; false if it lives on after 5 seconds.
+bool ends_soon(int process);
+
+}  // namespace support
