@@ -13,7 +13,6 @@ struct FakeSocket {
   bool is_open = false;
   int looks_in_vain = -1;            ///< until a connection is there; below 0: none can be
   std::deque<std::string> arriving;  ///< pieces; a receive gives what is left of one
-  std::string sent;
 };
 
 struct FakePlatform {

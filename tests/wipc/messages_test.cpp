@@ -87,16 +87,4 @@ TEST(Messages, AreReadAsInTheModel) {
   }
 }
 
-TEST(Messages, AreSentAsTheyAreUpToTheirLimit) {
-  for (const std::size_t n : {0, 1, 3999, 4000, 4001, 9000}) {
-    wipc_session* session = open('S');
-    std::string text(n, 'a');
-    EXPECT_EQ(wipc_write(session, text.data()), 1);
-    EXPECT_EQ(wipc_write_status(session, text.data()), n <= 4000);
-    EXPECT_EQ(fake.sockets[0].sent, n <= 4000 ? text : "Error Maximum message length exceeded");
-    EXPECT_EQ(fake.sockets[1].sent, n <= 4000 ? text + '\0' : "") << n;
-    release_session(session);
-  }
-}
-
 }  // namespace
