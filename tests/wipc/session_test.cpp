@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -23,8 +23,9 @@ const char written_down[] =
 #include "wipc/told.txt"
     ;
 
+const std::vector at_first{wipc_connect_timeout, wipc_debug, wipc_nostart, +wipc_error_text[0]};
 char local[] = "localhost", other[] = "LOCALHOST", here[] = "here", empty[] = "", *null = nullptr;
-char module[] = "m", path[] = "/bin/m", missing[] = "x/y", text[20], *host;
+char module[] = "m", path[] = "/bin/m", missing[] = "x/y", text[20], *host = empty;
 int port, ports[2], is_local;
 std::string told;
 
@@ -44,11 +45,12 @@ void tell_connection(char* on, char* program) {
 }
 
 /// Adds a line for each result. Where a call of the platform is refused, it begins there, and the
-/// next result ends it; with `each` that is done for every call in turn, and at last for none.
-void add(const char* title, const std::function<void()>& calls, bool each = false) {
+/// next result ends it; that goes for each call in turn, and at last for none, or once.
+enum Refusing { once, each };
+void add(const char* title, Refusing refusing, const std::function<void()>& calls) {
   told += title;
   bool is_refused = true;
-  for (int n = each; is_refused && n <= 99 * each; ++n) {
+  for (int n = refusing; is_refused && n <= 99 * refusing; ++n) {
     fake = {};
     fake.refused_call = n;
     wipc_set_debug(1);
@@ -95,34 +97,29 @@ void exchange(char session_type) {
 }
 
 TEST(Sessions, DoAndTellWhatIsWrittenDown) {
-  EXPECT_EQ(wipc_connect_timeout, 10);
-  EXPECT_STREQ(wipc_last_error(), "");
-  add(
-      "opening in one step", [] { tell(wipc_open_session(local, module)); }, true);
-  add(
-      "opening in two steps",
-      [] { tell_connection(local, module), tell(wipc_accept_connection()); }, true);
-  add(
-      "opening at the other end", [] { tell(wipc_connect_session(other, 1, 65535)); }, true);
-  add(
-      "exchange at the primary end", [] { exchange('P'); }, true);
-  add(
-      "exchange at the secondary end", [] { exchange('S'); }, true);
+  EXPECT_EQ(at_first, (std::vector{10, 0, 0, 0}));
+  told.clear();
+  add("opening in one step", each, [] { tell(wipc_open_session(local, module)); });
+  add("opening in two steps", each,
+      [] { tell_connection(local, module), tell(wipc_accept_connection()); });
+  add("opening at the other end", each, [] { tell(wipc_connect_session(other, 1, 65535)); });
+  add("exchange at the primary end", each, [] { exchange('P'); });
+  add("exchange at the secondary end", each, [] { exchange('S'); });
   for (const int refused : {0, 5}) {
-    add("nobody listens", [=] {
+    add("nobody listens", once, [=] {
       fake.deaf_port = 65535, fake.refused_call = refused;
       tell(wipc_connect_session(local, 65535, 1));
     });
   }
-  add(
-      "waiting", [] { tell(std::min(wipc_wait_accept(fake.make()), 1)); }, true);
-  add("waiting for a connection", [] {
+  add("waiting", each, [] { tell(std::min(wipc_wait_accept(fake.make()), 1)); });
+  add("connecting", each, [] { tell(std::min(wipc_connect_port(local, 1), 1)); });
+  add("waiting for a connection", once, [] {
     for (const int looks : {0, 1, 2, 3}) {
       wipc_set_connect_timeout(looks > 1 ? 1 : -1), fake.looks_in_vain = looks;
       tell(std::min(wipc_wait_accept(fake.make()), 1));
     }
   });
-  add("publishing lines", [] {
+  add("publishing lines", once, [] {
     wipc_set_nostart(-1);
     tell(wipc_connect_timeout);
     for (const int length : {1, 1000, 1001}) {
@@ -131,7 +128,7 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
       wipc_set_debug(0);
     }
   });
-  add("ports", [] {
+  add("ports", once, [] {
     for (const int last : {0, 1}) {
       fake.ports[last] = 0;
       tell(wipc_open_session(local, module));
@@ -140,17 +137,17 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
       tell(wipc_wait_accept(last - 1)), tell(wipc_poll_socket(last - 1));
     }
   });
-  add("hosts and programs", [] {
+  add("hosts and programs", once, [] {
     for (char* on : {here, other}) tell_connection(on, path), tell_connection(on, missing);
   });
-  add("along the path", [] {
+  add("along the path", once, [] {
     for (const char* all : {"/none:/bin:/", "/bin/:", ":/bin", "::/bin", "", ":", "a:::/bin"}) {
       support::set_environment("PATH", all);
       tell(HeapText(wipc_find_module(module)).get());
     }
     for (char* program : {path, missing}) tell(HeapText(wipc_find_module(program)).get());
   });
-  add("invalid arguments", [] {
+  add("invalid arguments", once, [] {
     for (char* none : {null, empty}) {
       tell(wipc_open_session(none, none)), tell(wipc_open_session(local, none));
       tell_connection(none, none), tell_connection(local, none);
@@ -166,7 +163,7 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
     }
     for (const int n : {-1, 0, 3}) tell(wipc_check_sockets(n));
   });
-  add("invalid sessions and buffers", [] {
+  add("invalid sessions and buffers", once, [] {
     for (const char session_type : {'0', 'B', 'P', 'S'}) {
       wipc_session record{fake.make(), 0, session_type, nullptr, nullptr, nullptr, nullptr};
       wipc_session* session = session_type == '0' ? nullptr : &record;
