@@ -25,7 +25,7 @@ const char written_down[] =
 
 const std::vector at_first{wipc_connect_timeout, wipc_debug, wipc_nostart, +wipc_error_text[0]};
 char local[] = "localhost", other[] = "LOCALHOST", here[] = "here", empty[] = "", *null = nullptr;
-char module[] = "m", path[] = "/bin/m", missing[] = "x/y", text[20], *host = empty;
+char module[] = "m", path[] = "/bin/m", missing[] = "x/y", root[] = "/m", text[20], *host = empty;
 int port, ports[2], is_local;
 std::string told;
 
@@ -145,7 +145,7 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
       support::set_environment("PATH", all);
       tell(HeapText(wipc_find_module(module)).get());
     }
-    for (char* program : {path, missing}) tell(HeapText(wipc_find_module(program)).get());
+    for (char* program : {path, missing, root}) tell(HeapText(wipc_find_module(program)).get());
   });
   add("invalid arguments", once, [] {
     for (char* none : {null, empty}) {
