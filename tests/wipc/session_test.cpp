@@ -138,7 +138,7 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
     }
   });
   add("hosts and programs", once, [] {
-    for (char* on : {here, other}) tell_connection(on, path), tell_connection(on, missing);
+    for (char* on : {here, other}) tell_connection(on, path), tell_connection(on, root);
   });
   add("along the path", once, [] {
     for (const char* all : {"/none:/bin:/", "/bin/:", ":/bin", "::/bin", "", ":", "a:::/bin"}) {
