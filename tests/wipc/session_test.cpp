@@ -120,8 +120,9 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
     }
   });
   add("publishing lines", once, [] {
-    wipc_set_nostart(-1);
-    tell(wipc_connect_timeout);
+    for (const int on : {0, -1}) {
+      wipc_set_connect_timeout(1), wipc_set_nostart(on), tell(wipc_connect_timeout);
+    }
     for (const int length : {1, 1000, 1001}) {
       tell(wipc_open_session(local, std::string(length, 'x').data()));
       tell(wipc_last_error());
