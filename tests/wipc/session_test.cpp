@@ -101,6 +101,7 @@ void exchange(char session_type) {
   if (session_type < 'P') release_session(session);
 }
 
+// What is told stands in told.txt: every call of the platform, every text and every result.
 TEST(Sessions, DoAndTellWhatIsWrittenDown) {
   EXPECT_EQ(at_first, (std::vector{10, 0, 0, 0}));
   told.clear();
@@ -111,6 +112,8 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
   for (const char type : {'0', 'B', 'P', 'S'}) {
     add(std::string("exchange at an end of type ") + type, each, [=] { exchange(type); });
   }
+  add("closing at the secondary end", once,
+      [] { wipc_close_session(wipc_new_session(fake.make(), 'S')), tell("closed"); });
   for (const int refused : {0, 5}) {
     add("nobody listens", once, [=] {
       fake.deaf_port = 65535, fake.refused_call = refused;
