@@ -156,6 +156,7 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
       tell(HeapText(wipc_find_module(module)).get());
     }
     for (char* program : {path, missing, root}) tell(HeapText(wipc_find_module(program)).get());
+    support::set_environment("PATH", nullptr), tell(wipc_find_module(module));
   });
   add("invalid arguments", once, [] {
     for (char* none : {null, empty}) {
