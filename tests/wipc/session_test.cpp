@@ -82,6 +82,7 @@ void exchange(char session_type) {
   wipc_session* session = wipc_new_session(fake.make(), session_type);
   session->status_sid = fake.make();
   void* handle = session_type != '0' ? session : nullptr;
+  tell(wipc_poll_session(handle)), tell(wipc_read_status(handle, text, sizeof text));
   fake.sockets[0].arriving = {"one", {"SessionClosed.\0SessionClosed\0left", 33}};
   fake.sockets[1].arriving = {"ready"};
   tell(wipc_sid(handle)), tell(wipc_status_sid(handle)), tell(wipc_write(handle, null));
