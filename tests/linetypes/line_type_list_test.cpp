@@ -27,7 +27,7 @@ TEST(LineTypeDefinition, TakesTwentyFragmentsAndNoEmptyGap) {
   Definition d = line_type(7, {});
   CLineTypeDefPattern& p = d.GetPattern();
   EXPECT_EQ(p.GetFirstFragment(), -1.0);
-  const double lengths[] = {0.0, -0.0, 0.1, -1.0, 0x1p-60, 1e9, 0.3};
+  const double lengths[] = {0.0, -0.0, 0.1, -1.0, 0.0, 1e9, 0x1p-60};
   std::vector<double> taken;
   for (int i = 0; i < 40; ++i) {
     const double length = lengths[i % 7];

@@ -45,22 +45,18 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
               {{" +7 of them", "1000", "9", ""}, 2, {7, 1000, logError, "/tmp/logQelt-"}},
               {{"99999999999", "-99999999999", "3", nullptr}, 17, {INT_MAX, 1000, logWarn, "kept"}},
               {{"-99999999999", "99999999999", nullptr, "y"}, 17, {1, INT_MAX, logError, "y"}}};
+  const char* const names[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LINES", "LOGGER_LOG_LEVEL",
+                               "LOGGER_FILE_PREFIX"};
   Logger log(nullptr);
   for (const auto& row : rows) {
     In::is_pending = true, In::settings() = start;
     log.setFilePrefix("kept"), log.setLogLevel(static_cast<logPriorities>(row.level_set));
-    EXPECT_EQ(In::settings(), Settings(2, 5000, logPriorities(row.level_set), "kept"));
-    for (const char* late : {static_cast<const char*>(nullptr), "4000"}) {
-      const char* const* value = row.values;
-      for (const char* name : {"MAX_NUM_FILES", "MAX_NUM_LINES", "LOG_LEVEL", "FILE_PREFIX"}) {
-        const char* const text = late != nullptr ? late : *value;
-        const std::string variable = std::string("LOGGER_") + name;
-        text != nullptr ? setenv(variable.c_str(), text, 1) : unsetenv(variable.c_str());
-        ++value;
-      }
-      (log.*In::init)();
-      EXPECT_EQ(In::settings(), row.read);
+    for (int i = 0; i < 4; ++i) {
+      row.values[i] != nullptr ? setenv(names[i], row.values[i], 1) : unsetenv(names[i]);
     }
+    (log.*In::init)();
+    setenv(names[0], "5", 1), (log.*In::init)();  // too late
+    EXPECT_EQ(In::settings(), row.read);
   }
   EXPECT_FALSE(In::is_pending);
   log.setFilePrefix(nullptr);
@@ -69,33 +65,33 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
 
 TEST(Logger, OpensItsFileAndNothingElseWrites) {
   const std::string prefix = testing::TempDir() + "logger-test-", name = prefix + "7.log";
+  const auto content = [&] {
+    std::string text;
+    return std::getline(std::ifstream(name), text, '\0'), text;
+  };
   Logger log("a");
   log.setFilePrefix(prefix.c_str());
   In::is_pending = true, In::lines = In::number = 7;
   (log.*In::open)();
   EXPECT_TRUE(In::file == nullptr && In::lines == 7) << "not before init";
   In::is_pending = false;
-  for (const char* text : {"", "line\n", "line\nline\n"}) {  // anew, twice to append, and anew
+  for (const std::string text : {"", "line\n", "line\nline\n"}) {  // anew, then to append
     Logger other("closes the file when it ends");
     (log.*In::open)();
     ASSERT_NE(In::file, nullptr);
-    EXPECT_TRUE(In::lines == (*text == '\0' ? 0 : 8) && !In::appends);
+    EXPECT_TRUE(In::lines == (text.empty() ? 0 : 8) && !In::appends);
     In::lines = 8;
     std::fputs("line\n", In::file);
     EXPECT_TRUE(log.log(logError, "o", "m") && log.logf(logError, nullptr, nullptr) &&
                 log.debug("o", "m") && log.error("o", "m") && log.trace("o", "m") &&
                 log.warn(nullptr, nullptr) && (log.*In::outlog)(logError, nullptr, nullptr));
     std::fflush(In::file);
-    std::string content;
-    std::getline(std::ifstream(name), content, '\0');
-    EXPECT_EQ(content, text + std::string("line\n"));
+    EXPECT_EQ(content(), text + "line\n");
   }
   EXPECT_TRUE(In::file == nullptr && In::appends);
   In::appends = false;
-  for (int i = 0; i < 2; ++i) (log.*In::open)();  // the second while it is open
-  std::string content;
-  std::getline(std::ifstream(name), content, '\0');
-  EXPECT_TRUE(content.empty() && In::lines == 0);
+  for (int i = 0; i < 2; ++i) (log.*In::open)();  // anew, then anew while it is open
+  EXPECT_EQ(content() + std::to_string(In::lines), "0");
   std::remove(name.c_str());
   log.setFilePrefix("/nowhere/at/all-");
   (log.*In::open)();
@@ -113,15 +109,13 @@ TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
     EXPECT_STREQ(same->*In::name, "name");
     EXPECT_TRUE(same->*In::name != log.*In::name && In::flags(*same) == std::pair(true, true));
   }
-  log.setStout(false), other = log;
-  EXPECT_TRUE(!In::flags(other).first && In::flags(copy).first);
-  log.setClassname(nullptr);
+  log.setStout(false), other = log, log.setClassname(nullptr);
+  EXPECT_FALSE(In::flags(other).first);
   EXPECT_EQ(std::string(log.*In::name) + empty.*In::name, "");
   setenv("TZ", "ABC-5:30", 1);
   const std::string longest(63, 'x');
-  for (const auto& [format, text] : {std::pair<std::string, std::string>("%Z%z", "ABC+0530"),
-                                     {longest, longest},
-                                     {longest + 'x', ""}}) {
+  for (const std::string& format : {std::string("%Z%z"), longest, longest + 'x'}) {
+    const std::string text = format[0] == '%' ? "ABC+0530" : format == longest ? format : "";
     char* date = nullptr;
     (log.*In::date)(format.c_str(), &date);
     EXPECT_EQ(std::string(date, 65), text + std::string(65 - text.size(), '\0'));
