@@ -4,16 +4,18 @@
 
 #include <algorithm>
 #include <climits>
+#include <filesystem>
+#include <fstream>
 #include <new>
 #include <optional>
 
 #include <gtest/gtest.h>
-#include <osh/world.h>
 #include <sys/socket.h>
 
 using namespace zelvan;
 using std::optional, std::string, std::to_string;
 using Size = std::size_t;
+namespace fs = std::filesystem;
 
 // ---- the heap: `malloc`, `calloc` and `free` of the library's objects and of this one, by the
 // linker's --wrap, and `new` and `delete` of the whole program. One thread uses it.
@@ -126,6 +128,8 @@ string outcomes(string (*scenario)(), bool for_good) {
 
 // ---- scenarios: an operation of each kind in turn, each seen by a digit or a letter
 
+using Owned = std::unique_ptr<void, void (*)(void*)>;
+
 char digit(long n) { return static_cast<char>('0' + n); }
 
 template <class Region>
@@ -186,27 +190,28 @@ unsigned short fill(MemException* e) {  // takes the last row away from the one 
 }
 
 string handles() {
-  int rgb[6] = {};
-  MemPool boundless = {INT_MAX, 0}, *pool = nullptr;
-  MemList* list = nullptr;
-  ColorXfm* xfm = nullptr;
-  void *maps[2] = {}, *block = nullptr;
-  const auto release = [&] {
-    for (void*& map : maps) ColDeleteColorMap(std::exchange(map, nullptr));
-    ColCloseXfm(&xfm), xfm = nullptr, free(std::exchange(block, nullptr));
-    MemListDelete(&list), MemPoolDelete(&pool);
+  const auto delete_list = [](void* list) {
+    auto* typed = static_cast<MemList*>(list);
+    MemListDelete(&typed);
   };
+  const auto delete_xfm = [](void* xfm) { delete static_cast<ColorXfm*>(xfm); };
+  Owned made[] = {{nullptr, ColDeleteColorMap},
+                  {nullptr, ColDeleteColorMap},
+                  {nullptr, delete_xfm},
+                  {nullptr, delete_list},
+                  {nullptr, free},
+                  {nullptr, free}};
+  MemPool boundless = {INT_MAX, 0};
+  int rgb[6] = {};
   refuse([&] {
-    release();
-    maps[0] = ColOpen(2, 255), maps[1] = ColNewColorMap(2, 255, rgb), xfm = ColOpenXfm(2);
-    list = MemListNew(&boundless, give_up), pool = MemPoolNew(0);
-    MemAllocate(nullptr, 8, nullptr, &block);
+    made[0].reset(ColOpen(2, 255)), made[1].reset(ColNewColorMap(2, 255, rgb));
+    made[2].reset(ColOpenXfm(2)), made[3].reset(MemListNew(&boundless, give_up));
+    void* block = nullptr;
+    MemAllocate(nullptr, 8, nullptr, &block), made[4].reset(block);
+    made[5].reset(MemPoolNew(0));
   });
   string seen;
-  for (void* object : {maps[0], maps[1], (void*)xfm, (void*)list, (void*)pool, block}) {
-    seen += digit(object != nullptr);
-  }
-  release();
+  for (const Owned& object : made) seen += digit(object != nullptr);
   return seen;
 }
 
@@ -214,51 +219,55 @@ string logs() {
   using In = LoggerInside;
   Logger other("new"), assigned("old"), renamed("old");
   optional<Logger> made, copied;
-  char* date = nullptr;
+  Owned date(nullptr, free);
   refuse([&] {
     made.emplace("new"), copied.emplace(other), assigned = other;
     renamed.setClassname(other.*In::name);
     string("old").swap(In::prefix), other.setFilePrefix("a prefix too long to be kept in place");
-    free(date), (other.*In::date)("%Y", &date);
+    char* text;
+    (other.*In::date)("%Y", &text), date.reset(text);
   });
   string seen;
   for (auto* log : {&*made, &*copied, &assigned, &renamed})
-    seen += digit(log->*In::name != nullptr);
+    seen += log->*In::name == nullptr ? '0' : '1';
   seen += In::prefix[0], seen += digit(date != nullptr);
-  string().swap(In::prefix), free(date);
+  string().swap(In::prefix);
   return seen;
 }
 
 struct Folder {  // in memory, since so many files come and go
-  Folder() { fs::current_path(mkdtemp(name)), put("fonts/a.ttf"), put("fonts/b/c.ttc"); }
+  Folder() {
+    fs::create_directories(fs::path(mkdtemp(name)) / "fonts/b");
+    fs::current_path(name);
+    for (const char* font : {"fonts/a.ttf", "fonts/b/c.ttc"}) std::ofstream(font) << "font";
+  }
   ~Folder() { fs::current_path("/"), fs::remove_all(name); }
   char name[28] = "/dev/shm/zelvan-heap-XXXXXX";
 };
 
 string files() {
   static Folder folder;
-  put("plain", "12345"), put("other", "abc");
-  char directory[1024], *path = nullptr, **fonts = nullptr;
-  int n_fonts, results[3];
-  const auto release = [&] {
-    free(path), n_fonts = -1;
-    if (fonts != nullptr) osh_FreeFontFileList(&fonts);
-    std::rename("a new name of some length", "plain");
-  };
-  refuse([&] {
-    release();
-    results[0] = osh_get_working_dir(directory), path = osh_find_exec_path("plain"_c);
-    fonts = osh_GetFontFileListCount(&n_fonts), results[1] = osh_system(1, "true"_c);
-    unsetenv("ZELVAN_HEAP_TO_BE_REFUSED");
-    results[2] = osh_setenv("ZELVAN_HEAP_TO_BE_REFUSED"_c, "1"_c);
-    osh_copyfile("other"_c, "plain"_c), osh_rename("plain"_c, "a new name of some length"_c);
+  std::ofstream("from") << "12345", std::ofstream("to") << "a";
+  char from[] = "from", to[] = "to", moved[] = "a new name of some length", command[] = "true";
+  char variable[] = "ZELVAN_HEAP_TO_BE_REFUSED", directory[1024];
+  int n_fonts = 0, results[3] = {};
+  Owned path(nullptr, free), fonts(nullptr, [](void*list) {
+    auto** typed = static_cast<char**>(list);
+    osh_FreeFontFileList(&typed);
   });
-  string seen = {digit(results[0]), digit(path != nullptr && *path == '/'), digit(n_fonts + 1)};
-  seen += digit(results[1]),
-      seen += digit(2 * results[2] + (getenv("ZELVAN_HEAP_TO_BE_REFUSED") == nullptr)),
-      seen += content("other")[0];
-  seen += digit(!fs::exists("plain")), seen += digit(entries("."));
-  release();
+  refuse([&] {
+    unsetenv(variable), std::rename(moved, from), n_fonts = -1;
+    results[0] = osh_get_working_dir(directory), path.reset(osh_find_exec_path(from));
+    fonts.reset(osh_GetFontFileListCount(&n_fonts)), results[1] = osh_system(1, command);
+    results[2] = osh_setenv(variable, from);
+    osh_copyfile(to, from), osh_rename(from, moved);
+  });
+  const bool is_absolute = path != nullptr && *static_cast<char*>(path.get()) == '/';
+  const long n_files = std::distance(fs::directory_iterator("."), {});
+  string seen = {digit(results[0]), digit(is_absolute), digit(n_fonts + 1), digit(results[1])};
+  seen += digit(2 * results[2] + (getenv(variable) == nullptr));
+  seen += digit(fs::file_size("to")), seen += digit(!fs::exists("from")), seen += digit(n_files);
+  std::rename(moved, from);
   return seen;
 }
 
@@ -390,7 +399,7 @@ TEST(Heap, RefusesOneRequestOrAllFromThereOn) {
               {line_types, "000000000000000", "111111111111111"},
               {handles, "000000", "111111"},
               {logs, "0000o0", "1111a1"},
-              {files, "0008/a03", "11300113"}};
+              {files, "0008/103", "11300513"}};
   for (const auto& [scenario, refused, whole] : rows) {
     string once, for_good;
     for (Size i = 0; i < whole.size(); ++i) {
