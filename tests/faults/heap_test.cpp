@@ -1,3 +1,4 @@
+#include <zelvan/mem/detail/entry.h>
 #include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/zelvan.h>
@@ -325,6 +326,7 @@ string block() {
   MemPool pool = {limit, used};
   MemList* list = MemListNew(&pool, handler);
   void *slots[n], *slot = &slot;
+  mem_sequence = 0;  // the number of the first, and of an empty row
   for (void*& place : slots) MemAllocate(list, 8, nullptr, &place);
   int status = -1;
   refuse([&] {
