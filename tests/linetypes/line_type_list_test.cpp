@@ -27,10 +27,10 @@ TEST(LineTypeDefinition, TakesTwentyFragmentsAndNoEmptyGap) {
   Definition d = line_type(7, {});
   CLineTypeDefPattern& p = d.GetPattern();
   EXPECT_EQ(p.GetFirstFragment(), -1.0);
-  const double lengths[] = {0.0, -0.0, 0.1, -1.0, 0.0, 1e9, 0x1p-60};
+  const double lengths[] = {0.0, -0.0, -1.0, 0.1, 0.0, 1e9, 0x1p-60, 0.3};
   std::vector<double> taken;
   for (int i = 0; i < 40; ++i) {
-    const double length = lengths[i % 7];
+    const double length = lengths[i % 8];
     const bool fits = taken.size() < 20 && (taken.size() % 2 == 0 || length != 0.0);
     ASSERT_EQ(d.AddFragment(length), fits) << length << " after " << taken.size();
     if (fits) taken.push_back(length);
