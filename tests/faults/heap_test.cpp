@@ -196,12 +196,9 @@ string handles() {
     MemListDelete(&typed);
   };
   const auto delete_xfm = [](void* xfm) { delete static_cast<ColorXfm*>(xfm); };
-  Owned made[] = {{nullptr, ColDeleteColorMap},
-                  {nullptr, ColDeleteColorMap},
-                  {nullptr, delete_xfm},
-                  {nullptr, delete_list},
-                  {nullptr, free},
-                  {nullptr, free}};
+  const auto free_block = [](void* block) { MemFree(nullptr, block); };
+  Owned made[] = {{nullptr, ColDeleteColorMap}, {nullptr, ColDeleteColorMap}, {nullptr, delete_xfm},
+                  {nullptr, delete_list},       {nullptr, free_block},        {nullptr, free}};
   MemPool boundless = {INT_MAX, 0};
   int rgb[6] = {};
   refuse([&] {
@@ -334,6 +331,7 @@ string block() {
     void* const owner = *std::find_if(slots, slots + n - 1, [](void* s) { return s != nullptr; });
     status = MemAllocate(list, 16, nullptr, has_owner ? static_cast<void**>(owner) : &slot);
   });
+  MemFree(list, malloc(1));  // of no list
   EXPECT_TRUE(has_owner || (slot != &slot) == (status == MEM_SUCCESS));
   MemListDelete(&list);
   EXPECT_EQ(pool.used, used);
