@@ -74,11 +74,11 @@ TEST(ConvertFlpt, GivesTheValues) {
   support::walk(24, 0, (1ull << 32) / 4099, 4099);
   for (int i = 0; i < 4096 * 53 && !HasFailure(); ++i) {
     const support::Word word = (i / 53 * 1ull << 52) + (1ull << i % 53);
-    support::walk(56, word - 2, 4, 1);
-    support::walk(24, word >> 32, 2, 1);
+    support::walk(56, word - 2, 5, 1);
+    support::walk(24, word >> 32, 9, 1);
   }
   std::mt19937_64 random(1);
-  for (int i = 0; i < 3'000'000 && !HasFailure(); ++i) support::walk(56, random(), 1, 1);
+  for (int i = 0; i < 600'000 && !HasFailure(); ++i) support::walk(56, random(), 5, 1);
 }
 
 // A checksum of all places in both tables and a few spelled out to find the way by.
