@@ -23,8 +23,9 @@ class World {
  public:
   /// `below(n)` gives a number from 0 to `n` - 1. With `trace` the trace is on; what it must tell
   /// goes there.
-  explicit World(std::function<int(int)> below_n, std::ostream* trace = nullptr)
-      : below(std::move(below_n)), trace_(trace) {
+  /// A pool of `limit` bytes begins with 500 of them to spare.
+  explicit World(std::function<int(int)> below_n, std::ostream* trace = nullptr, int limit = 500)
+      : below(std::move(below_n)), trace_(trace), pool_{limit, limit - 500}, used_(limit - 500) {
     now = this;
     mem_trace = trace == nullptr ? 0 : 4;
     zelvan::mem_sequence = static_cast<int>(sequence_);
@@ -232,7 +233,7 @@ class World {
     }
     if (code == 0 || code == MEM_POOL_TOO_SMALL) {
       free_row();
-      if (used_ + call.size > pool_.limit) {
+      if (0LL + used_ + call.size > pool_.limit) {
         tell("**Pool overflow current size ", used_);
         return MEM_POOL_OVERFLOW;
       }
@@ -271,6 +272,10 @@ class World {
     MemSetDefaultObject(is_default ? call.key : this);
     const int status = MemAllocate(handle, call.size, is_default ? nullptr : call.key, call.place);
     calls_.pop_back();
+    if (call.status == MEM_SUCCESS && 0LL + used_ + call.size > INT_MAX) {
+      call.status = MEM_POOL_OVERFLOW;
+      tell("**Pool overflow after exception processing");
+    }
     ASSERT_EQ(std::pair(status, 0), std::pair(call.status, call.expected));
     if (status != MEM_SUCCESS) return;
     auto* const block = static_cast<void**>(memory_[call.place] = *call.place);
@@ -302,11 +307,11 @@ class World {
   std::function<int(int)> below;
   std::ostream* trace_;
   unsigned sequence_ = INT_MAX - 100;  // soon it wraps
-  MemPool pool_ = {500, 0};
+  MemPool pool_;
   MemList* list_;
   std::vector<MemEntry> rows_ = std::vector(16, zelvan::empty_entry);
   void* slots_[16] = {};
   std::map<void**, void*> memory_;  ///< all pointers of owners, in slots and in blocks
   std::vector<Call*> calls_;
-  int used_ = 0;
+  int used_;
 };
