@@ -101,6 +101,7 @@ TEST(LineTypeList, OwnsEachDefinitionOnce) {
   CLineTypeDefList list, other;
   auto* const odd = new Definition(line_type(20, {NAN}));  // doesn't equal itself
   bool already_there;
+  EXPECT_EQ(other.AddLineTypeDefinition(new Definition(line_type(1, {7})), already_there), 14);
   for (int i = 0; i < 2; ++i) EXPECT_EQ(list.AddLineTypeDefinition(odd, already_there), 20);
   other = list, list = static_cast<CLineTypeDefList&>(list);
   EXPECT_TRUE(already_there && list.GetDefinition(20) == odd && other.GetDefinition(20) != odd);
