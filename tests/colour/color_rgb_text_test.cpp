@@ -73,27 +73,28 @@ TEST(NamedColors, AreNamedAfterTheirFirstRow) {
   for (int i = 0; i < 1 << 24; i += 13) check({i >> 16, i >> 8 & 0xFF, i & 0xFF});
 }
 
-// Every keyword (4 of RGB, 2 of HSV, 5 that are none) with all threes of operands, the last two
-// of which are missing. Any other text in place of a number counts as 0, as `atof` has it.
+// Every keyword (4 of RGB, 2 of HSV, 7 that are none or take none of these) with all threes of
+// operands, the last two of which are missing. Any other text in place of a number counts as 0,
+// as `atof` has it.
 TEST(ColorRGB, TakesATextualValue) {
-  const std::string words[] = {"RGB",  " \t\nrGb", "\"RGB\"", "RGB\x02x", "$hsv$", "HSV",
-                               "HSVA", "RG",       "\"\"",    "0",        "\x01"};
+  const std::string words[] = {"RGB", " \t\nrGb", "\"RGB\"", "RGB\x02x", "$hsv$", "HSV", "HSVA",
+                               "RG",  "\"\"",     "0",       "\x01",     "Name",  "snow"};
   const std::string operands[] = {"1",          "0.5",   "x",     "\"1\"", "$$",
                                   "-0",         "1.5",   "240",   "359",   "359.99999",
                                   "1.00000001", "-1e-9", "1e400", "",      "\x01"};
-  for (int i = 0; i < 11 * 15 * 15 * 15; ++i) {
-    std::string text = words[i % 11];
+  for (int i = 0; i < 13 * 15 * 15 * 15; ++i) {
+    std::string text = words[i % 13];
     float v[3] = {};
     int read = 0;
-    for (int rest = i / 11; read < 3; ++read, rest /= 15) {
+    for (int rest = i / 13; read < 3; ++read, rest /= 15) {
       text += (i % 2 == 0 ? " " : "  \t ") + operands[rest % 15];
       if (rest % 15 >= 13) break;
       v[read] = static_cast<float>(std::atof(operands[rest % 15].c_str()));
     }
     if (read == 3 && i % 3 == 0) text += " comment";
     ColorRGB color = before, expected = before;
-    const int is_taken = read < 3 || i % 11 > 5 ? 0
-                         : i % 11 < 4           ? expected.SetRGBColor(v[0], v[1], v[2])
+    const int is_taken = read < 3 || i % 13 > 5 ? 0
+                         : i % 13 < 4           ? expected.SetRGBColor(v[0], v[1], v[2])
                                                 : expected.SetHSVColor(v[0], v[1], v[2]);
     ASSERT_EQ(color.SetValue(77, text.data()), is_taken) << text;
     ASSERT_EQ(color, expected) << text;
