@@ -34,19 +34,22 @@ inline std::pair<int, int> closest_in(const ColorMap& map, const ColorRGB& targe
 }
 
 /// A map of `size` entries on a scale of its own: some unset, some equal, some with a channel
-/// that only looks unset. Few steps make many ties; and 4096 squared leaves no room for a 1 beside
-/// it, so that it counts which channels are added up first.
+/// that only looks unset or is so small that differences wrap. Few steps make many ties; 4096
+/// squared leaves no room for a 1 beside it, so that it counts which channels are added up first;
+/// and what differs by a step at the top of a scale may be equal as `float`.
 inline ColorMap random_map(int size, std::mt19937& random) {
   const int scales[] = {255, 255, 1, 31, 1000, 40000, 65535, 100000000};
   const int scale = scales[random() % 8], steps = random() % 3 == 0 ? scale : std::min(scale, 7);
-  const bool is_lopsided = random() % 3 == 0;
+  const unsigned int kind = random() % 4;
   ColorMap map(size, scale);
   for (int i = 0; i < size; ++i) {
     ColorRGB color;
     for (int* c : {&color.red, &color.green, &color.blue}) {
       const int step = static_cast<int>(random() % (static_cast<unsigned>(steps) + 1));
-      *c = is_lopsided ? step % 2 + step % 8 / 6 * 4095 : step * (scale / steps);
-      if (random() % 24 == 0) *c = -1;
+      *c = kind == 0   ? step % 2 + step % 8 / 6 * 4095
+           : kind == 1 ? scale - step % 8
+                       : step * (scale / steps);
+      if (random() % 24 == 0) *c = random() % 2 == 0 ? -1 : INT_MIN;
     }
     map.SetMap(i, &color);
   }
@@ -62,8 +65,8 @@ inline ColorRGB random_target(const ColorMap& map, std::mt19937& random) {
   if (map.map_size > 0 && random() % 2 == 0) target = map.colors[random() % map.map_size];
   int& one = *channels[random() % 3];
   const unsigned int kind = random() % 8;
-  if (kind < 2) one += static_cast<int>(random() % 5) - 2;
-  if (kind == 2) one = static_cast<int>(random());
+  if (kind < 2) one ^= random() % 4;
+  if (kind == 2) one = static_cast<int>(random() % 2 == 0 ? random() : 0x7FFFFFFF);
   if (kind == 3) target = {one % 2, 0, 0};
   for (int* c : channels) *c += kind == 4 ? static_cast<int>(map.max_value) : 0;
   return target;

@@ -47,6 +47,8 @@ TEST(ColorRGB, GivesHueSaturationAndValue) {
   EXPECT_EQ(hsv_of({51, 51, 51}, 255), (Numbers{0.0f, 0.0f, 0.2f}));
   EXPECT_EQ(hsv_of({255, 0, 255}, 255), (Numbers{300.0f, 1.0f, 1.0f}));       // a tie is red's
   EXPECT_EQ(hsv_of({255, 0, 1}, 255), (Numbers{0x1.67c3c4p8f, 1.0f, 1.0f}));  // rounded twice
+  EXPECT_EQ(hsv_of({87804012, 38043720, 88375368}, 100000000),  // not (r - g + 4 * d) / d
+            (Numbers{0x1.2b51a4p8f, 0x1.23984ap-1f, 0x1.c47b5cp-1f}));
   EXPECT_EQ(hsv_of({1, 1, 4}, 3), (Numbers{240.0f, 0.75f, 0x1.555556p+0f}));  // nothing is clamped
 }
 
