@@ -46,7 +46,7 @@ inline ColorMap random_map(int size, std::mt19937& random) {
     ColorRGB color;
     for (int* c : {&color.red, &color.green, &color.blue}) {
       const int step = static_cast<int>(random() % (static_cast<unsigned>(steps) + 1));
-      *c = kind == 0   ? step % 2 + step % 8 / 6 * 4095
+      *c = kind == 0   ? step % 4 == 0 ? 4096 : 1
            : kind == 1 ? scale - step % 8
                        : step * (scale / steps);
       if (random() % 24 == 0) *c = random() % 2 == 0 ? -1 : INT_MIN;

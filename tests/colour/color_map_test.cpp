@@ -76,6 +76,7 @@ TEST(ColorMap, KeepsEveryResult) {
     const unsigned int entries = other.map_size;
     if (i % 3 == 0 && entries > 0) (&other.colors->red)[random() % (3 * entries)] ^= 1;
     if (i % 5 == 0 && entries > 0) other.map_count -= 1;
+    if (i % 10 == 0 && size > 0) map.map_count -= 1;
     add(map.Identical(&other), other.Identical(&map));
 
     ColorRGB color = random_target(map, random);
@@ -118,7 +119,7 @@ TEST(ColorMap, KeepsEveryResult) {
   }
   ColorXfm* no_xfm = nullptr;
   ColCloseXfm(&no_xfm), ColDeleteColorMap(none);
-  EXPECT_EQ(digest.value(), 0x7f9959d16c478c85u);
+  EXPECT_EQ(digest.value(), 0xfa103b093f6f6086u);
 }
 
 }  // namespace
