@@ -38,7 +38,7 @@ inline std::pair<int, int> closest_in(const ColorMap& map, const ColorRGB& targe
 /// squared leaves no room for a 1 beside it, so that it counts which channels are added up first;
 /// and what differs by a step at the top of a scale may be equal as `float`.
 inline ColorMap random_map(int size, std::mt19937& random) {
-  const int scales[] = {255, 255, 1, 31, 1000, 40000, 65535, 100000000};
+  const int scales[] = {255, 1, 31, 2047, 4000, 40000, 65535, 100000000};
   const int scale = scales[random() % 8], steps = random() % 3 == 0 ? scale : std::min(scale, 7);
   const unsigned int kind = random() % 4;
   ColorMap map(size, scale);
