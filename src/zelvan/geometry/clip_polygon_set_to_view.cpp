@@ -237,9 +237,9 @@ void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* r
     from = found.first + found.count;
     const Outline outline = {source->points + found.first, source->edge_flags + found.first,
                              found.count};
-    if (found.is_inside && view.is_upright()) {
+    if (found.kind == OutlineKind::inside && view.is_upright()) {
       append(outline, target);
-    } else if (found.is_finite) {
+    } else if (found.kind != OutlineKind::not_finite) {
       target->n_points += RingWalk(view, *target).clip(outline);
     }
   }
