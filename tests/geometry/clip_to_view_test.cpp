@@ -189,10 +189,19 @@ TEST(ClipPolygonSetToView, KeepsWindingsAndVisibleLengths) {
       }
       std::vector<real_pt_t> places(40);
       for (real_pt_t& p : places) p = {random.between(-9, 9), random.between(-9, 9)};
-      const int scales[] = {0, 0, 1019, -480, -990};
-      const Set out = clip(in, view, is_hard ? 0 : scales[random.below(5)]);
+      const int scales[] = {0, 0, 1019, -480, -990}, scale = is_hard ? 0 : scales[random.below(5)];
+      const Set out = clip(in, view, scale);
       for (const Vertex& v : out)
         digest.add(real_pt_t{v}), digest.add(static_cast<unsigned>(v.flag));
+      if (std::count_if(in.begin(), in.end(), [](const Vertex& v) { return v.flag > 1; }) == 1) {
+        Set back(in.rbegin(), in.rend());  // meets the border at the same points
+        std::swap(back.front().flag, back.back().flag);
+        for (const Vertex& v : clip(back, view, scale)) {
+          const auto is_v = [&](real_pt_t p) { return p.x == v.x && p.y == v.y; };
+          EXPECT_TRUE(std::any_of(out.begin(), out.end(), is_v) ||
+                      std::any_of(view.corners, view.corners + 4, is_v));
+        }
+      }
       if (!is_hard) covered += Judge(view, is_turned ? 1e-12 : 0).expect_right(in, out, places);
       ASSERT_FALSE(HasFailure());
     }
