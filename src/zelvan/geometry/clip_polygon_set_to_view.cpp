@@ -90,7 +90,7 @@ int RingWalk::clip(const Outline& outline) {
   // Either way the first vertex is now there twice, or once if none differed from it.
   count_ -= count_ > 0;
   if (!has_inside_) return write_borders();
-  if (count_ < 2) return 0;
+  if (count_ < 2) return 0;  // what was inside came to one point by rounding
   edge_flags_[count_ - 1] += drw_edge_close_invisible;
   return count_;
 }
@@ -104,7 +104,6 @@ int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint
     edge_flags_[count_ - 1] = is_visible(outline.edge_flags[i]);
     points_[count_] = *b.at;
     edge_flags_[count_] = outline.edge_flags[i + 1];
-    last_ = {true, 0};
     const int more = count_inside(behind, left, view_.box());
     if (more > 0) {
       std::copy_n(behind, more, points_ + count_ + 1);
@@ -175,10 +174,7 @@ inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool v
   if (count_ > 0) {
     const real_pt_t& last = points_[count_ - 1];
     const bool is_repeated = last.x == p.x && last.y == p.y;
-    if (is_repeated && !is_vertex) {
-      last_.on |= on;
-      return;
-    }
+    if (is_repeated && !is_vertex) return;
     if (is_repeated && !last_.is_vertex) {
       --count_;
     } else {
