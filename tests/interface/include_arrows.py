@@ -14,7 +14,7 @@ ARROWS = {
     "mem": set(),
     "var": {"platform/comparison.h"},
     "tra": set(),
-    "logger": set(),
+    "logger": {"platform/directories.h"},
     "text": {"platform/locale.h"},
     "osh": {"platform"},
     "wipc": {"platform"},

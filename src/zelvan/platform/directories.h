@@ -26,4 +26,7 @@ unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer);
 /// path is its own short form.
 unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size);
 
+/// What the paths of log files begin with if nobody says otherwise.
+const char* log_prefix();
+
 }  // namespace zelvan::platform

@@ -1,0 +1,116 @@
+#include <zelvan/platform/files.h>
+#include <zelvan/platform/windows/handle.h>
+#include <zelvan/platform/windows/last_error.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr unsigned any_write = 0222;      // of a Unix mode
+constexpr std::size_t longest_mode = 62;  // of a stream
+
+/// A handle passes through an `int`: of its 64 bits only the lower 32 are in use.
+int number_of(HANDLE handle) { return static_cast<int>(reinterpret_cast<INT_PTR>(handle)); }
+HANDLE handle_of(int number) { return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(number)); }
+
+HANDLE handle_under(int fd) { return reinterpret_cast<HANDLE>(::_get_osfhandle(fd)); }
+
+}  // namespace
+
+int _open(const char* path, int flags, int mode) {
+  constexpr int access_mask = _O_WRONLY | _O_RDWR;
+  constexpr int known =
+      access_mask | _O_APPEND | _O_CREAT | _O_TRUNC | _O_EXCL | _O_TEXT | _O_BINARY;
+  const int access = flags & access_mask;
+  if (access == access_mask || (access == _O_RDONLY && (flags & _O_TRUNC) != 0)) {
+    errno = EINVAL;
+    return -1;
+  }
+  const bool is_writable = (static_cast<unsigned>(mode) & any_write) != 0;
+  return ::_open(path, (flags & known) | _O_NOINHERIT,
+                 is_writable ? _S_IREAD | _S_IWRITE : _S_IREAD);
+}
+
+int _close(int fd) { return ::_close(fd); }
+
+int _read(int fd, void* buffer, unsigned count) {
+  return ::_read(fd, buffer, std::min<unsigned>(count, INT_MAX));
+}
+
+int _write(int fd, const void* buffer, unsigned count) {
+  return ::_write(fd, buffer, std::min<unsigned>(count, INT_MAX));
+}
+
+long _lseek(int fd, long offset, int whence) { return ::_lseek(fd, offset, whence); }
+
+int _fstat64i32(int fd, int* size) {
+  struct _stat64 status;  // the narrow one fails on a large file
+  if (::_fstat64(fd, &status) != 0) return -1;
+  *size = static_cast<int>(static_cast<unsigned>(status.st_size));
+  return 0;
+}
+
+bool is_same_file(int fd, int other) { return is_same_file(handle_under(fd), handle_under(other)); }
+
+std::FILE* fopen(const char* path, const char* mode) {
+  if (mode[0] == '\0' || std::strlen(mode) > longest_mode) {
+    errno = EINVAL;
+    return nullptr;
+  }
+  char not_inherited[longest_mode + 2] = {mode[0], 'N'};
+  std::strcpy(not_inherited + 2, mode + 1);
+  return ::fopen(path, not_inherited);
+}
+
+int _fileno(std::FILE* stream) { return ::_fileno(stream); }
+
+std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
+
+int _access(const char* path, int mode) {
+  if (GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES) return -1;
+  return ::_access(path, mode);
+}
+
+unsigned GetFileAttributesA(const char* path) {
+  const DWORD attributes = ::GetFileAttributesA(path);
+  if (attributes == INVALID_FILE_ATTRIBUTES) explained(FALSE);
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return attributes;
+  }
+  // What a link leads to counts, and a link that leads nowhere is no file.
+  const Handle target(::CreateFileA(path, 0, share_all, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  BY_HANDLE_FILE_INFORMATION information;
+  const BOOL is_there = ::GetFileInformationByHandle(target.get(), &information);
+  return explained(is_there) ? information.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
+}
+
+int SetFileAttributesA(const char* path, unsigned attributes) {
+  return explained(::SetFileAttributesA(path, attributes));
+}
+
+int CreateFileA(const char* path) {
+  const HANDLE handle = ::CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) explained(FALSE);
+  return number_of(handle);
+}
+
+unsigned GetFileSize(int handle) { return ::GetFileSize(handle_of(handle), nullptr); }
+
+int CloseHandle(int handle) { return explained(::CloseHandle(handle_of(handle))); }
+
+int DeleteFileA(const char* path) { return explained(::DeleteFileA(path)); }
+
+int CreateDirectoryA(const char* path) { return explained(::CreateDirectoryA(path, nullptr)); }
+
+int RemoveDirectoryA(const char* path) { return explained(::RemoveDirectoryA(path)); }
+
+}  // namespace zelvan::platform
