@@ -1,6 +1,7 @@
 #include "support/refusing_heap.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <new>
 
 namespace {
@@ -24,10 +25,6 @@ extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
-void* __real__Znwm(std::size_t size);
-void* __real__Znam(std::size_t size);
-void* __real__ZnwmRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept;
-void* __real__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept;
 
 void* __wrap_malloc(std::size_t size) { return refuses() ? nullptr : __real_malloc(size); }
 
@@ -38,25 +35,19 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 void* __wrap_realloc(void* block, std::size_t size) {
   return refuses() ? nullptr : __real_realloc(block, size);
 }
-
-void* __wrap__Znwm(std::size_t size) {
-  if (refuses()) throw std::bad_alloc();
-  return __real__Znwm(size);
 }
 
-void* __wrap__Znam(std::size_t size) {
-  if (refuses()) throw std::bad_alloc();
-  return __real__Znam(size);
+// The language's own way for `new`, whose symbols differ by the width of a size. All of the
+// program's go this way, those inside the standard library as well.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return refuses() ? nullptr : __real_malloc(size);
 }
-
-void* __wrap__ZnwmRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept {
-  return refuses() ? nullptr : __real__ZnwmRKSt9nothrow_t(size, tag);
+void* operator new(std::size_t size) {
+  void* const block = operator new(size, std::nothrow);
+  return block != nullptr ? block : throw std::bad_alloc();
 }
-
-void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) noexcept {
-  return refuses() ? nullptr : __real__ZnamRKSt9nothrow_t(size, tag);
-}
-}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
 
 namespace support {
 

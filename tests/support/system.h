@@ -2,6 +2,7 @@
 /// its name.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -48,5 +49,10 @@ void kill_process(int process);
 
 /// Waits until a process has ended, whoever started it; false if it lives on after 5 seconds.
 bool ends_soon(int process);
+
+/// Memory for `size` bytes in front of an unreadable page: the address of that page. It goes back
+/// with the same size.
+char* guarded_pages(std::size_t size);
+void release_guarded_pages(char* guard, std::size_t size);
 
 }  // namespace support

@@ -11,12 +11,18 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 
 namespace {
+
+std::size_t whole_pages(std::size_t size) {
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  return (size + page - 1) / page * page;
+}
 
 std::string make_folder() {
   std::string name = fs::canonical(fs::temp_directory_path()) / "zelvan-XXXXXX";
@@ -86,6 +92,20 @@ bool ends_soon(int process) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return false;
+}
+
+char* guarded_pages(std::size_t size) {
+  const std::size_t usable = whole_pages(size), page = whole_pages(1);
+  void* const pages =
+      mmap(nullptr, usable + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (pages == MAP_FAILED) std::abort();
+  char* const guard = static_cast<char*>(pages) + usable;
+  if (mprotect(guard, page, PROT_NONE) != 0) std::abort();
+  return guard;
+}
+
+void release_guarded_pages(char* guard, std::size_t size) {
+  munmap(guard - whole_pages(size), whole_pages(size) + whole_pages(1));
 }
 
 }  // namespace support

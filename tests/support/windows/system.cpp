@@ -1,0 +1,114 @@
+#include "support/system.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <io.h>
+#include <windows.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string make_folder() {
+  static int number = 0;
+  const std::string name = "zelvan-" + std::to_string(::GetCurrentProcessId()) + '-';
+  const fs::path path =
+      fs::canonical(fs::temp_directory_path()) / (name + std::to_string(++number));
+  if (!fs::create_directory(path)) std::abort();
+  return path.string();
+}
+
+}  // namespace
+
+namespace support {
+
+TemporaryFolder::TemporaryFolder() : path(make_folder()) { fs::current_path(path); }
+
+TemporaryFolder::~TemporaryFolder() {
+  fs::current_path("/");
+  for (const auto& entry : fs::recursive_directory_iterator(path)) {
+    ::SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
+  }
+  fs::remove_all(path);
+}
+
+bool make_link(const char* target, const char* name) {
+  return ::CreateSymbolicLinkA(name, target, 0) && fs::is_symlink(name);
+}
+
+// The system's own count is 0 under Wine.
+int open_descriptors() {
+  int count = 0;
+  DWORD flags;
+  for (INT_PTR handle = 4; handle < 4096; handle += 4) {
+    count += ::GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags);
+  }
+  return count;
+}
+
+bool is_inherited(int fd) {
+  DWORD flags = 0;
+  return ::GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(fd)), &flags) &&
+         (flags & HANDLE_FLAG_INHERIT) != 0;
+}
+
+void set_environment(const char* name, const char* value) {
+  _putenv_s(name, value != nullptr ? value : "");  // the runtime removes what is empty
+}
+
+// Others could be had by their password alone.
+void for_every_user(const std::function<void()>& check) { check(); }
+
+std::string own_path() {
+  char path[1024];
+  return {path, ::GetModuleFileNameA(nullptr, path, sizeof path)};
+}
+
+int start_again(const std::vector<std::string>& arguments) {
+  std::string line = '"' + own_path() + '"';
+  for (const std::string& word : arguments) line += " \"" + word + '"';
+  STARTUPINFOA start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process{};
+  ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                   &process);
+  ::CloseHandle(process.hThread);
+  ::CloseHandle(process.hProcess);
+  return static_cast<int>(process.dwProcessId);
+}
+
+void kill_process(int process) {
+  const HANDLE handle = ::OpenProcess(PROCESS_TERMINATE, FALSE, static_cast<DWORD>(process));
+  ::TerminateProcess(handle, 9);
+  ::CloseHandle(handle);
+}
+
+bool ends_soon(int process) {
+  const HANDLE handle = ::OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process));
+  if (handle == nullptr) return true;
+  const DWORD ended = ::WaitForSingleObject(handle, 5000);
+  ::CloseHandle(handle);
+  return ended == WAIT_OBJECT_0;
+}
+
+char* guarded_pages(std::size_t size) {
+  SYSTEM_INFO system;
+  ::GetSystemInfo(&system);
+  const std::size_t page = system.dwPageSize, usable = (size + page - 1) / page * page;
+  void* const pages =
+      ::VirtualAlloc(nullptr, usable + page, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+  if (pages == nullptr) std::abort();
+  char* const guard = static_cast<char*>(pages) + usable;
+  DWORD before;
+  if (!::VirtualProtect(guard, page, PAGE_NOACCESS, &before)) std::abort();
+  return guard;
+}
+
+void release_guarded_pages(char* guard, std::size_t) {
+  MEMORY_BASIC_INFORMATION pages;
+  ::VirtualQuery(guard, &pages, sizeof pages);
+  ::VirtualFree(pages.AllocationBase, 0, MEM_RELEASE);
+}
+
+}  // namespace support
