@@ -4,11 +4,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <string>
 #include <tuple>
 
 #include <gtest/gtest.h>
+#include <support/system.h>
 
 // The one friend: what a Logger keeps to itself.
 struct LoggerInside {
@@ -26,6 +28,7 @@ struct LoggerInside {
 namespace {
 
 using In = LoggerInside;
+using support::set_environment;
 
 TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
   const struct {
@@ -35,7 +38,7 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
   } rows[] = {
       {"x", "", "x1", nullptr, -1, 2, 5000, 0, "kept"},
       {"0", "999", "-3", "x/", 2, 1, 1000, 0, "x/"},
-      {" +7 of them", "1000", "9", "", 2, 7, 1000, 4, "/tmp/logQelt-"},
+      {" +7 of them", "1000", "9", "", 2, 7, 1000, 4, support::log_prefix},
       {"99999999999", "-99999999999999999999", "3", nullptr, 17, INT_MAX, 1000, 3, "kept"},
   };
   Logger log(nullptr);
@@ -44,12 +47,11 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
     log.setFilePrefix("kept");
     log.setLogLevel(static_cast<logPriorities>(row.level_set));
     EXPECT_EQ(In::level, row.level_set);
-    row.prefix == nullptr ? unsetenv("LOGGER_FILE_PREFIX")
-                          : setenv("LOGGER_FILE_PREFIX", row.prefix, 1);
-    setenv("LOGGER_MAX_NUM_LINES", row.lines, 1);
-    setenv("LOGGER_LOG_LEVEL", row.level, 1);
+    set_environment("LOGGER_FILE_PREFIX", row.prefix);
+    set_environment("LOGGER_MAX_NUM_LINES", row.lines);
+    set_environment("LOGGER_LOG_LEVEL", row.level);
     for (const char* files : {row.files, "5"}) {  // the second comes too late
-      setenv("LOGGER_MAX_NUM_FILES", files, 1);
+      set_environment("LOGGER_MAX_NUM_FILES", files);
       (log.*In::init)();
     }
     EXPECT_EQ(std::tuple(In::files, In::most_lines, In::level, In::prefix),
@@ -91,9 +93,14 @@ TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
   other = copy;
   other.setClassname(other.*In::name);
   EXPECT_TRUE(other.*In::name == std::string("name") && log.*In::name != other.*In::name);
-  setenv("TZ", "ABC-5:30", 1);
-  for (const auto& [format, text] :
-       {std::pair("%Z%z", "ABC+0530"), {"%A, %A, %A, %A, %A, %A, %A, %A, %A", ""}}) {  // too long
+  set_environment("TZ", "ABC-5:30");
+  tzset();
+  constexpr auto hour_format = "%d at %H";
+  const std::time_t utc = std::time(nullptr) + (5 * 60 + 30) * 60;
+  char there[16] = "";
+  std::strftime(there, sizeof there, hour_format, std::gmtime(&utc));
+  for (const auto& [format, text] : {std::pair<const char*, const char*>(hour_format, there),
+                                     {"%A, %A, %A, %A, %A, %A, %A, %A, %A", ""}}) {  // too long
     char* date = nullptr;
     (log.*In::date)(format, &date);
     EXPECT_EQ(std::string(date, 65), text + std::string(65 - std::strlen(text), '\0'));

@@ -34,6 +34,13 @@ bool is_inherited(int fd);
 /// Sets a variable of the environment, or with a null value removes it.
 void set_environment(const char* name, const char* value);
 
+/// The language of the user in two letters where the system has one; empty where the
+/// environment names it.
+std::string language();
+
+/// What the library's log files are called by default.
+extern const char* const log_prefix;
+
 /// Runs a check, and once more as a user whom permissions bind if they don't bind this one and
 /// there is another to be had. The other's failed assertions count as this process's.
 void for_every_user(const std::function<void()>& check);

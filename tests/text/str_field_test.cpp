@@ -42,7 +42,7 @@ Field model(Parser parser, const char* line, const char* p) {
   } else if (std::regex_search(p, m, number, std::regex_constants::match_continuous)) {
     type = STR_NUMBER, text = m.str(1), next = m[0].second;
     const auto digits = std::count_if(text.begin(), text.end(), [](char c) { return c >= '0'; });
-    text.resize(text.size() - static_cast<std::size_t>(std::max(digits - 20, 0l)));
+    text.resize(text.size() - static_cast<std::size_t>(std::max<std::ptrdiff_t>(digits - 20, 0)));
     if (m[4].length() > 0) text += m.str(3);
   }
   if (*p < ' ' || *p == 127 || text.size() > 1599) return field(STR_END, 0.0, nullptr, p - line);

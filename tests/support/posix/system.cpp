@@ -53,6 +53,10 @@ void set_environment(const char* name, const char* value) {
   value != nullptr ? setenv(name, value, 1) : unsetenv(name);
 }
 
+std::string language() { return {}; }
+
+const char* const log_prefix = "/tmp/logQelt-";
+
 void for_every_user(const std::function<void()>& check) {
   check();
   if (geteuid() != 0) return;

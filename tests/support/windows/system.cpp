@@ -54,8 +54,18 @@ bool is_inherited(int fd) {
 }
 
 void set_environment(const char* name, const char* value) {
-  _putenv_s(name, value != nullptr ? value : "");  // the runtime removes what is empty
+  const bool is_empty = value != nullptr && *value == '\0';
+  _putenv_s(name, value == nullptr ? "" : is_empty ? " " : value);  // an empty value removes
+  if (is_empty) *std::getenv(name) = '\0', ::SetEnvironmentVariableA(name, "");
 }
+
+std::string language() {
+  wchar_t name[LOCALE_NAME_MAX_LENGTH];
+  return ::GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH) != 0 ? std::string(name, name + 2)
+                                                                       : std::string();
+}
+
+const char* const log_prefix = "c:\\temp\\logQelt-";
 
 // Others could be had by their password alone.
 void for_every_user(const std::function<void()>& check) { check(); }
