@@ -48,7 +48,14 @@ int _write(int fd, const void* buffer, unsigned count) {
   return ::_write(fd, buffer, std::min<unsigned>(count, INT_MAX));
 }
 
-long _lseek(int fd, long offset, int whence) { return ::_lseek(fd, offset, whence); }
+long _lseek(int fd, long offset, int whence) {
+  const __int64 before = ::_telli64(fd);
+  const __int64 place = ::_lseeki64(fd, offset, whence);
+  if (place <= LONG_MAX) return static_cast<long>(place);
+  ::_lseeki64(fd, before, SEEK_SET);
+  errno = EOVERFLOW;
+  return -1;
+}
 
 int _fstat64i32(int fd, int* size) {
   struct _stat64 status;  // the narrow one fails on a large file
