@@ -1,4 +1,4 @@
-/// A directory of files of many kinds, anew for each case, which is the current one meanwhile.
+/// A folder of files of many kinds, anew for each case, which is the current one meanwhile.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include <support/system.h>
-#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -23,21 +22,17 @@ inline std::string padded(const std::string& name, std::size_t length) {
   return path;
 }
 
-/// What is in a file; of the full directory its one entry.
+/// What is in a file; of a directory the one name that is in it.
 inline std::string content(const std::string& path) {
-  if (fs::exists(path + "/inner")) return "inner";
-  std::ifstream file(path);
+  if (fs::is_directory(path)) return fs::exists(path + "/inner") ? "inner" : "";
+  std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// Makes a file, and the directories above it.
 inline void put(const std::string& path, std::string_view text = {}) {
   fs::create_directories(fs::absolute(path).parent_path());
-  std::ofstream(path) << text;
-}
-
-inline std::ptrdiff_t entries(const char* directory) {
-  return std::distance(fs::directory_iterator(directory), {});
+  std::ofstream(path, std::ios::binary) << text;
 }
 
 struct World : support::TemporaryFolder {
@@ -48,8 +43,7 @@ struct World : support::TemporaryFolder {
     fs::permissions("locked", fs::perms{0444});
     fs::create_directories("dir/inner");
     fs::create_directory("empty");
-    fs::create_symlink("plain", "link");
-    fs::create_symlink("nowhere", "dangling");
-    mkfifo("pipe", 0600);
+    has_links = support::make_link("plain", "link") && support::make_link("nowhere", "dangling");
   }
+  bool has_links;
 };

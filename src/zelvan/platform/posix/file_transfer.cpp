@@ -135,9 +135,10 @@ class Replacement {
 int open_source(const char* path, struct stat* status) {
   const int fd = CreateFileA(path);
   if (fd < 0) return -1;
-  if (::fstat(fd, status) == 0 && S_ISREG(status->st_mode)) return fd;
+  const int why = ::fstat(fd, status) != 0 ? errno : S_ISREG(status->st_mode) ? 0 : EINVAL;
+  if (why == 0) return fd;
   _close(fd);
-  errno = EINVAL;
+  errno = why;
   return -1;
 }
 

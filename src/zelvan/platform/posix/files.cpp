@@ -61,8 +61,12 @@ int _open(const char* path, int flags, int mode) {
 }
 
 int _close(int fd) {
+  const int why = errno;  // of what may have failed before
+  if (::close(fd) == 0) return 0;
+  if (errno != EINTR) return -1;
   // An interrupted close has closed: a second one could hit another thread's file.
-  return ::close(fd) == 0 || errno == EINTR ? 0 : -1;
+  errno = why;
+  return 0;
 }
 
 int _read(int fd, void* buffer, unsigned count) {
@@ -115,10 +119,8 @@ std::FILE* fopen(const char* path, const char* mode) {
   // Closed when a program starts: the letter stands ahead of any that carries an argument.
   char closed_on_start[longest_mode + 2] = {mode[0], 'e'};
   std::strcpy(closed_on_start + 2, mode + 1);
-  std::FILE* stream;
-  do {
-    stream = ::fopen(path, closed_on_start);
-  } while (stream == nullptr && errno == EINTR);
+  std::FILE* stream = ::fopen(path, closed_on_start);
+  while (stream == nullptr && errno == EINTR) stream = ::fopen(path, closed_on_start);
   if (stream == nullptr || !is_directory(::fileno(stream))) return stream;
   std::fclose(stream);
   errno = EISDIR;

@@ -1,3 +1,4 @@
+#include <zelvan/platform/posix/resumed.h>
 #include <zelvan/platform/processes.h>
 
 #include <cerrno>
@@ -78,10 +79,17 @@ struct Start {
   bool program_reports;  // keeps the report open, to write to it if it can't do its work
 };
 
+/// Ends a started process that came to nothing, and tells why.
+[[noreturn]] void give_up(int report) {
+  const int trouble = errno;
+  [[maybe_unused]] const ssize_t told = ::write(report, &trouble, sizeof trouble);
+  _exit(127);
+}
+
 /// The last steps before the program takes over. Memory, handlers and locks are those of the
 /// caller in mid-step, so nothing but plain system calls may stand here.
 [[noreturn]] void become(const Start& start, int report, const sigset_t& callers_mask) {
-  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) _exit(127);
+  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) give_up(report);
   ::closefrom(report_fd + 1);
   if (start.program_reports) ::fcntl(report_fd, F_SETFD, 0);
   if (start.detached) ::setsid();
@@ -93,20 +101,15 @@ struct Start {
   }
   ::sigprocmask(SIG_SETMASK, &callers_mask, nullptr);
   ::execve(start.program, start.arguments, environ);
-  const int trouble = errno;
-  [[maybe_unused]] const ssize_t told = ::write(report_fd, &trouble, sizeof trouble);
-  _exit(127);
+  give_up(report_fd);
 }
 
-/// Reads the report to its end: 0 if the program closed it unwritten by starting.
+/// What the report says: 0 if the program closed it unwritten by starting. A shell that doesn't
+/// know its word writes something else than an `errno`.
 int read_report(int report) {
   int trouble = 0;
-  ssize_t got;
-  do {
-    got = ::read(report, &trouble, sizeof trouble);
-  } while (got < 0 && errno == EINTR);
-  if (got == 0) return 0;
-  return got == sizeof trouble ? trouble : ENOENT;
+  const ssize_t got = resumed([&] { return ::read(report, &trouble, sizeof trouble); });
+  return got > 0 && got < static_cast<ssize_t>(sizeof trouble) ? ENOENT : trouble;
 }
 
 /// Runs the program as the child of a child that ends at once: so it falls to the system to
@@ -123,18 +126,14 @@ int run(const Start& start) {
   if (child == 0) {
     const pid_t grandchild = ::fork();
     if (grandchild == 0) become(start, report[1], callers_mask);
-    const int trouble = errno;
-    if (grandchild < 0) {
-      [[maybe_unused]] const ssize_t told = ::write(report[1], &trouble, sizeof trouble);
-    }
+    if (grandchild < 0) give_up(report[1]);
     _exit(0);
   }
   int trouble = child < 0 ? errno : 0;
   ::close(report[1]);
   if (child > 0) {
     // A caller that waits for just any child may get this one first; nothing depends on it.
-    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-    }
+    resumed([&] { return ::waitpid(child, nullptr, 0); });
     trouble = read_report(report[0]);
   }
   ::close(report[0]);

@@ -1,3 +1,4 @@
+#include <zelvan/platform/posix/resumed.h>
 #include <zelvan/platform/sockets.h>
 
 #include <cerrno>
@@ -22,14 +23,6 @@ namespace zelvan::platform {
 namespace {
 
 constexpr int first_own_fd = 3;  // below it are the standard streams
-
-/// Calls until no signal comes between. Not for `connect`, which goes on by itself.
-template <typename Call>
-auto resumed(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
-}
 
 /// The same socket under a number that no standard stream has.
 int above_standard_streams(int socket) {

@@ -1,0 +1,156 @@
+/// System calls that fail or are interrupted when a test says so: for one source of a private
+/// test program whose linker wraps each CALL and REAL named here. Calls in processes that an
+/// operation forks count as well.
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+
+namespace support {
+
+struct Failure {
+  std::string call;
+  int nth;  ///< of the calls of that name; 0: each of them
+  int why;  ///< what it leaves in `errno`
+};
+
+using Counts = std::atomic<int>[64];
+inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
+    mmap(nullptr, sizeof(Counts), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+inline std::vector<std::string> call_names;
+inline std::vector<Failure> failures;
+inline bool is_armed = false, interrupts = false;
+/// What happens during a pause, which takes no time while calls are armed.
+inline std::function<void()> on_pause = [] {};
+
+inline std::size_t add_call(const char* name) {
+  call_names.push_back(name);
+  return call_names.size() - 1;
+}
+
+inline bool call_fails(std::size_t call, bool may_wait) {
+  if (!is_armed) return false;
+  const int nth = ++calls_made[call];
+  for (const auto& [name, at, why] : failures) {
+    if (name != call_names[call] || (at != 0 && at != nth)) continue;
+    errno = why;
+    return true;
+  }
+  if (!interrupts || !may_wait || nth % 2 == 0) return false;
+  errno = EINTR;
+  return true;
+}
+
+/// Runs an operation with these failures. If it is interrupted as well, a signal cuts each call
+/// that may wait short before it gets through, and three bytes are moved at a time.
+inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
+                        bool interrupted = false) {
+  for (auto& count : calls_made) count = 0;
+  failures = planted;
+  interrupts = interrupted;
+  is_armed = true;
+  const bool done = operation();
+  is_armed = false;
+  return done;
+}
+
+/// Runs `run` without a failure and then once for each system call that it made, which fails for
+/// that reason. Gives the names of the calls, each followed by a mark for every time that it was
+/// made: `!` if its failure makes the result false, else `.`.
+inline std::string fail_each_call(int why, const std::function<bool(std::vector<Failure>)>& run) {
+  std::string outcome = run({}) ? "" : "failed";
+  const std::vector<int> made(std::begin(calls_made), std::end(calls_made));
+  for (std::size_t call = 0; call < call_names.size(); ++call) {
+    if (made[call] != 0) outcome += (outcome.empty() ? "" : " ") + call_names[call];
+    for (int nth = 1; nth <= made[call]; ++nth) {
+      outcome += run({{call_names[call], nth, why}}) ? '.' : '!';
+    }
+  }
+  return outcome;
+}
+
+using Word = std::intptr_t;
+enum Kind { plain = 0, waits = 1, moves = 2 | waits, gives_pointer = 4 };
+
+// The linker puts the `__wrap_` functions in the place of the system's own. These take nothing
+// but whole numbers and pointers, six at most, so one shape passes all of them on.
+#define REAL(name)                               \
+  const std::size_t name##_id = add_call(#name); \
+  extern "C" Word __real_##name(Word, Word = 0, Word = 0, Word = 0, Word = 0, Word = 0);
+#define CALL(name, kind)                                                           \
+  REAL(name)                                                                       \
+  extern "C" Word __wrap_##name(Word a, Word b, Word c, Word d, Word e, Word f) {  \
+    if (call_fails(name##_id, (kind)&waits)) return (kind)&gives_pointer ? 0 : -1; \
+    const bool is_cut = is_armed && interrupts && ((kind)&moves) == moves;         \
+    return __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f);        \
+  }
+
+// clang-format off
+CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
+CALL(write, moves) CALL(lseek, plain) CALL(stat, plain) CALL(lstat, plain) CALL(fstat, plain)
+CALL(fstatat, plain) CALL(access, plain) CALL(faccessat, plain) CALL(realpath, gives_pointer)
+CALL(getcwd, gives_pointer) CALL(chmod, plain) CALL(fchmod, waits) CALL(fchown, waits)
+CALL(futimens, plain) CALL(fsync, waits) CALL(linkat, plain) CALL(renameat, plain)
+CALL(renameat2, plain) CALL(unlink, plain) CALL(unlinkat, plain) CALL(mkdir, plain)
+CALL(mkdirat, plain) CALL(rmdir, plain) CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer)
+CALL(pipe2, plain) CALL(fork, plain) CALL(dup3, plain) CALL(setsid, plain) CALL(execve, plain)
+CALL(socket, plain) CALL(setsockopt, plain) CALL(getsockopt, plain) CALL(bind, plain)
+CALL(getsockname, plain) CALL(getpeername, plain) CALL(listen, plain) CALL(accept4, waits)
+CALL(poll, waits) CALL(send, moves) CALL(recv, moves) CALL(gethostname, plain) CALL(fcntl, plain)
+REAL(close) REAL(connect) REAL(waitpid) REAL(clock_nanosleep) REAL(gethostbyname_r)
+    // clang-format on
+
+    // What fails or is interrupted is closed all the same.
+    extern "C" Word __wrap_close(Word fd) {
+  EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0) << "is inherited";
+  return static_cast<int>(__real_close(fd)) != 0 || call_fails(close_id, true) ? -1 : 0;
+}
+
+// An interrupted one goes on by itself, and how it ends shows later.
+extern "C" Word __wrap_connect(Word fd, Word address, Word size) {
+  const bool has_failed = call_fails(connect_id, true);
+  if (has_failed && errno != EINTR) return -1;
+  const Word flags = __real_fcntl(fd, F_GETFL);
+  if (has_failed) __real_fcntl(fd, F_SETFL, flags | O_NONBLOCK);
+  const Word result = __real_connect(fd, address, size);
+  if (!has_failed) return result;
+  __real_fcntl(fd, F_SETFL, flags);
+  errno = EINTR;
+  return -1;
+}
+
+// Where it fails, somebody else has waited for the child.
+extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
+  const bool has_failed = call_fails(waitpid_id, true);
+  if (has_failed && errno == EINTR) return -1;
+  const Word ended = __real_waitpid(child, status, flags);
+  if (has_failed) errno = ECHILD;
+  return has_failed ? -1 : ended;
+}
+
+extern "C" Word __wrap_clock_nanosleep(Word clock, Word flags, Word time, Word rest) {
+  if (!is_armed) return __real_clock_nanosleep(clock, flags, time, rest);
+  if (call_fails(clock_nanosleep_id, true)) return errno;
+  on_pause();
+  return 0;
+}
+
+// Its way to be cut short is that there is too little room.
+extern "C" Word __wrap_gethostbyname_r(Word name, Word entry, Word text, Word size, Word* found,
+                                       Word why) {
+  *found = 0;
+  if (call_fails(gethostbyname_r_id, true)) return errno == EINTR ? ERANGE : errno;
+  return __real_gethostbyname_r(name, entry, text, size, reinterpret_cast<Word>(found), why);
+}
+
+}  // namespace support
