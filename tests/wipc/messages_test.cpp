@@ -64,7 +64,7 @@ std::deque<std::string> hard_pieces(support::Random& random) {
 
 TEST(Messages, AreReadAsInTheModel) {
   support::Random random(12);
-  for (int run = 0; run < 5000; ++run) {
+  for (int run = 0; run < 3000; ++run) {
     const bool is_status = random.below(2) == 0;
     wipc_session* session = open(is_status || random.below(2) == 0 ? 'P' : 'S');
     const auto read = is_status ? wipc_read_status : wipc_read;
