@@ -44,6 +44,8 @@ struct World : support::TemporaryFolder {
     fs::create_directories("dir/inner");
     fs::create_directory("empty");
     has_links = support::make_link("plain", "link") && support::make_link("nowhere", "dangling");
+    has_read_only_directories = support::make_read_only("empty");
+    fs::permissions("empty", fs::perms{0755});
   }
-  bool has_links;
+  bool has_links, has_read_only_directories;
 };

@@ -25,6 +25,9 @@ class TemporaryFolder {
 /// Makes a symbolic link. False where there are none, or not for this user.
 bool make_link(const char* target, const char* name);
 
+/// Takes the permission to write a directory from everybody. False where files alone have it.
+bool make_read_only(const char* directory);
+
 /// How many descriptors or handles of any kind the process holds.
 int open_descriptors();
 

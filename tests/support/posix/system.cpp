@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,6 +51,8 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 bool make_link(const char* target, const char* name) { return symlink(target, name) == 0; }
+
+bool make_read_only(const char* directory) { return chmod(directory, 0555) == 0; }
 
 int open_descriptors() {
   return static_cast<int>(std::distance(fs::directory_iterator("/proc/self/fd"), {}));

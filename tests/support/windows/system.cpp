@@ -11,11 +11,12 @@ namespace fs = std::filesystem;
 namespace {
 
 std::string make_folder() {
-  static int number = 0;
-  const std::string name = "zelvan-" + std::to_string(::GetCurrentProcessId()) + '-';
-  const fs::path path =
-      fs::canonical(fs::temp_directory_path()) / (name + std::to_string(++number));
-  if (!fs::create_directory(path)) std::abort();
+  static int number = 0;  // others may have left folders of such names
+  const fs::path parent = fs::canonical(fs::temp_directory_path());
+  fs::path path;
+  do {
+    path = parent / ("zelvan-" + std::to_string(++number));
+  } while (!fs::create_directory(path));
   return path.string();
 }
 
@@ -35,6 +36,11 @@ TemporaryFolder::~TemporaryFolder() {
 
 bool make_link(const char* target, const char* name) {
   return ::CreateSymbolicLinkA(name, target, 0) && fs::is_symlink(name);
+}
+
+bool make_read_only(const char* directory) {  // Wine does so for files alone
+  return ::SetFileAttributesA(directory, FILE_ATTRIBUTE_READONLY) &&
+         (::GetFileAttributesA(directory) & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
 // The system's own count is 0 under Wine.

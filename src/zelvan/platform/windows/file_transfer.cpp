@@ -1,11 +1,11 @@
 #include <zelvan/platform/file_transfer.h>
 #include <zelvan/platform/windows/handle.h>
 #include <zelvan/platform/windows/last_error.h>
+#include <zelvan/platform/windows/system_path.h>
 
-#include <cstdio>
+#include <cwchar>
 #include <new>
 #include <string>
-#include <string_view>
 
 #include <process.h>
 
@@ -20,8 +20,8 @@ bool refuse(DWORD why) {
 }
 
 /// Opens what the path leads to, links followed.
-HANDLE open_existing(const char* path, DWORD access) {
-  return ::CreateFileA(path, access, share_all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+HANDLE open_existing(const wchar_t* path, DWORD access) {
+  return ::CreateFileW(path, access, share_all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                        nullptr);
 }
 
@@ -30,20 +30,20 @@ bool is_on_disk(HANDLE file) {
   return ::GetFileType(file) == FILE_TYPE_DISK || refuse(ERROR_INVALID_PARAMETER);
 }
 
-bool is_read_only(const char* path) {
-  const DWORD attributes = ::GetFileAttributesA(path);
+bool is_read_only(const wchar_t* path) {
+  const DWORD attributes = ::GetFileAttributesW(path);
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
-bool make_writable(const std::string& path) {
-  return ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+bool make_writable(const std::wstring& path) {
+  return ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 /// The absolute path of an open file, without links; empty on failure.
-std::string path_of(HANDLE file) {
-  std::string path(::GetFinalPathNameByHandleA(file, nullptr, 0, 0), '\0');
+std::wstring path_of(HANDLE file) {
+  std::wstring path(::GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
   const auto size = static_cast<DWORD>(path.size());
-  path.resize(size != 0 ? ::GetFinalPathNameByHandleA(file, path.data(), size, 0) : 0);
+  path.resize(size != 0 ? ::GetFinalPathNameByHandleW(file, path.data(), size, 0) : 0);
   return path;
 }
 
@@ -51,13 +51,15 @@ std::string path_of(HANDLE file) {
 /// target's place. If it never does, it vanishes with this object.
 class Replacement {
  public:
-  Replacement(const char* source, const std::string& target) : target_(target) { create(source); }
+  Replacement(const wchar_t* source, const std::wstring& target) : target_(target) {
+    create(source);
+  }
 
   ~Replacement() {
     const DWORD why = ::GetLastError();
     if (!has_own_name_) return;
     make_writable(own_name_);
-    ::DeleteFileA(own_name_.c_str());
+    ::DeleteFileW(own_name_.c_str());
     ::SetLastError(why);
   }
 
@@ -67,29 +69,24 @@ class Replacement {
   /// ahead of the content, a crash would leave neither.
   bool replace_target() {
     has_own_name_ = !make_writable(own_name_) || !reach_the_disk() ||
-                    !::ReplaceFileA(target_.c_str(), own_name_.c_str(), nullptr,
+                    !::ReplaceFileW(target_.c_str(), own_name_.c_str(), nullptr,
                                     REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
     return !has_own_name_;
   }
 
   /// Takes a name, which must be free unless the flags say otherwise.
   bool become_target(DWORD flags) {
-    has_own_name_ = !::MoveFileExA(own_name_.c_str(), target_.c_str(), flags);
+    has_own_name_ = !::MoveFileExW(own_name_.c_str(), target_.c_str(), flags);
     return !has_own_name_;
   }
 
  private:
   /// Other threads and processes make such files as well; each takes a name that is free.
-  void create(const char* source) {
-    char absolute[1024 + MAX_PATH];
-    char* name = nullptr;
-    const DWORD length = ::GetFullPathNameA(target_.c_str(), sizeof absolute, absolute, &name);
-    if (length >= sizeof absolute) ::SetLastError(ERROR_BUFFER_OVERFLOW);
-    if (length == 0 || length >= sizeof absolute || name == nullptr) return;
-    const std::string folder(absolute, name);
+  void create(const wchar_t* source) {
+    const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
     for (int i = 0; i < most_names_tried; ++i) {
-      own_name_ = folder + ".zelvan-" + std::to_string(::_getpid()) + '-' + std::to_string(i);
-      has_own_name_ = ::CopyFileA(source, own_name_.c_str(), TRUE);
+      own_name_ = folder + L".zelvan-" + std::to_wstring(::_getpid()) + L'-' + std::to_wstring(i);
+      has_own_name_ = ::CopyFileW(source, own_name_.c_str(), TRUE);
       if (has_own_name_ || ::GetLastError() != ERROR_FILE_EXISTS) return;
     }
   }
@@ -99,32 +96,32 @@ class Replacement {
     return file.is_open() && ::FlushFileBuffers(file.get());
   }
 
-  const std::string target_;
-  std::string own_name_;
+  const std::wstring target_;
+  std::wstring own_name_;
   bool has_own_name_ = false;
 };
 
-bool copy_over(const char* from, const std::string& target) {
+bool copy_over(const wchar_t* from, const std::wstring& target) {
   Replacement copy(from, target);
   return copy.is_complete() && copy.replace_target();
 }
 
-bool copy_to_new_name(const char* from, const char* target) {
+bool copy_to_new_name(const wchar_t* from, const wchar_t* target) {
   Replacement copy(from, target);
   return copy.is_complete() && copy.become_target(MOVEFILE_REPLACE_EXISTING);
 }
 
-bool copy_file(const char* from, const char* to) {
+bool copy_file(const wchar_t* from, const wchar_t* to) {
   const Handle source(open_existing(from, GENERIC_READ));
   if (!source.is_open() || !is_on_disk(source.get())) return false;
   if (is_read_only(to)) return refuse(ERROR_ACCESS_DENIED);
-  std::string target;
+  std::wstring target;
   {
     const Handle old(open_existing(to, GENERIC_WRITE));
     if (!old.is_open()) {
       if (::GetLastError() != ERROR_FILE_NOT_FOUND) return false;
       // A link that leads nowhere would be replaced by a file.
-      if (::GetFileAttributesA(to) != INVALID_FILE_ATTRIBUTES) return refuse(ERROR_FILE_NOT_FOUND);
+      if (::GetFileAttributesW(to) != INVALID_FILE_ATTRIBUTES) return refuse(ERROR_FILE_NOT_FOUND);
       return copy_to_new_name(from, to);
     }
     if (!is_on_disk(old.get())) return false;
@@ -134,34 +131,40 @@ bool copy_file(const char* from, const char* to) {
   return !target.empty() && copy_over(from, target);
 }
 
-bool move_to_other_drive(const char* from, const char* to) {
-  const DWORD attributes = ::GetFileAttributesA(from);
+bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
+  const DWORD attributes = ::GetFileAttributesW(from);
   if (attributes == INVALID_FILE_ATTRIBUTES) return false;
   if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0) {
     return refuse(ERROR_NOT_SAME_DEVICE);
   }
   Replacement copy(from, to);
   if (!copy.is_complete() || !copy.become_target(MOVEFILE_WRITE_THROUGH)) return false;
-  if (make_writable(from) && ::DeleteFileA(from)) return true;
+  if (make_writable(from) && ::DeleteFileW(from)) return true;
   const DWORD why = ::GetLastError();
-  ::SetFileAttributesA(from, attributes);
+  ::SetFileAttributesW(from, attributes);
   make_writable(to);
-  ::DeleteFileA(to);  // the file is where it was
+  ::DeleteFileW(to);  // the file is where it was
   return refuse(why);
+}
+
+bool move_file(const wchar_t* from, const wchar_t* to) {
+  // To the system a file's own name is free, so that its capitals can be changed.
+  if (std::wcscmp(from, to) == 0) return refuse(ERROR_ALREADY_EXISTS);
+  if (::MoveFileExW(from, to, 0)) return true;
+  return ::GetLastError() == ERROR_NOT_SAME_DEVICE && move_to_other_drive(from, to);
 }
 
 }  // namespace
 
 int CopyFileA(const char* from, const char* to) try {
-  return explained(copy_file(from, to));
+  return explained(copy_file(SystemPath(from).get(), SystemPath(to).get()));
 } catch (const std::bad_alloc&) {
   errno = ENOMEM;
   return 0;
 }
 
 int MoveFileA(const char* from, const char* to) try {
-  return explained(::MoveFileExA(from, to, 0) ||
-                   (::GetLastError() == ERROR_NOT_SAME_DEVICE && move_to_other_drive(from, to)));
+  return explained(move_file(SystemPath(from).get(), SystemPath(to).get()));
 } catch (const std::bad_alloc&) {
   errno = ENOMEM;
   return 0;

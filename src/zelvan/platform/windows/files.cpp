@@ -1,6 +1,7 @@
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/windows/handle.h>
 #include <zelvan/platform/windows/last_error.h>
+#include <zelvan/platform/windows/system_path.h>
 
 #include <algorithm>
 #include <climits>
@@ -20,6 +21,27 @@ constexpr std::size_t longest_mode = 62;  // of a stream
 int number_of(HANDLE handle) { return static_cast<int>(reinterpret_cast<INT_PTR>(handle)); }
 HANDLE handle_of(int number) { return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(number)); }
 
+unsigned attributes_of(const SystemPath& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.get());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return attributes;
+  }
+  // What a link leads to counts, and a link that leads nowhere is no file.
+  const Handle target(::CreateFileW(path.get(), 0, share_all, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  BY_HANDLE_FILE_INFORMATION information;
+  const bool is_there = ::GetFileInformationByHandle(target.get(), &information);
+  return is_there ? information.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
+}
+
+/// Says so in `errno` if the path is a read-only file. Not every system stops a privileged user.
+bool is_protected(const SystemPath& path) {
+  constexpr unsigned both = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+  if ((attributes_of(path) & both) != FILE_ATTRIBUTE_READONLY) return false;
+  errno = EACCES;
+  return true;
+}
+
 HANDLE handle_under(int fd) { return reinterpret_cast<HANDLE>(::_get_osfhandle(fd)); }
 
 }  // namespace
@@ -33,9 +55,11 @@ int _open(const char* path, int flags, int mode) {
     errno = EINVAL;
     return -1;
   }
+  const SystemPath name(path);
+  if (access != _O_RDONLY && is_protected(name)) return -1;
   const bool is_writable = (static_cast<unsigned>(mode) & any_write) != 0;
-  return ::_open(path, (flags & known) | _O_NOINHERIT,
-                 is_writable ? _S_IREAD | _S_IWRITE : _S_IREAD);
+  return ::_wopen(name.get(), (flags & known) | _O_NOINHERIT,
+                  is_writable ? _S_IREAD | _S_IWRITE : _S_IREAD);
 }
 
 int _close(int fd) { return ::_close(fd); }
@@ -71,42 +95,37 @@ std::FILE* fopen(const char* path, const char* mode) {
     errno = EINVAL;
     return nullptr;
   }
-  char not_inherited[longest_mode + 2] = {mode[0], 'N'};
-  std::strcpy(not_inherited + 2, mode + 1);
-  return ::fopen(path, not_inherited);
+  const SystemPath name(path);
+  const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
+  if (writes && is_protected(name)) return nullptr;
+  wchar_t not_inherited[longest_mode + 2] = {static_cast<wchar_t>(mode[0]), L'N'};
+  std::copy(mode + 1, mode + std::strlen(mode), not_inherited + 2);  // a mode is ASCII
+  return ::_wfopen(name.get(), not_inherited);
 }
 
 int _fileno(std::FILE* stream) { return ::_fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
 
-int _access(const char* path, int mode) {
-  if (GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES) return -1;
-  return ::_access(path, mode);
+int _access(const char* path, int) {
+  return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES ? 0 : -1;
 }
 
 unsigned GetFileAttributesA(const char* path) {
-  const DWORD attributes = ::GetFileAttributesA(path);
-  if (attributes == INVALID_FILE_ATTRIBUTES) explained(FALSE);
-  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-    return attributes;
-  }
-  // What a link leads to counts, and a link that leads nowhere is no file.
-  const Handle target(::CreateFileA(path, 0, share_all, nullptr, OPEN_EXISTING,
-                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-  BY_HANDLE_FILE_INFORMATION information;
-  const BOOL is_there = ::GetFileInformationByHandle(target.get(), &information);
-  return explained(is_there) ? information.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
+  const unsigned attributes = attributes_of(SystemPath(path));
+  if (attributes == INVALID_FILE_ATTRIBUTES) explained(false);
+  return attributes;
 }
 
 int SetFileAttributesA(const char* path, unsigned attributes) {
-  return explained(::SetFileAttributesA(path, attributes));
+  return explained(::SetFileAttributesW(SystemPath(path).get(), attributes));
 }
 
 int CreateFileA(const char* path) {
-  const HANDLE handle = ::CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) explained(FALSE);
+  const HANDLE handle =
+      ::CreateFileW(SystemPath(path).get(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) explained(false);
   return number_of(handle);
 }
 
@@ -114,10 +133,14 @@ unsigned GetFileSize(int handle) { return ::GetFileSize(handle_of(handle), nullp
 
 int CloseHandle(int handle) { return explained(::CloseHandle(handle_of(handle))); }
 
-int DeleteFileA(const char* path) { return explained(::DeleteFileA(path)); }
+int DeleteFileA(const char* path) { return explained(::DeleteFileW(SystemPath(path).get())); }
 
-int CreateDirectoryA(const char* path) { return explained(::CreateDirectoryA(path, nullptr)); }
+int CreateDirectoryA(const char* path) {
+  return explained(::CreateDirectoryW(SystemPath(path).get(), nullptr));
+}
 
-int RemoveDirectoryA(const char* path) { return explained(::RemoveDirectoryA(path)); }
+int RemoveDirectoryA(const char* path) {
+  return explained(::RemoveDirectoryW(SystemPath(path).get()));
+}
 
 }  // namespace zelvan::platform
