@@ -35,6 +35,10 @@ inline void put(const std::string& path, std::string_view text = {}) {
   std::ofstream(path, std::ios::binary) << text;
 }
 
+inline std::ptrdiff_t entries(const char* directory) {
+  return std::distance(fs::directory_iterator(directory), {});
+}
+
 struct World : support::TemporaryFolder {
   World() {
     put("plain", "12345");

@@ -2,6 +2,8 @@
 
 #include <zelvan/osh/file_access.h>
 #include <zelvan/osh/paths.h>
+#include <zelvan/platform/environment.h>
+#include <zelvan/platform/files.h>
 #include <zelvan/platform/fonts.h>
 #include <zelvan/platform/processes.h>
 #include <zelvan/platform/sockets.h>
@@ -135,20 +137,50 @@ TEST(SystemCalls, LeaveFilesWhole) {
          "mkdir! rmdir! fdopendir.. readdir....... close.",
          {}, "");
   umask(mask);
+}
 
-  World world;  // what is refused, also in spite of such file systems
+TEST(SystemCalls, RefuseWithAReason) {
+  World world;
   mkfifo("pipe", 0600);
-  EXPECT_EQ(osh_filesize("pipe"_c), 0) << "it doesn't wait";
-  EXPECT_EQ(osh_copyfile("pipe"_c, "plain"_c) + osh_copyfile("new"_c, "pipe"_c), 0);
-  for (const int why : {EINVAL, ENOSYS}) {
-    EXPECT_FALSE(support::run_failing(move("other"_c, "plain"_c), {{"renameat2", 0, why}}));
-    EXPECT_FALSE(support::run_failing(move("dir"_c, "plain"_c), {{"renameat2", 0, why}}));
+  const struct {
+    int why;
+    Operation refused;
+    Failures standing = {};
+  } rows[] = {
+      {EISDIR, [] { return osh_open_text("dir"_c, 0, 0) < 0; }},
+      {EINVAL, [] { return osh_open_text("plain"_c, 3, 0) < 0; }},
+      {EINVAL, [] { return osh_open_text("plain"_c, 0x200, 0) < 0; }},
+      {EACCES, [] { return osh_open_text("locked"_c, 2, 0) < 0; }},
+      {EISDIR, [] { return osh_fopen_text("dir"_c, "r"_c) == nullptr; }},
+      {EACCES, [] { return osh_fopen_text("locked"_c, "r+"_c) == nullptr; }},
+      {EINVAL, [] { return platform::fopen("plain", "") == nullptr; }},
+      {EINVAL, [] { return osh_lseek(0, 0, 3) < 0; }},
+      {EINVAL, [] { return osh_write(0, nullptr, 1u << 31) < 0; }},
+      {EINVAL, [] { return osh_cat("plain"_c, "link"_c) == 0; }},
+      {EISDIR, [] { return osh_unlink("dir"_c) != 0; }},
+      {EACCES, [] { return osh_unlink("locked"_c) != 0; }},
+      {EINVAL, [] { return osh_copyfile("new"_c, "pipe"_c) == 0; }},
+      {EISDIR, [] { return osh_copyfile("new"_c, "dir"_c) == 0; }},
+      {EINVAL, [] { return osh_copyfile("pipe"_c, "plain"_c) == 0; }},
+      {EISDIR, [] { return osh_copyfile("dir"_c, "plain"_c) == 0; }},
+      {EINVAL, [] { return osh_copyfile("link"_c, "plain"_c) == 0; }},
+      {EACCES, [] { return osh_copyfile("locked"_c, "plain"_c) == 0; }},
+      {ENOENT, [] { return osh_copyfile("dangling"_c, "plain"_c) == 0; }},
+      {EINVAL, [] { return platform::_putenv("ZELVAN") == -1; }},
+      // On a file system that knows no flags, and to another one.
+      {EEXIST, [] { return osh_rename("other"_c, "plain"_c) < 0; }, {{"renameat2", 0, EINVAL}}},
+      {EEXIST, [] { return osh_rename("dir"_c, "plain"_c) < 0; }, {{"renameat2", 0, ENOSYS}}},
+      {EEXIST, [] { return osh_rename("other"_c, "plain"_c) < 0; }, {{"renameat2", 1, EXDEV}}},
+      {EXDEV, [] { return osh_rename("dir"_c, "new"_c) < 0; }, {{"renameat2", 1, EXDEV}}},
+      {EXDEV, [] { return osh_rename("link"_c, "new"_c) < 0; }, {{"renameat2", 1, EXDEV}}},
+  };
+  const std::set<std::string> before = everything();
+  for (const auto& row : rows) {
+    EXPECT_TRUE(support::run_failing(row.refused, row.standing)) << "row " << &row - rows;
+    EXPECT_EQ(errno, row.why) << "row " << &row - rows;
   }
-  for (char* name : {"other"_c, "dir"_c, "link"_c}) {
-    char* to = name == "other"_c ? "plain"_c : "new"_c;
-    EXPECT_FALSE(support::run_failing(move(name, to), {{"renameat2", 1, EXDEV}}));
-  }
-  EXPECT_EQ(content("plain") + content("other") + content("dir"), "12345abcinner");
+  EXPECT_EQ(everything(), before);
+  EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
 }
 
 TEST(SystemCalls, StartAProgramOrTellWhyNot) {
