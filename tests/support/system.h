@@ -31,11 +31,17 @@ bool make_read_only(const char* directory);
 /// How many descriptors or handles of any kind the process holds.
 int open_descriptors();
 
+/// How many bytes of its heap are in use, its own caches included.
+std::size_t heap_in_use();
+
 /// Would a program that is started now get this descriptor?
 bool is_inherited(int fd);
 
 /// Sets a variable of the environment, or with a null value removes it.
 void set_environment(const char* name, const char* value);
+
+/// Sets the time zone to so many hours east where the environment names it. Gives the one in force.
+int set_time_zone(int hours_east);
 
 /// The language of the user in two letters where the system has one; empty where the
 /// environment names it.

@@ -11,6 +11,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -58,10 +59,17 @@ int open_descriptors() {
   return static_cast<int>(std::distance(fs::directory_iterator("/proc/self/fd"), {}));
 }
 
+std::size_t heap_in_use() { return mallinfo2().uordblks; }
+
 bool is_inherited(int fd) { return (fcntl(fd, F_GETFD) & FD_CLOEXEC) == 0; }
 
 void set_environment(const char* name, const char* value) {
   value != nullptr ? setenv(name, value, 1) : unsetenv(name);
+}
+
+int set_time_zone(int hours_east) {
+  set_environment("TZ", ("HERE" + std::to_string(-hours_east)).c_str());
+  return hours_east;
 }
 
 std::string language() { return {}; }

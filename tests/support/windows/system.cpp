@@ -31,7 +31,8 @@ TemporaryFolder::~TemporaryFolder() {
   for (const auto& entry : fs::recursive_directory_iterator(path)) {
     ::SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
   }
-  fs::remove_all(path);
+  std::error_code trouble;  // a program that is just ending may still have it as its own
+  for (int i = 0; i < 500 && (fs::remove_all(path, trouble), trouble); ++i) ::Sleep(10);
 }
 
 bool make_link(const char* target, const char* name) {
@@ -53,16 +54,32 @@ int open_descriptors() {
   return count;
 }
 
+std::size_t heap_in_use() {
+  PROCESS_HEAP_ENTRY entry{};
+  std::size_t bytes = 0;
+  while (::HeapWalk(::GetProcessHeap(), &entry)) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
+  }
+  return bytes;
+}
+
 bool is_inherited(int fd) {
-  DWORD flags = 0;
-  return ::GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(fd)), &flags) &&
-         (flags & HANDLE_FLAG_INHERIT) != 0;
+  const INT_PTR handle = _get_osfhandle(fd);  // none under the number of a socket
+  DWORD flags = HANDLE_FLAG_INHERIT;
+  ::GetHandleInformation(reinterpret_cast<HANDLE>(handle != -1 ? handle : fd), &flags);
+  return (flags & HANDLE_FLAG_INHERIT) != 0;
 }
 
 void set_environment(const char* name, const char* value) {
   const bool is_empty = value != nullptr && *value == '\0';
   _putenv_s(name, value == nullptr ? "" : is_empty ? " " : value);  // an empty value removes
   if (is_empty) *std::getenv(name) = '\0', ::SetEnvironmentVariableA(name, "");
+}
+
+int set_time_zone(int) {
+  TIME_ZONE_INFORMATION zone;
+  ::GetTimeZoneInformation(&zone);
+  return -static_cast<int>(zone.Bias) / 60;
 }
 
 std::string language() {

@@ -117,7 +117,8 @@ bool copy_file(const wchar_t* from, const wchar_t* to) {
   if (is_read_only(to)) return refuse(ERROR_ACCESS_DENIED);
   std::wstring target;
   {
-    const Handle old(open_existing(to, GENERIC_WRITE));
+    // The right to delete shows whether others have it open who would not let it be replaced.
+    const Handle old(open_existing(to, GENERIC_WRITE | DELETE));
     if (!old.is_open()) {
       if (::GetLastError() != ERROR_FILE_NOT_FOUND) return false;
       // A link that leads nowhere would be replaced by a file.
