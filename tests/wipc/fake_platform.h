@@ -22,7 +22,7 @@ struct FakePlatform {
   int deaf_port = 0;      ///< connections to it are refused
   std::uint16_t ports[2] = {1, 65535};  ///< of the bound sockets, in turn
   int calls = 0, bound = 0, made = 0;
-  std::array<FakeSocket, 26> sockets;
+  std::array<FakeSocket, 26> sockets{};
 
   int make() { return sockets.at(made).is_open = true, 40000 + made++; }
   FakeSocket& at(int socket) { return sockets.at(socket - 40000); }

@@ -18,13 +18,11 @@ TEST(Processes, TalkUntilOneDies) {
   EXPECT_EQ(wipc_read(session, text, sizeof text), 9);
   EXPECT_EQ(wipc_read_status(session, text, sizeof text), 5);
   EXPECT_STREQ(text, "ready");
-  for (const int n : {1, 1500, 3998, 4001, 3}) {
-    const std::string sent = n == 3 ? "die" : std::string(n, 'a');
-    EXPECT_EQ(wipc_write(session, std::string(sent).data()), 1);
+  for (std::string sent : {std::string("a"), std::string(3998, 'b'), std::string("die")}) {
+    EXPECT_EQ(wipc_write(session, sent.data()), 1);
     std::string echo;
-    while (echo.size() < (n > 4000 ? 37 : sent.size()) && wipc_read(session, text, sizeof text) > 0)
-      echo += text;
-    EXPECT_EQ(echo, n > 4000 ? "Error Maximum message length exceeded" : sent);
+    while (echo.size() < sent.size() && wipc_read(session, text, sizeof text) > 0) echo += text;
+    EXPECT_EQ(echo, sent);
   }
   EXPECT_EQ(wipc_read(session, text, sizeof text), 0);
   EXPECT_EQ(wipc_poll_session(session), 1);

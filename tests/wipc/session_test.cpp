@@ -51,11 +51,8 @@ void add(const std::string& title, Refusing refusing, const std::function<void()
   told += title;
   bool is_refused = true;
   for (int n = refusing; is_refused && n <= 99 * refusing; ++n) {
-    fake = {};
-    fake.refused_call = n;
-    wipc_set_debug(1);
-    wipc_set_nostart(0);
-    wipc_set_connect_timeout(1);
+    fake = {.refused_call = n};
+    wipc_set_debug(1), wipc_set_nostart(0), wipc_set_connect_timeout(1);
     support::set_environment("PATH", "/none:/bin");
     testing::internal::CaptureStdout();
     calls();
@@ -64,8 +61,7 @@ void add(const std::string& title, Refusing refusing, const std::function<void()
     const std::size_t refused = lines.find("\n!");
     is_refused = refused != std::string::npos;
     if (is_refused) lines = lines.substr(refused + 1, lines.find(';', refused) - refused);
-    std::replace(lines.begin(), lines.end(), '\n', '|');
-    std::replace(lines.begin(), lines.end(), ';', '\n');
+    for (char& c : lines) c = c == '\n' ? '|' : c == ';' ? '\n' : c;
     lines.back() = ',';
     told += '\n' + lines + " open:";
     for (int i = 0; i < fake.made; ++i) {
@@ -82,6 +78,7 @@ void exchange(char session_type) {
   wipc_session* session = wipc_new_session(fake.make(), session_type);
   session->status_sid = fake.make();
   void* handle = session_type != '0' ? session : nullptr;
+  tell(wipc_poll_session(handle)), tell(wipc_read_status(handle, text, sizeof text));
   fake.sockets[0].arriving = {"one", {"SessionClosed.\0SessionClosed\0left", 33}};
   fake.sockets[1].arriving = {"ready"};
   tell(wipc_sid(handle)), tell(wipc_status_sid(handle)), tell(wipc_write(handle, null));
@@ -114,10 +111,10 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
   }
   add("closing at the secondary end", once,
       [] { wipc_close_session(wipc_new_session(fake.make(), 'S')), tell("closed"); });
-  for (const int refused : {0, 5}) {
+  for (const int refused : {0, 4}) {
     add("nobody listens", once, [=] {
       fake.deaf_port = 65535, fake.refused_call = refused;
-      tell(wipc_connect_session(local, 65535, 1));
+      tell(std::min(wipc_connect_port(local, 65535), 1));
     });
   }
   add("waiting", each, [] { tell(std::min(wipc_wait_accept(fake.make()), 1)); });
@@ -133,16 +130,13 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
       wipc_set_connect_timeout(1), wipc_set_nostart(on), tell(wipc_connect_timeout);
     }
     for (const int length : {1, 1000, 1001}) {
-      tell(wipc_open_session(local, std::string(length, 'x').data()));
-      tell(wipc_last_error());
+      tell(wipc_open_session(local, std::string(length, 'x').data())), tell(wipc_last_error());
       wipc_set_debug(0);
     }
   });
   add("ports", once, [] {
     for (const int last : {0, 1}) {
-      fake.ports[last] = 0;
-      tell(wipc_open_session(local, module));
-      fake.ports[last] = 7;
+      fake.ports[last] = 0, tell(wipc_open_session(local, module)), fake.ports[last] = 7;
       tell(wipc_connect_session(local, last, -last));
       tell(wipc_wait_accept(last - 1)), tell(wipc_poll_socket(last - 1));
     }
@@ -152,8 +146,7 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
   });
   add("along the path", once, [] {
     for (const char* all : {"/none:/bin:/", "/bin/:", ":/bin", "::/bin", "", ":", "a:::/bin"}) {
-      support::set_environment("PATH", all);
-      tell(HeapText(wipc_find_module(module)).get());
+      support::set_environment("PATH", all), tell(HeapText(wipc_find_module(module)).get());
     }
     for (char* program : {path, missing, root}) tell(HeapText(wipc_find_module(program)).get());
     support::set_environment("PATH", nullptr), tell(wipc_find_module(module));

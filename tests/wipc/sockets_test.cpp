@@ -17,7 +17,18 @@ TEST(Sockets, MeetNobodyWhereNobodyIs) {
     EXPECT_EQ(platform::connect(end, {{127, 0, 0, 1}, address.port}), -1);
     platform::closesocket(end);
     EXPECT_EQ(platform::select(end), -1);
+    EXPECT_EQ(platform::getsockname(end, &address), -1);
   }
+}
+
+TEST(Sockets, MeetOthersOnThatPort) {
+  platform::SocketAddress address{{127, 0, 0, 2}, 0};
+  const int ends[] = {platform::socket(), platform::socket()};
+  EXPECT_EQ(platform::bind(ends[0], address) + platform::getsockname(ends[0], &address), 0);
+  EXPECT_EQ(platform::listen(ends[0], 1) + platform::select(ends[0]), 0);
+  EXPECT_EQ(platform::bind(ends[1], {{127, 0, 0, 1}, address.port}), 0);
+  EXPECT_EQ(platform::connect(ends[1], address), 0);
+  for (const int end : ends) platform::closesocket(end);
 }
 
 TEST(Sockets, HaveNamesAndAddresses) {
