@@ -8,16 +8,8 @@
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
-#include <support/guarded_array.h>
 
 namespace {
-
-/// A text with room for so many bytes at least, flush against an unreadable page.
-struct Room : support::GuardedArray<char> {
-  Room(const std::string& text, std::size_t size) : GuardedArray(std::max(size, text.size()) + 1) {
-    std::strcpy(data(), text.c_str());
-  }
-};
 
 /// All texts of so many of these bytes at most.
 std::vector<std::string> short_texts(std::size_t most) {
@@ -30,40 +22,40 @@ std::vector<std::string> short_texts(std::size_t most) {
   return all;
 }
 
-TEST(Paths, AreSplitInTheirOwnPlace) {
+// In each test an output lies in a place of its own or in that of an input.
+TEST(Paths, AreSplitAtTheirLastSeparator) {
   for (const std::string& path : short_texts(5)) {
-    const std::size_t separator = path.find_last_of("/\\");
-    const bool has_one = separator != std::string::npos;
-    const std::string file = has_one ? path.substr(separator + 1) : path;
+    const std::size_t file = path.find_last_of("/\\") + 1;  // 0 without a separator
+    const std::string expected =
+        path.substr(0, std::max<std::size_t>(file, 1) - 1) + '|' + path.substr(file);
     for (const char place : {'d', 'f', '-'}) {
-      Room text(path, 0), to("", path.size()), other("", path.size());
-      char* const directory = place == 'd' ? text.data() : to.data();
-      char* const name = place == 'f' ? text.data() : other.data();
-      EXPECT_EQ(utl_file_extension(text.data()),
-                file.substr(std::min(file.find('.'), file.size())));
-      EXPECT_EQ(osh_truncate_path(text.data(), directory, name), 1);
-      EXPECT_EQ(directory + ('|' + file), (has_one ? path.substr(0, separator) : "") + '|' + name);
-      EXPECT_TRUE(place != '-' || text.data() == path) << path;
+      char text[8] = "", other[8] = "#######", third[8] = "#######";
+      std::strcpy(text, path.c_str());
+      EXPECT_EQ(utl_file_extension(text) - text, std::min(path.find('.', file), path.size()));
+      char* const directory = place == 'd' ? text : other;
+      char* const name = place == 'f' ? text : third;
+      EXPECT_EQ(osh_truncate_path(text, directory, name), 1);
+      EXPECT_EQ(directory + std::string("|") + name, file == 0 ? '|' + path : expected);
+      EXPECT_TRUE(place != '-' || text == path) << path;
     }
   }
   char text[] = "a/b";
   EXPECT_EQ(osh_truncate_path(nullptr, text, text) + osh_truncate_path(text, nullptr, text) +
                 osh_truncate_path(text, text, nullptr),
-            0);
-  EXPECT_STREQ(text, "a/b");
+            std::strcmp(text, "a/b"));
 }
 
-TEST(Paths, AreJoinedInTheirOwnPlace) {
+TEST(Paths, AreJoinedByOneBackslash) {
   for (const std::string& first : short_texts(2)) {
     for (const std::string& second : short_texts(2)) {
       const bool is_joined = first.ends_with('\\') || second.starts_with('\\');
-      const std::string joined = first + (is_joined ? "" : "\\") + second;
       for (const char place : {'1', '2', '-'}) {
-        Room text(place == '1' ? first : place == '2' ? second : "", joined.size());
-        EXPECT_EQ(osh_append_path(place == '1' ? text.data() : given(first),
-                                  place == '2' ? text.data() : given(second), text.data()),
+        char text[8] = "#######";
+        if (place != '-') std::strcpy(text, (place == '1' ? first : second).c_str());
+        EXPECT_EQ(osh_append_path(place == '1' ? text : given(first),
+                                  place == '2' ? text : given(second), text),
                   1);
-        EXPECT_EQ(text.data(), joined);
+        EXPECT_EQ(text, first + (is_joined ? "" : "\\") + second);
       }
     }
   }
@@ -71,29 +63,28 @@ TEST(Paths, AreJoinedInTheirOwnPlace) {
 
 TEST(Paths, FindTheNextFreeName) {
   World world;
-  const std::pair<const char*, const char*> rows[] = {
-      {"AAZ", "ABA"}, {"AZZ", "BAA"}, {"ZZZ", nullptr}, {"A1", "B1"},    {"MMM", "MMN"},
-      {"Y", "Z"},     {"", nullptr},  {"AZ-Z", "BA-A"}, {"a@", nullptr}, {"A9Z[", "B9A["}};
-  for (const auto& [taken, next] : rows) {
-    const std::string prefix = "AA.";  // which no carry reaches
-    put(prefix + taken);
-    for (const bool onto_prefix : {true, false}) {
-      Room result(onto_prefix ? prefix : taken, 1023);
-      char* const start = onto_prefix ? result.data() : given(prefix);
-      char* const letters = onto_prefix ? const_cast<char*>(taken) : result.data();
+  const std::string prefix = "AA.", longest = padded("x", 1022);  // no carry reaches these
+  const std::tuple<std::string, std::string, std::string> rows[] = {
+      {prefix, "AAZ", "ABA"},   {prefix, "AZZ", "BAA"},   {prefix, "ZZZ", ""},
+      {prefix, "A1", "B1"},     {prefix, "MMM", "MMN"},   {prefix, "Y", "Z"},
+      {prefix, "", ""},         {prefix, "AZ-Z", "BA-A"}, {prefix, "a@", ""},
+      {prefix, "A9Z[", "B9A["}, {longest, "A", "B"}};
+  for (const auto& [start, taken, next] : rows) {
+    put(start + taken);
+    for (const bool onto_start : {true, false}) {
+      char result[1024];
+      std::strcpy(result, onto_start ? start.c_str() : taken.c_str());
       errno = 77;
-      EXPECT_EQ(utl_unique_filename(start, letters, result.data()), next ? 0 : -1);
-      EXPECT_TRUE(next == nullptr || errno == 77) << errno;
-      EXPECT_EQ(result.data(), prefix + (next ? next : taken));
+      EXPECT_EQ(utl_unique_filename(onto_start ? result : given(start),
+                                    onto_start ? given(taken) : result, result),
+                next.empty() ? -1 : 0);
+      EXPECT_TRUE(next.empty() || errno == 77) << errno;
+      EXPECT_EQ(result, start + (next.empty() ? taken : next));
     }
-    fs::remove(prefix + taken);
+    fs::remove(start + taken);
   }
-  for (const std::size_t length : {1022, 1023}) {
-    Room result("", 1023);
-    const std::string prefix = padded("x", length);
-    EXPECT_EQ(utl_unique_filename(given(prefix), "A"_c, result.data()), length < 1023 ? 0 : -1);
-    EXPECT_EQ(result.data(), length < 1023 ? prefix + 'A' : "");
-  }
+  char result[1024] = "#";
+  EXPECT_EQ(utl_unique_filename(given(longest), "AA"_c, result) + *result, -1);
 }
 
 }  // namespace

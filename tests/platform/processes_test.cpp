@@ -76,8 +76,8 @@ TEST(Processes, InheritNothingAndLeaveNoZombie) {
   Programs programs;
   const pid_t own_child = fork();
   if (own_child == 0) _exit(7);
-  const int leaked = open("plain", O_RDONLY);  // inheritable, as a caller's own may be
-  ASSERT_EQ(dup2(leaked, 200), 200);
+  int leaked[5];  // inheritable, as a caller's own may be
+  for (int& fd : leaked) fd = open("plain", O_RDONLY);
   signal(SIGUSR2, [](int) {});
   signal(SIGHUP, SIG_IGN);
   sigset_t usr1;
@@ -89,16 +89,16 @@ TEST(Processes, InheritNothingAndLeaveNoZombie) {
   EXPECT_GT(WinExec("'a folder/list'"), 31);
   EXPECT_EQ(told(), "0\n1\n2\n3\n");
   EXPECT_EQ(CreateProcessA("cp /proc/self/status told"), 1);
-  const std::string status_text = told();  // the caller's blocked and ignored signals, and no more
+  const std::string status_text = told();  // the caller's blocked and ignored signals
   EXPECT_NE(status_text.find("SigBlk:\t0000000000000200\n"), std::string::npos) << status_text;
-  EXPECT_NE(status_text.find("SigIgn:\t0000000000000001\n"), std::string::npos) << status_text;
+  const std::size_t ignored = status_text.find("SigIgn:\t") + 8;
+  EXPECT_EQ(std::stoul(status_text.substr(ignored, 16), nullptr, 16) & 0x801, 1u) << status_text;
   EXPECT_EQ(CreateProcessA("cp /proc/self/stat told"), 1);
   int id = 0, session = 1;  // which is the program's own
   EXPECT_EQ(sscanf(told().c_str(), "%d (cp) R %*d %*d %d", &id, &session), 2);
   EXPECT_EQ(id, session);
   sigprocmask(SIG_UNBLOCK, &usr1, nullptr);
-  close(leaked);
-  close(200);
+  for (const int fd : leaked) close(fd);
   int status = 0;  // the caller's own child is still the caller's, and the only one
   EXPECT_EQ(waitpid(-1, &status, 0), own_child);
   EXPECT_EQ(WEXITSTATUS(status), 7);
@@ -118,7 +118,7 @@ TEST(Sleep, IsNotCutShortBySignals) {
   const auto slept = std::chrono::steady_clock::now() - begin;
   setitimer(ITIMER_REAL, &never, nullptr);
   EXPECT_GE(slept, std::chrono::milliseconds(1030));
-  EXPECT_LT(slept, std::chrono::seconds(2));
+  EXPECT_LT(slept, std::chrono::seconds(3));
 }
 
 }  // namespace

@@ -41,13 +41,12 @@ inline std::size_t add_call(const char* name) {
 inline bool call_fails(std::size_t call, bool may_wait) {
   if (!is_armed) return false;
   const int nth = ++calls_made[call];
-  for (const auto& [name, at, why] : failures) {
-    if (name != call_names[call] || (at != 0 && at != nth)) continue;
-    errno = why;
-    return true;
-  }
-  if (!interrupts || !may_wait || nth % 2 == 0) return false;
-  errno = EINTR;
+  const auto planted = std::find_if(failures.begin(), failures.end(), [&](const Failure& failure) {
+    return failure.call == call_names[call] && (failure.nth == 0 || failure.nth == nth);
+  });
+  const bool is_planted = planted != failures.end();
+  if (!is_planted && (!interrupts || !may_wait || nth % 2 == 0)) return false;
+  errno = is_planted ? planted->why : EINTR;
   return true;
 }
 
@@ -107,7 +106,7 @@ CALL(pipe2, plain) CALL(fork, plain) CALL(dup3, plain) CALL(setsid, plain) CALL(
 CALL(socket, plain) CALL(setsockopt, plain) CALL(getsockopt, plain) CALL(bind, plain)
 CALL(getsockname, plain) CALL(getpeername, plain) CALL(listen, plain) CALL(accept4, waits)
 CALL(poll, waits) CALL(send, moves) CALL(recv, moves) CALL(gethostname, plain) CALL(fcntl, plain)
-REAL(close) REAL(connect) REAL(waitpid) REAL(clock_nanosleep) REAL(gethostbyname_r)
+CALL(gethostbyname_r, plain) REAL(close) REAL(connect) REAL(waitpid) REAL(clock_nanosleep)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
@@ -143,14 +142,6 @@ extern "C" Word __wrap_clock_nanosleep(Word clock, Word flags, Word time, Word r
   if (call_fails(clock_nanosleep_id, true)) return errno;
   on_pause();
   return 0;
-}
-
-// Its way to be cut short is that there is too little room.
-extern "C" Word __wrap_gethostbyname_r(Word name, Word entry, Word text, Word size, Word* found,
-                                       Word why) {
-  *found = 0;
-  if (call_fails(gethostbyname_r_id, true)) return errno == EINTR ? ERANGE : errno;
-  return __real_gethostbyname_r(name, entry, text, size, reinterpret_cast<Word>(found), why);
 }
 
 }  // namespace support

@@ -14,6 +14,7 @@
 #include <malloc.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,9 +27,11 @@ std::size_t whole_pages(std::size_t size) {
   return (size + page - 1) / page * page;
 }
 
-/// In memory where there is some: a test asks much of a disk that others may be using.
+/// In memory where there is some: tests ask much of a disk. Programs must be able to run there.
 std::string make_folder() {
-  const bool in_memory = getenv("TMPDIR") == nullptr && fs::exists("/dev/shm");
+  struct statvfs memory;
+  const bool has_memory = getenv("TMPDIR") == nullptr && statvfs("/dev/shm", &memory) == 0;
+  const bool in_memory = has_memory && (memory.f_flag & ST_NOEXEC) == 0;
   const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
   std::string name = fs::canonical(parent) / "zelvan-XXXXXX";
   if (mkdtemp(name.data()) == nullptr) std::abort();

@@ -1,4 +1,5 @@
 #include <zelvan/osh/paths.h>
+#include <zelvan/osh/system_services.h>
 
 #include <cstdlib>
 #include <cwchar>
@@ -18,6 +19,10 @@ std::size_t decode(wchar_t*, const char* text, std::size_t count, mbstate_t* sta
   return !is_usable || byte == 0xff ? -1 : byte < 0x81 ? 1 : count < 2 ? -2 : 2;
 }
 
+std::uint64_t slept;
+void sleep(std::uint64_t) asm("__wrap__ZN6zelvan8platform5SleepEm");
+void sleep(std::uint64_t milliseconds) { slept = milliseconds; }
+
 namespace {
 
 using Text = support::GuardedArray<char>;
@@ -27,6 +32,11 @@ std::string absolute(const std::string& path) {
   const std::string copy = text;
   std::free(text);
   return copy;
+}
+
+TEST(SystemServices, SleepInSeconds) {
+  osh_sleep(5'000'000);
+  EXPECT_EQ(slept, 5'000'000'000u);
 }
 
 TEST(Paths, HaveNoSeparatorInsideACharacter) {
