@@ -1,25 +1,44 @@
-// Clipping of the shipped world at several views, beside the loop that a user would write by
-// hand: the method of I. E. Sutherland and G. W. Hodgman, "Reentrant polygon clipping",
-// Communications of the ACM 17 (1974), one side of the rectangle after the other. That one
-// keeps no edge flags and leaves the pieces of a cut outline joined along the frame.
+// Clipping to a view: both operations of the library, beside the polygon clipper of Anti-Grain
+// Geometry, the rectangle clipper of GEOS (each where it is installed), and the loop that a user
+// would write by hand: the method of I. E. Sutherland and G. W. Hodgman, "Reentrant polygon
+// clipping", Communications of the ACM 17 (1974), one side of the rectangle after the other. That
+// one, AGG and GEOS keep no edge flags; AGG and GEOS clip to upright rectangles alone.
 
 #include <zelvan/geometry/clip_polygon_set.h>
+#include <zelvan/geometry/clip_polygon_set_to_view.h>
 
+#include "contest.h"
+
+#include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <memory>
 #include <numbers>
+#include <random>
 #include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>
 
+#ifdef ZELVAN_BENCH_AGG
+#include <agg2/agg_vpgen_clip_polygon.h>
+#endif
+#ifdef ZELVAN_BENCH_GEOS
+#include <geos/geom/CoordinateArraySequence.h>
+#include <geos/geom/GeometryFactory.h>
+#include <geos/geom/LinearRing.h>
+#include <geos/geom/Polygon.h>
+#include <geos/operation/intersection/Rectangle.h>
+#include <geos/operation/intersection/RectangleIntersection.h>
+#endif
+
 namespace {
 
 struct Set {
   std::vector<real_pt_t> points;
   std::vector<int> flags;
-  int polygons = 0;
+  std::size_t polygons = 0;
 
   void close_polygon() {
     flags.resize(points.size(), drw_edge_visible);
@@ -58,28 +77,114 @@ real_rect_t view(double lon, double lat, double width, double degrees) {
   return rect;
 }
 
-const struct {
+// Around the origin, from 2 to 4 away from it at random: a simple ring.
+void add_ring(Set& set, real_pt_t centre, int n, double least, double most) {
+  static std::mt19937_64 engine(1);
+  for (int i = 0; i < n; ++i) {
+    const double r = least + (most - least) * static_cast<double>(engine() >> 11) * 0x1p-53;
+    const double angle = 2.0 * std::numbers::pi * i / n;
+    set.points.push_back({centre.x + r * std::cos(angle), centre.y + r * std::sin(angle)});
+  }
+  set.close_polygon();
+}
+
+Set rings(int count, int n, real_pt_t centre, double least, double most) {
+  Set set;
+  for (int i = 0; i < count; ++i) add_ring(set, centre, n, least, most);
+  return set;
+}
+
+// Stands in the view and reaches out of its top with each tooth.
+Set comb(int teeth) {
+  Set set;
+  set.points = {{-3.9, -1.0}, {3.9, -1.0}};
+  for (int i = teeth - 1; i >= 0; --i) {
+    const double x = -3.9 + 7.8 * i / teeth, width = 7.8 / teeth;
+    set.points.insert(set.points.end(), {{x + 0.75 * width, 1.0},
+                                         {x + 0.7 * width, 3.0},
+                                         {x + 0.3 * width, 3.0},
+                                         {x + 0.25 * width, 1.0}});
+  }
+  set.close_polygon();
+  return set;
+}
+
+struct Row {
   const char* name;
+  Set set;
   real_rect_t frame;
-} views[] = {
-    {"world, nothing cut", view(0.0, 0.0, 370.0, 0.0)},
-    {"half the world", view(40.3, 20.7, 170.0, 0.0)},
-    {"Europe", view(12.3, 46.7, 30.0, 0.0)},
-    {"Europe, turned", view(12.3, 46.7, 30.0, 20.0)},
-    {"inside one country", view(-52.7, -9.1, 2.0, 0.0)},
-    {"open sea", view(-130.3, -20.7, 10.0, 0.0)},
 };
 
-void clip_by_library(const Set& in, const real_rect_t& frame, Set& out) {
-  out.points.resize(5 * in.points.size() + 4 * static_cast<std::size_t>(in.polygons));
-  out.flags.resize(out.points.size());
-  drw_pset_t source = {static_cast<int>(in.points.size()), const_cast<real_pt_t*>(in.points.data()),
-                       const_cast<int*>(in.flags.data())};
-  drw_pset_t target = {0, out.points.data(), out.flags.data()};
-  ClipPolygonSet(&source, &target, const_cast<real_rect_t*>(&frame));
-  out.points.resize(static_cast<std::size_t>(target.n_points));
-  out.flags.resize(out.points.size());
+const std::vector<Row>& rows() {
+  const real_rect_t frame = view(0.0, 0.0, 8.0, 0.0);  // 8 by 4
+  static const std::vector<Row> all = {
+      {"100 rings of 100 vertices crossing", rings(100, 100, {3.1, 0.3}, 1.0, 2.0), frame},
+      {"10 rings of 1000 vertices crossing", rings(10, 1'000, {3.1, 0.3}, 1.9, 2.0), frame},
+      {"a ring of 10 000 vertices crossing", rings(1, 10'000, {3.1, 0.3}, 1.99, 2.0), frame},
+      {"1000 stars of 8 vertices crossing", rings(1'000, 8, {3.9, 0.3}, 0.2, 1.0), frame},
+      {"1000 stars of 8 vertices outside", rings(1'000, 8, {5.9, 0.3}, 0.2, 1.0), frame},
+      {"a comb of 100 teeth", comb(100), frame},
+      {"a comb of 10 000 teeth", comb(10'000), frame},
+      {"10 rings of 1000 vertices inside", rings(10, 1'000, {0.3, 0.1}, 1.0, 1.5), frame},
+      {"100 rings of 100 vertices outside", rings(100, 100, {9.1, 0.3}, 1.0, 2.0), frame},
+      {"10 rings of 1000 vertices outside", rings(10, 1'000, {9.1, 0.3}, 1.0, 2.0), frame},
+      {"a ring of a million vertices crossing", rings(1, 1'000'000, {3.1, 0.3}, 1.999, 2.0), frame},
+      {"world, nothing cut", world(), view(0.0, 0.0, 370.0, 0.0)},
+      {"half the world", world(), view(40.3, 20.7, 170.0, 0.0)},
+      {"Europe", world(), view(12.3, 46.7, 30.0, 0.0)},
+      {"Europe, turned", world(), view(12.3, 46.7, 30.0, 20.0)},
+      {"inside one country", world(), view(-52.7, -9.1, 2.0, 0.0)},
+      {"open sea", world(), view(-130.3, -20.7, 10.0, 0.0)},
+  };
+  return all;
 }
+
+// The areas of all polygons together, each taken as positive.
+double area(const Set& set) {
+  double sum = 0.0, ring = 0.0;
+  std::size_t first = 0;
+  for (std::size_t i = 0; i < set.points.size(); ++i) {
+    const bool is_last = set.flags[i] >= drw_edge_close_invisible;
+    const real_pt_t a = set.points[i], b = set.points[is_last ? first : i + 1];
+    ring += (a.x - b.x) * (a.y + b.y) / 2.0;
+    if (!is_last) continue;
+    sum += std::abs(ring);
+    ring = 0.0;
+    first = i + 1;
+  }
+  return sum;
+}
+
+// Each contestant is made once for a row, clips as often as it is told, and then knows the area
+// of what it has kept.
+
+template <void (*clip)(drw_pset_t*, drw_pset_t*, real_rect_t*), std::size_t per_vertex,
+          std::size_t per_polygon>
+struct ByLibrary {
+  explicit ByLibrary(const Row& row) : in(row.set), frame(row.frame) {
+    out.points.resize(per_vertex * in.points.size() + per_polygon * in.polygons);
+    out.flags.resize(out.points.size());
+  }
+  void clip_all() {
+    drw_pset_t source = {static_cast<int>(in.points.size()), in.points.data(), in.flags.data()};
+    drw_pset_t target = {0, out.points.data(), out.flags.data()};
+    clip(&source, &target, &frame);
+    kept = static_cast<std::size_t>(target.n_points);
+  }
+  double kept_area() {
+    out.points.resize(kept);
+    out.flags.resize(kept);
+    const double sum = area(out);
+    out.points.resize(per_vertex * in.points.size() + per_polygon * in.polygons);
+    out.flags.resize(out.points.size());
+    return sum;
+  }
+  Set in, out;
+  real_rect_t frame;
+  std::size_t kept = 0;
+};
+using RingByRing = ByLibrary<ClipPolygonSet, 5, 4>;
+using ToView = ByLibrary<ClipPolygonSetToView, 4, 4>;
 
 // Keeps what lies left of the line from a to b.
 void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
@@ -104,7 +209,9 @@ void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
 }
 
 void clip_by_hand(const Set& in, const real_rect_t& frame, Set& out) {
-  out = {};
+  out.points.clear();
+  out.flags.clear();
+  out.polygons = 0;
   std::vector<real_pt_t> ring, next;
   for (std::size_t i = 0; i < in.points.size(); ++i) {
     ring.push_back(in.points[i]);
@@ -119,47 +226,120 @@ void clip_by_hand(const Set& in, const real_rect_t& frame, Set& out) {
   }
 }
 
-// The areas of all polygons together, each taken as positive.
-double area(const Set& set) {
-  double sum = 0.0, ring = 0.0;
-  std::size_t first = 0;
-  for (std::size_t i = 0; i < set.points.size(); ++i) {
-    const bool is_last = set.flags[i] >= drw_edge_close_invisible;
-    const real_pt_t a = set.points[i], b = set.points[is_last ? first : i + 1];
-    ring += (a.x - b.x) * (a.y + b.y) / 2.0;
-    if (!is_last) continue;
-    sum += std::abs(ring);
-    ring = 0.0;
-    first = i + 1;
+struct PlainLoop {
+  explicit PlainLoop(const Row& row) : in(row.set), frame(row.frame) {}
+  void clip_all() { clip_by_hand(in, frame, out); }
+  double kept_area() const { return area(out); }
+  Set in, out;
+  real_rect_t frame;
+};
+
+bool is_upright(const real_rect_t& frame) { return frame.corners[0].y == frame.corners[1].y; }
+
+#ifdef ZELVAN_BENCH_AGG
+// Its generator of clipped vertices itself, without the adaptors that usually stand around it.
+struct Agg {
+  explicit Agg(const Row& row) : in(row.set) {
+    const real_pt_t low = row.frame.corners[0], high = row.frame.corners[2];
+    clipper.clip_box(low.x, low.y, high.x, high.y);
+    out.points.reserve(4 * in.points.size());
+    out.flags.reserve(4 * in.points.size());
   }
-  return sum;
-}
+  void take() {
+    real_pt_t p;
+    while (!agg::is_stop(clipper.vertex(&p.x, &p.y))) out.points.push_back(p);
+  }
+  void clip_all() {
+    out.points.clear();
+    out.flags.clear();
+    for (std::size_t i = 0, first = 0; i < in.points.size(); ++i) {
+      if (i == first) {
+        clipper.reset();
+        clipper.move_to(in.points[i].x, in.points[i].y);
+      } else {
+        clipper.line_to(in.points[i].x, in.points[i].y);
+      }
+      take();
+      if (in.flags[i] < drw_edge_close_invisible) continue;
+      clipper.line_to(in.points[first].x, in.points[first].y);
+      take();
+      if (out.points.size() > out.flags.size()) out.close_polygon();
+      first = i + 1;
+    }
+  }
+  double kept_area() const { return area(out); }
+  Set in, out;
+  agg::vpgen_clip_polygon clipper;
+};
+#endif
 
-using Clip = void (*)(const Set& in, const real_rect_t& frame, Set& out);
+#ifdef ZELVAN_BENCH_GEOS
+struct Geos {
+  explicit Geos(const Row& row)
+      : frame(row.frame.corners[0].x, row.frame.corners[0].y, row.frame.corners[2].x,
+              row.frame.corners[2].y) {
+    const auto* factory = geos::geom::GeometryFactory::getDefaultInstance();
+    std::vector<geos::geom::Coordinate> ring;
+    for (std::size_t i = 0; i < row.set.points.size(); ++i) {
+      ring.emplace_back(row.set.points[i].x, row.set.points[i].y);
+      if (row.set.flags[i] < drw_edge_close_invisible) continue;
+      ring.push_back(ring.front());
+      auto points = std::make_unique<geos::geom::CoordinateArraySequence>(std::move(ring));
+      in.push_back(factory->createPolygon(factory->createLinearRing(std::move(points))));
+      ring.clear();
+    }
+  }
+  void clip_all() {
+    using geos::operation::intersection::RectangleIntersection;
+    out.clear();
+    for (const auto& polygon : in) out.push_back(RectangleIntersection::clip(*polygon, frame));
+  }
+  double kept_area() const {
+    double sum = 0.0;
+    for (const auto& piece : out) sum += piece ? piece->getArea() : 0.0;
+    return sum;
+  }
+  geos::operation::intersection::Rectangle frame;
+  std::vector<std::unique_ptr<geos::geom::Geometry>> in, out;
+};
+#endif
 
-void clip_world(benchmark::State& state, Clip clip, Clip judge) {
-  static const Set in = world();
-  const auto& [name, frame] = views[state.range(0)];
-  state.SetLabel(name);
-  Set out, expected;
-  clip(in, frame, out);
-  judge(in, frame, expected);
-  if (area(in) == 0.0) return state.SkipWithError("has no world to clip");
-  if (std::abs(area(out) - area(expected)) > 1e-9 * area(in)) {
-    return state.SkipWithError("leaves another area than the other form");
+template <class Contestant>
+void clip(benchmark::State& state, const Row& row) {
+  Contestant contestant(row);
+  contestant.clip_all();
+  PlainLoop judge(row);
+  judge.clip_all();
+  if (area(row.set) == 0.0) return state.SkipWithError("has nothing to clip");
+  if (std::abs(contestant.kept_area() - judge.kept_area()) > 1e-9 * area(row.set)) {
+    return state.SkipWithError("leaves another area than the plain loop");
   }
   for (auto _ : state) {
-    clip(in, frame, out);
+    contestant.clip_all();
     benchmark::ClobberMemory();
   }
-  state.SetItemsProcessed(state.iterations() * static_cast<long>(in.points.size()));
+  state.SetItemsProcessed(state.iterations() * static_cast<long>(row.set.points.size()));
 }
 
-void all_views(benchmark::internal::Benchmark* b) {
-  b->ArgName("view")->DenseRange(0, std::size(views) - 1);
+template <class Contestant>
+void add(const Row& row, const char* contestant) {
+  const std::string name = std::string("clip ") + row.name + '/' + contestant;
+  benchmark::RegisterBenchmark(name.c_str(), [&row](auto& state) { clip<Contestant>(state, row); });
 }
 
-BENCHMARK_CAPTURE(clip_world, ClipPolygonSet, clip_by_library, clip_by_hand)->Apply(all_views);
-BENCHMARK_CAPTURE(clip_world, plain_loop, clip_by_hand, clip_by_library)->Apply(all_views);
+const bench::Rows all_rows([] {
+  for (const Row& row : rows()) {
+    add<ToView>(row, "zelvan");
+    add<RingByRing>(row, "zelvan, into rings");
+    add<PlainLoop>(row, "plain loop");
+    if (!is_upright(row.frame)) continue;
+#ifdef ZELVAN_BENCH_AGG
+    add<Agg>(row, "AGG");
+#endif
+#ifdef ZELVAN_BENCH_GEOS
+    add<Geos>(row, "GEOS");
+#endif
+  }
+});
 
 }  // namespace

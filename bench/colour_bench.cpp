@@ -1,13 +1,29 @@
-// Searches per second for the closest of 16, 256 and 4096 pens, beside the integer loop that a
-// user would write by hand. Every search is for another colour, so that no answer is remembered.
+// Searches for the closest of 16, 256 and 4096 pens, beside the integer loop that a user would
+// write by hand (every search is for another colour, so that no answer is remembered); a whole
+// translation of pens, beside a k-d tree; names and channels, beside gperf and a hash map.
 
 #include <zelvan/colour/color_map.h>
+#include <zelvan/colour/color_xfm.h>
+#include <zelvan/colour/detail/named_color_table.h>
+
+#include "contest.h"
 
 #include <climits>
+#include <cstring>
+#include <memory>
 #include <random>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <benchmark/benchmark.h>
+
+#ifdef ZELVAN_HAS_NANOFLANN
+#include <nanoflann.hpp>
+#endif
+#ifdef ZELVAN_HAS_GPERF
+#include "color_names.h"  // made by gperf
+#endif
 
 namespace {
 
@@ -60,11 +76,129 @@ void closest_pen(benchmark::State& state, int (*search)(ColorMap&, ColorRGB&)) {
   }
   state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK_CAPTURE(closest_pen, GetClosestColor, by_library)
-    ->ArgName("pens")
-    ->Arg(16)
-    ->Arg(256)
-    ->Arg(4096);
-BENCHMARK_CAPTURE(closest_pen, plain_loop, by_hand)->ArgName("pens")->Arg(16)->Arg(256)->Arg(4096);
+BENCHMARK_CAPTURE(closest_pen, zelvan, by_library)->ArgName("pens")->Arg(16)->Arg(256)->Arg(4096);
+BENCHMARK_CAPTURE(closest_pen, plain loop, by_hand)->ArgName("pens")->Arg(16)->Arg(256)->Arg(4096);
+
+// ---- a whole translation of one map into another
+
+#ifdef ZELVAN_HAS_NANOFLANN
+struct Pens {
+  const ColorMap* map;
+  std::size_t kdtree_get_point_count() const { return map->map_size - 1; }  // all but pen 0
+  float kdtree_get_pt(std::size_t i, std::size_t channel) const {
+    const ColorRGB& pen = map->colors[i + 1];
+    return static_cast<float>(channel == 0 ? pen.red : channel == 1 ? pen.green : pen.blue);
+  }
+  template <class Box>
+  bool kdtree_get_bbox(Box&) const {
+    return false;
+  }
+};
+
+// It doesn't say which of several closest pens it finds.
+void by_tree(const ColorMap& source, const ColorMap& target, std::vector<unsigned>* table) {
+  using namespace nanoflann;
+  const Pens pens{&target};
+  KDTreeSingleIndexAdaptor<L2_Simple_Adaptor<float, Pens>, Pens, 3> tree(3, pens, {10});
+  tree.buildIndex();
+  for (unsigned i = 0; i < source.map_size; ++i) {
+    const ColorRGB& pen = source.colors[i];
+    const float wanted[] = {static_cast<float>(pen.red), static_cast<float>(pen.green),
+                            static_cast<float>(pen.blue)};
+    unsigned found;
+    float distance;
+    tree.knnSearch(wanted, 1, &found, &distance);
+    (*table)[i] = found + 1;
+  }
+}
+
+int squared_distance(const ColorRGB& a, const ColorRGB& b) {
+  const int red = a.red - b.red, green = a.green - b.green, blue = a.blue - b.blue;
+  return red * red + green * green + blue * blue;
+}
+#endif
+
+void translations() {
+  for (const int n : {256, 4096}) {
+    const auto source = std::make_shared<ColorMap>(n, 255, channels(n, 3).data());
+    const auto target = std::make_shared<ColorMap>(n, 255, channels(n, 4).data());
+    const auto xfm = std::make_shared<ColorXfm>(n);
+    const auto ours = [=] { xfm->MapColors(source.get(), target.get()); };
+    const std::string row = "a whole ColorXfm of " + std::to_string(n) + " pens";
+#ifdef ZELVAN_HAS_NANOFLANN
+    const auto table = std::make_shared<std::vector<unsigned>>(n);
+    const auto theirs = [=] { by_tree(*source, *target, table.get()); };
+    const auto agree = [=] {
+      ours(), theirs();
+      for (unsigned i = 1; i < source->map_size; ++i) {
+        const ColorRGB& pen = source->colors[i];
+        if (squared_distance(pen, target->colors[xfm->xfm_table[i]]) !=
+            squared_distance(pen, target->colors[(*table)[i]])) {
+          return false;
+        }
+      }
+      return true;
+    };
+    bench::contest(row, agree, {{"zelvan", ours}, {"k-d tree, building included", theirs}}, n);
+#else
+    bench::contest(
+        row, [] { return true; }, {{"zelvan", ours}}, n);
+#endif
+  }
+}
+
+// ---- names
+
+void names() {
+  static std::vector<std::string> all;
+  static std::vector<ColorRGB> colors;
+  static std::unordered_map<int, const char*> by_channels;
+  for (const auto& row : zelvan::named_colors) {
+    all.push_back(row.name);
+    colors.emplace_back(row.red, row.green, row.blue);
+    by_channels.emplace(colors.back().red << 16 | row.green << 8 | row.blue, row.name);
+  }
+  const long n = static_cast<long>(all.size());
+  const auto ours = [] {
+    ColorRGB color;
+    for (std::string& name : all) benchmark::DoNotOptimize(color.FindName(name.data()));
+  };
+  const auto agree = [] {
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      ColorRGB color(-1, -1, -1);
+      if (!color.FindName(all[i].data()) || color.green != colors[i].green) return false;
+      char* name = nullptr;
+      const int key = colors[i].red << 16 | colors[i].green << 8 | colors[i].blue;
+      if (!colors[i].FindNameForRgb(&name) || name != std::string(by_channels[key])) return false;
+#ifdef ZELVAN_HAS_GPERF
+      const GperfColor* found = ColorNames::find(all[i].c_str(), all[i].size());
+      if (found == nullptr || found->rgb != key) return false;
+#endif
+    }
+    return true;
+  };
+#ifdef ZELVAN_HAS_GPERF
+  const auto by_gperf = [] {
+    for (const std::string& name : all) {
+      benchmark::DoNotOptimize(ColorNames::find(name.c_str(), std::strlen(name.c_str())));
+    }
+  };
+  bench::contest("colour name to channels", agree, {{"zelvan", ours}, {"gperf", by_gperf}}, n);
+#else
+  bench::contest("colour name to channels", agree, {{"zelvan", ours}}, n);
+#endif
+  const auto name_of = [] {
+    char* name;
+    for (ColorRGB& color : colors) benchmark::DoNotOptimize(color.FindNameForRgb(&name));
+  };
+  const auto by_map = [] {
+    for (const ColorRGB& c : colors) {
+      benchmark::DoNotOptimize(by_channels.find(c.red << 16 | c.green << 8 | c.blue));
+    }
+  };
+  bench::contest("channels to colour name", agree, {{"zelvan", name_of}, {"hash map", by_map}}, n);
+}
+
+const bench::Rows rows([] { translations(), names(); });
 
 }  // namespace

@@ -3,6 +3,9 @@
 
 #include <zelvan/transforms/mtx2d.h>
 
+#include "contest.h"
+
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -43,14 +46,20 @@ void by_hand(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out) {
   }
 }
 
+int rounded(double v) { return static_cast<int>(v < 0.0 ? v - 0.5 : v + 0.5); }
+
+bool are_same(const std::vector<int_pt_t>& a, const std::vector<int_pt_t>& b) {
+  return std::memcmp(a.data(), b.data(), a.size() * sizeof a[0]) == 0;
+}
+
 template <class Out>
 void by_hand_rounded(const Mtx2D& m, int n, const real_pt_t* in, Out* out, int factor) {
   for (int i = 0; i < n; ++i) {
     const double x = m.m11 * in[i].x + m.m21 * in[i].y + m.tx;
     const double y = m.m12 * in[i].x + m.m22 * in[i].y + m.ty;
     using Coordinate = decltype(out[i].x);
-    out[i].x = static_cast<Coordinate>(static_cast<int>(x < 0.0 ? x - 0.5 : x + 0.5) * factor);
-    out[i].y = static_cast<Coordinate>(static_cast<int>(y < 0.0 ? y - 0.5 : y + 0.5) * factor);
+    out[i].x = static_cast<Coordinate>(rounded(x) * factor);
+    out[i].y = static_cast<Coordinate>(rounded(y) * factor);
   }
 }
 
@@ -105,19 +114,21 @@ void map_real(benchmark::State& s, Map<real_pt_t> map, Map<real_pt_t> judge) {
 void map_int(benchmark::State& s, Map<int_pt_t> map, Map<int_pt_t> judge) {
   map_points(s, map, judge);
 }
+void map_fixed(benchmark::State& s, Map<int_pt_t> map, Map<int_pt_t> judge) {
+  map_points(s, map, judge);
+}
 void map_short(benchmark::State& s, Map<short_pt_t> map, Map<short_pt_t> judge) {
   map_points(s, map, judge);
 }
 
-BENCHMARK_CAPTURE(map_real, RealXfmPts, real_by_library, real_by_hand)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_real, plain_loop, real_by_hand, real_by_library)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_int, XfmPts, int_by_library, int_by_hand)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_int, plain_loop, int_by_hand, int_by_library)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_int, XfmFPts, fixed_by_library, fixed_by_hand)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_int, plain_loop_times_8, fixed_by_hand, fixed_by_library)
-    ->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_short, XfmSPts, short_by_library, short_by_hand)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_short, plain_loop, short_by_hand, short_by_library)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_real, zelvan, real_by_library, real_by_hand)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_real, plain loop, real_by_hand, real_by_library)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_int, zelvan, int_by_library, int_by_hand)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_int, plain loop, int_by_hand, int_by_library)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_fixed, zelvan, fixed_by_library, fixed_by_hand)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_fixed, plain loop, fixed_by_hand, fixed_by_library)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_short, zelvan, short_by_library, short_by_hand)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_short, plain loop, short_by_hand, short_by_library)->Apply(types_and_sizes);
 
 // Polygon sets: the rival keeps no flags and drops no repeats, so it has less to do.
 void map_polygon_set(benchmark::State& state, bool by_library) {
@@ -139,7 +150,47 @@ void map_polygon_set(benchmark::State& state, bool by_library) {
   state.SetItemsProcessed(state.iterations() * n);
 }
 
-BENCHMARK_CAPTURE(map_polygon_set, XfmPolySetPts, true)->Apply(types_and_sizes);
-BENCHMARK_CAPTURE(map_polygon_set, plain_loop_that_keeps_all, false)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_polygon_set, zelvan, true)->Apply(types_and_sizes);
+BENCHMARK_CAPTURE(map_polygon_set, plain loop that keeps all, false)->Apply(types_and_sizes);
+
+// ---- one at a time, where a call costs about as much as the work
+
+void single() {
+  static Mtx2D m = matrix_of_type(Mtx2DTypeGeneral);
+  static std::vector<real_pt_t> in = points_in_a_view(small);
+  static std::vector<int_pt_t> out(small), expected(small);
+  const auto ours = [] {
+    for (int i = 0; i < small; ++i) m.XfmPt(&in[i], &out[i]);
+  };
+  const auto rounded_by_hand = [] { by_hand_rounded(m, small, in.data(), expected.data(), 1); };
+  bench::contest(
+      "one point a call", [=] { return ours(), rounded_by_hand(), are_same(out, expected); },
+      {{"zelvan", ours}, {"plain loop, inline", rounded_by_hand}}, small);
+
+  static std::vector<real_rect_t> rects(small / 4);
+  std::memcpy(rects.data(), in.data(), rects.size() * sizeof rects[0]);
+  static std::vector<int_rect_t> boxes(rects.size()), boxes_by_hand(rects.size());
+  const auto box = [] {
+    for (std::size_t i = 0; i < rects.size(); ++i) m.XfmRect(&rects[i], &boxes[i]);
+  };
+  const auto box_by_hand = [] {
+    for (std::size_t i = 0; i < rects.size(); ++i) {
+      real_pt_t c[4];
+      by_hand(m, 4, rects[i].corners, c);
+      const auto [x0, x1] = std::minmax({c[0].x, c[1].x, c[2].x, c[3].x});
+      const auto [y0, y1] = std::minmax({c[0].y, c[1].y, c[2].y, c[3].y});
+      const int left = rounded(x0), right = rounded(x1), low = rounded(y0), high = rounded(y1);
+      boxes_by_hand[i] = {{{left, low}, {left, high}, {right, high}, {right, low}}};
+    }
+  };
+  bench::contest(
+      "rectangles to pixels",
+      [=] {
+        box(), box_by_hand();
+        return std::memcmp(boxes.data(), boxes_by_hand.data(), boxes.size() * sizeof boxes[0]) == 0;
+      },
+      {{"zelvan", box}, {"plain loop, inline", box_by_hand}}, small / 4);
+}
+const bench::Rows rows(single);
 
 }  // namespace

@@ -68,7 +68,7 @@ void pick(benchmark::State& state, bool by_library) {
       static_cast<double>(state.iterations() * state.range(0)), benchmark::Counter::kIsRate);
 }
 
-BENCHMARK_CAPTURE(pick, CPolygon, true)->Apply(ring_sizes);
-BENCHMARK_CAPTURE(pick, plain_loop, false)->Apply(ring_sizes);
+BENCHMARK_CAPTURE(pick, zelvan, true)->Apply(ring_sizes);
+BENCHMARK_CAPTURE(pick, even odd loop, false)->Apply(ring_sizes);
 
 }  // namespace

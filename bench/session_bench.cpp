@@ -131,12 +131,14 @@ void round_trips(benchmark::State& state) {
 
 // 3998 bytes are the most after which a reader needn't wait for more.
 BENCHMARK_TEMPLATE(round_trips, SessionPair)
+    ->Name("round_trip/zelvan")
     ->ArgName("bytes")
     ->Arg(1)
     ->Arg(100)
     ->Arg(3998)
     ->UseRealTime();
 BENCHMARK_TEMPLATE(round_trips, BarePair)
+    ->Name("round_trip/bare socket")
     ->ArgName("bytes")
     ->Arg(1)
     ->Arg(100)

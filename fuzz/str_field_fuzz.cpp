@@ -5,18 +5,11 @@
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/text/str_field.h>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <string>
+#include "bytes.h"
 
 namespace {
 
-void require(bool holds) {
-  if (!holds) std::abort();
-}
+using fuzz::require;
 
 template <class Parser>
 void walk(char* line, Parser parse) {
@@ -36,9 +29,7 @@ void walk(char* line, Parser parse) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
-  const std::size_t length = std::strlen(text.c_str());
-  const std::unique_ptr<char[]> line(new char[length + 1]);
-  std::memcpy(line.get(), text.c_str(), length + 1);
+  fuzz::ExactText line(text);
 
   walk(line.get(), str_parse);
   walk(line.get(), str_parse_vvcp);
@@ -53,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } else {
     require(color.red == -1 && color.green == -2 && color.blue == -3);
   }
-  require(std::memcmp(line.get(), text.c_str(), length + 1) == 0);
+  require(std::memcmp(line.get(), text.c_str(), line.length() + 1) == 0);
 
   char delimiters[] = ",; ";
   char found = '\0';

@@ -70,14 +70,19 @@ void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double wid
                      std::span<const double> dashes) {
   cairo_t* const context = context_.get();
   for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
+    const auto is_visible = [&](std::size_t i) {
+      return polygons.edge_flags[first + i % count] % 2 == 1;  // 1 and 3
+    };
+    // From an invisible edge on, if there is one: no line is cut where its polygon begins.
+    std::size_t start = 0;
+    while (start < count && is_visible(start)) ++start;
     bool pen_is_down = false;
-    for (std::size_t i = 0; i < count; ++i) {
-      const int_pt_t from = polygons.points[first + i];
+    for (std::size_t i = start % count; i < start % count + count; ++i) {
+      const int_pt_t from = polygons.points[first + i % count];
       const int_pt_t to = polygons.points[first + (i + 1) % count];
-      const bool is_visible = polygons.edge_flags[first + i] % 2 == 1;  // 1 and 3
-      if (is_visible && !pen_is_down) cairo_move_to(context, from.x, from.y);
-      if (is_visible) cairo_line_to(context, to.x, to.y);
-      pen_is_down = is_visible;
+      if (is_visible(i) && !pen_is_down) cairo_move_to(context, from.x, from.y);
+      if (is_visible(i)) cairo_line_to(context, to.x, to.y);
+      pen_is_down = is_visible(i);
     }
   });
   set_colour(context, colour);

@@ -1,7 +1,5 @@
 #include "common/stages.h"
 
-#include <zelvan/geometry/clip_polygon_set.h>
-
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -23,12 +21,12 @@ void resize(Polygons<Point>& set, std::size_t size) {
 }
 
 // Appends what of `source` lies in `frame`.
-void append_clipped(drw_pset_t source, real_rect_t frame, MapPolygons& out) {
+void append_clipped(drw_pset_t source, real_rect_t frame, ClipSet clip, MapPolygons& out) {
   const std::size_t old_size = out.points.size();
-  const std::size_t most = 5 * static_cast<std::size_t>(source.n_points) + 4;
+  const std::size_t most = 5 * static_cast<std::size_t>(source.n_points) + 4;  // for either
   resize(out, old_size + most);
   drw_pset_t target = {static_cast<int>(old_size), out.points.data(), out.edge_flags.data()};
-  ClipPolygonSet(&source, &target, &frame);
+  clip(&source, &target, &frame);
   resize(out, static_cast<std::size_t>(target.n_points));
 }
 
@@ -43,8 +41,7 @@ bool is_cut(real_pt_t a, real_pt_t b) {
 }
 
 // Where a flat map is cut open, along the antimeridian and the poles, there is no coast. This
-// comes after clipping, which may walk a ring against its sense with the flags of its vertices
-// as they were: what is visible alike stays so, but a lone invisible edge would change places.
+// comes after clipping, of which one operation can let a lone invisible edge change places.
 void hide_cuts(MapPolygons& polygons, std::size_t start) {
   std::size_t first = start;
   for (std::size_t i = start; i < polygons.points.size(); ++i) {
@@ -75,7 +72,8 @@ std::ptrdiff_t count_kept(std::vector<real_pt_t> before, std::vector<real_pt_t> 
 
 }  // namespace
 
-MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally) {
+MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally,
+                         ClipSet clip) {
   MapPolygons out;
   for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
     const drw_pset_t polygon = part_of(polygons, first, count);
@@ -90,7 +88,7 @@ MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& t
       real_rect_t frame = view.frame();
       move_east(frame.corners, frame.corners + 4, -360.0 * turn);
       const std::size_t turn_start = out.points.size();
-      append_clipped(polygon, frame, out);
+      append_clipped(polygon, frame, clip, out);
       hide_cuts(out, turn_start);
       real_pt_t* const piece = out.points.data() + turn_start;
       real_pt_t* const piece_end = out.points.data() + out.points.size();

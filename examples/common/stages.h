@@ -1,6 +1,9 @@
 /// The road from a map to the device: clip, then map. And the books of what became of it all.
 #pragma once
 
+#include <zelvan/geometry/clip_polygon_set.h>
+#include <zelvan/geometry/clip_polygon_set_to_view.h>
+
 #include "common/countries.h"
 #include "common/view.h"
 
@@ -21,10 +24,14 @@ struct Tally {
   Count vertices;
 };
 
+/// One of the library's two operations for it.
+using ClipSet = void (*)(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);
+
 /// What of the polygons lies in the view, in map coordinates. What the view shows again after
 /// a turn about the globe comes again, moved by the turn, and counts as added. Edges along the
 /// frame, the antimeridian and the poles come out invisible: there is no coast.
-MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally);
+MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally,
+                         ClipSet clip = ClipPolygonSetToView);
 
 /// The polygons in device units. Vertices that fall together are merged, and polygons of which
 /// fewer than three vertices are left are dropped.

@@ -1,6 +1,7 @@
 // A polygon set clipped to a turned view: what comes in, what comes out, which edges stay visible.
 
 #include "gallery/pages.h"
+#include "gallery/polygon_set.h"
 
 #include <cmath>
 #include <numbers>
@@ -8,45 +9,6 @@
 namespace gallery {
 
 namespace {
-
-struct Set {
-  Points points;
-  std::vector<int> edge_flags;
-
-  void add(const Points& ring) {
-    points.insert(points.end(), ring.begin(), ring.end());
-    edge_flags.resize(points.size(), drw_edge_visible);
-    edge_flags.back() = drw_edge_close_visible;
-  }
-
-  drw_pset_t record() {
-    return {static_cast<int>(points.size()), points.data(), edge_flags.data()};
-  }
-};
-
-bool is_closing(int flag) {
-  return flag == drw_edge_close_invisible || flag == drw_edge_close_visible;
-}
-
-std::vector<Points> rings_of(const Set& set) {
-  std::vector<Points> rings(1);
-  for (std::size_t i = 0; i < set.points.size(); ++i) {
-    rings.back().push_back(set.points[i]);
-    if (is_closing(set.edge_flags[i])) rings.emplace_back();
-  }
-  rings.pop_back();
-  return rings;
-}
-
-void stroke_edges(Panel& panel, const Set& set) {
-  for (std::size_t i = 0, first = 0; i < set.points.size(); ++i) {
-    const bool closes = is_closing(set.edge_flags[i]);
-    const bool is_visible = set.edge_flags[i] % 2 == 1;
-    const real_pt_t to = set.points[closes ? first : i + 1];
-    panel.stroke({set.points[i], to}, is_visible ? Stroke{ink, 2.0} : Stroke{orange, 1.4, true});
-    if (closes) first = i + 1;
-  }
-}
 
 Points star(real_pt_t centre, int spikes, double outer, double inner) {
   Points ring;
@@ -58,20 +20,8 @@ Points star(real_pt_t centre, int spikes, double outer, double inner) {
   return ring;
 }
 
-Set clipped(Set set, real_rect_t* view) {
-  Set kept;
-  kept.points.resize(10 * set.points.size());  // 5 n + 4 for each polygon suffices
-  kept.edge_flags.resize(kept.points.size());
-  drw_pset_t source = set.record();
-  drw_pset_t target = {0, kept.points.data(), kept.edge_flags.data()};
-  ClipPolygonSet(&source, &target, view);
-  kept.points.resize(static_cast<std::size_t>(target.n_points));
-  kept.edge_flags.resize(kept.points.size());
-  return kept;
-}
-
 void draw(Canvas& canvas) {
-  Set set;
+  PolygonSet set;
   set.add(star({-0.9, 0.5}, 7, 3.0, 1.7));
   set.add(star({-0.9, 0.5}, 7, 1.1, 0.7));  // a hole is one more polygon
   set.add({{1.9, -3.0}, {4.2, -2.2}, {2.6, 2.6}, {2.3, -0.9}});
@@ -86,16 +36,16 @@ void draw(Canvas& canvas) {
   {
     Panel panel(canvas, grid.left(0), grid.top(0), grid.cell_width, grid.cell_height, {0.0, 0.0},
                 10.5, "A polygon set and a turned view", "three polygons, one of them a hole");
-    panel.fill(rings_of(set), pale_blue);
+    panel.fill(set.rings(), pale_blue);
     panel.stroke(frame, {orange, 1.8}, true);
     stroke_edges(panel, set);
   }
   {
     Panel panel(canvas, grid.left(1), grid.top(1), grid.cell_width, grid.cell_height, {0.0, 0.0},
                 10.5, "ClipPolygonSet", "edges along the view are invisible: dashed here");
-    const Set kept = clipped(set, &view);
+    const PolygonSet kept = clipped(set, view, ClipPolygonSet);
     panel.stroke(frame, {hairline, 1.0}, true);
-    panel.fill(rings_of(kept), pale_blue);
+    panel.fill(kept.rings(), pale_blue);
     stroke_edges(panel, kept);
   }
 }

@@ -17,6 +17,7 @@ struct Page {
 };
 
 extern const Page arc_extents_page;
+extern const Page clipping_cases_page;
 extern const Page clipping_page;
 extern const Page conics_page;
 extern const Page distances_page;

@@ -115,7 +115,7 @@ void run(const Options& options) {
   Tally tally;
   std::vector<MapPolygons> clipped;
   for (std::size_t i = 0; i < world.size(); ++i) {
-    clipped.push_back(clip_to_view(world.outline(i), view, tally));
+    clipped.push_back(clip_to_view(world.outline(i), view, tally, options.clip));
   }
   stages.end("clip");
 

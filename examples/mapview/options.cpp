@@ -99,6 +99,10 @@ std::optional<Options> read_options(int argc, char** argv) {
       app.add_option("--memory", options.memory,
                      "keep outlines of so many bytes; read the others again when they are needed")
           ->type_name("BYTES");
+  std::string clip = "view";
+  app.add_option("--clip", clip,
+                 "view: what is in the view (default); rings: cut apart, in general position")
+      ->type_name("HOW");
   int line_type = 0;
   CLI::Option* const line_type_option =
       app.add_option("--line-type", line_type, "draw borders in dashes: a line type from 1 to 13")
@@ -130,6 +134,8 @@ std::optional<Options> read_options(int argc, char** argv) {
   require(std::abs(view.rotation) <= 360.0, "--rotation: from -360 to 360 degrees");
   require(size.x >= 1 && size.x <= 16384, "--size: the width is from 1 to 16384 pixels");
   require(size.y >= 1 && size.y <= 16384, "--size: the height is from 1 to 16384 pixels");
+  require(clip == "view" || clip == "rings", "--clip: view or rings");
+  if (clip == "rings") options.clip = ClipPolygonSet;
   const int n_pens = options.style.n_pens;
   require(!*palette || (n_pens >= 1 && n_pens <= 256), "--palette: from 1 to 256 pens");
   require(!*memory || options.memory >= 1, "--memory: from 1 to 2147483647 bytes");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/drawing.h"
+#include "common/stages.h"
 #include "common/view.h"
 
 #include <optional>
@@ -16,6 +17,7 @@ struct Options {
   std::string label;   ///< the font of the countries' names; empty for none
   int memory = 0;      ///< a budget for outlines in bytes; 0 for none
   ViewSettings view;
+  ClipSet clip = ClipPolygonSetToView;
   Style style = default_style();
   std::vector<real_pt_t> places;  ///< picks on the map: longitude and latitude
   std::vector<int_pt_t> pixels;   ///< picks in the picture, from its top left

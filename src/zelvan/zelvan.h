@@ -8,6 +8,7 @@
 #include <zelvan/colour/color_xfm.h>
 #include <zelvan/export.h>
 #include <zelvan/geometry/clip_polygon_set.h>
+#include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/conic.h>
 #include <zelvan/geometry/distance.h>
 #include <zelvan/geometry/extent.h>

@@ -95,6 +95,19 @@ class Pictures(unittest.TestCase):
                 with open(svg, encoding="utf-8") as file:
                     self.check_paths(file.read(), count, middle=800 if centre[:3] == "180" else None)
 
+    def test_a_polygon_around_the_view_is_drawn_where_it_is_picked(self):
+        with tempfile.TemporaryDirectory() as folder:
+            data = os.path.join(folder, "around.json")
+            with open(data, "w", encoding="utf-8") as file:
+                json.dump({"type": "Polygon",
+                           "coordinates": [[[-1, -1], [30, -1], [-1, 30], [-1, -1]]]}, file)
+            for clip, found in (("view", "unnamed"), ("rings", "no country")):
+                run = mapview("-d", data, "--center", "5,5", "--width", "10", "--size", "99x99",
+                              "--clip", clip, "--pick", "5,5", "--pixel", "50,50")
+                self.assertIn("place 5,5: unnamed", run.stdout)
+                self.assertIn("pixel 50,50: " + found, run.stdout)
+        self.assertIn("--clip: view or rings", mapview("--clip", "never").stderr)
+
     def test_dashed_borders_of_neighbours_are_drawn_once_and_solid_ones_as_ever(self):
         with tempfile.TemporaryDirectory() as folder:
             def svg(*arguments):

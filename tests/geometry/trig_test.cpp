@@ -6,25 +6,24 @@
 
 #include <gtest/gtest.h>
 
-// Between directions 15 degrees apart the turn is the shorter one; at pi sharp it stays.
+// The turn between two vectors is the shorter one; at half a turn, by the ten digits of pi that
+// decide, it stays. Any number of degrees is a direction.
 TEST(Trig, MeasuresAndTurns) {
-  for (int i = 0; i < 24 * 23; ++i) {
-    const int from = i / 23 * 15, turn = (i % 23 - 11) * 15;
-    double sine, cosine;
-    real_pt_t center = {10, 20}, start = {12, 20}, end;
-    drw_get_trig(from, &sine, &cosine), utl_rotate_point(&center, &start, sine, cosine);
-    drw_get_trig(turn - 720, &sine, &cosine), end = start;
-    utl_rotate_point(&center, &end, sine, cosine);
-    const double got = utl_angle2d(start.x - 10, start.y - 20, end.x - 10, end.y - 20);
-    EXPECT_NEAR(got, turn * M_PI / 180, 1e-8) << from;
-  }
-  EXPECT_EQ(utl_angle2d(0, -1, -1, 0), M_PI + M_PI / 2 - 6.283185308);
-  EXPECT_EQ(utl_angle2d(1, 0, -1, 0), M_PI);
-  EXPECT_EQ(utl_angle2d(1, 0, -1, -0.0), -M_PI);
+  real_pt_t center = {10, 20}, east = {12, 20};
+  utl_rotate_point(&center, &east, 1, 0);
+  EXPECT_TRUE(east.x == 10 && east.y == 22) << "due north";
+  const double half = 3.141592654, whole = 6.283185308, over = std::nextafter(half, 4);
+  const double rows[][3] = {{M_PI - half, 0.0, half},  // y of the first and of the second vector
+                            {M_PI - over, 0.0, over - whole},
+                            {half - M_PI, -0.0, -half},
+                            {over - M_PI, -0.0, whole - over}};
+  for (const auto& [y1, y2, turn] : rows) EXPECT_EQ(utl_angle2d(1, y1, -1, y2), turn) << y1;
+  EXPECT_EQ(utl_angle2d(0, -1, -1, 0), M_PI + M_PI / 2 - whole);
   for (int degrees = 0; degrees < 360; ++degrees) {
     double sine, cosine;
-    drw_get_trig(INT_MIN + (degrees + 128) % 360, &sine, &cosine);  // INT_MIN reduces to 232
-    EXPECT_EQ(sine, std::sin(degrees * 3.141592654 / 180.0)) << degrees;
+    drw_get_trig(degrees + (degrees % 2 == 0 ? 720 : INT_MIN + 128), &sine, &cosine);
+    EXPECT_EQ(sine, std::sin(degrees * half / 180.0)) << degrees;
+    EXPECT_EQ(cosine, std::cos(degrees * half / 180.0)) << degrees;
   }
 }
 

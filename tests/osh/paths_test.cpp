@@ -37,6 +37,8 @@ TEST(Paths, AreSplitAtTheirLastSeparator) {
       EXPECT_EQ(osh_truncate_path(text, directory, name), 1);
       EXPECT_EQ(directory + std::string("|") + name, file == 0 ? '|' + path : expected);
       EXPECT_TRUE(place != '-' || text == path) << path;
+      EXPECT_TRUE(place == 'd' || directory[std::strlen(directory) + 1] == '#') << path;
+      EXPECT_TRUE(place == 'f' || name[std::strlen(name) + 1] == '#') << path;
     }
   }
   char text[] = "a/b";
@@ -56,6 +58,7 @@ TEST(Paths, AreJoinedByOneBackslash) {
                                   place == '2' ? text : given(second), text),
                   1);
         EXPECT_EQ(text, first + (is_joined ? "" : "\\") + second);
+        EXPECT_EQ(text[std::strlen(text) + 1], '#');
       }
     }
   }
@@ -72,7 +75,8 @@ TEST(Paths, FindTheNextFreeName) {
   for (const auto& [start, taken, next] : rows) {
     put(start + taken);
     for (const bool onto_start : {true, false}) {
-      char result[1024];
+      char result[1025];
+      std::memset(result, '#', sizeof result);
       std::strcpy(result, onto_start ? start.c_str() : taken.c_str());
       errno = 77;
       EXPECT_EQ(utl_unique_filename(onto_start ? result : given(start),
@@ -80,6 +84,7 @@ TEST(Paths, FindTheNextFreeName) {
                 next.empty() ? -1 : 0);
       EXPECT_TRUE(next.empty() || errno == 77) << errno;
       EXPECT_EQ(result, start + (next.empty() ? taken : next));
+      EXPECT_EQ(result[std::strlen(result) + 1], '#');
     }
     fs::remove(start + taken);
   }

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <osh/world.h>
 #include <support/guarded_array.h>
+#include <unistd.h>
 
 // A character set with two-byte characters from 0x81 on, and with 0xff for no character. The
 // linker puts it in the place of the locale's own.
@@ -42,7 +43,7 @@ TEST(SystemServices, SleepInSeconds) {
 TEST(Paths, HaveNoSeparatorInsideACharacter) {
   const std::pair<std::string, std::string> rows[] = {{"a\\b\x81\\c", "a|b\x81\\c"},
                                                       {"a\\\xff/\x81", "a\\\xff|\x81"},
-                                                      {"\xff\x81\\/", "\xff\x81\\|"}};
+                                                      {"a/\xff\x81\\", "a|\xff\x81\\"}};
   for (auto [path, split] : rows) {
     char file[9];
     EXPECT_EQ(osh_truncate_path(path.data(), path.data(), file), 1);
@@ -73,6 +74,10 @@ TEST(Paths, HaveOneFormEachAndAreNeverCut) {
 
 TEST(Paths, EndWhereTheCurrentDirectoryDoes) {
   World world;
+  char text[1024];
+  if (geteuid() == 0) {  // the directory lies outside the root
+    EXPECT_EXIT(_exit(chroot("/proc") + osh_get_working_dir(text)), testing::ExitedWithCode(0), "");
+  }
   for (const std::size_t length : {1023, 1024}) {
     std::string path = world.path;
     while (path.size() < 800) path += '/' + std::string(200, 'd');

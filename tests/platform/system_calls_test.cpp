@@ -167,6 +167,19 @@ TEST(SystemCalls, RefuseWithAReason) {
   EXPECT_TRUE(refused_by(osh_lseek(0, 0, 3), EINVAL));
   EXPECT_TRUE(refused_by(platform::_putenv("ZELVAN"), EINVAL));
   EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
+  const auto meet_nobody = [] {
+    const int end = platform::socket();
+    const bool met = platform::connect(end, {{127, 0, 0, 1}, platform::htons(1)}) == 0;
+    platform::closesocket(end);
+    return met;
+  };
+  EXPECT_FALSE(support::run_failing(meet_nobody, {}, true)) << "for all the signals";
+
+  // A draft that can't be taken away is nobody else's to read, and the next one has another name.
+  const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
+  EXPECT_FALSE(support::run_failing(copy("other"_c), {{"write", 1, EIO}, {"unlinkat", 1, EIO}}));
+  EXPECT_EQ(fs::status(draft).permissions(), fs::perms{0600});
+  EXPECT_TRUE(copy("other"_c)() && content("other") == "12345" && content(draft).empty());
 }
 
 TEST(SystemCalls, StartAProgramOrTellWhyNot) {

@@ -55,14 +55,15 @@ class Random {
     return points;
   }
 
-  /// A matrix of the given tag; elements that the tag says are zero are not always so, since
-  /// the tag rules and not the elements.
+  /// A matrix of the given tag with some zeros of both signs; elements that the tag says are zero
+  /// are not always so, since the tag rules and not the elements.
   Mtx2D matrix(int type) {
     Mtx2D m;
     for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22, &m.tx, &m.ty}) {
-      *element = below(8) == 0 ? hard_double() : between(-3.0, 3.0);
+      const int kind = below(8);
+      *element = kind == 0 ? hard_double() : kind < 3 ? 0.0 * (kind - 1.5) : between(-3.0, 3.0);
     }
-    m.type = type;
+    m.mirror = below(4), m.type = type;
     return m;
   }
 

@@ -1,46 +1,50 @@
 #include <zelvan/transforms/aligned_rect.h>
 #include <zelvan/transforms/points.h>
 
+#include "support/bits.h"
+#include "support/random.h"
+
 #include <cmath>
 
 #include <gtest/gtest.h>
 
-static const double nan_ = std::nan("");
-
-TEST(DblPt, IsEqualWithinAStrictSquare) {
-  const struct {
-    double dx, dy, tol;
-    bool equal;
-  } rows[] = {{0, 0, 0, false},         {0, 0, 1e-300, true},     {0.5, 0, 0.5, false},
-              {0, -0.5, 0.5, false},    {0.49, -0.49, 0.5, true}, {0.49, 0.51, 0.5, false},
-              {0.51, 0.49, 0.5, false}, {nan_, 0, 9, false},      {0, 0, nan_, false}};
-  for (const auto& [dx, dy, tol, equal] : rows) {
-    EXPECT_EQ(DblPt(1, 2).isEqualTo({1 + dx, 2 + dy}, tol), equal) << dx << ' ' << dy;
-  }
-}
+using support::bits;
 
 // Which operand wins a tie shows in the sign of a zero, and in what a NaN leaves behind.
 TEST(CAlignedRect, SortsByTheInterfacesComparisons) {
-  CAlignedRect zeros(0.0, -0.0, -0.0, 0.0), odd(nan_, 1, 2, nan_);
-  EXPECT_TRUE(std::signbit(zeros.left()) && !std::signbit(zeros.right()));
-  EXPECT_TRUE(!std::signbit(zeros.bottom()) && std::signbit(zeros.top()));
-  EXPECT_TRUE(odd.left() == 2 && std::isnan(odd.right()));
-  EXPECT_TRUE(std::isnan(odd.bottom()) && odd.top() == 1);
-}
-
-// Given by any two corners; a point on the grown or shrunk edge is inside, a NaN never.
-TEST(CAlignedRect, HoldsItsEdgesWithinTheTolerance) {
-  const double places[] = {-0.5, 0, 5, 10, 10.5, nan_}, tols[] = {0, 0.5, 0.25, -1, -5, -5.1, nan_};
-  for (CAlignedRect box : {CAlignedRect(0, 0, 10, 10), CAlignedRect(10, 0, 0, 10)}) {
-    for (const double x : places) {
-      for (const double y : places) {
-        for (const double tol : tols) {
-          const bool inside = std::fabs(x - 5) <= 5 + tol && std::fabs(y - 5) <= 5 + tol;
-          DblPt p(x, y);
-          EXPECT_EQ(box.isInside(p, tol), inside) << x << ' ' << y << ' ' << tol;
-          EXPECT_EQ(box.isInside(x, y, tol), inside) << x << ' ' << y << ' ' << tol;
-        }
-      }
+  for (int code = 0; code < 256; ++code) {
+    const double values[] = {-0.0, 0.0, 1.0, NAN};
+    DblPt p(values[code % 4], values[code / 4 % 4]), q(values[code / 16 % 4], values[code / 64]);
+    CAlignedRect boxes[] = {{p, q}, {p.x, p.y, q.x, q.y}, {9, 9, 9, 9}, {9, 9, 9, 9}};
+    boxes[2].set(p, q), boxes[3].set(p.x, p.y, q.x, q.y);
+    for (CAlignedRect& box : boxes) {
+      EXPECT_EQ(bits(box.left()), bits(p.x < q.x ? p.x : q.x));
+      EXPECT_EQ(bits(box.bottom()), bits(p.y < q.y ? p.y : q.y));
+      EXPECT_EQ(bits(box.right()), bits(q.x > p.x ? q.x : p.x));
+      EXPECT_EQ(bits(box.top()), bits(q.y > p.y ? q.y : p.y));
     }
   }
+}
+
+// A point on the grown or shrunk edge is inside, while equality ends just before the tolerance. In
+// tenths the digest sees that the tolerance is added to the point, not to the edge.
+TEST(CAlignedRect, HoldsItsEdgesWithinTheTolerance) {
+  support::Random random(1);
+  support::Digest digest;
+  for (int i = 0; i < 100000 && !HasFailure(); ++i) {
+    const double unit = i % 2 == 0 ? 0.5 : 0.1;
+    const auto from = [&](int low, int n) { return (low + random.below(n)) * unit; };
+    DblPt low{from(0, 99), from(0, 99)}, high{low.x + from(0, 9), low.y + from(0, 9)};
+    DblPt p{low.x + from(-9, 27), low.y + from(-9, 27)};
+    double tol = from(-4, 13);
+    double* const values[] = {&low.x, &low.y, &high.x, &high.y, &p.x, &p.y, &tol};
+    if (i % 9 == 0) *values[i % 7] = NAN;
+    const bool inside = CAlignedRect(low, high).isInside(p, tol), equal = low.isEqualTo(p, tol);
+    digest.add(inside), digest.add(equal);
+    if (unit == 0.1) continue;
+    EXPECT_EQ(equal, std::fabs(p.x - low.x) < tol && std::fabs(p.y - low.y) < tol);
+    EXPECT_EQ(inside, std::fabs(2 * p.x - low.x - high.x) <= high.x - low.x + 2 * tol &&
+                          std::fabs(2 * p.y - low.y - high.y) <= high.y - low.y + 2 * tol);
+  }
+  EXPECT_EQ(digest.value(), 3731133807399406853u);
 }

@@ -22,9 +22,10 @@ TEST(Sockets, MeetNobodyWhereNobodyIs) {
 }
 
 TEST(Sockets, MeetOthersOnThatPort) {
-  platform::SocketAddress address{{127, 0, 0, 2}, 0};
+  platform::SocketAddress address{};
   const int ends[] = {platform::socket(), platform::socket()};
-  EXPECT_EQ(platform::bind(ends[0], address) + platform::getsockname(ends[0], &address), 0);
+  EXPECT_EQ(platform::bind(ends[0], {{127, 0, 0, 2}, 0}), 0);
+  EXPECT_EQ(platform::getsockname(ends[0], &address), 0);
   EXPECT_EQ(platform::listen(ends[0], 1) + platform::select(ends[0]), 0);
   EXPECT_EQ(platform::bind(ends[1], {{127, 0, 0, 1}, address.port}), 0);
   EXPECT_EQ(platform::connect(ends[1], address), 0);
@@ -38,9 +39,9 @@ TEST(Sockets, HaveNamesAndAddresses) {
   EXPECT_EQ(address.host[0] + address.host[3], 128);
   EXPECT_EQ(platform::gethostbyname(std::string(300, 'x').c_str(), &address), 0);
   char whole[300], cut[] = "~~~~";
-  EXPECT_EQ(platform::gethostname(whole, 300) + platform::gethostname(cut, 3), 0);
-  EXPECT_EQ(cut, std::string(whole).substr(0, 2));
-  EXPECT_EQ(cut[3], '~');
+  EXPECT_EQ(platform::gethostname(whole, 300) + platform::gethostname(cut, 2), 0);
+  EXPECT_EQ(cut, std::string(whole).substr(0, 1));
+  EXPECT_EQ(cut[2], '~');
   EXPECT_EQ(platform::htons(0x102), platform::ntohs(0x102));
   EXPECT_EQ(platform::htons(0x102), 0x201);
 }

@@ -58,6 +58,18 @@ const ColorMap* unknown(const ColorMap* map) {
 
 }  // namespace
 
+zelvan::Closest zelvan::closest_to_beat(const ColorMap& map) {
+  return {static_cast<float>(farthest(map.max_value)) + 1.0f, 0};
+}
+
+int zelvan::closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
+                           int* distance) {
+  last_answer = {target.red, target.green, target.blue, static_cast<int>(found.index),
+                 map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], target)};
+  *distance = last_answer.distance;
+  return last_answer.index;
+}
+
 ColorMap::ColorMap(int size, int max_value0)
     : map_size(0), map_count(0), max_value(static_cast<unsigned int>(max_value0)), colors(nullptr) {
   if (size > 0) colors = new_colors(static_cast<unsigned int>(size));
@@ -115,12 +127,9 @@ int ColorMap::GetClosestColor(ColorRGB* target, int* distance, unsigned short fr
     return last_answer.index;
   }
 
-  const zelvan::Closest none = {static_cast<float>(farthest(max_value)) + 1.0f, 0};
-  const zelvan::Closest found = zelvan::closest_by_fours(colors, 1, map_size, *target, none);
-  last_answer = {target->red, target->green, target->blue, static_cast<int>(found.index),
-                 map_size == 0 ? INT_MAX : mean_difference(colors[found.index], *target)};
-  *distance = last_answer.distance;
-  return last_answer.index;
+  const zelvan::Closest found =
+      zelvan::closest_in_vectors(colors, 1, map_size, *target, zelvan::closest_to_beat(*this));
+  return zelvan::closest_answer(*this, *target, found, distance);
 }
 
 int ColorMap::GetSimilarColor(ColorRGB* target) {

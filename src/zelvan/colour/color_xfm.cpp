@@ -1,4 +1,5 @@
 #include <zelvan/colour/color_xfm.h>
+#include <zelvan/colour/detail/closest_index.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -19,9 +20,12 @@ ColorXfm::~ColorXfm() { std::free(xfm_table); }
 void ColorXfm::MapColors(ColorMap* source, ColorMap* target) {
   hist_exact = hist_3 = hist_7 = hist_15 = hist_31 = 0;
   const unsigned int count = std::min(xfm_size, source->map_size);
+  const zelvan::ClosestIndex index(*target, count);
+  const zelvan::Closest none = zelvan::closest_to_beat(*target);
   for (unsigned int pen = 0; pen < count; ++pen) {
+    const ColorRGB& color = source->colors[pen];
     int distance;
-    const int closest = target->GetClosestColor(&source->colors[pen], &distance, 1);
+    const int closest = zelvan::closest_answer(*target, color, index.find(color, none), &distance);
     xfm_table[pen] = static_cast<unsigned int>(closest);
     if (pen == 0) continue;
     if (distance == 0) {

@@ -1,6 +1,7 @@
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/detail/clip_arena.h>
 #include <zelvan/geometry/detail/clip_ring.h>
+#include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
 #include <cmath>
@@ -19,10 +20,6 @@ constexpr double tiny = 1.1754943508222875e-38;
 // On which sides of clip edges whole edges of the subject were found.
 enum side { left_of = 1, right_of = 2, below = 4, above = 8 };
 
-bool is_closing(int edge_flag) {
-  return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
-}
-
 // A polygon of the source, from its first vertex to its closing one.
 struct Outline {
   const real_pt_t* points;
@@ -30,48 +27,93 @@ struct Outline {
   int count;
 };
 
-void append(drw_pset_t* target, double x, double y, int edge_flag) {
-  target->points[target->n_points] = {x, y};
+// An edge of the rectangle, and the box around it.
+struct ClipEdge {
+  real_pt_t from, to;
+  ClipBox box;
+};
+
+ClipBox box_of(const real_pt_t& a, const real_pt_t& b) {
+  return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+bool are_apart(const ClipBox& a, const ClipBox& b) {
+  return a.left > b.right || b.left > a.right || a.bottom > b.top || b.bottom > a.top;
+}
+
+// The rectangle, its edges, and the box around it.
+struct ClipRect {
+  const real_rect_t& rect;
+  ClipEdge edges[4];
+  ClipBox box;
+  bool has_box;     // no corner holds a NaN
+  bool is_upright;  // each side runs along an axis
+
+  explicit ClipRect(const real_rect_t& r)
+      : rect(r), edges{}, box{}, has_box(true), is_upright(true) {
+    const real_pt_t* c = r.corners;
+    for (int i = 0; i < 4; ++i) {
+      const real_pt_t& next = c[(i + 1) % 4];
+      edges[i] = {c[i], next, box_of(c[i], next)};
+      has_box = has_box && !std::isnan(c[i].x) && !std::isnan(c[i].y);
+      is_upright = is_upright && (c[i].x == next.x || c[i].y == next.y);
+    }
+    if (!has_box) return;
+    const auto [left, right] = std::minmax({c[0].x, c[1].x, c[2].x, c[3].x});
+    const auto [bottom, top] = std::minmax({c[0].y, c[1].y, c[2].y, c[3].y});
+    box = {left, bottom, right, top};
+  }
+};
+
+void append(drw_pset_t* target, const real_pt_t& p, int edge_flag) {
+  target->points[target->n_points] = p;
   target->edge_flags[target->n_points] = edge_flag;
   ++target->n_points;
 }
 
+int without_closing(int edge_flag) {
+  if (edge_flag == drw_edge_close_invisible) return drw_edge_invisible;
+  if (edge_flag == drw_edge_close_visible) return drw_edge_visible;
+  return edge_flag;
+}
+
+bool is_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
+
 // True when the whole outline lies strictly to one side of all four corners. Its edges would
-// then all be rejected and both containment tests fail, so it can be left out at the cost of
-// a few comparisons a vertex.
-bool lies_apart(const Outline& outline, const real_rect_t& rect) {
-  for (const real_pt_t& c : rect.corners) {
-    if (std::isnan(c.x) || std::isnan(c.y)) return false;
+// then all be rejected and both containment tests fail.
+bool lies_apart(const Outline& outline, const ClipRect& clip) {
+  if (!clip.has_box) return false;
+  for (int side = left_side; side <= top_side; ++side) {
+    const real_pt_t& last = outline.points[outline.count - 1];  // tells soonest that it does not
+    if (!is_beyond(clip.box, side, last)) continue;
+    if (count_beyond(outline.points, outline.count, clip.box, side) == outline.count) return true;
   }
-  const auto [low_x, high_x] =
-      std::minmax({rect.corners[0].x, rect.corners[1].x, rect.corners[2].x, rect.corners[3].x});
-  const auto [low_y, high_y] =
-      std::minmax({rect.corners[0].y, rect.corners[1].y, rect.corners[2].y, rect.corners[3].y});
-  int sides = left_of | right_of | below | above;
-  for (int i = 0; i < outline.count && sides != 0; ++i) {
-    const real_pt_t& p = outline.points[i];
-    sides &= (p.x < low_x ? left_of : 0) | (p.x > high_x ? right_of : 0) |
-             (p.y < low_y ? below : 0) | (p.y > high_y ? above : 0);
-  }
-  return sides != 0;
+  return false;
 }
 
-// Runs of the same point shrink to one vertex, with the flag of the first.
-bool build_subject(const Outline& outline, ClipRing* ring, ClipArena* arena) {
-  for (int i = 0; i < outline.count; ++i) {
-    const real_pt_t& p = outline.points[i];
-    const ClipVertex* last = ring->cursor;
-    if (last != nullptr && last->x == p.x && last->y == p.y) continue;
-    if (!ClipAppendVertex(ring, p.x, p.y, outline.edge_flags[i], arena)) return false;
+// How many vertices from the first on lie alike: strictly beyond one side of the box, or strictly
+// inside of an upright rectangle. No edge between them comes near any side: it would be rejected
+// by all four. At least 1, for a vertex that lies in no such way.
+int count_alike(const real_pt_t* points, int n, const ClipRect& clip) {
+  constexpr int few = 4;  // that are looked at sooner than vectors are set up
+  const auto count = [=](auto is_alike, auto count_in_vectors) {
+    int i = 1;
+    while (i < n && i < few && is_alike(points[i])) ++i;
+    return i < few ? i : i + count_in_vectors(points + i, n - i);
+  };
+  if (!clip.has_box) return 1;
+  const ClipBox& box = clip.box;
+  if (clip.is_upright && is_inside(box, points[0])) {
+    return count([&](const real_pt_t& p) { return is_inside(box, p); },
+                 [&](const real_pt_t* from, int left) { return count_inside(from, left, box); });
   }
-  return true;
-}
-
-bool build_clip(const real_rect_t& rect, ClipRing* ring, ClipArena* arena) {
-  for (const real_pt_t& c : rect.corners) {
-    if (!ClipAppendVertex(ring, c.x, c.y, drw_edge_invisible, arena)) return false;
+  for (int side = left_side; side <= top_side; ++side) {
+    if (!is_beyond(box, side, points[0])) continue;
+    return count(
+        [&](const real_pt_t& p) { return is_beyond(box, side, p); },
+        [&](const real_pt_t* from, int left) { return count_beyond(from, left, box, side); });
   }
-  return true;
+  return 1;
 }
 
 bool both_above(double a0, double a1, double b0, double b1) {
@@ -79,8 +121,8 @@ bool both_above(double a0, double a1, double b0, double b1) {
 }
 
 // The side of the clip edge on which the whole subject edge lies, or 0.
-int side_of_edge(const ClipVertex& s0, const ClipVertex& s1, const ClipVertex& c0,
-                 const ClipVertex& c1) {
+int side_of_edge(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0,
+                 const real_pt_t& c1) {
   if (both_above(c0.x, c1.x, s0.x, s1.x)) return left_of;
   if (both_above(s0.x, s1.x, c0.x, c1.x)) return right_of;
   if (both_above(c0.y, c1.y, s0.y, s1.y)) return below;
@@ -88,15 +130,10 @@ int side_of_edge(const ClipVertex& s0, const ClipVertex& s1, const ClipVertex& c
   return 0;
 }
 
-struct Crossing {
-  double on_subject;  // from 0 to 1 along the edge
-  double on_clip;
-};
-
-// True when the edges cross, both ends of each included. A NaN gets past the comparisons: the
-// crossing then has a NaN place, as the arithmetic gives it.
-bool find_crossing(const ClipVertex& s0, const ClipVertex& s1, const ClipVertex& c0,
-                   const ClipVertex& c1, Crossing* crossing) {
+// True when the edges cross, both ends of each included, with the place in `hit`. A NaN gets past
+// the comparisons: the crossing then has a NaN place, as the arithmetic gives it.
+bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0,
+                   const real_pt_t& c1, ClipHit* hit) {
   const double dxs = s1.x - s0.x;
   const double dys = s1.y - s0.y;
   const double dxc = c1.x - c0.x;
@@ -110,164 +147,202 @@ bool find_crossing(const ClipVertex& s0, const ClipVertex& s1, const ClipVertex&
   if (a > 1.0 || a < 0.0) return false;
   const double b = (ey * dxs - ex * dys) / det;
   if (b > 1.0 || b < 0.0) return false;
-  crossing->on_subject = a == 0.0 ? epsilon : a;
-  crossing->on_clip = b == 0.0 ? epsilon : b;
+  hit->param[of_subject] = a == 0.0 ? epsilon : a;
+  hit->param[of_clip] = b == 0.0 ? epsilon : b;
+  hit->at = {dxs * hit->param[of_subject] + s0.x, dys * hit->param[of_subject] + s0.y};
   return true;
 }
 
-struct Crossings {
-  int count = 0;
-  int side_mask = 0;
-  ClipFoundHits on_clip_edge[4];
-};
-
-// Puts a pair of twins onto the two edges: sorted at once on the subject's, which never has
-// more than four; to be sorted later on the clip edge, which may have as many as there are
-// subject edges.
-bool add_crossing(ClipVertex* s0, const ClipVertex& s1, ClipVertex* c0, const Crossing& crossing,
-                  ClipFoundHits* on_clip_edge, ClipArena* arena) {
-  ClipVertex* twins = arena->make<ClipVertex>(2);
-  ClipHit* hits = twins != nullptr ? arena->make<ClipHit>(2) : nullptr;
-  if (hits == nullptr) return false;
-  const double dxs = s1.x - s0->x;
-  const double dys = s1.y - s0->y;
-  for (int i = 0; i < 2; ++i) {
-    twins[i].x = dxs * crossing.on_subject + s0->x;
-    twins[i].y = dys * crossing.on_subject + s0->y;
-    twins[i].edge_flag = i == 0 ? s0->edge_flag : c0->edge_flag;
-    twins[i].twin = &twins[1 - i];
-    twins[i].state = 1;
-    hits[i].vertex = &twins[i];
+// Tries the subject's edge from vertex `i` on against the four of the clip ring.
+bool find_hits_of_edge(const Outline& outline, int i, const ClipRect& clip, ClipHits* hits,
+                       ClipArena* arena) {
+  const real_pt_t& s0 = outline.points[i];
+  const real_pt_t& s1 = outline.points[i + 1 == outline.count ? 0 : i + 1];
+  const ClipBox box = box_of(s0, s1);
+  // Boxes tell the same as the sides, but not of what is not a number.
+  const bool has_boxes = clip.has_box && !std::isnan(s0.x + s1.x) && !std::isnan(s0.y + s1.y);
+  for (int k = 0; k < 4; ++k) {
+    const auto& [c0, c1, clip_box] = clip.edges[k];
+    if (has_boxes ? are_apart(box, clip_box) : side_of_edge(s0, s1, c0, c1) != 0) continue;
+    ClipHit* const hit = hits->next(arena);
+    if (hit == nullptr) return false;
+    if (!find_crossing(s0, s1, c0, c1, hit)) continue;
+    hit->edge[of_subject] = i;
+    hit->edge[of_clip] = k;
+    hit->visited = false;
+    ++hits->count;
   }
-  hits[0].param = crossing.on_subject;
-  hits[1].param = crossing.on_clip;
-  ClipInsertHit(s0, &hits[0]);
-  on_clip_edge->add(&hits[1]);
   return true;
 }
 
-bool find_crossings(const ClipRing& subject, const ClipRing& clip, Crossings* found,
-                    ClipArena* arena) {
-  ClipVertex* s0 = subject.first;
-  do {
-    ClipVertex* c0 = clip.first;
-    for (ClipFoundHits& on_clip_edge : found->on_clip_edge) {
-      const int side = side_of_edge(*s0, *s0->next, *c0, *c0->next);
-      Crossing crossing;
-      if (side != 0) {
-        found->side_mask |= side;
-      } else if (find_crossing(*s0, *s0->next, *c0, *c0->next, &crossing)) {
-        if (!add_crossing(s0, *s0->next, c0, crossing, &on_clip_edge, arena)) return false;
-        ++found->count;
-      }
-      c0 = c0->next;
-    }
-    s0 = s0->next;
-  } while (s0 != subject.first);
+bool find_hits(const Outline& outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
+  for (int i = 0; i < outline.count; ++i) {
+    const int alike = count_alike(outline.points + i, outline.count - i, clip);
+    if (alike == outline.count) return true;  // so is the edge back to the first
+    i += alike - 1;
+    if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;
+  }
   return true;
 }
 
-void append_uncrossed(const Outline& outline, const real_rect_t& rect, const ClipRing& subject,
-                      const ClipRing& clip, int side_mask, drw_pset_t* target) {
-  const bool on_both_x = (side_mask & left_of) != 0 && (side_mask & right_of) != 0;
-  const bool on_both_y = (side_mask & below) != 0 && (side_mask & above) != 0;
-  if (!on_both_x && !on_both_y) return;
-  if (ClipPointInRing(subject.first->x, subject.first->y, clip)) {
-    for (int i = 0; i < outline.count; ++i) {
-      append(target, outline.points[i].x, outline.points[i].y, outline.edge_flags[i]);
+// True when edges of the outline lie on opposite sides of clip edges.
+bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
+  int side_mask = 0;
+  for (int i = 0; i < outline.count; ++i) {
+    const real_pt_t& s0 = outline.points[i];
+    const bool is_last = i + 1 == outline.count;
+    const real_pt_t& s1 = outline.points[is_last ? 0 : i + 1];
+    if (!is_last && is_same(s0, s1)) continue;  // a repeat, and no vertex of the ring
+    for (int k = 0; k < 4; ++k) {
+      side_mask |= side_of_edge(s0, s1, clip.edges[k].from, clip.edges[k].to);
     }
-  } else if (ClipPointInRing(clip.first->x, clip.first->y, subject)) {
-    for (const real_pt_t& c : rect.corners) append(target, c.x, c.y, drw_edge_invisible);
+    const bool on_both_x = (side_mask & left_of) != 0 && (side_mask & right_of) != 0;
+    const bool on_both_y = (side_mask & below) != 0 && (side_mask & above) != 0;
+    if (on_both_x || on_both_y) return true;
+  }
+  return false;
+}
+
+// Is there a vertex that differs from the first?
+bool has_two_vertices(const Outline& outline) {
+  return std::any_of(outline.points + 1, outline.points + outline.count,
+                     [&](const real_pt_t& p) { return !is_same(p, outline.points[0]); });
+}
+
+void append_uncrossed(const Outline& outline, const ClipRing& subject, const ClipRing& corners,
+                      drw_pset_t* target) {
+  const real_pt_t& first = outline.points[0];
+  if (ClipPointInRing(first.x, first.y, corners)) {
+    std::copy_n(outline.points, outline.count, target->points + target->n_points);
+    std::copy_n(outline.edge_flags, outline.count, target->edge_flags + target->n_points);
+    target->n_points += outline.count;
+  } else if (ClipPointInRing(corners.points[0].x, corners.points[0].y, subject)) {
+    for (int k = 0; k < 4; ++k) append(target, corners.points[k], drw_edge_invisible);
     target->edge_flags[target->n_points - 1] = drw_edge_close_invisible;
   }
 }
 
+// The outline with runs of the same point shrunk to one vertex, with the flag of the first; the
+// outline itself where there are none. False when the heap refuses.
+bool drop_repeats(Outline* outline, ClipArena* arena) {
+  const real_pt_t* const points = outline->points;
+  const int n = outline->count;
+  int repeats = 0;
+  for (int i = 1; i < n; ++i) repeats += is_same(points[i - 1], points[i]);
+  if (repeats == 0) return true;
+  auto* const kept = arena->make<real_pt_t>(static_cast<std::size_t>(n - repeats));
+  auto* const flags = arena->make<int>(static_cast<std::size_t>(n - repeats));
+  if (kept == nullptr || flags == nullptr) return false;
+  int count = 0;
+  for (int i = 0; i < n; ++i) {
+    if (i > 0 && is_same(points[i - 1], points[i])) continue;
+    kept[count] = points[i];
+    flags[count++] = outline->edge_flags[i];
+  }
+  *outline = {kept, flags, count};
+  return true;
+}
+
 // Going round a ring, its crossings lead in and out of the other outline by turns.
 void mark(const ClipRing& ring, const ClipRing& other) {
-  int inside = ClipPointInRing(ring.first->x, ring.first->y, other) ? 1 : 0;
-  ClipVertex* vertex = ring.first;
-  do {
-    if (vertex->state == 1) {
-      vertex->leaving = inside;
-      inside = 1 - inside;
-    }
-    vertex = vertex->next;
-  } while (vertex != ring.first);
+  bool inside = ClipPointInRing(ring.points[0].x, ring.points[0].y, other);
+  for (int i = 0; i < ring.n_turns; ++i) {
+    ring.turns[i]->leaving[ring.kind] = inside;
+    inside = !inside;
+  }
+}
+
+void append_vertex(const ClipRing& ring, int i, drw_pset_t* target) {
+  append(target, ring.points[i], without_closing(ring.edge_flags[i]));
+}
+
+void append_vertices(const ClipRing& ring, int first, int behind, drw_pset_t* target) {
+  if (first == behind) return;
+  const int all_but_last = behind - 1 - first;  // only the last vertex of a polygon closes
+  std::copy_n(ring.points + first, all_but_last, target->points + target->n_points);
+  std::copy_n(ring.edge_flags + first, all_but_last, target->edge_flags + target->n_points);
+  target->n_points += all_but_last;
+  append_vertex(ring, behind - 1, target);
+}
+
+// The vertices behind a crossing up to the next one, which is given.
+ClipHit* append_forward(const ClipRing& ring, const ClipHit& from, drw_pset_t* target) {
+  const int turn = from.turn[ring.kind];
+  const int first = from.edge[ring.kind] + 1;
+  if (turn + 1 < ring.n_turns) {
+    ClipHit* const next = ring.turns[turn + 1];
+    append_vertices(ring, first, next->edge[ring.kind] + 1, target);
+    return next;
+  }
+  ClipHit* const next = ring.turns[0];
+  append_vertices(ring, first, ring.count, target);
+  append_vertices(ring, 0, next->edge[ring.kind] + 1, target);
+  return next;
+}
+
+// The same backward.
+ClipHit* append_backward(const ClipRing& ring, const ClipHit& from, drw_pset_t* target) {
+  const int turn = from.turn[ring.kind];
+  ClipHit* const next = ring.turns[turn > 0 ? turn - 1 : ring.n_turns - 1];
+  const int last = next->edge[ring.kind] + 1;
+  int i = from.edge[ring.kind];
+  if (turn == 0) {
+    for (; i >= 0; --i) append_vertex(ring, i, target);
+    i = ring.count - 1;
+  }
+  for (; i >= last; --i) append_vertex(ring, i, target);
+  return next;
 }
 
 // Walks one result ring from a crossing: along whichever outline leads inwards, changing over
 // at each crossing. An edge through a corner counts as two crossings and can break the
 // alternation; the walk then comes to a crossing already visited that is not its start, and
 // the ring is closed there. So no crossing is passed twice, and every walk ends.
-bool walk_from(ClipVertex* start, ClipRing* result, ClipArena* arena) {
-  ClipVertex* c = start;
+void walk_from(ClipHit* start, const ClipRing& subject, const ClipRing& corners,
+               drw_pset_t* target) {
+  ClipHit* hit = start;
+  const ClipRing* ring = &subject;
   do {
-    c->state = -1;
-    c = c->twin;
-    c->state = -1;
-    const bool forward = c->leaving == 0;
-    do {
-      if (!ClipAppendVertex(result, c->x, c->y, c->edge_flag, arena)) return false;
-      c = forward ? c->next : c->prev;
-    } while (c->state == 0);
-  } while (c->state == 1);
-  return true;
+    hit->visited = true;
+    ring = ring == &subject ? &corners : &subject;
+    append(target, hit->at, without_closing(ring->edge_flags[hit->edge[ring->kind]]));
+    hit = hit->leaving[ring->kind] ? append_backward(*ring, *hit, target)
+                                   : append_forward(*ring, *hit, target);
+  } while (!hit->visited);
+  int& last_flag = target->edge_flags[target->n_points - 1];
+  last_flag = last_flag == drw_edge_visible ? drw_edge_close_visible : drw_edge_close_invisible;
 }
 
-// Gives the chain of result rings in `*chain`.
-bool walk_all(const ClipRing& subject, ClipRing** chain, ClipArena* arena) {
-  ClipVertex* vertex = subject.first->next;
-  while (vertex != subject.first) {
-    if (vertex->state == 1) {
-      ClipRing* ring = arena->make<ClipRing>();
-      if (ring == nullptr || !walk_from(vertex, ring, arena)) return false;
-      *chain = ring;
-      chain = &ring->next_ring;
-    }
-    vertex = vertex->next;
-  }
-  return true;
-}
-
-void append_rings(const ClipRing* chain, drw_pset_t* target) {
-  for (const ClipRing* ring = chain; ring != nullptr; ring = ring->next_ring) {
-    const ClipVertex* vertex = ring->first;
-    do {
-      append(target, vertex->x, vertex->y, vertex->edge_flag);
-      vertex = vertex->next;
-    } while (vertex != ring->first);
-    int& last_flag = target->edge_flags[target->n_points - 1];
-    last_flag = last_flag == drw_edge_visible ? drw_edge_close_visible : drw_edge_close_invisible;
-  }
-}
+constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
+                                 drw_edge_invisible};
 
 // Clips one polygon. Nothing is appended before all memory for it has been had, so where the
 // heap refuses the polygon leaves no trace.
-void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const real_rect_t& rect,
-                    ClipArena* arena) {
-  if (lies_apart(outline, rect)) return;
-  ClipRing subject{};
-  ClipRing clip{};
-  if (!build_subject(outline, &subject, arena) || !build_clip(rect, &clip, arena)) return;
-  if (subject.count < 2) return;
-
-  Crossings found;
-  if (!find_crossings(subject, clip, &found, arena)) return;
-  if (found.count == 0) {
-    append_uncrossed(outline, rect, subject, clip, found.side_mask, target);
+void ClipOnePolygon(Outline outline, drw_pset_t* target, const ClipRect& clip, ClipArena* arena) {
+  if (lies_apart(outline, clip) || !has_two_vertices(outline)) return;
+  ClipHits hits;
+  if (!find_hits(outline, clip, &hits, arena)) return;
+  ClipRing corners = {of_clip, 4, clip.rect.corners, corner_flags, nullptr, 0};
+  if (hits.count > 0) {
+    // Repeats matter only now: crossings of the edges between them are none of the ring's.
+    const Outline found_on = outline;
+    if (!drop_repeats(&outline, arena)) return;
+    if (outline.points != found_on.points) {
+      hits.count = 0;
+      if (!find_hits(outline, clip, &hits, arena)) return;
+    }
+  }
+  ClipRing subject = {of_subject, outline.count, outline.points, outline.edge_flags, nullptr, 0};
+  if (hits.count == 0) {
+    if (spans_the_rectangle(outline, clip)) append_uncrossed(outline, subject, corners, target);
     return;
   }
-  ClipVertex* edge = clip.first;
-  for (const ClipFoundHits& on_clip_edge : found.on_clip_edge) {
-    if (!ClipInsertHits(edge, on_clip_edge, arena)) return;
-    edge = edge->next;
+  if (!ClipInsertHits(hits, &subject, arena) || !ClipInsertHits(hits, &corners, arena)) return;
+  mark(subject, corners);
+  mark(corners, subject);
+  for (int i = 0; i < hits.count; ++i) {
+    if (!subject.turns[i]->visited) walk_from(subject.turns[i], subject, corners, target);
   }
-  ClipSpliceHits(&subject);
-  ClipSpliceHits(&clip);
-  mark(subject, clip);
-  mark(clip, subject);
-  ClipRing* chain = nullptr;
-  if (walk_all(subject, &chain, arena)) append_rings(chain, target);
 }
 
 }  // namespace
@@ -276,6 +351,7 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const real_rect_
 
 void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   using namespace zelvan;
+  const ClipRect clip(*rect);
   ClipArena arena;
   int scan = 0;
   while (true) {
@@ -284,7 +360,7 @@ void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
     while (last < source->n_points && !is_closing(source->edge_flags[last])) ++last;
     if (last >= source->n_points) return;
     const Outline outline = {source->points + scan, source->edge_flags + scan, last - scan + 1};
-    ClipOnePolygon(outline, target, *rect, &arena);
+    ClipOnePolygon(outline, target, clip, &arena);
     ClipFreeRings(&arena);
     scan = last + 1;
   }

@@ -1,4 +1,5 @@
 #include <zelvan/geometry/conic.h>
+#include <zelvan/geometry/detail/conic_points.h>
 
 #include <algorithm>
 #include <cmath>
@@ -47,13 +48,6 @@ RotatedConic utl_conic_rotate(const utl_conic_t& conic) {
 // What is left on the right-hand side when both squares are completed.
 double completed_constant(const RotatedConic& r) {
   return r.e * r.e / (r.c * 4.0) + r.d * r.d / (r.a * 4.0) - r.f;
-}
-
-// Back from the turned frame into the drawing.
-template <class Form>
-void write_point(const Form& form, double u, double v, real_pt_t* out) {
-  out->x = u * form.cos_rot - v * form.sin_rot;
-  out->y = v * form.cos_rot + u * form.sin_rot;
 }
 
 double parameter_angle(const utl_ellipse_t& form, const real_pt_t& end) {
@@ -160,33 +154,13 @@ void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out) {
 }
 
 void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out) {
-  const double p = t + form->start;
-  const double u = std::cos(p) * form->axis_x - form->off_x;
-  const double v = std::sin(p) * form->axis_y - form->off_y;
-  write_point(*form, u, v, out);
+  *out = zelvan::point_at(*form, t);
 }
 
 void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out) {
-  const double p = t + form->start;
-  if (form->y_branches) {
-    const double u = p + form->cen_x;
-    const double v =
-        form->branch * std::sqrt((1.0 - p * p / form->sq_x) * form->sq_y) + form->cen_y;
-    write_point(*form, u, v, out);
-  } else {
-    const double v = p + form->cen_y;
-    const double u =
-        form->branch * std::sqrt((1.0 - p * p / form->sq_y) * form->sq_x) + form->cen_x;
-    write_point(*form, u, v, out);
-  }
+  *out = zelvan::point_at(*form, t);
 }
 
 void utl_parabola_point(utl_parabola_t* form, double t, real_pt_t* out) {
-  const double p = t + form->start;
-  const double across = form->k * p * p;
-  if (form->y_of_x) {
-    write_point(*form, p + form->vtx_x, across + form->vtx_y, out);
-  } else {
-    write_point(*form, across + form->vtx_x, p + form->vtx_y, out);
-  }
+  *out = zelvan::point_at(*form, t);
 }

@@ -65,17 +65,20 @@ long long sum_with(const MemPool* pool, int size) {
 /// A negative size becomes one that no heap can give.
 void* block_of(int size) { return std::malloc(static_cast<std::size_t>(size)); }
 
-/// The first entry but `self` whose block `place` lies in; null if there is none. An empty
-/// entry has no length, so nothing lies in it.
-MemEntry* find_block_around(MemList* list, void** place, const MemEntry* self) {
-  const auto at = reinterpret_cast<std::uintptr_t>(place);
-  for (int i = 0; i < list->n_entries; ++i) {
-    MemEntry& entry = list->entries[i];
-    const auto first = reinterpret_cast<std::uintptr_t>(entry.address);
-    const auto size = static_cast<std::uintptr_t>(entry.size);
-    if (&entry != self && first <= at && at < first + size) return &entry;
-  }
-  return nullptr;
+/// The entry's block holds `place`. An empty entry has no length, so nothing lies in it.
+bool holds(const MemEntry& entry, const void* place) {
+  const auto distance =
+      reinterpret_cast<std::uintptr_t>(place) - reinterpret_cast<std::uintptr_t>(entry.address);
+  return distance < static_cast<std::uintptr_t>(entry.size);
+}
+
+/// The first entry but `self` whose block `place` lies in; null if there is none.
+MemEntry* find_block_around(MemList* list, const void* place, const MemEntry* self) {
+  MemEntry* const end = list->entries + list->n_entries;
+  MemEntry* const found = std::find_if(list->entries, end, [place, self](const MemEntry& entry) {
+    return holds(entry, place) && &entry != self;
+  });
+  return found == end ? nullptr : found;
 }
 
 /// Calls the handler. False if it gives up, or if it has released the block in which the back

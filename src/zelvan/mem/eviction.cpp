@@ -26,7 +26,7 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
     }
   }
   if (victim < 0) return 0;
-  zelvan::MemEntryReleaseWithChildren(list, victim);
+  zelvan::MemEntryReleaseWithChildren(list, victim, zelvan::Children(list));
   if (mem_trace != 0) MemTrace("^^Remove: %s\n", rule);
   return 1;
 }

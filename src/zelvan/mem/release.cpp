@@ -8,11 +8,6 @@ namespace zelvan {
 
 namespace {
 
-bool is_parent(const MemList* list, int index) {
-  return std::any_of(list->entries, list->entries + list->n_entries,
-                     [index](const MemEntry& entry) { return entry.parent == index; });
-}
-
 /// Takes the child out of its parent's total, so that it is counted in the parent that it
 /// names and in no other.
 void leave_parent(MemList* list, MemEntry* child) {
@@ -23,7 +18,30 @@ void leave_parent(MemList* list, MemEntry* child) {
 
 }  // namespace
 
-void MemEntryRelease(MemList* list, int index) {
+Children::Children(const MemList* list) {
+  int signs = -1;  // without a branch, since mostly there is none and all are looked at
+  for (int i = 0; i < list->n_entries; ++i) signs &= list->entries[i].parent;
+  any_ = signs >= 0;
+}
+
+Children::~Children() { std::free(first_); }
+
+void Children::list_by_parent(const MemList* list) {
+  if (!any_ || first_ != nullptr) return;
+  const int n = list->n_entries;
+  first_ = static_cast<int*>(std::malloc(2 * static_cast<std::size_t>(n) * sizeof *first_));
+  if (first_ == nullptr) return;
+  next_ = first_ + n;
+  std::fill(first_, first_ + 2 * static_cast<std::size_t>(n), n);
+  for (int child = n - 1; child >= 0; --child) {  // backward, so that each list is in order
+    const int parent = list->entries[child].parent;
+    if (parent < 0 || parent >= n) continue;
+    next_[child] = first_[parent];
+    first_[parent] = child;
+  }
+}
+
+void MemEntryRelease(MemList* list, int index, const Children& children) {
   MemEntry& entry = list->entries[index];
   if (entry.address == nullptr || entry.back_ptr == nullptr) return;
   if (*entry.back_ptr != entry.address) {
@@ -32,7 +50,12 @@ void MemEntryRelease(MemList* list, int index) {
     }
     return;
   }
-  if (is_parent(list, index)) {
+  bool is_parent = false;
+  children.each(list, index, [&](int) {
+    is_parent = true;
+    return false;
+  });
+  if (is_parent) {
     // Readers of the trace know this line as it is, a slash at its end and no new line.
     if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
     return;
@@ -58,11 +81,12 @@ void MemEntryRelease(MemList* list, int index) {
   --list->n_used;
 }
 
-void MemEntryReleaseWithChildren(MemList* list, int index) {
-  for (int child = 0; child < list->n_entries; ++child) {
-    if (list->entries[child].parent == index) MemEntryRelease(list, child);
-  }
-  MemEntryRelease(list, index);
+void MemEntryReleaseWithChildren(MemList* list, int index, const Children& children) {
+  children.each(list, index, [&](int child) {
+    MemEntryRelease(list, child, children);
+    return true;
+  });
+  MemEntryRelease(list, index, children);
 }
 
 }  // namespace zelvan
@@ -85,7 +109,7 @@ void MemFree(MemList* list, void* address) {
     std::free(address);
     return;
   }
-  zelvan::MemEntryRelease(list, static_cast<int>(entry - list->entries));
+  zelvan::MemEntryRelease(list, static_cast<int>(entry - list->entries), zelvan::Children(list));
 }
 
 void MemSetPointer(MemList* list, void* address, void** back_ptr) {
@@ -112,6 +136,8 @@ void MemSetPointer(MemList* list, void* address, void** back_ptr) {
 }
 
 void MemListClear(MemList* list) {
+  zelvan::Children children(list);
+  children.list_by_parent(list);
   for (int i = 0; i < list->n_entries; ++i) {
     const MemEntry& entry = list->entries[i];
     if (entry.address == nullptr || entry.parent >= 0) continue;
@@ -122,7 +148,7 @@ void MemListClear(MemList* list) {
     if (mem_trace != 0) {
       MemTrace("Clear list %#llx address %#llx\n", bits_of(list), bits_of(entry.address));
     }
-    zelvan::MemEntryReleaseWithChildren(list, i);
+    zelvan::MemEntryReleaseWithChildren(list, i, children);
   }
 }
 

@@ -30,12 +30,9 @@ int osh_fputint(int value, int width, std::FILE* fp) {
 int osh_readLine(std::FILE* fp, char* buffer, int size) {
   int stored = 0;
   while (stored < size) {
-    // A read error gives EOF as well; asking for the end of the file alone would never end.
-    const int c = osh_getc(fp);
-    if (c == EOF) break;
-    buffer[stored++] = static_cast<char>(c);
-    if (c == '\n' || stored == size) break;
-    if (c != '\r') continue;
+    const int got = zelvan::platform::read_through_line_end(fp, buffer + stored, size - stored);
+    stored += got;
+    if (got == 0 || stored == size || buffer[stored - 1] != '\r') break;
     const int next = osh_getc(fp);
     osh_ungetc(next, fp);  // nothing at the end of the file
     if (next != '\n' && next != '\r') break;

@@ -66,6 +66,11 @@ int _fileno(std::FILE* stream);
 /// A stream over a descriptor, which it owns from then on; null on failure.
 std::FILE* _fdopen(int fd, const char* mode);
 
+/// Reads bytes as `getc` does, until one of them is a carriage return or a line feed, until
+/// `size` have come, or to the end of the file: the number of bytes stored, 0 where there was
+/// nothing to read. The stream is locked once, and not once a byte.
+int read_through_line_end(std::FILE* stream, char* buffer, int size);
+
 /// With `mode` 0: 0 if the path exists, else -1.
 int _access(const char* path, int mode);
 

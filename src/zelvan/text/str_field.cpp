@@ -1,8 +1,10 @@
 #include <zelvan/text/str_field.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <system_error>
@@ -33,9 +35,17 @@ constexpr std::ptrdiff_t kept_digits = 20;
 constexpr int most_exponent_digits = 3;
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool is_space(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
-bool is_printable(char c) { return std::isprint(static_cast<unsigned char>(c)) != 0; }
 bool ends_field(char c) { return c == '\0' || c == ' '; }
+
+// In every locale what has a glyph in ASCII is printable and no space, so of most characters the
+// C library needn't be asked.
+bool has_ascii_glyph(char c) { return c > ' ' && c <= '~'; }
+bool is_space(char c) {
+  return c == ' ' || (!has_ascii_glyph(c) && std::isspace(static_cast<unsigned char>(c)) != 0);
+}
+bool is_printable(char c) {
+  return has_ascii_glyph(c) || std::isprint(static_cast<unsigned char>(c)) != 0;
+}
 
 char* skip_digits(char* p) {
   while (is_digit(*p)) ++p;
@@ -48,6 +58,28 @@ bool may_be_number(const char* p) {
   if (*p == '.') return is_digit(p[1]);
   if (*p != '+' && *p != '-') return false;
   return is_digit(p[1]) || p[1] == '.' || (p[1] != '\0' && is_digit(p[2]));
+}
+
+/// The number that digits with a point among them spell, if they are so few that they and the
+/// power of ten are exact: then their quotient is rounded once, as it should be.
+/// (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
+bool is_short_number(const char* digits, const char* end, double* value) {
+  static constexpr double powers_of_10[] = {1.0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  if (end - digits > 15) return false;
+  std::uint64_t whole = 0;
+  std::ptrdiff_t decimals = 0;
+  for (const char* p = digits; p != end; ++p) {
+    if (is_digit(*p)) {
+      whole = whole * 10 + static_cast<std::uint64_t>(*p - '0');
+    } else if (*p == '.') {
+      decimals = end - p - 1;
+    } else {
+      return false;
+    }
+  }
+  *value = static_cast<double>(static_cast<std::int64_t>(whole)) / powers_of_10[decimals];
+  return true;
 }
 
 /// The number that `written` spells: sign, digits, point, exponent. 0.0 if it has no digit.
@@ -78,6 +110,10 @@ bool scan_number(char* p, str_field& field) {
     mantissa_end = skip_digits(fraction);
     digits += mantissa_end - fraction;
   }
+  double value;
+  const bool is_short = digits > 0 && is_short_number(integer, mantissa_end, &value);
+  if (is_short && *p == '-') value = -value;
+
   // Surplus digits are cut off the written form, even ahead of the point: the value shrinks.
   const std::ptrdiff_t surplus = std::max<std::ptrdiff_t>(digits - kept_digits, 0);
   auto length = static_cast<std::size_t>(mantissa_end - p - surplus);
@@ -101,20 +137,31 @@ bool scan_number(char* p, str_field& field) {
     length += exponent_length;
     number_text[length] = '\0';
   }
-  field = {STR_NUMBER, number_of(number_text, length), length, number_text, end};
+  if (!is_short || exponent_digits > 0) value = number_of(number_text, length);
+  field = {STR_NUMBER, value, length, number_text, end};
   return true;
 }
+
+/// What may have a meaning in a string; all other characters are copied.
+constexpr auto may_mean_more = [] {
+  std::array<bool, 256> table{};
+  for (const unsigned char c : {'\0', '"', '$', '\\'}) table[c] = true;
+  return table;
+}();
 
 /// Reads the string that opens at `p`. False if it does not fit the buffer.
 bool scan_string(char* p, StringRules rules, Result& result) {
   const bool escapes = *p == '$' || rules.backslash_escapes_in_quotes;
   std::size_t length = 0;
-  for (++p; *p != '\0'; ++p) {
-    if (*p == '"' || (*p == '$' && rules.dollar_closes)) {
-      ++p;
-      break;
+  for (++p;; ++p) {
+    if (may_mean_more[static_cast<unsigned char>(*p)]) {
+      if (*p == '\0') break;
+      if (*p == '"' || (*p == '$' && rules.dollar_closes)) {
+        ++p;
+        break;
+      }
+      if (*p == '\\' && escapes && *++p == '\0') break;  // the last backslash of all is dropped
     }
-    if (*p == '\\' && escapes && *++p == '\0') break;  // the last backslash of all is dropped
     if (length == buffer_size - 1) return false;
     result.text[length++] = *p;
   }

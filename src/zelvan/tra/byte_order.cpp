@@ -1,5 +1,6 @@
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/detail/byte_strings.h>
+#include <zelvan/tra/detail/vector_kernels.h>
 
 #include <bit>
 #include <cstddef>
@@ -20,14 +21,13 @@ void swap_in_place(void* value) {
   store(value, reversed(load<Word>(value)));
 }
 
-// The one loop for all elements of a size. It says nothing about overlap on purpose: the
-// compiler's vector code then looks for it, and goes one element at a time where it is found.
-template <class Word>
+template <class Word, zelvan::VectorKernel kernel>
 void swap_elements(std::size_t count, const void* src, void* dst) {
   const auto* from = static_cast<const unsigned char*>(src);
   auto* to = static_cast<unsigned char*>(dst);
-  for (std::size_t i = 0; i < count; ++i) {
-    store(to + i * sizeof(Word), reversed(load<Word>(from + i * sizeof(Word))));
+  const std::size_t bytes = count * sizeof(Word);
+  for (std::size_t i = zelvan::run<kernel>(bytes, from, to); i < bytes; i += sizeof(Word)) {
+    store(to + i, reversed(load<Word>(from + i)));
   }
 }
 
@@ -50,14 +50,14 @@ void tra_swap_bytes(unsigned short type, unsigned int count, const void* src, vo
     case 0x42:
     case 0x52:
     case 0x62:
-      return swap_elements<std::uint16_t>(count, src, dst);
+      return swap_elements<std::uint16_t, zelvan::avx2::swap_2>(count, src, dst);
     case 0x74:
     case 0x84:
     case 0x94:
     case 0xA4:
-      return swap_elements<std::uint32_t>(count, src, dst);
+      return swap_elements<std::uint32_t, zelvan::avx2::swap_4>(count, src, dst);
     case 0xB8:
-      return swap_elements<std::uint64_t>(count, src, dst);
+      return swap_elements<std::uint64_t, zelvan::avx2::swap_8>(count, src, dst);
   }
   std::printf("tra_swap_bytes: invalid primitive type %#02x\n", unsigned{type});
   std::exit(1);
@@ -66,7 +66,9 @@ void tra_swap_bytes(unsigned short type, unsigned int count, const void* src, vo
 void tra_reverse_bits(unsigned short count, const void* src, void* dst) {
   const auto* from = static_cast<const unsigned char*>(src);
   auto* to = static_cast<unsigned char*>(dst);
-  for (unsigned i = 0; i < count; ++i) to[i] = bits_reversed(from[i]);
+  for (std::size_t i = zelvan::run<zelvan::avx2::reverse_bits>(count, from, to); i < count; ++i) {
+    to[i] = bits_reversed(from[i]);
+  }
 }
 
 int UtlByteOrderIsIntel() { return 1; }

@@ -1,5 +1,7 @@
 #include <zelvan/tra/character_sets.h>
+#include <zelvan/tra/detail/vector_kernels.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 
@@ -50,17 +52,29 @@ constexpr unsigned char tra_ebcdic_to_ascii[256] = {
 };
 // clang-format on
 
+constexpr zelvan::SteppedTable to_ebcdic_in_steps(tra_ascii_to_ebcdic);
+constexpr zelvan::SteppedTable to_ascii_in_steps(tra_ebcdic_to_ascii);
+
+void translate(const unsigned char (&table)[256], const zelvan::SteppedTable& steps,
+               std::size_t count, const void* src, void* dst) {
+  const auto* from = static_cast<const unsigned char*>(src);
+  auto* to = static_cast<unsigned char*>(dst);
+  std::size_t i = 0;
+  if (zelvan::has_avx2 && zelvan::may_run_ahead(count, from, to)) {
+    i = zelvan::avx2::translate(steps, count, from, to);
+  }
+  for (; i < count; ++i) to[i] = table[from[i]];
+}
+
 }  // namespace
 
 void tra_convert_charset(short code, unsigned short count, const void* src, void* dst) {
-  const unsigned char* table = nullptr;
-  if (code == TRA_ASCII_TO_EBCDIC) table = tra_ascii_to_ebcdic;
-  if (code == TRA_EBCDIC_TO_ASCII) table = tra_ebcdic_to_ascii;
-  if (table == nullptr) {
-    std::printf("tra_convert_charset: invalid conversion %x\n", static_cast<unsigned>(code));
-    std::exit(1);
+  if (code == TRA_ASCII_TO_EBCDIC) {
+    return translate(tra_ascii_to_ebcdic, to_ebcdic_in_steps, count, src, dst);
   }
-  const auto* from = static_cast<const unsigned char*>(src);
-  auto* to = static_cast<unsigned char*>(dst);
-  for (unsigned i = 0; i < count; ++i) to[i] = table[from[i]];
+  if (code == TRA_EBCDIC_TO_ASCII) {
+    return translate(tra_ebcdic_to_ascii, to_ascii_in_steps, count, src, dst);
+  }
+  std::printf("tra_convert_charset: invalid conversion %x\n", static_cast<unsigned>(code));
+  std::exit(1);
 }

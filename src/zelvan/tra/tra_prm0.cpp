@@ -2,6 +2,7 @@
 // unit of the machine has any say. Each conversion holds one number as a big-endian word.
 
 #include <zelvan/tra/detail/byte_strings.h>
+#include <zelvan/tra/detail/vector_kernels.h>
 #include <zelvan/tra/foreign_floats.h>
 
 #include <bit>
@@ -74,13 +75,14 @@ inline std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm) {
   return dropped < 32 ? sign | m >> dropped : sign;
 }
 
-template <class Word, class Conversion>
+template <class Word, zelvan::VectorKernel kernel, class Conversion>
 void convert_elements(unsigned count, const void* src, void* dst, Conversion convert) {
   const auto* from = static_cast<const unsigned char*>(src);
   auto* to = static_cast<unsigned char*>(dst);
-  for (std::size_t i = 0; i < count; ++i) {
-    const Word number = zelvan::reversed(zelvan::load<Word>(from + i * sizeof(Word)));
-    zelvan::store(to + i * sizeof(Word), zelvan::reversed(convert(number)));
+  const std::size_t bytes = count * sizeof(Word);
+  for (std::size_t i = zelvan::run<kernel>(bytes, from, to); i < bytes; i += sizeof(Word)) {
+    const Word number = zelvan::reversed(zelvan::load<Word>(from + i));
+    zelvan::store(to + i, zelvan::reversed(convert(number)));
   }
 }
 
@@ -95,14 +97,14 @@ void tra_convert_flpt(int format, unsigned short type, unsigned short count, con
         if (count != 0) std::memmove(dst, src, std::size_t{count} * (is_single ? 4 : 8));
         return;
       case 4:
-        return is_single ? convert_elements<std::uint32_t>(
+        return is_single ? convert_elements<std::uint32_t, zelvan::avx2::ieee_to_ibm_singles>(
                                count, src, dst, [](auto n) { return tra_ieee_to_ibm_single(n); })
-                         : convert_elements<std::uint64_t>(
+                         : convert_elements<std::uint64_t, zelvan::avx2::ieee_to_ibm_doubles>(
                                count, src, dst, [](auto n) { return tra_ieee_to_ibm_double(n); });
       case 16:
-        return is_single ? convert_elements<std::uint32_t>(
+        return is_single ? convert_elements<std::uint32_t, zelvan::avx2::ibm_to_ieee_singles>(
                                count, src, dst, [](auto n) { return tra_ibm_to_ieee_single(n); })
-                         : convert_elements<std::uint64_t>(
+                         : convert_elements<std::uint64_t, zelvan::avx2::ibm_to_ieee_doubles>(
                                count, src, dst, [](auto n) { return tra_ibm_to_ieee_double(n); });
     }
   }

@@ -1,7 +1,6 @@
 // A link is the pointer that leads to a node: the caller's head or the `next` of the node
 // before. With it, the first node of a list is no special case.
 
-#include <zelvan/platform/comparison.h>
 #include <zelvan/var/detail/name.h>
 #include <zelvan/var/name_list.h>
 
@@ -47,7 +46,7 @@ VarNameInfo** find_link(VarNameInfo** link, const char* name) {
 char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info) {
   VarNameInfo** link = list;
   for (; *link != nullptr; link = &(*link)->next) {
-    if (zelvan::platform::_stricmp((*link)->name, name) == 0) return nullptr;
+    if (zelvan::is_same_text((*link)->name, name)) return nullptr;
   }
   return insert_node(link, name, info);
 }

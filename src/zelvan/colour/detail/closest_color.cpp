@@ -1,4 +1,7 @@
 #include <zelvan/colour/detail/closest_color.h>
+#include <zelvan/transforms/detail/instruction_set.h>
+
+#include <algorithm>
 
 #ifdef __SSE2__
 #include <bit>
@@ -16,6 +19,14 @@ float difference(int a, int b) {
 }
 
 }  // namespace
+
+Closest best_of_lanes(const float* distances, const unsigned int* found, int lanes, Closest best) {
+  for (int lane = 0; lane < lanes; ++lane) {
+    const bool is_lower = distances[lane] == best.distance && found[lane] < best.index;
+    if (distances[lane] < best.distance || is_lower) best = {distances[lane], found[lane]};
+  }
+  return best;
+}
 
 Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned int to,
                            const ColorRGB& target, Closest best) {
@@ -41,20 +52,21 @@ __m128 four_channels(const int* first) {
 
 }  // namespace
 
-// The vector form needs no more than every x86-64 has. Each lane keeps the best of every fourth
-// entry; where lanes are equal at the end, the lowest index is the one that a walk finds first.
+// Needs no more than every x86-64 has. Each lane keeps the best of every fourth entry; where lanes
+// are equal at the end, the lowest index is the one that a walk finds first. The last step goes
+// back to a whole four: an entry that is looked at twice is no closer the second time.
 Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int to,
                          const ColorRGB& target, Closest best) {
+  if (to < from || to - from < 4) return closest_one_by_one(colors, from, to, target, best);
   const __m128i target_red = _mm_set1_epi32(target.red);
   const __m128i target_green = _mm_set1_epi32(target.green);
   const __m128i target_blue = _mm_set1_epi32(target.blue);
+  const __m128i lanes = _mm_setr_epi32(0, 1, 2, 3);
   __m128 lane_distances = _mm_set1_ps(best.distance);
   __m128i lane_indices = _mm_set1_epi32(static_cast<int>(best.index));
-  __m128i indices =
-      _mm_add_epi32(_mm_set1_epi32(static_cast<int>(from)), _mm_setr_epi32(0, 1, 2, 3));
 
-  unsigned int i = from;
-  for (; i < to && to - i >= 4; i += 4) {
+  for (unsigned int next = from; next < to; next += 4) {
+    const unsigned int i = std::min(next, to - 4);
     // Twelve channels, r g b r | g b r g | b r g b, sorted into four reds, greens and blues.
     const __m128 a = four_channels(&colors[i].red);
     const __m128 b = four_channels(&colors[i + 1].green);
@@ -79,21 +91,17 @@ Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int
     }
     const __m128 closer = _mm_cmplt_ps(distance, lane_distances);
     const __m128i is_closer = _mm_castps_si128(closer);
+    const __m128i indices = _mm_add_epi32(_mm_set1_epi32(static_cast<int>(i)), lanes);
     lane_distances = _mm_or_ps(_mm_and_ps(closer, distance), _mm_andnot_ps(closer, lane_distances));
     lane_indices =
         _mm_or_si128(_mm_and_si128(is_closer, indices), _mm_andnot_si128(is_closer, lane_indices));
-    indices = _mm_add_epi32(indices, _mm_set1_epi32(4));
   }
 
   alignas(16) float distances[4];
   alignas(16) unsigned int found[4];
   _mm_store_ps(distances, lane_distances);
   _mm_store_si128(reinterpret_cast<__m128i*>(found), lane_indices);
-  for (int lane = 0; lane < 4; ++lane) {
-    const bool is_lower = distances[lane] == best.distance && found[lane] < best.index;
-    if (distances[lane] < best.distance || is_lower) best = {distances[lane], found[lane]};
-  }
-  return closest_one_by_one(colors, i, to, target, best);
+  return best_of_lanes(distances, found, 4, best);
 }
 
 #else
@@ -104,5 +112,13 @@ Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int
 }
 
 #endif
+
+Closest closest_in_vectors(const ColorRGB* colors, unsigned int from, unsigned int to,
+                           const ColorRGB& target, Closest best) {
+  if (has_avx2 && to >= from && to - from >= 8) {
+    return avx2::closest_by_eights(colors, from, to, target, best);
+  }
+  return closest_by_fours(colors, from, to, target, best);
+}
 
 }  // namespace zelvan

@@ -1,6 +1,7 @@
 /// The search for the entry closest to a colour.
 #pragma once
 
+#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_rgb.h>
 
 namespace zelvan {
@@ -19,5 +20,29 @@ Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned i
 /// The same result, four entries at a time where the machine can.
 Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int to,
                          const ColorRGB& target, Closest best);
+
+namespace avx2 {
+
+/// The same for processors with AVX2, where `has_avx2` is true, and for 8 entries or more.
+Closest closest_by_eights(const ColorRGB* colors, unsigned int from, unsigned int to,
+                          const ColorRGB& target, Closest best);
+
+}  // namespace avx2
+
+/// The same by the widest form that this processor has.
+Closest closest_in_vectors(const ColorRGB* colors, unsigned int from, unsigned int to,
+                           const ColorRGB& target, Closest best);
+
+/// What a vector search ends with: the best of the lanes' entries and of `best`; of equal ones the
+/// one with the lowest index, which a walk would have found first.
+Closest best_of_lanes(const float* distances, const unsigned int* found, int lanes, Closest best);
+
+/// What there is to beat when a search begins: one more than entries of the map can be apart.
+Closest closest_to_beat(const ColorMap& map);
+
+/// The answer of `ColorMap::GetClosestColor` once the entry is found: its index, and the distance
+/// that is reported. It becomes the last answer.
+int closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
+                   int* distance);
 
 }  // namespace zelvan

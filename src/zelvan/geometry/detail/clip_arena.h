@@ -19,12 +19,12 @@ class ClipArena {
   ClipArena(const ClipArena&) = delete;
   ClipArena& operator=(const ClipArena&) = delete;
 
-  /// `count` value-initialised elements, or null when the heap refuses.
+  /// Room for `count` elements, not initialised, or null when the heap refuses.
   template <class T>
-  T* make(std::size_t count = 1) {
-    static_assert(std::is_trivially_destructible_v<T> && alignof(T) <= alignment);
+  T* make(std::size_t count) {
+    static_assert(std::is_trivial_v<T> && alignof(T) <= alignment);
     void* memory = take(count * sizeof(T));
-    return memory != nullptr ? new (memory) T[count]{} : nullptr;
+    return memory != nullptr ? new (memory) T[count] : nullptr;
   }
 
   /// Ends the life of everything made so far.

@@ -1,78 +1,63 @@
-/// The rings of polygon clipping: circular lists of vertices, with the crossings on them.
+/// The rings of polygon clipping: two outlines, each an array of vertices, and the crossings that
+/// stand in both.
 ///
-/// All records live in a `ClipArena` and end with `ClipFreeRings`; none is owned singly.
-/// Functions that make records give false when the heap refuses.
+/// Only crossings become records; the vertices between them stay where they are. All records live
+/// in a `ClipArena` and end with `ClipFreeRings`. Functions that make some give false when the
+/// heap refuses.
 #pragma once
 
 #include <zelvan/geometry/detail/clip_arena.h>
+#include <zelvan/transforms/records.h>
 
 namespace zelvan {
 
-struct ClipHit;
+/// The two rings of a polygon's clipping, and what a crossing holds once for each.
+enum clip_ring_kind { of_subject, of_clip };
 
-/// A vertex of a ring: one of the input, or a crossing with the other outline. A crossing
-/// stands in both rings, as a pair of twins.
-struct ClipVertex {
-  double x;
-  double y;
-  int edge_flag;  ///< visibility of the edge to `next`: 0 or 1, no closing values in a ring
-  ClipVertex* next;
-  ClipVertex* prev;
-  ClipVertex* twin;  ///< the crossing's vertex in the other ring; null for the input's own
-  int leaving;       ///< of a crossing: 1 where the ring comes out of the other outline, else 0
-  int state;         ///< 0: the input's own; 1: a crossing not yet visited; -1: a visited one
-  ClipHit* hits;     ///< the crossings on the edge to `next`, sorted, until they are spliced in
-};
-
-/// A crossing on an edge.
+/// A crossing of an edge of the subject with one of the clip ring.
 struct ClipHit {
-  ClipVertex* vertex;
-  double param;  ///< where on the edge, from 0 to 1
-  ClipHit* next;
+  real_pt_t at;
+  double param[2];  ///< where on the edge, from 0 to 1
+  int edge[2];      ///< the vertex at which the edge begins
+  int turn[2];      ///< its number in the ring's order
+  bool leaving[2];  ///< the ring comes out of the other outline here
+  bool visited;
 };
 
-/// The crossings of one edge in the order in which they were found.
-struct ClipFoundHits {
-  ClipFoundHits() = default;
-  ClipFoundHits(const ClipFoundHits&) = delete;  // `end` points into the object
-  ClipFoundHits& operator=(const ClipFoundHits&) = delete;
-
-  void add(ClipHit* hit) {
-    *end = hit;
-    end = &hit->next;
-    ++count;
-  }
-
-  ClipHit* first = nullptr;
-  ClipHit** end = &first;
+/// The crossings in the order in which they were found: by edge of the subject, and for each by
+/// edge of the clip ring.
+struct ClipHits {
+  ClipHit* found = nullptr;
   int count = 0;
+  int room = 0;  ///< of `found`
+
+  /// Where the next one is written, which counts once `count` is raised; null when the heap
+  /// refuses.
+  ClipHit* next(ClipArena* arena) { return count < room || grow(arena) ? &found[count] : nullptr; }
+
+ private:
+  bool grow(ClipArena* arena);
 };
 
+/// An outline with its crossings.
 struct ClipRing {
-  int count;
-  ClipVertex* first;
-  ClipVertex* cursor;   ///< the vertex appended last
-  ClipRing* next_ring;  ///< the next result ring of a chain, else null
+  clip_ring_kind kind;
+  int count;  ///< of the vertices; the last edge leads back to the first
+  const real_pt_t* points;
+  const int* edge_flags;
+  ClipHit** turns;  ///< the crossings in the order in which the ring comes by
+  int n_turns;
 };
 
-/// Adds a vertex behind `cursor` and closes the circle. Of a closing flag the closing is dropped.
-bool ClipAppendVertex(ClipRing* ring, double x, double y, int edge_flag, ClipArena* arena);
+/// Orders the crossings along the ring. Of two on one edge, the one found later comes right before
+/// the first that is further along: so of crossings at the same place the earlier stays first.
+bool ClipInsertHits(const ClipHits& hits, ClipRing* ring, ClipArena* arena);
 
-/// Adds a crossing to the edge that begins at `edge`, before the first one further along it:
-/// of crossings at the same place the earlier stays first.
-void ClipInsertHit(ClipVertex* edge, ClipHit* hit);
-
-/// Gives `edge`, which has none, the order of hits that `ClipInsertHit` would give it one by
-/// one, but takes n log n steps for n hits where that takes n squared.
-bool ClipInsertHits(ClipVertex* edge, const ClipFoundHits& found, ClipArena* arena);
-
-/// Moves all crossings of the ring's edges into the ring itself.
-void ClipSpliceHits(ClipRing* ring);
-
-/// True when the ring winds about the point, the boundary counting as outside.
+/// True when the ring, its edges cut at the crossings, winds about the point; the boundary counts
+/// as outside.
 bool ClipPointInRing(double px, double py, const ClipRing& ring);
 
-/// Ends the life of all rings of a polygon, their vertices and hits.
+/// Ends the life of all records of a polygon.
 void ClipFreeRings(ClipArena* arena);
 
 }  // namespace zelvan

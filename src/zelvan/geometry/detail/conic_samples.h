@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zelvan/geometry/conic.h>
+#include <zelvan/geometry/detail/conic_points.h>
 
 #include <cmath>
 
@@ -25,13 +26,10 @@ inline int ellipse_samples(double sweep) {
 /// Calls `visit` with `count` points of `form`, from its start on. The step is added up, not
 /// multiplied, as the distances and boxes made of these points have it in their last bits.
 template <class Form, class Visit>
-void visit_samples(Form* form, void (*point_at)(Form*, double, real_pt_t*), int count, double step,
-                   Visit& visit) {
+void visit_samples(const Form& form, int count, double step, Visit& visit) {
   double t = 0.0;
   for (int i = 0; i < count; ++i) {
-    real_pt_t point;
-    point_at(form, t, &point);
-    visit(point);
+    visit(point_at(form, t));
     t += step;
   }
 }
@@ -46,17 +44,17 @@ char visit_conic_samples(utl_conic_t* conic, Visit visit) {
     utl_ellipse_t form;
     utl_standard_ellipse(conic, &form);
     const int count = ellipse_samples(form.sweep);
-    visit_samples(&form, utl_ellipse_point, count, form.sweep / (count - 1), visit);
+    visit_samples(form, count, form.sweep / (count - 1), visit);
   } else if (type == utl_conic_hyperbola) {
     utl_hyperbola_t form;
     utl_standard_hyperbola(conic, &form);
     const double step = (form.end - form.start) / (open_curve_samples - 1);
-    visit_samples(&form, utl_hyperbola_point, open_curve_samples, step, visit);
+    visit_samples(form, open_curve_samples, step, visit);
   } else if (type == utl_conic_parabola) {
     utl_parabola_t form;
     utl_standard_parabola(conic, &form);
     const double step = (form.end - form.start) / (open_curve_samples - 1);
-    visit_samples(&form, utl_parabola_point, open_curve_samples, step, visit);
+    visit_samples(form, open_curve_samples, step, visit);
   }
   return type;
 }

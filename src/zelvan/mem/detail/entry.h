@@ -26,16 +26,49 @@ inline unsigned long long bits_of(const void* pointer) {
 /// The first entry of that address; null if there is none. A null address finds an empty entry.
 MemEntry* find_entry(MemList* list, const void* address);
 
-/// Makes `entry` the child of the entry whose block its back pointer lies in, if there is one.
-/// Requires: it has no parent yet.
+/// Makes `entry` the child of the first entry but itself whose block its back pointer lies in, if
+/// there is one. Requires: it has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
+
+/// Which entries of a table are children, and whose. The fact itself stands in `MemEntry::parent`
+/// alone; this only saves looks at rows that can't be children. It holds while entries are
+/// released, which ends links and makes none.
+class Children {
+ public:
+  /// One look at the table: where no entry has a parent nothing has to be looked for.
+  explicit Children(const MemList* list);
+  ~Children();
+  Children(const Children&) = delete;
+  Children& operator=(const Children&) = delete;
+
+  /// Lists the children of each entry, for many releases. Where the heap refuses, each of them
+  /// looks through the table.
+  void list_by_parent(const MemList* list);
+
+  /// Calls `visit(child)` with the index of each child of the entry at `parent`, in ascending
+  /// order, until it gives false.
+  template <class Visit>
+  void each(const MemList* list, int parent, Visit visit) const {
+    if (!any_) return;
+    const bool is_listed = first_ != nullptr;
+    for (int child = is_listed ? first_[parent] : 0; child < list->n_entries;
+         child = is_listed ? next_[child] : child + 1) {
+      if (list->entries[child].parent == parent && !visit(child)) return;
+    }
+  }
+
+ private:
+  bool any_;
+  int* first_ = nullptr;  ///< of each entry's children; `n_entries` for none
+  int* next_ = nullptr;   ///< of each child, the next child of its parent; `n_entries` at the end
+};
 
 /// Gives the block at `index` back and empties the entry. Changes nothing where the owner's
 /// pointer holds another value or the entry is a parent.
-void MemEntryRelease(MemList* list, int index);
+void MemEntryRelease(MemList* list, int index, const Children& children);
 
 /// Releases the children of the entry at `index` in the order of the table, then the entry. A
 /// child that is a parent stays, and so does the entry.
-void MemEntryReleaseWithChildren(MemList* list, int index);
+void MemEntryReleaseWithChildren(MemList* list, int index, const Children& children);
 
 }  // namespace zelvan

@@ -131,6 +131,19 @@ int _fileno(std::FILE* stream) { return ::fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::fdopen(fd, mode); }
 
+int read_through_line_end(std::FILE* stream, char* buffer, int size) {
+  ::flockfile(stream);
+  int stored = 0;
+  while (stored < size) {
+    const int c = getc_unlocked(stream);
+    if (c == EOF) break;
+    buffer[stored++] = static_cast<char>(c);
+    if (c == '\n' || c == '\r') break;
+  }
+  ::funlockfile(stream);
+  return stored;
+}
+
 int _access(const char* path, int mode) {
   // With the rights that the other calls act with, should the process have changed its user.
   return ::faccessat(AT_FDCWD, path, mode, AT_EACCESS);

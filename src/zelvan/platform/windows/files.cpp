@@ -107,6 +107,19 @@ int _fileno(std::FILE* stream) { return ::_fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
 
+int read_through_line_end(std::FILE* stream, char* buffer, int size) {
+  ::_lock_file(stream);
+  int stored = 0;
+  while (stored < size) {
+    const int c = std::getc(stream);
+    if (c == EOF) break;
+    buffer[stored++] = static_cast<char>(c);
+    if (c == '\n' || c == '\r') break;
+  }
+  ::_unlock_file(stream);
+  return stored;
+}
+
 int _access(const char* path, int) {
   return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES ? 0 : -1;
 }

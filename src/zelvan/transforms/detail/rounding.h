@@ -6,20 +6,30 @@
 #include <climits>
 #include <cmath>
 
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
 namespace zelvan {
+
+/// The whole part; INT_MIN if it does not fit 32 bits, or for what is not a number.
+inline int truncate_to_device(double t) {
+#if defined(__SSE2__)
+  return _mm_cvttsd_si32(_mm_set_sd(t));  // the instruction's own answer to what does not fit
+#else
+  // The language leaves the conversion of anything beyond the bounds undefined.
+  const bool fits = t > -2147483649.0 && t < 2147483648.0;  // false for NaN as well
+  return fits ? static_cast<int>(t) : INT_MIN;
+#endif
+}
 
 /// Rounds to whole device units, halves away from zero; INT_MIN if that does not fit.
 ///
 /// The half is added in double precision, so the number just below 0.5 gives 1. Callers rely
 /// on that, which is why no rounding function of the standard library stands here. Copying the
 /// sign spares a branch that signs in disorder would defeat; -0.0 then gets -0.5 for 0.5, and
-/// both truncate to 0. The bounds are tested because the language leaves the conversion of
-/// anything beyond them undefined.
-inline int round_to_device(double v) {
-  const double t = v + std::copysign(0.5, v);
-  const bool fits = t > -2147483649.0 && t < 2147483648.0;  // false for NaN as well
-  return fits ? static_cast<int>(t) : INT_MIN;
-}
+/// both truncate to 0.
+inline int round_to_device(double v) { return truncate_to_device(v + std::copysign(0.5, v)); }
 
 inline int_pt_t round_to_device(real_pt_t p) {
   return {round_to_device(p.x), round_to_device(p.y)};

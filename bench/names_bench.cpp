@@ -1,0 +1,169 @@
+// Looking names up in keyword tables and name lists, beside the loop with strcasecmp that a user
+// would write; adding and deleting them; finding a value by its key, beside strstr.
+
+#include <zelvan/var/name_list.h>
+#include <zelvan/var/name_table.h>
+#include <zelvan/var/search_value.h>
+
+#include "contest.h"
+
+#include <cstring>
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <strings.h>
+
+namespace {
+
+std::vector<std::string> names(int n) {
+  std::vector<std::string> result;
+  for (int i = 0; i < n; ++i) result.push_back("Layer_" + std::to_string(i * 7919 % 1'000'003));
+  return result;
+}
+
+struct Table {
+  explicit Table(int n) : text(names(n)) {
+    for (const std::string& name : text) {
+      rows.push_back({name.c_str(), static_cast<short>(rows.size())});
+      VarAddNameInfo(&list, name.c_str(), &rows);
+      for (char c : name) asked += static_cast<char>(std::toupper(c));
+      asked += '\0';
+    }
+    rows.push_back({nullptr, 0});
+  }
+  std::vector<std::string> text;
+  std::vector<VarNameValue> rows;
+  VarNameInfo* list = nullptr;
+  std::string asked;  // the names in capitals, each with its terminator
+};
+
+int found_by_hand(const Table& table, const char* name) {
+  for (const VarNameValue* row = table.rows.data(); row->name != nullptr; ++row) {
+    if (strcasecmp(row->name, name) == 0) return row->value;
+  }
+  return -1;
+}
+
+int found_in_table(const Table& table, const char* name) {
+  int value = -1;
+  VarLookupInt(table.rows.data(), name, &value);
+  return value;
+}
+
+VarNameInfo* node_by_hand(const Table& table, const char* name) {
+  VarNameInfo* node = table.list;
+  while (node != nullptr && strcasecmp(node->name, name) != 0) node = node->next;
+  return node;
+}
+
+template <class Look>
+void look_up_some(const Table& table, Look look) {
+  const char* at = table.asked.c_str();
+  const std::size_t step = table.text.size() / 10;  // ten of them, spread over the table
+  for (std::size_t i = 0; i < table.text.size(); ++i, at += std::strlen(at) + 1) {
+    if (i % step == step / 2) benchmark::DoNotOptimize(look(table, at));
+  }
+}
+
+void look_up(int n) {
+  const auto table = std::make_shared<const Table>(n);
+  // Found once and kept, so that the walk over the asked names is not in the time.
+  std::vector<const char*> asked;
+  look_up_some(*table, [&](const Table&, const char* name) { return asked.push_back(name), 0; });
+  const auto all = [table, asked](auto look) {
+    return [table, asked, look] {
+      for (const char* name : asked) benchmark::DoNotOptimize(look(*table, name));
+    };
+  };
+  const auto agree = [table, asked] {
+    void* info;
+    for (const char* name : asked) {
+      if (found_in_table(*table, name) != found_by_hand(*table, name)) return false;
+      if (VarLookupNameInfo(table->list, name, &info) != (node_by_hand(*table, name) != nullptr)) {
+        return false;
+      }
+    }
+    return true;
+  };
+  const std::string of = " of " + std::to_string(n) + " names";
+  const long items = static_cast<long>(asked.size());
+  bench::contest("keyword table: look up one" + of, agree,
+                 {{"zelvan", all(found_in_table)}, {"strcasecmp loop", all(found_by_hand)}}, items);
+  const auto in_list = [](const Table& t, const char* name) {
+    void* info = nullptr;
+    VarLookupNameInfo(t.list, name, &info);
+    return info;
+  };
+  bench::contest("name list: look up one" + of, agree,
+                 {{"zelvan", all(in_list)}, {"strcasecmp loop", all(node_by_hand)}}, items);
+}
+
+void add_and_delete() {
+  const auto text = std::make_shared<const std::vector<std::string>>(names(1000));
+  const auto ours = [text] {
+    VarNameInfo* list = nullptr;
+    for (const std::string& name : *text) VarAddNameInfo(&list, name.c_str(), nullptr);
+    for (auto i = text->rbegin(); i != text->rend(); ++i) VarDeleteNameInfo(&list, i->c_str());
+  };
+  const auto by_hand = [text] {
+    std::list<std::pair<std::string, void*>> list;
+    const auto find = [&](const char* name) {
+      auto i = list.begin();
+      while (i != list.end() && strcasecmp(i->first.c_str(), name) != 0) ++i;
+      return i;
+    };
+    for (const std::string& name : *text) {
+      if (find(name.c_str()) == list.end()) list.emplace_back(name, nullptr);
+    }
+    for (auto i = text->rbegin(); i != text->rend(); ++i) list.erase(find(i->c_str()));
+  };
+  bench::contest(
+      "name list: add and delete 1000 names", [] { return true; },
+      {{"zelvan", ours}, {"strcasecmp loop", by_hand}}, 2000);
+}
+
+void search() {
+  static const std::string line = [] {
+    std::string text;
+    for (const std::string& name : names(40)) text += name + ":" + std::string(12, 'v') + ',';
+    return text + "last:value";
+  }();
+  const auto ours = [](const char* key, const char** value) {
+    return utl_searchValueForKey(line.c_str(), key, value);
+  };
+  // Case counts here, and a key may be found inside a value: it has less to do.
+  const auto by_hand = [](const char* key, const char** value) -> std::intptr_t {
+    const std::string wanted = std::string(key) + ':';
+    const char* const found = std::strstr(line.c_str(), wanted.c_str());
+    *value = nullptr;
+    if (found == nullptr) return 0;
+    *value = found + wanted.size();
+    const char* const end = std::strchr(*value, ',');
+    return end != nullptr ? end - *value : static_cast<std::intptr_t>(std::strlen(*value));
+  };
+  for (const char* key : {"Layer_0", "last"}) {
+    const auto agree = [=] {
+      const char *a, *b;
+      return ours(key, &a) == by_hand(key, &b) && a == b;
+    };
+    const auto work = [key](auto find) {
+      return [key, find] {
+        const char* value;
+        benchmark::DoNotOptimize(find(key, &value));
+        benchmark::DoNotOptimize(value);
+      };
+    };
+    bench::contest(std::string("value by key, ") + (key[0] == 'l' ? "last" : "first") + " of 41",
+                   agree, {{"zelvan", work(ours)}, {"strstr", work(by_hand)}});
+  }
+}
+
+const bench::Rows rows([] {
+  for (int n : {10, 1000, 100'000}) look_up(n);
+  add_and_delete();
+  search();
+});
+
+}  // namespace

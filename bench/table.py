@@ -1,0 +1,68 @@
+#!/usr/bin/env python3
+"""Runs benchmarks and prints what they measured as a table: table.py PROGRAM... [--OPTION...]
+
+A benchmark named row/contestant or row/contestant/arguments is a contestant of that row. All take
+turns in one run, those of the library named zelvan or zelvan and which form; each figure is the least of several repetitions, the one that others on the
+machine disturbed least. The ratio is the rival's time by ours: above 1 the library is ahead.
+"""
+import collections
+import json
+import subprocess
+import sys
+
+OURS = "zelvan"
+OPTIONS = ["--benchmark_format=json", "--benchmark_repetitions=5", "--benchmark_min_time=0.05",
+           "--benchmark_enable_random_interleaving=true"]
+
+
+def measure(program, options):
+    run = subprocess.run([program, *OPTIONS, *options], stdout=subprocess.PIPE, text=True)
+    if run.returncode != 0 or not run.stdout.strip():
+        sys.exit(f"{program} did not run to its end")
+    rows = collections.defaultdict(dict)  # row -> contestant -> nanoseconds an operation
+    for result in json.loads(run.stdout)["benchmarks"]:
+        if result.get("error_occurred"):
+            sys.exit(f"{result['name']}: {result['error_message']}")
+        if result["run_type"] != "iteration":
+            continue
+        words = [w for w in result["run_name"].split("/") if w != "real_time"]
+        row = " ".join([words[0].replace("_", " "), *words[2:]])
+        if "items_per_second" in result:
+            time = 1e9 / result["items_per_second"]
+        else:
+            time = result["real_time"] * {"ns": 1, "us": 1e3, "ms": 1e6}[result["time_unit"]]
+        rows[row][words[1]] = min(time, rows[row].get(words[1], time))
+    return rows
+
+
+def shown(nanoseconds):
+    for unit, size in (("ms", 1e6), ("µs", 1e3)):
+        if nanoseconds >= size:
+            return f"{nanoseconds / size:.3g} {unit}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def main():
+    options = [a for a in sys.argv[1:] if a.startswith("--")]
+    print("| work | rival | rival's time | ours | ratio |\n|---|---|---|---|---|", flush=True)
+    for program in sys.argv[1:]:
+        if program in options:
+            continue
+        for row, contestants in measure(program, options).items():
+            ours = [name for name in contestants if name.startswith(OURS)]
+            if not ours:
+                sys.exit(f"{row}: no contestant is named {OURS}")
+            rivals = [name for name in contestants if name not in ours]
+            for name in ours:
+                work = row + name.removeprefix(OURS)
+                mine = contestants[name]
+                for rival in rivals:
+                    time = contestants[rival]
+                    print(f"| {work} | {rival} | {shown(time)} | {shown(mine)} "
+                          f"| {time / mine:.2f} |", flush=True)
+                if not rivals:
+                    print(f"| {work} | | | {shown(mine)} | |", flush=True)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,246 @@
+#include <zelvan/geometry/clip_polygon_set_to_view.h>
+#include <zelvan/geometry/detail/clip_view.h>
+#include <zelvan/geometry/detail/outline_scan.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+
+namespace zelvan {
+
+namespace {
+
+// A polygon of the source, from its first vertex to its closing one.
+struct Outline {
+  const real_pt_t* points;
+  const int* edge_flags;
+  int count;
+};
+
+bool is_visible(int edge_flag) {
+  return edge_flag == drw_edge_visible || edge_flag == drw_edge_close_visible;
+}
+
+// Goes once round an outline and writes what becomes of it in the view.
+//
+// What lies outside is drawn onto the border: a vertex beyond a side can move to any place of
+// that side without passing through the view. So of an outline that is outside no more is kept
+// than the side at which it is, and the corners around which it comes to another one. About each
+// place inside the windings stay as they are.
+class RingWalk {
+ public:
+  // Writes behind what the target holds.
+  RingWalk(const ClipView& view, const drw_pset_t& target)
+      : view_(view),
+        points_(target.points + target.n_points),
+        edge_flags_(target.edge_flags + target.n_points) {}
+
+  // Gives the number of vertices written.
+  int clip(const Outline& outline);
+
+ private:
+  int pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint b);
+  void take_edge(PlacedPoint a, PlacedPoint b, bool visible);
+  void go_to(Sides to, Sides through);
+  void go_round(Sides to, bool counter_clockwise);
+  void write_on_border(const real_pt_t& p, Sides on, bool is_vertex);
+  void write(const real_pt_t& p, Sides on, bool is_vertex, bool visible);
+  void count_turn(Sides on);
+  int write_borders();
+
+  struct Written {
+    bool is_vertex;  // of the outline; else a point of the border
+    Sides on;        // the sides on which it lies
+  };
+
+  const ClipView& view_;
+  real_pt_t* const points_;
+  int* const edge_flags_;  // of the last vertex it comes with the next one
+  int count_ = 0;
+  Written first_{}, last_{};
+  int side_ = 0;  // at which the outline is while it is outside
+  bool has_inside_ = false;
+  // As long as nothing was inside, in eighths of the way around the view: where the last vertex is,
+  // corner k being at 2 k and side k at 2 k + 1; and how far it has come, counter-clockwise.
+  int place_ = -1;
+  int eighths_turned_ = 0;
+};
+
+int RingWalk::clip(const Outline& outline) {
+  const int n = outline.count;
+  const PlacedPoint first = view_.place(outline.points[0]);
+  if (first.beyond == 0) {
+    write_on_border(*first.at, first.not_within, true);
+  } else {
+    side_ = std::countr_zero(first.beyond);
+  }
+  const Sides first_side = 1u << side_;
+  PlacedPoint a = first;
+  for (int i = 0; i < n;) {
+    const PlacedPoint b = i + 1 < n ? view_.place(outline.points[i + 1]) : first;
+    const int run = i + 1 < n ? pass_run(outline, i, a, b) : 0;
+    if (run == 0) take_edge(a, b, is_visible(outline.edge_flags[i]));
+    i += std::max(run, 1);
+    a = run <= 1 ? b : view_.place(outline.points[i]);
+  }
+  if (first.beyond != 0) {
+    go_to(first_side, first.not_within);
+    if (count_ > 0) write_on_border(points_[0], first_.on, first_.is_vertex);
+  }
+  // Either way the first vertex is now there twice, or once if none differed from it.
+  count_ -= count_ > 0;
+  if (!has_inside_) return write_borders();
+  if (count_ < 2) return 0;
+  edge_flags_[count_ - 1] += drw_edge_close_invisible;
+  return count_;
+}
+
+// Most vertices have neighbours that lie as they do: strictly inside, and are copied, or beyond
+// the side at which the outline is, and are left out. Gives the number of such behind `i`.
+int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint b) {
+  const real_pt_t* const behind = outline.points + i + 2;
+  const int left = view_.is_upright() ? outline.count - i - 2 : 0;
+  if ((a.not_within | b.not_within) == 0) {
+    edge_flags_[count_ - 1] = is_visible(outline.edge_flags[i]);
+    points_[count_] = *b.at;
+    edge_flags_[count_] = outline.edge_flags[i + 1];
+    last_ = {true, 0};
+    const int more = count_inside(behind, left, view_.box());
+    if (more > 0) {
+      std::copy_n(behind, more, points_ + count_ + 1);
+      std::copy_n(outline.edge_flags + i + 2, more, edge_flags_ + count_ + 1);
+    }
+    has_inside_ = true;
+    count_ += 1 + more;
+    return 1 + more;
+  }
+  if (holds(a.beyond & b.beyond, side_)) {
+    return 1 + count_beyond(behind, left, view_.box(), side_);
+  }
+  return 0;
+}
+
+// `a` has been written if it is in the view; else the outline is at `side_`, on which the last
+// vertex lies that has been written.
+void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
+  const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
+  if (const Sides common = a.not_within & b.not_within; common != 0) {
+    if (comes_in) {
+      go_to(common, a.not_within);
+    } else {
+      side_ = std::countr_zero(common);
+    }
+    if (!goes_out) write_on_border(*b.at, b.not_within, true);
+    return;
+  }
+  bool view_is_left;
+  if (comes_in && goes_out && !view_.is_split(*a.at, *b.at, &view_is_left)) {
+    go_round(b.not_within, view_is_left);
+    return;
+  }
+  has_inside_ = true;
+  if (comes_in) {
+    const BorderPoint entry = view_.crossing(a, b);
+    go_to(1u << entry.side, a.not_within);
+    write(entry.at, entry.on, false, false);
+  }
+  if (goes_out) {
+    const BorderPoint exit = view_.crossing(b, a);
+    write(exit.at, exit.on, false, visible);
+    side_ = exit.side;
+  } else {
+    write(*b.at, b.not_within, true, visible);
+  }
+}
+
+// Goes along the border to one of the sides `to`. The outline is outside and no farther in than
+// on the lines of the sides `through`, which follow each other.
+void RingWalk::go_to(Sides to, Sides through) {
+  if (holds(to, side_)) return;
+  const int next = next_side(side_);
+  go_round(to, holds(to, next) || (!holds(to, previous_side(side_)) && holds(through, next)));
+}
+
+void RingWalk::go_round(Sides to, bool counter_clockwise) {
+  while (!holds(to, side_)) {
+    const int corner = counter_clockwise ? next_side(side_) : side_;
+    write_on_border(view_.corner(corner), ClipView::sides_at(corner), false);
+    side_ = counter_clockwise ? next_side(side_) : previous_side(side_);
+  }
+}
+
+// Writes a vertex, and whether the edge that leads to it is visible. A point of the border is not
+// repeated, and gives way to a vertex of the outline at the same place.
+inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool visible) {
+  if (count_ > 0) {
+    const real_pt_t& last = points_[count_ - 1];
+    const bool is_repeated = last.x == p.x && last.y == p.y;
+    if (is_repeated && !is_vertex) {
+      last_.on |= on;
+      return;
+    }
+    if (is_repeated && !last_.is_vertex) {
+      --count_;
+    } else {
+      edge_flags_[count_ - 1] = visible && (last_.on & on) == 0;
+    }
+  }
+  points_[count_++] = p;
+  last_ = {is_vertex, on};
+  if (count_ == 1) first_ = last_;
+}
+
+// Writes a vertex to which an edge outside leads, or which is the first.
+void RingWalk::write_on_border(const real_pt_t& p, Sides on, bool is_vertex) {
+  if (!has_inside_) count_turn(on);
+  write(p, on, is_vertex, false);
+}
+
+// An outline without a part inside winds about all of the view alike. It comes from one place on
+// the border to the next along one side.
+void RingWalk::count_turn(Sides on) {
+  static constexpr int places[16] = {0, 1, 3, 2, 5, 0, 4, 0, 7, 0, 0, 0, 6};  // by the sides
+  const int place = places[on];
+  if (place_ >= 0) eighths_turned_ += ((place - place_ + 12) & 7) - 4;
+  place_ = place;
+}
+
+// The whole view, as often as the outline winds about it, and nothing if it doesn't.
+int RingWalk::write_borders() {
+  const int windings = eighths_turned_ / 8;
+  count_ = 4 * std::abs(windings);
+  for (int i = 0; i < count_; ++i) {
+    points_[i] = view_.corner(windings > 0 ? i % 4 : 3 - i % 4);
+    edge_flags_[i] = drw_edge_invisible;
+  }
+  if (count_ > 0) edge_flags_[count_ - 1] = drw_edge_close_invisible;
+  return count_;
+}
+
+void append(const Outline& outline, drw_pset_t* target) {
+  std::copy_n(outline.points, outline.count, target->points + target->n_points);
+  std::copy_n(outline.edge_flags, outline.count, target->edge_flags + target->n_points);
+  target->n_points += outline.count;
+}
+
+}  // namespace
+
+}  // namespace zelvan
+
+void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
+  using namespace zelvan;
+  ClipView view;
+  if (!view.set(*rect)) return;
+  for (int from = 0;;) {
+    const FoundOutline found = find_outline(*source, from, view.box());
+    if (found.count == 0) return;
+    from = found.first + found.count;
+    const Outline outline = {source->points + found.first, source->edge_flags + found.first,
+                             found.count};
+    if (found.is_inside && view.is_upright()) {
+      append(outline, target);
+    } else if (found.is_finite) {
+      target->n_points += RingWalk(view, *target).clip(outline);
+    }
+  }
+}

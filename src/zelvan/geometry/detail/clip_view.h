@@ -1,0 +1,136 @@
+/// The rectangle of a view as a convex polygon: where points lie to its sides, and where edges
+/// cross them. Each such question is decided exactly, so no two answers contradict each other;
+/// only the coordinates of a crossing are rounded.
+#pragma once
+
+#include <zelvan/geometry/detail/outline_scan.h>
+#include <zelvan/transforms/records.h>
+
+#include <bit>
+#include <cmath>
+
+namespace zelvan {
+
+/// A set of sides: bit k stands for side k, which runs from corner k to the next. Corners and
+/// sides are counted counter-clockwise; those of an upright view as in `box_side`.
+using Sides = unsigned;
+
+inline bool holds(Sides sides, int k) { return (sides >> k & 1) != 0; }
+inline int next_side(int k) { return (k + 1) % 4; }
+inline int previous_side(int k) { return (k + 3) % 4; }
+
+/// A point and the sides that keep it out. Those that a point lies beyond follow each other
+/// around the view, and are never all four.
+struct PlacedPoint {
+  const real_pt_t* at;
+  Sides beyond;      ///< whose line it lies beyond; none for a point of the view or its border
+  Sides not_within;  ///< whose line it lies beyond or on
+};
+
+/// Where an edge crosses the border.
+struct BorderPoint {
+  real_pt_t at;
+  Sides on;  ///< two at a corner
+  int side;  ///< the one that is crossed
+};
+
+class ClipView {
+ public:
+  /// False for corners that are not finite or do not go round a convex polygon with an area.
+  bool set(const real_rect_t& rect);
+
+  /// The view if it is upright, else the upright box around it.
+  const ClipBox& box() const { return box_; }
+  bool is_upright() const { return is_upright_; }
+
+  const real_pt_t& corner(int k) const { return corners_[k]; }
+
+  /// The two that meet in a corner.
+  static Sides sides_at(int corner) { return 1u << corner | 1u << previous_side(corner); }
+
+  PlacedPoint place(const real_pt_t& p) const {
+    if (!is_upright_) return place_by_orientation(p);
+    const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
+      return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
+    };
+    return {&p, sides(box_.left > p.x, box_.bottom > p.y, p.x > box_.right, p.y > box_.top),
+            sides(box_.left >= p.x, box_.bottom >= p.y, p.x >= box_.right, p.y >= box_.top)};
+  }
+
+  /// True when the line through both points has corners of the view on either side. If not,
+  /// `*view_is_left` tells where the view lies, seen from `a` towards `b`.
+  bool is_split(const real_pt_t& a, const real_pt_t& b, bool* view_is_left) const;
+
+  /// Where the edge between both points, in either direction, passes between outside and inside.
+  /// Requires: `outer` beyond some side, and a part of the edge strictly inside.
+  BorderPoint crossing(PlacedPoint outer, PlacedPoint other) const {
+    BorderPoint point;
+    const bool is_plain = is_upright_ && (outer.beyond & (outer.beyond - 1)) == 0;
+    const int side = std::countr_zero(outer.beyond);
+    if (is_plain && cross_upright(side, *outer.at, *other.at, &point)) return point;
+    return crossing_in_general(outer, other);
+  }
+
+ private:
+  struct Distance {
+    double value;  // positive inside; NaN where it is beyond doubles
+    int sign;      // exact
+  };
+
+  bool cross_upright(int side, const real_pt_t& a, const real_pt_t& b, BorderPoint* point) const;
+  bool cross_turned(int side, const real_pt_t& a, const real_pt_t& b, real_pt_t* point) const;
+  real_pt_t exact_crossing(int side, const real_pt_t& a, const real_pt_t& b) const;
+  BorderPoint crossing_in_general(PlacedPoint outer, PlacedPoint other) const;
+  PlacedPoint place_by_orientation(const real_pt_t& p) const;
+  Distance distance(int side, const real_pt_t& p) const;
+
+  real_pt_t corners_[4];
+  real_pt_t directions_[4];  // of the sides, of a length near 1; only of a turned view
+  ClipBox box_;
+  double reach_;  // how far from 0 ends may be, weighed, for a crossing to be computed from them
+  bool is_upright_;
+};
+
+/// `v`, brought between two bounds that come in either order.
+inline double clamp(double v, double a, double b) {
+  const double low = a < b ? a : b, high = a > b ? a : b;
+  const double raised = low > v ? low : v;
+  return high < raised ? high : raised;
+}
+
+/// A point on the line between two others: each has the share of the other one's distance from it.
+///
+/// Its error is some roundings of `weight / sum`, where the ends count without their signs, and
+/// so far greater than the point itself if ends far out, on both sides of an axis, meet near to
+/// it. Then, and where products overflow or underflow, the quotient is not to be used.
+struct WeighedPoint {
+  double a_distance, b_distance;
+
+  double sum() const { return a_distance + b_distance; }
+  double at(double a, double b) const { return (a * b_distance + b * a_distance) / sum(); }
+  bool is_within(double reach, double a, double b) const {
+    const double limit = reach * sum();
+    return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= 0x1p-900 &&
+           limit <= 0x1p1000;
+  }
+};
+
+inline bool ClipView::cross_upright(int side, const real_pt_t& a, const real_pt_t& b,
+                                    BorderPoint* point) const {
+  const double bounds[] = {box_.left, box_.bottom, box_.right, box_.top};
+  const bool is_vertical = side == left_side || side == right_side;
+  const double along_a = is_vertical ? a.y : a.x, along_b = is_vertical ? b.y : b.x;
+  const WeighedPoint share = {std::fabs((is_vertical ? a.x : a.y) - bounds[side]),
+                              std::fabs((is_vertical ? b.x : b.y) - bounds[side])};
+  if (!share.is_within(reach_, along_a, along_b)) return false;
+  const int low = is_vertical ? bottom_side : left_side, high = low + 2;
+  const double along =
+      clamp(clamp(share.at(along_a, along_b), along_a, along_b), bounds[low], bounds[high]);
+  point->at = is_vertical ? real_pt_t{bounds[side], along} : real_pt_t{along, bounds[side]};
+  point->on =
+      1u << side | unsigned{along == bounds[low]} << low | unsigned{along == bounds[high]} << high;
+  point->side = side;
+  return true;
+}
+
+}  // namespace zelvan

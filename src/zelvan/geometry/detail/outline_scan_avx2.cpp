@@ -1,0 +1,147 @@
+// A vector holds two points, x and y by turns, and so do the bounds beside it. Every comparison
+// with a NaN fails, as in the plain forms.
+
+#include <zelvan/geometry/detail/outline_scan.h>
+
+#if defined(__x86_64__)
+
+#include <bit>
+
+#include <immintrin.h>
+
+#define ZELVAN_AVX2 __attribute__((target("avx2")))
+
+namespace {
+
+using zelvan::ClipBox;
+
+struct Bounds {
+  __m256d low, high;
+
+  ZELVAN_AVX2 explicit Bounds(const ClipBox& box)
+      : low(_mm256_setr_pd(box.left, box.bottom, box.left, box.bottom)),
+        high(_mm256_setr_pd(box.right, box.top, box.right, box.top)) {}
+};
+
+ZELVAN_AVX2 inline __m256d load(const real_pt_t* two_points) {
+  return _mm256_loadu_pd(&two_points->x);
+}
+
+// Bit 0 for the x of the first point, bit 1 for its y, bits 2 and 3 for the second.
+ZELVAN_AVX2 inline unsigned lanes(__m256d mask) {
+  return static_cast<unsigned>(_mm256_movemask_pd(mask));
+}
+
+ZELVAN_AVX2 inline __m256d between(__m256d v, const Bounds& bounds) {
+  return _mm256_and_pd(_mm256_cmp_pd(v, bounds.low, _CMP_GT_OQ),
+                       _mm256_cmp_pd(v, bounds.high, _CMP_LT_OQ));
+}
+
+// In a lane each of x and y: strictly beyond the one side, of two opposite ones, that is meant.
+struct Beyond {
+  __m256d bound, sign;  // with the sign turned, above becomes below
+  unsigned wanted;
+
+  ZELVAN_AVX2 Beyond(const ClipBox& box, int side)
+      : wanted(side == zelvan::left_side || side == zelvan::right_side ? 0b0101 : 0b1010) {
+    const double bounds[] = {box.left, box.bottom, box.right, box.top};
+    const bool is_high = side == zelvan::right_side || side == zelvan::top_side;
+    sign = _mm256_set1_pd(is_high ? -0.0 : 0.0);
+    bound = _mm256_xor_pd(_mm256_set1_pd(bounds[side]), sign);
+  }
+  ZELVAN_AVX2 unsigned missing(__m256d v) const {
+    return wanted & ~lanes(_mm256_cmp_pd(_mm256_xor_pd(v, sign), bound, _CMP_LT_OQ));
+  }
+};
+
+struct Inside {
+  Bounds bounds;
+
+  ZELVAN_AVX2 explicit Inside(const ClipBox& box) : bounds(box) {}
+  ZELVAN_AVX2 unsigned missing(__m256d v) const { return 0b1111 & ~lanes(between(v, bounds)); }
+};
+
+// How many of the points, up to an even number of them, have no lane missing.
+template <class Test>
+ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& test) {
+  for (int i = 0; i + 1 < n; i += 2) {
+    const unsigned missing = test.missing(load(points + i));
+    if (missing != 0) return i + ((missing & 0b0011) == 0 ? 1 : 0);
+  }
+  return n & ~1;
+}
+
+// What is seen of an outline, pair by pair.
+struct Seen {
+  __m256d low, high;   // set where all are on or beyond that bound
+  __m256d some;        // set where some are, of either bound
+  __m256d not_finite;  // +0 where all are finite
+
+  ZELVAN_AVX2 Seen()
+      : low(_mm256_castsi256_pd(_mm256_set1_epi64x(-1))),
+        high(low),
+        some(_mm256_setzero_pd()),
+        not_finite(some) {}
+  ZELVAN_AVX2 void add(__m256d v, const Bounds& bounds) {
+    const __m256d is_low = _mm256_cmp_pd(v, bounds.low, _CMP_LE_OQ);
+    const __m256d is_high = _mm256_cmp_pd(v, bounds.high, _CMP_GE_OQ);
+    low = _mm256_and_pd(low, is_low);
+    high = _mm256_and_pd(high, is_high);
+    some = _mm256_or_pd(some, _mm256_or_pd(is_low, is_high));
+    not_finite = _mm256_or_pd(not_finite, _mm256_sub_pd(v, v));
+  }
+};
+
+// The index of the first flag that closes, or the end.
+ZELVAN_AVX2 inline int find_closing(const int* edge_flags, int from, int end) {
+  // The closing flags are the two numbers that are 2 but for their last bit.
+  const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
+  const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
+  int i = from;
+  for (; i + 8 <= end; i += 8) {
+    const __m256i flags = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(edge_flags + i));
+    const __m256i closes = _mm256_cmpeq_epi32(_mm256_and_si256(flags, all_but_last_bit), closing);
+    const int mask = _mm256_movemask_ps(_mm256_castsi256_ps(closes));
+    if (mask != 0) return i + std::countr_zero(static_cast<unsigned>(mask));
+  }
+  while (i < end && !zelvan::is_closing(edge_flags[i])) ++i;
+  return i;
+}
+
+}  // namespace
+
+namespace zelvan::avx2 {
+
+ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+  const Bounds bounds(box);
+  for (int first = from, last; first < set.n_points; first = last + 1) {
+    last = find_closing(set.edge_flags, first, set.n_points);
+    if (last == set.n_points) return {};
+    Seen seen;
+    int i = first;
+    for (; i < last; i += 2) seen.add(load(set.points + i), bounds);
+    if (i == last)
+      seen.add(_mm256_broadcast_pd(reinterpret_cast<const __m128d*>(set.points + i)), bounds);
+    const unsigned low = lanes(seen.low), high = lanes(seen.high);
+    const bool is_apart = ((low & low >> 2 & 0b0011) | (high & high >> 2 & 0b0011)) != 0;
+    if (is_apart || last == first) continue;
+    const bool is_finite =
+        lanes(_mm256_cmp_pd(seen.not_finite, seen.not_finite, _CMP_UNORD_Q)) == 0;
+    return {first, last - first + 1, is_finite && lanes(seen.some) == 0, is_finite};
+  }
+  return {};
+}
+
+ZELVAN_AVX2 int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
+  const int found = count_pairs(points, n, Inside(box));
+  return found == n - 1 ? found + plain::count_inside(points + found, 1, box) : found;
+}
+
+ZELVAN_AVX2 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
+  const int found = count_pairs(points, n, Beyond(box, side));
+  return found == n - 1 ? found + plain::count_beyond(points + found, 1, box, side) : found;
+}
+
+}  // namespace zelvan::avx2
+
+#endif
