@@ -37,7 +37,7 @@ TEST(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
     put(path);
   }
   put(deep + "too_deep/a.ttf");
-  if (world.abilities.has_links) {  // to a file they count, to nothing and to a folder they don't
+  if (world.has_links) {  // to a file they count, to nothing and to a folder they don't
     EXPECT_TRUE(support::make_link("../B.TTF", "second/a/link.ttf"));
     EXPECT_TRUE(support::make_link("nowhere", "first/dangling.ttf"));
     EXPECT_TRUE(support::make_link("../elsewhere", "first/link.ttf"));

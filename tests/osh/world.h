@@ -47,13 +47,7 @@ struct World : support::TemporaryFolder {
     fs::permissions("locked", fs::perms{0444});
     fs::create_directories("dir/inner");
     fs::create_directory("empty");
-    abilities = {support::make_link("plain", "link") && support::make_link("nowhere", "dangling"),
-                 support::make_read_only("empty")};
-    fs::permissions("empty", fs::perms{0755});
+    has_links = support::make_link("plain", "link") && support::make_link("nowhere", "dangling");
   }
-
-  /// Which not every system has.
-  struct {
-    bool has_links, can_protect_directories;
-  } abilities;
+  bool has_links;
 };
