@@ -26,10 +26,10 @@ def extract(page, file):
         out.write(example_of(page)[0])
 
 
-def run(page, program):
+def run(page, *program):
     expected = example_of(page)[1]
     with tempfile.TemporaryDirectory() as folder:
-        ended = subprocess.run([program], cwd=folder, stdin=subprocess.DEVNULL,
+        ended = subprocess.run(program, cwd=folder, stdin=subprocess.DEVNULL,
                                capture_output=True, text=True, timeout=50, check=False)
     if ended.returncode != 0 or ended.stdout != expected:
         sys.exit(f"{page}: status {ended.returncode}\n--- it prints\n{ended.stdout}{ended.stderr}"

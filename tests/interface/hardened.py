@@ -16,6 +16,11 @@ def read(option, library):
 
 def main():
     library = sys.argv[1]
+    if library.endswith(".dll"):
+        headers = subprocess.run(["objdump", "--private-headers", library], capture_output=True,
+                                 text=True, check=True).stdout.split()
+        missing = {"HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"} - set(headers)
+        sys.exit(f"{library}: not marked as {missing}" if missing else None)
     segments = {}
     for row in read("--segments", library):
         if len(row) >= 8 and row[1].startswith("0x"):

@@ -14,7 +14,7 @@ ARROWS = {
     "mem": set(),
     "var": {"platform/comparison.h"},
     "tra": {"transforms/detail/instruction_set.h"},
-    "logger": set(),
+    "logger": {"platform/directories.h"},
     "text": {"platform/locale.h"},
     "osh": {"platform"},
     "wipc": {"platform"},

@@ -1,8 +1,11 @@
 #include <zelvan/logger/logger.h>
 
+#include "support/system.h"
+
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <string>
 #include <tuple>
@@ -29,6 +32,7 @@ struct LoggerInside {
 namespace {
 
 using In = LoggerInside;
+using support::set_environment;
 using Settings = std::tuple<int, int, logPriorities, std::string>;
 
 TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
@@ -42,7 +46,7 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
   } rows[] = {{{}, 3, {2, 5000, logWarn, "kept"}},
               {{"x", "", "x1", nullptr}, -1, {2, 5000, logTrace, "kept"}},
               {{"0", "999", "-3", "x/"}, 2, {1, 1000, logTrace, "x/"}},
-              {{" +7 of them", "1000", "9", ""}, 2, {7, 1000, logError, "/tmp/logQelt-"}},
+              {{" +7 of them", "1000", "9", ""}, 2, {7, 1000, logError, support::log_prefix}},
               {{"99999999999", "-99999999999", "3", nullptr}, 17, {INT_MAX, 1000, logWarn, "kept"}},
               {{"-99999999999", "99999999999", nullptr, "y"}, 17, {1, INT_MAX, logError, "y"}}};
   const char* const names[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LINES", "LOGGER_LOG_LEVEL",
@@ -52,10 +56,10 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
     In::is_pending = true, In::settings() = start;
     log.setFilePrefix("kept"), log.setLogLevel(static_cast<logPriorities>(row.level_set));
     for (int i = 0; i < 4; ++i) {
-      row.values[i] != nullptr ? setenv(names[i], row.values[i], 1) : unsetenv(names[i]);
+      set_environment(names[i], row.values[i]);
     }
     (log.*In::init)();
-    setenv(names[0], "5", 1), (log.*In::init)();  // too late
+    set_environment(names[0], "5"), (log.*In::init)();  // too late
     EXPECT_EQ(In::settings(), row.read);
   }
   EXPECT_FALSE(In::is_pending);
@@ -112,10 +116,13 @@ TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
   log.setStout(false), other = log, log.setClassname(nullptr);
   EXPECT_FALSE(In::flags(other).first);
   EXPECT_EQ(std::string(log.*In::name) + empty.*In::name, "");
-  setenv("TZ", "ABC-5:30", 1);
+  set_environment("TZ", "ABC-5:30"), tzset();
+  const std::time_t there = std::time(nullptr) + (5 * 60 + 30) * 60;
+  char hour[16] = "";
+  std::strftime(hour, sizeof hour, "%d at %H", std::gmtime(&there));
   const std::string longest(63, 'x');
-  for (const std::string& format : {std::string("%Z%z"), longest, longest + 'x'}) {
-    const std::string text = format[0] == '%' ? "ABC+0530" : format == longest ? format : "";
+  for (const std::string& format : {std::string("%d at %H"), longest, longest + 'x'}) {
+    const std::string text = format[0] == '%' ? hour : format == longest ? format : "";
     char* date = nullptr;
     (log.*In::date)(format.c_str(), &date);
     EXPECT_EQ(std::string(date, 65), text + std::string(65 - text.size(), '\0'));

@@ -36,7 +36,8 @@ char reason() {
 }
 
 /// What every function makes of every path: a result or why there was none, and behind it the
-/// result of a failure. Links come last: not every system has them.
+/// result of a failure; `d` is 1 if directories can be read-only. Links come last: not every system
+/// has them. Elsewhere than on POSIX a reason may have another name.
 void expect_conventions_for_paths() {
   using Call = int (*)(char*);
   // clang-format off
@@ -59,7 +60,7 @@ void expect_conventions_for_paths() {
       {"11111NNN1L1N 0", [](char* p) -> int { return osh_file_access(p, 0xFFFD); }},
       {"11144NNN1L1N 0", [](char* p) { return kind(p) / 0x400; }},
       {"11111NNN1L1N 0", [](char* p) { return changed(p, 0020, 0777); }},
-      {"11111NNN1L1N 0", [](char* p) { return changed(p, 0555, 0555); }},
+      {"111ddNNN1L1N 0", [](char* p) { return changed(p, 0555, 0555); }},
       {"534DDNNN5L5N -1", osh_filesize},
       {"1I1DDNNN1L1N 0", [](char* p) -> int { return osh_cat("other"_c, p); }},
       {"I1ADD1NNILI1 0", [](char* p) -> int { return osh_cat(p, "plain"_c); }},
@@ -73,13 +74,18 @@ void expect_conventions_for_paths() {
       {"OOOF1NNNOLOO 0", osh_rmdir},
   };
   // clang-format on
+  const auto is_other_reason = [](char c) {
+    return fs::path::preferred_separator != '/' && c >= 'A';
+  };
+  const bool has_links = World().has_links;
+  const bool can_protect_directories = (World(), support::make_read_only("empty"));
   std::uint64_t state = 0;
   for (const auto& [expected, call] : rows) {
     const int failure = call(nullptr);
     std::string results;
     for (const std::string& name : names) {
       World world;
-      if (!world.has_links && results.size() == 10) break;
+      if (!has_links && results.size() == 10) break;
       errno = 0;
       const int result = call(given(name));
       results += result == failure ? reason() : static_cast<char>('0' + result);
@@ -88,8 +94,14 @@ void expect_conventions_for_paths() {
         for (const char c : path + content(path)) state = 31 * state + c;
       }
     }
-    EXPECT_EQ(results + ' ' + std::to_string(failure), expected)
-        << "row " << &expected - &rows[0].first;
+    std::string promised = expected;
+    std::replace(promised.begin(), promised.end(), 'd', "-1"[can_protect_directories]);
+    if (!has_links) promised.erase(10, 2);
+    for (std::string* text : {&results, &promised}) {
+      std::replace_if(text->begin(), text->end(), is_other_reason, '-');
+    }
+    EXPECT_EQ(results + ' ' + std::to_string(failure), promised)
+        << "row " << (&expected - &rows[0].first) / 2;
   }
   EXPECT_EQ(state, 16985218689779743804u) << "the files afterwards";
 }
@@ -145,7 +157,7 @@ TEST(FileAccess, GoesBeyondTwoGigabytes) {
   EXPECT_EQ(reason(), 'I');
   fs::resize_file("plain", 0x1'8000'0005);
   EXPECT_EQ((Results{osh_fdfilesize(fd), osh_filesize("plain"_c), osh_lseek(fd, 0, 2)}),
-            (Results{INT_MIN + 5, INT_MIN + 5, 0x1'8000'0005}));
+            (Results{INT_MIN + 5, INT_MIN + 5, sizeof(long) > 4 ? 0x1'8000'0005 : -1}));
   EXPECT_EQ((Results{osh_close(fd), osh_close(fd), osh_fdfilesize(fd), osh_read(fd, &world, 1)}),
             (Results{0, -1, -1, -1}));
 }

@@ -23,6 +23,7 @@ int start(const char* command) { return std::atoi(command); }
 namespace {
 
 TEST(FontList, HoldsTheFontFilesOfAllFoldersInOrder) {
+  if (fs::path::preferred_separator != '/') GTEST_SKIP() << "fonts have one folder on Windows";
   World world;
   int count = -1;
   EXPECT_EQ(osh_GetFontFileListCount(&count), nullptr);

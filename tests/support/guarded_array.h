@@ -2,30 +2,23 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <type_traits>
 
-#include <sys/mman.h>
-#include <unistd.h>
+#include <support/system.h>
 
 namespace support {
 
-/// `n` elements, each byte 0xA5 until written. In front of them are bytes of 0xA5, too.
+/// `n` elements, each byte 0xA5 until written.
 template <class T>
 class GuardedArray {
   static_assert(std::is_trivially_copyable_v<T>);
 
  public:
   explicit GuardedArray(std::size_t n) : size_(n) {
-    const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    const std::size_t usable = (n * sizeof(T) + page - 1) / page * page;
-    pages_size_ = usable + page;
-    pages_ = mmap(nullptr, pages_size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (pages_ == MAP_FAILED) std::abort();
-    char* const guard = static_cast<char*>(std::memset(pages_, 0xA5, usable)) + usable;
-    if (mprotect(guard, page, PROT_NONE) != 0) std::abort();
+    char* const guard = guarded_pages(n * sizeof(T));
     data_ = reinterpret_cast<T*>(guard - n * sizeof(T));
+    std::memset(static_cast<void*>(data_), 0xA5, n * sizeof(T));
   }
 
   /// A copy of the elements of any container.
@@ -35,7 +28,7 @@ class GuardedArray {
     if (size_ != 0) std::memcpy(data_, from.data(), size_ * sizeof(T));
   }
 
-  ~GuardedArray() { munmap(pages_, pages_size_); }
+  ~GuardedArray() { release_guarded_pages(reinterpret_cast<char*>(end()), size_ * sizeof(T)); }
   GuardedArray(const GuardedArray&) = delete;
   GuardedArray& operator=(const GuardedArray&) = delete;
 
@@ -47,8 +40,6 @@ class GuardedArray {
 
  private:
   std::size_t size_;
-  std::size_t pages_size_;
-  void* pages_;
   T* data_;
 };
 

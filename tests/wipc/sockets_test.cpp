@@ -9,6 +9,7 @@ namespace {
 namespace platform = zelvan::platform;
 
 TEST(Sockets, MeetNobodyWhereNobodyIs) {
+  EXPECT_EQ(platform::WSAStartup(), 0);
   platform::SocketAddress address{};
   const int ends[] = {platform::socket(), platform::socket()};
   EXPECT_EQ(platform::bind(ends[0], address) + platform::getsockname(ends[0], &address), 0);
@@ -32,6 +33,7 @@ TEST(Sockets, MeetOthersOnThatPort) {
 }
 
 TEST(Sockets, HaveNamesAndAddresses) {
+  EXPECT_EQ(platform::WSAStartup(), 0);
   platform::SocketAddress address{};
   EXPECT_EQ(platform::gethostbyname("localhost", &address), 1);
   EXPECT_EQ(address.host[0] + address.host[3], 128);

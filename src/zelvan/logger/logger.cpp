@@ -1,4 +1,5 @@
 #include <zelvan/logger/logger.h>
+#include <zelvan/platform/directories.h>
 
 #include <algorithm>
 #include <climits>
@@ -23,8 +24,6 @@ bool Logger::reopen_for_append = false;
 bool Logger::init_pending = true;
 
 namespace {
-
-constexpr char default_prefix[] = "/tmp/logQelt-";
 
 // A block of `malloc`; null if the heap refuses.
 char* copy_of(const char* name) {
@@ -107,7 +106,7 @@ void Logger::init() {
   read_number("LOGGER_LOG_LEVEL", &level);
   log_level = static_cast<logPriorities>(std::clamp<int>(level, logTrace, logError));
   if (const char* const prefix = std::getenv("LOGGER_FILE_PREFIX")) replace(&file_prefix, prefix);
-  if (file_prefix.empty()) replace(&file_prefix, default_prefix);
+  if (file_prefix.empty()) replace(&file_prefix, zelvan::platform::log_prefix());
   init_pending = false;
 }
 

@@ -162,7 +162,7 @@ int track(const Request& request, void* block) {
       -1};
   ++list->n_used;
   if (mem_trace != 0) {
-    MemTrace("  [%ld] Allocation address %#zx total size %ld pool used %ld\n",
+    MemTrace("  [%ld] Allocation address %#llx total size %ld pool used %ld\n",
              long{entry->sequence}, bits_of(block), long{entry->total_size},
              long{list->pool->used});
   }
@@ -229,7 +229,7 @@ int MemAllocate(MemList* list, int size, void* key, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (key == nullptr) key = zelvan::mem_default_object;
   if (mem_trace != 0) {
-    MemTrace("Allocate:  list %#zx key %#zx size %ld back ptr %#zx\n", bits_of(list), bits_of(key),
+    MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list), bits_of(key),
              long{size}, bits_of(back_ptr));
   }
   if (list == nullptr) return zelvan::allocate_untracked(size, back_ptr);

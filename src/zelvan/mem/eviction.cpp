@@ -35,7 +35,7 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
 
 void MemListInitializeSearch(MemList* list) {
   for (int i = 0; i < list->n_entries; ++i) list->entries[i].excluded = 0;
-  if (mem_trace != 0) MemTrace("Initialize search: list %#zx\n", bits_of(list));
+  if (mem_trace != 0) MemTrace("Initialize search: list %#llx\n", bits_of(list));
 }
 
 void MemListRemoveFromSearch(MemList* list, void* object) {
@@ -43,7 +43,7 @@ void MemListRemoveFromSearch(MemList* list, void* object) {
     if (list->entries[i].key == object) list->entries[i].excluded = 1;
   }
   if (mem_trace != 0) {
-    MemTrace("Remove from search: list %#zx object %#zx\n", bits_of(list), bits_of(object));
+    MemTrace("Remove from search: list %#llx object %#llx\n", bits_of(list), bits_of(object));
   }
 }
 

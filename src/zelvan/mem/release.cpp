@@ -101,7 +101,7 @@ void MemFree(MemList* list, void* address) {
     return;
   }
   if (mem_trace != 0) {
-    MemTrace("Free: list %#zx address %#zx\n", bits_of(list), bits_of(address));
+    MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
   }
   MemEntry* const entry = zelvan::find_entry(list, address);
   if (entry == nullptr) {
@@ -116,7 +116,7 @@ void MemSetPointer(MemList* list, void* address, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (list == nullptr) return;
   if (mem_trace != 0) {
-    MemTrace("Set pointer: list %#zx address %#zx back ptr %#zx\n", bits_of(list), bits_of(address),
+    MemTrace("Set pointer: list %#llx address %#llx back ptr %#llx\n", bits_of(list), bits_of(address),
              bits_of(back_ptr));
   }
   if (address == nullptr) return;
@@ -126,7 +126,7 @@ void MemSetPointer(MemList* list, void* address, void** back_ptr) {
     return;
   }
   if (mem_trace != 0) {
-    MemTrace("  [%ld] Set pointer replaces %#zx\n", long{entry->sequence},
+    MemTrace("  [%ld] Set pointer replaces %#llx\n", long{entry->sequence},
              bits_of(entry->back_ptr));
   }
   entry->back_ptr = back_ptr;
@@ -146,7 +146,7 @@ void MemListClear(MemList* list) {
       return;
     }
     if (mem_trace != 0) {
-      MemTrace("Clear list %#zx address %#zx\n", bits_of(list), bits_of(entry.address));
+      MemTrace("Clear list %#llx address %#llx\n", bits_of(list), bits_of(entry.address));
     }
     zelvan::MemEntryReleaseWithChildren(list, i, children);
   }

@@ -6,17 +6,18 @@
 ///
 /// **Paths** are null-terminated bytes of at most 1023. A longer path, or a null one, is refused
 /// with the function's own failure; nothing is cut. Symbolic links are followed, save where a
-/// file is renamed or deleted. On a platform with drive letters, a path with one leading backslash
-/// names the file on the current drive, or else on the first drive that has it. On this one
-/// there are none, and the path names just the file of that name.
+/// file is renamed or deleted. On Windows a path with one leading backslash names the file on the
+/// current drive, or else on the first drive that has it; where there are no drives it names just
+/// the file of that name.
 ///
-/// **Read-only** is a file that nobody has permission to write. It is refused to every user
-/// alike, the privileged one included, when it is to be opened for writing, overwritten or
-/// deleted; it can be renamed.
+/// **Read-only** is a file that nobody has permission to write, or on Windows one that is marked
+/// so. It is refused to every user alike, the privileged one included, when it is to be opened for
+/// writing, overwritten or deleted; it can be renamed.
 ///
 /// **Sizes** are 32 bits wide where the result is an `int`: of a file of 2 GiB or more they are
-/// the low 32 bits, which may look negative. `osh_lseek` to the end tells the whole size. Places
-/// within a file are `long`, 64 bits here, so such files can be read and written in full.
+/// the low 32 bits, which may look negative. Places within a file are `long`. Where that has 64
+/// bits, `osh_lseek` to the end tells the whole size and such files can be read and written in
+/// full. On Windows it has 32, and calls that would tell a place from 2 GiB on fail.
 ///
 /// **Descriptors** fit in `short`. Files are closed in programs that the process starts. Signals
 /// don't show: an interrupted call is taken up again.
@@ -38,10 +39,11 @@ inline constexpr short osh_open_append = 0x0008;     ///< every write goes to th
 inline constexpr short osh_open_create = 0x0100;     ///< if it doesn't exist
 inline constexpr short osh_open_truncate = 0x0200;   ///< to length 0; only when opened to write
 inline constexpr short osh_open_exclusive = 0x0400;  ///< with create: fail if it exists
-inline constexpr short osh_open_as_text = 0x4000;    ///< no difference here, see osh_open_text
+inline constexpr short osh_open_as_text = 0x4000;    ///< see osh_open_text
 inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);
 
-// The permissions of a file that is created: these, or any of the nine bits of a Unix mode.
+// The permissions of a file that is created: these, or any of the nine bits of a Unix mode. On
+// Windows they only tell whether it is read-only.
 inline constexpr short osh_permit_read = 0x100;  ///< its owner may always read it
 inline constexpr short osh_permit_write = 0x80;
 
@@ -56,7 +58,8 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;
 /// both asked for by `1 | 2`, and truncating a file that is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
 
-/// The same as text. On this platform both are the bytes as they stand.
+/// The same as text. On Windows the runtime writes a line feed as carriage return and line feed and
+/// reads that as one; elsewhere text is the bytes as they stand.
 ZELVAN_C_API int osh_open_text(char* path, short flags, short mode);
 
 /// Gives a descriptor back. 0, or -1.

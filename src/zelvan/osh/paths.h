@@ -13,8 +13,8 @@
 #include <zelvan/export.h>
 
 /// Writes the system's short form of the name of something that exists to `alternate`, up to
-/// 1024 bytes. Names here have one form, so that is `path` itself; a link that leads nowhere
-/// names nothing that exists.
+/// 1024 bytes. Where names have one form only, as on Linux, that is `path` itself; a link that
+/// leads nowhere names nothing that exists.
 ///
 /// Result: 1 if the two differ by more than the case of letters, 0 if they don't. -1 if there
 /// is no form: then `alternate` is a copy of `path`, or empty if that would not fit 1024 bytes.
@@ -30,8 +30,8 @@ ZELVAN_C_API int osh_append_path(char* first, char* second, char* result);
 
 /// Splits a path at its last separator, `/` or backslash, which goes to neither side: so the
 /// root before a name is an empty `directory`, and a path that ends in a separator has an
-/// empty `file`. Without a separator all of it is `file`. A byte inside a longer character of
-/// the process's locale is no separator.
+/// empty `file`. Without a separator all of it is `file`. A byte inside a longer character is no
+/// separator; the characters are those of the process's locale, on Windows of its code page.
 ///
 /// Result: 1, or 0 with nothing written if one of the three is null. Neither output gets longer
 /// than `path`, and one of them may lie in its place; otherwise it is only read.
@@ -43,7 +43,8 @@ ZELVAN_C_API int osh_verify_file_name(void);
 /// The absolute form of `path`, of any length. In spite of the name nothing is looked for: the
 /// text goes behind the current directory if it does not begin with `/`, and empty parts, `.`
 /// and a `/` at the end are dropped. `..` and links stay as they are, since only the file
-/// system knows where a `..` behind a link leads.
+/// system knows where a `..` behind a link leads. On Windows it is the form that the system makes,
+/// with a drive or a share in front, backslashes, and no `..` left.
 ///
 /// Result: a string of the heap, which the caller releases with `free`. It is empty for an
 /// empty path, and where the current directory can't be had. Null where the heap refuses.

@@ -13,7 +13,8 @@
 ///
 /// Result: the list, or null with `*count` unchanged if there are no fonts or the heap refuses.
 ///
-/// Listed are the files named `*.tt?`, in either case, in `/usr/share/fonts`,
+/// Listed are the files named `*.tt?`, in either case: on Windows those in the system's folder of
+/// fonts, in the order in which the system finds them; elsewhere those in `/usr/share/fonts`,
 /// `/usr/local/share/fonts`, `$XDG_DATA_HOME/fonts` (`~/.local/share/fonts` if that is unset)
 /// and `~/.fonts`, 1200 at most, the rest unlooked at. Within each folder the files come first,
 /// then its folders, 16 deep and each in the order of their bytes. Links to folders are not
@@ -60,8 +61,9 @@ ZELVAN_C_API int osh_setenv(char* name, char* value);
 /// Returns after that many seconds, at once for 0. A signal doesn't cut the time short.
 ZELVAN_C_API void osh_sleep(unsigned int seconds);
 
-/// Hands a command to the shell and doesn't wait for it to end; nothing is left to wait for.
-/// `reserved` is not looked at.
+/// Hands a command to the shell and doesn't wait for it to end; nothing is left to wait for. On
+/// Windows it is the command line of a program; what only the shell knows takes `cmd /c` ahead of
+/// it. `reserved` is not looked at.
 ///
 /// Result: 0 if the command was started, else why not: 2 for a command that isn't there, 5 for
 /// one that may not be run, 8 if memory or processes ran out, 11 for a file that is no program.

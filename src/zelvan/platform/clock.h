@@ -16,7 +16,8 @@ struct LocalTime {
   int second;
 };
 
-/// Now, in the time zone that the environment names at the time of the call.
+/// Now, in the time zone that the environment names at the time of the call, on Windows in the
+/// system's.
 void GetLocalTime(LocalTime* now);
 
 /// Returns after that many milliseconds, at once for 0. A signal doesn't cut the pause short,

@@ -17,13 +17,18 @@ unsigned GetCurrentDirectoryA(unsigned size, char* buffer);
 ///
 /// The text alone is worked on: the current directory goes before a path that does not begin
 /// with `/`, and empty parts and `.` are dropped, a `/` at the end too. Nothing has to exist.
-/// `..` stays: where the part before it is a link, taking both out would name another place.
+/// `..` stays: where the part before it is a link, taking both out would name another place. On
+/// Windows the form is that by which the system itself opens the path: `..` is taken out, and the
+/// drive's own current directory stands in for what is missing.
 unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer);
 
 /// Writes the short form of the path of something that exists, a link's target included, into
 /// the `size` bytes of `buffer`, and gives its length. Gives 0 and leaves the buffer alone if
-/// there is nothing of that name or the form does not fit. Names here have one form only, so a
-/// path is its own short form.
+/// there is nothing of that name or the form does not fit. On POSIX names have one form only, so
+/// a path is its own short form.
 unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size);
+
+/// What the paths of log files begin with if nobody says otherwise.
+const char* log_prefix();
 
 }  // namespace zelvan::platform

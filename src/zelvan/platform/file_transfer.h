@@ -11,7 +11,8 @@ namespace zelvan::platform {
 /// complete, so the target holds either its old content or the new one, whole, even if the disk
 /// fills up or the process is killed. Where the target is a symbolic link, the file that it leads
 /// to is replaced. A target that existed keeps its permissions, and its owner where that can be
-/// had; a new one gets the source's permissions less what the process masks out.
+/// had; a new one gets the source's permissions less what the process masks out, on Windows the
+/// source's attributes.
 ///
 /// Refused: a source or target that is no regular file, one file as both, a target that is
 /// read-only or that the caller may not write, and a link that leads nowhere.

@@ -4,9 +4,9 @@
 /// system's. Paths are null-terminated bytes and follow symbolic links. A failure leaves its
 /// reason in `errno`. Signals never show: an interrupted call is taken up again.
 ///
-/// A file is read-only when it carries no write permission for anyone. That holds for every user
-/// alike, for the one whom permissions don't bind as well: a read-only file is not opened for
-/// writing, not overwritten and not deleted.
+/// A file is read-only when it carries no write permission for anyone, on Windows when it has the
+/// attribute for that. It holds for every user alike, for the one whom permissions don't bind as
+/// well: a read-only file is not opened for writing, not overwritten and not deleted.
 ///
 /// No file that is opened here is inherited by a started program. Every function may run on any
 /// thread.
@@ -16,8 +16,9 @@
 
 namespace zelvan::platform {
 
-// How `_open` shall open; everything else in its flags has no effect. A file is read and written
-// as it stands, so text and binary are the same here.
+// How `_open` shall open; everything else in its flags has no effect. On POSIX a file is read and
+// written as it stands, so text and binary are the same; on Windows a file that isn't binary has
+// its line ends translated by the runtime.
 inline constexpr int _O_RDONLY = 0x0000;
 inline constexpr int _O_WRONLY = 0x0001;
 inline constexpr int _O_RDWR = 0x0002;
@@ -46,7 +47,8 @@ int _read(int fd, void* buffer, unsigned count);
 int _write(int fd, const void* buffer, unsigned count);
 
 /// Moves the place of the next access, as counted from the start of the file (`whence` 0), from
-/// the present place (1) or from the end (2). Gives the new place from the start, or -1.
+/// the present place (1) or from the end (2). Gives the new place from the start, or -1, also where
+/// a `long` can't hold it.
 long _lseek(int fd, long offset, int whence);
 
 /// Puts the low 32 bits of an open file's size into `size`: 0, or -1 with `size` untouched.
@@ -81,7 +83,8 @@ inline constexpr unsigned INVALID_FILE_ATTRIBUTES = ~0u;
 unsigned GetFileAttributesA(const char* path);
 
 /// Takes all write permission away if `attributes` hold the read-only bit; else gives it back to
-/// the owner. No other permission changes. Nonzero on success.
+/// the owner. No other permission changes; on Windows the attributes become just these. Nonzero on
+/// success.
 int SetFileAttributesA(const char* path, unsigned attributes);
 
 /// Opens an existing file to ask for its size, and gives a handle or -1. Only a file that may be

@@ -1,5 +1,8 @@
 /// Where the system keeps its TrueType fonts.
 ///
+/// On Windows there is one folder, the shell's, which is not searched any deeper, and the order is
+/// that in which the system finds the files.
+///
 /// Both functions throw `std::bad_alloc` where the heap refuses. They read the environment and
 /// the file system, and may run on any thread while nobody changes the environment.
 #pragma once

@@ -13,8 +13,8 @@ inline constexpr unsigned LOCALE_SISO639LANGNAME = 0x59;
 /// the length of that, terminator included. Gives 0 and leaves the buffer alone if the locale
 /// has no such language, if the question is another one, or if the answer does not fit.
 ///
-/// The environment is asked at each call, so a change shows at once. The locale's data need
-/// not be there.
+/// The environment, on Windows the system, is asked at each call, so a change shows at once. The
+/// locale's data need not be there.
 int GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size);
 
 }  // namespace zelvan::platform

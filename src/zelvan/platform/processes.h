@@ -1,6 +1,7 @@
 /// Starting programs, and who we are.
 ///
-/// A started program gets the caller's environment, directory and descriptors 0 to 2, and no
+/// A started program gets the caller's environment and directory. On Windows it gets no handle; a
+/// console is shared. On POSIX it gets descriptors 0 to 2, and no
 /// descriptor above them, neither the library's nor the caller's own. It begins with the
 /// caller's signal mask, and with the default action for every signal that the caller handles.
 /// It is nobody's child to wait for: no zombie is left when it ends, and no child of the
@@ -17,7 +18,8 @@ namespace zelvan::platform {
 /// and vanish. Nothing else in it has a meaning: no shell sees it. The first part is the program:
 /// a path if a `/` stands in it, else a name to look for along "PATH". The program runs in a
 /// session of its own, without a terminal, so that the keys which interrupt the caller don't reach
-/// it.
+/// it. On Windows the system itself reads the line and looks for the program, which shows no window
+/// and is in a group of its own for the sake of these keys.
 int CreateProcessA(const char* command_line);
 
 /// Hands a command to the shell and doesn't wait for it. Gives a value above 31 if the command
@@ -26,7 +28,8 @@ int CreateProcessA(const char* command_line);
 ///
 /// A first word that neither "PATH" nor the shell knows is reported as 2. Where the command
 /// opens with anything but a plain word (a quote, an assignment, a group), the shell alone
-/// judges it, and only a shell that can't be run is a failure.
+/// judges it, and only a shell that can't be run is a failure. On Windows there is no shell in
+/// between: the command is the line of a program, which shows its window.
 int WinExec(const char* command);
 
 /// The id of this process.

@@ -42,7 +42,8 @@ int listen(int socket, int backlog);
 /// Takes the oldest connection off the queue, waiting for one, as a socket of the caller's.
 int accept(int socket);
 
-/// Connects, waiting for the answer; one that is refused fails at once. A socket that failed is
+/// Connects, waiting for the answer; one that is refused fails at once, on Windows after the two
+/// seconds in which the system asks again. A socket that failed is
 /// of no more use, and one that met nobody but itself has failed.
 int connect(int socket, const SocketAddress& address);
 

@@ -16,7 +16,8 @@
 /// of ASCII without the backslash.
 ///
 /// The language is the user's: the environment variable LC_ALL, LC_CTYPE or LANG, the first
-/// that is set and not empty, asked afresh at each call. The locale need not be installed.
+/// that is set and not empty, asked afresh at each call. The locale need not be installed. On
+/// Windows it is the one that the user's settings name.
 /// Threads: as `getenv`, so nobody may change the environment meanwhile.
 ZELVAN_API std::vector<std::basic_string<unsigned short>> GlyphTokenize(
     const std::basic_string<unsigned short>& text);

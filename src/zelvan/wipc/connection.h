@@ -24,8 +24,8 @@
 /// path may hold blanks, then `host`, by which the program will find this machine ("localhost"
 /// if nothing else is called for), the two ports, and the id of this process. A line of 1024
 /// bytes or more is refused. No shell reads it; `module` is a path if it holds a `/`, else a name
-/// to be found along "PATH". The program inherits descriptors 0 to 2, environment and directory,
-/// and is no child to wait for.
+/// to be found along "PATH", on Windows by the system's rules. The program inherits environment
+/// and directory, and descriptors 0 to 2 but no handle on Windows, and is no child to wait for.
 ///
 /// It waits for the program's two connections, each for as long as `wipc_set_connect_timeout`
 /// says; looks come every half second, so that opening takes about a second. A program that

@@ -11,6 +11,9 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,6 +21,11 @@
 namespace fs = std::filesystem;
 
 namespace {
+
+std::size_t whole_pages(std::size_t size) {
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  return (size + page - 1) / page * page;
+}
 
 /// In memory where there is some: tests ask much of a disk. Programs must be able to run there.
 std::string make_folder() {
@@ -48,15 +56,28 @@ TemporaryFolder::~TemporaryFolder() {
 
 bool make_link(const char* target, const char* name) { return symlink(target, name) == 0; }
 
+bool make_read_only(const char* directory) { return chmod(directory, 0555) == 0; }
+
 int open_descriptors() {
   return static_cast<int>(std::distance(fs::directory_iterator("/proc/self/fd"), {}));
 }
+
+std::size_t heap_in_use() { return mallinfo2().uordblks; }
 
 bool is_inherited(int fd) { return (fcntl(fd, F_GETFD) & FD_CLOEXEC) == 0; }
 
 void set_environment(const char* name, const char* value) {
   value != nullptr ? setenv(name, value, 1) : unsetenv(name);
 }
+
+int set_time_zone(int hours_east) {
+  set_environment("TZ", ("HERE" + std::to_string(-hours_east)).c_str());
+  return hours_east;
+}
+
+std::string language() { return {}; }
+
+const char* const log_prefix = "/tmp/logQelt-";
 
 void for_every_user(const std::function<void()>& check) {
   check();
@@ -97,6 +118,20 @@ bool ends_soon(int process) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return false;
+}
+
+char* guarded_pages(std::size_t size) {
+  const std::size_t usable = whole_pages(size), page = whole_pages(1);
+  void* const pages =
+      mmap(nullptr, usable + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (pages == MAP_FAILED) std::abort();
+  char* const guard = static_cast<char*>(pages) + usable;
+  if (mprotect(guard, page, PROT_NONE) != 0) std::abort();
+  return guard;
+}
+
+void release_guarded_pages(char* guard, std::size_t size) {
+  munmap(guard - whole_pages(size), whole_pages(size) + whole_pages(1));
 }
 
 }  // namespace support

@@ -19,7 +19,7 @@ constexpr MemEntry empty_entry = {nullptr, 0, 0, nullptr, nullptr, 0, 0, -1};
 __attribute__((format(printf, 1, 2))) void MemTrace(const char* format, ...);
 
 /// A pointer as the trace shows it, by `%#zx`.
-inline std::size_t bits_of(const void* pointer) {
+inline unsigned long long bits_of(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }
 

@@ -71,4 +71,6 @@ unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size) {
   return store(path, buffer, size);
 }
 
+const char* log_prefix() { return "/tmp/logQelt-"; }
+
 }  // namespace zelvan::platform

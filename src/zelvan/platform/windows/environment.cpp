@@ -1,0 +1,30 @@
+#include <zelvan/platform/environment.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string>
+
+#include <windows.h>
+
+namespace zelvan::platform {
+
+int _putenv(const char* assignment) try {
+  const char* equals = std::strchr(assignment, '=');
+  if (equals == nullptr || equals == assignment) {
+    errno = EINVAL;
+    return -1;
+  }
+  if (equals[1] != '\0') return ::_putenv(assignment);
+  // The runtime takes an empty value for a wish to remove the variable. So it gets a blank, which
+  // is then taken out of its copy, and the system's copy is set anew.
+  const std::string name(assignment, equals);
+  if (::_putenv((name + "= ").c_str()) != 0) return -1;
+  if (char* value = std::getenv(name.c_str())) *value = '\0';
+  return ::SetEnvironmentVariableA(name.c_str(), "") ? 0 : -1;
+} catch (const std::bad_alloc&) {
+  return -1;
+}
+
+}  // namespace zelvan::platform

@@ -1,0 +1,174 @@
+#include <zelvan/platform/file_transfer.h>
+#include <zelvan/platform/windows/handle.h>
+#include <zelvan/platform/windows/last_error.h>
+#include <zelvan/platform/windows/system_path.h>
+
+#include <cwchar>
+#include <new>
+#include <string>
+
+#include <process.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr int most_names_tried = 10'000;
+
+bool refuse(DWORD why) {
+  ::SetLastError(why);
+  return false;
+}
+
+/// Opens what the path leads to, links followed.
+HANDLE open_existing(const wchar_t* path, DWORD access) {
+  return ::CreateFileW(path, access, share_all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                       nullptr);
+}
+
+/// No device and no pipe: a copy must not take the place of one.
+bool is_on_disk(HANDLE file) {
+  return ::GetFileType(file) == FILE_TYPE_DISK || refuse(ERROR_INVALID_PARAMETER);
+}
+
+bool is_read_only(const wchar_t* path) {
+  const DWORD attributes = ::GetFileAttributesW(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+bool make_writable(const std::wstring& path) {
+  return ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+/// The absolute path of an open file, without links; empty on failure.
+std::wstring path_of(HANDLE file) {
+  std::wstring path(::GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
+  const auto size = static_cast<DWORD>(path.size());
+  path.resize(size != 0 ? ::GetFinalPathNameByHandleW(file, path.data(), size, 0) : 0);
+  return path;
+}
+
+/// A complete copy of a file in the directory of `target`, under a name of its own, that takes the
+/// target's place. If it never does, it vanishes with this object.
+class Replacement {
+ public:
+  Replacement(const wchar_t* source, const std::wstring& target) : target_(target) {
+    create(source);
+  }
+
+  ~Replacement() {
+    const DWORD why = ::GetLastError();
+    if (!has_own_name_) return;
+    make_writable(own_name_);
+    ::DeleteFileW(own_name_.c_str());
+    ::SetLastError(why);
+  }
+
+  bool is_complete() const { return has_own_name_; }
+
+  /// Takes the place of a file that is there, and its permissions. Were that to reach the disk
+  /// ahead of the content, a crash would leave neither.
+  bool replace_target() {
+    has_own_name_ = !make_writable(own_name_) || !reach_the_disk() ||
+                    !::ReplaceFileW(target_.c_str(), own_name_.c_str(), nullptr,
+                                    REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
+    return !has_own_name_;
+  }
+
+  /// Takes a name, which must be free unless the flags say otherwise.
+  bool become_target(DWORD flags) {
+    has_own_name_ = !::MoveFileExW(own_name_.c_str(), target_.c_str(), flags);
+    return !has_own_name_;
+  }
+
+ private:
+  /// Other threads and processes make such files as well; each takes a name that is free.
+  void create(const wchar_t* source) {
+    const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
+    for (int i = 0; i < most_names_tried; ++i) {
+      own_name_ = folder + L".zelvan-" + std::to_wstring(::_getpid()) + L'-' + std::to_wstring(i);
+      has_own_name_ = ::CopyFileW(source, own_name_.c_str(), TRUE);
+      if (has_own_name_ || ::GetLastError() != ERROR_FILE_EXISTS) return;
+    }
+  }
+
+  bool reach_the_disk() const {
+    const Handle file(open_existing(own_name_.c_str(), GENERIC_WRITE));
+    return file.is_open() && ::FlushFileBuffers(file.get());
+  }
+
+  const std::wstring target_;
+  std::wstring own_name_;
+  bool has_own_name_ = false;
+};
+
+bool copy_over(const wchar_t* from, const std::wstring& target) {
+  Replacement copy(from, target);
+  return copy.is_complete() && copy.replace_target();
+}
+
+bool copy_to_new_name(const wchar_t* from, const wchar_t* target) {
+  Replacement copy(from, target);
+  return copy.is_complete() && copy.become_target(MOVEFILE_REPLACE_EXISTING);
+}
+
+bool copy_file(const wchar_t* from, const wchar_t* to) {
+  const Handle source(open_existing(from, GENERIC_READ));
+  if (!source.is_open() || !is_on_disk(source.get())) return false;
+  if (is_read_only(to)) return refuse(ERROR_ACCESS_DENIED);
+  std::wstring target;
+  {
+    // The right to delete shows whether others have it open who would not let it be replaced.
+    const Handle old(open_existing(to, GENERIC_WRITE | DELETE));
+    if (!old.is_open()) {
+      if (::GetLastError() != ERROR_FILE_NOT_FOUND) return false;
+      // A link that leads nowhere would be replaced by a file.
+      if (::GetFileAttributesW(to) != INVALID_FILE_ATTRIBUTES) return refuse(ERROR_FILE_NOT_FOUND);
+      return copy_to_new_name(from, to);
+    }
+    if (!is_on_disk(old.get())) return false;
+    if (is_same_file(source.get(), old.get())) return refuse(ERROR_INVALID_PARAMETER);
+    target = path_of(old.get());
+  }
+  return !target.empty() && copy_over(from, target);
+}
+
+bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
+  const DWORD attributes = ::GetFileAttributesW(from);
+  if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+  if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0) {
+    return refuse(ERROR_NOT_SAME_DEVICE);
+  }
+  Replacement copy(from, to);
+  if (!copy.is_complete() || !copy.become_target(MOVEFILE_WRITE_THROUGH)) return false;
+  if (make_writable(from) && ::DeleteFileW(from)) return true;
+  const DWORD why = ::GetLastError();
+  ::SetFileAttributesW(from, attributes);
+  make_writable(to);
+  ::DeleteFileW(to);  // the file is where it was
+  return refuse(why);
+}
+
+bool move_file(const wchar_t* from, const wchar_t* to) {
+  // To the system a file's own name is free, so that its capitals can be changed.
+  if (std::wcscmp(from, to) == 0) return refuse(ERROR_ALREADY_EXISTS);
+  if (::MoveFileExW(from, to, 0)) return true;
+  return ::GetLastError() == ERROR_NOT_SAME_DEVICE && move_to_other_drive(from, to);
+}
+
+}  // namespace
+
+int CopyFileA(const char* from, const char* to) try {
+  return explained(copy_file(SystemPath(from).get(), SystemPath(to).get()));
+} catch (const std::bad_alloc&) {
+  errno = ENOMEM;
+  return 0;
+}
+
+int MoveFileA(const char* from, const char* to) try {
+  return explained(move_file(SystemPath(from).get(), SystemPath(to).get()));
+} catch (const std::bad_alloc&) {
+  errno = ENOMEM;
+  return 0;
+}
+
+}  // namespace zelvan::platform

@@ -1,0 +1,159 @@
+#include <zelvan/platform/files.h>
+#include <zelvan/platform/windows/handle.h>
+#include <zelvan/platform/windows/last_error.h>
+#include <zelvan/platform/windows/system_path.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr unsigned any_write = 0222;      // of a Unix mode
+constexpr std::size_t longest_mode = 62;  // of a stream
+
+/// A handle passes through an `int`: of its 64 bits only the lower 32 are in use.
+int number_of(HANDLE handle) { return static_cast<int>(reinterpret_cast<INT_PTR>(handle)); }
+HANDLE handle_of(int number) { return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(number)); }
+
+unsigned attributes_of(const SystemPath& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.get());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return attributes;
+  }
+  // What a link leads to counts, and a link that leads nowhere is no file.
+  const Handle target(::CreateFileW(path.get(), 0, share_all, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  BY_HANDLE_FILE_INFORMATION information;
+  const bool is_there = ::GetFileInformationByHandle(target.get(), &information);
+  return is_there ? information.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
+}
+
+/// Says so in `errno` if the path is a read-only file. Not every system stops a privileged user.
+bool is_protected(const SystemPath& path) {
+  constexpr unsigned both = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+  if ((attributes_of(path) & both) != FILE_ATTRIBUTE_READONLY) return false;
+  errno = EACCES;
+  return true;
+}
+
+HANDLE handle_under(int fd) { return reinterpret_cast<HANDLE>(::_get_osfhandle(fd)); }
+
+}  // namespace
+
+int _open(const char* path, int flags, int mode) {
+  constexpr int access_mask = _O_WRONLY | _O_RDWR;
+  constexpr int known =
+      access_mask | _O_APPEND | _O_CREAT | _O_TRUNC | _O_EXCL | _O_TEXT | _O_BINARY;
+  const int access = flags & access_mask;
+  if (access == access_mask || (access == _O_RDONLY && (flags & _O_TRUNC) != 0)) {
+    errno = EINVAL;
+    return -1;
+  }
+  const SystemPath name(path);
+  if (access != _O_RDONLY && is_protected(name)) return -1;
+  const bool is_writable = (static_cast<unsigned>(mode) & any_write) != 0;
+  return ::_wopen(name.get(), (flags & known) | _O_NOINHERIT,
+                  is_writable ? _S_IREAD | _S_IWRITE : _S_IREAD);
+}
+
+int _close(int fd) { return ::_close(fd); }
+
+int _read(int fd, void* buffer, unsigned count) {
+  return ::_read(fd, buffer, std::min<unsigned>(count, INT_MAX));
+}
+
+int _write(int fd, const void* buffer, unsigned count) {
+  return ::_write(fd, buffer, std::min<unsigned>(count, INT_MAX));
+}
+
+long _lseek(int fd, long offset, int whence) {
+  const __int64 before = ::_telli64(fd);
+  const __int64 place = ::_lseeki64(fd, offset, whence);
+  if (place <= LONG_MAX) return static_cast<long>(place);
+  ::_lseeki64(fd, before, SEEK_SET);
+  errno = EOVERFLOW;
+  return -1;
+}
+
+int _fstat64i32(int fd, int* size) {
+  struct _stat64 status;  // the narrow one fails on a large file
+  if (::_fstat64(fd, &status) != 0) return -1;
+  *size = static_cast<int>(static_cast<unsigned>(status.st_size));
+  return 0;
+}
+
+bool is_same_file(int fd, int other) { return is_same_file(handle_under(fd), handle_under(other)); }
+
+std::FILE* fopen(const char* path, const char* mode) {
+  if (mode[0] == '\0' || std::strlen(mode) > longest_mode) {
+    errno = EINVAL;
+    return nullptr;
+  }
+  const SystemPath name(path);
+  const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
+  if (writes && is_protected(name)) return nullptr;
+  wchar_t not_inherited[longest_mode + 2] = {static_cast<wchar_t>(mode[0]), L'N'};
+  std::copy(mode + 1, mode + std::strlen(mode), not_inherited + 2);  // a mode is ASCII
+  return ::_wfopen(name.get(), not_inherited);
+}
+
+int _fileno(std::FILE* stream) { return ::_fileno(stream); }
+
+std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
+
+int read_through_line_end(std::FILE* stream, char* buffer, int size) {
+  ::_lock_file(stream);
+  int stored = 0;
+  while (stored < size) {
+    const int c = std::getc(stream);
+    if (c == EOF) break;
+    buffer[stored++] = static_cast<char>(c);
+    if (c == '\n' || c == '\r') break;
+  }
+  ::_unlock_file(stream);
+  return stored;
+}
+
+int _access(const char* path, int) {
+  return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES ? 0 : -1;
+}
+
+unsigned GetFileAttributesA(const char* path) {
+  const unsigned attributes = attributes_of(SystemPath(path));
+  if (attributes == INVALID_FILE_ATTRIBUTES) explained(false);
+  return attributes;
+}
+
+int SetFileAttributesA(const char* path, unsigned attributes) {
+  return explained(::SetFileAttributesW(SystemPath(path).get(), attributes));
+}
+
+int CreateFileA(const char* path) {
+  const HANDLE handle =
+      ::CreateFileW(SystemPath(path).get(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) explained(false);
+  return number_of(handle);
+}
+
+unsigned GetFileSize(int handle) { return ::GetFileSize(handle_of(handle), nullptr); }
+
+int CloseHandle(int handle) { return explained(::CloseHandle(handle_of(handle))); }
+
+int DeleteFileA(const char* path) { return explained(::DeleteFileW(SystemPath(path).get())); }
+
+int CreateDirectoryA(const char* path) {
+  return explained(::CreateDirectoryW(SystemPath(path).get(), nullptr));
+}
+
+int RemoveDirectoryA(const char* path) {
+  return explained(::RemoveDirectoryW(SystemPath(path).get()));
+}
+
+}  // namespace zelvan::platform

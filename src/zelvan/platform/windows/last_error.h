@@ -1,0 +1,21 @@
+/// Why the system refused, where callers look for it.
+#pragma once
+
+#include <cerrno>
+#include <system_error>
+
+#include <windows.h>
+
+namespace zelvan::platform {
+
+/// The result of a call that gives 0 on failure, handed on; its reason goes into `errno`.
+template <typename Result>
+Result explained(Result result) {
+  if (result != Result{}) return result;
+  const std::error_code why(static_cast<int>(::GetLastError()), std::system_category());
+  const std::error_condition known = why.default_error_condition();
+  errno = known.category() == std::generic_category() ? known.value() : EINVAL;
+  return result;
+}
+
+}  // namespace zelvan::platform

@@ -1,0 +1,140 @@
+#include <zelvan/platform/sockets.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include <winsock2.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr BOOL yes = TRUE;
+
+/// Handles have 32 significant bits, also where a pointer has 64, and the lowest is 4.
+SOCKET handle_of(int socket) { return static_cast<SOCKET>(static_cast<unsigned>(socket)); }
+
+template <typename Value>
+bool set_option(int socket, int level, int option, const Value& value) {
+  return ::setsockopt(handle_of(socket), level, option, reinterpret_cast<const char*>(&value),
+                      sizeof value) == 0;
+}
+
+/// Takes a new socket over, which is kept from started programs and sends at once.
+int prepared(SOCKET made) {
+  if (made == INVALID_SOCKET) return -1;
+  ::SetHandleInformation(reinterpret_cast<HANDLE>(made), HANDLE_FLAG_INHERIT, 0);
+  const int socket = static_cast<int>(made);
+  set_option(socket, IPPROTO_TCP, TCP_NODELAY, yes);
+  return socket;
+}
+
+sockaddr_in to_system(const SocketAddress& address) {
+  sockaddr_in result{};
+  result.sin_family = AF_INET;
+  result.sin_port = address.port;
+  std::memcpy(&result.sin_addr, address.host, sizeof address.host);
+  return result;
+}
+
+/// A port that nobody listens on can be the very one that the system gave the caller's end.
+bool is_its_own_peer(int socket) {
+  sockaddr_in ends[2]{};
+  int lengths[2] = {sizeof ends[0], sizeof ends[1]};
+  ::getsockname(handle_of(socket), reinterpret_cast<sockaddr*>(&ends[0]), &lengths[0]);
+  ::getpeername(handle_of(socket), reinterpret_cast<sockaddr*>(&ends[1]), &lengths[1]);
+  return ends[0].sin_port == ends[1].sin_port && ends[0].sin_addr.s_addr == ends[1].sin_addr.s_addr;
+}
+
+}  // namespace
+
+int WSAStartup() {
+  WSADATA ignored;
+  return ::WSAStartup(MAKEWORD(2, 2), &ignored);
+}
+
+void WSACleanup() { ::WSACleanup(); }
+
+int socket() {
+  constexpr DWORD flags = WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT;
+  return prepared(::WSASocketW(AF_INET, SOCK_STREAM, 0, nullptr, 0, flags));
+}
+
+int bind(int socket, const SocketAddress& address) {
+  // Without this another process could take the same address and the connections with it.
+  if (!set_option(socket, SOL_SOCKET, SO_EXCLUSIVEADDRUSE, yes)) return -1;
+  const sockaddr_in own = to_system(address);
+  return ::bind(handle_of(socket), reinterpret_cast<const sockaddr*>(&own), sizeof own);
+}
+
+int getsockname(int socket, SocketAddress* address) {
+  sockaddr_in own{};
+  int length = sizeof own;
+  if (::getsockname(handle_of(socket), reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
+  std::memcpy(address->host, &own.sin_addr, sizeof address->host);
+  address->port = own.sin_port;
+  return 0;
+}
+
+int listen(int socket, int backlog) { return ::listen(handle_of(socket), backlog); }
+
+int accept(int socket) { return prepared(::accept(handle_of(socket), nullptr, nullptr)); }
+
+int connect(int socket, const SocketAddress& address) {
+  const sockaddr_in peer = to_system(address);
+  if (::connect(handle_of(socket), reinterpret_cast<const sockaddr*>(&peer), sizeof peer) != 0) {
+    return -1;
+  }
+  return is_its_own_peer(socket) ? -1 : 0;
+}
+
+int select(int socket) {
+  fd_set tested;  // a list of sockets here, so that any number fits
+  FD_ZERO(&tested);
+  FD_SET(handle_of(socket), &tested);
+  timeval at_once{};
+  return ::select(0, &tested, nullptr, nullptr, &at_once);
+}
+
+int send(int socket, const char* bytes, int count) {
+  int sent = 0;
+  do {
+    const int more = ::send(handle_of(socket), bytes + sent, count - sent, 0);
+    if (more < 0) return sent > 0 ? sent : -1;
+    sent += more;
+  } while (sent < count);
+  return sent;
+}
+
+int _write_socket(int socket, const char* bytes, unsigned count) {
+  return send(socket, bytes, static_cast<int>(count));
+}
+
+int recv(int socket, char* bytes, int count) { return ::recv(handle_of(socket), bytes, count, 0); }
+
+void closesocket(int socket) {
+  // The end of the stream goes out behind all that was sent, and is no abortion of it.
+  ::shutdown(handle_of(socket), SD_SEND);
+  ::closesocket(handle_of(socket));
+}
+
+int gethostbyname(const char* name, SocketAddress* address) {
+  const hostent* found = ::gethostbyname(name);
+  if (found == nullptr || found->h_length != sizeof address->host) return 0;
+  std::memcpy(address->host, found->h_addr_list[0], sizeof address->host);
+  return 1;
+}
+
+int gethostname(char* name, std::size_t size) {
+  char whole[256];  // the system's own bound
+  if (::gethostname(whole, sizeof whole) != 0) return -1;
+  const std::size_t length = std::min(std::strlen(whole), size - 1);
+  std::memcpy(name, whole, length);
+  name[length] = '\0';
+  return 0;
+}
+
+std::uint16_t htons(std::uint16_t port) { return ::htons(port); }
+
+std::uint16_t ntohs(std::uint16_t port) { return ::ntohs(port); }
+
+}  // namespace zelvan::platform

@@ -1,0 +1,120 @@
+// What is so on Windows alone. Drive Q lies on another disk: `windows` in ../../dev makes it.
+#include <zelvan/osh/file_access.h>
+#include <zelvan/osh/paths.h>
+#include <zelvan/osh/system_services.h>
+
+#include <set>
+
+#include <gtest/gtest.h>
+#include <mbctype.h>
+#include <osh/world.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(WindowsFiles, AreFoundOnTheFirstDriveThatHasThem) {
+  ASSERT_TRUE(fs::exists("Q:\\"));
+  World world;  // on drive C
+  const auto first_byte = [] {
+    char byte = '-';
+    const int fd = osh_open_binary("\\zelvan-test"_c, 0, 0);
+    osh_read(fd, &byte, 1);
+    osh_close(fd);
+    return byte;
+  };
+  EXPECT_EQ(first_byte(), '-');
+  put("Q:\\zelvan-test", "q");
+  EXPECT_EQ(first_byte(), 'q');
+  put("C:\\zelvan-test", "c");
+  EXPECT_EQ(first_byte(), 'c');
+  fs::current_path("Q:\\");
+  EXPECT_EQ(first_byte(), 'q');
+  EXPECT_EQ(osh_unlink("\\zelvan-test"_c) + osh_unlink("\\zelvan-test"_c), 0);  // the other drive's
+  EXPECT_EQ(osh_file_exists("\\zelvan-test"_c), 0);
+}
+
+TEST(WindowsFiles, MoveToAnotherDriveAndLoseNothing) {
+  World world;
+  put("Q:\\taken", "q");
+  EXPECT_EQ(osh_rename("plain"_c, "Q:\\taken"_c) + osh_rename("dir"_c, "Q:\\new"_c), -2);
+  EXPECT_EQ(content("plain") + content("Q:\\taken"), "12345q");
+  EXPECT_EQ(osh_rename("locked"_c, "Q:\\new"_c), 0);
+  EXPECT_EQ(content("Q:\\new") + std::to_string(osh_file_exists("locked"_c)), "safe0");
+  EXPECT_EQ(osh_file_access("Q:\\new"_c, 2) + osh_unlink("Q:\\new"_c), 1) << "still read-only";
+  const int held = osh_open_binary("other"_c, 0, 0);  // so that it can't be replaced
+  EXPECT_EQ(osh_copyfile("other"_c, "plain"_c), 0);
+  osh_close(held);
+  EXPECT_EQ(content("other") + std::to_string(std::distance(fs::directory_iterator("."), {})),
+            "abc4");
+  EXPECT_EQ(osh_chmod("Q:\\new"_c, 0200) + osh_unlink("Q:\\new"_c) + osh_unlink("Q:\\taken"_c), 1);
+}
+
+TEST(WindowsFiles, HaveTheirLineEndsTranslatedAsText) {
+  World world;
+  const auto written = [](auto file) { return file(), content("new"); };
+  const auto by_descriptor = [](auto open) {
+    const int fd = open("new"_c, osh_open_write_only | 0x300, 0600);
+    osh_write(fd, "a\nb"_c, 3), osh_close(fd);
+  };
+  EXPECT_EQ(written([&] { by_descriptor(osh_open_binary); }), "a\nb");
+  EXPECT_EQ(written([&] { by_descriptor(osh_open_text); }), "a\r\nb");
+  char text[5] = "";
+  const int fd = osh_open_text("new"_c, 0, 0);
+  EXPECT_EQ(std::string(text, osh_read(fd, text, 4)), "a\nb");
+  osh_close(fd);
+  EXPECT_EQ(written([] { osh_fclose(osh_fopen_text("new"_c, "wb"_c)); }), "");
+  for (const auto open : {osh_fopen_text, osh_fopen_binary}) {
+    std::FILE* fp = open("new"_c, "w"_c);
+    osh_fputs("\n"_c, fp), osh_fclose(fp);
+    EXPECT_EQ(content("new"), open == osh_fopen_text ? "\r\n" : "\n");
+  }
+}
+
+TEST(WindowsFiles, HaveNamesOfManyForms) {
+  World world;
+  char form[1024], path[] = "a\\b\x81\\c", file[9];
+  put("a long name.text");
+  EXPECT_EQ(osh_alternate_pathname("a long name.text"_c, form) + osh_file_exists(form), 2);
+  EXPECT_EQ(osh_alternate_pathname("PLAIN"_c, form), 0);
+  EXPECT_EQ(osh_alternate_pathname("missing"_c, form), -1);
+  EXPECT_STREQ(form, "missing");
+  EXPECT_EQ(osh_get_working_dir(form), 1);
+  EXPECT_EQ(form, world.path);
+  for (const std::string& name : {"x"s, "..\\x"s, "/x"s, std::string(5000, 'y')}) {
+    char* absolute = osh_find_exec_path(given(name));
+    EXPECT_EQ(absolute, fs::absolute(name).lexically_normal().string());
+    std::free(absolute);
+  }
+  ASSERT_EQ(_setmbcp(932), 0);  // whose characters of two bytes may end in a backslash
+  EXPECT_EQ(osh_truncate_path(path, path, file), 1);
+  EXPECT_EQ(path + std::string("|") + file, "a|b\x81\\c");
+  _setmbcp(_MB_CP_ANSI);
+}
+
+TEST(WindowsFonts, AreThoseOfTheShellsFolder) {
+  const std::string folder = std::getenv("windir") + std::string("\\Fonts");
+  const auto fonts = [] {
+    int count = 0;
+    char** list = osh_GetFontFileListCount(&count);
+    std::set<std::string> paths;
+    for (int i = 0; i < count; ++i) paths.insert(list[i]);
+    if (list != nullptr) osh_FreeFontFileList(&list);
+    return paths;
+  };
+  std::set<std::string> expected = fonts();
+  for (const char* name : {"zelvan.ttf", "zelvan.TTC", "zelvan.x.tty"}) {
+    expected.insert(folder + '\\' + name);
+    put(folder + '\\' + name);
+  }
+  for (const char* name : {"zelvan.ttfx", "zelvan.tt", "zelvan.otf"}) put(folder + '\\' + name);
+  put(folder + "\\zelvan.tta\\zelvan.ttf");
+  EXPECT_EQ(fonts(), expected);
+  for (int i = 0; i < 1300; ++i) put(folder + "\\zelvan" + std::to_string(i) + ".ttf");
+  EXPECT_EQ(fonts().size(), 1200);
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    if (entry.path().filename().string().starts_with("zelvan")) fs::remove_all(entry);
+  }
+}
+
+}  // namespace

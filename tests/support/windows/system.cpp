@@ -1,0 +1,147 @@
+#include "support/system.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <io.h>
+#include <windows.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string make_folder() {
+  static int number = 0;  // others may have left folders of such names
+  const fs::path parent = fs::canonical(fs::temp_directory_path());
+  fs::path path;
+  do {
+    path = parent / ("zelvan-" + std::to_string(++number));
+  } while (!fs::create_directory(path));
+  return path.string();
+}
+
+}  // namespace
+
+namespace support {
+
+TemporaryFolder::TemporaryFolder() : path(make_folder()) { fs::current_path(path); }
+
+TemporaryFolder::~TemporaryFolder() {
+  fs::current_path("/");
+  for (const auto& entry : fs::recursive_directory_iterator(path)) {
+    ::SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
+  }
+  std::error_code trouble;  // a program that is just ending may still have it as its own
+  for (int i = 0; i < 500 && (fs::remove_all(path, trouble), trouble); ++i) ::Sleep(10);
+}
+
+bool make_link(const char* target, const char* name) {
+  return ::CreateSymbolicLinkA(name, target, 0) && fs::is_symlink(name);
+}
+
+bool make_read_only(const char* directory) {  // Wine does so for files alone
+  return ::SetFileAttributesA(directory, FILE_ATTRIBUTE_READONLY) &&
+         (::GetFileAttributesA(directory) & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+// The system's own count is 0 under Wine.
+int open_descriptors() {
+  int count = 0;
+  DWORD flags;
+  for (INT_PTR handle = 4; handle < 4096; handle += 4) {
+    count += ::GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags);
+  }
+  return count;
+}
+
+std::size_t heap_in_use() {
+  PROCESS_HEAP_ENTRY entry{};
+  std::size_t bytes = 0;
+  while (::HeapWalk(::GetProcessHeap(), &entry)) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
+  }
+  return bytes;
+}
+
+bool is_inherited(int fd) {
+  const INT_PTR handle = _get_osfhandle(fd);  // none under the number of a socket
+  DWORD flags = HANDLE_FLAG_INHERIT;
+  ::GetHandleInformation(reinterpret_cast<HANDLE>(handle != -1 ? handle : fd), &flags);
+  return (flags & HANDLE_FLAG_INHERIT) != 0;
+}
+
+void set_environment(const char* name, const char* value) {
+  const bool is_empty = value != nullptr && *value == '\0';
+  _putenv_s(name, value == nullptr ? "" : is_empty ? " " : value);  // an empty value removes
+  if (is_empty) *std::getenv(name) = '\0', ::SetEnvironmentVariableA(name, "");
+}
+
+int set_time_zone(int) {
+  TIME_ZONE_INFORMATION zone;
+  ::GetTimeZoneInformation(&zone);
+  return -static_cast<int>(zone.Bias) / 60;
+}
+
+std::string language() {
+  wchar_t name[LOCALE_NAME_MAX_LENGTH];
+  return ::GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH) != 0 ? std::string(name, name + 2)
+                                                                       : std::string();
+}
+
+const char* const log_prefix = "c:\\temp\\logQelt-";
+
+// Others could be had by their password alone.
+void for_every_user(const std::function<void()>& check) { check(); }
+
+std::string own_path() {
+  char path[1024];
+  return {path, ::GetModuleFileNameA(nullptr, path, sizeof path)};
+}
+
+int start_again(const std::vector<std::string>& arguments) {
+  std::string line = '"' + own_path() + '"';
+  for (const std::string& word : arguments) line += " \"" + word + '"';
+  STARTUPINFOA start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process{};
+  ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                   &process);
+  ::CloseHandle(process.hThread);
+  ::CloseHandle(process.hProcess);
+  return static_cast<int>(process.dwProcessId);
+}
+
+void kill_process(int process) {
+  const HANDLE handle = ::OpenProcess(PROCESS_TERMINATE, FALSE, static_cast<DWORD>(process));
+  ::TerminateProcess(handle, 9);
+  ::CloseHandle(handle);
+}
+
+bool ends_soon(int process) {
+  const HANDLE handle = ::OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process));
+  if (handle == nullptr) return true;
+  const DWORD ended = ::WaitForSingleObject(handle, 5000);
+  ::CloseHandle(handle);
+  return ended == WAIT_OBJECT_0;
+}
+
+char* guarded_pages(std::size_t size) {
+  SYSTEM_INFO system;
+  ::GetSystemInfo(&system);
+  const std::size_t page = system.dwPageSize, usable = (size + page - 1) / page * page;
+  void* const pages =
+      ::VirtualAlloc(nullptr, usable + page, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+  if (pages == nullptr) std::abort();
+  char* const guard = static_cast<char*>(pages) + usable;
+  DWORD before;
+  if (!::VirtualProtect(guard, page, PAGE_NOACCESS, &before)) std::abort();
+  return guard;
+}
+
+void release_guarded_pages(char* guard, std::size_t) {
+  MEMORY_BASIC_INFORMATION pages;
+  ::VirtualQuery(guard, &pages, sizeof pages);
+  ::VirtualFree(pages.AllocationBase, 0, MEM_RELEASE);
+}
+
+}  // namespace support
