@@ -1,3 +1,9 @@
+// Sessions over a platform that is played here, linked in the place of the real one. It tells each
+// of its calls on standard output, and nothing waits.
+#include <zelvan/platform/clock.h>
+#include <zelvan/platform/files.h>
+#include <zelvan/platform/processes.h>
+#include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/detail/connection.h>
 #include <zelvan/wipc/detail/heap_text.h>
@@ -6,18 +12,40 @@
 #include <zelvan/wipc/session.h>
 
 #include "support/system.h"
-#include "wipc/fake_platform.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <functional>
+#include <cstring>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
+constexpr int first_socket = 40000, deaf_port = 9;  // more than 16 bits; told as letters
+
+struct {
+  int refused_call = 0;                  // this one of those that can fail does, from 1
+  int looks_in_vain = 0;                 // until a connection is there
+  std::uint16_t ports[2] = {1, 65535};   // of the bound sockets, in turn
+  std::vector<std::string> come[128]{};  // to each socket by its letter; a receive takes one
+  int calls = 0, bound = 0, made = 0;
+} fake;
+
+int make() { return first_socket + fake.made++; }
+int letter(int socket) { return 'A' + socket - first_socket; }
+
+/// Tells a call, and with a mark whether it fails.
+template <typename... Arguments>
+bool fails(const char* format, Arguments... arguments) {
+  if (++fake.calls == fake.refused_call) std::printf("\n!");
+  std::printf(format, arguments...);
+  return fake.calls == fake.refused_call;
+}
+
 using namespace zelvan;
+using namespace std::string_literals;
 
 const char written_down[] =
 #include "wipc/told.txt"
@@ -25,18 +53,17 @@ const char written_down[] =
 
 const std::vector at_first{wipc_connect_timeout, wipc_debug, wipc_nostart, +wipc_error_text[0]};
 char local[] = "localhost", other[] = "LOCALHOST", here[] = "here", empty[] = "", *null = nullptr;
-char module[] = "m", path[] = "/bin/m", missing[] = "x/y", root[] = "/m", text[20], *host = empty;
-int port, ports[2], is_local;
+char module[] = "m", path[] = "/bin/m", missing[] = "x/y", root[] = "/m", text[9], *host = empty;
+int ports[2], is_local;
 std::string told;
 
 // A result is told behind all that led to it, and a session's record released.
-void tell(int result) { std::printf("= %d;", result); }
+void tell(int n) { n < first_socket ? std::printf("= %d;", n) : std::printf("= %c;", letter(n)); }
 void tell(const char* result) { std::printf("= %s;", result != nullptr ? result : "null"); }
 void tell(void* handle) {
   auto* session = static_cast<wipc_session*>(handle);
   if (session == nullptr) return tell("null");
-  std::printf("= %c of %c and %c;", session->session_type, fake.letter(session->sid),
-              fake.letter(session->status_sid));
+  std::printf("= %c ", session->session_type), tell(session->sid), tell(session->status_sid);
   release_session(session);
 }
 void tell_connection(char* on, char* program) {
@@ -44,112 +71,169 @@ void tell_connection(char* on, char* program) {
   std::printf("%s %d %d %d;", host, ports[0], ports[1], is_local);
 }
 
-/// Adds a line for each result. Where a call of the platform is refused, it begins there, and the
-/// next result ends it; that goes for each call in turn, and at last for none, or once.
-enum Refusing { once, each };
-void add(const std::string& title, Refusing refusing, const std::function<void()>& calls) {
-  told += title;
-  bool is_refused = true;
-  for (int n = refusing; is_refused && n <= 99 * refusing; ++n) {
-    fake = {.refused_call = n};
+/// Tells of what was read the last 9 characters and the one behind, zeros as dots.
+int tell_read(decltype(wipc_read) read, void* handle, int length) {
+  std::string buffer(length + 1, '~');
+  const int result = read(handle, buffer.data(), length);
+  std::replace(buffer.begin(), buffer.end(), '\0', '.');
+  std::printf("= %d %s\n", result, buffer.substr(std::max(0, result - 9), 10).c_str());
+  return result;
+}
+
+/// Adds a line for each result. Where a call is refused it begins there, and ends with the next
+/// result and what is released; that goes for each call in turn, and at last for none, or once.
+enum { once, each };
+void add(const std::string& title, int refused_call, auto calls) {
+  told += "\n" + title + "\n";
+  for (bool is_refused = true; is_refused; ++refused_call) {
+    fake = {.refused_call = refused_call};
     wipc_set_debug(1), wipc_set_nostart(0), wipc_set_connect_timeout(1);
     support::set_environment("PATH", "/none:/bin");
     testing::internal::CaptureStdout();
-    calls();
-    std::fflush(stdout);
+    calls(), wipc_release_bind_sessions();
     std::string lines = testing::internal::GetCapturedStdout();
-    const std::size_t refused = lines.find("\n!");
+    const std::size_t refused = lines.find("\n!"), end = lines.find(';', refused);
     is_refused = refused != std::string::npos;
-    if (is_refused) lines = lines.substr(refused + 1, lines.find(';', refused) - refused);
+    if (is_refused) lines = lines.substr(0, end) + ' ' + lines.substr(lines.rfind(';') + 1);
+    lines = lines.substr(refused + 1, lines.find_last_not_of(" ;") - refused);  // from 0 if none
     for (char& c : lines) c = c == '\n' ? '|' : c == ';' ? '\n' : c;
-    lines.back() = ',';
-    told += '\n' + lines + " open:";
-    for (int i = 0; i < fake.made; ++i) {
-      if (fake.sockets[i].is_open) told += {' ', static_cast<char>('A' + i)};
-    }
-    fake.tells = false;
-    wipc_release_bind_sessions();
+    told += lines + "\n";
   }
-  told += "\n";
 }
 
 /// All that can be asked of a session of that type, '0' for null.
-void exchange(char session_type) {
-  wipc_session* session = wipc_new_session(fake.make(), session_type);
-  session->status_sid = fake.make();
+void talk(char session_type) {
+  wipc_session* session = wipc_new_session(make(), session_type);
+  session->status_sid = make();
   void* handle = session_type != '0' ? session : nullptr;
-  tell(wipc_poll_session(handle)), tell(wipc_read_status(handle, text, sizeof text));
-  fake.sockets[0].arriving = {"one", {"SessionClosed.\0SessionClosed\0left", 33}};
-  fake.sockets[1].arriving = {"ready"};
-  tell(wipc_sid(handle)), tell(wipc_status_sid(handle)), tell(wipc_write(handle, null));
-  tell(wipc_write_status(handle, null)), tell(wipc_read(handle, null, 9));
-  tell(wipc_read(handle, text, 0)), tell(wipc_read_status(handle, null, 9));
-  tell(wipc_read_status(handle, text, 0)), tell(wipc_read_status(handle, text, sizeof text));
-  for (const int length : {0, 1, 4000, 4001, 9000}) {
-    tell(wipc_write(handle, std::string(length, 'x').data()));
-    tell(wipc_write_status(handle, std::string(length, 'x').data()));
+  tell(wipc_sid(handle)), tell(wipc_status_sid(handle)), tell(wipc_poll_session(handle));
+  tell(wipc_read_status(handle, text, 9));
+  fake.come[letter(session->sid)] = {"one", "SessionClosed.\0SessionClosed\0left"s};
+  fake.come[letter(session->status_sid)] = {"ready"};
+  for (const auto read : {wipc_read, wipc_read_status}) {
+    tell(read(handle, null, 9)), tell(read(handle, text, 0));
   }
+  for (const auto write : {wipc_write, wipc_write_status}) {
+    tell(write(handle, null));
+    for (const int n : {0, 1, 4000, 4001}) tell(write(handle, std::string(n, 'x').data()));
+  }
+  tell_read(wipc_read_status, handle, 9);
   int length = 0;
   for (int i = 0; i < 3 && length >= 0; ++i) {
-    tell(wipc_poll_session(handle)), tell(length = wipc_read(handle, text, sizeof text));
+    tell(wipc_poll_session(handle)), length = tell_read(wipc_read, handle, 9);
   }
-  tell(text);
-  if (session_type != 'S' || length >= 0) wipc_close_session(handle);
+  if (length < 0 && session_type == 'S') handle = wipc_new_session(first_socket, 'S');
+  wipc_close_session(handle), tell("closed");
   if (session_type < 'P') release_session(session);
 }
 
+}  // namespace
+
+namespace zelvan::platform {
+
+int WSAStartup() { return fails("%s ", "startup"); }
+void WSACleanup() { std::printf("cleanup "); }
+
+int socket() { return fails("%s ", "socket") ? -1 : make(); }
+void closesocket(int socket) { std::printf("close(%c) ", letter(socket)); }
+int bind(int socket, const SocketAddress& own) {
+  return -fails("bind(%c %d:%d) ", letter(socket), own.host[0], own.port);
+}
+int getsockname(int socket, SocketAddress* own) {
+  return own->port = htons(fake.ports[fake.bound++ % 2]), -fails("address(%c) ", letter(socket));
+}
+int listen(int socket, int backlog) {
+  return fake.come[letter(socket)] = {"peer"}, -fails("listen(%c %d) ", letter(socket), backlog);
+}
+int accept(int socket) { return fails("accept(%c) ", letter(socket)) ? -1 : make(); }
+int connect(int socket, const SocketAddress& peer) {
+  const int port = ntohs(peer.port);
+  return -(fails("connect(%c %d:%d) ", letter(socket), peer.host[3], port) || port == deaf_port);
+}
+int select(int socket) {
+  if (fails("look(%c) ", letter(socket))) return -1;
+  return !fake.come[letter(socket)].empty() && fake.looks_in_vain-- <= 0;
+}
+
+int send(int socket, const char* bytes, int count) {
+  return fails("send(%c %d %.40s) ", letter(socket), count, bytes) ? -1 : count;
+}
+int _write_socket(int to, const char* bytes, unsigned n) { return send(to, bytes, n); }
+int recv(int socket, char* bytes, int count) {
+  if (fails("receive(%c %d) ", letter(socket), count)) return -1;
+  if (fake.come[letter(socket)].empty()) return 0;
+  const std::string piece = fake.come[letter(socket)].front();
+  fake.come[letter(socket)].erase(fake.come[letter(socket)].begin());
+  return static_cast<int>(piece.copy(bytes, count));
+}
+
+int gethostbyname(const char* name, SocketAddress* address) {
+  return *address = {{9, 8, 7, 6}, 0}, !fails("find(%s) ", name);
+}
+int gethostname(char* name, std::size_t size) {
+  return std::strcpy(name, "here"), -fails("own_name(%d) ", static_cast<int>(size));
+}
+// Not their own inverse, so that one in the place of the other shows.
+std::uint16_t htons(std::uint16_t port) { return static_cast<std::uint16_t>(port + 3); }
+std::uint16_t ntohs(std::uint16_t port) { return static_cast<std::uint16_t>(port - 3); }
+
+void Sleep(std::uint64_t time) { std::printf("sleep(%d) ", static_cast<int>(time)); }
+int _access(const char* path, int mode) {
+  return -(fails("access(%s %d) ", path, mode) || std::strcmp(path, "/bin/m") != 0);
+}
+int _getpid() { return 77; }
+int CreateProcessA(const char* line) { return !fails("run(%s) ", line); }
+
+}  // namespace zelvan::platform
+
 // What is told stands in told.txt: every call of the platform, every text and every result.
 TEST(Sessions, DoAndTellWhatIsWrittenDown) {
-  EXPECT_EQ(at_first, (std::vector{10, 0, 0, 0}));
-  told.clear();
+  told = testing::PrintToString(at_first);
   add("opening in one step", each, [] { tell(wipc_open_session(local, module)); });
-  add("opening in two steps", each,
-      [] { tell_connection(local, module), tell(wipc_accept_connection()); });
-  add("opening at the other end", each, [] { tell(wipc_connect_session(other, 1, 65535)); });
-  for (const char type : {'0', 'B', 'P', 'S'}) {
-    add(std::string("exchange at an end of type ") + type, each, [=] { exchange(type); });
-  }
-  add("closing at the secondary end", once,
-      [] { wipc_close_session(wipc_new_session(fake.make(), 'S')), tell("closed"); });
-  for (const int refused : {0, 4}) {
-    add("nobody listens", once, [=] {
-      fake.deaf_port = 65535, fake.refused_call = refused;
-      tell(std::min(wipc_connect_port(local, 65535), 1));
-    });
-  }
-  add("waiting", each, [] { tell(std::min(wipc_wait_accept(fake.make()), 1)); });
-  add("connecting", each, [] { tell(std::min(wipc_connect_port(local, 1), 1)); });
-  add("waiting for a connection", once, [] {
+  add("in two steps", each, [] { tell_connection(local, module), tell(wipc_accept_connection()); });
+  add("connecting and waiting", each, [] {
+    tell(wipc_connect_session(other, 1, 65535)), tell(wipc_connect_port(local, deaf_port));
     for (const int looks : {0, 1, 2, 3}) {
       wipc_set_connect_timeout(looks > 1 ? 1 : -1), fake.looks_in_vain = looks;
-      tell(std::min(wipc_wait_accept(fake.make()), 1));
+      tell(wipc_wait_accept(make()));
     }
   });
-  add("publishing lines", once, [] {
-    for (const int on : {0, -1}) {
-      wipc_set_connect_timeout(1), wipc_set_nostart(on), tell(wipc_connect_timeout);
+  for (const char type : {'0', 'B', 'P', 'S'}) add("talk at "s + type, each, [=] { talk(type); });
+  add("pieces of a size, with a zero, and how many texts are queued", once, [] {
+    const std::string next[] = {"bb", "b\0"s, "\0b"s, "b\0c\0d"s, "b\0"s + std::string(3998, 'c')};
+    for (int i = 0; i < 45; ++i) {
+      wipc_session* session = wipc_new_session(first_socket, 'P');
+      const int size = 3998 + i % 3, zero = size - i / 3 % 3;
+      std::printf("%d %d ", size, zero);
+      fake.come[letter(session->sid)] = {std::string(size, 'a'), next[i / 9], next[i / 9]};
+      fake.come[letter(session->sid)][0][zero] = '\0';
+      while (wipc_poll_session(session) != 0) {
+        tell_read(wipc_read, session, 4002);
+        for (auto* m = session->data_tail; m != nullptr; m = m->prev) std::printf("+ ");
+      }
+      release_session(session), tell("none");
     }
-    for (const int length : {1, 1000, 1001}) {
+  });
+  add("lines and numbers", once, [] {
+    wipc_set_debug(0), wipc_set_nostart(-1), tell(wipc_connect_timeout);
+    for (const int length : {1000, 1001}) {
       tell(wipc_open_session(local, std::string(length, 'x').data())), tell(wipc_last_error());
-      wipc_set_debug(0);
     }
-  });
-  add("ports", once, [] {
+    wipc_set_connect_timeout(1), wipc_set_debug(1), wipc_set_nostart(0), tell(wipc_connect_timeout);
     for (const int last : {0, 1}) {
       fake.ports[last] = 0, tell(wipc_open_session(local, module)), fake.ports[last] = 7;
       tell(wipc_connect_session(local, last, -last));
       tell(wipc_wait_accept(last - 1)), tell(wipc_poll_socket(last - 1));
     }
+    for (const int n : {-1, 0, 3}) tell(wipc_check_sockets(n));
   });
   add("hosts and programs", once, [] {
     for (char* on : {here, other}) tell_connection(on, path), tell_connection(on, root);
-  });
-  add("along the path", once, [] {
-    for (const char* all : {"/none:/bin:/", "/bin/:", ":/bin", "::/bin", "", ":", "a:::/bin"}) {
-      support::set_environment("PATH", all), tell(HeapText(wipc_find_module(module)).get());
-    }
     for (char* program : {path, missing, root}) tell(HeapText(wipc_find_module(program)).get());
     support::set_environment("PATH", nullptr), tell(wipc_find_module(module));
+    for (const char* all : {"/bin/:", ":/bin", "::/bin", "", ":", "a:::/bin:/"}) {
+      support::set_environment("PATH", all), tell(HeapText(wipc_find_module(module)).get());
+    }
   });
   add("invalid arguments", once, [] {
     for (char* none : {null, empty}) {
@@ -157,17 +241,12 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
       tell_connection(none, none), tell_connection(local, none);
       tell(wipc_connect_session(none, 1, 1)), tell(wipc_find_module(none));
     }
-    tell(wipc_open_connection(local, module, nullptr, &port, &port, &port));
-    tell(wipc_open_connection(local, module, &host, nullptr, &port, &port));
-    tell(wipc_open_connection(local, module, &host, &port, nullptr, &port));
-    tell(wipc_open_connection(local, module, &host, &port, &port, nullptr));
-    for (wipc_session** first : {&wipc_bind_primary, &wipc_bind_secondary}) {
-      *first = wipc_create_bind(&port), tell(wipc_accept_connection());
-      wipc_release_bind_sessions();
-    }
-    for (const int n : {-1, 0, 3}) tell(wipc_check_sockets(n));
+    tell(wipc_open_connection(local, module, nullptr, ports, ports, ports));
+    tell(wipc_open_connection(local, module, &host, nullptr, ports, ports));
+    tell(wipc_open_connection(local, module, &host, ports, nullptr, ports));
+    tell(wipc_open_connection(local, module, &host, ports, ports, nullptr));
+    wipc_bind_primary = wipc_create_bind(ports), tell(wipc_accept_connection());
+    std::swap(wipc_bind_primary, wipc_bind_secondary), tell(wipc_accept_connection());
   });
   EXPECT_EQ(told, written_down);
 }
-
-}  // namespace

@@ -19,17 +19,13 @@ TEST(Sockets, MeetNobodyWhereNobodyIs) {
     EXPECT_EQ(platform::select(end), -1);
     EXPECT_EQ(platform::getsockname(end, &address), -1);
   }
-}
-
-TEST(Sockets, MeetOthersOnThatPort) {
-  platform::SocketAddress address{};
-  const int ends[] = {platform::socket(), platform::socket()};
-  EXPECT_EQ(platform::bind(ends[0], {{127, 0, 0, 2}, 0}), 0);
-  EXPECT_EQ(platform::getsockname(ends[0], &address), 0);
-  EXPECT_EQ(platform::listen(ends[0], 1) + platform::select(ends[0]), 0);
-  EXPECT_EQ(platform::bind(ends[1], {{127, 0, 0, 1}, address.port}), 0);
-  EXPECT_EQ(platform::connect(ends[1], address), 0);
-  for (const int end : ends) platform::closesocket(end);
+  const int others[] = {platform::socket(), platform::socket()};  // meet on one port
+  EXPECT_EQ(platform::bind(others[0], {{127, 0, 0, 2}, 0}), 0);
+  EXPECT_EQ(platform::getsockname(others[0], &address), 0);
+  EXPECT_EQ(platform::listen(others[0], 1) + platform::select(others[0]), 0);
+  EXPECT_EQ(platform::bind(others[1], {{127, 0, 0, 1}, address.port}), 0);
+  EXPECT_EQ(platform::connect(others[1], address), 0);
+  for (const int end : others) platform::closesocket(end);
 }
 
 TEST(Sockets, HaveNamesAndAddresses) {
@@ -40,8 +36,7 @@ TEST(Sockets, HaveNamesAndAddresses) {
   EXPECT_EQ(platform::gethostbyname(std::string(300, 'x').c_str(), &address), 0);
   char whole[300], cut[] = "~~~~";
   EXPECT_EQ(platform::gethostname(whole, 300) + platform::gethostname(cut, 2), 0);
-  EXPECT_EQ(cut, std::string(whole).substr(0, 1));
-  EXPECT_EQ(cut[2], '~');
+  EXPECT_EQ(std::string(cut, 3), std::string(whole, 1) + '\0' + '~');
   EXPECT_EQ(platform::htons(0x102), platform::ntohs(0x102));
   EXPECT_EQ(platform::htons(0x102), 0x201);
 }
