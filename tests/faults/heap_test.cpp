@@ -148,7 +148,7 @@ template <class Region>
 bool four(Region&& region) {
   return region.end() - region.start() == 4;
 }
-bool two(const ColorMap& map) { return map.map_size == 2 && map.map_count == 2; }
+int two(const ColorMap& map) { return map.map_size == map.map_count ? map.map_size / 2 : -1; }
 bool named(const Logger& log) { return log.*LoggerInside::name != nullptr; }
 
 int n_types(CLineTypeDefList&& list) {
