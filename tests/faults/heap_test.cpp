@@ -196,10 +196,10 @@ int exec_path() {
 }
 
 int font_count() {
-  int n = -1;
+  int n = 1;
   char** list = osh_GetFontFileListCount(&n);
-  if (list != nullptr) osh_FreeFontFileList(&list);
-  return n;
+  if (list == nullptr) return -n;
+  return osh_FreeFontFileList(&list), n;
 }
 
 /// Combs whose teeth cross the top of a rectangle.

@@ -12,7 +12,6 @@
 #include <functional>
 #include <map>
 #include <ostream>
-#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -46,8 +45,7 @@ class World {
       tell("Allocate:  list 0 key ", this, " size ", size, " back ptr ", &untracked);
       if (size < 0) tell("**Malloc failed");
       EXPECT_EQ(MemAllocate(nullptr, size, this, &untracked), size < 0 ? MEM_MALLOC_FAILED : 0);
-      MemSetPointer(nullptr, untracked, nullptr);
-      MemFree(nullptr, untracked);
+      MemSetPointer(nullptr, untracked, nullptr), MemFree(nullptr, untracked);
     }
     EXPECT_EQ(pool_->used, used_);  // what was refused stays charged and is left to its owner
     for (const MemEntry& row : rows_) std::free(row.address);
