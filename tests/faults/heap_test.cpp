@@ -311,7 +311,8 @@ TEST(Heap, RefusesOneRequestOrAllFromThereOn) {
   expect({run<exec_path>}, "47|0|-1|", "47|-1|0|");
   expect({run<font_count>}, "2|-1|");
   expect({run<[] { return osh_system(1, program); }>}, "0|8|");
-  expect({run<[] { return osh_setenv(variable, from); }>}, "0|-1|");
+  expect({run<[] { return unsetenv(variable), osh_setenv(variable, from) + !!getenv(variable); }>},
+         "1|-1|");
   expect({run<[] { return unlink(moved), osh_copyfile(moved, from), access(moved, F_OK); }>},
          "0|-1|");
   expect({run<[] { return rename(moved, from), osh_rename(from, moved), access(moved, F_OK); }>},
