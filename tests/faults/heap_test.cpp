@@ -232,10 +232,10 @@ unsigned short fill(MemException* e) {  // takes the last row away from the one 
 /// A list of `n` blocks of 8 bytes takes one of 16, whose owner may be in the oldest of them.
 template <auto handler, int n, int limit, bool has_owner = false>
 string block() {
+  void *slots[n], *slot = &slot;
   pool.limit = limit;
   const List owned(MemListNew(&pool, handler));
   MemList* const list = owned.get();
-  void *slots[n], *slot = &slot;
   mem_sequence = 0;  // the number of the first, and of an empty row
   for (void*& place : slots) MemAllocate(list, 8, nullptr, &place);
   int status = -1;
@@ -330,6 +330,7 @@ TEST(Heap, RefusesOneRequestOrAllFromThereOn) {
       "10110onetwoend|00000|00110onetwoend|11000|10010|11100|10110twoend|10110oneend|10110onetwo|",
       "10110onetwoend|00000|01000|11000|11100|10110|10110one|10110onetwo|");
   EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 2) << "a draft stayed";
+  EXPECT_EQ(pool.used, 0);
   fs::current_path("/"), fs::remove_all(folder);
 }
 
