@@ -202,6 +202,14 @@ int font_count() {
   return osh_FreeFontFileList(&list), n;
 }
 
+int names() {
+  VarNameInfo* list = nullptr;
+  int n = VarAddNameInfo(&list, "a", nullptr) != nullptr;
+  n += VarReplaceNameInfo(list, "a", "b") != nullptr;
+  VarDeleteNameInfo(&list, "a"), VarDeleteNameInfo(&list, "b");
+  return n;
+}
+
 /// Combs whose teeth cross the top of a rectangle.
 template <int n_combs, int size>
 string clip() {
@@ -308,6 +316,7 @@ TEST(Heap, RefusesOneRequestOrAllFromThereOn) {
          "0|1|");
   expect({run<[] { return tokenize(tokens, "\t").size(); }>}, "2|thrown|");
   expect({run<[] { return GlyphTokenize(wide).size(); }>}, "7|thrown|");
+  expect({run<names>}, "2|0|1|");
   expect({run<exec_path>}, "47|0|-1|", "47|-1|0|");
   expect({run<font_count>}, "2|-1|");
   expect({run<[] { return osh_system(1, program); }>}, "0|8|");
