@@ -39,18 +39,4 @@ TEST(Mem, LooksForAParentFromItsFirstByteToItsLast) {
   }
 }
 
-TEST(Mem, MakesPoolsAndLists) {
-  for (const auto& [given, limit] : {std::pair(-5, INT_MAX), {0, INT_MAX}, {1, 1}}) {
-    MemPool* pool = MemPoolNew(given);
-    EXPECT_EQ(std::pair(pool->limit, pool->used), std::pair(limit, 0));
-    MemList *list = MemListNew(pool, nullptr), *other = MemListNew(pool, nullptr);
-    MemSetDefaultList(list);
-    for (int i = 0; i < 2; ++i) MemListDelete(&other);
-    EXPECT_TRUE(other == nullptr && zelvan::mem_default_list == list);
-    MemListDelete(&list);
-    for (int i = 0; i < 2; ++i) MemPoolDelete(&pool);
-    EXPECT_TRUE(pool == nullptr && zelvan::mem_default_list == nullptr);
-  }
-}
-
 }  // namespace

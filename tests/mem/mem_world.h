@@ -12,7 +12,6 @@
 #include <functional>
 #include <map>
 #include <ostream>
-#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -22,16 +21,20 @@
 class World {
  public:
   /// `below(n)` gives a number from 0 to `n` - 1. With `trace` the trace is on; what it must tell
-  /// goes there.
-  /// A pool of `limit` bytes begins with 500 of them to spare.
+  /// goes there. A pool of `limit` bytes begins with 500 of them to spare.
   explicit World(std::function<int(int)> below_n, std::ostream* trace = nullptr, int limit = 500)
-      : below(std::move(below_n)), trace_(trace), pool_{limit, limit - 500}, used_(limit - 500) {
+      : below(std::move(below_n)), trace_(trace), used_(limit - 500) {
     now = this;
     mem_trace = trace == nullptr ? 0 : 4;
     zelvan::mem_sequence = static_cast<int>(sequence_);
     for (void*& slot : slots_) memory_[&slot] = nullptr;
-    list_ = MemListNew(&pool_, [](MemException* e) { return now->answer(*e); });
+    const int all_there_is[] = {0, INT_MIN};
+    pool_ = MemPoolNew(limit == INT_MAX ? all_there_is[below(2)] : limit);
+    EXPECT_EQ(std::pair(pool_->limit, std::exchange(pool_->used, used_)), std::pair(limit, 0));
+    list_ = MemListNew(pool_, [](MemException* e) { return now->answer(*e); });
     MemSetDefaultList(list_);
+    MemList* other = MemListNew(pool_, nullptr);
+    for (int i = 0; i < 2; ++i) MemListDelete(&other);  // is none any more, and was no default
   }
 
   ~World() {
@@ -42,11 +45,11 @@ class World {
       tell("Allocate:  list 0 key ", this, " size ", size, " back ptr ", &untracked);
       if (size < 0) tell("**Malloc failed");
       EXPECT_EQ(MemAllocate(nullptr, size, this, &untracked), size < 0 ? MEM_MALLOC_FAILED : 0);
-      MemSetPointer(nullptr, untracked, nullptr);
-      MemFree(nullptr, untracked);
+      MemSetPointer(nullptr, untracked, nullptr), MemFree(nullptr, untracked);
     }
-    EXPECT_EQ(pool_.used, used_);  // what was refused stays charged and is left to its owner
+    EXPECT_EQ(pool_->used, used_);  // what was refused stays charged and is left to its owner
     for (const MemEntry& row : rows_) std::free(row.address);
+    for (int i = 0; i < 2; ++i) MemPoolDelete(&pool_);
   }
 
   void step() {
@@ -67,11 +70,8 @@ class World {
       case 2:
         MemSetPointer(handle, address, place);
         tell("Set pointer: list ", list_, " address ", address, " back ptr ", place);
-        if (address == nullptr) break;
-        if (is_unknown) {
-          tell("**Address not found");
-          break;
-        }
+        if (address != nullptr && is_unknown) tell("**Address not found");
+        if (address == nullptr || is_unknown) break;
         tell("  [", row.sequence, "] Set pointer replaces ", row.back_ptr);
         memory_[row.back_ptr = place] = address;
         find_parent(row);
@@ -127,15 +127,7 @@ class World {
   /// A line of the trace.
   template <class... Parts>
   void tell(Parts... parts) {
-    const auto put = [&](auto part) {
-      if constexpr (
-          requires { static_cast<const void*>(part); } && !requires { std::string(part); }) {
-        *trace_ << std::hex << std::showbase << zelvan::bits_of(part) << std::dec;
-      } else {
-        *trace_ << part;
-      }
-    };
-    if (trace_ != nullptr) (put(parts), ...), *trace_ << '\n';
+    if (trace_ != nullptr) ((*trace_ << parts), ...), *trace_ << '\n';
   }
 
   static bool is_free(const MemEntry& row) { return row.address == nullptr; }
@@ -168,9 +160,8 @@ class World {
   void release(MemEntry& row) {
     const MemEntry old = row;
     if (is_free(row)) return;
-    if (memory_[old.back_ptr] != old.address) {
+    if (memory_[old.back_ptr] != old.address)
       return tell("**[", old.sequence, "] Back pointer does not contain address");
-    }
     if (std::ranges::count(rows_, index(row), &MemEntry::parent) != 0) {
       if (trace_ != nullptr) *trace_ << "**[" << old.sequence << "] Is parent/n";
       return;
@@ -227,13 +218,13 @@ class World {
   }
 
   int exception_after(int code, const Call& call) {
-    if (code == 0 && call.size > pool_.limit) {
-      tell("**Pool of ", pool_.limit, " too small");
+    if (code == 0 && call.size > pool_->limit) {
+      tell("**Pool of ", pool_->limit, " too small");
       return MEM_POOL_TOO_SMALL;
     }
     if (code == 0 || code == MEM_POOL_TOO_SMALL) {
       free_row();
-      if (0LL + used_ + call.size > pool_.limit) {
+      if (0LL + used_ + call.size > pool_->limit) {
         tell("**Pool overflow current size ", used_);
         return MEM_POOL_OVERFLOW;
       }
@@ -290,8 +281,9 @@ class World {
 
   void check() {
     for (const auto& [place, value] : memory_) ASSERT_EQ(*place, value);
-    const int n_entries = static_cast<int>(rows_.size()), room = pool_.limit - used_, n = n_used();
-    ASSERT_EQ(std::tie(list_->n_entries, list_->n_used, pool_.used), std::tie(n_entries, n, used_));
+    const int n_entries = static_cast<int>(rows_.size()), room = pool_->limit - used_, n = n_used();
+    ASSERT_EQ(std::tie(list_->n_entries, list_->n_used, pool_->used),
+              std::tie(n_entries, n, used_));
     ASSERT_EQ(MemAvailable(list_, room), n < n_entries);
     ASSERT_EQ(MemAvailable(list_, room + 1), 0);
     const auto fields = [](const MemEntry& e) {
@@ -307,7 +299,7 @@ class World {
   std::function<int(int)> below;
   std::ostream* trace_;
   unsigned sequence_ = INT_MAX - 100;  // soon it wraps
-  MemPool pool_;
+  MemPool* pool_;
   MemList* list_;
   std::vector<MemEntry> rows_ = std::vector(16, zelvan::empty_entry);
   void* slots_[16] = {};
