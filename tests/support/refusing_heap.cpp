@@ -38,16 +38,23 @@ void* __wrap_realloc(void* block, std::size_t size) {
 }
 
 // The language's own way for `new`, whose symbols differ by the width of a size. All of the
-// program's go this way, those inside the standard library as well.
+// program's go this way, those inside the standard library as well; each form, since a sanitizer
+// has its own for those that are not here.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   return refuses() ? nullptr : __real_malloc(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
 }
 void* operator new(std::size_t size) {
   void* const block = operator new(size, std::nothrow);
   return block != nullptr ? block : throw std::bad_alloc();
 }
+void* operator new[](std::size_t size) { return operator new(size); }
 void operator delete(void* block) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
 
 namespace support {
 
