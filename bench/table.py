@@ -1,12 +1,16 @@
 #!/usr/bin/env python3
 """Runs benchmarks and prints what they measured as a table: table.py PROGRAM... [--OPTION...]
 
+--plot=FILE draws how times grow with size (needs gnuplot and all programs); other options go to
+the benchmarks.
+
 A benchmark named row/contestant or row/contestant/arguments is a contestant of that row. All take
 turns in one run, those of the library named zelvan or zelvan and which form; each figure is the least of several repetitions, the one that others on the
 machine disturbed least. The ratio is the rival's time by ours: above 1 the library is ahead.
 """
 import collections
 import json
+import re
 import subprocess
 import sys
 
@@ -43,12 +47,15 @@ def shown(nanoseconds):
 
 
 def main():
-    options = [a for a in sys.argv[1:] if a.startswith("--")]
+    options = [a for a in sys.argv[1:] if a.startswith("--") and not a.startswith("--plot=")]
+    plot = next((a.removeprefix("--plot=") for a in sys.argv[1:] if a.startswith("--plot=")), None)
+    all_rows = {}
     print("| work | rival | rival's time | ours | ratio |\n|---|---|---|---|---|", flush=True)
     for program in sys.argv[1:]:
-        if program in options:
+        if program.startswith("--"):
             continue
         for row, contestants in measure(program, options).items():
+            all_rows[row] = contestants
             ours = [name for name in contestants if name.startswith(OURS)]
             if not ours:
                 sys.exit(f"{row}: no contestant is named {OURS}")
@@ -62,6 +69,37 @@ def main():
                           f"| {time / mine:.2f} |", flush=True)
                 if not rivals:
                     print(f"| {work} | | | {shown(mine)} | |", flush=True)
+    if plot is not None:
+        draw_growth(all_rows, plot)
+
+
+# What is drawn: a line for each kind of work, its rows, whose size is the number that they name.
+GROWTH = [("closest of so many colours", r"closest pen pens:(\d+)$"),
+          ("name among so many, keyword table", r"keyword table: look up one of (\d+) names$"),
+          ("point in a ring of so many vertices", r"pick vertices:(\d+)$"),
+          ("ring of so many vertices, clipped", r"clip (?:\d+ rings|a ring) of ([\d ]+) vertices "
+                                                r"crossing$")]
+
+
+def draw_growth(rows, path):
+    """An SVG of how the time of one operation grows with the size that it works on."""
+    script = [f"set terminal svg size 760,460 font 'sans,12' background rgb 'white'",
+              f"set output '{path}'", "set logscale xy", "set key top left", "set grid",
+              "set xlabel 'size'", "set ylabel 'nanoseconds an operation'"]
+    blocks, curves = [], []
+    for title, pattern in GROWTH:
+        points = []
+        for row, contestants in rows.items():
+            match = re.match(pattern, row.replace("a million", "1000000"))
+            if match:
+                size = int(match[1].replace(" ", ""))
+                scale = size if title.startswith("ring") else 1  # measured by vertex
+                points.append((size, contestants[OURS] * scale))
+        data = "\n".join(f"{size} {time}" for size, time in sorted(points))
+        blocks.append(f"$data{len(blocks)} << EOD\n{data}\nEOD")
+        curves.append(f"$data{len(curves)} with linespoints linewidth 2 title '{title}'")
+    script += [*blocks, "plot " + ", ".join(curves)]
+    subprocess.run(["gnuplot"], input="\n".join(script), text=True, check=True)
 
 
 if __name__ == "__main__":

@@ -5,59 +5,69 @@
 #include <zelvan/colour/color_map.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
-#include <cstdlib>
+#include <cmath>
 #include <random>
 #include <utility>
+
+/// The differences of the channels, green first, wrapped where 32 bits don't hold them.
+inline std::array<int, 3> differences(const ColorRGB& a, const ColorRGB& b) {
+  const auto wrapped = [](unsigned m, unsigned n) { return static_cast<int>(m - n); };
+  return {wrapped(a.green, b.green), wrapped(a.red, b.red), wrapped(a.blue, b.blue)};
+}
 
 /// The index found and the distance reported.
 inline std::pair<int, int> closest_in(const ColorMap& map, const ColorRGB& target) {
   if (map.map_size == 0) return {0, INT_MAX};
-  const auto mean = [&](const ColorRGB& c) {
-    const int sum = std::abs(c.red - target.red) + std::abs(c.green - target.green) +
-                    std::abs(c.blue - target.blue);
-    return static_cast<int>(sum / 3.0 + 0.5);
-  };
-  float best = static_cast<float>(3u * map.max_value * map.max_value) + 1.0f;
-  unsigned int found = 0;
-  for (unsigned int i = 1; i < map.map_size; ++i) {
-    const ColorRGB& c = map.colors[i];
-    const float r = static_cast<float>(c.red - target.red);
-    const float g = static_cast<float>(c.green - target.green);
-    const float b = static_cast<float>(c.blue - target.blue);
-    float sum = g * g;
-    sum += r * r;
-    sum += b * b;
-    if (c.red < 0 || !(sum < best)) continue;
-    best = sum;
-    found = i;
+  float best = static_cast<float>(3 * map.max_value * map.max_value) + 1.0f;
+  int found = 0;
+  for (int i = 1; i < static_cast<int>(map.map_size); ++i) {
+    float sum = 0.0f;
+    for (int d : differences(map.colors[i], target)) sum += float(d) * float(d);
+    if (map.colors[i].red >= 0 && sum < best) best = sum, found = i;
   }
-  return {static_cast<int>(found), mean(map.colors[found])};
+  double sum = 0.0;
+  for (double d : differences(map.colors[found], target)) sum += std::abs(d);
+  const double mean = sum / 3.0 + 0.5;
+  return {found, mean < 0x1p31 ? static_cast<int>(mean) : INT_MIN};
 }
 
-/// A map of `size` entries on a scale of its own: some unset, some equal, all few enough apart
-/// that ties come often.
+/// A map of `size` entries on a scale of its own: some unset, some equal, some with a channel
+/// that only looks unset or is so small that differences wrap. Few steps make many ties; 4096
+/// squared leaves no room for a 1 beside it, so that it counts which channels are added up first;
+/// and what differs by a step at the top of a scale may be equal as `float`.
 inline ColorMap random_map(int size, std::mt19937& random) {
-  const int scales[] = {255, 255, 1, 31, 1000, 40000, 65535, 100000000};
-  const int scale = scales[random() % 8];
+  const int scales[] = {255, 1, 31, 2047, 4000, 40000, 65535, 100000000};
+  const int scale = scales[random() % 8], steps = random() % 3 == 0 ? scale : std::min(scale, 7);
+  const unsigned int kind = random() % 4;
   ColorMap map(size, scale);
-  const int steps = random() % 2 == 0 ? scale : std::min(scale, 7);  // few steps: many ties
-  const auto channel = [&] {
-    return static_cast<int>(random() % (static_cast<unsigned>(steps) + 1)) * (scale / steps);
-  };
   for (int i = 0; i < size; ++i) {
-    ColorRGB color(channel(), channel(), channel());
-    if (random() % 8 == 0) color.red = -1;
+    ColorRGB color;
+    for (int* c : {&color.red, &color.green, &color.blue}) {
+      const int step = static_cast<int>(random() % (static_cast<unsigned>(steps) + 1));
+      *c = kind == 0   ? step % 4 == 0 ? 4096 : 1
+           : kind == 1 ? scale - step % 8
+                       : step * (scale / steps);
+      if (random() % 24 == 0) *c = random() % 2 == 0 ? -1 : INT_MIN;
+    }
     map.SetMap(i, &color);
   }
   return map;
 }
 
-/// A colour to look for: one of the map's, or one beside it, or any.
+/// A colour to look for: any, or one of the map's; perhaps beside it, a full scale away or so far
+/// that differences wrap.
 inline ColorRGB random_target(const ColorMap& map, std::mt19937& random) {
-  const auto any = [&] { return static_cast<int>(random() % (map.max_value + 1)); };
-  ColorRGB target(any(), any(), any());
+  ColorRGB target;
+  int* const channels[] = {&target.red, &target.green, &target.blue};
+  for (int* c : channels) *c = static_cast<int>(random() % (map.max_value + 1));
   if (map.map_size > 0 && random() % 2 == 0) target = map.colors[random() % map.map_size];
-  if (random() % 4 == 0) target.green += static_cast<int>(random() % 5) - 2;
+  int& one = *channels[random() % 3];
+  const unsigned int kind = random() % 8;
+  if (kind < 2) one ^= random() % 4;
+  if (kind == 2) one = static_cast<int>(random() % 2 == 0 ? random() : 0x7FFFFFFF);
+  if (kind == 3) target = {one % 2, 0, 0};
+  for (int* c : channels) *c += kind == 4 ? static_cast<int>(map.max_value) : 0;
   return target;
 }

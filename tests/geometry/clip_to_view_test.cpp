@@ -21,6 +21,10 @@ struct Vertex : real_pt_t {
 };
 using Set = std::vector<Vertex>;
 
+void add(const Vertex& v, support::Digest* digest) {
+  digest->add(real_pt_t{v}), digest->add(static_cast<unsigned>(v.flag));
+}
+
 // Clips into arrays of just the stated room, which end at an unreadable page as the given ones
 // do, with everything scaled by 2^k meanwhile.
 Set clip(const Set& in, real_rect_t view, int k = 0) {
@@ -134,6 +138,7 @@ TEST(ClipPolygonSetToView, WalksAllSmallPolygons) {
                                          {1.69, 1.37}, {2.41, 1.29}, {1.17, 1.83}, {1.73, 1.91},
                                          {2.37, 1.87}, {0.71, 1.03}, {1.37, 2.61}, {2.29, 2.79}};
   long polygons = 0, covered = 0;
+  support::Digest digest;
   for (int n = 2; n <= 5; ++n) {
     for (int code = 0; code < 1 << 4 * n; ++code) {
       const auto place = [&](long i) { return code >> 4 * (i % n) & 15; };
@@ -145,14 +150,18 @@ TEST(ClipPolygonSetToView, WalksAllSmallPolygons) {
         const int at = place(polygons + i), visible = polygons * 40503 >> i & 1;
         in.push_back({{1.0 * (at % 4), 1.0 * (at / 4)}, visible + (i + 1 == n ? 2 : 0)});
       }
-      for (int i : {0, 1 + static_cast<int>(polygons % 2)})
-        covered += Judge(views[i], i > 0 ? 1e-12 : 0).expect_right(in, clip(in, views[i]), places);
+      for (int i : {0, 1 + static_cast<int>(polygons % 2)}) {
+        const Set out = clip(in, views[i]);
+        covered += Judge(views[i], i > 0 ? 1e-12 : 0).expect_right(in, out, places);
+        for (const Vertex& v : out) add(v, &digest);
+      }
       ASSERT_FALSE(HasFailure()) << "the polygon " << std::hex << code << " of " << n;
       ++polygons;
     }
   }
   EXPECT_EQ(polygons, 263976);
   EXPECT_GT(covered, polygons);
+  EXPECT_EQ(digest.value(), 15943736397531002457u);
 }
 
 // Sets of rings that cross themselves and hold others, on a grid or anywhere, and at the ends of
@@ -189,10 +198,18 @@ TEST(ClipPolygonSetToView, KeepsWindingsAndVisibleLengths) {
       }
       std::vector<real_pt_t> places(40);
       for (real_pt_t& p : places) p = {random.between(-9, 9), random.between(-9, 9)};
-      const int scales[] = {0, 0, 1019, -480, -990};
-      const Set out = clip(in, view, is_hard ? 0 : scales[random.below(5)]);
-      for (const Vertex& v : out)
-        digest.add(real_pt_t{v}), digest.add(static_cast<unsigned>(v.flag));
+      const int scales[] = {0, 0, 1019, -480, -990}, scale = is_hard ? 0 : scales[random.below(5)];
+      const Set out = clip(in, view, scale);
+      for (const Vertex& v : out) add(v, &digest);
+      if (std::count_if(in.begin(), in.end(), [](const Vertex& v) { return v.flag > 1; }) == 1) {
+        Set back(in.rbegin(), in.rend());  // meets the border at the same points
+        std::swap(back.front().flag, back.back().flag);
+        for (const Vertex& v : clip(back, view, scale)) {
+          const auto is_v = [&](real_pt_t p) { return p.x == v.x && p.y == v.y; };
+          EXPECT_TRUE(std::any_of(out.begin(), out.end(), is_v) ||
+                      std::any_of(view.corners, view.corners + 4, is_v));
+        }
+      }
       if (!is_hard) covered += Judge(view, is_turned ? 1e-12 : 0).expect_right(in, out, places);
       ASSERT_FALSE(HasFailure());
     }
@@ -201,7 +218,8 @@ TEST(ClipPolygonSetToView, KeepsWindingsAndVisibleLengths) {
   });
 }
 
-// Around the view, with a vertex on its side, to and fro, touching, in an L; between a polygon of
+// Around the view, with a vertex on its side, to and fro, touching, in an L, and a corner so small
+// that it rounds away; between a polygon of
 // one vertex and one that isn't closed. What is not finite, and what has no area, gives nothing.
 TEST(ClipPolygonSetToView, KeepsToItsRules) {
   const real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
@@ -216,6 +234,7 @@ TEST(ClipPolygonSetToView, KeepsToItsRules) {
       {{{{-5, 5}, 1}, {{15, 5}, 3}}, {{{0, 5}, 1}, {{10, 5}, 3}}},
       {{{{10, 5}, 1}, {{15, 3}, 1}, {{15, 7}, 3}}, {}},
       {{{{-5, -5}, 1}, {{20, -5}, 1}, {{20, 20}, 1}, {{15, 20}, 1}, {{15, -1}, 3}}, {}},
+      {{{{4, 16}, 1}, {{16, std::nextafter(4, 0)}, 1}, {{17, 17}, 3}}, {}},
       {inside, inside},
   };
   for (const auto& row : rows) {

@@ -1,7 +1,6 @@
 #include <zelvan/logger/logger.h>
 
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -16,94 +15,117 @@
 struct LoggerInside {
   static constexpr auto init = &Logger::init, open = &Logger::openFile;
   static constexpr auto date = &Logger::getCurrentDate;
+  static constexpr auto outlog = &Logger::outlog;
   static constexpr auto name = &Logger::classname;
-  static inline auto &files = Logger::max_num_files, &most_lines = Logger::max_num_lines;
-  static inline auto& lines = Logger::num_lines;
-  static inline auto& level = Logger::log_level;
-  static inline auto& prefix = Logger::file_prefix;
+  static auto flags(const Logger& log) { return std::pair(log.stout, log.reserved_flag); }
   static inline auto& file = Logger::log_file;
-  static inline auto &appends = Logger::reopen_for_append, &pending = Logger::init_pending;
+  static inline auto& lines = Logger::num_lines;
+  static inline auto &appends = Logger::reopen_for_append, &is_pending = Logger::init_pending;
+  static inline auto& number = Logger::file_number;
+  static auto settings() {
+    return std::tie(Logger::max_num_files, Logger::max_num_lines, Logger::log_level,
+                    Logger::file_prefix);
+  }
 };
 
 namespace {
 
 using In = LoggerInside;
-using support::set_environment;
+using Settings = std::tuple<int, int, logPriorities, std::string>;
 
 TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
+  const Settings start(2, 5000, logTrace, "");
+  EXPECT_TRUE(In::settings() == start && In::file == nullptr && In::lines + In::number == 0 &&
+              !In::appends && In::is_pending);
   const struct {
-    const char *files, *lines, *level, *prefix;
-    int level_set, files_read, lines_read, level_read;
-    std::string prefix_read;
-  } rows[] = {
-      {"x", "", "x1", nullptr, -1, 2, 5000, 0, "kept"},
-      {"0", "999", "-3", "x/", 2, 1, 1000, 0, "x/"},
-      {" +7 of them", "1000", "9", "", 2, 7, 1000, 4, support::log_prefix},
-      {"99999999999", "-99999999999999999999", "3", nullptr, 17, INT_MAX, 1000, 3, "kept"},
-  };
+    const char* values[4];  // of the four variables; null: not set
+    int level_set;
+    Settings read;
+  } rows[] = {{{}, 3, {2, 5000, logWarn, "kept"}},
+              {{"x", "", "x1", nullptr}, -1, {2, 5000, logTrace, "kept"}},
+              {{"0", "999", "-3", "x/"}, 2, {1, 1000, logTrace, "x/"}},
+              {{" +7 of them", "1000", "9", ""}, 2, {7, 1000, logError, support::log_prefix}},
+              {{"99999999999", "-99999999999", "3", nullptr}, 17, {INT_MAX, 1000, logWarn, "kept"}},
+              {{"-99999999999", "99999999999", nullptr, "y"}, 17, {1, INT_MAX, logError, "y"}}};
+  const char* const names[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LINES", "LOGGER_LOG_LEVEL",
+                               "LOGGER_FILE_PREFIX"};
   Logger log(nullptr);
   for (const auto& row : rows) {
-    In::pending = true, In::files = 2, In::most_lines = 5000;
-    log.setFilePrefix("kept");
-    log.setLogLevel(static_cast<logPriorities>(row.level_set));
-    EXPECT_EQ(In::level, row.level_set);
-    set_environment("LOGGER_FILE_PREFIX", row.prefix);
-    set_environment("LOGGER_MAX_NUM_LINES", row.lines);
-    set_environment("LOGGER_LOG_LEVEL", row.level);
-    for (const char* files : {row.files, "5"}) {  // the second comes too late
-      set_environment("LOGGER_MAX_NUM_FILES", files);
-      (log.*In::init)();
+    In::is_pending = true, In::settings() = start;
+    log.setFilePrefix("kept"), log.setLogLevel(static_cast<logPriorities>(row.level_set));
+    for (int i = 0; i < 4; ++i) {
+      support::set_environment(names[i], row.values[i]);
     }
-    EXPECT_EQ(std::tuple(In::files, In::most_lines, In::level, In::prefix),
-              std::tuple(row.files_read, row.lines_read, row.level_read, row.prefix_read));
+    (log.*In::init)();
+    support::set_environment(names[0], "5"), (log.*In::init)();  // too late
+    EXPECT_EQ(In::settings(), row.read);
   }
+  EXPECT_FALSE(In::is_pending);
+  log.setFilePrefix(nullptr);
+  EXPECT_EQ(std::get<3>(In::settings()), "");
 }
 
 TEST(Logger, OpensItsFileAndNothingElseWrites) {
-  const std::string prefix = testing::TempDir() + "logger-test-";
+  const std::string prefix = testing::TempDir() + "logger-test-", name = prefix + "7.log";
+  const auto content = [&] {
+    std::string text;
+    return std::getline(std::ifstream(name), text, '\0'), text;
+  };
   Logger log("a");
   log.setFilePrefix(prefix.c_str());
-  In::pending = true, In::lines = 7;
+  In::is_pending = true, In::lines = In::number = 7;
   (log.*In::open)();
-  EXPECT_EQ(In::file, nullptr) << "not before init";
-  In::pending = false;
-  for (const int lines : {0, 7}) {  // anew, then to append
+  EXPECT_TRUE(In::file == nullptr && In::lines == 7) << "not before init";
+  In::is_pending = false;
+  for (const std::string text : {"", "line\n", "line\nline\n"}) {  // anew, then to append
     Logger other("closes the file when it ends");
     (log.*In::open)();
     ASSERT_NE(In::file, nullptr);
-    EXPECT_TRUE(In::lines == lines && !In::appends);
-    In::lines = 7;
+    EXPECT_TRUE(In::lines == (text.empty() ? 0 : 8) && !In::appends);
+    In::lines = 8;
     std::fputs("line\n", In::file);
     EXPECT_TRUE(log.log(logError, "o", "m") && log.logf(logError, nullptr, nullptr) &&
                 log.debug("o", "m") && log.error("o", "m") && log.trace("o", "m") &&
-                log.warn(nullptr, nullptr));
+                log.warn(nullptr, nullptr) && (log.*In::outlog)(logError, nullptr, nullptr));
+    std::fflush(In::file);
+    EXPECT_EQ(content(), text + "line\n");
   }
   EXPECT_TRUE(In::file == nullptr && In::appends);
-  std::string text;
-  std::getline(std::ifstream(prefix + "0.log"), text, '\0');
-  EXPECT_EQ(text, "line\nline\n");
-  std::remove((prefix + "0.log").c_str());
+  In::appends = false;
+  for (int i = 0; i < 2; ++i) (log.*In::open)();  // anew, then anew while it is open
+  EXPECT_EQ(content() + std::to_string(In::lines), "0");
+  std::remove(name.c_str());
   log.setFilePrefix("/nowhere/at/all-");
   (log.*In::open)();
-  EXPECT_TRUE(In::file == nullptr && !In::appends);
+  EXPECT_TRUE(In::file == nullptr && !In::appends && In::number == 7);
 }
 
 TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
-  Logger log("name"), copy(log), other("other");
+  Logger log("name"), other("other"), empty(nullptr);
+  EXPECT_EQ(In::flags(log), std::pair(false, true));
+  log.setStout(true);
+  Logger copy(log);
   other = copy;
   other.setClassname(other.*In::name);
-  EXPECT_TRUE(other.*In::name == std::string("name") && log.*In::name != other.*In::name);
-  set_environment("TZ", "ABC-5:30");
+  for (const auto* same : {&copy, &other}) {
+    EXPECT_STREQ(same->*In::name, "name");
+    EXPECT_TRUE(same->*In::name != log.*In::name && In::flags(*same) == std::pair(true, true));
+  }
+  log.setStout(false), other = log, log.setClassname(nullptr);
+  EXPECT_FALSE(In::flags(other).first);
+  EXPECT_EQ(std::string(log.*In::name) + empty.*In::name, "");
+  support::set_environment("TZ", "ABC-5:30");
   tzset();
-  constexpr auto hour_format = "%d at %H";
-  const std::time_t utc = std::time(nullptr) + (5 * 60 + 30) * 60;
-  char there[16] = "";
-  std::strftime(there, sizeof there, hour_format, std::gmtime(&utc));
-  for (const auto& [format, text] : {std::pair<const char*, const char*>(hour_format, there),
-                                     {"%A, %A, %A, %A, %A, %A, %A, %A, %A", ""}}) {  // too long
+  constexpr auto hour = "%d at %H";  // names of zones differ by system
+  const std::time_t there = std::time(nullptr) + (5 * 60 + 30) * 60;
+  char now[16] = "";
+  std::strftime(now, sizeof now, hour, std::gmtime(&there));
+  const std::string longest(63, 'x');
+  for (const std::string& format : {std::string(hour), longest, longest + 'x'}) {
+    const std::string text = format == hour ? now : format == longest ? format : "";
     char* date = nullptr;
-    (log.*In::date)(format, &date);
-    EXPECT_EQ(std::string(date, 65), text + std::string(65 - std::strlen(text), '\0'));
+    (log.*In::date)(format.c_str(), &date);
+    EXPECT_EQ(std::string(date, 65), text + std::string(65 - text.size(), '\0'));
     std::free(date);
   }
 }

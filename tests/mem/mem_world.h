@@ -1,6 +1,6 @@
-/// A list under operations by chance, those of its handler among them, beside a model that is
-/// told of each: it keeps the rows of the list, the charge, and what every owner's pointer must
-/// hold. Totals it adds up anew after each step.
+/// A list under operations by chance, those of its handler among them, beside a model that is told
+/// of each: it keeps the rows of the list, the charge, what every owner's pointer must hold, and
+/// all that the trace must tell. Totals it adds up anew each time.
 #pragma once
 
 #include <zelvan/mem/detail/entry.h>
@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <ostream>
+#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -19,9 +21,13 @@
 
 class World {
  public:
-  /// `below(n)` gives a number from 0 to `n` - 1.
-  explicit World(std::function<int(int)> below_n) : below(std::move(below_n)) {
+  /// `below(n)` gives a number from 0 to `n` - 1. With `trace` the trace is on; what it must tell
+  /// goes there.
+  /// A pool of `limit` bytes begins with 500 of them to spare.
+  explicit World(std::function<int(int)> below_n, std::ostream* trace = nullptr, int limit = 500)
+      : below(std::move(below_n)), trace_(trace), pool_{limit, limit - 500}, used_(limit - 500) {
     now = this;
+    mem_trace = trace == nullptr ? 0 : 4;
     zelvan::mem_sequence = static_cast<int>(sequence_);
     for (void*& slot : slots_) memory_[&slot] = nullptr;
     list_ = MemListNew(&pool_, [](MemException* e) { return now->answer(*e); });
@@ -31,57 +37,79 @@ class World {
   ~World() {
     clear();
     MemListDelete(&list_);
-    void* untracked;  // a list that is gone is no default any more
-    EXPECT_EQ(MemAllocate(nullptr, 8, nullptr, &untracked), MEM_SUCCESS);
-    MemFree(nullptr, untracked);
+    for (const int size : {8, -1}) {  // a list that is gone is no default any more
+      void* untracked = nullptr;
+      tell("Allocate:  list 0 key ", this, " size ", size, " back ptr ", &untracked);
+      if (size < 0) tell("**Malloc failed");
+      EXPECT_EQ(MemAllocate(nullptr, size, this, &untracked), size < 0 ? MEM_MALLOC_FAILED : 0);
+      MemSetPointer(nullptr, untracked, nullptr);
+      MemFree(nullptr, untracked);
+    }
     EXPECT_EQ(pool_.used, used_);  // what was refused stays charged and is left to its owner
     for (const MemEntry& row : rows_) std::free(row.address);
   }
 
   void step() {
     MemEntry& row = rows_[below(static_cast<int>(rows_.size()))];
-    void* const address = row.address;
     // An owner's pointer, on its own or in a block.
     void** const place = std::next(memory_.begin(), below(static_cast<int>(memory_.size())))->first;
     MemList* const handle = below(2) == 0 ? list_ : nullptr;
+    const int kind = below(4);
+    void* const address = kind == 0 ? nullptr : kind == 1 ? std::malloc(1) : row.address;
+    const bool is_unknown = kind == 1 || (address == nullptr && n_used() == list_->n_entries);
     switch (below(11)) {
       case 0:  // an owner overwrites a pointer
         *place = memory_[place] = this;
         break;
       case 1:  // or puts it back
-        if (address != nullptr) *row.back_ptr = memory_[row.back_ptr] = address;
+        if (!is_free(row)) *row.back_ptr = memory_[row.back_ptr] = row.address;
         break;
       case 2:
         MemSetPointer(handle, address, place);
+        tell("Set pointer: list ", list_, " address ", address, " back ptr ", place);
         if (address == nullptr) break;
+        if (is_unknown) {
+          tell("**Address not found");
+          break;
+        }
+        tell("  [", row.sequence, "] Set pointer replaces ", row.back_ptr);
         memory_[row.back_ptr = place] = address;
-        row.parent = index_around(place, &row);
+        find_parent(row);
         break;
       case 3:
-        release(row);
         MemFree(handle, address);
-        MemFree(handle, std::malloc(1));  // of no list
+        tell("Free: list ", list_, " address ", address);
+        if (is_unknown) tell("**Address not found");
+        if (kind == 1) return check();
+        if (address != nullptr) release(row);
         break;
       case 4:
         if (below(20) != 0) break;
         clear();
         MemListClear(list_);
+        list_->n_used = 0;  // as no operation leaves it
+        MemListClear(list_);
+        if (std::ranges::any_of(rows_, is_root)) tell("**List used is 0, entry has address");
+        list_->n_used = n_used();
         break;
-      case 5: {
-        const bool is_anew = below(2) == 0;
-        if (is_anew) MemListInitializeSearch(list_);
+      case 5:
+        if (below(2) == 0) {
+          MemListInitializeSearch(list_);
+          tell("Initialize search: list ", list_);
+          for (MemEntry& e : rows_) e.excluded = 0;
+        }
         MemListRemoveFromSearch(list_, row.key);
-        for (MemEntry& e : rows_) e.excluded = e.key == row.key || (!is_anew && e.excluded != 0);
+        tell("Remove from search: list ", list_, " object ", row.key);
+        for (MemEntry& e : rows_) e.excluded |= e.key == row.key;
         break;
-      }
       case 6:
         evict();
         break;
-      default: {
+      default:
         const int size = below(40) == 0 ? 495 + below(10) : below(41) - 1;
         allocate(handle, {size, &slots_[below(4)], place});
-      }
     }
+    if (kind == 1) std::free(address);
     check();
   }
 
@@ -96,51 +124,101 @@ class World {
     int expected = 0, status = MEM_SUCCESS;
   };
 
+  /// A line of the trace.
+  template <class... Parts>
+  void tell(Parts... parts) {
+    const auto put = [&](auto part) {
+      if constexpr (
+          requires { static_cast<const void*>(part); } && !requires { std::string(part); }) {
+        *trace_ << std::hex << std::showbase << zelvan::bits_of(part) << std::dec;
+      } else {
+        *trace_ << part;
+      }
+    };
+    if (trace_ != nullptr) (put(parts), ...), *trace_ << '\n';
+  }
+
   static bool is_free(const MemEntry& row) { return row.address == nullptr; }
+  static bool is_root(const MemEntry& row) { return row.address != nullptr && row.parent < 0; }
+  int index(const MemEntry& row) const { return static_cast<int>(&row - rows_.data()); }
+  int n_used() const {
+    return static_cast<int>(rows_.size()) - static_cast<int>(std::ranges::count_if(rows_, is_free));
+  }
+  int total(const MemEntry& row) const {
+    int sum = row.size;
+    for (const MemEntry& e : rows_) sum += e.parent == index(row) ? e.size : 0;
+    return sum;
+  }
 
   int index_around(void** place, const MemEntry* self) const {
     const auto found = std::ranges::find_if(rows_, [=](const MemEntry& row) {
       const auto offset = reinterpret_cast<char*>(place) - static_cast<char*>(row.address);
       return &row != self && offset >= 0 && offset < row.size;
     });
-    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+    return found == rows_.end() ? -1 : index(*found);
+  }
+
+  void find_parent(MemEntry& row) {
+    row.parent = index_around(row.back_ptr, &row);
+    if (row.parent < 0) return;
+    const MemEntry& parent = rows_[row.parent];
+    tell("    Parent sequence [", parent.sequence, "] total size ", total(parent));
   }
 
   void release(MemEntry& row) {
-    if (is_free(row) || memory_[row.back_ptr] != row.address) return;
-    if (std::ranges::count(rows_, &row - rows_.data(), &MemEntry::parent) != 0) return;
-    memory_[row.back_ptr] = nullptr;
-    auto* const block = static_cast<void**>(row.address);
-    memory_.erase(memory_.lower_bound(block), memory_.lower_bound(block + row.size / 8));
-    used_ -= row.size;
-    row = zelvan::empty_entry;
+    const MemEntry old = row;
+    if (is_free(row)) return;
+    if (memory_[old.back_ptr] != old.address) {
+      return tell("**[", old.sequence, "] Back pointer does not contain address");
+    }
+    if (std::ranges::count(rows_, index(row), &MemEntry::parent) != 0) {
+      if (trace_ != nullptr) *trace_ << "**[" << old.sequence << "] Is parent/n";
+      return;
+    }
+    row = zelvan::empty_entry, used_ -= old.size;
+    tell("  [", old.sequence, "] Release ", old.size, " pool used ", used_);
+    if (old.parent >= 0) {
+      const MemEntry& parent = rows_[old.parent];
+      tell("  [", old.sequence, "] Parent sequence [", parent.sequence, "], new total ",
+           total(parent));
+    }
+    memory_[old.back_ptr] = nullptr;
+    auto* const block = static_cast<void**>(old.address);
+    memory_.erase(memory_.lower_bound(block), memory_.lower_bound(block + old.size / 8));
   }
 
   void release_family(MemEntry& row) {
     for (MemEntry& child : rows_) {
-      if (child.parent == &row - rows_.data()) release(child);
+      if (child.parent == index(row)) release(child);
     }
     release(row);
   }
 
   void clear() {
     for (MemEntry& row : rows_) {
-      if (row.parent < 0) release_family(row);
+      if (!is_root(row)) continue;
+      tell("Clear list ", list_, " address ", row.address);
+      release_family(row);
     }
   }
 
   void evict() {
-    static constexpr decltype(&MemListRemoveOldest) removals[] = {
-        MemListRemoveLargest, MemListRemoveSmallest, MemListRemoveOldest};
+    static constexpr std::pair<decltype(&MemListRemoveOldest), const char*> rules[] = {
+        {MemListRemoveLargest, "Largest"},
+        {MemListRemoveSmallest, "Smallest"},
+        {MemListRemoveOldest, "Oldest"}};
     const int rule = below(3);
+    tell("!!Remove: ", rules[rule].second);
     std::pair<int, MemEntry*> best = {INT_MAX, nullptr};
     for (MemEntry& row : rows_) {
-      if (row.total_size == 0 || row.excluded != 0 || (rule < 2 && row.parent >= 0)) continue;
+      const int size = total(row);
+      if (size == 0 || row.excluded != 0 || (rule < 2 && row.parent >= 0)) continue;
       const int age = static_cast<int>(sequence_ - static_cast<unsigned>(row.sequence));
-      best = std::min(best, {std::array{-row.total_size, row.total_size, -age}[rule], &row});
+      best = std::min(best, {std::array{-size, size, -age}[rule], &row});
     }
-    if (best.second != nullptr) release_family(*best.second);
-    EXPECT_EQ(removals[rule](list_), best.second != nullptr);
+    if (best.second != nullptr)
+      release_family(*best.second), tell("^^Remove: ", rules[rule].second);
+    EXPECT_EQ(rules[rule].first(list_), best.second != nullptr);
   }
 
   MemEntry& free_row() {
@@ -149,12 +227,20 @@ class World {
   }
 
   int exception_after(int code, const Call& call) {
-    if (code == 0 && call.size > pool_.limit) return MEM_POOL_TOO_SMALL;
+    if (code == 0 && call.size > pool_.limit) {
+      tell("**Pool of ", pool_.limit, " too small");
+      return MEM_POOL_TOO_SMALL;
+    }
     if (code == 0 || code == MEM_POOL_TOO_SMALL) {
       free_row();
-      if (used_ + call.size > pool_.limit) return MEM_POOL_OVERFLOW;
+      if (0LL + used_ + call.size > pool_.limit) {
+        tell("**Pool overflow current size ", used_);
+        return MEM_POOL_OVERFLOW;
+      }
     }
-    return code != MEM_MALLOC_FAILED && call.size < 0 ? MEM_MALLOC_FAILED : 0;
+    if (code == MEM_MALLOC_FAILED || call.size >= 0) return 0;
+    tell("**Malloc failed");
+    return MEM_MALLOC_FAILED;
   }
 
   /// The handler: it does anything to the list, then gives up or not.
@@ -168,54 +254,64 @@ class World {
     const bool goes_on = below(4) != 0;
     const bool is_homeless = home >= 0 && rows_[home].sequence != sequence;
     const bool is_over = !goes_on || is_homeless || e.code == MEM_MALLOC_FAILED;
+    if (is_over && e.code != MEM_POOL_TOO_SMALL) {
+      tell(e.code == MEM_POOL_OVERFLOW ? "**Pool overflow" : "**Malloc failed",
+           " after exception processing");
+    }
     call.status = is_over ? e.code : MEM_SUCCESS;
     call.expected = is_over ? 0 : exception_after(e.code, call);
     return goes_on ? static_cast<unsigned short>(1 << below(16)) : 0;
   }
 
   void allocate(MemList* handle, Call call) {
+    tell("Allocate:  list ", list_, " key ", call.key, " size ", call.size, " back ptr ",
+         call.place);
     call.expected = exception_after(0, call);
     calls_.push_back(&call);
-    MemSetDefaultObject(call.key);
-    const int status =
-        MemAllocate(handle, call.size, below(2) == 0 ? call.key : nullptr, call.place);
+    const bool is_default = below(2) == 0;
+    MemSetDefaultObject(is_default ? call.key : this);
+    const int status = MemAllocate(handle, call.size, is_default ? nullptr : call.key, call.place);
     calls_.pop_back();
+    if (call.status == MEM_SUCCESS && 0LL + used_ + call.size > INT_MAX) {
+      call.status = MEM_POOL_OVERFLOW;
+      tell("**Pool overflow after exception processing");
+    }
     ASSERT_EQ(std::pair(status, 0), std::pair(call.status, call.expected));
     if (status != MEM_SUCCESS) return;
     auto* const block = static_cast<void**>(memory_[call.place] = *call.place);
     for (int i = 0; i < call.size / 8; ++i) memory_[block + i] = block[i] = nullptr;
-    used_ += call.size;
     MemEntry& row = free_row();
     row = {block, call.size, 0, call.key, call.place, 0, static_cast<int>(sequence_++), -1};
-    row.parent = index_around(call.place, &row);
+    used_ += call.size;
+    tell("  [", row.sequence, "] Allocation address ", block, " total size ", row.size,
+         " pool used ", used_);
+    find_parent(row);
   }
 
   void check() {
     for (const auto& [place, value] : memory_) ASSERT_EQ(*place, value);
-    const int n_entries = static_cast<int>(rows_.size()), room = pool_.limit - used_;
-    const int n_used = n_entries - static_cast<int>(std::ranges::count_if(rows_, is_free));
-    ASSERT_EQ(std::tie(list_->n_entries, list_->n_used, pool_.used),
-              std::tie(n_entries, n_used, used_));
-    ASSERT_EQ(MemAvailable(list_, room), n_used < n_entries);
+    const int n_entries = static_cast<int>(rows_.size()), room = pool_.limit - used_, n = n_used();
+    ASSERT_EQ(std::tie(list_->n_entries, list_->n_used, pool_.used), std::tie(n_entries, n, used_));
+    ASSERT_EQ(MemAvailable(list_, room), n < n_entries);
     ASSERT_EQ(MemAvailable(list_, room + 1), 0);
-    for (MemEntry& row : rows_) row.total_size = row.size;
-    for (const MemEntry& row : rows_) {
-      if (row.parent >= 0) rows_[row.parent].total_size += row.size;
-    }
     const auto fields = [](const MemEntry& e) {
       return std::tie(e.address, e.size, e.total_size, e.key, e.back_ptr, e.excluded, e.sequence,
                       e.parent);
     };
-    for (int i = 0; i < n_entries; ++i) ASSERT_EQ(fields(list_->entries[i]), fields(rows_[i])) << i;
+    for (MemEntry& row : rows_) {
+      row.total_size = total(row);
+      ASSERT_EQ(fields(list_->entries[index(row)]), fields(row)) << index(row);
+    }
   }
 
   std::function<int(int)> below;
+  std::ostream* trace_;
   unsigned sequence_ = INT_MAX - 100;  // soon it wraps
-  MemPool pool_ = {500, 0};
+  MemPool pool_;
   MemList* list_;
   std::vector<MemEntry> rows_ = std::vector(16, zelvan::empty_entry);
   void* slots_[16] = {};
   std::map<void**, void*> memory_;  ///< all pointers of owners, in slots and in blocks
   std::vector<Call*> calls_;
-  int used_ = 0;
+  int used_;
 };

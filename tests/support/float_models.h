@@ -9,6 +9,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include <gtest/gtest.h>
 
@@ -41,16 +42,34 @@ inline Word ieee_of(Word ibm, int bits) {
   return sign | std::bit_cast<unsigned>(float(value));  // exact: it has 24 bits
 }
 
-/// `count` patterns in both directions, from `i` on in steps.
+/// `count` patterns in both directions, from `i` on in steps: each by itself, and as arrays that
+/// fill a few vectors and one element more.
 inline void walk(int bits, Word i, Word count, Word step) {
   const unsigned short type = bits == 24 ? 0xA4 : 0xB8;
-  for (const int unused = 56 - bits; count > 0; --count, i += step) {
-    Word ibm = __builtin_bswap64(i << unused), ieee = ibm;
-    tra_convert_flpt(4, type, 1, &ibm, &ibm);
-    tra_convert_flpt(16, type, 1, &ieee, &ieee);
-    ibm = __builtin_bswap64(ibm) >> unused, ieee = __builtin_bswap64(ieee) >> unused;
-    if (ibm == ibm_of(i, bits) && ieee == ieee_of(i, bits)) continue;
-    FAIL() << std::hex << i << " gives " << ibm << ", " << ieee;
+  const int unused = 56 - bits, size = bits == 24 ? 4 : 8;
+  constexpr int most = 33;
+  unsigned char source[8 * most], ibm[8 * most], ieee[8 * most];
+  while (count > 0) {
+    const auto n = static_cast<unsigned short>(std::min<Word>(count, most));
+    for (int k = 0; k < n; ++k) {
+      const Word word = __builtin_bswap64((i + k * step) << unused);
+      std::memcpy(source + k * size, &word, size);
+    }
+    tra_convert_flpt(4, type, n, source, ibm);
+    tra_convert_flpt(16, type, n, source, ieee);
+    for (int k = 0; k < n; ++k, --count, i += step) {
+      Word expected[] = {__builtin_bswap64(ibm_of(i, bits) << unused),
+                         __builtin_bswap64(ieee_of(i, bits) << unused)};
+      Word one[2] = {};
+      tra_convert_flpt(4, type, 1, source + k * size, &one[0]);
+      tra_convert_flpt(16, type, 1, source + k * size, &one[1]);
+      if (one[0] == expected[0] && one[1] == expected[1] &&
+          std::memcmp(ibm + k * size, &expected[0], size) == 0 &&
+          std::memcmp(ieee + k * size, &expected[1], size) == 0) {
+        continue;
+      }
+      FAIL() << std::hex << i << " gives " << one[0] << ", " << one[1] << ", number " << k;
+    }
   }
 }
 

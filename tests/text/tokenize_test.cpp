@@ -1,54 +1,87 @@
+#include <zelvan/text/glyph_tokenize.h>
 #include <zelvan/text/tokenize.h>
 
+#include "support/bits.h"
+#include "support/random.h"
+
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <support/system.h>
 
 namespace {
 
+using support::set_environment;
 using Wide = std::basic_string<unsigned short>;
 
+/// The tokens, a slash behind each.
 template <class String>
-String trimmed(const String& text, const String& set) {
-  const std::size_t first = std::min(text.find_first_not_of(set), text.size());
-  return text.substr(first, text.find_last_not_of(set) - first + 1);
+std::u16string joined(const std::vector<String>& tokens) {
+  std::u16string result;
+  for (const String& token : tokens) result.append(token.begin(), token.end()).append(u"/");
+  return result;
 }
 
-// All three tokenisers, by the searches of the standard's strings.
-template <class String>
-std::vector<String> cut(const String& text, const String& set, bool wide, bool keeps_delimiters) {
-  std::vector<String> tokens;
-  std::size_t start = keeps_delimiters ? 0 : text.find_first_not_of(set);
-  std::size_t end = text.find_first_of(set, start);
-  for (; start != text.npos; end = text.find_first_of(set, start)) {
-    if (wide && text[start] == '9') {
-      end = text.find_first_of(set, text.find_first_not_of(String{'9', '.'}, start));
-    }
-    const String token =
-        text.substr(start, end == text.npos ? end : end - start + keeps_delimiters);
-    tokens.push_back(wide ? trimmed(token, String{' '}) : token);
-    start = text.find_first_not_of(set, end);
+TEST(Tokenize, CutsAtDelimiters) {
+  const std::u16string rows[][5] = {
+      {u",a,, b,", u",", u"a/ b/", u"a/b/", u",/a,/b,/"},  // narrow, and wide without them and with
+      {u" Hello, world!", u" ,!", u"Hello/world/", u"Hello/world/", u"/Hello,/world!/"},
+      {u"3.14,2 x.y -1.5", u".,", u"3/14/2 x/y -1/5/", u"3.14/2 x/y -1/5/", u"3.14,/2 x./y -1./5/"},
+      {u",  ,", u",", u"  /", u"/", u",/,/"},
+      {u"", u"", u"", u"", u"/"}};
+  for (const auto& [text, set, narrow, dropped, kept] : rows) {
+    EXPECT_EQ(joined(tokenize({text.begin(), text.end()}, {set.begin(), set.end()})), narrow);
+    EXPECT_EQ(joined(wtokenize({text.begin(), text.end()}, {set.begin(), set.end()})), dropped);
+    EXPECT_EQ(joined(wtokenize2({text.begin(), text.end()}, {set.begin(), set.end()})), kept);
   }
-  return tokens;
 }
 
-// Every text of up to 7 characters, one of them far beyond ASCII.
-TEST(Tokenize, AgreesWithPlainSearchesOverEverySmallText) {
-  const unsigned short alphabet[] = {'a', '9', '.', ' ', 0x20FF};
-  for (const Wide& set : {Wide(), Wide{' '}, Wide{0x20FF}, Wide{'.', 0x20FF}, Wide{'9', ' '},
-                          Wide{0x20FF, '.', ' ', 'a'}}) {
-    for (int number = 0; number < 97656; ++number) {
-      Wide text;
-      for (int n = number; n > 0; n = (n - 1) / 5) text += alphabet[(n - 1) % 5];
-      ASSERT_EQ(wtokenize(text, set), cut(text, set, true, false));
-      ASSERT_EQ(wtokenize2(text, set), cut(text, set, true, true));
-      ASSERT_EQ(wtrim(text, set.c_str()), trimmed(text, set));
-      const std::string narrow(text.begin(), text.end()), narrow_set(set.begin(), set.end());
-      ASSERT_EQ(tokenize(narrow, narrow_set), cut(narrow, narrow_set, false, false));
-      ASSERT_EQ(trim(narrow, narrow_set.c_str()), trimmed(narrow, narrow_set));
-    }
+TEST(GlyphTokenize, CutsByTheLanguage) {
+  const std::u16string text = u"“漢ab, cd.3.5 字 x\x7F\x80\U0001F600";
+  const char* const locales[][3] = {{"", "zh", "de"},   {"", "", "ja_JP.UTF-8@x"},
+                                    {"ZH_TW", "C", ""}, {"jv_ID.UTF-8", "ja", "ja"},
+                                    {"jam_JM", "", ""}, {"", "", ""}};
+  for (const auto& locale : locales) {  // of each, the first that is not empty rules
+    set_environment("LC_ALL", locale[0]), set_environment("LC_CTYPE", locale[1]);
+    set_environment("LANG", locale[2]);
+    const std::string system = support::language();
+    EXPECT_EQ(joined(GlyphTokenize({text.begin(), text.end()})),
+              (system.empty() ? &locale < &locales[3] : system == "ja")
+                  ? u"“/漢/ab,/cd./3.5/字/x\x7F/\x80/\xD83D/\xDE00/"
+                  : u"“/漢ab,/cd./3.5/字/x\x7F\x80\U0001F600/")
+        << &locale - locales;
   }
+}
+
+// Every code unit, in a number and as what ends one; then texts as long as a vector, or longer,
+// of characters whose low bytes are equal.
+TEST(Tokenize, KeepsEveryToken) {
+  const Wide some = {'a', '9', '0', '.', ' ', 'b', 0x7F, 0x80, 0xFF, 0x120, 0x2061, 0x20FF, 0};
+  support::Digest digest, glyphs;
+  support::Random random(3);
+  for (int i = 0; i < 200000; ++i) {
+    const auto unit = static_cast<unsigned short>(i);
+    Wide text = {' ', unit, '.', '7', unit, 'b', unit, 'c'}, set = {'.', unit};
+    if (i > 0xFFFF) {
+      text.resize(random.below(i % 8 == 0 ? 90 : 9)), set.resize(random.below(5));
+      for (auto& c : text) c = some[random.below(i % 16 == 0 ? 3 : 13)];
+      for (auto& c : set) c = some[random.below(13)];
+    }
+    const std::string narrow(text.begin(), text.end()), narrow_set(set.begin(), set.end());
+    set_environment("LC_ALL", i > 0xFFFF && i % 2 == 0 ? "ja" : "C");
+    for (const std::u16string& tokens :
+         {joined(tokenize(narrow, narrow_set)), joined(wtokenize(text, set)),
+          joined(wtokenize2(text, set)), joined<Wide>({wtrim(text, set.c_str())}),
+          joined<std::string>({trim(narrow, narrow_set.c_str())})}) {
+      for (const char16_t c : tokens) digest.add(c);
+    }
+    for (const char16_t c : joined(GlyphTokenize(text))) glyphs.add(c);
+  }
+  EXPECT_EQ(digest.value(), 12226267261518868143u);
+  if (!support::language().empty()) GTEST_SKIP() << "the system's language stays as it is";
+  EXPECT_EQ(glyphs.value(), 13960654191376306462u);
 }
 
 }  // namespace

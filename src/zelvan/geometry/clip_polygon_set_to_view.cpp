@@ -90,7 +90,7 @@ int RingWalk::clip(const Outline& outline) {
   // Either way the first vertex is now there twice, or once if none differed from it.
   count_ -= count_ > 0;
   if (!has_inside_) return write_borders();
-  if (count_ < 2) return 0;
+  if (count_ < 2) return 0;  // what was inside came to one point by rounding
   edge_flags_[count_ - 1] += drw_edge_close_invisible;
   return count_;
 }
@@ -104,7 +104,6 @@ int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint
     edge_flags_[count_ - 1] = is_visible(outline.edge_flags[i]);
     points_[count_] = *b.at;
     edge_flags_[count_] = outline.edge_flags[i + 1];
-    last_ = {true, 0};
     const int more = count_inside(behind, left, view_.box());
     if (more > 0) {
       std::copy_n(behind, more, points_ + count_ + 1);
@@ -175,10 +174,7 @@ inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool v
   if (count_ > 0) {
     const real_pt_t& last = points_[count_ - 1];
     const bool is_repeated = last.x == p.x && last.y == p.y;
-    if (is_repeated && !is_vertex) {
-      last_.on |= on;
-      return;
-    }
+    if (is_repeated && !is_vertex) return;
     if (is_repeated && !last_.is_vertex) {
       --count_;
     } else {
@@ -237,9 +233,9 @@ void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* r
     from = found.first + found.count;
     const Outline outline = {source->points + found.first, source->edge_flags + found.first,
                              found.count};
-    if (found.is_inside && view.is_upright()) {
+    if (found.kind == OutlineKind::inside && view.is_upright()) {
       append(outline, target);
-    } else if (found.is_finite) {
+    } else if (found.kind != OutlineKind::not_finite) {
       target->n_points += RingWalk(view, *target).clip(outline);
     }
   }

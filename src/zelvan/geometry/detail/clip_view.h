@@ -11,10 +11,8 @@
 
 namespace zelvan {
 
-/// A set of sides: bit k stands for side k, which runs from corner k to the next. Corners and
-/// sides are counted counter-clockwise; those of an upright view as in `box_side`.
-using Sides = unsigned;
-
+/// Side k runs from corner k to the next; both are counted counter-clockwise, in an upright view
+/// as in `box_side`.
 inline bool holds(Sides sides, int k) { return (sides >> k & 1) != 0; }
 inline int next_side(int k) { return (k + 1) % 4; }
 inline int previous_side(int k) { return (k + 3) % 4; }
@@ -50,11 +48,8 @@ class ClipView {
 
   PlacedPoint place(const real_pt_t& p) const {
     if (!is_upright_) return place_by_orientation(p);
-    const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
-      return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
-    };
-    return {&p, sides(box_.left > p.x, box_.bottom > p.y, p.x > box_.right, p.y > box_.top),
-            sides(box_.left >= p.x, box_.bottom >= p.y, p.x >= box_.right, p.y >= box_.top)};
+    const SidesOut out = sides_out(box_, p);
+    return {&p, out.beyond, out.not_within};
   }
 
   /// True when the line through both points has corners of the view on either side. If not,

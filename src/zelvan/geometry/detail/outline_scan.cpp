@@ -8,17 +8,20 @@ FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
   for (int first = from, last; first < set.n_points; first = last + 1) {
     last = first;
     bool inside = true, finite = true;
-    unsigned sides = 0b1111;
+    Sides sides = 0b1111;
     for (;; ++last) {
       if (last == set.n_points) return {};
       const real_pt_t& p = set.points[last];
       inside = inside && is_inside(box, p);
       finite = finite && std::isfinite(p.x) && std::isfinite(p.y);
-      sides &= unsigned{p.x <= box.left} | unsigned{p.y <= box.bottom} << 1 |
-               unsigned{p.x >= box.right} << 2 | unsigned{p.y >= box.top} << 3;
+      sides &= plain::sides_out(box, p).not_within;
       if (is_closing(set.edge_flags[last])) break;
     }
-    if (sides == 0 && last > first) return {first, last - first + 1, inside, finite};
+    if (sides != 0 || last == first) continue;
+    return {first, last - first + 1,
+            inside   ? OutlineKind::inside
+            : finite ? OutlineKind::mixed
+                     : OutlineKind::not_finite};
   }
   return {};
 }

@@ -5,6 +5,10 @@
 #include <zelvan/transforms/detail/instruction_set.h>
 #include <zelvan/transforms/records.h>
 
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
 namespace zelvan {
 
 /// Requires: left < right, bottom < top.
@@ -14,6 +18,40 @@ struct ClipBox {
 
 /// The sides of a box, counter-clockwise.
 enum box_side { left_side, bottom_side, right_side, top_side };
+
+/// A set of sides: bit k stands for side k.
+using Sides = unsigned;
+
+/// The sides that a point lies beyond, and those that it lies beyond or on.
+struct SidesOut {
+  Sides beyond;
+  Sides not_within;
+};
+
+namespace plain {
+
+inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
+  const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
+    return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
+  };
+  return {sides(box.left > p.x, box.bottom > p.y, p.x > box.right, p.y > box.top),
+          sides(box.left >= p.x, box.bottom >= p.y, p.x >= box.right, p.y >= box.top)};
+}
+
+}  // namespace plain
+
+inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
+#if defined(__x86_64__)
+  if (has_avx2) {  // two bits at a time; every processor of the kind could do so
+    const __m128d v = _mm_loadu_pd(&p.x);
+    const __m128d low = _mm_loadu_pd(&box.left), high = _mm_loadu_pd(&box.right);
+    const auto lanes = [](__m128d mask) { return static_cast<Sides>(_mm_movemask_pd(mask)); };
+    return {lanes(_mm_cmplt_pd(v, low)) | lanes(_mm_cmpgt_pd(v, high)) << 2,
+            lanes(_mm_cmple_pd(v, low)) | lanes(_mm_cmpge_pd(v, high)) << 2};
+  }
+#endif
+  return plain::sides_out(box, p);
+}
 
 inline bool is_inside(const ClipBox& box, const real_pt_t& p) {
   return p.x > box.left && p.x < box.right && p.y > box.bottom && p.y < box.top;
@@ -30,12 +68,13 @@ inline bool is_closing(int edge_flag) {
   return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
 }
 
+enum class OutlineKind : int { inside, mixed, not_finite };  ///< inside: all of it, strictly
+
 /// An outline within a set: a run of vertices of which the last one is the first that closes.
 struct FoundOutline {
   int first;
-  int count;       ///< 0 when there is none left
-  bool is_inside;  ///< all of it, strictly
-  bool is_finite;
+  int count;  ///< 0 when there is none left
+  OutlineKind kind;
 };
 
 namespace plain {

@@ -125,9 +125,11 @@ ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const Cli
     const unsigned low = lanes(seen.low), high = lanes(seen.high);
     const bool is_apart = ((low & low >> 2 & 0b0011) | (high & high >> 2 & 0b0011)) != 0;
     if (is_apart || last == first) continue;
-    const bool is_finite =
-        lanes(_mm256_cmp_pd(seen.not_finite, seen.not_finite, _CMP_UNORD_Q)) == 0;
-    return {first, last - first + 1, is_finite && lanes(seen.some) == 0, is_finite};
+    const auto has_nan = _mm256_cmp_pd(seen.not_finite, seen.not_finite, _CMP_UNORD_Q);
+    return {first, last - first + 1,
+            lanes(has_nan) != 0     ? OutlineKind::not_finite
+            : lanes(seen.some) == 0 ? OutlineKind::inside
+                                    : OutlineKind::mixed};
   }
   return {};
 }
