@@ -1,5 +1,7 @@
 #include <zelvan/logger/logger.h>
 
+#include "support/system.h"
+
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +11,6 @@
 #include <tuple>
 
 #include <gtest/gtest.h>
-#include <support/system.h>
 
 // The one friend: what a Logger keeps to itself.
 struct LoggerInside {
@@ -31,6 +32,7 @@ struct LoggerInside {
 namespace {
 
 using In = LoggerInside;
+using support::set_environment;
 using Settings = std::tuple<int, int, logPriorities, std::string>;
 
 TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
@@ -54,10 +56,10 @@ TEST(Logger, ReadsItsSettingsOnceWithinTheirBounds) {
     In::is_pending = true, In::settings() = start;
     log.setFilePrefix("kept"), log.setLogLevel(static_cast<logPriorities>(row.level_set));
     for (int i = 0; i < 4; ++i) {
-      support::set_environment(names[i], row.values[i]);
+      set_environment(names[i], row.values[i]);
     }
     (log.*In::init)();
-    support::set_environment(names[0], "5"), (log.*In::init)();  // too late
+    set_environment(names[0], "5"), (log.*In::init)();  // too late
     EXPECT_EQ(In::settings(), row.read);
   }
   EXPECT_FALSE(In::is_pending);
@@ -114,15 +116,13 @@ TEST(Logger, OwnsItsNameAndGivesItsDateAway) {
   log.setStout(false), other = log, log.setClassname(nullptr);
   EXPECT_FALSE(In::flags(other).first);
   EXPECT_EQ(std::string(log.*In::name) + empty.*In::name, "");
-  support::set_environment("TZ", "ABC-5:30");
-  tzset();
-  constexpr auto hour = "%d at %H";  // names of zones differ by system
+  set_environment("TZ", "ABC-5:30"), tzset();
   const std::time_t there = std::time(nullptr) + (5 * 60 + 30) * 60;
-  char now[16] = "";
-  std::strftime(now, sizeof now, hour, std::gmtime(&there));
+  char hour[16] = "";
+  std::strftime(hour, sizeof hour, "%d at %H", std::gmtime(&there));
   const std::string longest(63, 'x');
-  for (const std::string& format : {std::string(hour), longest, longest + 'x'}) {
-    const std::string text = format == hour ? now : format == longest ? format : "";
+  for (const std::string& format : {std::string("%d at %H"), longest, longest + 'x'}) {
+    const std::string text = format[0] == '%' ? hour : format == longest ? format : "";
     char* date = nullptr;
     (log.*In::date)(format.c_str(), &date);
     EXPECT_EQ(std::string(date, 65), text + std::string(65 - text.size(), '\0'));

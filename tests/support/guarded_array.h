@@ -18,7 +18,7 @@ class GuardedArray {
   explicit GuardedArray(std::size_t n) : size_(n) {
     char* const guard = guarded_pages(n * sizeof(T));
     data_ = reinterpret_cast<T*>(guard - n * sizeof(T));
-    std::memset(data_, 0xA5, n * sizeof(T));
+    std::memset(static_cast<void*>(data_), 0xA5, n * sizeof(T));
   }
 
   /// A copy of the elements of any container.
