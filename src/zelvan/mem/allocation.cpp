@@ -229,8 +229,8 @@ int MemAllocate(MemList* list, int size, void* key, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (key == nullptr) key = zelvan::mem_default_object;
   if (mem_trace != 0) {
-    MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list), bits_of(key),
-             long{size}, bits_of(back_ptr));
+    MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list),
+             bits_of(key), long{size}, bits_of(back_ptr));
   }
   if (list == nullptr) return zelvan::allocate_untracked(size, back_ptr);
 
