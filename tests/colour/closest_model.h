@@ -29,10 +29,9 @@ inline std::pair<int, int> closest_in(const ColorMap& map, const ColorRGB& targe
   return {found, mean < 0x1p31 ? static_cast<int>(mean) : INT_MIN};
 }
 
-/// A map of `size` entries on a scale of its own: some unset, some equal, and in half of the maps
-/// some with a channel that only looks unset or is so small that differences wrap. Few steps make
-/// many ties; 4096 squared leaves no room for a 1 beside it, so that it counts which channels are
-/// added up first; and what differs by a step at the top of a scale may be equal as `float`.
+/// A map of `size` entries on a scale of its own, some unset and many equal; in every other map
+/// any channel may be negative, even so that differences wrap. 4096 squared leaves no room for a 1
+/// beside it, and steps at the top of a scale may be none as `float`.
 inline ColorMap random_map(int size, std::mt19937& random) {
   const int scales[] = {255, 1, 31, 2047, 4000, 40000, 65535, 100000000};
   const int scale = scales[random() % 8], steps = random() % 3 == 0 ? scale : std::min(scale, 7);
@@ -44,9 +43,8 @@ inline ColorMap random_map(int size, std::mt19937& random) {
       *c = kind < 2   ? step % 4 == 0 ? 4096 : 1
            : kind < 4 ? scale - step % 8
                       : step * (scale / steps);
-      if (random() % 24 == 0 && (kind % 2 == 0 || c == &color.red)) {
-        *c = random() % 2 == 0 ? -1 : INT_MIN;
-      }
+      const bool is_negative = random() % 24 == 0 && (kind % 2 == 0 || c == &color.red);
+      if (is_negative) *c = random() % 2 == 0 ? -1 : INT_MIN;
     }
   }
   return map;

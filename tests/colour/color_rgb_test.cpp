@@ -17,44 +17,33 @@ const ColorRGB before(11, 12, 13);  // what a refused setter leaves
 
 TEST(ColorRGB, TakesATextualValue) {
   const std::pair<std::string, ColorRGB> rows[] = {
-      {"RGB 1 0.5 0.001", {255, 128, 0}},
-      {"rgb x 0 \"1\"", {0, 0, 0}},  // any text counts as 0
-      {"HSV 90 1 1", {128, 255, 0}},
-      {"HSV 210 1 .5 more", {0, 64, 128}},
-      {"HSV 360 1 1", before},
-      {"RGB 0 0 1.001", before},
-      {"RGB 1 1", before},
-      {"Name snow", {255, 250, 250}},
-      {"NAME GRAY50 more", {127, 127, 127}},
-      {"name \"dark blue\"", {0, 0, 128}},
+      {"RGB 1 0.5 0.001", {255, 128, 0}},  {"rgb x 0 \"1\"", {0, 0, 0}},  // any text counts as 0
+      {"HSV 210 1 .5 more", {0, 64, 128}}, {"HSV 360 1 1", before},
+      {"Name snow", {255, 250, 250}},      {"NAME \"dark BLUE\" more", {0, 0, 128}},
       {"Name dark blue", before},
-      {"snow", before}};
+  };
   for (auto [text, expected] : rows) {
     ColorRGB color = before;
     EXPECT_EQ(color.SetValue(0, text.data()), !(expected == before)) << text;
     EXPECT_EQ(color, expected) << text;
   }
   EXPECT_EQ(ColorRGB().SetValue(0, nullptr) + ColorRGB().FindName(nullptr), 0);
-}
 
-// Keywords of all three forms, and what is none, with all threes of operands, of which the last two
-// are missing.
-TEST(ColorRGB, KeepsEveryTextualValue) {
-  const std::string words[] = {"RGB", " \t\nrGb", "\"RGB\"", "RGB\x02x", "$hsv$", "HSV", "HSVA",
-                               "RG",  "\"\"",     "0",       "\x01",     "Name",  "snow"};
-  const std::string operands[] = {"1",          "0.5",   "x",     "\"1\"", "$$",
-                                  "-0",         "1.5",   "240",   "359",   "359.99999",
-                                  "1.00000001", "-1e-9", "1e400", "",      "\x01"};
+  // Keywords, or what is none, with all threes of operands, of which the last two are missing.
+  const std::string words[] = {"RGB", " \t\nrGb", "RGB\x02x", "$hsv$",
+                               "RG",  "\"\"",     "\x01",     "Name"};
+  const std::string operands[] = {"1",   "0.5",       "x",          "\"1\"", "$$", "-0",  "1.5",
+                                  "240", "359.99999", "1.00000001", "-1e-9", "",   "\x01"};
   ColorDigest digest;
-  for (int i = 0; i < 13 * 15 * 15 * 15; ++i) {
-    std::string text = words[i % 13];
-    for (int rest = i / 13, read = 0; read < 3; ++read, rest /= 15) {
-      text += (i % 2 == 0 ? " " : "  \t ") + operands[rest % 15];
+  for (int i = 0; i < 8 * 13 * 13 * 13; ++i) {
+    std::string text = words[i % 8];
+    for (int rest = i / 8, read = 0; read < 3; ++read, rest /= 13) {
+      text += (i % 2 == 0 ? " " : "  \t ") + operands[rest % 13];
     }
     ColorRGB color = before;
     digest(color.SetValue(77, text.data()), color);
   }
-  EXPECT_EQ(digest.value(), 0x7ba538a244847e6fu);
+  EXPECT_EQ(digest.value(), 0x812f570a4ca37764u);
 }
 
 // The rows in their order. Each name with each of its bits turned, the terminator's too, while its
@@ -84,20 +73,15 @@ TEST(NamedColors, KeepEveryResult) {
     }
   }
   for (int i = 0; i < 1 << 24; i += 13) name_of({i >> 16, i >> 8 & 0xFF, i & 0xFF});
-  digest(ColorRGB().FindName(std::string(2000, 'z').data()));
-  EXPECT_EQ(digest.value(), 0xb62cd3506c32c1deu);
+  EXPECT_EQ(digest.value(), 0xd12f2fc65839d21eu);
 }
 
 TEST(ColorRGB, GivesHueSaturationAndValue) {
-  const std::tuple<ColorRGB, int, std::array<float, 3>> rows[] = {
-      {{51, 51, 51}, 255, {0.0f, 0.0f, 0.2f}},
-      {{255, 0, 255}, 255, {300.0f, 1.0f, 1.0f}},        // a tie is red's
-      {{1, 1, 4}, 3, {240.0f, 0.75f, 0x1.555556p+0f}}};  // nothing is clamped
-  for (auto [color, scale, expected] : rows) {
-    ColorHSV hsv;
-    color.RgbToHsv(scale, &hsv);
-    EXPECT_EQ((std::array{hsv.hue, hsv.saturation, hsv.value}), expected) << color;
-  }
+  ColorHSV hsv;
+  ColorRGB(255, 0, 255).RgbToHsv(255, &hsv);  // a tie is red's
+  EXPECT_EQ((std::array{hsv.hue, hsv.saturation, hsv.value}), (std::array{300.0f, 1.0f, 1.0f}));
+  ColorRGB(0, 0, 4).RgbToHsv(2, &hsv);  // nothing is clamped
+  EXPECT_EQ((std::array{hsv.hue, hsv.saturation, hsv.value}), (std::array{240.0f, 1.0f, 2.0f}));
 }
 
 // All operations on hard numbers, half degrees, parts of a scale and any numbers. The first three
@@ -106,11 +90,10 @@ TEST(ColorRGB, KeepsEveryBit) {
   ColorDigest digest;
   support::Random random(5);
   const auto number = [&]() -> float {
-    const float hard[] = {NAN,    INFINITY,      -INFINITY,      -0x1p-149f,
-                          -0.0f,  0x1.000002p0f, 1.0f,           0x1.67fffep8f,
-                          360.0f, -1.0f,         0x1.010100p-9f, 0x1.010102p-9f};
+    const float hard[] = {NAN,           INFINITY,      -INFINITY, -0x1p-149f,   -0.0f,
+                          0x1.000002p0f, 0x1.67fffep8f, 360.0f,    0x1.0101p-9f, 0x1.010102p-9f};
     const int kind = random.below(16);
-    return kind == 0  ? hard[random.below(12)]
+    return kind == 0  ? hard[random.below(10)]
            : kind < 9 ? static_cast<float>(random.below(721)) / 720.0f
                       : static_cast<float>(random.unit());
   };
@@ -136,7 +119,7 @@ TEST(ColorRGB, KeepsEveryBit) {
     set.BGR32BitToRGBColor(packed), digest(set);
     set.SetRGBColorFromColorValue(ColorValue(packed, 0)), digest(set);
   }
-  EXPECT_EQ(digest.value(), 0x32209b6efc947bb6u);
+  EXPECT_EQ(digest.value(), 0xf17e4b6b2d56070eu);
 }
 
 }  // namespace

@@ -30,18 +30,15 @@ TEST(ColorValue, IsMadeOfPenOrChannels) {
       {ColorValue(short{-7}), {-7, 0, 0, 0, 0}},
       {ColorValue(byte(1), byte(2), byte(3)), {-1, 255, 1, 2, 3}},
       {ColorValue(byte(1), byte(2), byte(3), byte(4)), {-1, 1, 2, 3, 4}},
-      {ColorValue(0x00123456, 0x18007), {-32761, 0, 0x56, 0x34, 0x12}},
       {ColorValue(1.01f, -0.01f, NAN), {-1, 255, 2, 254, 0}},          // 258 and -2
       {ColorValue(8421505.0f, 1e30f, -0.001f), {-1, 255, 127, 0, 0}},  // first needs 33 bits
       {moved({2, 3, 255, 106, 7}, 1), {2, 3, 254, 106, 7}},            // differences of 14 in all
       {moved({2, 3, 253, 107, 7}, 1), {2, 3, 253, 107, 7}},            // of 15
-      {moved({2, 3, 253, 100, 1}, 2), {2, 3, 2, 155, 254}},
   };
   for (const auto& [value, expected] : rows) EXPECT_EQ(fields(value), expected);
   for (int field = 0; field < 5; ++field) {  // each counts in a comparison
-    const ColorValue other(field == 0, field == 1, field == 2, field == 3, field == 4);
-    EXPECT_TRUE(other == ColorValue(other) && other != ColorValue(short{0})) << field;
-    EXPECT_FALSE(other == ColorValue(short{0}) || other != ColorValue(other)) << field;
+    const ColorValue a(short{0}), b(field == 0, field == 1, field == 2, field == 3, field == 4);
+    EXPECT_TRUE(a != b && b == ColorValue(b) && !(a == b) && !(b != ColorValue(b))) << field;
   }
 }
 
