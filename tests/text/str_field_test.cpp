@@ -71,8 +71,9 @@ TEST(StrField, KeepsEveryResult) {
     if (i > 0 && i % 4 == 0)
       line = digits.substr(random.below(24)) + std::to_string(i % 701 - 350) + ' ';
     for (int n = i > 0 ? random.below(16) : 0; n > 0; --n) {
+      const char c = more[random.below(more.size())];
       const int length = random.below(99) == 0 ? 1595 : random.below(4) == 0 ? 25 : 4;
-      line.append(length - random.below(3) - 1, more[random.below(more.size())]);
+      line.append(length - random.below(3) - 1, c);
     }
     for (char& c : line) {
       if (c == '1' && i > 0) c = static_cast<char>('0' + random.below(10));
@@ -84,7 +85,7 @@ TEST(StrField, KeepsEveryResult) {
     str_lower_string(line.data());
     for (const char c : results + line) digest.add(c);
   }
-  EXPECT_EQ(digest.value(), 0xfb2b8858dbf6fb8au);
+  EXPECT_EQ(digest.value(), 0xbe385e4976f1818du);
 }
 
 // Two records and two text buffers, but one buffer for numbers.
