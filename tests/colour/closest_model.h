@@ -40,9 +40,10 @@ inline ColorMap random_map(int size, std::mt19937& random) {
   for (ColorRGB& color : std::span(map.colors, map.map_size)) {
     for (int* c : {&color.red, &color.green, &color.blue}) {
       const int step = static_cast<int>(random() % (static_cast<unsigned>(steps) + 1));
-      *c = kind < 2   ? step % 4 == 0 ? 4096 : 1
-           : kind < 4 ? scale - step % 8
-                      : step * (scale / steps);
+      *c = kind == 0   ? step % 4 == 0 ? 4096 : 1
+           : kind < 3  ? scale - step % 8
+           : kind == 3 ? step % 8
+                       : step * (scale / steps);
       const bool is_negative = random() % 24 == 0 && (kind % 2 == 0 || c == &color.red);
       if (is_negative) *c = random() % 2 == 0 ? -1 : INT_MIN;
     }
