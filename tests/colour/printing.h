@@ -1,7 +1,9 @@
-/// Colours as the tests compare and print them.
+/// Colours as the tests compare, print and digest them.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
+
+#include "support/bits.h"
 
 #include <ostream>
 
@@ -12,3 +14,10 @@ inline bool operator==(const ColorRGB& a, const ColorRGB& b) {
 inline std::ostream& operator<<(std::ostream& out, const ColorRGB& c) {
   return out << c.red << ' ' << c.green << ' ' << c.blue;
 }
+
+/// A running digest of colours and whole numbers, any count of them at once.
+struct ColorDigest : support::Digest {
+  using Digest::add;
+  void add(const ColorRGB& c) { add(c.red), add(c.green), add(c.blue); }
+  void operator()(const auto&... values) { (add(values), ...); }
+};
