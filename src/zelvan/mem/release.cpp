@@ -116,8 +116,8 @@ void MemSetPointer(MemList* list, void* address, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (list == nullptr) return;
   if (mem_trace != 0) {
-    MemTrace("Set pointer: list %#llx address %#llx back ptr %#llx\n", bits_of(list), bits_of(address),
-             bits_of(back_ptr));
+    MemTrace("Set pointer: list %#llx address %#llx back ptr %#llx\n", bits_of(list),
+             bits_of(address), bits_of(back_ptr));
   }
   if (address == nullptr) return;
   MemEntry* const entry = zelvan::find_entry(list, address);

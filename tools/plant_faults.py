@@ -1,0 +1,194 @@
+#!/usr/bin/env python3
+"""Plants one small fault at a time in a scratch clone and asks the project's own tests.
+
+A test suite is worth what it notices. This changes one place of a family's sources, builds that
+family's test programs and runs them; a fault that leaves them green is printed, and somebody
+reads it: either nobody could see it, or a test has to be made sharper.
+
+The clone stands in build/faults and holds what is committed. A fault costs a second or two.
+"""
+import argparse
+import os
+import pathlib
+import random
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+TIME_LIMIT = 60  # seconds for all test programs of a family; one that hangs has noticed
+
+# What a family is tested by besides its own programs.
+ALSO = {"platform": ["osh", "wipc"], "osh": ["platform"], "var": ["colour"]}
+EVERYWHERE = ["faults"]  # what the heap refuses
+
+OPERATORS = [
+    (r"(?<=\s)<(?=\s)", "<="), (r"(?<=\s)<=(?=\s)", "<"), (r"(?<=\s)>(?=\s)", ">="),
+    (r"(?<=\s)>=(?=\s)", ">"), (r"==", "!="), (r"!=", "=="), (r"&&", "||"), (r"\|\|", "&&"),
+    (r"(?<=\s)\+(?=\s)", "-"), (r"(?<=\s)-(?=\s)", "+"), (r"(?<=\s)\*(?=\s)", "+"),
+    (r"(?<=\s)/(?=\s)", "*"), (r"(?<=\s)\|(?=\s)", "&"), (r"(?<=\s)&(?=\s)", "|"),
+    (r"\+\+", "--"), (r"--", "++"), (r"\+=", "-="), (r"-=", "+="), (r"!(?=[\w(])", ""),
+    (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\bstd::min\b", "std::max"),
+    (r"\bstd::max\b", "std::min"), (r"\bstatic_cast<float>", ""), (r"\bx\b", "y"),
+    (r"\by\b", "x"), (r"(?<![\w.])0(?![\w.])", "1"), (r"(?<![\w.])1(?![\w.])", "2"),
+    (r"(?<![\w.])([2-9]|[1-9]\d+)(?![\w.])", lambda m: str(int(m.group()) + 1)),
+    (r"(?<![\w.])\d+\.\d+(?![\w.])", lambda m: repr(float(m.group()) * (1 + 1e-12) + 1e-300)),
+]
+DECLARES = re.compile(r"^(return|const|auto|int|unsigned|char|double|float|bool|static|struct|using"
+                      r"|long|std::\w+(<.*>)? \w)")
+SKIPPED = ("#", "static_assert", "template", "*", "using", "namespace", "}", "case", "///")
+
+
+def faults_of(path):
+    """Every (line number, changed line) that this knows to make of a source."""
+    for number, line in enumerate(path.read_text().split("\n")):
+        code = line.split("//")[0]
+        bare = re.sub(r'"(\\.|[^"\\])*"', lambda m: '"' + "~" * (len(m.group()) - 2) + '"', code)
+        bare = re.sub(r"'(\\.|[^'\\])'", lambda m: "~" * len(m.group()), bare)
+        text = bare.strip()
+        if not text or text.startswith(SKIPPED):
+            continue
+        for rule, to in OPERATORS:
+            for m in re.finditer(rule, bare):
+                new = to(m) if callable(to) else to
+                yield number, code[:m.start()] + new + code[m.end():]
+        indent = re.match(r"\s*", line).group()
+        is_statement = re.match(r"^[\w:>.\-\[\]*&]+(\s*(=|\+=|-=|\|=|&=)\s|\(|\+\+|--)", text)
+        if text.endswith(";") and is_statement and not DECLARES.match(text):
+            yield number, indent + ";"
+        if re.match(r"^(if|while) \(.*\) (return|continue|break).*;$", text):
+            yield number, indent + ";"
+
+
+def run(command, **kwargs):
+    return subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL,
+                          **kwargs)
+
+
+def prepare(tree):
+    """A clone of what is committed, configured once and brought up to date each time."""
+    work = tree / "build/faults"
+    clone, build = work / "tree", work / "build"
+    head = run(["git", "-C", tree, "rev-parse", "HEAD"]).stdout.strip()
+    if not clone.exists():
+        subprocess.run(["git", "clone", "-q", "--shared", tree, clone], check=True)
+    subprocess.run(["git", "-C", clone, "fetch", "-q", tree, head], check=True)
+    subprocess.run(["git", "-C", clone, "reset", "-q", "--hard", head], check=True)
+    if not (build / "build.ninja").exists():
+        flags = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1",
+                 "-DZELVAN_BUILD_TESTS=ON"]
+        if shutil.which("mold"):
+            flags += [f"-DCMAKE_{k}_LINKER_FLAGS=-fuse-ld=mold" for k in ("EXE", "SHARED")]
+        subprocess.run(["cmake", "-S", clone, "-B", build, "-G", "Ninja", *flags],
+                       check=True, stdout=subprocess.DEVNULL)
+    return clone, build
+
+
+def programs_of(build, families):
+    names = []
+    rules = (build / "build.ninja").read_text()
+    for family in families:
+        for name in [family, *ALSO.get(family, []), *EVERYWHERE]:
+            for kind in ("test", "private_test"):
+                target = f"tests/{name}/{name}_{kind}"
+                if f"build {target}:" in rules and target not in names:
+                    names.append(target)
+    return names
+
+
+def is_built(build, programs):
+    return run(["nice", "ninja", "-C", build, *programs]).returncode == 0
+
+
+def is_green(build, programs, reason=None):
+    """True when all programs pass. GTEST_FAIL_FAST: the first failure is enough."""
+    ends = time.time() + TIME_LIMIT
+    environment = dict(os.environ, GTEST_FAIL_FAST="1", GTEST_BRIEF="1")
+    for program in programs:
+        try:
+            done = run([build / program], cwd=build, env=environment,
+                       timeout=max(1, ends - time.time()), errors="replace")
+        except subprocess.TimeoutExpired:
+            return False
+        if done.returncode != 0:
+            if reason is not None:
+                reason.append(f"{program}: " + done.stdout[-2000:] + done.stderr[-500:])
+            return False
+    return True
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("family", nargs="+", help="folder below src/zelvan")
+    parser.add_argument("-n", "--count", type=int, default=60, help="faults to plant (60)")
+    parser.add_argument("-s", "--seed", type=int, default=1)
+    parser.add_argument("-f", "--files", default="", help="only paths with this in them")
+    parser.add_argument("-p", "--planted", metavar="FILE", help="plant these instead: a line "
+                        "each, path below src/zelvan, text there, text instead, split by tabs; "
+                        "\\n in a text is a new line")
+    parser.add_argument("-v", "--verbose", action="store_true", help="print the noticed as well")
+    arguments = parser.parse_args()
+
+    top = run(["git", "rev-parse", "--show-toplevel"], check=True).stdout.strip()
+    clone, build = prepare(pathlib.Path(top))
+    programs = programs_of(build, arguments.family)
+    reason = []
+    if not is_built(build, programs) or not is_green(build, programs, reason):
+        sys.exit("not green before a fault was planted\n" + "\n".join(reason))
+
+    faults = []  # (path, what a line there was, what it is now, the whole new text)
+    root = clone / "src/zelvan"
+    if arguments.planted:
+        for row in pathlib.Path(arguments.planted).read_text().splitlines():
+            if not row.strip() or row.startswith("#"):
+                continue
+            path, old, new = (part.replace("\\n", "\n") for part in row.split("\t"))
+            text = (root / path).read_text()
+            if old not in text:
+                print(f"not there: {path}: {old}")
+                continue
+            number = text[:text.index(old)].count("\n")
+            faults.append((root / path, number, old, new, text.replace(old, new, 1)))
+    else:
+        for family in arguments.family:
+            for path in sorted((root / family).rglob("*")):
+                counts = path.suffix == ".cpp" or path.suffix == ".h" and path.parent.name == "detail"
+                if not counts or "table" in path.name and "color" in path.name:
+                    continue
+                if arguments.files not in str(path):
+                    continue
+                lines = path.read_text().split("\n")
+                for number, new in faults_of(path):
+                    changed = lines[:number] + [new] + lines[number + 1:]
+                    faults.append((path, number, lines[number], new, "\n".join(changed)))
+        random.Random(arguments.seed).shuffle(faults)
+
+    noticed, survived, seen = 0, 0, set()
+    for path, number, old, new, text in faults:
+        if not arguments.planted:
+            if noticed + survived >= arguments.count:
+                break
+            if (path, number) in seen:
+                continue
+            seen.add((path, number))
+        before = path.read_text()
+        try:
+            path.write_text(text)
+            if not is_built(build, programs):
+                if arguments.planted:
+                    print(f"no build: {old}  ==>  {new}")
+                continue
+            survives = is_green(build, programs)
+        finally:
+            path.write_text(before)
+        noticed, survived = noticed + (not survives), survived + survives
+        if survives or arguments.verbose:
+            print(f"{'SURVIVED' if survives else 'noticed '} {path.relative_to(clone)}:"
+                  f"{number + 1} | {old.strip()}  ==>  {new.strip()}", flush=True)
+    print(f"{' '.join(arguments.family)}: {noticed} noticed, {survived} survived", flush=True)
+
+
+if __name__ == "__main__":
+    main()
