@@ -4,6 +4,7 @@
 #include "colour/closest_model.h"
 #include "colour/printing.h"
 #include "support/guarded_array.h"
+#include "support/vector_forms.h"
 
 #include <memory>
 #include <utility>
@@ -46,6 +47,9 @@ TEST(ClosestColor, IsWhatAWalkFinds) {
       const Found walked = closest_in(map, target);
       if (fresh != 0 || !(target == last)) answer = walked;
       ASSERT_EQ(closest(map, last = target, fresh), answer) << round << ": " << target;
+      support::for_each_form(
+          [&](const char* form) { EXPECT_EQ(closest(map, last), walked) << form; });
+      answer = walked;
       pens.push_back(walked.first);
     }
     ColorXfm xfm(40);
