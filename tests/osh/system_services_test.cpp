@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -71,32 +72,29 @@ TEST(SystemServices, KeepTheirConventions) {
     EXPECT_TRUE(std::equal(name.begin(), name.end(), "localhost\0\0\0\0\0\0\0\0\0\0"));
   }
   EXPECT_EQ(osh_system(1, "2"_c) + osh_system(0, "31"_c) + osh_system(1, "32"_c), 33);
-  const short expected[] = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
   short parameters[10], *shared = osh_get_sys_parms();
   osh_get_file_parms(parameters);
-  EXPECT_TRUE(std::equal(expected, expected + 10, parameters));
-  EXPECT_TRUE(std::equal(expected, expected + 10, shared));
+  for (const short* ten : {parameters, shared}) {
+    EXPECT_EQ(std::vector(ten, ten + 10), (std::vector<short>{1, 2, 8, 2, 1, 1, 2, 4, 4, 8}));
+  }
   shared[2] = 7;
-  EXPECT_EQ(osh_get_sys_parms(), shared);
-  EXPECT_EQ(shared[2] - osh_system_type() + osh_verify_file_name(), 0);
+  EXPECT_EQ(osh_get_sys_parms()[2] - osh_system_type() + osh_verify_file_name(), 0);
 }
 
 TEST(SystemServices, SetTheEnvironment) {
   const std::string longest(5000, 'v');
-  const struct {
-    const char *name, *value;
-    int result;
-    const char* after;
-  } rows[] = {{"ZELVAN", "a=b", 0, "a=b"}, {nullptr, "x", -1, "a=b"},
-              {"=ZELVAN", "x", -1, "a=b"}, {"", "x", -1, "a=b"},
-              {"ZELVAN=c", "d", 0, "c=d"}, {"ZELVAN", longest.c_str(), 0, longest.c_str()}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(osh_setenv(const_cast<char*>(row.name), const_cast<char*>(row.value)), row.result);
-    EXPECT_STREQ(std::getenv("ZELVAN"), row.after);
-  }
-  for (char* empty : {static_cast<char*>(nullptr), ""_c}) {
-    EXPECT_EQ(osh_setenv("ZELVAN"_c, empty), 0);
-    EXPECT_STREQ(std::getenv("ZELVAN"), "");
+  const std::tuple<const char*, const char*, int, const char*> rows[] = {
+      {"ZELVAN", "a=b", 0, "a=b"},
+      {nullptr, "x", -1, "a=b"},
+      {"=ZELVAN", "x", -1, "a=b"},
+      {"", "x", -1, "a=b"},
+      {"ZELVAN=c", "d", 0, "c=d"},
+      {"ZELVAN", nullptr, 0, ""},
+      {"ZELVAN", longest.c_str(), 0, longest.c_str()},
+      {"ZELVAN", "", 0, ""}};
+  for (const auto& [name, value, result, after] : rows) {
+    EXPECT_EQ(osh_setenv(const_cast<char*>(name), const_cast<char*>(value)), result);
+    EXPECT_STREQ(std::getenv("ZELVAN"), after);
   }
 }
 

@@ -7,16 +7,12 @@
 #include <zelvan/platform/fonts.h>
 #include <zelvan/platform/processes.h>
 #include <zelvan/platform/sockets.h>
-#include <zelvan/wipc/connection.h>
-#include <zelvan/wipc/detail/session.h>
-#include <zelvan/wipc/messages.h>
 
 #include <set>
 #include <sstream>
 
 #include <osh/world.h>
 #include <support/posix/failing_calls.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -167,13 +163,6 @@ TEST(SystemCalls, RefuseWithAReason) {
   EXPECT_TRUE(refused_by(osh_lseek(0, 0, 3), EINVAL));
   EXPECT_TRUE(refused_by(platform::_putenv("ZELVAN"), EINVAL));
   EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
-  const auto meet_nobody = [] {
-    const int end = platform::socket();
-    const bool met = platform::connect(end, {{127, 0, 0, 1}, platform::htons(1)}) == 0;
-    platform::closesocket(end);
-    return met;
-  };
-  EXPECT_FALSE(support::run_failing(meet_nobody, {}, true)) << "for all the signals";
 
   // A draft that can't be taken away is nobody else's to read, and the next one has another name.
   const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
@@ -203,49 +192,31 @@ TEST(SystemCalls, StartAProgramOrTellWhyNot) {
   }
 }
 
-std::string read_all(int (*read)(void*, char*, int), void* session) {
-  std::string all;
-  char part[9];
-  for (int n; (n = read(session, part, sizeof part)) > 0;) all.append(part, n);
-  return all;
-}
-
-// The far end connects during the pauses, sends, and ends its own streams.
-TEST(SystemCalls, KeepASessionWhole) {
-  const auto session = [] {
-    char *host, text[7] = "";
-    int ports[2], is_local, ends[2] = {-1, -1};
-    support::on_pause = [&] {
-      for (int i = 0; i < 2; ++i) {
-        if (ends[i] >= 0 || (ends[i] = platform::socket()) < 0) continue;
-        const auto port = platform::htons(static_cast<std::uint16_t>(ports[i]));
-        if (platform::connect(ends[i], {{127, 0, 0, 1}, port}) == 0) {
-          platform::send(ends[i], i == 0 ? "hello" : "fine!", 5);
-          shutdown(ends[i], SHUT_WR);
-        } else {
-          platform::closesocket(std::exchange(ends[i], -1));
-        }
-      }
-    };
-    void* s = nullptr;
-    if (wipc_open_connection("localhost"_c, "/bin/sh"_c, &host, &ports[0], &ports[1], &is_local)) {
-      s = wipc_accept_connection();
-    }
-    const bool done = s != nullptr && wipc_write(s, "to you"_c) == 1 &&
-                      read_all(wipc_read, s) == "hello" && read_all(wipc_read_status, s) == "fine!";
-    wipc_close_session(s);
-    zelvan::wipc_release_bind_sessions();
+// A program at both ends: what it sends waits at the other one until it is fetched.
+TEST(SystemCalls, KeepAConversationWhole) {
+  const auto talk = [](bool is_answered) {
+    platform::SocketAddress address{{127, 0, 0, 1}, 0};
+    const int door = platform::socket(), near = platform::socket();
+    bool done = platform::bind(door, address) == 0 && platform::getsockname(door, &address) == 0 &&
+                (!is_answered || platform::listen(door, 1) == 0) &&
+                platform::connect(near, address) == 0 && platform::select(door) == 1;
+    const int far = done ? platform::accept(door) : -1;
+    done = far >= 0 && platform::send(near, "to you", 6) == 6;
+    char text[99] = "";
     for (int n = 1, got = 0; n > 0 && done && got < 6; got += n) {
-      n = platform::recv(ends[0], text + got, 6 - got);
+      n = platform::recv(far, text + got, 6 - got);
     }
-    for (const int end : ends) close(end);
-    return done && text == std::string("to you");
+    done = done && text == std::string("to you") && platform::gethostname(text, 99) == 0 &&
+           platform::gethostbyname("localhost", &address) == 1 && address.host[0] == 127;
+    for (const int end : {door, near, far}) platform::closesocket(end);
+    return done;
   };
-  expect(session, "",
-         "faccessat! socket!!!!... setsockopt....... bind!! getsockname!!.. getpeername.. "
-         "listen!! accept4!! poll....!. send!!!. recv!.!..! gethostname. gethostbyname_r! "
-         "close......... connect... clock_nanosleep..",
-         {}, "#", false);
+  EXPECT_FALSE(support::run_failing([&] { return talk(false); }, {}, true));
+  expect(
+      [&] { return talk(true); }, "",
+      "socket!! setsockopt.. bind! getsockname!. getpeername. listen! accept4! poll! send! recv! "
+      "gethostname! gethostbyname_r! close... connect!",
+      {}, "#", false);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace support {
 
@@ -56,15 +55,6 @@ void for_every_user(const std::function<void()>& check);
 
 /// The path of the running test program.
 std::string own_path();
-
-/// Starts the test program once more, with these arguments. Gives the id of the process.
-int start_again(const std::vector<std::string>& arguments);
-
-/// Ends a process at once and without a chance to clean up.
-void kill_process(int process);
-
-/// Waits until a process has ended, whoever started it; false if it lives on after 5 seconds.
-bool ends_soon(int process);
 
 /// Memory for `size` bytes in front of an unreadable page: the address of that page. It goes back
 /// with the same size.

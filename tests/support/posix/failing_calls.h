@@ -30,8 +30,6 @@ inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
 inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
-/// What happens during a pause, which takes no time while calls are armed.
-inline std::function<void()> on_pause = [] {};
 
 inline std::size_t add_call(const char* name) {
   call_names.push_back(name);
@@ -106,7 +104,7 @@ CALL(pipe2, plain) CALL(fork, plain) CALL(dup3, plain) CALL(setsid, plain) CALL(
 CALL(socket, plain) CALL(setsockopt, plain) CALL(getsockopt, plain) CALL(bind, plain)
 CALL(getsockname, plain) CALL(getpeername, plain) CALL(listen, plain) CALL(accept4, waits)
 CALL(poll, waits) CALL(send, moves) CALL(recv, moves) CALL(gethostname, plain) CALL(fcntl, plain)
-CALL(gethostbyname_r, plain) REAL(close) REAL(connect) REAL(waitpid) REAL(clock_nanosleep)
+CALL(gethostbyname_r, plain) REAL(close) REAL(connect) REAL(waitpid)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
@@ -135,13 +133,6 @@ extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
   const Word ended = __real_waitpid(child, status, flags);
   if (has_failed) errno = ECHILD;
   return has_failed ? -1 : ended;
-}
-
-extern "C" Word __wrap_clock_nanosleep(Word clock, Word flags, Word time, Word rest) {
-  if (!is_armed) return __real_clock_nanosleep(clock, flags, time, rest);
-  if (call_fails(clock_nanosleep_id, true)) return errno;
-  on_pause();
-  return 0;
 }
 
 }  // namespace support

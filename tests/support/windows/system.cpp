@@ -98,37 +98,8 @@ std::string own_path() {
   return {path, ::GetModuleFileNameA(nullptr, path, sizeof path)};
 }
 
-int start_again(const std::vector<std::string>& arguments) {
-  std::string line = '"' + own_path() + '"';
-  for (const std::string& word : arguments) line += " \"" + word + '"';
-  STARTUPINFOA start{};
-  start.cb = sizeof start;
-  PROCESS_INFORMATION process{};
-  ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                   &process);
-  ::CloseHandle(process.hThread);
-  ::CloseHandle(process.hProcess);
-  return static_cast<int>(process.dwProcessId);
-}
-
-void kill_process(int process) {
-  const HANDLE handle = ::OpenProcess(PROCESS_TERMINATE, FALSE, static_cast<DWORD>(process));
-  ::TerminateProcess(handle, 9);
-  ::CloseHandle(handle);
-}
-
-bool ends_soon(int process) {
-  const HANDLE handle = ::OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process));
-  if (handle == nullptr) return true;
-  const DWORD ended = ::WaitForSingleObject(handle, 5000);
-  ::CloseHandle(handle);
-  return ended == WAIT_OBJECT_0;
-}
-
 char* guarded_pages(std::size_t size) {
-  SYSTEM_INFO system;
-  ::GetSystemInfo(&system);
-  const std::size_t page = system.dwPageSize, usable = (size + page - 1) / page * page;
+  const std::size_t page = 0x1000, usable = (size + page - 1) / page * page;
   void* const pages =
       ::VirtualAlloc(nullptr, usable + page, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
   if (pages == nullptr) std::abort();
