@@ -22,31 +22,15 @@ constexpr std::size_t page = 0x10000;  // or the largest that there is
 
 std::size_t whole_pages(std::size_t size) { return (size + page - 1) / page * page; }
 
-/// In memory where there is some: tests ask much of a disk. Programs must be able to run there.
-std::string make_folder() {
-  struct statvfs memory;
-  const bool in_memory = getenv("TMPDIR") == nullptr && statvfs("/dev/shm", &memory) == 0 &&
-                         (memory.f_flag & ST_NOEXEC) == 0;
-  const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
-  std::string name = fs::canonical(parent) / "zelvan-XXXXXX";
-  if (mkdtemp(name.data()) == nullptr) std::abort();
-  return name;
-}
-
 }  // namespace
 
 namespace support {
 
-TemporaryFolder::TemporaryFolder() : path(make_folder()) { fs::current_path(path); }
-
-TemporaryFolder::~TemporaryFolder() {
-  fs::current_path("/");
-  for (const auto& entry : fs::recursive_directory_iterator(path)) {
-    if (fs::is_directory(entry.symlink_status())) {
-      fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add);
-    }
-  }
-  fs::remove_all(path);
+fs::path parent_of_folders() {  // where programs must be able to run
+  struct statvfs memory;
+  const bool in_memory = getenv("TMPDIR") == nullptr && statvfs("/dev/shm", &memory) == 0 &&
+                         (memory.f_flag & ST_NOEXEC) == 0;
+  return fs::canonical(in_memory ? "/dev/shm" : fs::temp_directory_path());
 }
 
 bool make_link(const char* target, const char* name) { return symlink(target, name) == 0; }
@@ -74,30 +58,12 @@ std::string language() { return {}; }
 
 const char* const log_prefix = "/tmp/logQelt-";
 
-void for_every_user(const std::function<void()>& check) {
-  check();
-  if (geteuid() != 0) return;
-  const pid_t child = fork();
-  if (child == 0) {
-    constexpr uid_t nobody = 65534;
-    EXPECT_EQ(setgid(nobody) + setuid(nobody), 0);
-    check();
-    std::fflush(nullptr);
-    _exit(testing::Test::HasFailure());
-  }
-  int status = -1;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0) << "failed for the other user";
-}
-
 std::string own_path() { return fs::read_symlink("/proc/self/exe"); }
 
 char* guarded_pages(std::size_t size) {
-  const std::size_t usable = whole_pages(size);
-  void* const pages =
-      mmap(nullptr, usable + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (pages == MAP_FAILED) std::abort();
-  char* const guard = static_cast<char*>(pages) + usable;
+  void* const pages = mmap(nullptr, whole_pages(size) + page, PROT_READ | PROT_WRITE,
+                           MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  char* const guard = static_cast<char*>(pages) + whole_pages(size);
   if (mprotect(guard, page, PROT_NONE) != 0) std::abort();
   return guard;
 }
