@@ -139,9 +139,9 @@ TEST(SystemCalls, RefuseWithAReason) {
   mkfifo("pipe", 0600);
   const std::set<std::string> before = everything();
   const auto refuses = [&](int why, const Operation& operation, const Failures& failures = {}) {
+    errno = 0;
     EXPECT_FALSE(support::run_failing(operation, failures));
-    EXPECT_EQ(errno, why);
-    EXPECT_TRUE(everything() == before);
+    EXPECT_TRUE(errno == why && everything() == before) << errno << ' ' << why;
   };
   // Some file systems know no flags, and some are others than that of the file.
   for (const int answer : {EINVAL, ENOSYS}) {
@@ -153,7 +153,7 @@ TEST(SystemCalls, RefuseWithAReason) {
   refuses(EINVAL, [] { return osh_copyfile("new"_c, "pipe"_c) != 0; });
   refuses(EINVAL, copy("pipe"_c));
   refuses(EINVAL, [] { return osh_lseek(0, 0, 3) > 0; });
-  refuses(EINVAL, [] { return platform::_putenv("ZELVAN") > 0; });
+  refuses(EINVAL, [] { return platform::_putenv("ZELVAN") == 0; });
   EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
 
   // A draft that can't be taken away is nobody else's to read, and the next one has another name.
