@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -35,10 +35,11 @@ TEST(Paths, AreSplitAtTheirLastSeparator) {
       char* const directory = place == 'd' ? text : other;
       char* const name = place == 'f' ? text : third;
       EXPECT_EQ(osh_truncate_path(text, directory, name), 1);
-      EXPECT_EQ(directory + std::string("|") + name, file == 0 ? '|' + path : expected);
-      EXPECT_TRUE(place != '-' || text == path) << path;
-      EXPECT_TRUE(place == 'd' || directory[std::strlen(directory) + 1] == '#') << path;
-      EXPECT_TRUE(place == 'f' || name[std::strlen(name) + 1] == '#') << path;
+      EXPECT_EQ(directory + std::string("|") + name, expected);
+      EXPECT_TRUE((place != '-' || text == path) &&
+                  (place == 'd' || directory[std::strlen(directory) + 1] == '#') &&
+                  (place == 'f' || name[std::strlen(name) + 1] == '#'))
+          << path;
     }
   }
   char text[] = "a/b";
@@ -53,10 +54,10 @@ TEST(Paths, AreJoinedByOneBackslash) {
       const bool is_joined = first.ends_with('\\') || second.starts_with('\\');
       for (const char place : {'1', '2', '-'}) {
         char text[8] = "#######";
+        char* const inputs[] = {place == '1' ? text : given(first),
+                                place == '2' ? text : given(second)};
         if (place != '-') std::strcpy(text, (place == '1' ? first : second).c_str());
-        EXPECT_EQ(osh_append_path(place == '1' ? text : given(first),
-                                  place == '2' ? text : given(second), text),
-                  1);
+        EXPECT_EQ(osh_append_path(inputs[0], inputs[1], text), 1);
         EXPECT_EQ(text, first + (is_joined ? "" : "\\") + second);
         EXPECT_EQ(text[std::strlen(text) + 1], '#');
       }
@@ -75,16 +76,15 @@ TEST(Paths, FindTheNextFreeName) {
   for (const auto& [start, taken, next] : rows) {
     put(start + taken);
     for (const bool onto_start : {true, false}) {
-      char result[1025];
-      std::memset(result, '#', sizeof result);
-      std::strcpy(result, onto_start ? start.c_str() : taken.c_str());
+      std::string text = (onto_start ? start : taken) + '\0';
+      text.resize(1025, '#');
+      char* const result = text.data();
       errno = 77;
       EXPECT_EQ(utl_unique_filename(onto_start ? result : given(start),
                                     onto_start ? given(taken) : result, result),
                 next.empty() ? -1 : 0);
       EXPECT_TRUE(next.empty() || errno == 77) << errno;
-      EXPECT_EQ(result, start + (next.empty() ? taken : next));
-      EXPECT_EQ(result[std::strlen(result) + 1], '#');
+      EXPECT_EQ(text.substr(0, text.find('#')), start + (next.empty() ? taken : next) + '\0');
     }
     fs::remove(start + taken);
   }

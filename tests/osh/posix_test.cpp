@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cwchar>
+#include <memory>
 #include <tuple>
 #include <vector>
 
@@ -29,16 +30,11 @@ namespace {
 using Text = support::GuardedArray<char>;
 
 std::string absolute(const std::string& path) {
-  char* text = osh_find_exec_path(given(path));
-  const std::string copy = text;
-  std::free(text);
-  return copy;
+  const std::unique_ptr<char, void (*)(void*)> text(osh_find_exec_path(given(path)), std::free);
+  return text.get();
 }
 
-TEST(SystemServices, SleepInSeconds) {
-  osh_sleep(5'000'000);
-  EXPECT_EQ(slept, 5'000'000'000u);
-}
+TEST(SystemServices, SleepInSeconds) { EXPECT_EQ((osh_sleep(5'000'000), slept), 5'000'000'000u); }
 
 TEST(Paths, HaveNoSeparatorInsideACharacter) {
   const std::pair<std::string, std::string> rows[] = {{"a\\b\x81\\c", "a|b\x81\\c"},
@@ -67,9 +63,8 @@ TEST(Paths, HaveOneFormEachAndAreNeverCut) {
     EXPECT_EQ(out.data(), path.size() < 1024 ? path : "");
     EXPECT_EQ(absolute(path), world.path + form);
   }
-  EXPECT_EQ(absolute("") + absolute("/") + absolute("//.//a/"), "//a");
   fs::current_path("/");
-  EXPECT_EQ(absolute("./a"), "/a");
+  EXPECT_EQ(absolute("") + absolute("/") + absolute("//.//a/") + absolute("./b"), "//a/b");
 }
 
 TEST(Paths, EndWhereTheCurrentDirectoryDoes) {
@@ -89,8 +84,7 @@ TEST(Paths, EndWhereTheCurrentDirectoryDoes) {
     EXPECT_EQ(std::string(directory.data(), 1023), length < 1024 ? path : std::string(1023, 'u'));
     EXPECT_EQ(absolute("x"), path + "/x");
     fs::remove(path);
-    EXPECT_EQ(osh_get_working_dir(directory.data()), 0);
-    EXPECT_EQ(absolute("x") + absolute("/x"), "/x");
+    EXPECT_EQ(absolute("x") + absolute("/x") + char('0' + osh_get_working_dir(text)), "/x0");
   }
 }
 

@@ -35,15 +35,9 @@ inline void put(const std::string& path, std::string_view text = {}) {
   std::ofstream(path, std::ios::binary) << text;
 }
 
-inline std::ptrdiff_t entries(const char* directory) {
-  return std::distance(fs::directory_iterator(directory), {});
-}
-
 struct World : support::TemporaryFolder {
   World() {
-    put("plain", "12345");
-    put("other", "abc");
-    put("locked", "safe");
+    put("plain", "12345"), put("other", "abc"), put("locked", "safe");
     fs::permissions("locked", fs::perms{0444});
     fs::create_directories("dir/inner");
     fs::create_directory("empty");

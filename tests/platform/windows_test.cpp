@@ -16,10 +16,7 @@ void wait_for(const char* file) {
 }
 
 // The program that is started below.
-TEST(Processes, DISABLED_WaitUntilStopped) {
-  put("started");
-  wait_for("stop");
-}
+TEST(Processes, DISABLED_WaitUntilStopped) { put("started"), wait_for("stop"); }
 
 TEST(Processes, HoldNoHandleOfTheirStarter) {
   const support::TemporaryFolder folder;

@@ -2,24 +2,44 @@
 /// its name.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
-#include <functional>
+#include <filesystem>
 #include <string>
-#include <vector>
+#include <thread>
 
 namespace support {
+
+/// Where temporary folders are made: in memory where there is some, as tests ask much of a disk.
+std::filesystem::path parent_of_folders();
 
 /// An empty folder, which is the current one meanwhile and goes with all that is in it, what is
 /// read-only included.
 class TemporaryFolder {
+  static std::string make() {  // others may have left folders of such names
+    static int number = 0;
+    const std::string start = (parent_of_folders() / "zelvan-").string();
+    while (!std::filesystem::create_directory(start + std::to_string(++number))) continue;
+    return start + std::to_string(number);
+  }
+
  public:
-  TemporaryFolder();
-  ~TemporaryFolder();
+  TemporaryFolder() { std::filesystem::current_path(path); }
   TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder() {
+    namespace fs = std::filesystem;
+    fs::current_path("/");
+    std::error_code trouble;  // a link to nothing; a program that is just ending and has it still
+    for (const auto& entry : fs::recursive_directory_iterator(path)) {
+      fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add, trouble);
+    }
+    for (int i = 0; i < 500 && (fs::remove_all(path, trouble), trouble); ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
 
   /// Absolute, as the system itself writes it, without a separator at its end.
-  const std::string path;
+  const std::string path = make();
 };
 
 /// Makes a symbolic link. False where there are none, or not for this user.
@@ -50,21 +70,8 @@ std::string language();
 /// What the library's log files are called by default.
 extern const char* const log_prefix;
 
-/// Runs a check, and once more as a user whom permissions bind if they don't bind this one and
-/// there is another to be had. The other's failed assertions count as this process's.
-void for_every_user(const std::function<void()>& check);
-
 /// The path of the running test program.
 std::string own_path();
-
-/// Starts the test program once more, with these arguments. Gives the id of the process.
-int start_again(const std::vector<std::string>& arguments);
-
-/// Ends a process at once and without a chance to clean up.
-void kill_process(int process);
-
-/// Waits until a process has ended, whoever started it; false if it lives on after 5 seconds.
-bool ends_soon(int process);
 
 /// Memory for `size` bytes in front of an unreadable page: the address of that page. It goes back
 /// with the same size.

@@ -30,12 +30,9 @@ inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
 inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
-/// What happens during a pause, which takes no time while calls are armed.
-inline std::function<void()> on_pause = [] {};
 
 inline std::size_t add_call(const char* name) {
-  call_names.push_back(name);
-  return call_names.size() - 1;
+  return call_names.push_back(name), call_names.size() - 1;
 }
 
 inline bool call_fails(std::size_t call, bool may_wait) {
@@ -44,10 +41,10 @@ inline bool call_fails(std::size_t call, bool may_wait) {
   const auto planted = std::find_if(failures.begin(), failures.end(), [&](const Failure& failure) {
     return failure.call == call_names[call] && (failure.nth == 0 || failure.nth == nth);
   });
-  const bool is_planted = planted != failures.end();
-  if (!is_planted && (!interrupts || !may_wait || nth % 2 == 0)) return false;
-  errno = is_planted ? planted->why : EINTR;
-  return true;
+  const bool is_interrupted = interrupts && may_wait && nth % 2 != 0;
+  const int why = planted != failures.end() ? planted->why : is_interrupted ? EINTR : 0;
+  if (why != 0) errno = why;
+  return why != 0;
 }
 
 /// Runs an operation with these failures. If it is interrupted as well, a signal cuts each call
@@ -55,9 +52,7 @@ inline bool call_fails(std::size_t call, bool may_wait) {
 inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
                         bool interrupted = false) {
   for (auto& count : calls_made) count = 0;
-  failures = planted;
-  interrupts = interrupted;
-  is_armed = true;
+  failures = planted, interrupts = interrupted, is_armed = true;
   const bool done = operation();
   is_armed = false;
   return done;
@@ -79,34 +74,33 @@ inline std::string fail_each_call(int why, const std::function<bool(std::vector<
 }
 
 using Word = std::intptr_t;
-enum Kind { plain = 0, waits = 1, moves = 2 | waits, gives_pointer = 4 };
+enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4 };
 
 // The linker puts the `__wrap_` functions in the place of the system's own. These take nothing
 // but whole numbers and pointers, six at most, so one shape passes all of them on.
 #define REAL(name)                               \
   const std::size_t name##_id = add_call(#name); \
   extern "C" Word __real_##name(Word, Word = 0, Word = 0, Word = 0, Word = 0, Word = 0);
-#define CALL(name, kind)                                                           \
+#define CALL(name, ...)                                                            \
   REAL(name)                                                                       \
   extern "C" Word __wrap_##name(Word a, Word b, Word c, Word d, Word e, Word f) {  \
-    if (call_fails(name##_id, (kind)&waits)) return (kind)&gives_pointer ? 0 : -1; \
-    const bool is_cut = is_armed && interrupts && ((kind)&moves) == moves;         \
+    constexpr int kind{__VA_ARGS__};                                               \
+    if (call_fails(name##_id, kind & waits)) return kind & gives_pointer ? 0 : -1; \
+    const bool is_cut = is_armed && interrupts && (kind & moves) == moves;         \
     return __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f);        \
   }
 
 // clang-format off
 CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
-CALL(write, moves) CALL(lseek, plain) CALL(stat, plain) CALL(lstat, plain) CALL(fstat, plain)
-CALL(fstatat, plain) CALL(access, plain) CALL(faccessat, plain) CALL(realpath, gives_pointer)
-CALL(getcwd, gives_pointer) CALL(chmod, plain) CALL(fchmod, waits) CALL(fchown, waits)
-CALL(futimens, plain) CALL(fsync, waits) CALL(linkat, plain) CALL(renameat, plain)
-CALL(renameat2, plain) CALL(unlink, plain) CALL(unlinkat, plain) CALL(mkdir, plain)
-CALL(mkdirat, plain) CALL(rmdir, plain) CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer)
-CALL(pipe2, plain) CALL(fork, plain) CALL(dup3, plain) CALL(setsid, plain) CALL(execve, plain)
-CALL(socket, plain) CALL(setsockopt, plain) CALL(getsockopt, plain) CALL(bind, plain)
-CALL(getsockname, plain) CALL(getpeername, plain) CALL(listen, plain) CALL(accept4, waits)
-CALL(poll, waits) CALL(send, moves) CALL(recv, moves) CALL(gethostname, plain) CALL(fcntl, plain)
-CALL(gethostbyname_r, plain) REAL(close) REAL(connect) REAL(waitpid) REAL(clock_nanosleep)
+CALL(write, moves) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
+CALL(faccessat) CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
+CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
+CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
+CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
+CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt) CALL(getsockopt) CALL(bind)
+CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
+CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl) CALL(gethostbyname_r)
+REAL(close) REAL(connect) REAL(waitpid)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
@@ -117,12 +111,11 @@ CALL(gethostbyname_r, plain) REAL(close) REAL(connect) REAL(waitpid) REAL(clock_
 
 // An interrupted one goes on by itself, and how it ends shows later.
 extern "C" Word __wrap_connect(Word fd, Word address, Word size) {
-  const bool has_failed = call_fails(connect_id, true);
-  if (has_failed && errno != EINTR) return -1;
+  if (!call_fails(connect_id, true)) return __real_connect(fd, address, size);
+  if (errno != EINTR) return -1;
   const Word flags = __real_fcntl(fd, F_GETFL);
-  if (has_failed) __real_fcntl(fd, F_SETFL, flags | O_NONBLOCK);
-  const Word result = __real_connect(fd, address, size);
-  if (!has_failed) return result;
+  __real_fcntl(fd, F_SETFL, flags | O_NONBLOCK);
+  __real_connect(fd, address, size);
   __real_fcntl(fd, F_SETFL, flags);
   errno = EINTR;
   return -1;
@@ -135,13 +128,6 @@ extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
   const Word ended = __real_waitpid(child, status, flags);
   if (has_failed) errno = ECHILD;
   return has_failed ? -1 : ended;
-}
-
-extern "C" Word __wrap_clock_nanosleep(Word clock, Word flags, Word time, Word rest) {
-  if (!is_armed) return __real_clock_nanosleep(clock, flags, time, rest);
-  if (call_fails(clock_nanosleep_id, true)) return errno;
-  on_pause();
-  return 0;
 }
 
 }  // namespace support

@@ -1,13 +1,9 @@
 #include "support/system.h"
 
-#include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -22,36 +18,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::size_t whole_pages(std::size_t size) {
-  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-  return (size + page - 1) / page * page;
-}
+constexpr std::size_t page = 0x10000;  // or the largest that there is
 
-/// In memory where there is some: tests ask much of a disk. Programs must be able to run there.
-std::string make_folder() {
-  struct statvfs memory;
-  const bool has_memory = getenv("TMPDIR") == nullptr && statvfs("/dev/shm", &memory) == 0;
-  const bool in_memory = has_memory && (memory.f_flag & ST_NOEXEC) == 0;
-  const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
-  std::string name = fs::canonical(parent) / "zelvan-XXXXXX";
-  if (mkdtemp(name.data()) == nullptr) std::abort();
-  return name;
-}
+std::size_t whole_pages(std::size_t size) { return (size + page - 1) / page * page; }
 
 }  // namespace
 
 namespace support {
 
-TemporaryFolder::TemporaryFolder() : path(make_folder()) { fs::current_path(path); }
-
-TemporaryFolder::~TemporaryFolder() {
-  fs::current_path("/");
-  for (const auto& entry : fs::recursive_directory_iterator(path)) {
-    if (fs::is_directory(entry.symlink_status())) {
-      fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add);
-    }
-  }
-  fs::remove_all(path);
+fs::path parent_of_folders() {  // where programs must be able to run
+  struct statvfs memory;
+  const bool in_memory = getenv("TMPDIR") == nullptr && statvfs("/dev/shm", &memory) == 0 &&
+                         (memory.f_flag & ST_NOEXEC) == 0;
+  return fs::canonical(in_memory ? "/dev/shm" : fs::temp_directory_path());
 }
 
 bool make_link(const char* target, const char* name) { return symlink(target, name) == 0; }
@@ -79,59 +58,18 @@ std::string language() { return {}; }
 
 const char* const log_prefix = "/tmp/logQelt-";
 
-void for_every_user(const std::function<void()>& check) {
-  check();
-  if (geteuid() != 0) return;
-  const pid_t child = fork();
-  if (child == 0) {
-    constexpr uid_t nobody = 65534;
-    EXPECT_EQ(setgid(nobody) + setuid(nobody), 0);
-    check();
-    std::fflush(nullptr);
-    _exit(testing::Test::HasFailure());
-  }
-  int status = -1;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0) << "failed for the other user";
-}
-
 std::string own_path() { return fs::read_symlink("/proc/self/exe"); }
 
-int start_again(const std::vector<std::string>& arguments) {
-  const std::string path = own_path();
-  std::vector<char*> words = {const_cast<char*>(path.c_str())};
-  for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
-  words.push_back(nullptr);
-  const pid_t process = fork();
-  if (process == 0) _exit(execv(path.c_str(), words.data()));
-  return process;
-}
-
-void kill_process(int process) { kill(process, SIGKILL); }
-
-bool ends_soon(int process) {
-  for (int i = 0; i < 500; ++i) {
-    waitpid(process, nullptr, WNOHANG);  // one of our own waits for that
-    std::string state;
-    std::getline(std::ifstream("/proc/" + std::to_string(process) + "/stat"), state);
-    if (state.empty() || state.find(") Z ") != std::string::npos) return true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  return false;
-}
-
 char* guarded_pages(std::size_t size) {
-  const std::size_t usable = whole_pages(size), page = whole_pages(1);
-  void* const pages =
-      mmap(nullptr, usable + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (pages == MAP_FAILED) std::abort();
-  char* const guard = static_cast<char*>(pages) + usable;
+  void* const pages = mmap(nullptr, whole_pages(size) + page, PROT_READ | PROT_WRITE,
+                           MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  char* const guard = static_cast<char*>(pages) + whole_pages(size);
   if (mprotect(guard, page, PROT_NONE) != 0) std::abort();
   return guard;
 }
 
 void release_guarded_pages(char* guard, std::size_t size) {
-  munmap(guard - whole_pages(size), whole_pages(size) + whole_pages(1));
+  munmap(guard - whole_pages(size), whole_pages(size) + page);
 }
 
 }  // namespace support

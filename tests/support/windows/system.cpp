@@ -8,32 +8,9 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-std::string make_folder() {
-  static int number = 0;  // others may have left folders of such names
-  const fs::path parent = fs::canonical(fs::temp_directory_path());
-  fs::path path;
-  do {
-    path = parent / ("zelvan-" + std::to_string(++number));
-  } while (!fs::create_directory(path));
-  return path.string();
-}
-
-}  // namespace
-
 namespace support {
 
-TemporaryFolder::TemporaryFolder() : path(make_folder()) { fs::current_path(path); }
-
-TemporaryFolder::~TemporaryFolder() {
-  fs::current_path("/");
-  for (const auto& entry : fs::recursive_directory_iterator(path)) {
-    ::SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-  }
-  std::error_code trouble;  // a program that is just ending may still have it as its own
-  for (int i = 0; i < 500 && (fs::remove_all(path, trouble), trouble); ++i) ::Sleep(10);
-}
+fs::path parent_of_folders() { return fs::canonical(fs::temp_directory_path()); }
 
 bool make_link(const char* target, const char* name) {
   return ::CreateSymbolicLinkA(name, target, 0) && fs::is_symlink(name);
@@ -90,58 +67,23 @@ std::string language() {
 
 const char* const log_prefix = "c:\\temp\\logQelt-";
 
-// Others could be had by their password alone.
-void for_every_user(const std::function<void()>& check) { check(); }
-
 std::string own_path() {
   char path[1024];
   return {path, ::GetModuleFileNameA(nullptr, path, sizeof path)};
 }
 
-int start_again(const std::vector<std::string>& arguments) {
-  std::string line = '"' + own_path() + '"';
-  for (const std::string& word : arguments) line += " \"" + word + '"';
-  STARTUPINFOA start{};
-  start.cb = sizeof start;
-  PROCESS_INFORMATION process{};
-  ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                   &process);
-  ::CloseHandle(process.hThread);
-  ::CloseHandle(process.hProcess);
-  return static_cast<int>(process.dwProcessId);
-}
+constexpr std::size_t page = 0x1000;
 
-void kill_process(int process) {
-  const HANDLE handle = ::OpenProcess(PROCESS_TERMINATE, FALSE, static_cast<DWORD>(process));
-  ::TerminateProcess(handle, 9);
-  ::CloseHandle(handle);
-}
-
-bool ends_soon(int process) {
-  const HANDLE handle = ::OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process));
-  if (handle == nullptr) return true;
-  const DWORD ended = ::WaitForSingleObject(handle, 5000);
-  ::CloseHandle(handle);
-  return ended == WAIT_OBJECT_0;
-}
-
+// What is not committed can't be read.
 char* guarded_pages(std::size_t size) {
-  SYSTEM_INFO system;
-  ::GetSystemInfo(&system);
-  const std::size_t page = system.dwPageSize, usable = (size + page - 1) / page * page;
-  void* const pages =
-      ::VirtualAlloc(nullptr, usable + page, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-  if (pages == nullptr) std::abort();
-  char* const guard = static_cast<char*>(pages) + usable;
-  DWORD before;
-  if (!::VirtualProtect(guard, page, PAGE_NOACCESS, &before)) std::abort();
-  return guard;
+  const std::size_t usable = (size + page - 1) / page * page;
+  void* const pages = ::VirtualAlloc(nullptr, usable + page, MEM_RESERVE, PAGE_READWRITE);
+  if (usable != 0) ::VirtualAlloc(pages, usable, MEM_COMMIT, PAGE_READWRITE);
+  return static_cast<char*>(pages) + usable;
 }
 
-void release_guarded_pages(char* guard, std::size_t) {
-  MEMORY_BASIC_INFORMATION pages;
-  ::VirtualQuery(guard, &pages, sizeof pages);
-  ::VirtualFree(pages.AllocationBase, 0, MEM_RELEASE);
+void release_guarded_pages(char* guard, std::size_t size) {
+  ::VirtualFree(guard - (size + page - 1) / page * page, 0, MEM_RELEASE);
 }
 
 }  // namespace support
