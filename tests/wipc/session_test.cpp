@@ -58,16 +58,16 @@ int ports[2], is_local;
 std::string told;
 
 // A result is told behind all that led to it, and a session's record released.
-void tell(int n) { n < first_socket ? std::printf("= %d;", n) : std::printf("= %c;", letter(n)); }
-void tell(const char* result) { std::printf("= %s;", result != nullptr ? result : "null"); }
-void tell(void* handle) {
+void say(int n) { n < first_socket ? std::printf("= %d;", n) : std::printf("= %c;", letter(n)); }
+void say(const char* result) { std::printf("= %s;", result != nullptr ? result : "null"); }
+void say(void* handle) {
   auto* session = static_cast<wipc_session*>(handle);
-  if (session == nullptr) return tell("null");
-  std::printf("= %c ", session->session_type), tell(session->sid), tell(session->status_sid);
+  if (session == nullptr) return say("null");
+  std::printf("= %c ", session->session_type), say(session->sid), say(session->status_sid);
   release_session(session);
 }
 void tell_connection(char* on, char* program) {
-  tell(wipc_open_connection(on, program, &host, &ports[0], &ports[1], &is_local));
+  say(wipc_open_connection(on, program, &host, &ports[0], &ports[1], &is_local));
   std::printf("%s %d %d %d;", host, ports[0], ports[1], is_local);
 }
 
@@ -106,24 +106,24 @@ void talk(char session_type) {
   wipc_session* session = wipc_new_session(make(), session_type);
   session->status_sid = make();
   void* handle = session_type != '0' ? session : nullptr;
-  tell(wipc_sid(handle)), tell(wipc_status_sid(handle)), tell(wipc_poll_session(handle));
-  tell(wipc_read_status(handle, text, 9));
+  say(wipc_sid(handle)), say(wipc_status_sid(handle)), say(wipc_poll_session(handle));
+  say(wipc_read_status(handle, text, 9));
   fake.come[letter(session->sid)] = {"one", "SessionClosed.\0SessionClosed\0left"s};
   fake.come[letter(session->status_sid)] = {"ready"};
   for (const auto read : {wipc_read, wipc_read_status}) {
-    tell(read(handle, null, 9)), tell(read(handle, text, 0));
+    say(read(handle, null, 9)), say(read(handle, text, 0));
   }
   for (const auto write : {wipc_write, wipc_write_status}) {
-    tell(write(handle, null));
-    for (const int n : {0, 1, 4000, 4001}) tell(write(handle, std::string(n, 'x').data()));
+    say(write(handle, null));
+    for (const int n : {0, 1, 4000, 4001}) say(write(handle, std::string(n, 'x').data()));
   }
   tell_read(wipc_read_status, handle, 9);
   int length = 0;
   for (int i = 0; i < 3 && length >= 0; ++i) {
-    tell(wipc_poll_session(handle)), length = tell_read(wipc_read, handle, 9);
+    say(wipc_poll_session(handle)), length = tell_read(wipc_read, handle, 9);
   }
   if (length < 0 && session_type == 'S') handle = wipc_new_session(first_socket, 'S');
-  wipc_close_session(handle), tell("closed");
+  wipc_close_session(handle), say("closed");
   if (session_type < 'P') release_session(session);
 }
 
@@ -189,13 +189,13 @@ int CreateProcessA(const char* line) { return !fails("run(%s) ", line); }
 // What is told stands in told.txt: every call of the platform, every text and every result.
 TEST(Sessions, DoAndTellWhatIsWrittenDown) {
   told = testing::PrintToString(at_first);
-  add("opening in one step", each, [] { tell(wipc_open_session(local, module)); });
-  add("in two steps", each, [] { tell_connection(local, module), tell(wipc_accept_connection()); });
+  add("opening in one step", each, [] { say(wipc_open_session(local, module)); });
+  add("in two steps", each, [] { tell_connection(local, module), say(wipc_accept_connection()); });
   add("connecting and waiting", each, [] {
-    tell(wipc_connect_session(other, 1, 65535)), tell(wipc_connect_port(local, deaf_port));
+    say(wipc_connect_session(other, 1, 65535)), say(wipc_connect_port(local, deaf_port));
     for (const int looks : {0, 1, 2, 3}) {
       wipc_set_connect_timeout(looks > 1 ? 1 : -1), fake.looks_in_vain = looks;
-      tell(wipc_wait_accept(make()));
+      say(wipc_wait_accept(make()));
     }
   });
   for (const char type : {'0', 'B', 'P', 'S'}) add("talk at "s + type, each, [=] { talk(type); });
@@ -211,42 +211,42 @@ TEST(Sessions, DoAndTellWhatIsWrittenDown) {
         tell_read(wipc_read, session, 4002);
         for (auto* m = session->data_tail; m != nullptr; m = m->prev) std::printf("+ ");
       }
-      release_session(session), tell("none");
+      release_session(session), say("none");
     }
   });
   add("lines and numbers", once, [] {
-    wipc_set_debug(0), wipc_set_nostart(-1), tell(wipc_connect_timeout);
+    wipc_set_debug(0), wipc_set_nostart(-1), say(wipc_connect_timeout);
     for (const int length : {1000, 1001}) {
-      tell(wipc_open_session(local, std::string(length, 'x').data())), tell(wipc_last_error());
+      say(wipc_open_session(local, std::string(length, 'x').data())), say(wipc_last_error());
     }
-    wipc_set_connect_timeout(1), wipc_set_debug(1), wipc_set_nostart(0), tell(wipc_connect_timeout);
+    wipc_set_connect_timeout(1), wipc_set_debug(1), wipc_set_nostart(0), say(wipc_connect_timeout);
     for (const int last : {0, 1}) {
-      fake.ports[last] = 0, tell(wipc_open_session(local, module)), fake.ports[last] = 7;
-      tell(wipc_connect_session(local, last, -last));
-      tell(wipc_wait_accept(last - 1)), tell(wipc_poll_socket(last - 1));
+      fake.ports[last] = 0, say(wipc_open_session(local, module)), fake.ports[last] = 7;
+      say(wipc_connect_session(local, last, -last));
+      say(wipc_wait_accept(last - 1)), say(wipc_poll_socket(last - 1));
     }
-    for (const int n : {-1, 0, 3}) tell(wipc_check_sockets(n));
+    for (const int n : {-1, 0, 3}) say(wipc_check_sockets(n));
   });
   add("hosts and programs", once, [] {
     for (char* on : {here, other}) tell_connection(on, path), tell_connection(on, root);
-    for (char* program : {path, missing, root}) tell(HeapText(wipc_find_module(program)).get());
-    support::set_environment("PATH", nullptr), tell(wipc_find_module(module));
+    for (char* program : {path, missing, root}) say(HeapText(wipc_find_module(program)).get());
+    support::set_environment("PATH", nullptr), say(wipc_find_module(module));
     for (const char* all : {"/bin/:", ":/bin", "::/bin", "", ":", "a:::/bin:/"}) {
-      support::set_environment("PATH", all), tell(HeapText(wipc_find_module(module)).get());
+      support::set_environment("PATH", all), say(HeapText(wipc_find_module(module)).get());
     }
   });
   add("invalid arguments", once, [] {
     for (char* none : {null, empty}) {
-      tell(wipc_open_session(none, none)), tell(wipc_open_session(local, none));
+      say(wipc_open_session(none, none)), say(wipc_open_session(local, none));
       tell_connection(none, none), tell_connection(local, none);
-      tell(wipc_connect_session(none, 1, 1)), tell(wipc_find_module(none));
+      say(wipc_connect_session(none, 1, 1)), say(wipc_find_module(none));
     }
-    tell(wipc_open_connection(local, module, nullptr, ports, ports, ports));
-    tell(wipc_open_connection(local, module, &host, nullptr, ports, ports));
-    tell(wipc_open_connection(local, module, &host, ports, nullptr, ports));
-    tell(wipc_open_connection(local, module, &host, ports, ports, nullptr));
-    wipc_bind_primary = wipc_create_bind(ports), tell(wipc_accept_connection());
-    std::swap(wipc_bind_primary, wipc_bind_secondary), tell(wipc_accept_connection());
+    say(wipc_open_connection(local, module, nullptr, ports, ports, ports));
+    say(wipc_open_connection(local, module, &host, nullptr, ports, ports));
+    say(wipc_open_connection(local, module, &host, ports, nullptr, ports));
+    say(wipc_open_connection(local, module, &host, ports, ports, nullptr));
+    wipc_bind_primary = wipc_create_bind(ports), say(wipc_accept_connection());
+    std::swap(wipc_bind_primary, wipc_bind_secondary), say(wipc_accept_connection());
   });
   EXPECT_EQ(told, written_down);
 }
