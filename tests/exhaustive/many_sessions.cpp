@@ -49,7 +49,8 @@ TEST(ManySessions, OpenInManyProcessesAtOnce) {
   const std::string line =
       '"' + support::own_path() + "\" --gtest_also_run_disabled_tests --gtest_filter=*InARow";
   std::thread shells[10];
-  for (std::thread& shell : shells) shell = std::thread([&] { std::system(line.c_str()); });
+  for (std::thread& shell : shells)
+    shell = std::thread([&] { EXPECT_EQ(std::system(line.c_str()), 0); });
   for (std::thread& shell : shells) shell.join();
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 10);
 }

@@ -77,7 +77,7 @@ TEST(Drives, AreSearchedForARootedPathAndItsFileIsOpened) {
     platform::roots_length = length;
     platform::existing = {existing};
     char found[path_size] = "#", *given = const_cast<char*>(path.c_str());
-    const auto expect_asked = [&](const std::string& also) {
+    const auto expect_asked = [&asked = asked](const std::string& also) {
       EXPECT_EQ(std::exchange(platform::asked, ""), asked + also);
     };
     EXPECT_EQ(osh1_fix_path(given, found, 0), !fixed.empty());

@@ -49,8 +49,9 @@ TEST(WindowsFiles, HaveTheirLineEndsTranslatedAsText) {
     osh_write(fd, "a\nb"_c, 3);
     EXPECT_EQ(content("new"), 'a' + end + 'b');
     char text[5] = "";
-    EXPECT_EQ(osh_lseek(fd, 0, 0) + osh_read(fd, text, 4) + osh_close(fd), 3);
-    EXPECT_STREQ(text, "a\nb");
+    osh_lseek(fd, 0, 0);
+    EXPECT_EQ(std::string(text, osh_read(fd, text, 4)), "a\nb");
+    osh_close(fd);
     std::FILE* fp = fopen("new"_c, "w"_c);
     osh_fputs("\n"_c, fp), osh_fclose(fp);
     EXPECT_EQ(content("new"), end);
