@@ -28,6 +28,7 @@ TEST(Processes, TalkUntilOneDies) {
   const int descriptors = support::open_descriptors();
   char text[4002] = "localhost";
   void* session = wipc_open_session(text, support::own_path().data());
+  ASSERT_NE(session, nullptr) << wipc_last_error();
   EXPECT_EQ(wipc_read(session, text, 4002), 9);
   EXPECT_EQ(wipc_read_status(session, text, 4002), 5);
   for (std::string sent : {std::string(3998, 'b'), std::string("die")}) {
