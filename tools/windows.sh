@@ -1,0 +1,62 @@
+# ./dev windows, with the functions of dev at hand.
+# shellcheck shell=bash
+
+# It sets up a Windows of its own in build/wine and leaves no process of it behind.
+windows() {
+  need_to_build g++-mingw-w64-x86-64-posix wine64 googletest binutils python3
+  export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+  export PATH=$PATH:/usr/lib/wine
+  # With a third drive, on another disk as far as there is one.
+  mkdir -p "$WINEPREFIX"/{dosdevices,drive_c}
+  ln -sfn ../drive_c "$WINEPREFIX/dosdevices/c:"
+  ln -sfn / "$WINEPREFIX/dosdevices/z:"
+  third_drive=$(mktemp -d -p /dev/shm zelvan-XXXXXX || mktemp -d)
+  ln -sfn "$third_drive" "$WINEPREFIX/dosdevices/q:"
+  trap 'wineserver64 -k || true; rm -rf "$third_drive"' EXIT
+  wineserver64 -p
+  wine64 wineboot --init >/dev/null 2>&1 || fail "Wine did not start; see what wine64 wineboot says"
+  step "building for Windows"
+  build windows
+  step "all tests under Wine"
+  run_tests windows -E 'exhaustive/(single_floats|colours)'
+  awk '/^\[       OK \]/ && !/DISABLED/ { run[$4] } /^\[  SKIPPED \] .* ms/ { skipped[$4] }
+       END { for (name in skipped) if (!(name in run)) print "not run here:", name
+             printf "%d tests in these programs passed\n", length(run) }' \
+    build/windows/Testing/Temporary/LastTest.log
+  package_for_windows
+}
+
+# The zip file is checked as a stranger would: unpacked elsewhere, with the README's program.
+package_for_windows() {
+  local version name work=build/windows-package
+  version=$(sed -n 's/^project(zelvan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+  name=zelvan-$version-windows-x64
+  step "the package $name.zip"
+  rm -rf "$work"
+  mkdir -p "$work/program"
+  cmake --install build/windows --prefix "$work/$name" >/dev/null
+  (cd "$work" && cmake -E tar cf "../$name.zip" --format=zip "$name")
+  rm -r "${work:?}/$name"
+  (cd "$work" && cmake -E tar xf "../$name.zip")
+  python3 tests/guide/guide_example.py extract README.md "$work/program/main.cpp"
+  cp tests/install/consumer/main.cpp "$work/program/consumer.cpp"
+  cat >"$work/program/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.16)
+project(program LANGUAGES CXX)
+find_package(zelvan 1.0 REQUIRED)
+link_libraries(zelvan::zelvan)
+add_link_options(-static)
+add_executable(program main.cpp)
+add_executable(consumer consumer.cpp)
+END
+  cmake -G Ninja -S "$work/program" -B "$work/program/build" --log-level=ERROR \
+    --toolchain "$PWD/cmake/toolchains/windows-x64.cmake" \
+    -DCMAKE_PREFIX_PATH="$PWD/$work/$name" >/dev/null &&
+    cmake --build "$work/program/build" >/dev/null || fail "a program did not build with the package"
+  cp "$work/$name/bin/zelvan.dll" "$work/program/build"
+  python3 tests/guide/guide_example.py run README.md wine64 \
+    "$PWD/$work/program/build/program.exe" || fail "a program did not run with the package"
+  [[ $(wine64 "$work/program/build/consumer.exe") == "a region of my own, hit; 0x0p+0"* ]] ||
+    fail "a class derived in a program is not known to the library of the package"
+  printf 'Made: build/%s.zip, %s bytes\n' "$name" "$(stat -c %s "build/$name.zip")"
+}
