@@ -8,31 +8,34 @@ import sys
 ARROWS = {
     "transforms": set(),
     "pick": {"transforms"},
-    "geometry": {"transforms/records.h", "transforms/detail/instruction_set.h"},
-    "colour": {"text/str_field.h", "var", "transforms/detail/instruction_set.h"},
+    "geometry": {"transforms/records.h"},
+    "colour": {"text/str_field.h", "var"},
     "linetypes": set(),
     "mem": set(),
     "var": {"platform/comparison.h"},
-    "tra": {"transforms/detail/instruction_set.h"},
+    "tra": set(),
     "logger": {"platform/directories.h"},
     "text": {"platform/locale.h"},
     "osh": {"platform"},
     "wipc": {"platform"},
     "platform": set(),
+    "detail": set(),
 }
-VECTOR_HEADER = "immintrin.h"  # the compiler's own, not the operating system's
+FOR_ALL = {"export.h", "detail/instruction_set.h"}
+PRIVATE = {"detail", "platform"}  # among the folders beside those of the families
+VECTOR_HEADERS = {"immintrin.h"}  # the compiler's own, not the operating system's
 
 
 def allowed(family, target):
     target_family = target.split("/")[0]
-    return (target == "export.h" or target_family == family
+    return (target in FOR_ALL or target_family == family
             or target in ARROWS[family] or target_family in ARROWS[family])
 
 
 def faults_of(path, source):
     inside = path.relative_to(source)
     family = inside.parts[0] if len(inside.parts) > 1 else None
-    is_public = len(inside.parts) == 2 and family != "platform" and path.suffix == ".h"
+    is_public = len(inside.parts) == 2 and family not in PRIVATE and path.suffix == ".h"
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), start=1):
         match = re.match(r'\s*#\s*include\s*([<"])([^>"]+)', line)
         if not match:
@@ -45,10 +48,10 @@ def faults_of(path, source):
             target = name.removeprefix("zelvan/")
             if family is not None and not allowed(family, target):
                 yield f"{place}: no arrow leads there from {family}"
-            if is_public and ("/detail/" in target or target.startswith("platform/")):
+            if is_public and PRIVATE & set(target.split("/")):
                 yield f"{place}: a public header includes a private one"
         elif (name.endswith(".h") or "/" in name) and family != "platform":
-            if name != VECTOR_HEADER:
+            if name not in VECTOR_HEADERS:
                 yield f"{place}: the operating system is asked in platform/ only"
 
 
@@ -58,7 +61,7 @@ def main(source):
     faults = [fault for path in files for fault in faults_of(path, source)]
     public = {p.relative_to(source).as_posix() for p in files
               if p.suffix == ".h" and len(p.relative_to(source).parts) == 2
-              and p.parent.name != "platform"}
+              and p.parent.name not in PRIVATE}
     whole = set(re.findall(r"#include <zelvan/([^>]+)>", (source / "zelvan.h").read_text()))
     faults += [f"zelvan.h: does not include {name}" for name in sorted(public - whole)]
     print("\n".join(faults) or f"{len(files)} files, every arrow as drawn")

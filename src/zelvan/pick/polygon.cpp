@@ -1,7 +1,7 @@
+#include <zelvan/detail/instruction_set.h>
 #include <zelvan/pick/detail/point_array.h>
 #include <zelvan/pick/detail/winding.h>
 #include <zelvan/pick/polygon.h>
-#include <zelvan/transforms/detail/instruction_set.h>
 
 #include <new>
 

@@ -1,4 +1,4 @@
-#include <zelvan/transforms/detail/instruction_set.h>
+#include <zelvan/detail/instruction_set.h>
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
 #include <zelvan/transforms/detail/rounding.h>

@@ -1,5 +1,5 @@
 #include <zelvan/colour/detail/closest_color.h>
-#include <zelvan/transforms/detail/instruction_set.h>
+#include <zelvan/detail/instruction_set.h>
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 /// in the same way. Most vertices of a drawing need no more than this.
 #pragma once
 
-#include <zelvan/transforms/detail/instruction_set.h>
+#include <zelvan/detail/instruction_set.h>
 #include <zelvan/transforms/records.h>
 
 #if defined(__x86_64__)

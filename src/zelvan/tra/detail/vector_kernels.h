@@ -2,7 +2,7 @@
 /// vectors and gives their number; the plain loop does the rest, and would have done the same.
 #pragma once
 
-#include <zelvan/transforms/detail/instruction_set.h>
+#include <zelvan/detail/instruction_set.h>
 
 #include <cstddef>
 #include <cstdint>

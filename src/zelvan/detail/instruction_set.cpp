@@ -1,4 +1,4 @@
-#include <zelvan/transforms/detail/instruction_set.h>
+#include <zelvan/detail/instruction_set.h>
 
 #if defined(__x86_64__)
 
