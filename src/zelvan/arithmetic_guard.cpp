@@ -9,5 +9,6 @@
 #if defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__
 #error "zelvan lets infinities and NaN through; build it without -ffinite-math-only"
 #endif
-
-static_assert(FLT_EVAL_METHOD == 0, "zelvan needs doubles that are evaluated as doubles");
+#if FLT_EVAL_METHOD != 0
+#error "zelvan needs doubles evaluated as doubles; on 32-bit x86 build it with -msse2 -mfpmath=sse"
+#endif

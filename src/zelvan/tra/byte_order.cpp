@@ -8,7 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-static_assert(std::endian::native == std::endian::little, "the byte-order queries answer 1");
+static_assert(std::endian::native == std::endian::little,
+              "zelvan answers that the byte order is little-endian and runs on no other");
 
 namespace {
 

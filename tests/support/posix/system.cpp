@@ -58,7 +58,14 @@ std::string language() { return {}; }
 
 const char* const log_prefix = "/tmp/logQelt-";
 
-std::string own_path() { return fs::read_symlink("/proc/self/exe"); }
+std::string own_path() {
+  const std::string path = fs::read_symlink("/proc/self/exe");
+#ifdef START_EMULATED
+  set_environment("EMULATED", path.c_str());
+  return START_EMULATED;
+#endif
+  return path;
+}
 
 char* guarded_pages(std::size_t size) {
   void* const pages = mmap(nullptr, whole_pages(size) + page, PROT_READ | PROT_WRITE,
