@@ -23,7 +23,7 @@ ARROWS = {
 }
 FOR_ALL = {"export.h", "detail/instruction_set.h"}
 PRIVATE = {"detail", "platform"}  # among the folders beside those of the families
-VECTOR_HEADERS = {"immintrin.h"}  # the compiler's own, not the operating system's
+VECTOR_HEADERS = {"immintrin.h", "arm_neon.h"}  # the compiler's own, not the operating system's
 
 
 def allowed(family, target):

@@ -15,10 +15,11 @@ inline bool allow(const bool& may_run, bool) { return may_run; }
 /// processor has.
 template <class Run>
 void for_each_form(Run run) {
-  const bool has_avx2 = allow(zelvan::has_avx2, false);
+  const bool has_avx2 = allow(zelvan::has_avx2, false), has_neon = allow(zelvan::has_neon, false);
   run("plain");
-  allow(zelvan::has_avx2, has_avx2);
+  allow(zelvan::has_avx2, has_avx2), allow(zelvan::has_neon, has_neon);
   if (has_avx2) run("avx2");
+  if (has_neon) run("neon");
 }
 
 }  // namespace support

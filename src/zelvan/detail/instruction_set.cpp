@@ -13,4 +13,8 @@ bool processor_has_avx2() {
 
 bool zelvan::has_avx2 = processor_has_avx2();
 
+#elif defined(__aarch64__)
+
+bool zelvan::has_neon = true;  // it is part of every such processor
+
 #endif

@@ -14,4 +14,11 @@ extern bool has_avx2;
 inline constexpr bool has_avx2 = false;
 #endif
 
+/// True when the kernels for NEON may run, with its vectors of doubles, which 64-bit ARM has.
+#if defined(__aarch64__)
+extern bool has_neon;
+#else
+inline constexpr bool has_neon = false;
+#endif
+
 }  // namespace zelvan

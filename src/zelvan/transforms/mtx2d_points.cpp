@@ -71,21 +71,25 @@ void Mtx2D::InvXfmPt(int_pt_t* in, real_pt_t* out) { *out = mapped(*this, in->x,
 
 void Mtx2D::RealXfmPts(int n, real_pt_t* in, real_pt_t* out) {
   if (zelvan::has_avx2) return zelvan::avx2::map_to_real(*this, n, in, out);
+  if (zelvan::has_neon) return zelvan::neon::map_to_real(*this, n, in, out);
   map_plainly(*this, n, in, out, [](real_pt_t p) { return p; });
 }
 
 void Mtx2D::XfmPts(int n, real_pt_t* in, int_pt_t* out) {
   if (zelvan::has_avx2) return zelvan::avx2::map_to_int(*this, n, in, out);
+  if (zelvan::has_neon) return zelvan::neon::map_to_int(*this, n, in, out);
   map_plainly(*this, n, in, out, [](real_pt_t p) { return round_to_device(p); });
 }
 
 void Mtx2D::XfmFPts(int n, real_pt_t* in, int_pt_t* out) {
   if (zelvan::has_avx2) return zelvan::avx2::map_to_int_times_eight(*this, n, in, out);
+  if (zelvan::has_neon) return zelvan::neon::map_to_int_times_eight(*this, n, in, out);
   map_plainly(*this, n, in, out, zelvan::round_to_device_times_eight);
 }
 
 void Mtx2D::XfmSPts(int n, real_pt_t* in, short_pt_t* out) {
   if (zelvan::has_avx2) return zelvan::avx2::map_to_short(*this, n, in, out);
+  if (zelvan::has_neon) return zelvan::neon::map_to_short(*this, n, in, out);
   map_plainly(*this, n, in, out, zelvan::round_to_device_short);
 }
 
