@@ -48,7 +48,7 @@ int __wrap_renameat2(int a, const char* from, int b, const char* to, unsigned fl
   return strchr(from, '-') != nullptr ? __real_renameat2(a, from, b, to, flags) : -1;
 }
 }
-void dont_sleep(std::uint64_t) asm("__wrap__ZN6zelvan8platform5SleepEm");
+void dont_sleep(std::uint64_t) asm("__wrap_" SLEEP);
 void dont_sleep(std::uint64_t) {}
 std::vector<string> folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");
 std::vector<string> folders() { return {"missing", "fonts"}; }

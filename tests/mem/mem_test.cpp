@@ -29,13 +29,14 @@ TEST(Mem, AgreesWithAModelAfterEveryStep) {
 }
 
 TEST(Mem, LooksForAParentFromItsFirstByteToItsLast) {
+  constexpr int word = sizeof(void*);
   void* memory[3];
-  for (int at = 7; at <= 16; ++at) {  // the block is the second word
-    MemEntry rows[] = {{&memory[1], 8, 8, nullptr, nullptr, 0, 1, -1}, zelvan::empty_entry};
+  for (int at = word - 1; at <= 2 * word; ++at) {  // the block is the second word
+    MemEntry rows[] = {{&memory[1], word, word, nullptr, nullptr, 0, 1, -1}, zelvan::empty_entry};
     MemList list = {2, 1, nullptr, nullptr, rows};
     rows[1].back_ptr = reinterpret_cast<void**>(reinterpret_cast<char*>(memory) + at);
     zelvan::MemEntryFindParent(&list, &rows[1]);
-    EXPECT_EQ(rows[1].parent, at >= 8 && at < 16 ? 0 : -1) << at;
+    EXPECT_EQ(rows[1].parent, at >= word && at < 2 * word ? 0 : -1) << at;
   }
 }
 

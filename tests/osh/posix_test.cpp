@@ -22,7 +22,7 @@ std::size_t decode(wchar_t*, const char* text, std::size_t count, mbstate_t* sta
 }
 
 std::uint64_t slept;
-void sleep(std::uint64_t) asm("__wrap__ZN6zelvan8platform5SleepEm");
+void sleep(std::uint64_t) asm("__wrap_" SLEEP);
 void sleep(std::uint64_t milliseconds) { slept = milliseconds; }
 
 namespace {

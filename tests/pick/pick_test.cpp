@@ -91,7 +91,7 @@ void expect_points(unsigned least, std::vector<DblPt> points, Mtx2D& m) {
   for (const DblPt& p : points) xs.push_back(p.x), ys.push_back(p.y);
   Region region(size, points.data()), by_axes(size, xs.data(), ys.data()), set(size), assigned(7u);
   const auto holds = [&](Region& got) {
-    return got.end() - got.start() == n && (got.start() == nullptr) == (n == 0) &&
+    return got.end() == got.start() + n && (got.start() == nullptr) == (n == 0) &&
            (n == 0 || std::memcmp(got.start(), points.data(), n * sizeof(DblPt)) == 0);
   };
   ASSERT_TRUE(n == 0 || (set.start()->x == 0.0 && set.end()[-1].y == 0.0));

@@ -59,12 +59,12 @@ std::string language() { return {}; }
 const char* const log_prefix = "/tmp/logQelt-";
 
 std::string own_path() {
-  const std::string path = fs::read_symlink("/proc/self/exe");
 #ifdef START_EMULATED
-  set_environment("EMULATED", path.c_str());
+  set_environment("EMULATED", program_invocation_name);  // whole, as ctest has it
   return START_EMULATED;
+#else
+  return fs::read_symlink("/proc/self/exe");
 #endif
-  return path;
 }
 
 char* guarded_pages(std::size_t size) {

@@ -92,7 +92,13 @@ long _lseek(int fd, long offset, int whence) {
     errno = EINVAL;
     return -1;
   }
-  return ::lseek(fd, offset, whence);
+  constexpr bool is_narrow = sizeof(long) < sizeof(off_t);
+  const off_t before = is_narrow ? ::lseek(fd, 0, SEEK_CUR) : 0;
+  const off_t place = ::lseek(fd, offset, whence);
+  if (place <= LONG_MAX) return static_cast<long>(place);
+  ::lseek(fd, before, SEEK_SET);
+  errno = EOVERFLOW;
+  return -1;
 }
 
 int _fstat64i32(int fd, int* size) {
