@@ -41,7 +41,13 @@ int open_descriptors() {
   return static_cast<int>(std::distance(fs::directory_iterator("/proc/self/fd"), {}));
 }
 
-std::size_t heap_in_use() { return mallinfo2().uordblks; }
+std::size_t heap_in_use() {
+#ifdef __GLIBC__
+  return mallinfo2().uordblks;
+#else
+  return static_cast<unsigned>(mallinfo().uordblks);
+#endif
+}
 
 bool is_inherited(int fd) { return (fcntl(fd, F_GETFD) & FD_CLOEXEC) == 0; }
 
