@@ -9,5 +9,6 @@ void add_polygon(MapPolygons& polygons, std::span<const real_pt_t> ring) {
 }
 
 std::string shipped_world() { return SHIPPED_WORLD; }
+std::string fine_world() { return FINE_WORLD; }
 
 }  // namespace example

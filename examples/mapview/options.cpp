@@ -72,8 +72,12 @@ std::optional<Options> read_options(int argc, char** argv) {
 
   CLI::App app("Draws a map of countries and tells which country lies where.", "mapview");
   app.footer(example_call);
-  app.add_option("-d,--data", options.data, "GeoJSON file (default: the world at 1:110 million)")
-      ->type_name("FILE");
+  CLI::Option* const data = app.add_option("-d,--data", options.data,
+                                           "GeoJSON file (default: the world at 1:110 million)")
+                                ->type_name("FILE");
+  app.add_flag_callback(
+         "--fine", [&] { options.data = fine_world(); }, "the world at 1:50 million, for close-ups")
+      ->excludes(data);
   app.add_option("-o,--output", options.output,
                  "picture to write, .png or .svg; auto: mapview-AAA.png, or AAB, AAC and so on")
       ->type_name("FILE");
