@@ -8,7 +8,4 @@ void add_polygon(MapPolygons& polygons, std::span<const real_pt_t> ring) {
   polygons.edge_flags.back() = drw_edge_close_visible;
 }
 
-std::string shipped_world() { return SHIPPED_WORLD; }
-std::string fine_world() { return FINE_WORLD; }
-
 }  // namespace example

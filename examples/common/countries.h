@@ -68,10 +68,4 @@ class LoadedWorld final : public World {
   std::vector<Country> countries_;
 };
 
-/// The path of the world that comes with the examples, at 1:110 million.
-std::string shipped_world();
-
-/// The same at 1:50 million.
-std::string fine_world();
-
 }  // namespace example

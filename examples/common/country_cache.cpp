@@ -12,6 +12,9 @@
 
 namespace example {
 
+std::string shipped_world() { return SHIPPED_WORLD; }
+std::string fine_world() { return FINE_WORLD; }
+
 CountryCache::CountryCache(const std::string& path, int budget)
     : path_(path), pool_(MemPoolNew(budget)) {
   if (pool_ != nullptr) list_.reset(MemListNew(pool_.get(), make_room));

@@ -65,4 +65,10 @@ class CountryCache final : public World {
   long long n_evicted_ = 0;
 };
 
+/// The path of the world that comes with the examples, at 1:110 million.
+std::string shipped_world();
+
+/// The same at 1:50 million.
+std::string fine_world();
+
 }  // namespace example
