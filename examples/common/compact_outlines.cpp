@@ -25,7 +25,7 @@ class Reader {
     if (name_end == text_.npos) fail("a name without an end");
     Country country{std::string(text_.substr(at_, name_end - at_)), {}};
     at_ = name_end + 1;
-    int x = 0, y = 0;
+    std::int64_t x = 0, y = 0;  // where no number of steps of 32 bits ends
     for (std::uint32_t polygons = read_number(); polygons > 0; --polygons) {
       std::uint32_t vertices = read_number();
       if (vertices < 3) fail("a polygon of fewer than three vertices");
@@ -33,7 +33,8 @@ class Reader {
       for (; vertices > 0; --vertices) {
         x += read_step();
         y += read_step();
-        ring_.push_back({x / units_per_degree, y / units_per_degree});
+        ring_.push_back(
+            {static_cast<double>(x) / units_per_degree, static_cast<double>(y) / units_per_degree});
       }
       add_polygon(country.outline, ring_);
     }
@@ -56,9 +57,9 @@ class Reader {
     fail("a number of more than 32 bits");
   }
 
-  int read_step() {
-    const std::uint32_t number = read_number();
-    const auto half = static_cast<int>(number >> 1);
+  std::int64_t read_step() {
+    const std::int64_t number = read_number();
+    const std::int64_t half = number / 2;
     return number % 2 == 0 ? half : -half - 1;
   }
 
