@@ -33,8 +33,6 @@ using namespace example;
 
 // ---- the world
 
-constexpr double pole = 90.0;
-
 double stretched(double latitude) {
   constexpr double steepest = 89.99;  // a pole itself would be at infinity
   constexpr double to_radians = std::numbers::pi / 180.0;
@@ -57,19 +55,6 @@ struct World {
   std::vector<std::size_t> colours;
   Picker picker;
 };
-
-// Where a flat map is cut open, along the antimeridian and the poles, there is no coast.
-void hide_cuts(MapPolygons& outline) {
-  for_each_polygon(outline, [&](std::size_t first, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-      const real_pt_t a = outline.points[first + i];
-      const real_pt_t b = outline.points[first + (i + 1) % count];
-      const bool is_on_antimeridian = a.x == b.x && std::abs(a.x) == 180.0;
-      const bool is_on_pole = a.y == b.y && std::abs(a.y) == pole;
-      if (is_on_antimeridian || is_on_pole) --outline.edge_flags[first + i];
-    }
-  });
-}
 
 // Where neighbours meet, both have the border in their outlines. Dashes drawn twice would fill
 // each other's gaps, so all but the first copy of an edge are hidden, whichever way it runs.
