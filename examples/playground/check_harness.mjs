@@ -6,7 +6,7 @@ import {tmpdir} from 'node:os';
 import {extname, join} from 'node:path';
 import puppeteer from 'puppeteer-core';
 
-const patience = 30_000;  // milliseconds until a single step has failed, on a busy machine
+const patience = 60_000;  // milliseconds until a single step has failed, on a busy machine
 
 // ---- what is checked, and how it is told
 

@@ -281,4 +281,7 @@ World.load().then(
       // For the browser's console, and for the check.
       Object.assign(globalThis, {playground: new Page(world)});
     },
-    (error) => tell('country', `The library did not load: ${error}`));
+    (error) => {
+      console.error(error);
+      tell('country', `The library did not load: ${error}`);
+    });
