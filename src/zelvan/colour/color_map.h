@@ -125,6 +125,7 @@ ZELVAN_API void* ColNewColorMap(int size, int max_value, int* rgb);
 ZELVAN_API void ColDeleteColorMap(void* map);
 
 static_assert(offsetof(ColorMap, map_size) == 0 && offsetof(ColorMap, map_count) == 4 &&
-                  offsetof(ColorMap, max_value) == 8 && offsetof(ColorMap, colors) == 16 &&
-                  sizeof(ColorMap) == 24,
+                  offsetof(ColorMap, max_value) == 8 &&
+                  offsetof(ColorMap, colors) == 8 + sizeof(void*) &&
+                  sizeof(ColorMap) == 8 + 2 * sizeof(void*),
               "layout is interface");

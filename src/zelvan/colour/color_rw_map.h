@@ -36,5 +36,5 @@ class ColorRWMap {
 };
 
 static_assert(offsetof(ColorRWMap, rw_size) == 0 && offsetof(ColorRWMap, rw_count) == 4 &&
-                  offsetof(ColorRWMap, rw_list) == 8 && sizeof(ColorRWMap) == 16,
+                  offsetof(ColorRWMap, rw_list) == 8 && sizeof(ColorRWMap) == 8 + sizeof(void*),
               "layout is interface");

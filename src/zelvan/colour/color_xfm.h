@@ -68,8 +68,11 @@ ZELVAN_C_API int ColGetClosestColor(ColorRGB* target, ColorMap* map, int* distan
 /// The same as `xfm->MapColors(source, target)`. Requires: no null pointer.
 ZELVAN_C_API void ColMapColors(ColorMap* source, ColorMap* target, ColorXfm* xfm);
 
-static_assert(offsetof(ColorXfm, xfm_size) == 0 && offsetof(ColorXfm, xfm_table) == 8 &&
-                  offsetof(ColorXfm, hist_exact) == 16 && offsetof(ColorXfm, hist_3) == 20 &&
-                  offsetof(ColorXfm, hist_7) == 24 && offsetof(ColorXfm, hist_15) == 28 &&
-                  offsetof(ColorXfm, hist_31) == 32 && sizeof(ColorXfm) == 40,
+static_assert(offsetof(ColorXfm, xfm_size) == 0 && offsetof(ColorXfm, xfm_table) == sizeof(void*) &&
+                  offsetof(ColorXfm, hist_exact) == 2 * sizeof(void*) &&
+                  offsetof(ColorXfm, hist_3) == 2 * sizeof(void*) + 4 &&
+                  offsetof(ColorXfm, hist_7) == 2 * sizeof(void*) + 8 &&
+                  offsetof(ColorXfm, hist_15) == 2 * sizeof(void*) + 12 &&
+                  offsetof(ColorXfm, hist_31) == 2 * sizeof(void*) + 16 &&
+                  sizeof(ColorXfm) == 3 * sizeof(void*) + 16,
               "layout is interface");

@@ -82,7 +82,8 @@ struct utl_parabola_t {
 
 static_assert(offsetof(utl_conic_t, a) == 0 && offsetof(utl_conic_t, f) == 40 &&
                   offsetof(utl_conic_t, start) == 48 && offsetof(utl_conic_t, end) == 64 &&
-                  offsetof(utl_conic_t, clockwise) == 80 && sizeof(utl_conic_t) == 88,
+                  offsetof(utl_conic_t, clockwise) == 80 &&
+                  sizeof(utl_conic_t) == 80 + alignof(double),
               "layout is interface");
 static_assert(offsetof(utl_ellipse_t, cos_rot) == 8 && offsetof(utl_ellipse_t, off_x) == 16 &&
                   offsetof(utl_ellipse_t, start) == 32 && offsetof(utl_ellipse_t, sweep) == 40 &&
@@ -92,12 +93,13 @@ static_assert(offsetof(utl_hyperbola_t, cos_rot) == 8 && offsetof(utl_hyperbola_
                   offsetof(utl_hyperbola_t, start) == 32 && offsetof(utl_hyperbola_t, end) == 40 &&
                   offsetof(utl_hyperbola_t, sq_x) == 48 &&
                   offsetof(utl_hyperbola_t, branch) == 64 &&
-                  offsetof(utl_hyperbola_t, y_branches) == 72 && sizeof(utl_hyperbola_t) == 80,
+                  offsetof(utl_hyperbola_t, y_branches) == 72 &&
+                  sizeof(utl_hyperbola_t) == 72 + alignof(double),
               "layout is interface");
 static_assert(offsetof(utl_parabola_t, cos_rot) == 8 && offsetof(utl_parabola_t, vtx_x) == 16 &&
                   offsetof(utl_parabola_t, start) == 32 && offsetof(utl_parabola_t, end) == 40 &&
                   offsetof(utl_parabola_t, k) == 48 && offsetof(utl_parabola_t, y_of_x) == 56 &&
-                  sizeof(utl_parabola_t) == 64,
+                  sizeof(utl_parabola_t) == 56 + alignof(double),
               "layout is interface");
 
 /// What `utl_conic_type` answers.

@@ -97,7 +97,8 @@ class ZELVAN_API CLineTypeDefinition {
   CLineTypeDefPattern pattern;
 };
 
-static_assert(sizeof(CLineTypeDefPattern) == 176 && sizeof(CLineTypeDefinition) == 192,
+static_assert(sizeof(CLineTypeDefPattern) == 176 &&
+                  sizeof(CLineTypeDefinition) == alignof(double) + 8 + 176,
               "layout is interface");
 static_assert(std::is_trivially_copyable<CLineTypeDefinition>::value &&
                   std::is_standard_layout<CLineTypeDefinition>::value,

@@ -56,4 +56,4 @@ class ZELVAN_API CLineTypeDefList {
   unsigned int next_index = 0;  ///< the one to hand out next
 };
 
-static_assert(sizeof(CLineTypeDefList) == 6808, "layout is interface");
+static_assert(sizeof(CLineTypeDefList) == 850 * sizeof(void*) + 8, "layout is interface");

@@ -93,4 +93,4 @@ class ZELVAN_API Logger {
   static bool init_pending;       ///< `init` has yet to run
 };
 
-static_assert(sizeof(Logger) == 16, "layout is interface");
+static_assert(sizeof(Logger) == 2 * sizeof(void*), "layout is interface");

@@ -200,17 +200,23 @@ ZELVAN_C_API unsigned short MemListRemoveOldest(MemList* list);
 
 static_assert(offsetof(MemPool, limit) == 0 && offsetof(MemPool, used) == 4 && sizeof(MemPool) == 8,
               "layout is interface");
-static_assert(offsetof(MemEntry, address) == 0 && offsetof(MemEntry, size) == 8 &&
-                  offsetof(MemEntry, total_size) == 12 && offsetof(MemEntry, key) == 16 &&
-                  offsetof(MemEntry, back_ptr) == 24 && offsetof(MemEntry, excluded) == 32 &&
-                  offsetof(MemEntry, sequence) == 36 && offsetof(MemEntry, parent) == 40 &&
-                  sizeof(MemEntry) == 48,
+static_assert(offsetof(MemEntry, address) == 0 && offsetof(MemEntry, size) == sizeof(void*) &&
+                  offsetof(MemEntry, total_size) == sizeof(void*) + 4 &&
+                  offsetof(MemEntry, key) == sizeof(void*) + 8 &&
+                  offsetof(MemEntry, back_ptr) == 2 * sizeof(void*) + 8 &&
+                  offsetof(MemEntry, excluded) == 3 * sizeof(void*) + 8 &&
+                  offsetof(MemEntry, sequence) == 3 * sizeof(void*) + 12 &&
+                  offsetof(MemEntry, parent) == 3 * sizeof(void*) + 16 &&
+                  sizeof(MemEntry) == 4 * sizeof(void*) + 16,
               "layout is interface");
 static_assert(offsetof(MemList, n_entries) == 0 && offsetof(MemList, n_used) == 4 &&
-                  offsetof(MemList, pool) == 8 && offsetof(MemList, exception_handler) == 16 &&
-                  offsetof(MemList, entries) == 24 && sizeof(MemList) == 32,
+                  offsetof(MemList, pool) == 8 &&
+                  offsetof(MemList, exception_handler) == 8 + sizeof(void*) &&
+                  offsetof(MemList, entries) == 8 + 2 * sizeof(void*) &&
+                  sizeof(MemList) == 8 + 3 * sizeof(void*),
               "layout is interface");
-static_assert(offsetof(MemException, code) == 0 && offsetof(MemException, list) == 8 &&
-                  offsetof(MemException, key) == 16 && offsetof(MemException, size) == 24 &&
-                  sizeof(MemException) == 32,
+static_assert(offsetof(MemException, code) == 0 && offsetof(MemException, list) == sizeof(void*) &&
+                  offsetof(MemException, key) == 2 * sizeof(void*) &&
+                  offsetof(MemException, size) == 3 * sizeof(void*) &&
+                  sizeof(MemException) == 4 * sizeof(void*),
               "layout is interface");

@@ -55,4 +55,4 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   DblPt* points;          ///< `n_points` points from `malloc`, freed by the destructor; or null
 };
 
-static_assert(sizeof(CPickPolyline) == 24, "layout is interface");
+static_assert(sizeof(CPickPolyline) == 3 * sizeof(void*), "layout is interface");

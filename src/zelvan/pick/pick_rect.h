@@ -41,4 +41,5 @@ class ZELVAN_API CPickRect : public CPickRegion {
   CAlignedRect box_;
 };
 
-static_assert(sizeof(CPickRect) == 40, "layout is interface");
+static_assert(sizeof(CPickRect) == alignof(CPickRect) + sizeof(CAlignedRect),
+              "layout is interface");

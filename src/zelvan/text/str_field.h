@@ -82,7 +82,9 @@ ZELVAN_C_API char* str_token(char* text, char* delimiters, char** next, char* fo
 /// Requires: `text` is not null.
 ZELVAN_C_API void str_lower_string(char* text);
 
-static_assert(offsetof(str_field, type) == 0 && offsetof(str_field, value) == 8 &&
-                  offsetof(str_field, length) == 16 && offsetof(str_field, text) == 24 &&
-                  offsetof(str_field, next) == 32 && sizeof(str_field) == 40,
+static_assert(offsetof(str_field, type) == 0 && offsetof(str_field, value) == alignof(double) &&
+                  offsetof(str_field, length) == alignof(double) + 8 &&
+                  offsetof(str_field, text) == alignof(double) + 16 &&
+                  offsetof(str_field, next) == alignof(double) + 16 + sizeof(void*) &&
+                  sizeof(str_field) == alignof(double) + 16 + 2 * sizeof(void*),
               "layout is interface");

@@ -70,9 +70,13 @@ static_assert(sizeof(real_pt_t) == 16 && offsetof(real_pt_t, y) == 8, "layout is
 static_assert(sizeof(int_pt_t) == 8 && offsetof(int_pt_t, y) == 4, "layout is interface");
 static_assert(sizeof(short_pt_t) == 4 && offsetof(short_pt_t, y) == 2, "layout is interface");
 static_assert(sizeof(real_rect_t) == 64 && sizeof(int_rect_t) == 32, "layout is interface");
-static_assert(offsetof(drw_pset_t, n_points) == 0 && offsetof(drw_pset_t, points) == 8 &&
-                  offsetof(drw_pset_t, edge_flags) == 16 && sizeof(drw_pset_t) == 24,
+static_assert(offsetof(drw_pset_t, n_points) == 0 &&
+                  offsetof(drw_pset_t, points) == sizeof(void*) &&
+                  offsetof(drw_pset_t, edge_flags) == 2 * sizeof(void*) &&
+                  sizeof(drw_pset_t) == 3 * sizeof(void*),
               "layout is interface");
-static_assert(offsetof(drw_dpset_t, n_points) == 0 && offsetof(drw_dpset_t, points) == 8 &&
-                  offsetof(drw_dpset_t, edge_flags) == 16 && sizeof(drw_dpset_t) == 24,
+static_assert(offsetof(drw_dpset_t, n_points) == 0 &&
+                  offsetof(drw_dpset_t, points) == sizeof(void*) &&
+                  offsetof(drw_dpset_t, edge_flags) == 2 * sizeof(void*) &&
+                  sizeof(drw_dpset_t) == 3 * sizeof(void*),
               "layout is interface");

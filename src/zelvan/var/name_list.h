@@ -81,6 +81,7 @@ ZELVAN_C_API void* VarListInfo(VarNameInfo* entry);
 /// `entry` is null. Requires: `*entry` is not null.
 ZELVAN_C_API void VarNextListEntry(VarNameInfo** entry);
 
-static_assert(offsetof(VarNameInfo, next) == 0 && offsetof(VarNameInfo, name) == 8 &&
-                  offsetof(VarNameInfo, info) == 16 && sizeof(VarNameInfo) == 24,
+static_assert(offsetof(VarNameInfo, next) == 0 && offsetof(VarNameInfo, name) == sizeof(void*) &&
+                  offsetof(VarNameInfo, info) == 2 * sizeof(void*) &&
+                  sizeof(VarNameInfo) == 3 * sizeof(void*),
               "layout is interface");

@@ -27,6 +27,6 @@ ZELVAN_C_API unsigned short VarLookupInt(const VarNameValue* table, const char* 
 /// Requires: `name` is not null.
 ZELVAN_C_API unsigned short VarLookupString(const VarNameValue* table, int value, char** name);
 
-static_assert(offsetof(VarNameValue, name) == 0 && offsetof(VarNameValue, value) == 8 &&
-                  sizeof(VarNameValue) == 16,
+static_assert(offsetof(VarNameValue, name) == 0 && offsetof(VarNameValue, value) == sizeof(void*) &&
+                  sizeof(VarNameValue) == 2 * sizeof(void*),
               "layout is interface");
