@@ -13,6 +13,7 @@
 #include <zelvan/export.h>
 #include <zelvan/linetypes/line_type_definition.h>
 
+/// Up to 850 line types. None is added that is equal to another or takes its index.
 class ZELVAN_API CLineTypeDefList {
  public:
   /// The built-in line types, 1 to 13. One that finds no memory is missing; the others keep

@@ -86,7 +86,7 @@ struct MemList {
   int n_entries;  ///< rows of the table, a multiple of 16; never fewer than before
   int n_used;     ///< rows with a block
   MemPool* pool;  ///< charged for the blocks; the caller's, and outlives the list
-  MemExceptionHandler exception_handler;
+  MemExceptionHandler exception_handler;  ///< asked whenever an allocation can't go ahead
   MemEntry* entries;  ///< the list's; a block keeps its index for as long as it lives
 };
 
@@ -107,7 +107,7 @@ ZELVAN_C_API int mem_trace;
 ZELVAN_C_API MemPool* MemPoolNew(int limit);
 
 /// Frees `*pool` and sets it to null; does nothing if it is null.
-/// Requires: no list uses the pool any more.
+/// Requires: `pool` is not null, and no list uses the pool any more.
 ZELVAN_C_API void MemPoolDelete(MemPool** pool);
 
 /// A new list with a table of 16 empty rows. Null if the heap refuses.
@@ -118,7 +118,7 @@ ZELVAN_C_API MemList* MemListNew(MemPool* pool, MemExceptionHandler handler);
 /// is null. If it was the default list, there is none any more.
 ///
 /// Blocks that the clear had to leave stay allocated and with their owners, who give them to
-/// `free`; the pool stays charged for them.
+/// `free`; the pool stays charged for them. Requires: `list` is not null.
 ZELVAN_C_API void MemListDelete(MemList** list);
 
 /// Gets a block of `size` bytes for `key` and stores its address in `*back_ptr`.
@@ -155,7 +155,7 @@ ZELVAN_C_API void MemSetDefaultList(MemList* list);
 ZELVAN_C_API void MemSetDefaultObject(void* object);
 
 /// Releases a block: gives it and its charge back and writes null into its owner's pointer.
-/// Refusals as told above.
+/// Refusals as told above. A null address does nothing.
 ///
 /// Null for `list` takes the default. An address that the list doesn't know, and any address
 /// when there is no list, goes straight to `free`: so never pass a block of another list.

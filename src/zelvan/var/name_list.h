@@ -24,8 +24,8 @@
 /// A node of a list.
 struct VarNameInfo {
   VarNameInfo* next;  ///< null at the tail
-  char* name;
-  void* info;
+  char* name;         ///< the stored name, the list's; ended by a terminator
+  void* info;         ///< the caller's value, of any meaning
 };
 
 /// Adds a node at the tail. Gives the stored name; null if the name is there already.

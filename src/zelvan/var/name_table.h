@@ -10,8 +10,8 @@
 
 /// A row of a keyword table. A row with a null `name` ends the table.
 struct VarNameValue {
-  const char* name;
-  short value;
+  const char* name;  ///< the keyword
+  short value;       ///< its number; of equal ones the first row counts
 };
 
 /// Stores the value of the first row named `name` in `*value`, widened with its sign, and gives
