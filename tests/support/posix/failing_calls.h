@@ -77,10 +77,11 @@ using Word = std::intptr_t;
 enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4 };
 
 // The linker puts the `__wrap_` functions in the place of the system's own. These take nothing
-// but whole numbers and pointers, six at most, so one shape passes all of them on.
+// but whole numbers and pointers, six at most, so one shape passes all of them on. Some take any
+// number of arguments, for which callers on POWER have to leave room.
 #define REAL(name)                               \
   const std::size_t name##_id = add_call(#name); \
-  extern "C" Word __real_##name(Word, Word = 0, Word = 0, Word = 0, Word = 0, Word = 0);
+  extern "C" Word __real_##name(Word, ...);
 #define CALL(name, ...)                                                            \
   REAL(name)                                                                       \
   extern "C" Word __wrap_##name(Word a, Word b, Word c, Word d, Word e, Word f) {  \
