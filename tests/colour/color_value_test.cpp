@@ -44,7 +44,7 @@ TEST(ColorValue, IsMadeOfPenOrChannels) {
 
 // All operations on colours that are close in all channels.
 TEST(ColorValue, KeepsEveryField) {
-  support::Digest digest;
+  support::FnvDigest digest;
   std::mt19937 random(8);
   const auto add = [&](const ColorValue& value) {
     for (int field : fields(value)) digest.add(field);

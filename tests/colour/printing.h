@@ -16,8 +16,8 @@ inline std::ostream& operator<<(std::ostream& out, const ColorRGB& c) {
 }
 
 /// A running digest of colours and whole numbers, any count of them at once.
-struct ColorDigest : support::Digest {
-  using Digest::add;
+struct ColorDigest : support::FnvDigest {
+  using FnvDigest::add;
   void add(const ColorRGB& c) { add(c.red), add(c.green), add(c.blue); }
   void operator()(const auto&... values) { (add(values), ...); }
 };

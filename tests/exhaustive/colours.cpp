@@ -9,7 +9,7 @@
 // Hue, saturation and value of all 16 777 216 colours give the colour back, and have the same
 // bits on every machine. 508 of the colours have a name.
 TEST(ColorRGB, GoesThroughHsvAndBack) {
-  support::Digest digest;
+  support::FnvDigest digest;
   int named = 0;
   for (int packed = 0; packed < 1 << 24; ++packed) {
     ColorRGB color, back;

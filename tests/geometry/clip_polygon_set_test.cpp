@@ -70,7 +70,7 @@ TEST(ClipPolygonSet, GivesTheSameBitsEverywhere) {
   constexpr double e = 1.1920928955078125e-07, tiny = 0x1p-126;
   constexpr int exponents[] = {-1060, -537, -64, -63, -25, -24, -23, -22, 300, 511, 1020};
   Random random(1);
-  support::Digest digest;
+  support::FnvDigest digest;
   for (int set = 0; set < 400'000; ++set) {
     const int kind = random.below(8), step = kind == 7;
     const double scale = kind == 4 ? std::ldexp(1, exponents[random.below(11)]) : 1;

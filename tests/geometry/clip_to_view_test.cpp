@@ -21,7 +21,7 @@ struct Vertex : real_pt_t {
 };
 using Set = std::vector<Vertex>;
 
-void add(const Vertex& v, support::Digest* digest) {
+void add(const Vertex& v, support::FnvDigest* digest) {
   digest->add(real_pt_t{v}), digest->add(static_cast<unsigned>(v.flag));
 }
 
@@ -138,7 +138,7 @@ TEST(ClipPolygonSetToView, WalksAllSmallPolygons) {
                                          {1.69, 1.37}, {2.41, 1.29}, {1.17, 1.83}, {1.73, 1.91},
                                          {2.37, 1.87}, {0.71, 1.03}, {1.37, 2.61}, {2.29, 2.79}};
   long polygons = 0, covered = 0;
-  support::Digest digest;
+  support::FnvDigest digest;
   for (int n = 2; n <= 5; ++n) {
     for (int code = 0; code < 1 << 4 * n; ++code) {
       const auto place = [&](long i) { return code >> 4 * (i % n) & 15; };
@@ -169,7 +169,7 @@ TEST(ClipPolygonSetToView, WalksAllSmallPolygons) {
 // bit of all is the same on every compiler and in each vector form.
 TEST(ClipPolygonSetToView, KeepsWindingsAndVisibleLengths) {
   support::for_each_form([](const char* form) {
-    support::Digest digest;
+    support::FnvDigest digest;
     int covered = 0;
     for (unsigned seed = 1; seed <= 8000; ++seed) {
       SCOPED_TRACE(testing::Message() << form << ", seed " << seed);

@@ -39,7 +39,7 @@ utl_conic_t random_conic(Random& random, int kind) {
 // or turned by 45 degrees, where that is no question, and no ellipse is sampled.
 TEST(Geometry, GivesTheSameBitsEverywhere) {
   Random random(1);
-  support::Digest digest;
+  support::FnvDigest digest;
   const auto add = [&](auto... values) { (digest.add(bits(values)), ...); };
   for (int i = 0; i < 40'000; ++i) {
     utl_conic_t conic = random_conic(random, i % 4);

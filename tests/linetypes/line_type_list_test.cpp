@@ -56,7 +56,7 @@ TEST(LineTypeList, BehavesLikeAVector) {
   CLineTypeDefList list;
   std::vector<Definition> model;
   unsigned next = 1;
-  support::Digest built_in;
+  support::FnvDigest built_in;
   for (; next <= 13; ++next) {
     model.push_back(*list.GetDefinition(next));
     CLineTypeDefPattern& pattern = model.back().GetPattern();

@@ -17,7 +17,7 @@
 // a polyline adds the tolerance to the box and a rectangle to the point, and the last digit tells.
 TEST(PickRegions, AreHitWithinTheTolerance) {
   support::Random random(1);
-  support::Digest digest;
+  support::FnvDigest digest;
   for (int i = 0; i < 100000; ++i) {
     const double unit = i % 2 == 0 ? 0.5 : 0.1, tol = (random.below(7) - 2) * unit;
     std::vector<DblPt> chain(3 + random.below(3));
@@ -42,7 +42,7 @@ TEST(PickRegions, AreHitWithinTheTolerance) {
 // boundary answers as if moved a little to smaller x and far less to greater y.
 TEST(CPolygon, FollowsItsBoundaryRuleInEveryForm) {
   support::for_each_form([](const char* form) {
-    support::Digest digest;
+    support::FnvDigest digest;
     for (int seed = 0; seed < 9000 && !HasFailure(); ++seed) {
       support::Random random(seed);
       const int kind = seed % 3, grid = seed % 4 == 0 ? 9 : 3;

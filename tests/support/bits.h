@@ -33,7 +33,7 @@ inline std::array<std::uint64_t, 8> bits(const Mtx2D& m) {
 }
 
 /// A running digest of results (FNV-1a), equal on every compiler when they are.
-class Digest {
+class FnvDigest {
  public:
   void add(std::uint64_t v) {
     for (int i = 0; i < 8; ++i) value_ = (value_ ^ ((v >> (8 * i)) & 0xff)) * 0x100000001b3;

@@ -51,7 +51,7 @@ TEST(GlyphTokenize, CutsByTheLanguage) {
 // of characters whose low bytes are equal.
 TEST(Tokenize, KeepsEveryToken) {
   const Wide some = {'a', '9', '0', '.', ' ', 'b', 0x7F, 0x80, 0xFF, 0x120, 0x2061, 0x20FF, 0};
-  support::Digest digest, by_language;
+  support::FnvDigest digest, by_language;
   support::Random random(3);
   for (int i = 0; i < 200000; ++i) {
     const auto unit = static_cast<unsigned short>(i);

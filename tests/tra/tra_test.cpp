@@ -78,7 +78,7 @@ TEST(ConvertFlpt, GivesTheValues) {
 
 // A checksum of both tables and of the reversed bytes.
 TEST(Translation, MapsEachByte) {
-  support::Digest digest;
+  support::FnvDigest digest;
   for (int i = 0; i < 768; ++i) {
     unsigned char byte = i & 255;
     i < 512 ? tra_convert_charset(1 + i / 256, 1, &byte, &byte) : tra_reverse_bits(1, &byte, &byte);

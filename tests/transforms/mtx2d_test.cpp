@@ -44,7 +44,7 @@ double turn_in_degrees(Mtx2D m) {
 
 // All that can be read from a matrix goes into the digest, save the angles, whose last bit is the
 // platform's: these are worked out here.
-void read(Mtx2D m, support::Digest& digest) {
+void read(Mtx2D m, support::FnvDigest& digest) {
   unsigned short mirrored[3];
   int codes[4];
   double degrees, angle, flat_angle, e[6];
@@ -72,7 +72,7 @@ void read(Mtx2D m, support::Digest& digest) {
 // and then from any, with stale tags: the same bits in all eight fields, on every compiler.
 TEST(Mtx2D, GivesTheSameBitsByBothNames) {
   const double edges[] = {-INFINITY, -2.0, -0.0, 0.0, 0x1p-1074, 2.0, INFINITY, NAN};
-  support::Digest digest;
+  support::FnvDigest digest;
   for (int seed = 0; seed < 6000 && !HasFailure(); ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     support::Random random(seed);
@@ -137,7 +137,7 @@ TEST(Mtx2D, TurnsBySinesOfTheShortPi) {
     m.Rotate(angle, Mtx2DRotateLast);
     EXPECT_EQ(bits(m.m11), expected(std::cos(radians))) << angle;
     EXPECT_EQ(bits(m.m12), expected(std::sin(radians))) << angle;
-    support::Digest unused;
+    support::FnvDigest unused;
     for (int step = -16; step <= 16; ++step, m.m11 = std::cos(radians) + step * 0x1p-54) {
       read(m, unused);
     }

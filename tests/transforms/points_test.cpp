@@ -30,7 +30,7 @@ TEST(CAlignedRect, SortsByTheInterfacesComparisons) {
 // tenths the digest sees that the tolerance is added to the point, not to the edge.
 TEST(CAlignedRect, HoldsItsEdgesWithinTheTolerance) {
   support::Random random(1);
-  support::Digest digest;
+  support::FnvDigest digest;
   for (int i = 0; i < 100000 && !HasFailure(); ++i) {
     const double unit = i % 2 == 0 ? 0.5 : 0.1;
     const auto from = [&](int low, int n) { return (low + random.below(n)) * unit; };

@@ -40,7 +40,7 @@ TEST(NameList, KeepsItsOrder) {
 
 // Every byte in a name; then operations on few names, some about as long as names count.
 TEST(NameList, KeepsEveryResult) {
-  support::Digest digest;
+  support::FnvDigest digest;
   support::Random random(7);
   VarNameInfo* list = nullptr;
   const auto add = [&](const char* name) { digest.add(name ? std::strlen(name) : 9999); };
@@ -95,7 +95,7 @@ std::string value_of(const char* text, const char* key) {
 TEST(SearchValueForKey, FindsTheValue) {
   EXPECT_EQ(value_of("a:1,b:22", "B") + value_of("col:red", "color"), "22@6red@4");
   EXPECT_EQ(value_of(nullptr, "a") + value_of("a:b", nullptr), "none0none0");
-  support::Digest digest;
+  support::FnvDigest digest;
   support::GuardedArray<char> room(8);
   for (int i = 0; i < 97656; ++i) {
     char* text = room.end() - 1;

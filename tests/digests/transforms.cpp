@@ -1,0 +1,216 @@
+#include <zelvan/transforms/aligned_rect.h>
+#include <zelvan/transforms/matrix_functions.h>
+
+#include "digests/group.h"
+#include "support/random.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using support::Random;
+
+// In halves points meet the edges of boxes, and each other, all the time; in tenths no sum is
+// exact, so that it shows where a tolerance is added. Ties between zeros and NaN tell the order of
+// operands.
+const Group boxes("transforms.boxes", [](Digest& digest) {
+  Random random(1);
+  for (int i = 0; i < 100'000; ++i) {
+    const double unit = i % 2 == 0 ? 0.5 : 0.1, ties[] = {-0.0, 0.0, 1.0, NAN};
+    const auto place = [&] {
+      return i % 8 == 7 ? ties[random.below(4)] : (random.below(19) - 9) * unit;
+    };
+    DblPt p{place(), place()}, q{place(), place()}, at{place(), place()}, set;
+    const double tolerance = (random.below(13) - 4) * unit;
+    CAlignedRect boxes[] = {{p, q}, {p.x, q.y, q.x, p.y}, {0, 0, 0, 0}, {0, 0, 0, 0}};
+    boxes[2].set(q, at);
+    boxes[3].set(at.x, q.y, p.x, p.y);
+    for (CAlignedRect& box : boxes) {
+      digest(box.left(), box.bottom(), box.right(), box.top(), box.isInside(at, tolerance),
+             box.isInside(p.y, q.x, tolerance));
+    }
+    set.set(q.y, p.x);
+    digest(p.isEqualTo(q, tolerance), set.isEqualTo(at, tolerance), DblPt(), set);
+    IntPt a(random.below(3), 1), b;
+    b.set(i % 3, random.below(3));
+    digest(a, b, a == b, IntPt());
+  }
+});
+
+/// Takes all that can be asked of a matrix.
+void take(Digest& digest, Mtx2D& m) {
+  unsigned short mirrored[3];
+  int codes[4];
+  double degrees, angle, flat_angle, e[6];
+  m.GetElements(e, e + 1, e + 2, e + 3, e + 4, e + 5);
+  m.GetOrientationAndXMirror(mirrored, codes);
+  m.GetXMirrorAndOrientation(mirrored + 1, codes + 1);
+  m.GetXMirrorAndRotation(mirrored + 2, &degrees);
+  m.GetOrientation(&angle, codes + 2);
+  xfm_get_orientation(&m, &flat_angle, codes + 3);
+  digest(support::bits(m), e, mirrored, codes, degrees, angle, flat_angle, m.GetScale(),
+         m.GetRotation(), m.GetDeterminant(), m.ReversesOrientation(), m.IsIdentity());
+}
+
+// Each operation by both its names, from every linear part of some values at the edge of
+// arithmetic, and then from any, with tags that don't fit.
+const Group matrices("transforms.matrices", [](Digest& digest) {
+  const double edges[] = {-INFINITY, -2.0, -0.0, 0.0, 0x1p-1074, 2.0, INFINITY, NAN};
+  Random random(1);
+  for (int i = 0; i < 5000; ++i) {
+    Mtx2D m = random.matrix(i % 4), other = random.matrix(2), one = random.matrix(5);
+    for (int rest = i; double* element : {&m.m11, &m.m12, &m.m21, &m.m22}) {
+      if (i < 8 * 8 * 8 * 8) *element = edges[rest % 8];
+      rest /= 8;
+    }
+    Mtx2D flat = m;
+    const double p = random.hard_double(), q = random.between(-9, 9);
+    const double turn = i % 3 == 0 ? random.between(-999, 999) : -90.0 * (random.below(6) - 1);
+    const auto orient = static_cast<Mtx2DOrient>(random.below(10) - 1);
+    const int mode = random.below(3);
+    const auto step = [&] {
+      take(digest, m);
+      digest(support::bits(flat), m != flat, m != other);
+      m.type = flat.type = random.below(4);
+    };
+    step();
+    m.SetType();
+    set_matrix_type(&flat);
+    step();
+    m.Translate(p, q);
+    translate_matrix(p, q, &flat);
+    step();
+    m.Scale(q, p);
+    scale_matrix(q, p, &flat);
+    step();
+    m.ReflectInX();
+    reflect_matrix_x(&flat);
+    step();
+    m.ReflectInY();
+    reflect_matrix_y(&flat);
+    step();
+    m.InvertYAxis(p);
+    flat.ShearInX(q);
+    step();
+    m.Rotate(turn, mode);
+    rotate_matrix(turn, &flat, mode);
+    step();
+    m.Orient(orient);
+    orient_matrix(orient, &flat);
+    step();
+    Mtx2D::Multiply(&m, &other, &one);
+    multiply_matrices(&flat, &other, &flat);
+    step();
+    m = m * other;
+    invert_matrix(&one, &flat);
+    step();
+    m = m.Invert();
+    set_xfm(p, q, orient, q, p, 1, -0.0, &flat);
+    step();
+    m.SetXfm(p, q, orient, q, -p, 1, q);
+    initialize_matrix(&flat);
+    step();
+    m = Mtx2D(0, -0.0, orient, q, p, -0.0, 0);
+    multiply_matrices(&m, &m, &m);
+    step();
+    invert_matrix(&m, &m);
+    m.Initialize();
+    step();
+  }
+});
+
+// The identity's tag goes to an exact identity alone, and a zero has no sign in a comparison.
+const Group identities("transforms.identities", [](Digest& digest) {
+  const double values[] = {-1.0, -0.0, 0.0, 0x1p-1074, 1.0, 1.0 + 0x1p-52};
+  for (int code = 0; code < 6 * 6 * 6 * 6 * 6 * 6; ++code) {
+    Mtx2D m;
+    m.mirror = m.type = 1;
+    int rest = code;
+    for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22, &m.tx, &m.ty}) {
+      *element = values[rest % 6];
+      rest /= 6;
+    }
+    m.SetIdentity();
+    digest(m.type, m.IsIdentity(), m != Mtx2D());
+  }
+});
+
+// Angles at a quarter turn and beside it, and the cosines that are read back as angles next to the
+// bounds within which they snap to it.
+const Group turns("transforms.turns", [](Digest& digest) {
+  for (int i = -1800; i < 1800; ++i) {
+    const double beside[] = {0.0, 1e-7, 0.1, -0.1};
+    Mtx2D m;
+    m.Rotate(i / 4 + beside[i & 3], i % 2 == 0 ? Mtx2DRotateFirst : Mtx2DRotateLast);
+    const double cosine = m.m11;
+    for (int step = -8; step <= 8; ++step) {
+      m.m11 = cosine + step * 0x1p-54;
+      take(digest, m);
+    }
+  }
+});
+
+/// Points of which many recur, so that runs of them collapse.
+std::vector<real_pt_t> recurring_points(int n, Random& random) {
+  const auto choice = random.hard_points(2 + random.below(n < 7 ? 3 : 70));
+  std::vector<real_pt_t> points(static_cast<std::size_t>(std::max(n, 0)));
+  for (real_pt_t& p : points)
+    p = choice[static_cast<std::size_t>(random.below(static_cast<int>(choice.size())))];
+  return points;
+}
+
+// Every type, unknown ones too, at every length that leaves a vector a rest of its own and at some
+// that fill the blocks in which polygons are mapped.
+const Group arrays("transforms.arrays", [](Digest& digest) {
+  Random random(1);
+  for (int i = 0; i < 6 * 154; ++i) {
+    Mtx2D m = random.matrix(i % 6 - 1);
+    const int lengths = i / 6, n = lengths < 72    ? lengths - 1
+                                   : lengths < 144 ? lengths % 7
+                                                   : lengths;
+    std::vector<real_pt_t> in = recurring_points(n, random), reals(in.size());
+    std::vector<int_pt_t> ints(in.size()), fixed(in.size());
+    std::vector<short_pt_t> shorts(in.size());
+    m.RealXfmPts(n, in.data(), reals.data());
+    m.XfmPts(n, in.data(), ints.data());
+    m.XfmFPts(n, in.data(), fixed.data());
+    m.XfmSPts(n, in.data(), shorts.data());
+    digest(reals, ints, fixed, shorts);
+
+    std::vector<int> flags(in.size()), real_flags(in.size()), int_flags(in.size());
+    for (std::size_t k = 0; k < flags.size(); ++k) flags[k] = static_cast<int>(k % 4);
+    drw_pset_t source{n, in.data(), flags.data()}, set{-7, reals.data(), real_flags.data()};
+    drw_dpset_t int_set{-7, ints.data(), int_flags.data()};
+    int count;
+    m.RealXfmPolyPtSet(&source, &set);
+    m.XfmPolySetPts(&source, &int_set);
+    m.XfmPolyPts(n, &count, in.data(), fixed.data());
+    digest(set.n_points, reals, real_flags, int_set.n_points, ints, int_flags, count, fixed);
+  }
+});
+
+// One point, and rectangles of any four, by every operation that takes one.
+const Group points("transforms.points", [](Digest& digest) {
+  Random random(2);
+  for (int i = 0; i < 30'000; ++i) {
+    Mtx2D m = random.matrix(i % 6 - 1);
+    std::vector<real_pt_t> in = random.hard_points(4);
+    real_rect_t rect = {{in[0], in[1], in[2], in[3]}}, box, flat_box, wide;
+    real_pt_t real, by_value, by_flat_name, widened;
+    int_rect_t corners, int_box;
+    m.RealXfmPt(&in[0], &real);
+    m.XfmPt(in[1].x, in[1].y, &by_value.x, &by_value.y);
+    til_xfm_pnt(in[2].x, in[2].y, &by_flat_name.x, &by_flat_name.y, &m);
+    for (int k = 0; k < 4; ++k) m.XfmPt(&in[k], &corners.corners[k]);
+    m.InvXfmPt(&corners.corners[3], &widened);
+    m.XfmRect(&rect, &box);
+    XfmRect(&rect, &flat_box, &m);
+    m.XfmRect(&rect, &int_box);
+    m.XfmRect(&corners, &wide);
+    m.XfmRect(&rect, &rect);
+    digest(real, by_value, by_flat_name, corners, widened, box, flat_box, int_box, wide, rect);
+  }
+});
+
+}  // namespace
