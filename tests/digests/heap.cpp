@@ -6,10 +6,13 @@
 namespace heap {
 namespace {
 
+constexpr std::size_t most = 0x7FFFFFFF;  // more would be given on some machines only
+
 int wanted = 0, requests = 0;
 bool until_the_end = false;
 
-bool refuses() {
+bool refuses(std::size_t size) {
+  if (size > most) return true;
   if (wanted == 0 || ++requests < wanted) return false;
   return requests == wanted || until_the_end;
 }
@@ -39,10 +42,10 @@ void* __real_calloc(std::size_t count, std::size_t size);
 void __real_free(void* block);
 
 void* __wrap_malloc(std::size_t size) {
-  return heap::refuses() ? nullptr : heap::counted(__real_malloc(size));
+  return heap::refuses(size) ? nullptr : heap::counted(__real_malloc(size));
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  return heap::refuses() ? nullptr : heap::counted(__real_calloc(count, size));
+  return heap::refuses(count * size) ? nullptr : heap::counted(__real_calloc(count, size));
 }
 void __wrap_free(void* block) {
   heap::blocks -= block != nullptr;
