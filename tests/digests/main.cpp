@@ -2,14 +2,15 @@
 // all results. Two builds of the library whose digests are the same give the same results: with any
 // compiler, at any optimisation level, on any processor.
 //
-//     digests [--plain] [--libm] [GROUP...]             the digests
-//     digests [--plain] --expect FILE [GROUP...]        compares them; 1 if one differs
-//     digests [--plain] --trace GROUP [EVERY]           the digest of a group behind so many
-//                                                       operations each (1000), to see from which
-//                                                       on two builds part
+//     digests [--plain] [--libm] [GROUP...]         the digests
+//     digests [--plain] --expect FILE [GROUP...]    compares them; 1 if one differs
+//     digests [--plain] --trace GROUP [EVERY]       the digest of a group behind so many operations
+//                                                   each (1000), to see from which on two builds
+//                                                   part
 //
-// --plain switches the vector forms off. --libm calls the C library's own sine, cosine, arc cosine
-// and arc tangent; their last bit is its affair, so nothing is expected of these digests.
+// A GROUP is the name of one or of a family. --plain switches the vector forms off. --libm calls
+// the C library's own sine, cosine, arc cosine and arc tangent; their last bit is its affair, so
+// nothing is expected of these digests.
 #include "digests/functions.h"
 #include "digests/group.h"
 #include "support/vector_forms.h"
@@ -58,6 +59,12 @@ std::map<std::string, std::string> read_expected(const char* path) {
   return digests;
 }
 
+bool is_wanted(const std::string& name, const std::vector<std::string>& wanted) {
+  return wanted.empty() || std::any_of(wanted.begin(), wanted.end(), [&](const std::string& w) {
+           return name == w || name.compare(0, w.size() + 1, w + '.') == 0;
+         });
+}
+
 /// Runs the groups that are asked for, or all, in the order of their names. Gives the exit status.
 int run(const Options& options) {
   std::vector<const Group*> groups = Group::all();
@@ -67,9 +74,7 @@ int run(const Options& options) {
   if (options.expected != nullptr) expected = read_expected(options.expected);
   std::size_t n_run = 0, n_same = 0;
   for (const Group* group : groups) {
-    const auto& wanted = options.groups;
-    const bool is_wanted = std::find(wanted.begin(), wanted.end(), group->name) != wanted.end();
-    if (!wanted.empty() && !is_wanted) continue;
+    if (!is_wanted(group->name, options.groups)) continue;
     Digest digest(options.trace_every);
     group->run(digest);
     char text[17];
