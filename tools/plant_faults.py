@@ -86,10 +86,11 @@ def prepare(tree):
 
 
 def digests_of(clone, families):
-    """The program of digests, for these families and those that rest on them."""
+    """The program of digests, for these families and those that rest on them, in both forms."""
     names = [name for family in families for name in [family, *ALSO.get(family, [])]]
-    return ["tests/digests/digests", "--expect", clone / "tests/digests/expected.txt",
-            *[name for name in names if name != "platform"]]  # which has none of its own
+    asked = ["--expect", clone / "tests/digests/expected.txt",
+             *[name for name in names if name != "platform"]]  # which has none of its own
+    return [["tests/digests/digests", *form, *asked] for form in ([], ["--plain"])]
 
 
 def programs_of(build, families):
@@ -142,7 +143,7 @@ def main():
     top = run(["git", "rev-parse", "--show-toplevel"], check=True).stdout.strip()
     clone, build = prepare(pathlib.Path(top))
     # Each only if the one before has seen nothing: to link a program takes longer than to run it.
-    stages = [[digests_of(clone, arguments.family)]]
+    stages = [digests_of(clone, arguments.family)]
     if not arguments.digests:
         stages.append(programs_of(build, arguments.family))
     reason = []

@@ -6,13 +6,12 @@
 
 #include "colour/closest_model.h"
 #include "digests/group.h"
-#include "digests/heap.h"
 #include "support/random.h"
 
 #include <cctype>
 #include <climits>
 #include <cmath>
-#include <memory>
+#include <functional>
 #include <string>
 
 namespace {
@@ -33,44 +32,44 @@ void take(Digest& digest, const ColorValue& v) {
 // the scale, just below it, or far beyond.
 const Group values("colour.values", [](Digest& digest) {
   Random random(8);
-  take(digest, ColorValue());
-  for (int i = 0; i < 150'000; ++i) {
+  for (int i = 0; i < 100'000; ++i) {
     const int packed = random.below(1 << 24) | (random.below(256) << 24 & 1 << (24 + i % 8));
     const int wide = random.below(INT_MAX) * (i % 2 == 0 ? 1 : -1);
     ColorValue ground(short(wide), byte(packed >> 3), byte(packed), byte(packed >> 8),
                       byte(packed >> 16));
-    ColorValue front = ground, blend = front, moved = ground;
+    ColorValue front = ground, blend = front, v;
     front.SetPen(7);
     front.SetAlpha(3);
     for (unsigned char* c : {&front.red, &front.green, &front.blue, &blend.red}) {
       *c = byte(*c + (random.below(2) == 0 ? 0 : random.below(17) - 8));
     }
-    digest(front == ground, front != ground, blend == ground, blend != ground, moved == ground);
-    moved.AdjustForeground(ground, static_cast<ColAdjT>(i % 4));
-    take(digest, moved);
-    moved.UndoAdjustForeground(ground);
-    take(digest, moved);
-    moved.SetXorValue(front, blend);
-    take(digest, moved);
-    moved = front;
-    moved.AdjustForeground(ground, static_cast<ColAdjT>(i % 4));
-    take(digest, moved);
-    front.UndoAdjustForeground(ground);
-    take(digest, front);
     ColorRGB color(packed, packed >> 8, wide);
-    moved.SetColorValueFromRGB(color);
-    take(digest, moved);
-    moved.SetBackgroundColorValueFromRGB(color);
-    take(digest, moved);
-    moved.SetColorValueFromPackedColor(static_cast<unsigned>(packed));
-    take(digest, moved);
-    take(digest, ColorValue(packed, wide));
-    take(digest, ColorValue(short(wide)));
-    take(digest, ColorValue(byte(wide), byte(packed), byte(i)));
-    take(digest, ColorValue(byte(wide), byte(packed), byte(i), byte(7)));
-    const float half = (static_cast<float>(byte(packed)) + 0.5f) / 255.0f;
-    const float far = std::ldexp(static_cast<float>(wide), i % 48 - 24);  // to 63 bits of product
-    take(digest, ColorValue(half, std::nextafter(half, 0.0f), i % 16 == 0 ? NAN : far));
+    const auto mode = static_cast<ColAdjT>(i % 4);
+    const float half = (byte(packed) + 0.5f) / 255.0f;
+    const float far = std::ldexp(float(wide), i % 48 - 24);  // to 63 bits of product
+    const std::function<void()> steps[] = {
+        [&] { v = ColorValue(); },
+        [&] { v = ground; },
+        [&] { v.AdjustForeground(ground, mode); },
+        [&] { v.UndoAdjustForeground(ground); },
+        [&] { v.SetXorValue(front, blend); },
+        [&] { v = front; },
+        [&] { v.AdjustForeground(ground, mode); },
+        [&] { v.UndoAdjustForeground(ground); },
+        [&] { v.SetColorValueFromRGB(color); },
+        [&] { v.SetBackgroundColorValueFromRGB(color); },
+        [&] { v.SetColorValueFromPackedColor(packed); },
+        [&] { v = ColorValue(packed, wide); },
+        [&] { v = ColorValue(short(wide)); },
+        [&] { v = ColorValue(byte(wide), byte(packed), byte(i)); },
+        [&] { v = ColorValue(byte(wide), byte(packed), byte(i), byte(7)); },
+        [&] { v = ColorValue(half, std::nextafter(half, 0.0f), i % 16 == 0 ? NAN : far); },
+    };
+    for (const auto& step : steps) {
+      step();
+      take(digest, v);
+      digest(v == ground, v != ground, v == front, v != blend);
+    }
   }
 });
 
@@ -83,8 +82,8 @@ const Group conversions("colour.conversions", [](Digest& digest) {
                           0x1.000002p0f, 0x1.67fffep8f, 360.0f,    0x1.0101p-9f, 0x1.010102p-9f};
     const int kind = random.below(16);
     return kind == 0  ? hard[random.below(10)]
-           : kind < 9 ? static_cast<float>(random.below(721)) / 720.0f
-                      : static_cast<float>(random.unit());
+           : kind < 9 ? float(random.below(721)) / 720.0f
+                      : float(random.unit());
   };
   const ColorHSV grouped[] = {{0x1.0415p6f, 0x1.6dd8a2p-1f, 0x1.693508p-1f},
                               {0x1.d9078p7f, 0x1.908118p-3f, 0x1.3b2d8p-1f},
@@ -173,7 +172,7 @@ const Group names("colour.names", [](Digest& digest) {
 });
 
 void take(Digest& digest, const ColorMap& map) {
-  digest(map.map_size, map.map_count, map.max_value, heap::is_null(map.colors));
+  digest(map.map_size, map.map_count, map.max_value, map.colors == nullptr);
   for (unsigned i = 0; i < map.map_size; ++i) digest(map.colors[i]);
 }
 
@@ -278,52 +277,6 @@ const Group maps("colour.maps", [](Digest& digest) {
     take(digest, map);
   }
   ColDeleteColorMap(none);
-});
-
-const Group refusals("colour.refusals", [](Digest& digest) {
-  int rgb[] = {1, 2, 3, 4, 5, 6};
-  const ColorMap map(2, 255, rgb);
-  const long blocks = heap::blocks;
-  heap::refuse_each([&] { take(digest, ColorMap(2, 255)); });
-  heap::refuse_each([&] { take(digest, ColorMap(2, 255, rgb)); });
-  heap::refuse_each([&] { take(digest, ColorMap(map)); });
-  heap::refuse_each([&] {
-    ColorMap assigned(3, 255);
-    take(digest, assigned);
-    take(digest, assigned = map);
-  });
-  heap::refuse_each([&] {
-    const ColorXfm xfm(1);
-    digest(heap::is_null(xfm.xfm_table), xfm.xfm_size);
-  });
-  heap::refuse_each([&] {
-    const ColorRWMap list(1);
-    digest(heap::is_null(list.rw_list), list.rw_size);
-  });
-  heap::refuse_each([&] {
-    const std::unique_ptr<ColorMap> opened(ColOpen(2, 255));
-    digest(heap::is_null(opened.get()));
-  });
-  heap::refuse_each([&] {
-    const std::unique_ptr<ColorXfm> opened(ColOpenXfm(2));
-    digest(heap::is_null(opened.get()));
-  });
-  heap::refuse_each([&] {
-    void* const made = ColNewColorMap(2, 255, rgb);
-    digest(heap::is_null(made));
-    ColDeleteColorMap(made);
-  });
-  // A translation of many pens sorts the map, where the heap lets it.
-  std::mt19937 random(1);
-  ColorMap target(200, 255), source(40, 255);
-  for (int i = 0; i < 600; ++i) (&target.colors->red)[i] = static_cast<int>(random() % 256);
-  for (int i = 0; i < 120; ++i) (&source.colors->red)[i] = static_cast<int>(random() % 256);
-  ColorXfm xfm(40);
-  heap::refuse_each([&] {
-    ColMapColors(&source, &target, &xfm);
-    for (unsigned pen = 0; pen < 40; ++pen) digest(xfm.xfm_table[pen]);
-  });
-  digest(heap::blocks - blocks);
 });
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 namespace heap {
 
-/// How many blocks are in use. A workload takes the difference before and behind an operation.
+/// How many blocks are in use.
 extern long blocks;
 
 /// From now on refuses the `nth` request, or also all behind it; 0 for none.
@@ -20,22 +20,6 @@ bool has_refused();
 inline bool is_null(const void* block) {
   asm volatile("" : : "r"(block) : "memory");
   return block == nullptr;
-}
-
-/// Calls `run` with its first request refused, its second and so on until it makes no more, first
-/// each alone and then together with all behind it. `run` asks for nothing but by the operation
-/// in question, as the standard libraries differ in what they ask for.
-template <class Run>
-void refuse_each(Run run) {
-  for (const bool for_good : {false, true}) {
-    for (int nth = 1;; ++nth) {
-      refuse(nth, for_good);
-      run();
-      const bool was_last = !has_refused();
-      refuse(0, false);
-      if (was_last) break;
-    }
-  }
 }
 
 }  // namespace heap

@@ -1,7 +1,6 @@
 #include <zelvan/linetypes/line_type_list.h>
 
 #include "digests/group.h"
-#include "digests/heap.h"
 #include "support/random.h"
 
 #include <climits>
@@ -106,31 +105,6 @@ const Group lists("linetypes.lists", [](Digest& digest) {
     digest(assigned->AddLineTypeDefinition(fresh, already_there), already_there);
     delete fresh;  // the table is full
   }
-});
-
-const Group refusals("linetypes.refusals", [](Digest& digest) {
-  CLineTypeDefList whole;
-  whole.GetDefinition(1)->SetIndex(77);
-  const long blocks = heap::blocks;
-  heap::refuse_each([&] {
-    CLineTypeDefList list;
-    take(digest, list);
-    bool already_there;
-    CLineTypeDefinition d;
-    d.SetIndex(0);
-    digest(list.AddLineTypeDefinition(&d, already_there), already_there);
-  });
-  heap::refuse_each([&] {
-    CLineTypeDefList list(whole);
-    take(digest, list);
-  });
-  CLineTypeDefList assigned;
-  heap::refuse_each([&] {
-    assigned.GetDefinition(13)->SetIndex(13);
-    assigned = whole;
-    take(digest, assigned);
-  });
-  digest(heap::blocks - blocks);
 });
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <zelvan/platform/locale.h>
 #include <zelvan/text/glyph_tokenize.h>
 #include <zelvan/text/str_field.h>
 #include <zelvan/text/tokenize.h>
@@ -8,13 +9,14 @@
 #include <cstring>
 #include <string>
 
-static std::string language;  // of the user
+namespace {
 
-// Called in the place of the platform's.
-int answer_language(unsigned locale, unsigned type, char* buffer,
-                    int size) asm("__wrap__ZN6zelvan8platform14GetLocaleInfoAEjjPci");
-int answer_language(unsigned locale, unsigned type, char* buffer, int size) {
-  if (locale != 0x400 || type != 0x59 || size <= 2) return 0;
+std::string language;  // of the user, as it is played here
+
+}  // namespace
+
+int zelvan::platform::GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size) {
+  if (locale != LOCALE_USER_DEFAULT || type != LOCALE_SISO639LANGNAME || size <= 3) return 0;
   std::strcpy(buffer, language.c_str());
   return static_cast<int>(language.size()) + 1;
 }
@@ -67,7 +69,7 @@ const Group fields("text.fields", [](Digest& digest) {
     if (i > 0 && i % 4 == 0)
       line = digits.substr(random.below(24)) + std::to_string(i % 701 - 350) + ' ';
     for (int n = i > 0 ? random.below(16) : 0; n > 0; --n) {
-      const char c = more[random.below(static_cast<int>(more.size()))];
+      const char c = more[random.below(more.size())];
       const int length = random.below(99) == 0 ? 1595 : random.below(4) == 0 ? 25 : 4;
       line.append(length - random.below(3) - 1, c);
     }
@@ -107,10 +109,10 @@ const Group tokens("text.tokens", [](Digest& digest) {
     const auto unit = static_cast<unsigned short>(i);
     Wide text = {' ', unit, '.', '7', unit, 'b', unit, 'c'}, set = {'.', unit};
     if (i > 0xFFFF) {
-      text.resize(static_cast<std::size_t>(random.below(i % 8 == 0 ? 90 : 9)));
-      set.resize(static_cast<std::size_t>(random.below(5)));
-      for (auto& c : text) c = some[static_cast<std::size_t>(random.below(i % 16 == 0 ? 3 : 13))];
-      for (auto& c : set) c = some[static_cast<std::size_t>(random.below(13))];
+      text.resize(random.below(i % 8 == 0 ? 90 : 9));
+      set.resize(random.below(5));
+      for (auto& c : text) c = some[random.below(i % 16 == 0 ? 3 : 13)];
+      for (auto& c : set) c = some[random.below(13)];
     }
     const std::string narrow(text.begin(), text.end()), narrow_set(set.begin(), set.end());
     language = languages[i % 6];

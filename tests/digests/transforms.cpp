@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -21,7 +22,7 @@ const Group boxes("transforms.boxes", [](Digest& digest) {
     const auto place = [&] {
       return i % 8 == 7 ? ties[random.below(4)] : (random.below(19) - 9) * unit;
     };
-    DblPt p{place(), place()}, q{place(), place()}, at{place(), place()}, set;
+    DblPt p{place(), place()}, q{place(), place()}, at{place(), place()}, swapped;
     const double tolerance = (random.below(13) - 4) * unit;
     CAlignedRect boxes[] = {{p, q}, {p.x, q.y, q.x, p.y}, {0, 0, 0, 0}, {0, 0, 0, 0}};
     boxes[2].set(q, at);
@@ -30,11 +31,11 @@ const Group boxes("transforms.boxes", [](Digest& digest) {
       digest(box.left(), box.bottom(), box.right(), box.top(), box.isInside(at, tolerance),
              box.isInside(p.y, q.x, tolerance));
     }
-    set.set(q.y, p.x);
-    digest(p.isEqualTo(q, tolerance), set.isEqualTo(at, tolerance), DblPt(), set);
+    swapped.set(q.y, p.x);
+    digest(p.isEqualTo(q, tolerance), swapped.isEqualTo(at, tolerance), DblPt(), swapped);
     IntPt a(random.below(3), 1), b;
     b.set(i % 3, random.below(3));
-    digest(a, b, a == b, IntPt());
+    digest(a == b, a, b, IntPt());
   }
 });
 
@@ -57,82 +58,62 @@ void take(Digest& digest, Mtx2D& m) {
 // arithmetic, and then from any, with tags that don't fit.
 const Group matrices("transforms.matrices", [](Digest& digest) {
   const double edges[] = {-INFINITY, -2.0, -0.0, 0.0, 0x1p-1074, 2.0, INFINITY, NAN};
+  const double beside[] = {-1.0, -0x1p-53, 0x1p-52, 0x1p-1074, -0.0, 0.0, 0.0, 0.0};
   Random random(1);
   for (int i = 0; i < 5000; ++i) {
-    Mtx2D m = random.matrix(i % 4), other = random.matrix(2), one = random.matrix(5);
-    for (int rest = i; double* element : {&m.m11, &m.m12, &m.m21, &m.m22}) {
+    Mtx2D m = random.matrix(i % 4), other = random.matrix(2), result = random.matrix(5);
+    int rest = i;
+    for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22}) {
       if (i < 8 * 8 * 8 * 8) *element = edges[rest % 8];
       rest /= 8;
     }
-    Mtx2D flat = m;
     const double p = random.hard_double(), q = random.between(-9, 9);
     const double turn = i % 3 == 0 ? random.between(-999, 999) : -90.0 * (random.below(6) - 1);
     const auto orient = static_cast<Mtx2DOrient>(random.below(10) - 1);
     const int mode = random.below(3);
-    const auto step = [&] {
-      take(digest, m);
-      digest(support::bits(flat), m != flat, m != other);
-      m.type = flat.type = random.below(4);
+    const auto near_identity = [&] {
+      m.Initialize();
+      for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22, &m.tx, &m.ty}) {
+        *element += beside[random.below(8)];
+      }
     };
-    step();
-    m.SetType();
-    set_matrix_type(&flat);
-    step();
-    m.Translate(p, q);
-    translate_matrix(p, q, &flat);
-    step();
-    m.Scale(q, p);
-    scale_matrix(q, p, &flat);
-    step();
-    m.ReflectInX();
-    reflect_matrix_x(&flat);
-    step();
-    m.ReflectInY();
-    reflect_matrix_y(&flat);
-    step();
-    m.InvertYAxis(p);
-    flat.ShearInX(q);
-    step();
-    m.Rotate(turn, mode);
-    rotate_matrix(turn, &flat, mode);
-    step();
-    m.Orient(orient);
-    orient_matrix(orient, &flat);
-    step();
-    Mtx2D::Multiply(&m, &other, &one);
-    multiply_matrices(&flat, &other, &flat);
-    step();
-    m = m * other;
-    invert_matrix(&one, &flat);
-    step();
-    m = m.Invert();
-    set_xfm(p, q, orient, q, p, 1, -0.0, &flat);
-    step();
-    m.SetXfm(p, q, orient, q, -p, 1, q);
-    initialize_matrix(&flat);
-    step();
-    m = Mtx2D(0, -0.0, orient, q, p, -0.0, 0);
-    multiply_matrices(&m, &m, &m);
-    step();
-    invert_matrix(&m, &m);
-    m.Initialize();
-    step();
-  }
-});
-
-// The identity's tag goes to an exact identity alone, and a zero has no sign in a comparison.
-const Group identities("transforms.identities", [](Digest& digest) {
-  const double values[] = {-1.0, -0.0, 0.0, 0x1p-1074, 1.0, 1.0 + 0x1p-52};
-  for (int code = 0; code < 6 * 6 * 6 * 6 * 6 * 6; ++code) {
-    Mtx2D m;
-    m.mirror = m.type = 1;
-    int rest = code;
-    for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22, &m.tx, &m.ty}) {
-      *element = values[rest % 6];
-      rest /= 6;
+    const std::function<void()> steps[] = {
+        [&] { m.SetType(); },
+        [&] { set_matrix_type(&m); },
+        [&] { m.Translate(p, q); },
+        [&] { translate_matrix(q, p, &m); },
+        [&] { m.Scale(q, p); },
+        [&] { scale_matrix(q, -0.5, &m); },
+        [&] { m.ReflectInX(); },
+        [&] { reflect_matrix_y(&m); },
+        [&] { m.ReflectInY(); },
+        [&] { reflect_matrix_x(&m); },
+        [&] { m.Rotate(turn, mode); },
+        [&] { rotate_matrix(-turn, &m, 3 - mode); },
+        [&] { m.Orient(orient); },
+        [&] { orient_matrix(orient, &m); },
+        [&] { m.InvertYAxis(p); },
+        [&] { m.ShearInX(q); },
+        [&] { Mtx2D::Multiply(&m, &other, &result); },
+        [&] { m = result.Invert(); },
+        [&] { m = other * m; },
+        [&] { multiply_matrices(&other, &m, &m); },
+        [&] { invert_matrix(&m, &m); },
+        [&] { m.SetXfm(p, q, orient, q, -p, 1, q); },
+        [&] { m = m.Invert(); },
+        [&] { set_xfm(0, 0, orient, q, p, -0.0, -0.0, &m); },
+        [&] { m = Mtx2D(q, p, orient, 1, q, 0, 2); },
+        [&] { multiply_matrices(&m, &m, &m); },
+        [&] { near_identity(); },
+        [&] { m.SetIdentity(); },
+        [&] { initialize_matrix(&m); },
+    };
+    for (const auto& step : steps) {
+      step();
+      take(digest, m);
+      digest(m != other, m != Mtx2D());
+      if (random.below(4) == 0) m.type = random.below(4);
     }
-    m.SetIdentity();
-    digest(m.type, m.IsIdentity(), m != Mtx2D());
   }
 });
 
@@ -151,25 +132,16 @@ const Group turns("transforms.turns", [](Digest& digest) {
   }
 });
 
-/// Points of which many recur, so that runs of them collapse.
-std::vector<real_pt_t> recurring_points(int n, Random& random) {
-  const auto choice = random.hard_points(2 + random.below(n < 7 ? 3 : 70));
-  std::vector<real_pt_t> points(static_cast<std::size_t>(std::max(n, 0)));
-  for (real_pt_t& p : points)
-    p = choice[static_cast<std::size_t>(random.below(static_cast<int>(choice.size())))];
-  return points;
-}
-
 // Every type, unknown ones too, at every length that leaves a vector a rest of its own and at some
-// that fill the blocks in which polygons are mapped.
+// that fill the blocks in which polygons are mapped. Of the points many recur, and collapse.
 const Group arrays("transforms.arrays", [](Digest& digest) {
   Random random(1);
   for (int i = 0; i < 6 * 154; ++i) {
     Mtx2D m = random.matrix(i % 6 - 1);
-    const int lengths = i / 6, n = lengths < 72    ? lengths - 1
-                                   : lengths < 144 ? lengths % 7
-                                                   : lengths;
-    std::vector<real_pt_t> in = recurring_points(n, random), reals(in.size());
+    const int by_turns = i / 6 - 1, n = by_turns < 71 || by_turns > 142 ? by_turns : by_turns % 7;
+    const auto choice = random.hard_points(2 + random.below(n < 7 ? 3 : 70));
+    std::vector<real_pt_t> in(std::max(n, 0)), reals(in.size());
+    for (real_pt_t& p : in) p = choice[random.below(choice.size())];
     std::vector<int_pt_t> ints(in.size()), fixed(in.size());
     std::vector<short_pt_t> shorts(in.size());
     m.RealXfmPts(n, in.data(), reals.data());
@@ -179,7 +151,7 @@ const Group arrays("transforms.arrays", [](Digest& digest) {
     digest(reals, ints, fixed, shorts);
 
     std::vector<int> flags(in.size()), real_flags(in.size()), int_flags(in.size());
-    for (std::size_t k = 0; k < flags.size(); ++k) flags[k] = static_cast<int>(k % 4);
+    for (int k = 0; k < n; ++k) flags[k] = k % 4;
     drw_pset_t source{n, in.data(), flags.data()}, set{-7, reals.data(), real_flags.data()};
     drw_dpset_t int_set{-7, ints.data(), int_flags.data()};
     int count;
@@ -195,7 +167,7 @@ const Group points("transforms.points", [](Digest& digest) {
   Random random(2);
   for (int i = 0; i < 30'000; ++i) {
     Mtx2D m = random.matrix(i % 6 - 1);
-    std::vector<real_pt_t> in = random.hard_points(4);
+    auto in = random.hard_points(4);
     real_rect_t rect = {{in[0], in[1], in[2], in[3]}}, box, flat_box, wide;
     real_pt_t real, by_value, by_flat_name, widened;
     int_rect_t corners, int_box;

@@ -3,7 +3,6 @@
 #include <zelvan/var/search_value.h>
 
 #include "digests/group.h"
-#include "digests/heap.h"
 #include "support/random.h"
 
 #include <climits>
@@ -92,21 +91,6 @@ const Group search("var.search", [](Digest& digest) {
     for (int n = i; n > 0; n = (n - 1) / 5) text += "a:,Bc"[(n - 1) % 5];
     for (const char* key : {"a", "Ab", "b", "", "aBC", "c,a"}) take_value(text.c_str(), key);
   }
-});
-
-const Group refusals("var.refusals", [](Digest& digest) {
-  VarNameInfo* list = nullptr;
-  VarAddNameInfo(&list, "first", info(1));
-  const long blocks = heap::blocks;
-  heap::refuse_each([&] {
-    digest(VarAddNameInfo(&list, "a", info(2)) == nullptr);
-    digest(VarInsertNameInfo(&list, "b", info(3), 0, "first") == nullptr);
-    digest(VarReplaceNameInfo(list, "a", "c") == nullptr);
-    take(digest, list);
-    for (const char* name : {"a", "b", "c"}) digest(number(VarDeleteNameInfo(&list, name)));
-  });
-  digest(heap::blocks - blocks);
-  clear(&list);
 });
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <sstream>
 
+#include <gtest/gtest.h>
+
 // A size that no heap can give is refused under the address sanitizer, too.
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
 
@@ -16,7 +18,8 @@ TEST(Mem, AgreesWithAModelAfterEveryStep) {
     std::ostringstream trace;
     testing::internal::CaptureStdout();
     {
-      World world([&](int count) { return random.below(count); }, seed % 4 == 0 ? nullptr : &trace,
+      World world([&](int count) { return random.below(count); },
+                  [](bool agrees) { EXPECT_TRUE(agrees); }, seed % 4 == 0 ? nullptr : &trace,
                   seed % 3 == 0 ? INT_MAX : 500);
       for (int i = 0; i < 500 && !HasFailure(); ++i) world.step();
     }
