@@ -1,7 +1,7 @@
-// The world of the Mem family's tests, with bytes in the place of chance: lists, handlers and a
-// model beside them, until the bytes are used up. Where the model disagrees, the program stops.
+// The world of lists, handlers and a model beside them, with bytes in the place of chance, until
+// the bytes are used up. Where the model disagrees, the program stops.
 
-#include "mem/mem_world.h"
+#include "mem_world.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,22 +1,16 @@
-#include <zelvan/colour/color_map.h>
-#include <zelvan/colour/color_rgb.h>
-#include <zelvan/colour/color_value.h>
-#include <zelvan/colour/color_xfm.h>
 #include <zelvan/colour/detail/named_color_table.h>
 
 #include "colour/closest_model.h"
 #include "digests/group.h"
-#include "support/random.h"
 
 #include <cctype>
 #include <climits>
 #include <cmath>
 #include <functional>
-#include <string>
+#include <memory>
+#include <span>
 
 namespace {
-
-using support::Random;
 
 unsigned char byte(int v) { return static_cast<unsigned char>(v); }
 
@@ -24,8 +18,7 @@ void take(Digest& digest, const ColorValue& v) {
   short pen;
   unsigned char alpha, red, green, blue;
   v.GetColorValue(pen, alpha, red, green, blue);
-  digest(pen, alpha, red, green, blue, v.GetPen(), v.GetAlpha(), v.GetRed(), v.GetGreen(),
-         v.GetBlue());
+  digest(pen, alpha, red, green, blue);
 }
 
 // Colours that are close in all channels, or equal in some; channels as `float` that are a half on
@@ -118,18 +111,19 @@ const Group conversions("colour.conversions", [](Digest& digest) {
 
 const ColorRGB before(11, 12, 13);  // what a refused setter leaves
 
-// Keywords, or what is none, with all threes of operands, of which the last two are missing.
+// Keywords, or what is none, with all threes of operands. Some are missing; 0.9 as `float` is 229
+// on the scale, as `double` 230.
 const Group texts("colour.texts", [](Digest& digest) {
   const std::string words[] = {"RGB", " \t\nrGb", "RGB\x02x", "$hsv$",
                                "RG",  "\"\"",     "\x01",     "Name"};
-  const std::string operands[] = {"1",   "0.5",       "x",          "\"1\"", "$$", "-0",  "1.5",
-                                  "240", "359.99999", "1.00000001", "-1e-9", "",   "\x01"};
+  const std::string operands[] = {"1",   "0.5",       "x",          "\"1\"", "$$", "-0",   "1.5",
+                                  "240", "359.99999", "1.00000001", "-1e-9", "",   "\x01", "0.9"};
   ColorMap map(3, 255);
-  for (int i = 0; i < 8 * 13 * 13 * 13; ++i) {
+  for (int i = 0; i < 8 * 14 * 14 * 14; ++i) {
     std::string text = words[i % 8];
     int rest = i / 8;
-    for (int read = 0; read < 3; ++read, rest /= 13) {
-      text += (i % 2 == 0 ? " " : "  \t ") + operands[rest % 13];
+    for (int read = 0; read < 3; ++read, rest /= 14) {
+      text += (i % 2 == 0 ? " " : "  \t ") + operands[rest % 14];
     }
     ColorRGB color = before;
     digest(color.SetValue(77, text.data()), color);
@@ -147,8 +141,7 @@ const Group texts("colour.texts", [](Digest& digest) {
 const Group names("colour.names", [](Digest& digest) {
   const auto take_name = [&](ColorRGB color) {
     char none[] = "none", *name = none;
-    digest(color.FindNameForRgb(&name));
-    digest(std::string(name));
+    digest(color.FindNameForRgb(&name), name);
   };
   for (const auto& [red, green, blue, row_name] : zelvan::named_colors) {
     std::string name = row_name;
@@ -172,42 +165,64 @@ const Group names("colour.names", [](Digest& digest) {
 });
 
 void take(Digest& digest, const ColorMap& map) {
-  digest(map.map_size, map.map_count, map.max_value, map.colors == nullptr);
-  for (unsigned i = 0; i < map.map_size; ++i) digest(map.colors[i]);
+  digest(map.map_size, map.map_count, map.max_value, std::span(map.colors, map.map_size));
 }
 
-/// Before any other search: black, entry 0, distance 0.
-const std::pair<int, int> at_load = [] {
-  ColorMap map(2, 255);
-  ColorRGB black;
+std::pair<int, int> closest(ColorMap& map, ColorRGB target, unsigned short fresh) {
   int distance = -1;
-  const int index = map.GetClosestColor(&black, &distance, 0);
-  return std::pair(index, distance);
-}();
+  const int index = map.GetClosestColor(&target, &distance, fresh);
+  return {index, distance};
+}
+
+/// Before any other search.
+const auto black_at_load = closest(*std::make_unique<ColorMap>(2, 255), {}, 0);
 
 // Maps of every size that a vector leaves a rest of, and as many that a translation of many pens
-// sorts; then one whose index needs 17 bits. With a `fresh` of 0 the last answer comes again, from
-// whatever map.
+// sorts; then one whose index needs 17 bits. What is found is what a walk finds. With a `fresh` of
+// 0 the last answer comes again, from whatever map.
 const Group searches("colour.searches", [](Digest& digest) {
-  digest(at_load.first, at_load.second);
+  digest(black_at_load.first, black_at_load.second);
   std::mt19937 random(4);
-  ColorMap source(40, 0);
+  ColorMap none(0, 255), source(40, 0);
   ColorRGB last(1, 2, 3);
+  auto answer = closest(none, last, 1);
   for (int round = 72 * 40; round >= 0; --round) {
     const int size = round % 72 + (round == 0 ? 70000 : round % 72 < 36 ? 0 : 28);
     ColorMap map = random_map(size, random);
     if (round == 0) std::fill_n(map.colors, 65537, ColorRGB(-1, 0, 0));
-    for (int i = 0; i < 40; ++i) {
-      const auto fresh = static_cast<unsigned short>(random() % 2 << 8);
-      last = source.colors[i] = random() % 4 == 0 ? last : random_target(map, random);
-      int distance = -1, again = -1;
-      digest(map.GetClosestColor(&last, &distance, fresh), distance);
-      digest(ColGetClosestColor(&last, &map, &again), again, map.GetSimilarColor(&last));
-    }
     ColorXfm xfm(40 - round % 3);
+    for (ColorRGB& target : std::span(source.colors, 40)) {
+      const auto fresh = static_cast<unsigned short>(random() % 2 << 8);
+      target = random() % 4 == 0 ? last : random_target(map, random);
+      const bool is_last =
+          target.red == last.red && target.green == last.green && target.blue == last.blue;
+      if (fresh != 0 || !is_last) answer = closest_in(map, target);
+      digest.expect(closest(map, last = target, fresh) == answer);
+      int distance = -1;
+      answer = closest_in(map, last);
+      digest.expect(ColGetClosestColor(&last, &map, &distance) == answer.first);
+      digest(distance, map.GetSimilarColor(&last));
+    }
     ColMapColors(&source, &map, &xfm);
+    answer = closest_in(map, source.colors[xfm.xfm_size - 1]);
+    last = source.colors[xfm.xfm_size - 1];
     for (unsigned pen = 0; pen < 42; ++pen) digest(xfm.DoColorXfm(pen));
     digest(xfm.hist_exact, xfm.hist_3, xfm.hist_7, xfm.hist_15, xfm.hist_31);
+  }
+});
+
+// Colours so far away that a step makes less of a difference than the last digit of a `float`; and
+// a full scale away, where the last digit tells whether that is too far.
+const Group distant("colour.distant", [](Digest& digest) {
+  Random random(6);
+  for (int i = 0; i < 20'000; ++i) {
+    ColorMap map(2 + i % 19, i % 2 == 0 ? 2300 + i / 2 : 100'000'000);
+    ColorRGB target(map.max_value, map.max_value, map.max_value);
+    for (ColorRGB& color : std::span(map.colors, map.map_size)) {
+      if (i % 2 != 0) color = {random.below(9), random.below(9), random.below(9)};
+    }
+    const auto [index, distance] = closest(map, target, 1);
+    digest(index, distance);
   }
 });
 
@@ -245,11 +260,10 @@ const Group maps("colour.maps", [](Digest& digest) {
     ColorXfm *xfm = ColOpenXfm(i % 7 - 1), same(0);
     for (int use = i % 3; use > 0; --use) ColMapColors(use == 1 ? &map : &other, &other, xfm);
     same = *xfm;
-    digest(same.xfm_size, same.xfm_table == nullptr, same.hist_exact, same.hist_31);
-    for (unsigned pen = 0; pen < 8; ++pen) digest(same.DoColorXfm(pen));
+    digest(std::span(same.xfm_table, same.xfm_size), same.xfm_table == nullptr, same.DoColorXfm(i),
+           same.hist_exact);
     same.xfm_table = nullptr;
     ColCloseXfm(&xfm);
-    digest(xfm == nullptr);
 
     ColorRWMap used(9), rest(i % 8 - 1), same_rest(0);
     for (unsigned pen = 0; pen < 9; ++pen) {
@@ -259,8 +273,7 @@ const Group maps("colour.maps", [](Digest& digest) {
            map.ColxGetReadOnlyColor(&used, color.red, color.green, color.blue, i % 9));
     used.MakeRoList(&rest, i % 9 - 1);
     same_rest = rest;
-    digest(same_rest.rw_size, same_rest.rw_count, same_rest.rw_list == nullptr);
-    for (unsigned k = 0; k < same_rest.rw_count; ++k) digest(same_rest.rw_list[k]);
+    digest(same_rest.rw_list == nullptr, std::span(same_rest.rw_list, same_rest.rw_count));
     same_rest.rw_list = nullptr;
 
     digest(value_of(none, i % 33, i % 3, index));

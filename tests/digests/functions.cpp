@@ -1,15 +1,10 @@
 // Sine, cosine, arc cosine and arc tangent made of sums, products and roots alone, which every
 // machine rounds alike. The linker puts them in the place of the C library's, which don't agree in
 // the last bit: glibc 2.36 has other ones for processors with a fused multiply-add than for those
-// without. So one digest holds for all. With `--libm` the C library's own are called.
-
-#include "digests/functions.h"
-
+// without. So one digest holds for all, and shows that the library asks for just these.
 #include <cmath>
 #include <numbers>
 #include <utility>
-
-bool uses_c_library = false;
 
 namespace {
 
@@ -50,21 +45,15 @@ double arc_tangent(double y, double x) {
   return std::copysign(angle, y);
 }
 
-double arc_cosine(double x) { return arc_tangent(std::sqrt((1.0 - x) * (1.0 + x)), x); }
-
 }  // namespace
 
 extern "C" {
-double __real_sin(double), __real_cos(double), __real_acos(double), __real_atan2(double, double);
-
-double __wrap_sin(double x) { return uses_c_library ? __real_sin(x) : sine(x); }
-double __wrap_cos(double x) { return uses_c_library ? __real_cos(x) : cosine(x); }
-double __wrap_acos(double x) { return uses_c_library ? __real_acos(x) : arc_cosine(x); }
-double __wrap_atan2(double y, double x) {
-  return uses_c_library ? __real_atan2(y, x) : arc_tangent(y, x);
-}
+double __wrap_sin(double x) { return sine(x); }
+double __wrap_cos(double x) { return cosine(x); }
+double __wrap_acos(double x) { return arc_tangent(std::sqrt((1.0 - x) * (1.0 + x)), x); }
+double __wrap_atan2(double y, double x) { return arc_tangent(y, x); }
 void __wrap_sincos(double x, double* sine_of_x, double* cosine_of_x) {  // what gcc makes of both
-  *sine_of_x = __wrap_sin(x);
-  *cosine_of_x = __wrap_cos(x);
+  *sine_of_x = sine(x);
+  *cosine_of_x = cosine(x);
 }
 }

@@ -1,17 +1,9 @@
-#include <zelvan/geometry/distance.h>
-#include <zelvan/geometry/extent.h>
-#include <zelvan/geometry/trig.h>
-#include <zelvan/geometry/units.h>
-
 #include "digests/group.h"
-#include "support/random.h"
 
 #include <climits>
 #include <cmath>
 
 namespace {
-
-using support::Random;
 
 /// By kind: small whole numbers with both zeros and a hair beside them, so that ends coincide and
 /// directions are equal; plain numbers; hard ones; and the tolerances of conics, one step beyond,

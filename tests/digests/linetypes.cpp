@@ -1,17 +1,16 @@
-#include <zelvan/linetypes/line_type_list.h>
-
 #include "digests/group.h"
-#include "support/random.h"
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
+#include <functional>
 #include <memory>
 
 namespace {
 
-using support::Random;
+using Definition = CLineTypeDefinition;
 
-void take(Digest& digest, CLineTypeDefinition d) {
+void take(Digest& digest, Definition d) {
   CLineTypeDefPattern& pattern = d.GetPattern();
   digest(d.GetIndex(), d.GetPatternLength(), pattern.GetNextFragment());
   digest(pattern.GetNumFragments(), pattern.GetFragmentSum(), pattern.GetFirstFragment());
@@ -22,39 +21,22 @@ void take(Digest& digest, CLineTypeDefinition d) {
 const Group patterns("linetypes.patterns", [](Digest& digest) {
   const double lengths[] = {0.0, -0.0, -1.0, 0.1, 1e9, 0x1p-60, 0.3, NAN, 1.0, 2.0};
   Random random(1);
-  CLineTypeDefinition definitions[3];
+  Definition definitions[3];
   for (int i = 0; i < 40'000; ++i) {
-    CLineTypeDefinition &d = definitions[i % 3], &other = definitions[random.below(3)];
+    Definition &d = definitions[i % 3], &other = definitions[random.below(3)];
     const double length = lengths[random.below(random.below(8) == 0 ? 10 : 7)];
-    switch (random.below(i % 999 < 500 ? 16 : 90)) {
-      case 0:
-        d.RemoveAllFragments();
-        break;
-      case 1:
-        d.SetPattern(other.GetPattern());
-        break;
-      case 2:
-        d = other;
-        break;
-      case 3:
-        d.SetPatternLength(length);
-        break;
-      case 4:
-        d.SetIndex(static_cast<unsigned>(i));
-        break;
-      case 5:
-        d.GetPattern() = CLineTypeDefPattern(other.GetPattern());
-        break;
-      case 6:
-        digest(d.GetPattern().GetNextFragment());
-        break;
-      case 7:
-        d.GetPattern().RemoveAllFragments();
-        break;
-      default:
-        digest(d.AddFragment(length));
-        digest(other.GetPattern().AddFragment(length));
-    }
+    const std::function<void()> rare[] = {
+        [&] { d.RemoveAllFragments(); },
+        [&] { d.SetPattern(other.GetPattern()); },
+        [&] { d = other; },
+        [&] { d.SetPatternLength(length); },
+        [&] { d.SetIndex(i); },
+        [&] { d.GetPattern() = other.GetPattern(); },
+        [&] { digest(d.GetPattern().GetNextFragment()); },
+        [&] { d.GetPattern().RemoveAllFragments(); },
+    };
+    if (const int n = random.below(i % 999 < 500 ? 16 : 90); n < 8) rare[n]();
+    digest(d.AddFragment(length));
     take(digest, d);
     digest(d == other, d != other, d.GetPattern() == other.GetPattern(),
            d.GetPattern() != other.GetPattern());
@@ -63,48 +45,44 @@ const Group patterns("linetypes.patterns", [](Digest& digest) {
 
 void take(Digest& digest, CLineTypeDefList& list) {
   for (unsigned index = 0; index < 1000; ++index) {
-    CLineTypeDefinition* const found = list.GetDefinition(index);
-    digest(found != nullptr);
-    if (found != nullptr) take(digest, *found);
+    if (Definition* const found = list.GetDefinition(index)) take(digest, *found);
   }
 }
 
-// Indices and patterns that meet all the time, until the table is full; then copies.
+// Indices and patterns that meet all the time, until the table is full; then copies, which stand
+// alone.
 const Group lists("linetypes.lists", [](Digest& digest) {
   Random random(3);
-  CLineTypeDefList list;
+  CLineTypeDefList list, other;
   take(digest, list);
-  CLineTypeDefinition* const second = list.GetDefinition(2);
-  int next = 14;
+  auto* const first = new Definition;  // with the number of another, and so gets the next
+  bool was_there = true;
+  first->SetIndex(13);
+  digest(other.AddLineTypeDefinition(first, was_there), was_there);
+  unsigned next = 14;
   for (int i = 0; i < 5000; ++i) {
-    const unsigned indices[] = {0, unsigned(random.below(999)), unsigned(next), unsigned(next) + 1,
+    const unsigned indices[] = {0, unsigned(random.below(i % 2 * 979 + 20)), next, next + 1,
                                 UINT_MAX};
-    auto d = std::make_unique<CLineTypeDefinition>();
-    d->SetIndex(i == 400 ? UINT_MAX - 1 : indices[random.below(5)]);
-    d->SetPatternLength(random.below(16) == 0 ? NAN : 1.0);
+    auto d = std::make_unique<Definition>();
     d->AddFragment(60.0);
-    d->AddFragment(random.below(2000) + 1.0);
-    bool already_there = false;
+    d->AddFragment(i % 500 == 99 ? NAN : random.below(2000) + 1.0);
+    if (const auto* known = list.GetDefinition(i / 8); i % 8 == 0 && known != nullptr) *d = *known;
+    d->SetIndex(i == 400 ? UINT_MAX - 1 : indices[random.below(5)]);
+    bool already_there = i % 2 == 0;
     const int index = list.AddLineTypeDefinition(d.get(), already_there);
     digest(index, already_there, d->GetIndex());
-    if (index == -1 || already_there) continue;
-    digest(list.AddLineTypeDefinition(d.get(), already_there), already_there);
-    digest(list.GetDefinition(static_cast<unsigned>(index)) == d.get());
-    d.release();
-    next = std::max(next, index + 1);
-    second->SetIndex(i % 5 == 0 ? 0 : i % 7 == 0 ? 1 : 2);
+    if (already_there || index == -1) continue;
+    next = std::max(next, d->GetIndex() + 1);
+    digest(list.GetDefinition(index) == d.get());
+    digest(list.AddLineTypeDefinition(d.release(), already_there), already_there);
   }
   take(digest, list);
-  CLineTypeDefList other, copy(list);
-  for (CLineTypeDefList* assigned : {&other, &list}) {
-    *assigned = copy;
-    take(digest, *assigned);
-    auto* const fresh = new CLineTypeDefinition;
-    fresh->SetIndex(1);
-    bool already_there = false;
-    digest(assigned->AddLineTypeDefinition(fresh, already_there), already_there);
-    delete fresh;  // the table is full
-  }
+  list.GetDefinition(3)->SetIndex(0);
+  other = list;
+  list = static_cast<CLineTypeDefList&>(list);
+  list.GetDefinition(2)->SetIndex(3);
+  for (CLineTypeDefList* each : {&list, &other}) take(digest, *each);
+  take(digest, other = CLineTypeDefList());
 });
 
 }  // namespace

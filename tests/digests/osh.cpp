@@ -1,23 +1,88 @@
-// What is pure text or reckoning; files have tests of their own. The clock is played here.
-#include <zelvan/osh/paths.h>
-#include <zelvan/osh/system_services.h>
+// What is pure text or reckoning, and the search for a drive; files have tests of their own.
+
+// A machine with drives of the program's own making: the source is compiled here once more, in a
+// namespace whose platform is the one below. The clock is played, too.
+#define zelvan machine_with_drives
+#include <zelvan/osh/detail/fixed_path.cpp>
+#undef zelvan
+
 #include <zelvan/platform/clock.h>
 
 #include "digests/group.h"
 
-#include <cstring>
-#include <string>
+#include <algorithm>
 
-namespace {
+namespace machine_with_drives::platform {
 
-zelvan::platform::LocalTime now;
+int drive, opened;
+unsigned roots_length;               // 0: as long as they are, else one less
+std::string roots, existing, asked;  // all drives; the path that is there; what was asked for
 
-}  // namespace
+int _access(const char* path, int mode) {
+  asked += path + std::string(mode + 1, ' ');
+  return path == existing ? 0 : -1;
+}
+int _getdrive() { return drive; }
+unsigned GetLogicalDriveStringsA(unsigned size, char* list) {
+  asked += std::to_string(size) + ' ';
+  std::memcpy(list, roots.c_str(), roots.size() + 1);
+  return roots_length != 0 ? roots_length - 1 : static_cast<unsigned>(roots.size());
+}
+bool IsCharAlphaA(char c) { return (c | 32) >= 'a' && (c | 32) <= 'z'; }
+int _open(const char* path, int flags, int mode) {
+  asked += "open " + std::string(path) + std::to_string(10 * flags + mode);
+  return opened;
+}
+int _close(int fd) {
+  asked += " close " + std::to_string(fd);
+  return 0;
+}
+std::FILE* fopen(const char* path, const char* mode) {
+  asked += std::string(path) + mode;
+  return nullptr;
+}
 
+}  // namespace machine_with_drives::platform
+
+static zelvan::platform::LocalTime now;
 void zelvan::platform::GetLocalTime(LocalTime* time) { *time = now; }
 void zelvan::platform::Sleep(std::uint64_t) {}
 
 namespace {
+
+// A rooted path without a drive is looked for on the current one, then on all that have a letter;
+// what is found is opened, if its number fits.
+const Group drives("osh.drives", [](Digest& digest) {
+  using namespace std::string_literals;
+  using namespace machine_with_drives;
+  platform::roots = "1:\\\0C:\\\0a:\\\0b:\\\0c|\\\0e:/\0B:\\\0D:\\\0z:\\\0"s;
+  const std::string fitting = '\\' + std::string(1020, 'x');
+  char mode[] = " mode";
+  for (std::string path :
+       {"\\x"s, "x"s, ""s, "\\\\host\\x"s, "/x"s, fitting, fitting + 'x', std::string(1024, 'x')}) {
+    for (const char* drive : {"", "C:", "D:", "B:", "z:", "a:", "Z:", "c|"}) {
+      for (int i = 0; i < 3 * 4 * 3; ++i) {
+        platform::drive = i % 3 * 13;
+        platform::roots_length = std::array{0u, 1u, 1024u, 1025u}[i / 3 % 4];
+        platform::opened = 32766 + i / 12;
+        platform::existing = drive + path.substr(0, 1022);
+        char fixed[path_size] = "#";
+        errno = 0;
+        char* const found = fixed;
+        digest(osh1_fix_path(path.data(), fixed, 0), found);
+        digest(osh1_open(path.data(), 5, 6));
+        digest(errno == EMFILE, errno == ENAMETOOLONG, errno == 0);
+        digest(osh1_fopen(path.data(), mode) == nullptr, platform::asked);
+        platform::asked.clear();
+      }
+    }
+  }
+  char fixed[path_size] = "#";
+  errno = 0;
+  digest(osh1_fix_path(nullptr, fixed, 0), fixed[0]);
+  digest(osh1_open(nullptr, 0, 0));
+  digest(errno == EINVAL);
+});
 
 /// All texts of up to so many characters: letters, a dot, and what separates.
 std::vector<std::string> short_texts(std::size_t longest) {
@@ -28,17 +93,21 @@ std::vector<std::string> short_texts(std::size_t longest) {
   return texts;
 }
 
-// Split, and put together, into buffers of their own and in place.
+// Split at the last separator, and put together by one backslash, into buffers of their own and in
+// the place of an input.
 const Group paths("osh.paths", [](Digest& digest) {
   for (std::string text : short_texts(5)) {
+    const std::size_t end = text.find_last_of("/\\"), begin = end + 1;  // npos and 0 if none
     for (const int place : {0, 1, 2}) {
       std::string path = text;
       char directory[8] = "#######", file[8] = "#######";
-      digest(osh_truncate_path(path.data(), place == 1 ? path.data() : directory,
-                               place == 2 ? path.data() : file),
-             path, directory, file);
+      char* const parts[] = {place == 1 ? path.data() : directory, place == 2 ? path.data() : file};
+      digest(osh_truncate_path(path.data(), parts[0], parts[1]), path, directory, file);
+      digest.expect(parts[0] == text.substr(0, begin == 0 ? 0 : end));
+      digest.expect(parts[1] == text.substr(begin));
     }
-    digest(utl_file_extension(text.data()) - text.data());
+    const char* const extension = utl_file_extension(text.data());
+    digest.expect(extension - text.data() == long(std::min(text.find('.', begin), text.size())));
   }
   for (int null = 0; null < 3; ++null) {
     char a[] = "a/b", b[] = "?", c[] = "?";
@@ -48,12 +117,14 @@ const Group paths("osh.paths", [](Digest& digest) {
   }
   for (std::string first : short_texts(2)) {
     for (std::string second : short_texts(2)) {
+      const bool is_joined = (!first.empty() && first.back() == '\\') || second[0] == '\\';
       for (const int place : {0, 1, 2}) {
         char result[8] = "#######";
         if (place > 0) std::strcpy(result, (place == 1 ? first : second).c_str());
         digest(osh_append_path(place == 1 ? result : first.data(),
                                place == 2 ? result : second.data(), result),
-               result, first, second);
+               result);
+        digest.expect(result == first + (is_joined ? "" : "\\") + second);
       }
     }
   }
@@ -79,6 +150,14 @@ const Group services("osh.services", [](Digest& digest) {
   osh_get_sys_parms();
   for (int i = 0; i < 10; ++i) digest(parameters[i], shared[i]);
   digest(osh_system_type(), osh_verify_file_name());
+  for (std::string name : {"ZELVAN", "", "=ZELVAN", "ZELVAN=c"}) {
+    for (std::string value : {std::string("a=b"), std::string(5000, 'v')}) {
+      digest(osh_setenv(name.data(), value.data()));
+      const char* const now_set = std::getenv("ZELVAN");
+      digest(now_set);
+    }
+  }
+  digest(osh_setenv(nullptr, nullptr));
 });
 
 }  // namespace

@@ -1,16 +1,9 @@
-#include <zelvan/pick/pick_polyline.h>
-#include <zelvan/pick/pick_rect.h>
-#include <zelvan/pick/polygon.h>
-
 #include "digests/group.h"
-#include "support/random.h"
 
 #include <cstdlib>
 #include <memory>
 
 namespace {
-
-using support::Random;
 
 /// On whole numbers, on tenths, where sums and the cross product are rounded, or of any numbers.
 double place(Random& random, int kind, int range) {
@@ -24,22 +17,33 @@ std::vector<DblPt> some_points(Random& random, int kind, int range, int n) {
 }
 
 // Rings of few vertices and of so many that a vector form takes them in blocks, with points on
-// their boundaries all the time. A polygon has no tolerance; a polyline adds it to the box of a
-// segment and a rectangle to the point, and the last digit tells.
+// their boundaries all the time; on a grid these answer as if moved a little to smaller x and far
+// less to greater y. A polyline is hit in the box of any of its segments, in whose size the last
+// digit of a tolerance tells.
 const Group hits("pick.hits", [](Digest& digest) {
   Random random(1);
   for (int i = 0; i < 6000; ++i) {
     const int kind = i % 3, range = i % 4 == 0 ? 9 : 3, n = 3 + random.below(i % 4 == 0 ? 68 : 3);
     std::vector<DblPt> ring = some_points(random, kind, range, n);
+    std::vector<DblPt> chain = some_points(random, kind, 9, 2 + i % 4);
     CPolygon polygon(n, ring.data());
-    CPickPolyline polyline(3 + i % 3, some_points(random, kind, 9, 9).data());
-    CPickRect rect(ring[0], ring[1]);
+    CPickPolyline polyline(chain.size(), chain.data());
     for (int k = 0; k < 25; ++k) {
       DblPt p{place(random, kind, 2 * range) / 2, place(random, kind, 2 * range) / 2};
+      DblPt moved{p.x - 0x1p-10, p.y + 0x1p-20};
       const double tolerance = (random.below(7) - 2) * (kind == 0 ? 0.5 : 0.1);
-      digest(polygon.isInside(p, -1e9), polygon.isInside(p.y, p.x, 1e9));
-      digest(polyline.isInside(p, tolerance), polyline.isInside(p.y, p.x, tolerance));
-      digest(rect.isInside(p, tolerance), rect.isInside(p.y, p.x, tolerance));
+      const bool is_hit = polyline.isInside(p, tolerance), is_inside = polygon.isInside(p, -1e9);
+      bool is_in_a_box = false;
+      for (std::size_t b = 1; b < chain.size(); ++b) {
+        CPickRect box(chain[b - 1], chain[b]);
+        is_in_a_box |= box.isInside(p, tolerance);
+        digest(box.isInside(p, tolerance), box.isInside(p.y, p.x, tolerance));
+      }
+      digest(is_hit, is_inside, polyline.isInside(p.y, p.x, tolerance),
+             polygon.isInside(p.y, p.x, 1e9));
+      if (kind != 0) continue;
+      digest.expect(is_hit == is_in_a_box);
+      digest.expect(polygon.isInside(moved, 1e9) == is_inside);
     }
   }
 });

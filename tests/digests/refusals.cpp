@@ -1,20 +1,13 @@
 // What is left where the heap refuses: in every family that asks it.
 #include <zelvan/mem/detail/entry.h>
-#include <zelvan/wipc/detail/heap_text.h>
-#include <zelvan/zelvan.h>
 
 #include "digests/group.h"
-#include "digests/heap.h"
+#include "logger/inside.h"
+#include "support/heap.h"
 
 #include <algorithm>
 #include <climits>
 #include <memory>
-
-struct LoggerInside {  // the friend
-  static constexpr auto name = &Logger::classname;
-  static constexpr auto date = &Logger::getCurrentDate;
-  static inline auto& prefix = Logger::file_prefix;
-};
 
 namespace {
 
@@ -30,12 +23,10 @@ void take(Digest& digest, std::initializer_list<Operation> operations) {
     for (const bool for_good : {false, true}) {
       bool was_refused = true;
       for (int nth = 1; was_refused; ++nth) {
-        const long blocks = heap::blocks;
         heap::refuse(nth, for_good);
         const long result = operation();
-        was_refused = heap::has_refused();
-        heap::refuse(0, false);
-        digest(result, heap::blocks - blocks);
+        was_refused = heap::grant_all();
+        digest(result, heap::blocks_left());
       }
     }
   }
@@ -46,9 +37,9 @@ requires requires(Region r) { r.start(); }
 long size(Region&& region) {
   return heap::is_null(region.start()) ? -1 : region.end() - region.start();
 }
-long size(const ColorMap& map) { return heap::is_null(map.colors) ? -1 : map.map_size; }
-long size(const ColorXfm& xfm) { return heap::is_null(xfm.xfm_table) ? -1 : xfm.xfm_size; }
-long size(const ColorRWMap& list) { return heap::is_null(list.rw_list) ? -1 : list.rw_size; }
+long size(const ColorMap& map) { return heap::is_null(map.colors) ? -1 : int(map.map_size); }
+long size(const ColorXfm& xfm) { return heap::is_null(xfm.xfm_table) ? -1 : int(xfm.xfm_size); }
+long size(const ColorRWMap& list) { return heap::is_null(list.rw_list) ? -1 : int(list.rw_size); }
 long size(const Logger& log) { return heap::is_null(log.*In::name) ? -1 : *(log.*In::name); }
 
 template <class T>
@@ -111,8 +102,8 @@ long translate_pens() {
   for (int i = 0; i < 600; ++i) (&target.colors->red)[i] = i * i % 256;
   for (int i = 0; i < 120; ++i) (&source.colors->red)[i] = i * 77 % 256;
   ColMapColors(&source, &target, &xfm);
-  long sum = 0;
-  for (int pen = 0; pen < 40; ++pen) sum = 3 * sum % 9999 + xfm.xfm_table[pen];
+  int sum = 0;
+  for (int pen = 0; pen < 40; ++pen) sum = 3 * sum % 9999 + int(xfm.xfm_table[pen]);
   return sum;
 }
 
@@ -144,22 +135,9 @@ const Group types("linetypes.refusals", [](Digest& digest) {
 
 Logger logger("new");
 
-long set_prefix() {
-  std::string("old").swap(In::prefix);
-  logger.setFilePrefix("a prefix too long to be kept in place");
-  return static_cast<long>(In::prefix.size());
-}
-
-long date() {
-  char* text;
-  (logger.*In::date)("2", &text);
-  const zelvan::HeapText owned(text);
-  return heap::is_null(text) ? -1 : *text;
-}
-
 const Group log("logger.refusals", [](Digest& digest) {
   take(digest, {[] { return size(Logger("new")); }, [] { return size(Logger(logger)); },
-                [] { return assigned(Logger("old"), logger); }, set_prefix, date});
+                [] { return assigned(Logger("old"), logger); }});
 });
 
 const Group names("var.refusals", [](Digest& digest) {

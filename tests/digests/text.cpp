@@ -1,13 +1,8 @@
 #include <zelvan/platform/locale.h>
-#include <zelvan/text/glyph_tokenize.h>
-#include <zelvan/text/str_field.h>
-#include <zelvan/text/tokenize.h>
 
 #include "digests/group.h"
-#include "support/random.h"
 
 #include <cstring>
-#include <string>
 
 namespace {
 
@@ -23,34 +18,30 @@ int zelvan::platform::GetLocaleInfoA(unsigned locale, unsigned type, char* buffe
 
 namespace {
 
-using support::Random;
 using Wide = std::basic_string<unsigned short>;
 
 /// Takes the fields of a line, one parser after the other.
 void take_fields(Digest& digest, const std::string& line) {
   for (int parser = 0; parser < 4; ++parser) {
-    std::string text = line;
+    std::vector<char> text(line.c_str(), line.c_str() + line.size() + 1);
     char* p = text.data();
     for (bool is_end = false; !is_end;) {
       const str_field* const f = parser == 0   ? str_parse(p)
                                  : parser == 3 ? str_parse_vvcp(p)
                                                : str_parseEx(p, parser);
-      digest(f->type, f->value, f->length, f->next - text.data(), f->text == nullptr);
-      if (f->text != nullptr) digest(std::string(f->text));
+      digest(f->type, f->value, f->length, f->next - text.data(), f->text);
       is_end = f->type == STR_END;
       p = f->next;
     }
-    digest(text == line);
+    digest(line == text.data());
   }
 }
 
 void take_tokens(Digest& digest, const std::string& line, std::string delimiters) {
-  std::string text = line;
+  std::vector<char> text(line.c_str(), line.c_str() + line.size() + 1);
   for (char* next = text.data(); next != nullptr;) {
     char found = '?';
-    const char* const token = str_token(next, delimiters.data(), &next, &found);
-    digest(found, token == nullptr);
-    if (token != nullptr) digest(std::string(token));
+    digest(str_token(next, delimiters.data(), &next, &found), found);
   }
   digest(text);
 }
@@ -95,7 +86,7 @@ const Group shared("text.shared", [](Digest& digest) {
     };
     const str_field* const first = parse(i % 3, i / 3 % 3);
     const str_field* const second = parse(i / 9 % 3, i / 27);
-    digest(first == second, std::string(first->text), first->value, std::string(second->text));
+    digest(first == second, first->text, first->value, second->text);
   }
 });
 

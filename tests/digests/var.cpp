@@ -1,24 +1,16 @@
-#include <zelvan/var/name_list.h>
-#include <zelvan/var/name_table.h>
-#include <zelvan/var/search_value.h>
-
 #include "digests/group.h"
-#include "support/random.h"
 
 #include <climits>
 #include <cstring>
-#include <string>
 
 namespace {
-
-using support::Random;
 
 void* info(int number) { return reinterpret_cast<void*>(static_cast<std::uintptr_t>(number)); }
 int number(void* info) { return static_cast<int>(reinterpret_cast<std::uintptr_t>(info)); }
 
 void take(Digest& digest, VarNameInfo* list) {
   for (; list != nullptr; VarNextListEntry(&list)) {
-    digest(std::string(VarGetName(list)), number(VarListInfo(list)));
+    digest(VarGetName(list), number(VarListInfo(list)));
   }
 }
 
@@ -30,7 +22,6 @@ void clear(VarNameInfo** list) {
 const Group lists("var.lists", [](Digest& digest) {
   Random random(7);
   VarNameInfo* list = nullptr;
-  const auto take_name = [&](const char* name) { digest(name ? std::strlen(name) : 9999); };
   for (int i = 1; i < 20000; ++i) {
     std::string names[2] = {{'a', static_cast<char>(i), 'b'}, "A"};
     for (std::string& name : names) {
@@ -41,11 +32,10 @@ const Group lists("var.lists", [](Digest& digest) {
     const char *a = names[0].c_str(), *b = names[1].empty() ? nullptr : names[1].c_str();
     const int operation = i < 256 ? 0 : random.below(8), position = random.below(4);
     void *value = info(i % 5 == 0 ? 0 : i), *got = info(1);
-    if (operation == 0) take_name(VarAddNameInfo(&list, a, value));
-    if (operation == 1 || operation == 2) {
-      take_name(VarInsertNameInfo(&list, a, value, position, b));
-    }
-    if (operation == 3) take_name(VarReplaceNameInfo(list, b, a));
+    if (operation == 0) digest(VarAddNameInfo(&list, a, value));
+    if (operation == 1) digest(VarInsertNameInfo(&list, a, value, position, b));
+    if (operation == 2) digest(VarInsertNameInfo(&list, names[1].c_str(), value, position, a));
+    if (operation == 3) digest(VarReplaceNameInfo(list, b, a));
     if (operation == 4) VarExchangeNameInfo(list, a, b);
     if (operation == 5) got = VarDeleteNameInfo(&list, a);
     VarNameInfo own = {list, nullptr, value};  // a node of the caller's, without a name
@@ -71,8 +61,7 @@ const Group tables("var.tables", [](Digest& digest) {
     }
     for (const int value : {-1, 0, 2, 5, 9, 65535, 65538, INT_MIN}) {
       char* name = nullptr;
-      digest(VarLookupString(rows, value, &name));
-      digest(std::string(name));
+      digest(VarLookupString(rows, value, &name), name);
     }
   }
 });

@@ -1,15 +1,11 @@
 // The messages of sessions whose sockets are played here, linked in the place of the real ones.
 #include <zelvan/platform/sockets.h>
-#include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/detail/session.h>
-#include <zelvan/wipc/messages.h>
-#include <zelvan/wipc/session.h>
 
 #include "digests/group.h"
-#include "support/random.h"
+#include "digests/printed.h"
 
 #include <algorithm>
-#include <string>
 
 namespace {
 
@@ -64,7 +60,8 @@ namespace {
 /// A session at the primary or the secondary end, one that is only being opened, or none ('0').
 zelvan::wipc_session* new_session(Digest& digest, char type) {
   peer = Peer();
-  peer.digest = &digest;
+  peer.digest = printed = &digest;
+  wipc_set_debug(1);
   if (type == '0') return nullptr;
   zelvan::wipc_session* const session = zelvan::wipc_new_session(data_socket, type);
   session->status_sid = status_socket;
@@ -74,7 +71,7 @@ zelvan::wipc_session* new_session(Digest& digest, char type) {
 // Texts in pieces of about the size that fills a receive, with zeros next to their ends, run
 // together and cut, on both channels and at both ends, until the peer has gone or says the end.
 const Group messages("wipc.messages", [](Digest& digest) {
-  support::Random random(1);
+  Random random(1);
   for (int i = 0; i < 1500; ++i) {
     zelvan::wipc_session* session = new_session(digest, "PSPSPSPB"[i % 8]);
     for (const int socket : {data_socket, status_socket}) {
