@@ -1,7 +1,7 @@
-// The world of the Mem family's tests, with bytes in the place of chance: lists, handlers and a
-// model beside them, until the bytes are used up. Where the model disagrees, the program stops.
+// The world of lists, handlers and a model beside them, with bytes in the place of chance, until
+// the bytes are used up. Where the model disagrees, the program stops.
 
-#include "mem/mem_world.h"
+#include "mem_world.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,11 +10,13 @@
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  GTEST_FLAG_SET(break_on_failure, true);
-  World world([&](int count) {
+  const auto below = [&](int count) {
     if (size == 0) return 0;
     --size;
     return *data++ % count;
+  };
+  World world(below, [](bool agrees) {
+    if (!agrees) std::abort();
   });
   while (size > 0) world.step();
   return 0;

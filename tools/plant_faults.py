@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Plants one small fault at a time in a scratch clone and asks the project's own tests.
 
-A test suite is worth what it notices. This changes one place of a family's sources, builds that
-family's test programs and runs them; a fault that leaves them green is printed, and somebody
-reads it: either nobody could see it, or a test has to be made sharper.
+A test suite is worth what it notices. This changes one place of a family's sources and asks the
+digests of the family, and if these see nothing its test programs. A fault that leaves all green is
+printed, and somebody reads it: either nobody could see it, or a test has to be made sharper.
 
 The clone stands in build/faults and holds what is committed. A fault costs a second or two.
 """
@@ -85,6 +85,14 @@ def prepare(tree):
     return clone, build
 
 
+def digests_of(clone, families):
+    """The program of digests, for these families and those that rest on them, in both forms."""
+    names = [name for family in families for name in [family, *ALSO.get(family, [])]]
+    asked = ["--expect", clone / "tests/digests/expected.txt",
+             *[name for name in names if name != "platform"]]  # which has none of its own
+    return [["tests/digests/digests", *form, *asked] for form in ([], ["--plain"])]
+
+
 def programs_of(build, families):
     names = []
     rules = (build / "build.ninja").read_text()
@@ -94,20 +102,20 @@ def programs_of(build, families):
                 target = f"tests/{name}/{name}_{kind}"
                 if f"build {target}:" in rules and target not in names:
                     names.append(target)
-    return names
+    return [[name] for name in names]
 
 
 def is_built(build, programs):
-    return run(["nice", "ninja", "-C", build, *programs]).returncode == 0
+    return run(["nice", "ninja", "-C", build, *[p[0] for p in programs]]).returncode == 0
 
 
 def is_green(build, programs, reason=None):
     """True when all programs pass. GTEST_FAIL_FAST: the first failure is enough."""
     ends = time.time() + TIME_LIMIT
     environment = dict(os.environ, GTEST_FAIL_FAST="1", GTEST_BRIEF="1")
-    for program in programs:
+    for program, *arguments in programs:
         try:
-            done = run([build / program], cwd=build, env=environment,
+            done = run([build / program, *arguments], cwd=build, env=environment,
                        timeout=max(1, ends - time.time()), errors="replace")
         except subprocess.TimeoutExpired:
             return False
@@ -128,14 +136,18 @@ def main():
     parser.add_argument("-p", "--planted", metavar="FILE", help="plant these instead: a line "
                         "each, path below src/zelvan, text there, text instead, split by tabs; "
                         "\\n in a text is a new line")
+    parser.add_argument("-d", "--digests", action="store_true", help="ask the digests alone")
     parser.add_argument("-v", "--verbose", action="store_true", help="print the noticed as well")
     arguments = parser.parse_args()
 
     top = run(["git", "rev-parse", "--show-toplevel"], check=True).stdout.strip()
     clone, build = prepare(pathlib.Path(top))
-    programs = programs_of(build, arguments.family)
+    # Each only if the one before has seen nothing: to link a program takes longer than to run it.
+    stages = [digests_of(clone, arguments.family)]
+    if not arguments.digests:
+        stages.append(programs_of(build, arguments.family))
     reason = []
-    if not is_built(build, programs) or not is_green(build, programs, reason):
+    if not all(is_built(build, stage) and is_green(build, stage, reason) for stage in stages):
         sys.exit("not green before a fault was planted\n" + "\n".join(reason))
 
     faults = []  # (path, what a line there was, what it is now, the whole new text)
@@ -176,11 +188,11 @@ def main():
         before = path.read_text()
         try:
             path.write_text(text)
-            if not is_built(build, programs):
+            if not is_built(build, stages[0]):
                 if arguments.planted:
                     print(f"no build: {old}  ==>  {new}")
                 continue
-            survives = is_green(build, programs)
+            survives = all(is_built(build, stage) and is_green(build, stage) for stage in stages)
         finally:
             path.write_text(before)
         noticed, survived = noticed + (not survives), survived + survives

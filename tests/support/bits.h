@@ -5,7 +5,6 @@
 #include <zelvan/transforms/records.h>
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -15,7 +14,7 @@ namespace support {
 /// The bits of `v`. All NaN are one: which operand's payload survives an addition of two NaN
 /// is the compiler's choice, and no result of the library depends on it.
 inline std::uint64_t bits(double v) {
-  return std::isnan(v) ? 0x7ff8000000000000 : std::bit_cast<std::uint64_t>(v);
+  return std::isnan(v) ? 0x7ff8000000000000 : __builtin_bit_cast(std::uint64_t, v);
 }
 
 inline std::pair<std::uint64_t, std::uint64_t> bits(const real_pt_t& p) {
@@ -31,19 +30,5 @@ inline std::array<std::uint64_t, 8> bits(const Mtx2D& m) {
   return {bits(m.m11), bits(m.m12), bits(m.m21),     bits(m.m22),
           bits(m.tx),  bits(m.ty),  whole(m.mirror), whole(m.type)};
 }
-
-/// A running digest of results (FNV-1a), equal on every compiler when they are.
-class Digest {
- public:
-  void add(std::uint64_t v) {
-    for (int i = 0; i < 8; ++i) value_ = (value_ ^ ((v >> (8 * i)) & 0xff)) * 0x100000001b3;
-  }
-  void add(const real_pt_t& p) { add(bits(p.x)), add(bits(p.y)); }
-  void add(const int_pt_t& p) { add(std::uint32_t(p.x)), add(std::uint32_t(p.y)); }
-  std::uint64_t value() const { return value_; }
-
- private:
-  std::uint64_t value_ = 0xcbf29ce484222325;
-};
 
 }  // namespace support

@@ -9,23 +9,23 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
-
-#include <gtest/gtest.h>
 
 namespace support {
 
 using Word = std::uint64_t;
 
-inline double power_of_2(int n) { return std::bit_cast<double>(Word(1023 + n) << 52); }
+inline double power_of_2(int n) { return __builtin_bit_cast(double, Word(1023 + n) << 52); }
 
 inline Word ibm_of(Word ieee, int bits) {
   const Word sign = ieee >> (bits + 7) << (bits + 7), n = ieee - sign;
-  const double value = bits == 24 ? std::bit_cast<float>(unsigned(n)) : std::bit_cast<double>(n);
+  const double value =
+      bits == 24 ? __builtin_bit_cast(float, unsigned(n)) : __builtin_bit_cast(double, n);
   if (!(value < HUGE_VAL)) return sign | (bits == 24 ? 0x20 : Word{0x7F}) << bits;
   if (value >= 0x1p252) return sign | ~Word{0} >> 1;
   // The characteristic with which 0.F * 16^(X - 64) has no leading zero digit.
-  const int x = std::max((int(std::bit_cast<Word>(value) >> 52) + 1) / 4 - 191, 0);
+  const int x = std::max((int(__builtin_bit_cast(Word, value) >> 52) + 1) / 4 - 191, 0);
   const Word fraction(value * power_of_2(bits + 256 - 4 * x));
   return fraction != 0 || bits == 24 ? sign | Word(x) << bits | fraction : 0;
 }
@@ -36,15 +36,15 @@ inline Word ieee_of(Word ibm, int bits) {
   if (fraction == 0 && bits == 56) return ibm == 0 ? 0 : ~Word{0};
   if (fraction == 0) return x == 0 ? sign : sign | 0x7FFFFFFF;
   const double value = double(fraction >> excess << excess) * power_of_2(4 * x - 256 - bits);
-  if (bits == 56) return sign | std::bit_cast<Word>(value);
+  if (bits == 56) return sign | __builtin_bit_cast(Word, value);
   if (value >= 0x1p128) return sign | 0x7F800000;
   if (value < 0x1p-126) return sign | Word(value * 0x1p149);
-  return sign | std::bit_cast<unsigned>(float(value));  // exact: it has 24 bits
+  return sign | __builtin_bit_cast(unsigned, float(value));  // exact: it has 24 bits
 }
 
 /// `count` patterns in both directions, from `i` on in steps: each by itself, and as arrays that
-/// fill a few vectors and one element more.
-inline void walk(int bits, Word i, Word count, Word step) {
+/// fill a few vectors and one element more. True if all are as they must be.
+inline bool walk(int bits, Word i, Word count, Word step) {
   const unsigned short type = bits == 24 ? 0xA4 : 0xB8;
   const int unused = 56 - bits, size = bits == 24 ? 4 : 8;
   constexpr int most = 33;
@@ -58,8 +58,8 @@ inline void walk(int bits, Word i, Word count, Word step) {
     tra_convert_flpt(4, type, n, source, ibm);
     tra_convert_flpt(16, type, n, source, ieee);
     for (int k = 0; k < n; ++k, --count, i += step) {
-      Word expected[] = {__builtin_bswap64(ibm_of(i, bits) << unused),
-                         __builtin_bswap64(ieee_of(i, bits) << unused)};
+      const Word expected[] = {__builtin_bswap64(ibm_of(i, bits) << unused),
+                               __builtin_bswap64(ieee_of(i, bits) << unused)};
       Word one[2] = {};
       tra_convert_flpt(4, type, 1, source + k * size, &one[0]);
       tra_convert_flpt(16, type, 1, source + k * size, &one[1]);
@@ -68,9 +68,11 @@ inline void walk(int bits, Word i, Word count, Word step) {
           std::memcmp(ieee + k * size, &expected[1], size) == 0) {
         continue;
       }
-      FAIL() << std::hex << i << " gives " << one[0] << ", " << one[1] << ", number " << k;
+      std::printf("%llx is converted wrongly\n", static_cast<unsigned long long>(i));
+      return false;
     }
   }
+  return true;
 }
 
 }  // namespace support

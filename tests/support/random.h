@@ -5,7 +5,6 @@
 
 #include <zelvan/transforms/mtx2d.h>
 
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <random>
@@ -43,7 +42,8 @@ class Random {
       case 1:
         return sign * (below(2001) + 0.5);
       case 2:
-        return below(16) == 0 ? std::bit_cast<double>(engine_()) : sign * below(100);
+        return below(16) == 0 ? __builtin_bit_cast(double, std::uint64_t{engine_()})
+                              : sign * below(100);
       default:
         return sign * between(0.0, 5000.0);
     }

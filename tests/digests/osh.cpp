@@ -1,0 +1,163 @@
+// What is pure text or reckoning, and the search for a drive; files have tests of their own.
+
+// A machine with drives of the program's own making: the source is compiled here once more, in a
+// namespace whose platform is the one below. The clock is played, too.
+#define zelvan machine_with_drives
+#include <zelvan/osh/detail/fixed_path.cpp>
+#undef zelvan
+
+#include <zelvan/platform/clock.h>
+
+#include "digests/group.h"
+
+#include <algorithm>
+
+namespace machine_with_drives::platform {
+
+int drive, opened;
+unsigned roots_length;               // 0: as long as they are, else one less
+std::string roots, existing, asked;  // all drives; the path that is there; what was asked for
+
+int _access(const char* path, int mode) {
+  asked += path + std::string(mode + 1, ' ');
+  return path == existing ? 0 : -1;
+}
+int _getdrive() { return drive; }
+unsigned GetLogicalDriveStringsA(unsigned size, char* list) {
+  asked += std::to_string(size) + ' ';
+  std::memcpy(list, roots.c_str(), roots.size() + 1);
+  return roots_length != 0 ? roots_length - 1 : static_cast<unsigned>(roots.size());
+}
+bool IsCharAlphaA(char c) { return (c | 32) >= 'a' && (c | 32) <= 'z'; }
+int _open(const char* path, int flags, int mode) {
+  asked += "open " + std::string(path) + std::to_string(10 * flags + mode);
+  return opened;
+}
+int _close(int fd) {
+  asked += " close " + std::to_string(fd);
+  return 0;
+}
+std::FILE* fopen(const char* path, const char* mode) {
+  asked += std::string(path) + mode;
+  return nullptr;
+}
+
+}  // namespace machine_with_drives::platform
+
+static zelvan::platform::LocalTime now;
+void zelvan::platform::GetLocalTime(LocalTime* time) { *time = now; }
+void zelvan::platform::Sleep(std::uint64_t) {}
+
+namespace {
+
+// A rooted path without a drive is looked for on the current one, then on all that have a letter;
+// what is found is opened, if its number fits.
+const Group drives("osh.drives", [](Digest& digest) {
+  using namespace std::string_literals;
+  using namespace machine_with_drives;
+  platform::roots = "1:\\\0C:\\\0a:\\\0b:\\\0c|\\\0e:/\0B:\\\0D:\\\0z:\\\0"s;
+  const std::string fitting = '\\' + std::string(1020, 'x');
+  char mode[] = " mode";
+  for (std::string path :
+       {"\\x"s, "x"s, ""s, "\\\\host\\x"s, "/x"s, fitting, fitting + 'x', std::string(1024, 'x')}) {
+    for (const char* drive : {"", "C:", "D:", "B:", "z:", "a:", "Z:", "c|"}) {
+      for (int i = 0; i < 3 * 4 * 3; ++i) {
+        platform::drive = i % 3 * 13;
+        platform::roots_length = std::array{0u, 1u, 1024u, 1025u}[i / 3 % 4];
+        platform::opened = 32766 + i / 12;
+        platform::existing = drive + path.substr(0, 1022);
+        char fixed[path_size] = "#";
+        errno = 0;
+        char* const found = fixed;
+        digest(osh1_fix_path(path.data(), fixed, 0), found);
+        digest(osh1_open(path.data(), 5, 6));
+        digest(errno == EMFILE, errno == ENAMETOOLONG, errno == 0);
+        digest(osh1_fopen(path.data(), mode) == nullptr, platform::asked);
+        platform::asked.clear();
+      }
+    }
+  }
+  char fixed[path_size] = "#";
+  errno = 0;
+  digest(osh1_fix_path(nullptr, fixed, 0), fixed[0]);
+  digest(osh1_open(nullptr, 0, 0));
+  digest(errno == EINVAL);
+});
+
+/// All texts of up to so many characters: letters, a dot, and what separates.
+std::vector<std::string> short_texts(std::size_t longest) {
+  std::vector<std::string> texts = {""};
+  for (std::size_t i = 0; texts[i].size() < longest; ++i) {
+    for (const char c : {'a', '.', '/', '\\', '\xe9'}) texts.push_back(texts[i] + c);
+  }
+  return texts;
+}
+
+// Split at the last separator, and put together by one backslash, into buffers of their own and in
+// the place of an input.
+const Group paths("osh.paths", [](Digest& digest) {
+  for (std::string text : short_texts(5)) {
+    const std::size_t end = text.find_last_of("/\\"), begin = end + 1;  // npos and 0 if none
+    for (const int place : {0, 1, 2}) {
+      std::string path = text;
+      char directory[8] = "#######", file[8] = "#######";
+      char* const parts[] = {place == 1 ? path.data() : directory, place == 2 ? path.data() : file};
+      digest(osh_truncate_path(path.data(), parts[0], parts[1]), path, directory, file);
+      digest.expect(parts[0] == text.substr(0, begin == 0 ? 0 : end));
+      digest.expect(parts[1] == text.substr(begin));
+    }
+    const char* const extension = utl_file_extension(text.data());
+    digest.expect(extension - text.data() == long(std::min(text.find('.', begin), text.size())));
+  }
+  for (int null = 0; null < 3; ++null) {
+    char a[] = "a/b", b[] = "?", c[] = "?";
+    digest(osh_truncate_path(null == 0 ? nullptr : a, null == 1 ? nullptr : b,
+                             null == 2 ? nullptr : c),
+           a, b, c);
+  }
+  for (std::string first : short_texts(2)) {
+    for (std::string second : short_texts(2)) {
+      const bool is_joined = (!first.empty() && first.back() == '\\') || second[0] == '\\';
+      for (const int place : {0, 1, 2}) {
+        char result[8] = "#######";
+        if (place > 0) std::strcpy(result, (place == 1 ? first : second).c_str());
+        digest(osh_append_path(place == 1 ? result : first.data(),
+                               place == 2 ? result : second.data(), result),
+               result);
+        digest.expect(result == first + (is_joined ? "" : "\\") + second);
+      }
+    }
+  }
+});
+
+const Group services("osh.services", [](Digest& digest) {
+  const char* const words[] = {"z", "\xe9", "ab", "", "Z", "a", "abc", "\x7f"};
+  for (const auto& first : words) {
+    for (const auto& second : words) digest(osh_qsort_compare_strings(&first, &second));
+  }
+  for (const int year : {1999, 2000, 2105}) {
+    now = {year, year % 12 + 1, year % 31, year % 24, 5, year % 60};
+    char stamp[20] = "###################";
+    digest(osh_get_time_stamp(stamp), stamp);
+  }
+  for (int size = -1; size <= 20; ++size) {
+    char name[24] = "#######################";
+    digest(osh_gethostname(name, size), name);
+  }
+  short parameters[10], *shared = osh_get_sys_parms();
+  osh_get_file_parms(parameters);
+  shared[2] = 7;
+  osh_get_sys_parms();
+  for (int i = 0; i < 10; ++i) digest(parameters[i], shared[i]);
+  digest(osh_system_type(), osh_verify_file_name());
+  for (std::string name : {"ZELVAN", "", "=ZELVAN", "ZELVAN=c"}) {
+    for (std::string value : {std::string("a=b"), std::string(5000, 'v')}) {
+      digest(osh_setenv(name.data(), value.data()));
+      const char* const now_set = std::getenv("ZELVAN");
+      digest(now_set);
+    }
+  }
+  digest(osh_setenv(nullptr, nullptr));
+});
+
+}  // namespace

@@ -1,0 +1,18 @@
+/// What a Logger keeps to itself, for its one friend.
+#pragma once
+
+#include <zelvan/logger/logger.h>
+
+struct LoggerInside {
+  static constexpr auto init = &Logger::init, open = &Logger::openFile;
+  static constexpr auto date = &Logger::getCurrentDate;
+  static constexpr auto outlog = &Logger::outlog;
+  static constexpr auto name = &Logger::classname;
+  static constexpr auto stout = &Logger::stout, reserved = &Logger::reserved_flag;
+  static inline auto &files = Logger::max_num_files, &most_lines = Logger::max_num_lines;
+  static inline auto &lines = Logger::num_lines, &number = Logger::file_number;
+  static inline auto &appends = Logger::reopen_for_append, &is_pending = Logger::init_pending;
+  static inline auto& level = Logger::log_level;
+  static inline auto& prefix = Logger::file_prefix;
+  static inline auto& file = Logger::log_file;
+};
