@@ -210,14 +210,14 @@ int names() {
   return n;
 }
 
-/// Combs whose teeth cross the top of a rectangle.
-template <int n_combs, int size>
+/// Combs whose teeth cross the top of a rectangle: between vertices, or in spikes with a repeat.
+template <int n_combs, int size, int per_place = 2>
 string clip() {
   constexpr int n = n_combs * size;
   std::vector<real_pt_t> points(n), out(3 * n);
   std::vector<int> flags(n, 1), out_flags(3 * n);
   for (int i = 0; i < n; ++i) {
-    points[i] = {i % size / 2 * 0.5, i % 4 % 3 == 0 ? 5.0 : 15.0};
+    points[i] = {i % size / per_place * 0.5, i % 4 % 3 == 0 ? 5.0 : 15.0};
     if ((i + 1) % size == 0) flags[i] = 3;
   }
   drw_pset_t source = {n, points.data(), flags.data()}, target;
@@ -328,6 +328,7 @@ TEST(Heap, RefusesOneRequestOrAllFromThereOn) {
          "0|-1|");
   expect({clip<400, 24>}, "9600|");                  // the arena's own block serves them all
   expect({clip<2, 4000>}, "8000|4000|", "8000|0|");  // the largest that was had serves the next
+  expect({clip<2, 4000, 4>}, "8000|4000|", "8000|0|");
   expect({block<give_up, 16, 144>}, "0|2|4|");
   expect({block<go_on, 16, 144>}, "0|", "0|2|4|");
   expect({block<evict, 16, 144>, block<evict, 15, 120>}, "0|",

@@ -1,8 +1,10 @@
 #include <zelvan/geometry/clip_polygon_set.h>
+#include <zelvan/geometry/detail/outline_scan.h>
 
 #include "support/bits.h"
 #include "support/guarded_array.h"
 #include "support/random.h"
+#include "support/vector_forms.h"
 
 #include <cmath>
 #include <vector>
@@ -66,7 +68,7 @@ TEST(ClipPolygonSet, CutsTheKnownShapes) {
 // and corners of the rectangle all the time, in general position, close to the tolerances, with
 // huge, tiny and not even numbers, and on walks that stay to one side for a while. Some outlines
 // cross a side so often that the crossings are sorted, many of them at the same place.
-TEST(ClipPolygonSet, GivesTheSameBitsEverywhere) {
+std::uint64_t digest_of_hard_sets() {
   constexpr double e = 1.1920928955078125e-07, tiny = 0x1p-126;
   constexpr int exponents[] = {-1060, -537, -64, -63, -25, -24, -23, -22, 300, 511, 1020};
   Random random(1);
@@ -100,7 +102,34 @@ TEST(ClipPolygonSet, GivesTheSameBitsEverywhere) {
         {{x, y}, {x + lean, y + h}, {x + lean + w, y + h + rise}, {x + w, y + rise}}};
     for (const double v : clip(in, rect)) digest.add(support::bits(v));
   }
-  EXPECT_EQ(digest.value(), 10435297863413888845u);
+  return digest.value();
+}
+
+TEST(ClipPolygonSet, GivesTheSameBitsEverywhere) {
+  support::for_each_form(
+      [](const char* form) { EXPECT_EQ(digest_of_hard_sets(), 10435297863413888845u) << form; });
+}
+
+// On numbers that meet each other and the bounds all the time, not-a-numbers among them.
+TEST(OutlineScan, TellsTheSameInEveryForm) {
+  using namespace zelvan;
+  Random random(2);
+  const auto number = [&] { return random.below(9) > 0 ? random.below(4) : random.hard_double(); };
+  constexpr ClipBox nowhere = {INFINITY, INFINITY, -INFINITY, -INFINITY};
+  GuardedArray<real_pt_t> room(most_in_edge_set);
+  for (int set = 0; set < 20'000; ++set) {
+    const ClipBox box = {number(), number(), number(), number()};
+    const ClipBox& inner = set % 2 == 0 ? box : nowhere;
+    const int n = 2 + set % (most_in_edge_set - 1);
+    real_pt_t* const points = room.end() - n;
+    for (int i = 0; i < n; ++i) points[i] = {number(), number()};
+    const SidesOut out = sides_out(box, *points), judge = plain::sides_out(box, *points);
+    EXPECT_TRUE(out.beyond == judge.beyond && out.not_within == judge.not_within) << set;
+    support::for_each_form([&](const char*) {
+      EXPECT_EQ(near_edges(points, n, box, inner), plain::near_edges(points, n, box, inner)) << set;
+      EXPECT_EQ(has_repeats(points, n), plain::has_repeats(points, n)) << set;
+    });
+  }
 }
 
 }  // namespace
