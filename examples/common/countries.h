@@ -39,6 +39,10 @@ void for_each_polygon(const Polygons<Point>& polygons, Visit visit) {
 /// repeated at the end.
 void add_polygon(MapPolygons& polygons, std::span<const real_pt_t> ring);
 
+/// Makes edges along the antimeridian and the poles invisible, from the polygon on that begins at
+/// vertex `start`: a flat map is cut open there, and there is no coast.
+void hide_cuts(MapPolygons& polygons, std::size_t start = 0);
+
 /// What carries one name: a country as a rule, else any feature of the data.
 struct Country {
   std::string name;
@@ -67,8 +71,5 @@ class LoadedWorld final : public World {
  private:
   std::vector<Country> countries_;
 };
-
-/// The path of the world that comes with the examples.
-std::string shipped_world();
 
 }  // namespace example

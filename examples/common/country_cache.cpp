@@ -1,5 +1,6 @@
 #include "common/country_cache.h"
 
+#include "common/compact_outlines.h"
 #include "common/error.h"
 #include "common/file.h"
 
@@ -11,14 +12,18 @@
 
 namespace example {
 
+std::string shipped_world() { return SHIPPED_WORLD; }
+std::string fine_world() { return FINE_WORLD; }
+
 CountryCache::CountryCache(const std::string& path, int budget)
     : path_(path), pool_(MemPoolNew(budget)) {
   if (pool_ != nullptr) list_.reset(MemListNew(pool_.get(), make_room));
   if (list_ == nullptr) throw std::bad_alloc();
   const std::string text = read_file(path);
-  for (Feature& feature : find_features(path, text)) {
+  if (is_compact(text)) format_ = {find_compact_features, read_compact_feature};
+  for (Feature& feature : format_.find(path, text)) {
     const std::string_view part = std::string_view(text).substr(feature.start, feature.size);
-    Country country = read_feature(path, feature, part);
+    Country country = format_.read(path, feature, part);
     if (country.outline.empty()) continue;
     outline_ = std::move(country.outline);
     entries_.push_back({std::move(feature), std::move(country.name), outline_.points.size()});
@@ -39,7 +44,7 @@ const MapPolygons& CountryCache::outline(std::size_t i) {
     return outline_;
   }
   const std::string text = read_file_part(path_, entry.feature.start, entry.feature.size);
-  Country country = read_feature(path_, entry.feature, text);
+  Country country = format_.read(path_, entry.feature, text);
   if (country.name != entry.name || country.outline.points.size() != entry.n_vertices) {
     throw Error(path_ + ": has changed while it was in use");
   }

@@ -85,8 +85,12 @@ Reduction draw_world(World& world, const std::vector<DrawnCountry>& countries,
                    style.border, width, style.border_dashes);
   }
   if (label_font != nullptr) write_names(world, countries, view, *label_font, picture);
-  const Reduction reduction =
-      style.n_pens > 0 ? reduce_to_pens(picture, style.n_pens) : Reduction{};
+  Reduction reduction;
+  if (style.n_pens > 0) {
+    Pens pens(picture.pixels(), style.n_pens);
+    pens.apply(picture.pixels());
+    reduction = pens.reduction();
+  }
   picture.save();
   return reduction;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "common/countries.h"
-#include "common/font.h"
 
 #include <optional>
 #include <string>

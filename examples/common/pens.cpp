@@ -3,16 +3,16 @@
 #include <zelvan/colour/color_xfm.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <map>
-#include <unordered_map>
-#include <vector>
 
 namespace example {
 
 namespace {
 
+constexpr std::uint32_t channels = 0xFFFFFF;
+constexpr std::uint32_t opaque = 0xFF000000;
+
 struct Use {
+  std::uint32_t pixel;
   ColorRGB colour;
   double count;  // of pixels
 };
@@ -23,11 +23,17 @@ ColorRGB colour_of(std::uint32_t pixel) {
   return colour;
 }
 
+// In ascending order. Most pixels have the colour of the one before.
 std::vector<Use> colours_in(std::span<const std::uint32_t> pixels) {
-  std::map<std::uint32_t, double> counts;
-  for (const std::uint32_t pixel : pixels) ++counts[pixel & 0xFFFFFF];
+  std::unordered_map<std::uint32_t, double> counts;
+  for (std::size_t i = 0, run_start = 0; i < pixels.size(); run_start = i) {
+    const std::uint32_t pixel = pixels[i] & channels;
+    while (i < pixels.size() && (pixels[i] & channels) == pixel) ++i;
+    counts[pixel] += static_cast<double>(i - run_start);
+  }
   std::vector<Use> uses;
-  for (const auto& [pixel, count] : counts) uses.push_back({colour_of(pixel), count});
+  for (const auto& [pixel, count] : counts) uses.push_back({pixel, colour_of(pixel), count});
+  std::sort(uses.begin(), uses.end(), [](const Use& a, const Use& b) { return a.pixel < b.pixel; });
   return uses;
 }
 
@@ -37,18 +43,18 @@ double squared_distance(const ColorRGB& a, const ColorRGB& b) {
 }
 
 // Pen 0 is left unset: a search never finds it, and a transform doesn't count it.
-ColorMap map_of(const std::vector<ColorRGB>& colours) {
-  ColorMap map(static_cast<int>(colours.size()) + 1, 255);
+ColorMap map_of(const std::vector<std::uint32_t>& pixels) {
+  ColorMap map(static_cast<int>(pixels.size()) + 1, 255);
   map.colors[0].red = -1;
-  std::copy(colours.begin(), colours.end(), map.colors + 1);
+  std::transform(pixels.begin(), pixels.end(), map.colors + 1, colour_of);
   return map;
 }
 
 // The commonest colour, and then again and again the one that is missed most: far from all pens
 // so far, and used often.
-ColorMap pens_for(const std::vector<Use>& uses, int n_pens) {
+std::vector<std::uint32_t> pens_for(const std::vector<Use>& uses, int n_pens) {
   std::vector<double> missed(uses.size(), 1.0);  // by one pixel of each colour
-  std::vector<ColorRGB> pens;
+  std::vector<std::uint32_t> pens;
   while (static_cast<int>(pens.size()) < n_pens) {
     std::size_t most = 0;
     for (std::size_t i = 1; i < uses.size(); ++i) {
@@ -60,31 +66,32 @@ ColorMap pens_for(const std::vector<Use>& uses, int n_pens) {
       const double distance = squared_distance(uses[i].colour, pen);
       missed[i] = pens.empty() ? distance : std::min(missed[i], distance);
     }
-    pens.push_back(pen);
+    pens.push_back(uses[most].pixel);
   }
-  return map_of(pens);
+  return pens;
 }
 
 }  // namespace
 
-Reduction reduce_to_pens(Picture& picture, int n_pens) {
-  const std::span<std::uint32_t> pixels = picture.pixels();
+Pens::Pens(std::span<const std::uint32_t> pixels, int n_pens) : map_(0, 255) {
   const std::vector<Use> uses = colours_in(pixels);
-  std::vector<ColorRGB> used;
-  for (const Use& use : uses) used.push_back(use.colour);
-  ColorMap colours = map_of(used);
-  ColorMap pens = pens_for(uses, n_pens);
-  ColorXfm to_pens(static_cast<int>(colours.map_size));
-  to_pens.MapColors(&colours, &pens);
+  pixels_ = pens_for(uses, n_pens);
+  map_ = map_of(pixels_);
+  std::vector<std::uint32_t> colours;
+  for (const Use& use : uses) colours.push_back(use.pixel);
+  reduction_ = look_up(colours);
+}
 
-  std::unordered_map<std::uint32_t, std::uint32_t> pen_pixels;
-  for (unsigned int i = 1; i < colours.map_size; ++i) {
-    const unsigned int pen = to_pens.DoColorXfm(i);
-    pen_pixels[colours.colors[i].RGBToBGR32BitColor()] = pens.colors[pen].RGBToBGR32BitColor();
+// Takes the pens of colours that are new to `pen_of_`.
+Reduction Pens::look_up(const std::vector<std::uint32_t>& colours) {
+  ColorMap map = map_of(colours);
+  ColorXfm to_pens(static_cast<int>(map.map_size));
+  to_pens.MapColors(&map, &map_);
+  for (std::size_t i = 0; i < colours.size(); ++i) {
+    const unsigned int pen = to_pens.DoColorXfm(static_cast<unsigned int>(i) + 1);
+    pen_of_[colours[i]] = pixels_[pen - 1];
   }
-  for (std::uint32_t& pixel : pixels) pixel = pen_pixels[pixel & 0xFFFFFF];
-
-  Reduction found = {colours.map_size - 1,
+  Reduction found = {map.map_size - 1,
                      to_pens.hist_exact,
                      to_pens.hist_3,
                      to_pens.hist_7,
@@ -94,6 +101,26 @@ Reduction reduce_to_pens(Picture& picture, int n_pens) {
   found.farther = found.colours - found.exact - found.within_3 - found.within_7 - found.within_15 -
                   found.within_31;
   return found;
+}
+
+void Pens::apply(std::span<std::uint32_t> pixels) {
+  std::vector<std::uint32_t> unknown;
+  std::uint32_t before = ~channels;  // no colour
+  for (const std::uint32_t pixel : pixels) {
+    const std::uint32_t colour = pixel & channels;
+    if (colour == before) continue;
+    if (pen_of_.try_emplace(colour, 0).second) unknown.push_back(colour);
+    before = colour;
+  }
+  look_up(unknown);
+  std::uint32_t pen = 0;
+  before = ~channels;
+  for (std::uint32_t& pixel : pixels) {
+    const std::uint32_t colour = pixel & channels;
+    if (colour != before) pen = pen_of_.find(colour)->second | opaque;
+    before = colour;
+    pixel = pen;
+  }
 }
 
 }  // namespace example

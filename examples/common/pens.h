@@ -1,7 +1,12 @@
 /// Pictures of few colours.
 #pragma once
 
-#include "common/picture.h"
+#include <zelvan/colour/color_map.h>
+
+#include <cstdint>
+#include <span>
+#include <unordered_map>
+#include <vector>
 
 namespace example {
 
@@ -17,8 +22,32 @@ struct Reduction {
   unsigned int farther = 0;
 };
 
-/// Reduces a PNG picture to `n_pens` of its colours, those that would be missed most: every other
-/// becomes the closest of them. Requires: `n_pens` above 0.
-Reduction reduce_to_pens(Picture& picture, int n_pens);
+/// A few of a picture's colours, those that would be missed most, and for every other colour the
+/// closest of them.
+///
+/// Pixels hold three channels in their 24 low bits, in any order; the others play no part.
+class Pens {
+ public:
+  /// Chooses at most `n_pens`. Requires: `n_pens` above 0, at least one pixel.
+  Pens(std::span<const std::uint32_t> pixels, int n_pens);
+
+  /// Puts the pens in the place of all colours, opaque, in the picture that they were chosen for
+  /// or any other.
+  void apply(std::span<std::uint32_t> pixels);
+
+  /// The pens as pixels, the commonest first.
+  const std::vector<std::uint32_t>& pixels() const { return pixels_; }
+
+  /// How well they stand for the colours of the picture that they were chosen for.
+  const Reduction& reduction() const { return reduction_; }
+
+ private:
+  Reduction look_up(const std::vector<std::uint32_t>& colours);
+
+  std::vector<std::uint32_t> pixels_;
+  ColorMap map_;
+  std::unordered_map<std::uint32_t, std::uint32_t> pen_of_;  ///< for the colours met so far
+  Reduction reduction_;
+};
 
 }  // namespace example

@@ -5,7 +5,10 @@
 
 #include "common/countries.h"
 
+#include <cstddef>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace example {
@@ -29,7 +32,11 @@ class Picker {
     entries_.push_back(std::move(entry));
   }
 
-  /// The name of the country at the point; null where there is none. The name is the picker's.
+  /// The country at the point, counted in the order in which they were added; nothing where there
+  /// is none.
+  std::optional<std::size_t> index_at(double x, double y);
+
+  /// Its name; null where there is none. The name is the picker's.
   const std::string* at(double x, double y);
 
  private:

@@ -4,6 +4,7 @@
 #include <zelvan/colour/color_rgb.h>
 
 #include "common/countries.h"
+#include "common/font.h"
 #include "common/labels.h"
 
 #include <cstdint>

@@ -1,7 +1,6 @@
 #include "common/stages.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 namespace example {
@@ -34,27 +33,6 @@ void append_clipped(drw_pset_t source, real_rect_t frame, ClipSet clip, MapPolyg
 
 void move_east(real_pt_t* first, real_pt_t* last, double degrees) {
   for (; first != last; ++first) first->x += degrees;
-}
-
-bool is_cut(real_pt_t a, real_pt_t b) {
-  const bool is_on_antimeridian = a.x == b.x && std::abs(a.x) == 180.0;
-  const bool is_on_pole = a.y == b.y && std::abs(a.y) == 90.0;
-  return is_on_antimeridian || is_on_pole;
-}
-
-// Where a flat map is cut open, along the antimeridian and the poles, there is no coast. This
-// comes after clipping, of which one operation can let a lone invisible edge change places.
-void hide_cuts(MapPolygons& polygons, std::size_t start) {
-  std::size_t first = start;
-  for (std::size_t i = start; i < polygons.points.size(); ++i) {
-    int& flag = polygons.edge_flags[i];
-    const bool is_last = flag >= drw_edge_close_invisible;
-    const std::size_t next = is_last ? first : i + 1;
-    if (is_cut(polygons.points[i], polygons.points[next])) {
-      flag = is_last ? drw_edge_close_invisible : drw_edge_invisible;
-    }
-    if (is_last) first = i + 1;
-  }
 }
 
 bool comes_before(const real_pt_t& a, const real_pt_t& b) {
@@ -95,6 +73,7 @@ MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& t
       move_east(frame.corners, frame.corners + 4, -360.0 * turn);
       const std::size_t turn_start = out.points.size();
       append_clipped(polygon, frame, clip, room, out);
+      // After clipping, of which one operation can let a lone invisible edge change places.
       hide_cuts(out, turn_start);
       real_pt_t* const piece = out.points.data() + turn_start;
       real_pt_t* const piece_end = out.points.data() + out.points.size();

@@ -1,9 +1,9 @@
 #include "options.h"
 
-#include <zelvan/linetypes/line_type_list.h>
-
 #include "common/colour_text.h"
+#include "common/country_cache.h"
 #include "common/error.h"
+#include "common/line_dashes.h"
 
 #include <charconv>
 #include <cmath>
@@ -40,22 +40,6 @@ Point parse_pair(const std::string& option, const std::string& text, char separa
               "' between; see mapview --help");
 }
 
-// The dashes of a built-in line type in pixels; none for one of a single fragment, a solid line.
-std::vector<double> dashes_of(int line_type) {
-  constexpr double pixels_per_unit = 0.15;
-  CLineTypeDefList line_types;
-  CLineTypeDefinition* const found = line_types.GetDefinition(static_cast<unsigned>(line_type));
-  if (found == nullptr) throw Error("--line-type: from 1 to 13; see mapview --help");
-  CLineTypeDefPattern pattern = found->GetPattern();
-  std::vector<double> dashes;
-  if (pattern.GetNumFragments() == 1) return dashes;
-  double fragment = pattern.GetFirstFragment();
-  for (int n = pattern.GetNumFragments(); n > 0; --n, fragment = pattern.GetNextFragment()) {
-    dashes.push_back(fragment * pixels_per_unit);
-  }
-  return dashes;
-}
-
 void require(bool is_so, const char* what) {
   if (!is_so) throw Error(std::string(what) + "; see mapview --help");
 }
@@ -72,8 +56,12 @@ std::optional<Options> read_options(int argc, char** argv) {
 
   CLI::App app("Draws a map of countries and tells which country lies where.", "mapview");
   app.footer(example_call);
-  app.add_option("-d,--data", options.data, "GeoJSON file (default: the world at 1:110 million)")
-      ->type_name("FILE");
+  CLI::Option* const data = app.add_option("-d,--data", options.data,
+                                           "GeoJSON file (default: the world at 1:110 million)")
+                                ->type_name("FILE");
+  app.add_flag_callback(
+         "--fine", [&] { options.data = fine_world(); }, "the world at 1:50 million, for close-ups")
+      ->excludes(data);
   app.add_option("-o,--output", options.output,
                  "picture to write, .png or .svg; auto: mapview-AAA.png, or AAB, AAC and so on")
       ->type_name("FILE");
@@ -139,7 +127,11 @@ std::optional<Options> read_options(int argc, char** argv) {
   const int n_pens = options.style.n_pens;
   require(!*palette || (n_pens >= 1 && n_pens <= 256), "--palette: from 1 to 256 pens");
   require(!*memory || options.memory >= 1, "--memory: from 1 to 2147483647 bytes");
-  if (*line_type_option) options.style.border_dashes = dashes_of(line_type);
+  if (*line_type_option) {
+    const auto dashes = line_dashes(line_type);
+    require(dashes.has_value(), "--line-type: from 1 to 13");
+    options.style.border_dashes = *dashes;
+  }
   if (*sea) options.style.sea = read_colour("--sea", sea_text);
   if (*border) options.style.border = read_colour("--border", border_text);
   if (*fill) {

@@ -9,6 +9,7 @@
 #include <zelvan/wipc/messages.h>
 #include <zelvan/wipc/session.h>
 
+#include "common/country_cache.h"
 #include "common/error.h"
 #include "common/file.h"
 #include "common/geojson.h"

@@ -12,7 +12,7 @@
 #define ZELVAN_C_API extern "C" ZELVAN_API
 
 /// Marks a function that only stores or compares and is inline for the caller's speed.
-/// While the library itself is built, its symbol is made as well, for those who look it up.
+/// While the shared library itself is built, its symbol is made as well, for those who look it up.
 #ifdef ZELVAN_BUILDING_LIBRARY
 #define ZELVAN_INLINE_API __attribute__((visibility("default"), used))
 #else

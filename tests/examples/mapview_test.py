@@ -61,6 +61,16 @@ class Picks(unittest.TestCase):
         for outside in ("--pick=100,80", "--pixel=1600,0", "--pixel=-1,5"):
             self.assertIn("outside the picture", mapview("--width", "30", outside).stdout)
 
+    def test_the_fine_world_has_what_the_coarse_one_leaves_out_with_any_memory(self):
+        for place, coarse, fine in (("12.46,43.94", "Italy", "San Marino"),
+                                    ("-175.2,-21.2", "no country", "Tonga"),
+                                    ("179.9,68.5", "Russia", "Russia"),
+                                    ("0,-89.9", "Antarctica", "Antarctica")):
+            for country, options in ((coarse, []), (fine, ["--fine"]),
+                                     (fine, ["--fine", "--memory=20000"])):
+                self.assertIn("place %s: %s," % (place, country),
+                              mapview("--pick=" + place, *options).stdout)
+
     def test_a_frame_on_which_the_map_ends_keeps_land_land_and_sea_sea(self):
         for width in (640, 900, 1000, 1024, 1600):
             high = width // 2
@@ -261,6 +271,9 @@ def polygon(ring):
     return '{"type":"Polygon",\n"coordinates":[%s]}' % ring
 
 
+COMPACT = "outlines in 1/500 degree\n"
+
+
 class BadInput(unittest.TestCase):
     TABLE = [  # content of the file; what the error says after its name
         ("", ":1:1: no JSON"), ('{"type":\n  nonsense}', ":2:4: no JSON"),
@@ -275,6 +288,10 @@ class BadInput(unittest.TestCase):
         (polygon('[[0,0],[1,0],["1",1],[0,0]]'), ": at /coordinates/0/2: no position"),
         (polygon("[[0,0],[1],[1,1],[0,0]]"), ": at /coordinates/0/1: no position"),
         ('{"type":"GeometryCollection","geometries":[' * 100 + "]}" * 100, "nested too deeply"),
+        (COMPACT, ": no polygons"), (COMPACT + "Atlantis", ": at byte 25: a name without an end"),
+        (COMPACT + "Atlantis\n\1\2", ": at byte 36: a polygon of fewer than three"),
+        (COMPACT + "Atlantis\n\1\3\1\1\4\1\1", ": at byte 41: the file ends too early"),
+        (COMPACT + "Atlantis\n" + "\x80" * 3, ": at byte 39: a number of more than 32 bits"),
     ]
 
     def check(self, folder, said, *arguments):

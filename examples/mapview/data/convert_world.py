@@ -1,15 +1,20 @@
 #!/usr/bin/env python3
-"""Makes world.geojson out of the country outlines of the npm package world-atlas 2.0.2.
+"""Makes the shipped worlds out of the country outlines of the npm package world-atlas 2.0.2.
 
     npm pack world-atlas@2.0.2 && tar xf world-atlas-2.0.2.tgz
     ./convert_world.py package/countries-110m.json > world.geojson
+    ./convert_world.py package/countries-50m.json --compact > world-50m.outlines
 
 The input is TopoJSON whose rings run across the antimeridian and around the pole as they do on
 a globe. A flat map wants them cut there, and so does RFC 7946: outlines end at longitude 180
 and go on at -180, and a ring about the pole comes home along the edge of the map.
+
+The compact form is read by examples/common/compact_outlines.cpp, which tells how it is made up.
 """
 import json
 import sys
+
+UNITS_PER_DEGREE = 500  # of the compact form
 
 
 def decode_arcs(topology):
@@ -101,30 +106,79 @@ def wound(ring, counter_clockwise):
     return ring + ring[:1]
 
 
+def is_pinprick(ring):
+    """At 1:50 million, Antarctica is a ring about a hole of two hundred metres: the pole."""
+    return max(abs(lat + 90.0) for _, lat in ring) < 0.01
+
+
 def polygons(arcs, geometry):
     """Each polygon: an outer ring, then its holes. No polygon that has a hole is cut."""
     for rings in geometry["arcs"] if geometry["type"] == "MultiPolygon" else [geometry["arcs"]]:
-        outer = [wound(piece, True) for piece in pieces(ring_of(arcs, rings[0]))]
-        holes = [wound(ring_of(arcs, hole), False) for hole in rings[1:]]
+        rings = [ring_of(arcs, ring) for ring in rings]
+        rings = [ring for ring in rings if not is_pinprick(ring)]
+        outer = [wound(piece, True) for piece in pieces(rings[0])]
+        holes = [wound(hole, False) for hole in rings[1:]]
         if holes and len(outer) > 1:
             sys.exit("a polygon with holes crosses the antimeridian: share out its holes")
         for ring in outer:
             yield [ring] + holes
 
 
+def geojson(countries):
+    lines = []
+    for name, outline in countries:
+        feature = {
+            "type": "Feature",
+            "properties": {"name": name},
+            "geometry": {"type": "MultiPolygon", "coordinates": outline},
+        }
+        lines.append(json.dumps(feature, ensure_ascii=False, separators=(",", ":")))
+    text = '{"type":"FeatureCollection","features":[\n' + ",\n".join(lines) + "\n]}\n"
+    return text.encode()
+
+
+def number(n):
+    """Seven bits a byte, the lowest first, 128 added to each but the last."""
+    out = bytearray()
+    while n > 127:
+        out.append(n & 127 | 128)
+        n >>= 7
+    return bytes(out) + bytes([n])
+
+
+def step(n):
+    """Near zero on either side is short: 0, -1, 1, -2 and so on are 0, 1, 2, 3."""
+    return number(2 * n if n >= 0 else -2 * n - 1)
+
+
+def compact(countries):
+    out = bytearray(b"outlines in 1/%d degree\n" % UNITS_PER_DEGREE)
+    for name, outline in countries:
+        rings = []
+        for ring in sum(outline, []):
+            ring = [(round(lon * UNITS_PER_DEGREE), round(lat * UNITS_PER_DEGREE))
+                    for lon, lat in ring[:-1]]
+            ring = without_repeats(ring)
+            if len(ring) >= 3:
+                rings.append(ring)
+        out += name.encode() + b"\n" + number(len(rings))
+        x = y = 0
+        for ring in rings:
+            out += number(len(ring))
+            for next_x, next_y in ring:
+                out += step(next_x - x) + step(next_y - y)
+                x, y = next_x, next_y
+    return bytes(out)
+
+
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         topology = json.load(file)
     arcs = list(decode_arcs(topology))
-    lines = []
-    for country in topology["objects"]["countries"]["geometries"]:
-        feature = {
-            "type": "Feature",
-            "properties": {"name": country["properties"]["name"]},
-            "geometry": {"type": "MultiPolygon", "coordinates": list(polygons(arcs, country))},
-        }
-        lines.append(json.dumps(feature, ensure_ascii=False, separators=(",", ":")))
-    print('{"type":"FeatureCollection","features":[\n' + ",\n".join(lines) + "\n]}")
+    countries = [(country["properties"]["name"], list(polygons(arcs, country)))
+                 for country in topology["objects"]["countries"]["geometries"]]
+    write = compact if "--compact" in sys.argv else geojson
+    sys.stdout.buffer.write(write(countries))
 
 
 if __name__ == "__main__":

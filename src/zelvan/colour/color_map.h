@@ -18,15 +18,16 @@
 
 /// Kinds of images that `ColorMap::GetValue` knows, by their bits a pixel.
 enum ImageType : int {
-  ImageType1Bit = 1,
-  ImageType8Bit = 8,
-  ImageType32Bit = 32,
+  ImageType1Bit = 1,    ///< holds packed colours
+  ImageType8Bit = 8,    ///< holds pens
+  ImageType32Bit = 32,  ///< holds packed colours
 };
 
-/// Which channel stands in the high bits of a packed colour.
+/// Which channel stands in the high bits of a packed colour. Any other value acts like
+/// `RGBOrderBlueHigh`.
 enum RGBOrder : int {
-  RGBOrderBlueHigh = 0,
-  RGBOrderRedHigh = 1,
+  RGBOrderBlueHigh = 0,  ///< red in the bits 0-7, green in 8-15, blue in 16-23
+  RGBOrderRedHigh = 1,   ///< blue in the bits 0-7, green in 8-15, red in 16-23
 };
 
 /// A table of colours. It owns its entries.
@@ -40,34 +41,40 @@ class ColorMap {
   unsigned int max_value;  ///< the largest channel, 255 for a map of 8 bits
   ColorRGB* colors;        ///< the entries, of `new`; null in an empty map
 
-  /// `size` black entries.
+  /// `size` black entries, on the scale `max_value0`.
   ZELVAN_API ColorMap(int size, int max_value0);
 
-  /// `size` entries from `rgb`, which holds red, green and blue of each in turn. Requires: 3 *
-  /// `size` numbers.
+  /// `size` entries from `rgb`, which holds red, green and blue of each in turn and stays the
+  /// caller's. Requires: 3 * `size` numbers.
   ZELVAN_API ColorMap(int size, int max_value0, int* rgb);
 
+  /// A copy has entries of its own. What an assignment replaces is freed.
   ZELVAN_API ColorMap(const ColorMap& other);
   ZELVAN_API ColorMap& operator=(const ColorMap& other);
   ZELVAN_API ~ColorMap();
 
   // ---- setting entries
 
-  /// Sets entry `index` as `ColorRGB::SetValue` does, and gives its result.
+  /// Sets entry `index` as `ColorRGB::SetValue` does, and gives its result; 0 for an `index` that
+  /// the map doesn't have. The channels are on the scale 255, whatever the map's is.
   ZELVAN_API unsigned short SetIndex(int index, unsigned short reserved, char* text);
 
-  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, and gives its result.
+  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, likewise: channels of 0 to 1 go to the
+  /// scale 255.
   ZELVAN_API unsigned short SetRGBIndex(int index, float red, float green, float blue);
 
-  /// Copies the colour into entry `index`. Requires: 0 <= `index` < `map_size`.
+  /// Copies the colour into entry `index`. Requires: 0 <= `index` < `map_size`, and `color` is not
+  /// null.
   ZELVAN_API void SetMap(int index, ColorRGB* color);
 
   // ---- comparing and copying
 
-  /// Copies scale and entries into `*target` if it has as many; otherwise does nothing.
+  /// Copies scale and entries into `*target` if it has as many; otherwise does nothing. Requires:
+  /// no null pointer.
   ZELVAN_API void CopyColorMap(ColorMap* target);
 
-  /// 1 if both maps have as many entries and the same ones, else 0. The scale has no say.
+  /// 1 if both maps have as many entries and the same ones, else 0. The scale has no say. Requires:
+  /// no null pointer.
   ZELVAN_API unsigned short Identical(ColorMap* other);
 
   // ---- searching
@@ -87,13 +94,15 @@ class ColorMap {
   /// Requires: no null pointer.
   ZELVAN_API int GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh);
 
-  /// The index of the closest entry that is another colour than `*target`, the lowest of
-  /// equals; entry 0 counts. 0 if there is none.
+  /// The index of the closest entry that is another colour than `*target`, by the sum of the
+  /// squared differences of its channels in 32 bits; the lowest of equals. Entry 0 counts. 0 if
+  /// there is none. Nothing of the last answer is read or written. Requires: no null pointer.
   ZELVAN_API int GetSimilarColor(ColorRGB* target);
 
   /// 1 if one of the first `list->rw_count` entries is the colour, or differs from it by less
-  /// than `tolerance` in each channel and by less than three full scales in all; else 0. The
-  /// pens in the list have no say.
+  /// than `tolerance` in each channel and by less than three full scales in all; else 0. Channels
+  /// and tolerance are on the map's scale. The pens in the list have no say, and unset entries
+  /// are entries like any other. Requires: no null pointer.
   ZELVAN_API unsigned short ColxGetReadOnlyColor(ColorRWMap* list, int red, int green, int blue,
                                                  int tolerance);
 
@@ -112,10 +121,11 @@ class ColorMap {
 /// its entries. It goes back with `ColDeleteColorMap`.
 ZELVAN_API void* ColNewColorMap(int size, int max_value, int* rgb);
 
-/// Releases a map of `ColNewColorMap` or `ColOpen`, its entries with it. Null is left alone.
+/// Releases a map of `ColNewColorMap` or `ColOpen`, its entries with it. Null does nothing.
 ZELVAN_API void ColDeleteColorMap(void* map);
 
 static_assert(offsetof(ColorMap, map_size) == 0 && offsetof(ColorMap, map_count) == 4 &&
-                  offsetof(ColorMap, max_value) == 8 && offsetof(ColorMap, colors) == 16 &&
-                  sizeof(ColorMap) == 24,
+                  offsetof(ColorMap, max_value) == 8 &&
+                  offsetof(ColorMap, colors) == 8 + sizeof(void*) &&
+                  sizeof(ColorMap) == 8 + 2 * sizeof(void*),
               "layout is interface");

@@ -14,29 +14,30 @@
 
 /// Hue in degrees, from 0 up to but not including 360; saturation and value from 0 to 1.
 struct ColorHSV {
-  float hue;
-  float saturation;
-  float value;
+  float hue;         ///< 0 red, 120 green, 240 blue
+  float saturation;  ///< 0 for a grey
+  float value;       ///< the largest channel, 0 for black
 };
 
 /// Three channels.
 class ColorRGB {
  public:
-  int red;
-  int green;
-  int blue;
+  int red;    ///< from 0 to the end of the scale; below 0 in an unset slot of a `ColorMap`
+  int green;  ///< from 0 to the end of the scale
+  int blue;   ///< likewise
 
-  /// Black.
+  /// Black, or the three channels as they are.
   ZELVAN_INLINE_API ColorRGB() : red(0), green(0), blue(0) {}
   ZELVAN_INLINE_API ColorRGB(int r, int g, int b) : red(r), green(g), blue(b) {}
 
+  /// Takes three channels on the scale 255.
   ZELVAN_INLINE_API void Set(unsigned char r, unsigned char g, unsigned char b) {
     red = r;
     green = g;
     blue = b;
   }
 
-  /// Takes the channels; pen and alpha are left behind.
+  /// Takes the channels, on the scale 255; pen and alpha are left behind.
   ZELVAN_INLINE_API void SetRGBColorFromColorValue(ColorValue color) {
     Set(color.red, color.green, color.blue);
   }
@@ -54,9 +55,9 @@ class ColorRGB {
   ZELVAN_API unsigned short FindName(char* name);
   ZELVAN_API unsigned short SetNamedColor(char* name);
 
-  /// Stores the name of this colour in `*name`. Of several names it is the first in the table:
-  /// black, not gray0. It is the library's, never to be changed or freed. Gives 0 and leaves
-  /// `*name` alone if the colour has no name.
+  /// Stores the name of this colour, on the scale 255, in `*name` and gives 1. Of several names it
+  /// is the first in the table: black, not gray0. It is the library's, never to be changed or
+  /// freed. Gives 0 and leaves `*name` alone if the colour has no name.
   ///
   /// Requires: no null pointer.
   ZELVAN_API unsigned short FindNameForRgb(char** name);
@@ -73,11 +74,13 @@ class ColorRGB {
   /// pointer. The first argument plays no part.
   ZELVAN_API unsigned short SetValue(unsigned short reserved, char* text);
 
-  /// Unpacks red, green and blue from the bits 0-7, 8-15 and 16-23; the upper bits are ignored.
+  /// Unpacks red, green and blue, on the scale 255, from the bits 0-7, 8-15 and 16-23; the upper
+  /// bits are ignored.
   ZELVAN_API void Col24BitToRGBColor(int packed);
   ZELVAN_API void RGB32BitToRGBColor(int packed);
 
-  /// Unpacks blue, green and red from the bits 0-7, 8-15 and 16-23; the upper bits are ignored.
+  /// Unpacks blue, green and red, on the scale 255, from the bits 0-7, 8-15 and 16-23; the upper
+  /// bits are ignored.
   ZELVAN_API void BGR32BitToRGBColor(int packed);
 
   /// Packs red, green and blue into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
@@ -90,7 +93,8 @@ class ColorRGB {
 
   /// Takes the colour of `*hsv`, each channel from 0 to `scale`. Where the saturation is not
   /// above 0 the hue plays no part. A hue outside 0 to 360 is wrapped, as an angle is; one that
-  /// is not finite counts as 0.
+  /// is not finite counts as 0. Saturation and value are taken as they are: channels beyond the
+  /// scale come of what is beyond 1.
   ///
   /// Requires: no null pointer.
   ZELVAN_API void HsvToRgb(ColorHSV* hsv, int scale);

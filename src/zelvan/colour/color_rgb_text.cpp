@@ -68,9 +68,12 @@ constexpr std::size_t length_of(const char* text) {
 
 /// The lengths of the shortest and of the longest name.
 constexpr std::pair name_lengths = [] {
-  const auto [shortest, longest] = std::ranges::minmax(
-      named_colors, {}, [](const NamedColor& color) { return length_of(color.name); });
-  return std::pair(length_of(shortest.name), length_of(longest.name));
+  std::pair lengths(length_of(named_colors[0].name), std::size_t{0});
+  for (const NamedColor& color : named_colors) {
+    lengths.first = std::min(lengths.first, length_of(color.name));
+    lengths.second = std::max(lengths.second, length_of(color.name));
+  }
+  return lengths;
 }();
 static_assert(name_lengths.first >= 3, "the key of a name is made of its ends");
 
@@ -97,7 +100,7 @@ constexpr Index by_color =
     index_by([](auto row) { return packed(named_colors[row]); },
              [](auto a, auto b) { return packed(named_colors[a]) == packed(named_colors[b]); });
 
-static_assert(std::ranges::count(by_name, empty_slot) == slot_count - row_count,
+static_assert(std::count(by_name.begin(), by_name.end(), empty_slot) == slot_count - row_count,
               "no two names are equal");
 
 // ---- The textual value

@@ -17,22 +17,24 @@ class ColorRWMap {
   /// No pens, room for `size`.
   ZELVAN_API explicit ColorRWMap(int size);
 
+  /// Not to be had: two lists would free one block.
   ColorRWMap(const ColorRWMap&) = delete;
 
   /// Copies the fields as they are, so that both objects hold one block: set `rw_list` of one
   /// to null before it is destroyed. The block held so far is left to the caller.
   ZELVAN_API ColorRWMap& operator=(const ColorRWMap& other);
 
+  /// Frees the block.
   ZELVAN_API ~ColorRWMap();
 
   /// Fills `*target` with the lowest pens that this list doesn't hold, but for the topmost
   /// `reserved`: its `rw_size` less this list's `rw_count` less `reserved` of them, none if
   /// that is less than nothing and at most `rw_size`.
   ///
-  /// Requires: `target` is another list, and this one is in ascending order.
+  /// Requires: `target` is another list and not null, and this one is in ascending order.
   ZELVAN_API void MakeRoList(ColorRWMap* target, int reserved);
 };
 
 static_assert(offsetof(ColorRWMap, rw_size) == 0 && offsetof(ColorRWMap, rw_count) == 4 &&
-                  offsetof(ColorRWMap, rw_list) == 8 && sizeof(ColorRWMap) == 16,
+                  offsetof(ColorRWMap, rw_list) == 8 && sizeof(ColorRWMap) == 8 + sizeof(void*),
               "layout is interface");

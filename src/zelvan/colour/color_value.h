@@ -24,11 +24,11 @@ enum ColAdjT : int {
 /// Alpha is 255 for a foreground made of channels, 0 for a background or a value made of a pen.
 class ColorValue {
  public:
-  short pen;
-  unsigned char alpha;
-  unsigned char red;
-  unsigned char green;
-  unsigned char blue;
+  short pen;            ///< a place in a colour table, or -1
+  unsigned char alpha;  ///< 255 opaque; nothing in the library blends
+  unsigned char red;    ///< from 0 to 255
+  unsigned char green;  ///< from 0 to 255
+  unsigned char blue;   ///< from 0 to 255
 
   /// Pen 1, opaque black.
   ZELVAN_INLINE_API ColorValue() : ColorValue(short{1}, 255, 0, 0, 0) {}
@@ -44,6 +44,7 @@ class ColorValue {
   ZELVAN_INLINE_API ColorValue(unsigned char a, unsigned char r, unsigned char g, unsigned char b)
       : ColorValue(short{-1}, a, r, g, b) {}
 
+  /// All five fields, in their order.
   ZELVAN_INLINE_API ColorValue(short pen0, unsigned char a, unsigned char r, unsigned char g,
                                unsigned char b)
       : pen(pen0), alpha(a), red(r), green(g), blue(b) {}
@@ -56,12 +57,13 @@ class ColorValue {
   /// doesn't fit keeps its low 8 bits, and what is no number becomes 0.
   ZELVAN_API ColorValue(float r, float g, float b);
 
+  /// Copies take all five fields. An assignment gives nothing.
   ColorValue(const ColorValue&) = default;
-
   ZELVAN_INLINE_API void operator=(const ColorValue& other) {
     SetColorValue(other.pen, other.alpha, other.red, other.green, other.blue);
   }
 
+  /// The one field.
   ZELVAN_INLINE_API short GetPen() const { return pen; }
   ZELVAN_INLINE_API short GetPen() { return pen; }
   ZELVAN_INLINE_API unsigned char GetAlpha() const { return alpha; }
@@ -73,12 +75,14 @@ class ColorValue {
   ZELVAN_INLINE_API unsigned char GetBlue() const { return blue; }
   ZELVAN_INLINE_API unsigned char GetBlue() { return blue; }
 
+  /// Replaces the one field, by any value.
   ZELVAN_INLINE_API void SetPen(short pen0) { pen = pen0; }
   ZELVAN_INLINE_API void SetAlpha(unsigned char a) { alpha = a; }
   ZELVAN_INLINE_API void SetRed(unsigned char r) { red = r; }
   ZELVAN_INLINE_API void SetGreen(unsigned char g) { green = g; }
   ZELVAN_INLINE_API void SetBlue(unsigned char b) { blue = b; }
 
+  /// Writes all five fields, in their order.
   ZELVAN_INLINE_API void GetColorValue(short& pen0, unsigned char& a, unsigned char& r,
                                        unsigned char& g, unsigned char& b) const {
     pen0 = pen;
@@ -88,6 +92,7 @@ class ColorValue {
     b = blue;
   }
 
+  /// Replaces all five fields, in their order, by any values.
   ZELVAN_INLINE_API void SetColorValue(short pen0, unsigned char a, unsigned char r,
                                        unsigned char g, unsigned char b) {
     pen = pen0;
@@ -97,7 +102,7 @@ class ColorValue {
     blue = b;
   }
 
-  /// Takes the low 8 bits of the channels, and alpha 255. The pen stays.
+  /// Takes the low 8 bits of the channels, as on the scale 255, and alpha 255. The pen stays.
   ZELVAN_API void SetColorValueFromRGB(ColorRGB& color);
 
   /// The same with alpha 0.
@@ -122,7 +127,8 @@ class ColorValue {
   /// foreground stays inverted.
   ZELVAN_API void UndoAdjustForeground(ColorValue& saved);
 
-  /// Sets the pen to the one that `ColorMap::GetClosestColor` finds for the channels.
+  /// Sets the pen to the one that `ColorMap::GetClosestColor` finds for the channels, its low 16
+  /// bits. The map's scale has to be 255, as that of the channels is.
   ZELVAN_API void GetClosestColor(ColorMap& map);
   ZELVAN_API void SetColorValuePenFromRGB(ColorMap& map);
 

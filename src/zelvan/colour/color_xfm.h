@@ -28,12 +28,14 @@ class ColorXfm {
   /// A table that translates each of `size` pens into pen 0; all counts are 0.
   ZELVAN_API explicit ColorXfm(int size);
 
+  /// Not to be had: two tables would free one block.
   ColorXfm(const ColorXfm&) = delete;
 
   /// Copies the fields as they are, so that both objects hold one block: set `xfm_table` of one
   /// to null before it is destroyed. The block held so far is left to the caller.
   ZELVAN_API ColorXfm& operator=(const ColorXfm& other);
 
+  /// Frees the block.
   ZELVAN_API ~ColorXfm();
 
   /// Looks each pen of `*source` up in `*target`, and counts anew. Unset entries of the source
@@ -47,24 +49,30 @@ class ColorXfm {
   ZELVAN_API unsigned int DoColorXfm(unsigned int pen);
 };
 
-/// A new map of `size` black entries; null if the heap refuses it or its entries. It goes back
-/// with `ColDeleteColorMap`.
+/// A new map of `size` black entries on the scale `max_value`, empty if `size` is 0 or less; null
+/// if the heap refuses it or its entries. It goes back with `ColDeleteColorMap`.
 ZELVAN_C_API ColorMap* ColOpen(int size, int max_value);
 
-/// A new table; null if the heap refuses it or its block. It goes back with `ColCloseXfm`.
+/// A new table that translates each of `size` pens into pen 0, empty if `size` is 0 or less; null
+/// if the heap refuses it or its block. It goes back with `ColCloseXfm`.
 ZELVAN_C_API ColorXfm* ColOpenXfm(int size);
 
-/// Releases `**xfm`, unless `*xfm` is null. The caller's pointer stays as it is.
+/// Releases `**xfm` with its block, unless `*xfm` is null. The caller's pointer stays as it is.
+/// Requires: `xfm` is not null.
 ZELVAN_C_API void ColCloseXfm(ColorXfm** xfm);
 
-/// `map->GetClosestColor`, always with a fresh search.
+/// The same as `map->GetClosestColor(target, distance, 1)`: always a fresh search.
+/// Requires: no null pointer.
 ZELVAN_C_API int ColGetClosestColor(ColorRGB* target, ColorMap* map, int* distance);
 
-/// `xfm->MapColors`.
+/// The same as `xfm->MapColors(source, target)`. Requires: no null pointer.
 ZELVAN_C_API void ColMapColors(ColorMap* source, ColorMap* target, ColorXfm* xfm);
 
-static_assert(offsetof(ColorXfm, xfm_size) == 0 && offsetof(ColorXfm, xfm_table) == 8 &&
-                  offsetof(ColorXfm, hist_exact) == 16 && offsetof(ColorXfm, hist_3) == 20 &&
-                  offsetof(ColorXfm, hist_7) == 24 && offsetof(ColorXfm, hist_15) == 28 &&
-                  offsetof(ColorXfm, hist_31) == 32 && sizeof(ColorXfm) == 40,
+static_assert(offsetof(ColorXfm, xfm_size) == 0 && offsetof(ColorXfm, xfm_table) == sizeof(void*) &&
+                  offsetof(ColorXfm, hist_exact) == 2 * sizeof(void*) &&
+                  offsetof(ColorXfm, hist_3) == 2 * sizeof(void*) + 4 &&
+                  offsetof(ColorXfm, hist_7) == 2 * sizeof(void*) + 8 &&
+                  offsetof(ColorXfm, hist_15) == 2 * sizeof(void*) + 12 &&
+                  offsetof(ColorXfm, hist_31) == 2 * sizeof(void*) + 16 &&
+                  sizeof(ColorXfm) == 3 * sizeof(void*) + 16,
               "layout is interface");

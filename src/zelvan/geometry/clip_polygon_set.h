@@ -35,10 +35,10 @@
 /// `rect` is taken as the ring of its four corners in record order, in either sense. It need
 /// not be axis-aligned: a turned view gives a turned rectangle.
 ///
-/// `target->n_points` is where appending begins: set it to 0 before the first call. Requires:
-/// arrays with room for what comes. A polygon of n vertices gives at most n + 4 + h, where h
-/// is the number of its crossings with the rectangle: at most 2 n if no edge passes through a
-/// corner, 4 n otherwise. So 5 n + 4 for each polygon always suffices. The arrays may not
+/// `target->n_points` is where appending begins: set it to 0 before the first call. Requires: no
+/// null pointer, and arrays with room for what comes. A polygon of n vertices gives at most n + 4 +
+/// h, where h is the number of its crossings with the rectangle: at most 2 n if no edge passes
+/// through a corner, 4 n otherwise. So 5 n + 4 for each polygon always suffices. The arrays may not
 /// overlap those of `source`.
 ///
 /// A vertex exactly on a side of the rectangle counts as a crossing a very small step along

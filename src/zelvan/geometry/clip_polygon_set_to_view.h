@@ -31,8 +31,9 @@
 ///
 /// `source` is read only. Polygons of one vertex give nothing; vertices behind the last closing
 /// flag are ignored. `target->n_points` is where appending begins: set it to 0 before the first
-/// call. Requires: arrays with room for 4 n + 4 more vertices for each polygon of n, which may not
-/// overlap those of `source`. What the result leaves of that room can be overwritten.
+/// call. Requires: no null pointer, and arrays with room for 4 n + 4 more vertices for each polygon
+/// of n, which may not overlap those of `source`. What the result leaves of that room can be
+/// overwritten.
 ///
 /// No heap is used and no state kept: calls on different records may run on different threads.
 ZELVAN_API void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);

@@ -25,14 +25,14 @@
 
 /// A conic arc. The ends are taken as they are; whether they lie on the curve is not asked.
 struct utl_conic_t {
-  double a;  ///< of x squared
-  double b;  ///< of x y
-  double c;  ///< of y squared
-  double d;  ///< of x
-  double e;  ///< of y
-  double f;  ///< the constant term
-  real_pt_t start;
-  real_pt_t end;
+  double a;         ///< the coefficient A, of x squared
+  double b;         ///< the coefficient B, of x y
+  double c;         ///< the coefficient C, of y squared
+  double d;         ///< the coefficient D, of x
+  double e;         ///< the coefficient E, of y
+  double f;         ///< the constant term F
+  real_pt_t start;  ///< one end of the arc
+  real_pt_t end;    ///< the other
   short clockwise;  ///< ellipses only: non-zero clockwise from start to end, 0 counter-clockwise
 };
 
@@ -43,46 +43,47 @@ struct utl_conic_t {
 ///     p = start + t                  end    |     \                               .
 ///     t from 0 to sweep                     o------start  (p = 0 is along u)
 struct utl_ellipse_t {
-  double sin_rot;  ///< of the frame's turn
-  double cos_rot;
-  double off_x;  ///< minus the centre, in the turned frame
-  double off_y;
-  double start;   ///< parameter angle of the arc's first end in radians, -pi to pi
-  double sweep;   ///< signed, in radians, to the other end: positive counter-clockwise
-  double axis_x;  ///< semi-axes along u and v
-  double axis_y;
+  double sin_rot;  ///< sine of the frame's turn
+  double cos_rot;  ///< cosine of the frame's turn
+  double off_x;    ///< minus the centre's u, in the turned frame
+  double off_y;    ///< minus the centre's v
+  double start;    ///< parameter angle of the arc's first end in radians, -pi to pi
+  double sweep;    ///< signed, in radians, to the other end: positive counter-clockwise
+  double axis_x;   ///< the semi-axis along u
+  double axis_y;   ///< the semi-axis along v
 };
 
 /// The arc of a hyperbola, on one of its branches. The free parameter runs along the axis that
 /// the branches do not open along, and counts from the centre.
 struct utl_hyperbola_t {
-  double sin_rot;  ///< of the frame's turn
-  double cos_rot;
-  double cen_x;  ///< the centre, in the turned frame
-  double cen_y;
-  double start;  ///< the free parameter at the arc's ends
-  double end;
-  double sq_x;  ///< squared semi-axes with their signs: one is positive, one negative
-  double sq_y;
+  double sin_rot;    ///< sine of the frame's turn
+  double cos_rot;    ///< cosine of the frame's turn
+  double cen_x;      ///< the centre's u, in the turned frame
+  double cen_y;      ///< the centre's v
+  double start;      ///< the free parameter at the arc's first end
+  double end;        ///< and at its other end
+  double sq_x;       ///< the squared semi-axis along u, with a sign: of the two one is negative
+  double sq_y;       ///< the squared semi-axis along v, likewise
   double branch;     ///< 1.0 or -1.0, the side of the centre on which the arc lies
   short y_branches;  ///< 1: free along u, branches open along v; 0: the other way round
 };
 
 /// The arc of a parabola. The free parameter runs across the axis and counts from the vertex.
 struct utl_parabola_t {
-  double sin_rot;  ///< of the frame's turn
-  double cos_rot;
-  double vtx_x;  ///< the vertex, in the turned frame
-  double vtx_y;
-  double start;  ///< the free parameter at the arc's ends
-  double end;
-  double k;      ///< the offset along the axis is k times the free parameter squared
-  short y_of_x;  ///< 1: free along u; 0: free along v
+  double sin_rot;  ///< sine of the frame's turn
+  double cos_rot;  ///< cosine of the frame's turn
+  double vtx_x;    ///< the vertex's u, in the turned frame
+  double vtx_y;    ///< the vertex's v
+  double start;    ///< the free parameter at the arc's first end
+  double end;      ///< and at its other end
+  double k;        ///< the offset along the axis is k times the free parameter squared
+  short y_of_x;    ///< 1: free along u; 0: free along v
 };
 
 static_assert(offsetof(utl_conic_t, a) == 0 && offsetof(utl_conic_t, f) == 40 &&
                   offsetof(utl_conic_t, start) == 48 && offsetof(utl_conic_t, end) == 64 &&
-                  offsetof(utl_conic_t, clockwise) == 80 && sizeof(utl_conic_t) == 88,
+                  offsetof(utl_conic_t, clockwise) == 80 &&
+                  sizeof(utl_conic_t) == 80 + alignof(double),
               "layout is interface");
 static_assert(offsetof(utl_ellipse_t, cos_rot) == 8 && offsetof(utl_ellipse_t, off_x) == 16 &&
                   offsetof(utl_ellipse_t, start) == 32 && offsetof(utl_ellipse_t, sweep) == 40 &&
@@ -92,22 +93,23 @@ static_assert(offsetof(utl_hyperbola_t, cos_rot) == 8 && offsetof(utl_hyperbola_
                   offsetof(utl_hyperbola_t, start) == 32 && offsetof(utl_hyperbola_t, end) == 40 &&
                   offsetof(utl_hyperbola_t, sq_x) == 48 &&
                   offsetof(utl_hyperbola_t, branch) == 64 &&
-                  offsetof(utl_hyperbola_t, y_branches) == 72 && sizeof(utl_hyperbola_t) == 80,
+                  offsetof(utl_hyperbola_t, y_branches) == 72 &&
+                  sizeof(utl_hyperbola_t) == 72 + alignof(double),
               "layout is interface");
 static_assert(offsetof(utl_parabola_t, cos_rot) == 8 && offsetof(utl_parabola_t, vtx_x) == 16 &&
                   offsetof(utl_parabola_t, start) == 32 && offsetof(utl_parabola_t, end) == 40 &&
                   offsetof(utl_parabola_t, k) == 48 && offsetof(utl_parabola_t, y_of_x) == 56 &&
-                  sizeof(utl_parabola_t) == 64,
+                  sizeof(utl_parabola_t) == 56 + alignof(double),
               "layout is interface");
 
 /// What `utl_conic_type` answers.
 enum utl_conic_code : char {
-  utl_conic_line = 'L',
-  utl_conic_parabola = 'P',
-  utl_conic_hyperbola = 'H',
-  utl_conic_ellipse = 'E',
-  utl_conic_circle = 'C',
-  utl_conic_unknown = '?'
+  utl_conic_line = 'L',       ///< no standard form: the segment between the ends stands for it
+  utl_conic_parabola = 'P',   ///< for `utl_standard_parabola`
+  utl_conic_hyperbola = 'H',  ///< for `utl_standard_hyperbola`
+  utl_conic_ellipse = 'E',    ///< for `utl_standard_ellipse`
+  utl_conic_circle = 'C',     ///< for `utl_standard_ellipse` as well
+  utl_conic_unknown = '?'     ///< none of these, and no standard form
 };
 
 /// The kind of curve, a `utl_conic_code`, by its coefficients alone.
@@ -130,12 +132,14 @@ ZELVAN_C_API void utl_standard_hyperbola(utl_conic_t* conic, utl_hyperbola_t* ou
 /// The standard form of type 'P'.
 ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out);
 
-/// The point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end.
+/// The point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end. What
+/// lies beyond is on the curve, too. `t` is an angle in radians before the circle is stretched
+/// into the ellipse.
 ZELVAN_C_API void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out);
 
-/// The same: 0.0 is the arc's start, `end - start` its other end. Between the branches, where
-/// the curve has no point, the result is NaN.
+/// The same with a length for `t`: 0.0 is the arc's start, `end - start` its other end. Between the
+/// branches, where the curve has no point, the result is NaN.
 ZELVAN_C_API void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out);
 
-/// The same: 0.0 is the arc's start, `end - start` its other end.
+/// The same with a length for `t`: 0.0 is the arc's start, `end - start` its other end.
 ZELVAN_C_API void utl_parabola_point(utl_parabola_t* form, double t, real_pt_t* out);

@@ -31,7 +31,8 @@ ZELVAN_C_API double utl_point_line(real_pt_t* p, real_pt_t* a, real_pt_t* b);
 /// In ring order the result is no distance.
 ZELVAN_C_API double utl_point_box(real_pt_t* p, real_pt_t* box);
 
-/// True distance from `p` to the circle line, inside as well as outside.
+/// True distance from `p` to the circle line, inside as well as outside; at the centre it is
+/// `radius`.
 ZELVAN_C_API double utl_point_circle(real_pt_t* p, real_pt_t* center, double radius);
 
 /// Distance from `p` to the circular arc from `a` to `b`: counter-clockwise (where y runs up) if

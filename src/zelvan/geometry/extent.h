@@ -1,4 +1,5 @@
-/// Extents of curves: the largest and smallest x and y that a curve reaches.
+/// Extents of curves: the largest and smallest x and y that a curve reaches, in the caller's own
+/// coordinates.
 ///
 /// Boxes go to two points, `max` and `min`. Circles, arcs and cubics give their box, conics one
 /// made of samples. The results are written after all input has been read, so they may stand in
@@ -25,7 +26,7 @@
 ZELVAN_API void utl_maxmin_arc(real_pt_t* center, float radius, real_pt_t* a, real_pt_t* b,
                                short clockwise, real_pt_t* max, real_pt_t* min);
 
-/// The box of a whole circle.
+/// The box of a whole circle. A negative radius gives `max` below `min`.
 ZELVAN_C_API void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t* max,
                                     real_pt_t* min);
 

@@ -34,9 +34,10 @@ class ZELVAN_API CLineTypeDefPattern {
   double GetFirstFragment();
   double GetNextFragment();
 
+  /// From 0 to 20.
   int GetNumFragments();
 
-  /// The fragments added up in the order in which they came.
+  /// The fragments added up in the order in which they came, 0.0 for none.
   double GetFragmentSum() const;
 
   /// Back to no fragments.
@@ -68,6 +69,8 @@ class ZELVAN_API CLineTypeDefinition {
   /// Empties the pattern. Index and pattern length stay.
   void RemoveAllFragments();
 
+  /// The number of the line type, 0 until it is set. Any number can be set, also one that another
+  /// definition has.
   unsigned int GetIndex() const;
   void SetIndex(unsigned int index);
 
@@ -76,7 +79,7 @@ class ZELVAN_API CLineTypeDefinition {
   double GetPatternLength() const;
   void SetPatternLength(double length);
 
-  /// The pattern itself, for the caller to walk over or change.
+  /// The pattern itself, for the caller to walk over or change. It lives as long as the definition.
   CLineTypeDefPattern& GetPattern();
 
   /// Replaces the fragments, one by one, by those of `source`, and rewinds the cursor. Index and
@@ -94,7 +97,8 @@ class ZELVAN_API CLineTypeDefinition {
   CLineTypeDefPattern pattern;
 };
 
-static_assert(sizeof(CLineTypeDefPattern) == 176 && sizeof(CLineTypeDefinition) == 192,
+static_assert(sizeof(CLineTypeDefPattern) == 176 &&
+                  sizeof(CLineTypeDefinition) == alignof(double) + 8 + 176,
               "layout is interface");
 static_assert(std::is_trivially_copyable<CLineTypeDefinition>::value &&
                   std::is_standard_layout<CLineTypeDefinition>::value,

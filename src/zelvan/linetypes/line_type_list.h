@@ -13,6 +13,7 @@
 #include <zelvan/export.h>
 #include <zelvan/linetypes/line_type_definition.h>
 
+/// Up to 850 line types. None is added that is equal to another or takes its index.
 class ZELVAN_API CLineTypeDefList {
  public:
   /// The built-in line types, 1 to 13. One that finds no memory is missing; the others keep
@@ -55,4 +56,4 @@ class ZELVAN_API CLineTypeDefList {
   unsigned int next_index = 0;  ///< the one to hand out next
 };
 
-static_assert(sizeof(CLineTypeDefList) == 6808, "layout is interface");
+static_assert(sizeof(CLineTypeDefList) == 850 * sizeof(void*) + 8, "layout is interface");

@@ -17,13 +17,14 @@
 /// How much a message matters, from 0 on up: the higher, the more. A log tells of its own
 /// beginning at the highest, so that no level hides it.
 enum logPriorities : int {
-  logTrace = 0,
-  logDebug = 1,
-  logInfo = 2,
-  logWarn = 3,
-  logError = 4,
+  logTrace = 0,  ///< each step
+  logDebug = 1,  ///< what helps to find a fault
+  logInfo = 2,   ///< what goes on
+  logWarn = 3,   ///< what may be a fault
+  logError = 4,  ///< what is one
 };
 
+/// The log as one class writes to it; it keeps that class's name.
 class ZELVAN_API Logger {
  public:
   /// Keeps a copy of `classname`; null counts as the empty string. Opens nothing.
@@ -54,7 +55,7 @@ class ZELVAN_API Logger {
   /// Keeps `level` for all objects, whatever its value.
   void setLogLevel(logPriorities level);
 
-  /// Keeps `value` for this object.
+  /// Keeps `value` for this object. Nothing reads it.
   void setStout(bool value);
 
  private:
@@ -92,4 +93,4 @@ class ZELVAN_API Logger {
   static bool init_pending;       ///< `init` has yet to run
 };
 
-static_assert(sizeof(Logger) == 16, "layout is interface");
+static_assert(sizeof(Logger) == 2 * sizeof(void*), "layout is interface");

@@ -86,7 +86,7 @@ struct MemList {
   int n_entries;  ///< rows of the table, a multiple of 16; never fewer than before
   int n_used;     ///< rows with a block
   MemPool* pool;  ///< charged for the blocks; the caller's, and outlives the list
-  MemExceptionHandler exception_handler;
+  MemExceptionHandler exception_handler;  ///< asked whenever an allocation can't go ahead
   MemEntry* entries;  ///< the list's; a block keeps its index for as long as it lives
 };
 
@@ -107,7 +107,7 @@ ZELVAN_C_API int mem_trace;
 ZELVAN_C_API MemPool* MemPoolNew(int limit);
 
 /// Frees `*pool` and sets it to null; does nothing if it is null.
-/// Requires: no list uses the pool any more.
+/// Requires: `pool` is not null, and no list uses the pool any more.
 ZELVAN_C_API void MemPoolDelete(MemPool** pool);
 
 /// A new list with a table of 16 empty rows. Null if the heap refuses.
@@ -118,7 +118,7 @@ ZELVAN_C_API MemList* MemListNew(MemPool* pool, MemExceptionHandler handler);
 /// is null. If it was the default list, there is none any more.
 ///
 /// Blocks that the clear had to leave stay allocated and with their owners, who give them to
-/// `free`; the pool stays charged for them.
+/// `free`; the pool stays charged for them. Requires: `list` is not null.
 ZELVAN_C_API void MemListDelete(MemList** list);
 
 /// Gets a block of `size` bytes for `key` and stores its address in `*back_ptr`.
@@ -155,7 +155,7 @@ ZELVAN_C_API void MemSetDefaultList(MemList* list);
 ZELVAN_C_API void MemSetDefaultObject(void* object);
 
 /// Releases a block: gives it and its charge back and writes null into its owner's pointer.
-/// Refusals as told above.
+/// Refusals as told above. A null address does nothing.
 ///
 /// Null for `list` takes the default. An address that the list doesn't know, and any address
 /// when there is no list, goes straight to `free`: so never pass a block of another list.
@@ -200,17 +200,23 @@ ZELVAN_C_API unsigned short MemListRemoveOldest(MemList* list);
 
 static_assert(offsetof(MemPool, limit) == 0 && offsetof(MemPool, used) == 4 && sizeof(MemPool) == 8,
               "layout is interface");
-static_assert(offsetof(MemEntry, address) == 0 && offsetof(MemEntry, size) == 8 &&
-                  offsetof(MemEntry, total_size) == 12 && offsetof(MemEntry, key) == 16 &&
-                  offsetof(MemEntry, back_ptr) == 24 && offsetof(MemEntry, excluded) == 32 &&
-                  offsetof(MemEntry, sequence) == 36 && offsetof(MemEntry, parent) == 40 &&
-                  sizeof(MemEntry) == 48,
+static_assert(offsetof(MemEntry, address) == 0 && offsetof(MemEntry, size) == sizeof(void*) &&
+                  offsetof(MemEntry, total_size) == sizeof(void*) + 4 &&
+                  offsetof(MemEntry, key) == sizeof(void*) + 8 &&
+                  offsetof(MemEntry, back_ptr) == 2 * sizeof(void*) + 8 &&
+                  offsetof(MemEntry, excluded) == 3 * sizeof(void*) + 8 &&
+                  offsetof(MemEntry, sequence) == 3 * sizeof(void*) + 12 &&
+                  offsetof(MemEntry, parent) == 3 * sizeof(void*) + 16 &&
+                  sizeof(MemEntry) == 4 * sizeof(void*) + 16,
               "layout is interface");
 static_assert(offsetof(MemList, n_entries) == 0 && offsetof(MemList, n_used) == 4 &&
-                  offsetof(MemList, pool) == 8 && offsetof(MemList, exception_handler) == 16 &&
-                  offsetof(MemList, entries) == 24 && sizeof(MemList) == 32,
+                  offsetof(MemList, pool) == 8 &&
+                  offsetof(MemList, exception_handler) == 8 + sizeof(void*) &&
+                  offsetof(MemList, entries) == 8 + 2 * sizeof(void*) &&
+                  sizeof(MemList) == 8 + 3 * sizeof(void*),
               "layout is interface");
-static_assert(offsetof(MemException, code) == 0 && offsetof(MemException, list) == 8 &&
-                  offsetof(MemException, key) == 16 && offsetof(MemException, size) == 24 &&
-                  sizeof(MemException) == 32,
+static_assert(offsetof(MemException, code) == 0 && offsetof(MemException, list) == sizeof(void*) &&
+                  offsetof(MemException, key) == 2 * sizeof(void*) &&
+                  offsetof(MemException, size) == 3 * sizeof(void*) &&
+                  sizeof(MemException) == 4 * sizeof(void*),
               "layout is interface");

@@ -31,25 +31,31 @@
 #include <cstddef>
 #include <cstdio>
 
-// How a file shall be opened: one of the first three, with any of the others added by `|`.
-inline constexpr short osh_open_read_only = 0x0000;
-inline constexpr short osh_open_write_only = 0x0001;
-inline constexpr short osh_open_read_write = 0x0002;
-inline constexpr short osh_open_append = 0x0008;     ///< every write goes to the end
-inline constexpr short osh_open_create = 0x0100;     ///< if it doesn't exist
-inline constexpr short osh_open_truncate = 0x0200;   ///< to length 0; only when opened to write
-inline constexpr short osh_open_exclusive = 0x0400;  ///< with create: fail if it exists
-inline constexpr short osh_open_as_text = 0x4000;    ///< see osh_open_text
-inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);
+// ---- how a file shall be opened: one of the first three, with any of the others added by `|`
 
-// The permissions of a file that is created: these, or any of the nine bits of a Unix mode. On
-// Windows they only tell whether it is read-only.
+inline constexpr short osh_open_read_only = 0x0000;   ///< nothing is written
+inline constexpr short osh_open_write_only = 0x0001;  ///< nothing is read
+inline constexpr short osh_open_read_write = 0x0002;  ///< both
+inline constexpr short osh_open_append = 0x0008;      ///< every write goes to the end
+inline constexpr short osh_open_create = 0x0100;      ///< if it doesn't exist
+inline constexpr short osh_open_truncate = 0x0200;    ///< to length 0; only when opened to write
+inline constexpr short osh_open_exclusive = 0x0400;   ///< with create: fail if it exists
+inline constexpr short osh_open_as_text = 0x4000;     ///< see `osh_open_text`
+inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);  ///< bytes as they stand
+
+// ---- the permissions of a file that is created
+//
+// These, or any of the nine bits of a Unix mode. On Windows they only tell whether it is read-only.
+
 inline constexpr short osh_permit_read = 0x100;  ///< its owner may always read it
-inline constexpr short osh_permit_write = 0x80;
+inline constexpr short osh_permit_write = 0x80;  ///< its owner may write it
 
-// What `osh_inquire_file` adds the permissions to.
-inline constexpr unsigned short osh_kind_file = 0x400;
-inline constexpr unsigned short osh_kind_directory = 0x1000;
+// ---- what `osh_inquire_file` adds the permissions to
+
+inline constexpr unsigned short osh_kind_file = 0x400;        ///< anything but a directory
+inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
+
+// ---- descriptors
 
 /// Opens a file, binary. A descriptor of 0 to 32767, or -1.
 ///
@@ -80,6 +86,10 @@ ZELVAN_C_API long osh_lseek(int fd, long offset, short whence);
 /// The size of an open file: its low 32 bits, or -1.
 ZELVAN_C_API int osh_fdfilesize(int fd);
 
+// ---- streams
+//
+// Requires, throughout: `fp` is an open stream.
+
 /// Opens a stream, binary: `mode` is "r", "w", "a" or one of these and one more character, mostly
 /// "+"; what follows is dropped. The stream, to be closed by `osh_fclose`, or null.
 ///
@@ -92,7 +102,7 @@ ZELVAN_C_API std::FILE* osh_fopen_text(char* path, char* mode);
 /// Closes a stream. 0, or -1 if what was written may not have arrived; it is closed in any case.
 ZELVAN_C_API short osh_fclose(std::FILE* fp);
 
-/// As `osh_lseek`, of a stream. 0, or nonzero on failure.
+/// Moves the place of the next access, as `osh_lseek` does. 0, or nonzero on failure.
 ZELVAN_C_API short osh_fseek(std::FILE* fp, long offset, int whence);
 
 /// The place of the next access. That place, or -1.
@@ -116,20 +126,48 @@ ZELVAN_C_API int osh_fputint(int value, int width, std::FILE* fp);
 /// Requires: room for `size` bytes.
 ZELVAN_C_API int osh_readLine(std::FILE* fp, char* buffer, int size);
 
-// The runtime's own functions, arguments and results as they are there.
+// ---- the runtime's own functions for streams: arguments and results are as they are there
+
+/// Reads `count` elements of `size` bytes. The number of whole elements read, fewer at the end of
+/// the file and on an error. Requires: room for all of them.
 ZELVAN_C_API std::size_t osh_fread(void* buffer, unsigned int size, unsigned int count,
                                    std::FILE* fp);
+
+/// Writes `count` elements of `size` bytes. The number of whole elements written, fewer on an
+/// error.
 ZELVAN_C_API std::size_t osh_fwrite(void* buffer, unsigned int size, unsigned int count,
                                     std::FILE* fp);
+
+/// Reads up to the next line feed, that included, but at most `size` - 1 bytes, and adds a
+/// terminator. `buffer`, or null on an error and where the file ends before the first byte.
 ZELVAN_C_API char* osh_fgets(char* buffer, int size, std::FILE* fp);
+
+/// Reads a byte. 0 to 255, or the runtime's `EOF`, -1, at the end of the file and on an error.
 ZELVAN_C_API int osh_getc(std::FILE* fp);
+
+/// Puts a byte back, to be read next; only one is sure to find room. The byte, or `EOF`.
 ZELVAN_C_API int osh_ungetc(int c, std::FILE* fp);
+
+/// Writes a byte, the low 8 bits of `c`. The byte, or `EOF` on an error.
 ZELVAN_C_API int osh_fputc(int c, std::FILE* fp);
+
+/// Writes a text without its terminator. Not negative, or `EOF` on an error.
 ZELVAN_C_API int osh_fputs(char* text, std::FILE* fp);
+
+/// Nonzero once a read has met the end of the file, else 0.
 ZELVAN_C_API int osh_feof(std::FILE* fp);
+
+/// Goes to the start of the file and forgets that its end was met, or an error.
 ZELVAN_C_API void osh_rewind(std::FILE* fp);
+
+/// The descriptor beneath a stream, or -1. The stream keeps it.
 ZELVAN_C_API int osh_fileno(std::FILE* fp);
+
+/// A stream over a descriptor, with any mode of the runtime's that agrees with how it was opened.
+/// The stream, or null. `osh_fclose` then closes both.
 ZELVAN_C_API std::FILE* osh_fdopen(int fd, char* mode);
+
+// ---- named files
 
 /// Does the path exist? 1, or 0.
 ZELVAN_C_API short osh_file_exists(char* path);

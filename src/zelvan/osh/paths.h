@@ -62,8 +62,8 @@ ZELVAN_C_API int osh_get_working_dir(char* directory);
 ZELVAN_C_API char* utl_file_extension(char* path);
 
 /// Finds a name that no file has: `prefix` followed by `letters`, in which capital letters
-/// count on until the name is free, Z after Y and then A with a carry to the left. `AAZ` is
-/// followed by `ABA`. All other characters keep their places, and no carry reaches `prefix`.
+/// count on until the name is free, Z after Y and then A with a carry to the left. "AAZ" is
+/// followed by "ABA". All other characters keep their places, and no carry reaches `prefix`.
 /// `prefix` may be a path.
 ///
 /// Result: 0 with the name in `result`, up to 1024 bytes, and `errno` as it was before. -1 if

@@ -43,7 +43,7 @@ ZELVAN_C_API int osh_qsort_compare_strings(const void* first, const void* second
 /// Result: 13, the number of characters.
 ZELVAN_C_API int osh_get_time_stamp(char* stamp);
 
-/// Writes `localhost` to the `size` bytes of `name`, whatever the machine is called, and fills
+/// Writes "localhost" to the `size` bytes of `name`, whatever the machine is called, and fills
 /// the rest with zeros. With a `size` of 9 or less what fits is written, without a terminator;
 /// with 0 or less nothing.
 ///

@@ -14,12 +14,14 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   /// `n` points at (0.0, 0.0), to be filled with `set`.
   explicit CPickPolyline(unsigned int n);
 
-  /// Point i is (xs[i], ys[i]), i from 0 to n - 1.
+  /// Point i is (xs[i], ys[i]), i from 0 to n - 1. Requires: `n` numbers in each of the two.
   CPickPolyline(unsigned int n, double* xs, double* ys);
 
-  /// Copies the `n` points of `pts`.
+  /// Copies the `n` points of `pts`, an array that stays the caller's.
   CPickPolyline(unsigned int n, DblPt* pts);
 
+  /// A copy has points of its own, and what an assignment replaces is freed. Where the heap
+  /// refuses, the copy or the target is empty. Assigned to itself, a region stays as it is.
   CPickPolyline(const CPickPolyline&);
   CPickPolyline& operator=(const CPickPolyline&);
   ~CPickPolyline() override;
@@ -34,21 +36,23 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
 
   /// True when the point lies in the axis-aligned box of any segment, inflated by `tol`, edges
   /// included. A slanted segment is thus hit anywhere in the rectangle that it spans, and a
-  /// negative tolerance shrinks each box.
+  /// negative tolerance shrinks each box. A NaN in the point or the tolerance answers false, and so
+  /// does an empty region.
   bool isInside(DblPt& p, double tol) override;
 
   /// Asks the form above, through virtual dispatch: overriding that one changes both.
   bool isInside(double x, double y, double tol) override;
 
-  /// A polyline of the mapped points; null when empty or when the heap refuses.
+  /// A polyline of the mapped points, which the caller deletes; null when empty or when the
+  /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
  protected:
   /// Empty, for derived classes that fill the fields.
   CPickPolyline();
 
-  unsigned int n_points;
-  DblPt* points;  ///< `n_points` points from `malloc`, freed by the destructor; or null
+  unsigned int n_points;  ///< 0 for an empty region
+  DblPt* points;          ///< `n_points` points from `malloc`, freed by the destructor; or null
 };
 
-static_assert(sizeof(CPickPolyline) == 24, "layout is interface");
+static_assert(sizeof(CPickPolyline) == 3 * sizeof(void*), "layout is interface");

@@ -11,6 +11,8 @@ class ZELVAN_API CPickRect : public CPickRegion {
   /// The rectangle of two opposite corners, in any order.
   CPickRect(DblPt& p, DblPt& q);
   CPickRect(double x1, double y1, double x2, double y2);
+
+  /// Copies the four coordinates. Nothing is allocated.
   CPickRect(const CPickRect&);
   CPickRect& operator=(const CPickRect&);
   ~CPickRect() override;
@@ -18,17 +20,17 @@ class ZELVAN_API CPickRect : public CPickRegion {
   /// Refills as the constructors do.
   void setPoints(double x1, double y1, double x2, double y2);
 
-  /// Writes (left, bottom) to `*low` and (right, top) to `*high`.
+  /// Writes (left, bottom) to `*low` and (right, top) to `*high`. Requires: no null pointer.
   void getPoints(DblPt* low, DblPt* high);
 
   /// True when the point lies in the rectangle inflated by `tol` on all sides, edges included;
-  /// a negative tolerance deflates.
+  /// a negative tolerance deflates. With a NaN anywhere in the test the answer is false.
   bool isInside(DblPt& p, double tol) override;
   bool isInside(double x, double y, double tol) override;
 
   /// The rectangle of the images of (left, bottom) and (right, top), sorted like any other.
   /// It stays axis-aligned under every matrix, so under a turn it is not the box of the four
-  /// mapped corners.
+  /// mapped corners. The caller deletes it; null when the heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
  protected:
@@ -39,4 +41,5 @@ class ZELVAN_API CPickRect : public CPickRegion {
   CAlignedRect box_;
 };
 
-static_assert(sizeof(CPickRect) == 40, "layout is interface");
+static_assert(sizeof(CPickRect) == alignof(CPickRect) + sizeof(CAlignedRect),
+              "layout is interface");

@@ -11,12 +11,15 @@
 /// Base of all pick regions. The order of the virtual operations is part of the interface.
 class ZELVAN_API CPickRegion {
  public:
+  /// A region has no data of its own, so there is nothing to make, copy or destroy. Regions are
+  /// deleted through this class, as `xfm` hands them over.
   CPickRegion();
   CPickRegion(const CPickRegion&);
   CPickRegion& operator=(const CPickRegion&);
   virtual ~CPickRegion();
 
-  /// True when the point hits the shape; what `tol` means is the shape's affair.
+  /// True when the point hits the shape; what `tol` means is the shape's affair. It has the units
+  /// of the coordinates.
   virtual bool isInside(DblPt& p, double tol) = 0;
   virtual bool isInside(double x, double y, double tol) = 0;
 

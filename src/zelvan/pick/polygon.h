@@ -14,12 +14,14 @@ class ZELVAN_API CPolygon : public CPickRegion {
   /// `n` vertices at (0.0, 0.0), to be filled with `set`.
   explicit CPolygon(unsigned int n);
 
-  /// Vertex i is (xs[i], ys[i]), i from 0 to n - 1.
+  /// Vertex i is (xs[i], ys[i]), i from 0 to n - 1. Requires: `n` numbers in each of the two.
   CPolygon(unsigned int n, double* xs, double* ys);
 
-  /// Copies the `n` vertices of `pts`.
+  /// Copies the `n` vertices of `pts`, an array that stays the caller's.
   CPolygon(unsigned int n, DblPt* pts);
 
+  /// A copy has vertices of its own, and what an assignment replaces is freed. Where the heap
+  /// refuses, the copy or the target is empty. Assigned to itself, a region stays as it is.
   CPolygon(const CPolygon&);
   CPolygon& operator=(const CPolygon&);
   ~CPolygon() override;
@@ -32,7 +34,7 @@ class ZELVAN_API CPolygon : public CPickRegion {
   DblPt* start();
   DblPt* end();
 
-  /// True when the ring winds about the point. The tolerance is ignored.
+  /// True when the ring winds about the point; never for an empty region. The tolerance is ignored.
   ///
   /// A point exactly on the boundary counts as if moved a little towards smaller x and then
   /// far less towards greater y. So the unit square holds its right side and its bottom, but
@@ -41,15 +43,16 @@ class ZELVAN_API CPolygon : public CPickRegion {
   bool isInside(DblPt& p, double tol) override;
   bool isInside(double x, double y, double tol) override;
 
-  /// A polygon of the mapped vertices; null when empty or when the heap refuses.
+  /// A polygon of the mapped vertices, which the caller deletes; null when empty or when the
+  /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
  protected:
   /// Empty, for derived classes that fill the fields.
   CPolygon();
 
-  unsigned int n_points;
-  DblPt* points;  ///< `n_points` vertices from `malloc`, freed by the destructor; or null
+  unsigned int n_points;  ///< 0 for an empty region
+  DblPt* points;          ///< `n_points` vertices from `malloc`, freed by the destructor; or null
 };
 
-static_assert(sizeof(CPolygon) == 24, "layout is interface");
+static_assert(sizeof(CPolygon) == 3 * sizeof(void*), "layout is interface");

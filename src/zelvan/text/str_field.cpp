@@ -1,13 +1,11 @@
+#include <zelvan/text/detail/written_number.h>
 #include <zelvan/text/str_field.h>
 
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <limits>
-#include <system_error>
 
 namespace {
 
@@ -82,23 +80,6 @@ bool is_short_number(const char* digits, const char* end, double* value) {
   return true;
 }
 
-/// The number that `written` spells: sign, digits, point, exponent. 0.0 if it has no digit.
-/// Unlike `atof` it has the point in every locale.
-double number_of(const char* written, std::size_t length) {
-  const char* const end = written + length;
-  const bool is_negative = *written == '-';
-  const char* const digits = *written == '+' || is_negative ? written + 1 : written;
-  double value = 0.0;
-  const std::errc error = std::from_chars(digits, end, value).ec;
-  if (error == std::errc::invalid_argument) return 0.0;
-  if (error == std::errc::result_out_of_range) {
-    // The mantissa alone always fits, so the sign of the exponent tells which way.
-    const bool is_tiny = std::memchr(digits, '-', static_cast<std::size_t>(end - digits));
-    value = is_tiny ? 0.0 : std::numeric_limits<double>::infinity();
-  }
-  return is_negative ? -value : value;
-}
-
 /// Reads a number at `p` into `field`. False if what is written there doesn't hold together;
 /// the caller then makes a word of it.
 bool scan_number(char* p, str_field& field) {
@@ -137,7 +118,7 @@ bool scan_number(char* p, str_field& field) {
     length += exponent_length;
     number_text[length] = '\0';
   }
-  if (!is_short || exponent_digits > 0) value = number_of(number_text, length);
+  if (!is_short || exponent_digits > 0) value = zelvan::number_of(number_text, length);
   field = {STR_NUMBER, value, length, number_text, end};
   return true;
 }

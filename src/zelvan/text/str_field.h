@@ -37,7 +37,7 @@ struct str_field {
   char* next;            ///< where to go on in the caller's text; null only for a null text
 };
 
-/// The next field of `text`, which may be null. Never null itself.
+/// The next field of `text`. Never null itself; a null `text` gives `STR_END`.
 ///
 /// Leading white space is skipped; what follows decides the kind:
 ///
@@ -57,7 +57,8 @@ struct str_field {
 /// ends at `STR_END` has read the whole line if `*next` is the terminator.
 ZELVAN_C_API str_field* str_parse(char* text);
 
-/// The same; with a `mode` of 1, `$` no longer ends a string and is copied into it.
+/// The same; with a `mode` of 1, `$` no longer ends a string and is copied into it. Any other mode
+/// is that of `str_parse`.
 ZELVAN_C_API str_field* str_parseEx(char* text, int mode);
 
 /// The same with other strings: only `"` ends one, and a backslash escapes the character behind
@@ -81,7 +82,9 @@ ZELVAN_C_API char* str_token(char* text, char* delimiters, char** next, char* fo
 /// Requires: `text` is not null.
 ZELVAN_C_API void str_lower_string(char* text);
 
-static_assert(offsetof(str_field, type) == 0 && offsetof(str_field, value) == 8 &&
-                  offsetof(str_field, length) == 16 && offsetof(str_field, text) == 24 &&
-                  offsetof(str_field, next) == 32 && sizeof(str_field) == 40,
+static_assert(offsetof(str_field, type) == 0 && offsetof(str_field, value) == alignof(double) &&
+                  offsetof(str_field, length) == alignof(double) + 8 &&
+                  offsetof(str_field, text) == alignof(double) + 16 &&
+                  offsetof(str_field, next) == alignof(double) + 16 + sizeof(void*) &&
+                  sizeof(str_field) == alignof(double) + 16 + 2 * sizeof(void*),
               "layout is interface");

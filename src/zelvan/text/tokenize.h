@@ -27,7 +27,8 @@
 ZELVAN_API std::vector<std::string> tokenize(const std::string& text,
                                              const std::string& delimiters);
 
-/// `text` without the characters of `chars` at its two ends. *Requires:* `chars` not null.
+/// `text` without the characters of `chars`, a set, at its two ends; empty if it holds no others.
+/// Requires: `chars` is not null.
 ZELVAN_API std::string trim(const std::string& text, const char* chars);
 
 /// The tokens of `text` in order, without their delimiters.
@@ -47,6 +48,6 @@ ZELVAN_API std::vector<std::basic_string<unsigned short>> wtokenize2(
     const std::basic_string<unsigned short>& text,
     const std::basic_string<unsigned short>& delimiters);
 
-/// `trim` on wide strings. *Requires:* `chars` not null and ended by a 0.
+/// The same as `trim` on wide strings. Requires: `chars` is not null and ended by a 0.
 ZELVAN_API std::basic_string<unsigned short> wtrim(const std::basic_string<unsigned short>& text,
                                                    const unsigned short* chars);

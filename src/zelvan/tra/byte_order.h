@@ -7,7 +7,7 @@
 
 #include <zelvan/export.h>
 
-/// Reverses the 2, 4 or 8 bytes at `value` in place.
+/// Reverses the 2, 4 or 8 bytes at `value` in place. Requires: `value` is not null.
 ZELVAN_C_API void tra_swap_2(void* value);
 ZELVAN_C_API void tra_swap_4(void* value);
 ZELVAN_C_API void tra_swap_8(void* value);
@@ -22,7 +22,8 @@ ZELVAN_C_API void tra_swap_8(void* value);
 ///     0xB8                      8 bytes, double-precision floating point
 ///
 /// An element is always reversed as a whole, whatever its type. The elements are done in
-/// ascending order, each read before it is written.
+/// ascending order, each read before it is written. A count of 0 does nothing, and the pointers may
+/// be null then.
 ///
 /// With any other `type`, also when `count` is 0, a line on standard output says so and the
 /// process ends with `exit(1)`.
@@ -30,9 +31,10 @@ ZELVAN_C_API void tra_swap_bytes(unsigned short type, unsigned int count, const 
                                  void* dst);
 
 /// Reverses the order of the bits in each of `count` bytes, from `src` to `dst`: bit 0 changes
-/// places with bit 7, bit 1 with bit 6, and so on. Bytes are done in ascending order.
+/// places with bit 7, bit 1 with bit 6, and so on. Bytes are done in ascending order. A count of 0
+/// does nothing, and the pointers may be null then.
 ZELVAN_C_API void tra_reverse_bits(unsigned short count, const void* src, void* dst);
 
-/// 1: the processors that the library is built for keep the low byte first.
+/// Always 1: the processors that the library is built for keep the low byte first.
 ZELVAN_C_API int UtlByteOrderIsIntel();
 ZELVAN_C_API int utl_is_little_endian();

@@ -5,14 +5,15 @@
 
 /// The conversions of `tra_convert_charset`.
 enum {
-  TRA_ASCII_TO_EBCDIC = 1,
-  TRA_EBCDIC_TO_ASCII = 2,
+  TRA_ASCII_TO_EBCDIC = 1,  ///< from this machine to the other
+  TRA_EBCDIC_TO_ASCII = 2,  ///< from the other machine to this one
 };
 
 /// Translates `count` bytes from `src` to `dst`, in ascending order; both may be the same
 /// buffer. `code` is one of the two conversions above.
 ///
-/// A NUL is a byte like any other, and none is added. To EBCDIC, bit 7 of a byte has no say.
+/// A NUL is a byte like any other, and none is added. A count of 0 does nothing, and the pointers
+/// may be null then. To EBCDIC, bit 7 of a byte has no say.
 /// To ASCII, a byte without a meaning there becomes a NUL. There and back gives every ASCII
 /// byte but two: 0x13 becomes a NUL, and the underscore (0x5F) a minus (0x2D).
 ///

@@ -16,7 +16,8 @@
 ///
 /// Numbers of both kinds are strings of bytes, the one with the sign first, at any alignment;
 /// numbers in this machine's own order go through `tra_swap_bytes` before or after. Each is
-/// read before it is written, so `src` and `dst` may be the same buffer.
+/// read before it is written, so `src` and `dst` may be the same buffer. A count of 0 does nothing,
+/// and the pointers may be null then.
 ///
 /// An IBM number is a sign, a 7-bit characteristic X and a fraction F of 24 or 56 bits, and
 /// stands for 0.F * 16^(X - 64). Every conversion truncates, none reports a loss:

@@ -22,6 +22,7 @@ class CAlignedRect {
   ZELVAN_API void set(DblPt& p, DblPt& q);
   ZELVAN_API void set(double x1, double y1, double x2, double y2);
 
+  /// The sides: smallest x, smallest y, largest x, largest y.
   ZELVAN_INLINE_API double left() { return left_; }
   ZELVAN_INLINE_API double bottom() { return bottom_; }
   ZELVAN_INLINE_API double right() { return right_; }

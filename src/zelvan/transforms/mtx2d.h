@@ -32,14 +32,14 @@ enum Mtx2DType : int {
 /// The eight axis-aligned orientations. Turns are counter-clockwise where y runs up; of two
 /// steps in one name the first acts first.
 enum Mtx2DOrient : int {
-  Mtx2DOrientNone = 0,
-  Mtx2DOrientRot90 = 1,
-  Mtx2DOrientRot180 = 2,
-  Mtx2DOrientRot270 = 3,
-  Mtx2DOrientReflectX = 4,  ///< y changes sign
-  Mtx2DOrientReflectY = 5,  ///< x changes sign
-  Mtx2DOrientRot90ReflectY = 6,
-  Mtx2DOrientRot90ReflectX = 7
+  Mtx2DOrientNone = 0,           ///< as it is
+  Mtx2DOrientRot90 = 1,          ///< a quarter turn
+  Mtx2DOrientRot180 = 2,         ///< a half turn
+  Mtx2DOrientRot270 = 3,         ///< three quarters of a turn
+  Mtx2DOrientReflectX = 4,       ///< y changes sign
+  Mtx2DOrientReflectY = 5,       ///< x changes sign
+  Mtx2DOrientRot90ReflectY = 6,  ///< a quarter turn, then x changes sign
+  Mtx2DOrientRot90ReflectX = 7   ///< a quarter turn, then y changes sign
 };
 
 /// The side on which `Mtx2D::Rotate` composes. Every value but 1 acts like `Mtx2DRotateLast`.
@@ -59,8 +59,8 @@ class Mtx2D {
   double m12;  ///< what x adds to y'
   double m21;  ///< what y adds to x'
   double m22;  ///< what y adds to y'
-  double tx;
-  double ty;
+  double tx;   ///< added to x'
+  double ty;   ///< added to y'
   int mirror;  ///< bit 0 toggles with each reflection in x, bit 1 in y; no mapping reads it
   int type;    ///< a `Mtx2DType`
 
@@ -73,12 +73,14 @@ class Mtx2D {
   ZELVAN_API Mtx2D(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
                    double dy);
 
+  /// Copies are the compiler's own: all eight fields, as they stand.
   Mtx2D(const Mtx2D&) = default;
   Mtx2D& operator=(const Mtx2D&) = default;
   Mtx2D& operator=(Mtx2D&&) = default;
 
   /// Replaces the matrix by the transform that carries the reference point (x0, y0) to
-  /// (dx, dy), with the given orientation and then the scales sx, sy about it.
+  /// (dx, dy), with the given orientation and then the scales sx, sy about it. `mirror` tells
+  /// of the orientation alone: a negative scale leaves no trace in it.
   ZELVAN_API void SetXfm(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
                          double dy);
 
@@ -117,13 +119,14 @@ class Mtx2D {
   /// Adds to the translation.
   ZELVAN_API void Translate(double dx, double dy);
 
-  /// Scales x' by sx and y' by sy, the translation with them.
+  /// Scales x' by sx and y' by sy, the translation with them. A negative factor mirrors without
+  /// a trace in `mirror`.
   ZELVAN_API void Scale(double sx, double sy);
 
-  /// Turns by `angle` degrees. Exactly 0, 90, 180 and 270 use exact sines and cosines and so
-  /// keep exact zeros; every other angle, 360 and -90 among them, goes through `sin` and `cos`
-  /// with 3.141592654 for pi. With `Mtx2DRotateFirst` the turn acts before the matrix and
-  /// leaves the translation alone.
+  /// Turns by `angle` degrees, on the side that `mode` says, a `Mtx2DRotateMode`. Exactly 0, 90,
+  /// 180 and 270 use exact sines and cosines and so keep exact zeros; every other angle, 360 and
+  /// -90 among them, goes through `sin` and `cos` with 3.141592654 for pi. With
+  /// `Mtx2DRotateFirst` the turn acts before the matrix and leaves the translation alone.
   ZELVAN_API void Rotate(double angle, int mode);
 
   /// Composes one of the eight orientations; any other value changes no element. Derives the
@@ -136,7 +139,8 @@ class Mtx2D {
   /// Mirrors in the y axis: x' changes sign, a zero becomes -0.0, bit 1 of `mirror` toggles.
   ZELVAN_API void ReflectInY();
 
-  /// Sets m21 to `shear`. This is an assignment: an earlier shear is replaced.
+  /// Sets m21, what y adds to x', to `shear`. This is an assignment: an earlier shear is replaced.
+  /// Derives the type.
   ZELVAN_API void ShearInX(double shear);
 
   /// The device flip: m22 changes sign and ty becomes `height`, so that y' = height - m22 y.
@@ -149,13 +153,16 @@ class Mtx2D {
   /// The product that acts with this matrix first and with `other` after it.
   ZELVAN_API Mtx2D operator*(const Mtx2D& other);
 
-  /// Writes first * second. Requires: `result` is neither of the two operands.
+  /// Writes `*first * *second` to `*result`. Requires: no null pointer, and `result` is neither of
+  /// the two operands.
   ZELVAN_API static void Multiply(Mtx2D* first, Mtx2D* second, Mtx2D* result);
 
   /// The inverse. A singular matrix is not detected: the result then holds infinities and
   /// NaN. Callers who need to know ask `GetDeterminant` first.
   ZELVAN_API Mtx2D Invert();
 
+  /// m22 m11 - m21 m12: the factor by which areas grow, below 0.0 where a ring's sense is
+  /// reversed, 0.0 for a singular matrix.
   ZELVAN_API double GetDeterminant();
 
   /// 1 when the determinant is strictly below 0.0, so that a ring's sense is reversed, else 0.
@@ -174,7 +181,7 @@ class Mtx2D {
   // "Mirrored" is 1 when the determinant is strictly below 0.0, else 0, whatever `mirror` says.
   // Requires, throughout: no null pointers.
 
-  /// Copies the six elements.
+  /// Copies the six elements, each to the place of its name.
   ZELVAN_API void GetElements(double* m11, double* m12, double* m21, double* m22, double* tx,
                               double* ty);
 

@@ -1,4 +1,5 @@
-/// Point classes, real and integer. Plain values: copied bit by bit, no heap, any thread.
+/// Point classes, real and integer, in whatever units the caller has. Plain values: copied bit
+/// by bit, no heap, any thread.
 #pragma once
 
 #include <zelvan/export.h>
@@ -8,9 +9,10 @@
 /// A point in real coordinates.
 class DblPt {
  public:
-  double x;
-  double y;
+  double x;  ///< any value, infinities and NaN included
+  double y;  ///< likewise
 
+  /// (0.0, 0.0), or the two coordinates.
   ZELVAN_INLINE_API DblPt() : x(0.0), y(0.0) {}
   ZELVAN_INLINE_API DblPt(double x0, double y0) : x(x0), y(y0) {}
 
@@ -21,16 +23,18 @@ class DblPt {
   }
 
   /// True when both coordinates differ by strictly less than `tol`: a square about the point,
-  /// no circle. So at tolerance 0.0 no point equals any other, itself included.
+  /// no circle. So at a tolerance of 0.0 or less no point equals any other, itself included, and
+  /// neither does one that holds a NaN at any.
   ZELVAN_API bool isEqualTo(const DblPt& other, double tol) const;
 };
 
 /// A point in integer coordinates.
 class IntPt {
  public:
-  int x;
-  int y;
+  int x;  ///< any value of 32 bits
+  int y;  ///< likewise
 
+  /// (0, 0), or the two coordinates.
   ZELVAN_INLINE_API IntPt() : x(0), y(0) {}
   ZELVAN_INLINE_API IntPt(int x0, int y0) : x(x0), y(y0) {}
 
@@ -40,6 +44,7 @@ class IntPt {
     y = y0;
   }
 
+  /// True when both coordinates are equal.
   ZELVAN_INLINE_API bool operator==(const IntPt& other) const {
     return x == other.x && y == other.y;
   }

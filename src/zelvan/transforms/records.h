@@ -9,20 +9,20 @@
 
 /// A point in real coordinates.
 struct real_pt_t {
-  double x;
-  double y;
+  double x;  ///< in the caller's units
+  double y;  ///< likewise
 };
 
 /// A point in device coordinates.
 struct int_pt_t {
-  int x;
-  int y;
+  int x;  ///< in whole device units
+  int y;  ///< likewise
 };
 
 /// A point in device coordinates of 16 bits.
 struct short_pt_t {
-  short x;
-  short y;
+  short x;  ///< in whole device units
+  short y;  ///< likewise
 };
 
 /// A rectangle as the closed ring of its four corners, so that a turned or sheared one fits.
@@ -30,22 +30,22 @@ struct short_pt_t {
 /// What `Mtx2D::XfmRect` writes is always an axis-aligned box in the order (min x, min y),
 /// (min x, max y), (max x, max y), (max x, min y).
 struct real_rect_t {
-  real_pt_t corners[4];
+  real_pt_t corners[4];  ///< in ring order, in either sense
 };
 
 /// The same in device coordinates.
 struct int_rect_t {
-  int_pt_t corners[4];
+  int_pt_t corners[4];  ///< in ring order, in either sense
 };
 
 /// Values of `edge_flags`, for the edge that leaves a vertex: the edge-out flag of the polygon
 /// set element of ISO 8632 (Computer Graphics Metafile). A closing vertex is the last of its
 /// polygon, and its edge returns to the polygon's first.
 enum drw_edge_flag {
-  drw_edge_invisible = 0,
-  drw_edge_visible = 1,
-  drw_edge_close_invisible = 2,
-  drw_edge_close_visible = 3
+  drw_edge_invisible = 0,        ///< to the next vertex, not to be seen
+  drw_edge_visible = 1,          ///< to the next vertex
+  drw_edge_close_invisible = 2,  ///< back to the polygon's first vertex, not to be seen
+  drw_edge_close_visible = 3     ///< back to the polygon's first vertex
 };
 
 /// A polygon set: polygons laid end to end in one array of vertices.
@@ -54,25 +54,29 @@ enum drw_edge_flag {
 /// arrays hold `n_points` elements, over all polygons. Where a function fills a set, the
 /// arrays must be large enough for its result, and `n_points` reports the number written.
 struct drw_pset_t {
-  int n_points;
-  real_pt_t* points;
-  int* edge_flags;  ///< one `drw_edge_flag` for each vertex
+  int n_points;       ///< vertices of all polygons together
+  real_pt_t* points;  ///< the vertices, `n_points` of them
+  int* edge_flags;    ///< one `drw_edge_flag` for each vertex
 };
 
-/// A polygon set in device coordinates.
+/// The same in device coordinates.
 struct drw_dpset_t {
-  int n_points;
-  int_pt_t* points;
-  int* edge_flags;  ///< one `drw_edge_flag` for each vertex
+  int n_points;      ///< vertices of all polygons together
+  int_pt_t* points;  ///< the vertices, `n_points` of them
+  int* edge_flags;   ///< one `drw_edge_flag` for each vertex
 };
 
 static_assert(sizeof(real_pt_t) == 16 && offsetof(real_pt_t, y) == 8, "layout is interface");
 static_assert(sizeof(int_pt_t) == 8 && offsetof(int_pt_t, y) == 4, "layout is interface");
 static_assert(sizeof(short_pt_t) == 4 && offsetof(short_pt_t, y) == 2, "layout is interface");
 static_assert(sizeof(real_rect_t) == 64 && sizeof(int_rect_t) == 32, "layout is interface");
-static_assert(offsetof(drw_pset_t, n_points) == 0 && offsetof(drw_pset_t, points) == 8 &&
-                  offsetof(drw_pset_t, edge_flags) == 16 && sizeof(drw_pset_t) == 24,
+static_assert(offsetof(drw_pset_t, n_points) == 0 &&
+                  offsetof(drw_pset_t, points) == sizeof(void*) &&
+                  offsetof(drw_pset_t, edge_flags) == 2 * sizeof(void*) &&
+                  sizeof(drw_pset_t) == 3 * sizeof(void*),
               "layout is interface");
-static_assert(offsetof(drw_dpset_t, n_points) == 0 && offsetof(drw_dpset_t, points) == 8 &&
-                  offsetof(drw_dpset_t, edge_flags) == 16 && sizeof(drw_dpset_t) == 24,
+static_assert(offsetof(drw_dpset_t, n_points) == 0 &&
+                  offsetof(drw_dpset_t, points) == sizeof(void*) &&
+                  offsetof(drw_dpset_t, edge_flags) == 2 * sizeof(void*) &&
+                  sizeof(drw_dpset_t) == 3 * sizeof(void*),
               "layout is interface");

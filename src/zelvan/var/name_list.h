@@ -24,8 +24,8 @@
 /// A node of a list.
 struct VarNameInfo {
   VarNameInfo* next;  ///< null at the tail
-  char* name;
-  void* info;
+  char* name;         ///< the stored name, the list's; ended by a terminator
+  void* info;         ///< the caller's value, of any meaning
 };
 
 /// Adds a node at the tail. Gives the stored name; null if the name is there already.
@@ -81,6 +81,7 @@ ZELVAN_C_API void* VarListInfo(VarNameInfo* entry);
 /// `entry` is null. Requires: `*entry` is not null.
 ZELVAN_C_API void VarNextListEntry(VarNameInfo** entry);
 
-static_assert(offsetof(VarNameInfo, next) == 0 && offsetof(VarNameInfo, name) == 8 &&
-                  offsetof(VarNameInfo, info) == 16 && sizeof(VarNameInfo) == 24,
+static_assert(offsetof(VarNameInfo, next) == 0 && offsetof(VarNameInfo, name) == sizeof(void*) &&
+                  offsetof(VarNameInfo, info) == 2 * sizeof(void*) &&
+                  sizeof(VarNameInfo) == 3 * sizeof(void*),
               "layout is interface");

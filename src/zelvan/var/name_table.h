@@ -10,8 +10,8 @@
 
 /// A row of a keyword table. A row with a null `name` ends the table.
 struct VarNameValue {
-  const char* name;
-  short value;
+  const char* name;  ///< the keyword
+  short value;       ///< its number; of equal ones the first row counts
 };
 
 /// Stores the value of the first row named `name` in `*value`, widened with its sign, and gives
@@ -27,6 +27,6 @@ ZELVAN_C_API unsigned short VarLookupInt(const VarNameValue* table, const char* 
 /// Requires: `name` is not null.
 ZELVAN_C_API unsigned short VarLookupString(const VarNameValue* table, int value, char** name);
 
-static_assert(offsetof(VarNameValue, name) == 0 && offsetof(VarNameValue, value) == 8 &&
-                  sizeof(VarNameValue) == 16,
+static_assert(offsetof(VarNameValue, name) == 0 && offsetof(VarNameValue, value) == sizeof(void*) &&
+                  sizeof(VarNameValue) == 2 * sizeof(void*),
               "layout is interface");

@@ -5,8 +5,8 @@
 
 #include <zelvan/geometry/detail/orientation.h>
 
-#include <bit>
 #include <cstdint>
+#include <cstring>
 
 namespace zelvan {
 
@@ -16,7 +16,8 @@ namespace {
 struct Parts {
   explicit Parts(double v) {
     constexpr std::uint64_t implied_digit = std::uint64_t{1} << 52;
-    const auto bits = std::bit_cast<std::uint64_t>(v);
+    std::uint64_t bits;
+    std::memcpy(&bits, &v, sizeof bits);
     const int field = static_cast<int>(bits >> 52 & 0x7ff);
     digits = (bits & (implied_digit - 1)) | (field != 0 ? implied_digit : 0);
     exponent = (field != 0 ? field : 1) - 1075;

@@ -1,0 +1,155 @@
+// What the check of the page stands on: a tally, a browser, and a user's hand.
+
+import {createReadStream, existsSync, mkdtempSync, rmSync} from 'node:fs';
+import {createServer} from 'node:http';
+import {tmpdir} from 'node:os';
+import {extname, join} from 'node:path';
+import puppeteer from 'puppeteer-core';
+
+const patience = 60_000;  // milliseconds until a single step has failed, on a busy machine
+
+// ---- what is checked, and how it is told
+
+export const tally = {passed: 0, failed: 0};
+
+/** Tells whether something is so, and if not, what was found in its place. */
+export function check(what, isSo, found = '') {
+  if (isSo) ++tally.passed;
+  else ++tally.failed;
+  const detail = isSo || found === '' ? '' : ': ' + show(found);
+  console.log(`${isSo ? 'ok    ' : 'FAILED'} ${what}${detail}`);
+}
+
+export const show = (value) => typeof value === 'string' ? value : JSON.stringify(value);
+export const isNear = (a, b, tolerance) => Math.abs(a - b) <= tolerance;
+export const areNear = (a, b, tolerance) => a.every((value, i) => isNear(value, b[i], tolerance));
+export const areSame = (a, b) => show(a) === show(b);
+
+// ---- the browser
+
+const types = {'.html': 'text/html', '.css': 'text/css', '.js': 'text/javascript'};
+
+function serve(folder) {
+  const server = createServer((request, response) => {
+    const {pathname} = new URL(request.url, 'http://page');
+    const path = join(folder, pathname.replace(/\/$/, '/index.html'));
+    if (!path.startsWith(folder) || !existsSync(path)) return response.writeHead(404).end();
+    response.setHeader('Content-Type', types[extname(path)] ?? 'application/octet-stream');
+    createReadStream(path).pipe(response);
+  });
+  return new Promise((done) => server.listen(0, '127.0.0.1', () => done(server)));
+}
+
+/** Chromium with an empty profile, and a server for the page's folder. */
+export class Browser {
+  /** What went to the console but plain messages, and who was asked beside the page's folder. */
+  complaints = [];
+  strangers = [];
+
+  static async start(folder) {
+    const browser = new Browser();
+    browser.server = await serve(folder);
+    browser.address = `http://127.0.0.1:${browser.server.address().port}/`;
+    browser.profile = mkdtempSync(join(tmpdir(), 'playground-'));
+    browser.chromium = await puppeteer.launch({
+      executablePath: '/usr/bin/chromium',
+      headless: true,
+      userDataDir: browser.profile,
+      protocolTimeout: patience,
+      args: ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
+             '--disable-background-networking', '--disable-component-update', '--disable-sync'],
+    });
+    return browser;
+  }
+
+  async close() {
+    await this.chromium.close();
+    this.server.close();
+    rmSync(this.profile, {recursive: true, force: true});
+  }
+
+  /** The page at rest in a window of its own. */
+  async open({url = this.address, width = 1280, height = 800, density = 1, touch = false,
+              scheme = 'light'} = {}) {
+    const page = await this.chromium.newPage();
+    page.setDefaultTimeout(patience);
+    page.on('console', (message) => {
+      if (message.type() !== 'log') this.complaints.push(`${message.type()}: ${message.text()}`);
+    });
+    page.on('pageerror', (error) => this.complaints.push(String(error)));
+    const home = url.replace(/[^/]*$/, '');
+    page.on('request', (request) => {
+      const asked = request.url();
+      if (!asked.startsWith(home) && !asked.startsWith('data:')) this.strangers.push(asked);
+    });
+    await page.emulateMediaFeatures([{name: 'prefers-color-scheme', value: scheme}]);
+    await page.setViewport(
+        {width, height, deviceScaleFactor: density, hasTouch: touch, isMobile: touch});
+    await page.evaluateOnNewDocument(prepare);
+    await page.goto(url);
+    await page.waitForFunction('globalThis.playground');
+    await atRest(page);
+    return page;
+  }
+}
+
+// In the page: counts frames, and reads pixels. A canvas is not asked for them itself, since that
+// would change how the browser draws it.
+function prepare() {
+  globalThis.framesDrawn = 0;
+  const request = requestAnimationFrame;
+  globalThis.requestAnimationFrame = (step) => request((time) => {
+    ++globalThis.framesDrawn;
+    step(time);
+  });
+  globalThis.pixelsOf = (canvas, ...box) => {
+    const copy = new OffscreenCanvas(canvas.width, canvas.height);
+    const context = copy.getContext('2d', {willReadFrequently: true});
+    context.drawImage(canvas, 0, 0);
+    return context.getImageData(...box).data;
+  };
+}
+
+// ---- what a user does and sees; pixels are those of CSS
+
+export const atRest = (page) => page.waitForFunction('playground.isAtRest', {polling: 20});
+export const viewOf = (page) => page.evaluate('playground.navigation.view');
+export const named = (page) => page.$eval('#country', (output) => output.textContent);
+export const placeAt = (page, x, y) => page.evaluate(
+    (x, y) => playground.world.placeAt(x * devicePixelRatio, y * devicePixelRatio), x, y);
+
+/** Chooses a value of one of the controls. */
+export async function choose(page, name, value) {
+  await page.$eval(`[name=${name}][value="${value}"]`, (input) => input.click());
+  await atRest(page);
+}
+
+/** Looks at a place, in degrees; a scale of 0 leaves it. */
+export async function look(page, longitude, latitude, scale = 0, turn = 0) {
+  await page.evaluate((longitude, latitude, scale, turn) => {
+    const {world, navigation} = playground;
+    navigation.setView({
+      x: longitude, y: world.mapY(latitude), scale: scale || navigation.view.scale, turn,
+    });
+  }, longitude, latitude, scale, turn);
+  await atRest(page);
+}
+
+/** Points the mouse at a place; gives what is named then. */
+export async function point(page, longitude, latitude) {
+  const [x, y] = await page.evaluate((longitude, latitude) => {
+    const {world} = playground;
+    return world.pixelOf(longitude, world.mapY(latitude)).map((at) => at / devicePixelRatio);
+  }, longitude, latitude);
+  await page.mouse.move(x, y);
+  await page.waitForFunction('!playground.frameRequested', {polling: 20});
+  return named(page);
+}
+
+export async function drag(page, from, to) {
+  await page.mouse.move(...from);
+  await page.mouse.down();
+  await page.mouse.move(...to, {steps: 8});
+  await page.mouse.up();
+  await atRest(page);
+}

@@ -1,0 +1,333 @@
+// Which part of the map is shown, and what mouse, wheel, fingers and keys do to it.
+'use strict';
+
+/** A place in the picture, in pixels of the device. @typedef {{x: number, y: number}} Pixel */
+
+/**
+ * What a key does while it is held: to the right and down, in pixels; zooming in; turning
+ * counter-clockwise, in degrees. All in a second.
+ * @type {Record<string, {x?: number, y?: number, zoom?: number, turn?: number}>}
+ */
+const heldKeys = {
+  arrowleft: {x: -600},
+  arrowright: {x: 600},
+  arrowup: {y: -600},
+  arrowdown: {y: 600},
+  '+': {zoom: 1.6},
+  '=': {zoom: 1.6},  // the same key without Shift
+  '-': {zoom: -1.6},
+  _: {zoom: -1.6},
+  q: {turn: 70},
+  e: {turn: -70},
+};
+
+// Milliseconds
+const restAfter = 140;      // without motion
+const shortestPress = 120;  // of a key: less would hardly move the map
+const glideTime = 320;
+
+/** By how many degrees one goes from a to b about a centre, clockwise on the screen.
+ * @param {Pixel} a @param {Pixel} b @param {Pixel} centre */
+function angleBetween(a, b, centre) {
+  const angle =
+      Math.atan2(b.y - centre.y, b.x - centre.x) - Math.atan2(a.y - centre.y, a.x - centre.x);
+  return (angle - 2 * Math.PI * Math.round(angle / (2 * Math.PI))) * 180 / Math.PI;
+}
+
+class Navigation {
+  /**
+   * @param {World} world
+   * @param {Picture} picture
+   * @param {HTMLCanvasElement} surface  where the user acts
+   * @param {(hasMoved: boolean) => void} changed  told when there is something to be drawn
+   */
+  constructor(world, picture, surface, changed) {
+    this.world = world;
+    this.picture = picture;
+    this.surface = surface;
+    this.changed = changed;
+    /** @type {View} */
+    this.view = {x: 0, y: 0, scale: 1, turn: 0};
+    /** Where the mouse is, or a finger was last. @type {Pixel | null} */
+    this.mouse = null;
+    this.isByKeyboard = false;
+    /** Fingers, or a mouse with a button down. @type {Map<number, Pixel>} */
+    this.pointers = new Map();
+    this.isTurning = false;
+    /** Keys that move the map, by where they are on the keyboard.
+     * @type {Map<string, {motion: typeof heldKeys[string], since: number, until: number}>} */
+    this.keys = new Map();
+    /** A motion that goes on by itself. @type {((time: number) => boolean) | null} */
+    this.motion = null;
+    this.lastMoved = -Infinity;
+    this.lastStep = 0;
+    this.#listen();
+  }
+
+  // ---- the view
+
+  /** The whole world, as far as it has room. @returns {View} */
+  home() {
+    const {width, height, free} = this.picture;
+    const scale = Math.max(width / 350, height / 280);
+    return {
+      x: 10 + (width / 2 - free.left - free.width / 2) / scale,
+      y: this.world.mapY(26) - (height / 2 - free.top - free.height / 2) / scale,
+      scale,
+      turn: 0,
+    };
+  }
+
+  /** @param {View} view */
+  setView(view) {
+    const {width, height, pixelRatio} = this.picture;
+    const least = Math.max(width / 360, height / 300), most = 300 * pixelRatio;
+    this.view = {
+      ...view,
+      y: Math.min(Math.max(view.y, -150), 165),
+      scale: Math.min(Math.max(view.scale, least), most),
+    };
+    this.world.setView(this.view, width, height, this.world.unitsPerPixel);
+    this.lastMoved = performance.now();
+    this.changed(true);
+  }
+
+  /**
+   * Changes scale and turn, and moves the map so that a place comes to lie at a pixel.
+   * @param {[number, number]} place  on the map
+   * @param {Pixel} pixel
+   * @param {number} scale
+   * @param {number} turn
+   */
+  hold(place, pixel, scale = this.view.scale, turn = this.view.turn) {
+    this.setView({...this.view, scale, turn});
+    const [x, y] = this.world.placeAt(pixel.x, pixel.y);
+    this.setView({...this.view, x: this.view.x + place[0] - x, y: this.view.y + place[1] - y});
+  }
+
+  /** Zooms and turns about a pixel. @param {Pixel} pixel @param {number} factor
+   * @param {number} degrees */
+  change(pixel, factor, degrees) {
+    const place = this.world.placeAt(pixel.x, pixel.y);
+    this.hold(place, pixel, this.view.scale * factor, this.view.turn + degrees);
+  }
+
+  /** @returns {Pixel} */
+  get middle() {
+    return {x: this.picture.width / 2, y: this.picture.height / 2};
+  }
+
+  /** The pixel that is pointed at. */
+  get target() {
+    return this.isByKeyboard ? this.middle : this.mouse;
+  }
+
+  get isHeld() {
+    return this.pointers.size > 0;
+  }
+
+  get isGoingOn() {
+    return this.motion !== null || this.keys.size > 0;
+  }
+
+  get isMoving() {
+    return this.isGoingOn || performance.now() - this.lastMoved < restAfter;
+  }
+
+  // The map repeats, and so may its numbers.
+  normalise() {
+    this.view.x -= 360 * Math.floor((this.view.x + 180) / 360);
+    this.view.turn -= 360 * Math.floor((this.view.turn + 180) / 360);
+    const {width, height} = this.picture;
+    this.world.setView(this.view, width, height, this.world.unitsPerPixel);
+  }
+
+  // ---- motions that go on by themselves
+
+  /** Does what is due in a frame. @param {number} time  of the frame */
+  step(time) {
+    const elapsed = Math.min(Math.max(time - this.lastStep, 0), 50);
+    this.lastStep = time;
+    if (this.motion && !this.motion(time)) this.motion = null;
+    if (this.keys.size > 0) this.#moveByKeys(elapsed / 1000);
+  }
+
+  /** What a button says, or a key: zoomIn, zoomOut, turnLeft, turnRight, home.
+   * @param {string} what */
+  take(what) {
+    const {middle} = this;
+    if (what === 'home') this.#glideHome();
+    if (what === 'zoomIn') this.#glideAbout(middle, 1.8, 0);
+    if (what === 'zoomOut') this.#glideAbout(middle, 1 / 1.8, 0);
+    if (what === 'turnLeft') this.#glideAbout(middle, 1, 15);
+    if (what === 'turnRight') this.#glideAbout(middle, 1, -15);
+  }
+
+  /** @param {(share: number, before: View) => void} step  given a share from 0 to 1 */
+  #glide(step) {
+    const before = {...this.view};
+    const start = performance.now();
+    const duration = matchMedia('(prefers-reduced-motion: reduce)').matches ? 1 : glideTime;
+    this.motion = (time) => {
+      const share = Math.min(Math.max((time - start) / duration, 0), 1);
+      step(1 - (1 - share) ** 3, before);
+      return share < 1;
+    };
+    this.changed(true);
+  }
+
+  /** @param {Pixel} pixel @param {number} factor @param {number} degrees */
+  #glideAbout(pixel, factor, degrees) {
+    this.#glide((share, before) => {
+      const place = this.world.placeAt(pixel.x, pixel.y);
+      this.hold(place, pixel, before.scale * factor ** share, before.turn + degrees * share);
+    });
+  }
+
+  #glideHome() {
+    this.normalise();
+    const target = this.home();
+    this.#glide((share, before) => {
+      const mix = (/** @type {number} */ a, /** @type {number} */ b) => a + share * (b - a);
+      const scale = before.scale * (target.scale / before.scale) ** share;
+      const nearest = before.x - 360 * Math.round((before.x - target.x) / 360);
+      this.setView({
+        x: mix(nearest, target.x), y: mix(before.y, target.y), scale, turn: mix(before.turn, 0),
+      });
+    });
+  }
+
+  /** @param {number} seconds */
+  #moveByKeys(seconds) {
+    const {middle} = this;
+    const shift = seconds * this.picture.pixelRatio;
+    let {x, y} = middle;
+    let zoom = 0, turn = 0;
+    for (const [code, {motion, until}] of this.keys) {
+      x += shift * (motion.x ?? 0);
+      y += shift * (motion.y ?? 0);
+      zoom += seconds * (motion.zoom ?? 0);
+      turn += seconds * (motion.turn ?? 0);
+      if (until <= performance.now()) this.keys.delete(code);
+    }
+    this.hold(this.world.placeAt(x, y), middle, this.view.scale * Math.exp(zoom),
+              this.view.turn + turn);
+  }
+
+  // ---- what the user does
+
+  #listen() {
+    const {surface} = this;
+    surface.addEventListener('pointerdown', (event) => this.#down(event));
+    surface.addEventListener('pointermove', (event) => this.#move(event));
+    surface.addEventListener('pointerup', (event) => this.#up(event));
+    surface.addEventListener('pointercancel', (event) => this.#up(event));
+    surface.addEventListener('pointerleave', (event) => {
+      if (event.pointerType === 'mouse') this.#point(null);  // a finger leaves what it has named
+    });
+    surface.addEventListener('contextmenu', (event) => event.preventDefault());
+    surface.addEventListener(
+        'dblclick', (event) => this.#glideAbout(this.#pixelOf(event), event.shiftKey ? 0.5 : 2, 0));
+    surface.addEventListener('wheel', (event) => this.#wheel(event), {passive: false});
+    surface.addEventListener('keydown', (event) => this.#keyDown(event));
+    surface.addEventListener('keyup', (event) => {
+      const held = this.keys.get(event.code);
+      if (held) held.until = Math.max(performance.now(), held.since + shortestPress);
+    });
+    surface.addEventListener('blur', () => {
+      this.keys.clear();
+      this.isByKeyboard = false;
+      this.changed(false);
+    });
+  }
+
+  /** @param {MouseEvent} event @returns {Pixel} */
+  #pixelOf(event) {
+    const box = this.surface.getBoundingClientRect();
+    return {
+      x: (event.clientX - box.left) * this.picture.width / box.width,
+      y: (event.clientY - box.top) * this.picture.height / box.height,
+    };
+  }
+
+  /** @param {Pixel | null} pixel */
+  #point(pixel) {
+    this.mouse = pixel;
+    this.isByKeyboard = false;
+    this.changed(false);
+  }
+
+  /** @param {PointerEvent} event */
+  #down(event) {
+    this.surface.setPointerCapture(event.pointerId);
+    this.surface.classList.add('moving');
+    this.motion = null;
+    if (!this.isHeld) {
+      this.isTurning = event.shiftKey || event.button === 2;
+      this.normalise();
+    }
+    const pixel = this.#pixelOf(event);
+    this.pointers.set(event.pointerId, pixel);
+    this.#point(pixel);
+  }
+
+  /** @param {PointerEvent} event */
+  #move(event) {
+    const pixel = this.#pixelOf(event);
+    const before = this.pointers.get(event.pointerId);
+    this.#point(pixel);
+    if (!before) return;
+    const other = [...this.pointers].find(([id]) => id !== event.pointerId)?.[1];
+    if (other) {
+      this.#moveFinger(before, pixel, other);
+    } else if (this.isTurning) {
+      this.change(this.middle, 1, -angleBetween(before, pixel, this.middle));
+    } else {
+      this.hold(this.world.placeAt(before.x, before.y), pixel);
+    }
+    this.pointers.set(event.pointerId, pixel);
+  }
+
+  /** The place under each of two fingers stays under it.
+   * @param {Pixel} before @param {Pixel} after @param {Pixel} other */
+  #moveFinger(before, after, other) {
+    const distance = (/** @type {Pixel} */ pixel) =>
+        Math.max(Math.hypot(pixel.x - other.x, pixel.y - other.y), 1);
+    this.hold(this.world.placeAt(before.x, before.y), after,
+              this.view.scale * distance(after) / distance(before),
+              this.view.turn - angleBetween(before, after, other));
+  }
+
+  /** @param {PointerEvent} event */
+  #up(event) {
+    this.pointers.delete(event.pointerId);
+    if (!this.isHeld) this.surface.classList.remove('moving');
+    this.changed(false);
+  }
+
+  /** @param {WheelEvent} event */
+  #wheel(event) {
+    event.preventDefault();
+    this.motion = null;
+    const pixel = this.#pixelOf(event);
+    const delta = (event.deltaY || event.deltaX) *
+                  (event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1);
+    // Two fingers that pinch on a pad come as a wheel with Ctrl, in smaller steps.
+    if (event.shiftKey) this.change(pixel, 1, -delta / 8);
+    else this.change(pixel, Math.exp(-delta * (event.ctrlKey ? 0.01 : 0.0016)), 0);
+  }
+
+  /** @param {KeyboardEvent} event */
+  #keyDown(event) {
+    if (event.ctrlKey || event.metaKey || event.altKey) return;
+    const motion = heldKeys[event.key.toLowerCase()];
+    if (!motion && event.key !== 'Home') return;
+    event.preventDefault();
+    this.isByKeyboard = true;
+    if (event.repeat) return;
+    this.motion = null;
+    if (motion) this.keys.set(event.code, {motion, since: performance.now(), until: Infinity});
+    else this.take('home');
+    this.changed(true);
+  }
+}

@@ -1,0 +1,45 @@
+# ./dev playground, with the functions of dev at hand.
+# shellcheck shell=bash
+
+playground() {
+  local page=out/playground
+  need_to_build emscripten node-acorn python3
+  step "building the page"
+  build playground page
+  rm -rf "$page"
+  mkdir -p out
+  cp -r build/playground/page "$page"
+  case ${1:-} in
+    --check) check_playground "$page" ;;
+    '')
+      printf 'Open %s/index.html, or the address below. Ctrl-C ends it.\n' "$page"
+      exec python3 -u -m http.server --bind 127.0.0.1 --directory "$page" "${ZELVAN_PORT:-0}"
+      ;;
+    *) fail "what is '$1'? ./dev playground [--check]" ;;
+  esac
+}
+
+# The page's types, and then the page itself in a browser, beside a native program.
+check_playground() {
+  local source=examples/playground work=build/playground-check
+  need_to_test chromium
+  command -v npm >/dev/null || need npm  # which other packages of node bring along
+  step "building what the page is compared with"
+  build gcc playground_counts
+  mkdir -p "$work"
+  if ! cmp -s "$source/package-lock.json" "$work/package-lock.json"; then
+    step "installing what drives the browser"
+    cp "$source"/{package.json,package-lock.json,.npmrc} "$work"
+    (cd "$work" && npm ci --ignore-scripts --no-audit --no-fund --loglevel=error >/dev/null) || {
+      rm -f "$work/package-lock.json"
+      fail "npm could not install what $source/package-lock.json names"
+    }
+  fi
+  step "the types of the page"
+  "$work/node_modules/.bin/tsc" -p "$source" || fail "the page's types do not fit; see above"
+  step "the page in a browser"
+  cp "$source"/check*.mjs "$work"  # beside the packages that they import
+  timeout 600 node "$work/check.mjs" "$1" build/gcc/examples/playground/playground_counts \
+    out/playground-pictures ||
+    fail "the page is not as it should be; its looks are in out/playground-pictures"
+}
