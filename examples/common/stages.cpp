@@ -19,14 +19,16 @@ void resize(Polygons<Point>& set, std::size_t size) {
   set.edge_flags.resize(size);
 }
 
-// Appends what of `source` lies in `frame`.
-void append_clipped(drw_pset_t source, real_rect_t frame, ClipSet clip, MapPolygons& out) {
-  const std::size_t old_size = out.points.size();
+// Appends what of `source` lies in `frame`. The room for it is kept from one polygon to the next.
+void append_clipped(drw_pset_t source, real_rect_t frame, ClipSet clip, MapPolygons& room,
+                    MapPolygons& out) {
   const std::size_t most = 5 * static_cast<std::size_t>(source.n_points) + 4;  // for either
-  resize(out, old_size + most);
-  drw_pset_t target = {static_cast<int>(old_size), out.points.data(), out.edge_flags.data()};
+  if (room.points.size() < most) resize(room, most);
+  drw_pset_t target = {0, room.points.data(), room.edge_flags.data()};
   clip(&source, &target, &frame);
-  resize(out, static_cast<std::size_t>(target.n_points));
+  out.points.insert(out.points.end(), target.points, target.points + target.n_points);
+  out.edge_flags.insert(out.edge_flags.end(), target.edge_flags,
+                        target.edge_flags + target.n_points);
 }
 
 void move_east(real_pt_t* first, real_pt_t* last, double degrees) {
@@ -40,6 +42,10 @@ bool comes_before(const real_pt_t& a, const real_pt_t& b) {
 // How many vertices of a polygon are still there after clipping.
 std::ptrdiff_t count_kept(std::vector<real_pt_t> before, std::vector<real_pt_t> after) {
   if (after.empty()) return 0;
+  const auto is_same = [](real_pt_t a, real_pt_t b) { return a.x == b.x && a.y == b.y; };
+  const bool are_all_kept =
+      std::equal(before.begin(), before.end(), after.begin(), after.end(), is_same);
+  if (are_all_kept) return std::ssize(before);
   std::sort(before.begin(), before.end(), comes_before);
   std::sort(after.begin(), after.end(), comes_before);
   std::vector<real_pt_t> kept;
@@ -52,7 +58,7 @@ std::ptrdiff_t count_kept(std::vector<real_pt_t> before, std::vector<real_pt_t> 
 
 MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally,
                          ClipSet clip) {
-  MapPolygons out;
+  MapPolygons out, room;
   for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
     const drw_pset_t polygon = part_of(polygons, first, count);
     const std::vector<real_pt_t> before(polygon.points, polygon.points + count);
@@ -66,7 +72,7 @@ MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& t
       real_rect_t frame = view.frame();
       move_east(frame.corners, frame.corners + 4, -360.0 * turn);
       const std::size_t turn_start = out.points.size();
-      append_clipped(polygon, frame, clip, out);
+      append_clipped(polygon, frame, clip, room, out);
       // After clipping, of which one operation can let a lone invisible edge change places.
       hide_cuts(out, turn_start);
       real_pt_t* const piece = out.points.data() + turn_start;

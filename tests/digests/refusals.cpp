@@ -70,14 +70,14 @@ const Group regions("pick.refusals", [](Digest& digest) {
         [] { return is_there(area.xfm(shift)); }, [] { return is_there(rect.xfm(shift)); }});
 });
 
-/// Combs whose teeth cross the top of a rectangle.
-template <int n_combs, int size>
+/// Combs whose teeth cross the top of a rectangle: between vertices, or in spikes with a repeat.
+template <int n_combs, int size, int per_place = 2>
 long clip() {
   constexpr int n = n_combs * size;
   static real_pt_t points[n], out[3 * n];
   static int flags[n], out_flags[3 * n];
   for (int i = 0; i < n; ++i) {
-    points[i] = {i % size / 2 * 0.5, i % 4 % 3 == 0 ? 5.0 : 15.0};
+    points[i] = {i % size / per_place * 0.5, i % 4 % 3 == 0 ? 5.0 : 15.0};
     flags[i] = (i + 1) % size == 0 ? 3 : 1;
   }
   drw_pset_t source = {n, points, flags}, target = {0, out, out_flags};
@@ -89,7 +89,7 @@ long clip() {
 // The arena's own block serves the small ones; of two large ones the largest that was had for the
 // first serves the next.
 const Group clipping("geometry.refusals", [](Digest& digest) {
-  take(digest, {clip<400, 24>, clip<2, 4000>, clip<2, 12000>});
+  take(digest, {clip<400, 24>, clip<2, 4000>, clip<2, 12000>, clip<2, 4000, 4>});
 });
 
 int rgb[] = {1, 2, 3, 4, 5, 6};

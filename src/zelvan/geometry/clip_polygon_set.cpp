@@ -1,10 +1,14 @@
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/detail/clip_arena.h>
 #include <zelvan/geometry/detail/clip_ring.h>
+#include <zelvan/geometry/detail/outline.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace zelvan {
 
@@ -17,117 +21,87 @@ constexpr double epsilon = 1.1920928955078125e-07;
 // A determinant within this of zero belongs to parallel edges.
 constexpr double tiny = 1.1754943508222875e-38;
 
-// On which sides of clip edges whole edges of the subject were found.
-enum side { left_of = 1, right_of = 2, below = 4, above = 8 };
+// A set of edges of the clip ring: bit k stands for the one from corner k.
+using ClipEdges = unsigned;
 
-// A polygon of the source, from its first vertex to its closing one.
-struct Outline {
-  const real_pt_t* points;
-  const int* edge_flags;
-  int count;
-};
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr ClipBox nowhere = {infinity, infinity, -infinity, -infinity};
 
-// An edge of the rectangle, and the box around it.
-struct ClipEdge {
-  real_pt_t from, to;
-  ClipBox box;
-};
-
-ClipBox box_of(const real_pt_t& a, const real_pt_t& b) {
-  return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-}
-
-bool are_apart(const ClipBox& a, const ClipBox& b) {
-  return a.left > b.right || b.left > a.right || a.bottom > b.top || b.bottom > a.top;
-}
-
-// The rectangle, its edges, and the box around it.
+// The rectangle, and the boxes by which most edges of a subject are told to be rejected.
 struct ClipRect {
-  const real_rect_t& rect;
-  ClipEdge edges[4];
-  ClipBox box;
-  bool has_box;     // no corner holds a NaN
-  bool is_upright;  // each side runs along an axis
+  real_pt_t corners[5];  // the first once more
+  ClipBox edge_boxes[4];
+  bool is_upright;
+  ClipBox outer, inner;    // all edges of the rectangle lie between them
+  ClipEdges edges_on[16];  // of an upright rectangle: those that are these sides of the outer box
 
-  explicit ClipRect(const real_rect_t& r)
-      : rect(r), edges{}, box{}, has_box(true), is_upright(true) {
-    const real_pt_t* c = r.corners;
-    for (int i = 0; i < 4; ++i) {
-      const real_pt_t& next = c[(i + 1) % 4];
-      edges[i] = {c[i], next, box_of(c[i], next)};
-      has_box = has_box && !std::isnan(c[i].x) && !std::isnan(c[i].y);
-      is_upright = is_upright && (c[i].x == next.x || c[i].y == next.y);
+  explicit ClipRect(const real_rect_t& rect)
+      : is_upright(zelvan::is_upright(rect)),
+        outer(box_around(rect.corners, 4)),
+        inner(is_upright ? outer : nowhere),
+        edges_on{} {
+    std::copy_n(rect.corners, 4, corners);
+    corners[4] = corners[0];
+    for (int k = 0; k < 4; ++k) {
+      edge_boxes[k] = box_around(corners + k, 2);
+      const int side = is_upright_from(rect, k % 2)
+                           ? (corners[k].y == outer.bottom ? bottom_side : top_side)
+                           : (corners[k].x == outer.left ? left_side : right_side);
+      for (Sides sides = 0; sides < 16; ++sides) edges_on[sides] |= (sides >> side & 1) << k;
     }
-    if (!has_box) return;
-    const auto [left, right] = std::minmax({c[0].x, c[1].x, c[2].x, c[3].x});
-    const auto [bottom, top] = std::minmax({c[0].y, c[1].y, c[2].y, c[3].y});
-    box = {left, bottom, right, top};
   }
 };
 
-void append(drw_pset_t* target, const real_pt_t& p, int edge_flag) {
+// Appends to the ring at the end of the target. No flag closes it before it is complete.
+void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
   target->points[target->n_points] = p;
-  target->edge_flags[target->n_points] = edge_flag;
+  target->edge_flags[target->n_points] =
+      is_closing(edge_flag) ? edge_flag - drw_edge_close_invisible : edge_flag;
   ++target->n_points;
-}
-
-int without_closing(int edge_flag) {
-  if (edge_flag == drw_edge_close_invisible) return drw_edge_invisible;
-  if (edge_flag == drw_edge_close_visible) return drw_edge_visible;
-  return edge_flag;
 }
 
 bool is_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
-// True when the whole outline lies strictly to one side of all four corners. Its edges would
-// then all be rejected and both containment tests fail.
-bool lies_apart(const Outline& outline, const ClipRect& clip) {
-  if (!clip.has_box) return false;
-  for (int side = left_side; side <= top_side; ++side) {
-    const real_pt_t& last = outline.points[outline.count - 1];  // tells soonest that it does not
-    if (!is_beyond(clip.box, side, last)) continue;
-    if (count_beyond(outline.points, outline.count, clip.box, side) == outline.count) return true;
+// Apart: strictly beyond one side of the box, so all edges would be rejected and both containment
+// tests fail. Inside: strictly, and the rectangle is upright.
+enum class Place { apart, inside, near };
+
+Place place_of(const Outline& outline, const ClipRect& clip) {
+  const auto& [points, edge_flags, count] = outline;
+  Sides beyond = 0b1111, not_within = 0;  // of three vertices, which mostly tell that it is near
+  for (const int i : {0, count / 2, count - 1}) {
+    const SidesOut out = sides_out(clip.outer, points[i]);
+    beyond &= out.beyond;
+    not_within |= out.not_within;
   }
-  return false;
+  for (; beyond != 0; beyond &= beyond - 1) {
+    const int side = std::countr_zero(beyond);
+    if (count_beyond(points, count, clip.outer, side) == count) return Place::apart;
+  }
+  const bool is_inside = not_within == 0 && count_inside(points, count, clip.inner) == count;
+  return is_inside ? Place::inside : Place::near;
 }
 
-// How many vertices from the first on lie alike: strictly beyond one side of the box, or strictly
-// inside of an upright rectangle. No edge between them comes near any side: it would be rejected
-// by all four. At least 1, for a vertex that lies in no such way.
-int count_alike(const real_pt_t* points, int n, const ClipRect& clip) {
-  constexpr int few = 4;  // that are looked at sooner than vectors are set up
-  const auto count = [=](auto is_alike, auto count_in_vectors) {
-    int i = 1;
-    while (i < n && i < few && is_alike(points[i])) ++i;
-    return i < few ? i : i + count_in_vectors(points + i, n - i);
-  };
-  if (!clip.has_box) return 1;
-  const ClipBox& box = clip.box;
-  if (clip.is_upright && is_inside(box, points[0])) {
-    return count([&](const real_pt_t& p) { return is_inside(box, p); },
-                 [&](const real_pt_t* from, int left) { return count_inside(from, left, box); });
-  }
-  for (int side = left_side; side <= top_side; ++side) {
-    if (!is_beyond(box, side, points[0])) continue;
-    return count(
-        [&](const real_pt_t& p) { return is_beyond(box, side, p); },
-        [&](const real_pt_t* from, int left) { return count_beyond(from, left, box, side); });
-  }
-  return 1;
+// The side of the box around a clip edge beyond which the whole subject edge lies, if there is one:
+// of two the left or right one.
+Sides side_of_edge(const real_pt_t& s0, const real_pt_t& s1, const ClipBox& edge_box) {
+  const Sides sides = sides_out(edge_box, s0).beyond & sides_out(edge_box, s1).beyond;
+  const Sides left_or_right = sides & (1u << left_side | 1u << right_side);
+  return left_or_right != 0 ? left_or_right : sides;
 }
 
-bool both_above(double a0, double a1, double b0, double b1) {
-  return a0 > b0 && a0 > b1 && a1 > b0 && a1 > b1;
-}
-
-// The side of the clip edge on which the whole subject edge lies, or 0.
-int side_of_edge(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0,
-                 const real_pt_t& c1) {
-  if (both_above(c0.x, c1.x, s0.x, s1.x)) return left_of;
-  if (both_above(s0.x, s1.x, c0.x, c1.x)) return right_of;
-  if (both_above(c0.y, c1.y, s0.y, s1.y)) return below;
-  if (both_above(s0.y, s1.y, c0.y, c1.y)) return above;
-  return 0;
+// The edges of the clip ring that a subject edge does not lie to one side of. Requires: it does not
+// lie to one side of the outer box either.
+ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& clip) {
+  if (clip.is_upright) {
+    const SidesOut out0 = sides_out(clip.outer, s0), out1 = sides_out(clip.outer, s1);
+    return clip.edges_on[out0.not_within | out1.not_within];
+  }
+  ClipEdges near = 0;
+  for (int k = 0; k < 4; ++k) {
+    near |= ClipEdges{side_of_edge(s0, s1, clip.edge_boxes[k]) == 0} << k;
+  }
+  return near;
 }
 
 // True when the edges cross, both ends of each included, with the place in `hit`. A NaN gets past
@@ -143,62 +117,71 @@ bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0
   if (det >= -tiny && det <= tiny) return false;
   const double ex = s0.x - c0.x;
   const double ey = s0.y - c0.y;
-  const double a = (ey * dxc - ex * dyc) / det;
-  if (a > 1.0 || a < 0.0) return false;
-  const double b = (ey * dxs - ex * dys) / det;
-  if (b > 1.0 || b < 0.0) return false;
-  hit->param[of_subject] = a == 0.0 ? epsilon : a;
-  hit->param[of_clip] = b == 0.0 ? epsilon : b;
-  hit->at = {dxs * hit->param[of_subject] + s0.x, dys * hit->param[of_subject] + s0.y};
+  double a = (ey * dxc - ex * dyc) / det;
+  double b = (ey * dxs - ex * dys) / det;
+  if (a > 1.0 || a < 0.0 || b > 1.0 || b < 0.0) return false;
+  if (a == 0.0 || b == 0.0) [[unlikely]] {
+    a = a == 0.0 ? epsilon : a;
+    b = b == 0.0 ? epsilon : b;
+  }
+  hit->param[of_subject] = a;
+  hit->param[of_clip] = b;
+  hit->at = {dxs * a + s0.x, dys * a + s0.y};
   return true;
 }
 
-// Tries the subject's edge from vertex `i` on against the four of the clip ring.
-bool find_hits_of_edge(const Outline& outline, int i, const ClipRect& clip, ClipHits* hits,
+// Appends the crossings of the subject's edge from vertex `i` on. False when the heap refuses.
+bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* hits,
                        ClipArena* arena) {
   const real_pt_t& s0 = outline.points[i];
   const real_pt_t& s1 = outline.points[i + 1 == outline.count ? 0 : i + 1];
-  const ClipBox box = box_of(s0, s1);
-  // Boxes tell the same as the sides, but not of what is not a number.
-  const bool has_boxes = clip.has_box && !std::isnan(s0.x + s1.x) && !std::isnan(s0.y + s1.y);
-  for (int k = 0; k < 4; ++k) {
-    const auto& [c0, c1, clip_box] = clip.edges[k];
-    if (has_boxes ? are_apart(box, clip_box) : side_of_edge(s0, s1, c0, c1) != 0) continue;
-    ClipHit* const hit = hits->next(arena);
-    if (hit == nullptr) return false;
-    if (!find_crossing(s0, s1, c0, c1, hit)) continue;
+  int n = 0;  // of this edge
+  for (ClipEdges near = edges_near(s0, s1, clip); near != 0; near &= near - 1) {
+    const int k = std::countr_zero(near);
+    if (!hits->has_room(arena)) return false;
+    ClipHit* const hit = hits->end;
+    if (!find_crossing(s0, s1, clip.corners[k], clip.corners[k + 1], hit)) continue;
     hit->edge[of_subject] = i;
     hit->edge[of_clip] = k;
-    hit->visited = false;
-    ++hits->count;
+    if (n > 0) ClipInsertHit(hit - n, hit);
+    ++n;
+    ++hits->end;
   }
   return true;
 }
 
-bool find_hits(const Outline& outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
-  for (int i = 0; i < outline.count; ++i) {
-    const int alike = count_alike(outline.points + i, outline.count - i, clip);
-    if (alike == outline.count) return true;  // so is the edge back to the first
-    i += alike - 1;
-    if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;
+// Finds all crossings. Only such edges of the subject are tried as come near the rectangle's.
+bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
+  hits->end = hits->begin;
+  const Sides closing_beyond = sides_out(clip.outer, outline.points[0]).beyond &
+                               sides_out(clip.outer, outline.points[outline.count - 1]).beyond;
+  for (int first = 0; first + 1 < outline.count; first += most_in_edge_set - 1) {
+    const int n = std::min(outline.count - first, most_in_edge_set);
+    EdgeSet near = near_edges(outline.points + first, n, clip.outer, clip.inner);
+    const bool has_closing_edge = first + n == outline.count;
+    if (has_closing_edge && closing_beyond == 0) near |= EdgeSet{1} << 2 * (n - 1);
+    for (; near != 0; near &= near - 1) {
+      const int i = first + std::countr_zero(near) / 2;
+      if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;
+    }
   }
   return true;
 }
 
 // True when edges of the outline lie on opposite sides of clip edges.
 bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
-  int side_mask = 0;
+  constexpr Sides left_and_right = 1u << left_side | 1u << right_side;
+  constexpr Sides bottom_and_top = 1u << bottom_side | 1u << top_side;
+  Sides sides = 0;
   for (int i = 0; i < outline.count; ++i) {
     const real_pt_t& s0 = outline.points[i];
     const bool is_last = i + 1 == outline.count;
     const real_pt_t& s1 = outline.points[is_last ? 0 : i + 1];
     if (!is_last && is_same(s0, s1)) continue;  // a repeat, and no vertex of the ring
-    for (int k = 0; k < 4; ++k) {
-      side_mask |= side_of_edge(s0, s1, clip.edges[k].from, clip.edges[k].to);
+    for (const ClipBox& box : clip.edge_boxes) sides |= side_of_edge(s0, s1, box);
+    if ((sides & left_and_right) == left_and_right || (sides & bottom_and_top) == bottom_and_top) {
+      return true;
     }
-    const bool on_both_x = (side_mask & left_of) != 0 && (side_mask & right_of) != 0;
-    const bool on_both_y = (side_mask & below) != 0 && (side_mask & above) != 0;
-    if (on_both_x || on_both_y) return true;
   }
   return false;
 }
@@ -211,86 +194,73 @@ bool has_two_vertices(const Outline& outline) {
 
 void append_uncrossed(const Outline& outline, const ClipRing& subject, const ClipRing& corners,
                       drw_pset_t* target) {
-  const real_pt_t& first = outline.points[0];
-  if (ClipPointInRing(first.x, first.y, corners)) {
-    std::copy_n(outline.points, outline.count, target->points + target->n_points);
-    std::copy_n(outline.edge_flags, outline.count, target->edge_flags + target->n_points);
-    target->n_points += outline.count;
+  if (ClipPointInRing(subject.points[0].x, subject.points[0].y, corners)) {
+    append(outline, target);
   } else if (ClipPointInRing(corners.points[0].x, corners.points[0].y, subject)) {
-    for (int k = 0; k < 4; ++k) append(target, corners.points[k], drw_edge_invisible);
+    for (int k = 0; k < 4; ++k) ClipAppendVertex(corners.points[k], drw_edge_invisible, target);
     target->edge_flags[target->n_points - 1] = drw_edge_close_invisible;
   }
 }
 
-// The outline with runs of the same point shrunk to one vertex, with the flag of the first; the
-// outline itself where there are none. False when the heap refuses.
-bool drop_repeats(Outline* outline, ClipArena* arena) {
-  const real_pt_t* const points = outline->points;
-  const int n = outline->count;
-  int repeats = 0;
-  for (int i = 1; i < n; ++i) repeats += is_same(points[i - 1], points[i]);
-  if (repeats == 0) return true;
-  auto* const kept = arena->make<real_pt_t>(static_cast<std::size_t>(n - repeats));
-  auto* const flags = arena->make<int>(static_cast<std::size_t>(n - repeats));
-  if (kept == nullptr || flags == nullptr) return false;
+// The outline with runs of the same point shrunk to one vertex, with the flag of the first; of no
+// vertices when the heap refuses.
+Outline without_repeats(const Outline& outline, ClipArena* arena) {
+  auto* const points = arena->make<real_pt_t>(static_cast<std::size_t>(outline.count));
+  auto* const flags = arena->make<int>(static_cast<std::size_t>(outline.count));
+  if (points == nullptr || flags == nullptr) return {};
   int count = 0;
-  for (int i = 0; i < n; ++i) {
-    if (i > 0 && is_same(points[i - 1], points[i])) continue;
-    kept[count] = points[i];
-    flags[count++] = outline->edge_flags[i];
+  for (int i = 0; i < outline.count; ++i) {
+    if (i > 0 && is_same(outline.points[i - 1], outline.points[i])) continue;
+    points[count] = outline.points[i];
+    flags[count++] = outline.edge_flags[i];
   }
-  *outline = {kept, flags, count};
-  return true;
+  return {points, flags, count};
 }
 
-// Going round a ring, its crossings lead in and out of the other outline by turns.
-void mark(const ClipRing& ring, const ClipRing& other) {
-  bool inside = ClipPointInRing(ring.points[0].x, ring.points[0].y, other);
-  for (int i = 0; i < ring.n_turns; ++i) {
-    ring.turns[i]->leaving[ring.kind] = inside;
-    inside = !inside;
+// Appends all but the last vertex of a part of a ring, and gives the index of that. No flag among
+// them closes.
+int append_all_but_last(const ClipRing& ring, int first, int behind, drw_pset_t* target) {
+  const int n = behind - 1 - first;
+  std::copy_n(ring.points + first, n, target->points + target->n_points);
+  std::copy_n(ring.edge_flags + first, n, target->edge_flags + target->n_points);
+  target->n_points += n;
+  return behind - 1;
+}
+
+// Appends the vertices of a ring from one index up to another.
+inline void append_vertices(const ClipRing& ring, int first, int behind, drw_pset_t* target) {
+  constexpr int few = 8;  // that are sooner copied than the C library is called
+  if (behind - first > few) first = append_all_but_last(ring, first, behind, target);
+  for (int i = first; i < behind; ++i) {
+    ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
   }
 }
 
-void append_vertex(const ClipRing& ring, int i, drw_pset_t* target) {
-  append(target, ring.points[i], without_closing(ring.edge_flags[i]));
+// The same in reverse, from one index down to above another.
+inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_pset_t* target) {
+  for (int i = last; i > above; --i) {
+    ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
+  }
 }
 
-void append_vertices(const ClipRing& ring, int first, int behind, drw_pset_t* target) {
-  if (first == behind) return;
-  const int all_but_last = behind - 1 - first;  // only the last vertex of a polygon closes
-  std::copy_n(ring.points + first, all_but_last, target->points + target->n_points);
-  std::copy_n(ring.edge_flags + first, all_but_last, target->edge_flags + target->n_points);
-  target->n_points += all_but_last;
-  append_vertex(ring, behind - 1, target);
-}
-
-// The vertices behind a crossing up to the next one, which is given.
-ClipHit* append_forward(const ClipRing& ring, const ClipHit& from, drw_pset_t* target) {
-  const int turn = from.turn[ring.kind];
-  const int first = from.edge[ring.kind] + 1;
-  if (turn + 1 < ring.n_turns) {
-    ClipHit* const next = ring.turns[turn + 1];
-    append_vertices(ring, first, next->edge[ring.kind] + 1, target);
+// Visits a crossing: appends it and what lies behind it on the ring up to the next crossing, which
+// is given; forward where the ring leads into the other outline, else backward.
+template <clip_ring_kind kind>
+ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
+  const int edge = hit->edge[kind], turn = hit->turn[kind];
+  hit->set_visited();
+  ClipAppendVertex(hit->at, ring.edge_flags[edge], target);
+  if (ring.is_leaving_at(turn)) {
+    const bool passes_the_first = turn == 0;
+    ClipHit* const next = ring.turns[passes_the_first ? ring.n_turns - 1 : turn - 1];
+    if (passes_the_first) append_vertices_back(ring, edge, -1, target);
+    append_vertices_back(ring, passes_the_first ? ring.count - 1 : edge, next->edge[kind], target);
     return next;
   }
-  ClipHit* const next = ring.turns[0];
-  append_vertices(ring, first, ring.count, target);
-  append_vertices(ring, 0, next->edge[ring.kind] + 1, target);
-  return next;
-}
-
-// The same backward.
-ClipHit* append_backward(const ClipRing& ring, const ClipHit& from, drw_pset_t* target) {
-  const int turn = from.turn[ring.kind];
-  ClipHit* const next = ring.turns[turn > 0 ? turn - 1 : ring.n_turns - 1];
-  const int last = next->edge[ring.kind] + 1;
-  int i = from.edge[ring.kind];
-  if (turn == 0) {
-    for (; i >= 0; --i) append_vertex(ring, i, target);
-    i = ring.count - 1;
-  }
-  for (; i >= last; --i) append_vertex(ring, i, target);
+  const bool passes_the_last = turn + 1 == ring.n_turns;
+  ClipHit* const next = ring.turns[passes_the_last ? 0 : turn + 1];
+  if (passes_the_last) append_vertices(ring, edge + 1, ring.count, target);
+  append_vertices(ring, passes_the_last ? 0 : edge + 1, next->edge[kind] + 1, target);
   return next;
 }
 
@@ -298,17 +268,11 @@ ClipHit* append_backward(const ClipRing& ring, const ClipHit& from, drw_pset_t* 
 // at each crossing. An edge through a corner counts as two crossings and can break the
 // alternation; the walk then comes to a crossing already visited that is not its start, and
 // the ring is closed there. So no crossing is passed twice, and every walk ends.
-void walk_from(ClipHit* start, const ClipRing& subject, const ClipRing& corners,
-               drw_pset_t* target) {
-  ClipHit* hit = start;
-  const ClipRing* ring = &subject;
+void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, drw_pset_t* target) {
   do {
-    hit->visited = true;
-    ring = ring == &subject ? &corners : &subject;
-    append(target, hit->at, without_closing(ring->edge_flags[hit->edge[ring->kind]]));
-    hit = hit->leaving[ring->kind] ? append_backward(*ring, *hit, target)
-                                   : append_forward(*ring, *hit, target);
-  } while (!hit->visited);
+    hit = visit<of_clip>(hit, corners, target);
+    if (!hit->is_visited()) hit = visit<of_subject>(hit, subject, target);
+  } while (!hit->is_visited());
   int& last_flag = target->edge_flags[target->n_points - 1];
   last_flag = last_flag == drw_edge_visible ? drw_edge_close_visible : drw_edge_close_invisible;
 }
@@ -318,31 +282,36 @@ constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edg
 
 // Clips one polygon. Nothing is appended before all memory for it has been had, so where the
 // heap refuses the polygon leaves no trace.
-void ClipOnePolygon(Outline outline, drw_pset_t* target, const ClipRect& clip, ClipArena* arena) {
-  if (lies_apart(outline, clip) || !has_two_vertices(outline)) return;
-  ClipHits hits;
-  if (!find_hits(outline, clip, &hits, arena)) return;
-  ClipRing corners = {of_clip, 4, clip.rect.corners, corner_flags, nullptr, 0};
-  if (hits.count > 0) {
-    // Repeats matter only now: crossings of the edges between them are none of the ring's.
-    const Outline found_on = outline;
-    if (!drop_repeats(&outline, arena)) return;
-    if (outline.points != found_on.points) {
-      hits.count = 0;
-      if (!find_hits(outline, clip, &hits, arena)) return;
+void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
+                    ClipArena* arena) {
+  const Place place = place_of(outline, clip);
+  if (place == Place::apart) return;
+  Outline ring = outline;
+  ClipHit few[16];
+  ClipHits hits = {few, few, std::end(few)};
+  if (place == Place::near) {
+    if (!find_hits(outline, clip, &hits, arena)) return;
+    if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
+      // Repeats matter only now: crossings of the edges between them are none of the ring's.
+      ring = without_repeats(outline, arena);
+      if (ring.count < 2 || !find_hits(ring, clip, &hits, arena)) return;
     }
   }
-  ClipRing subject = {of_subject, outline.count, outline.points, outline.edge_flags, nullptr, 0};
-  if (hits.count == 0) {
-    if (spans_the_rectangle(outline, clip)) append_uncrossed(outline, subject, corners, target);
-    return;
+  ClipRing subject = {of_subject, ring.points, ring.edge_flags, ring.count};
+  ClipRing corners = {of_clip, clip.corners, corner_flags, 4};
+  if (hits.count() == 0) {
+    if (!has_two_vertices(outline)) return;
+    if (place == Place::near && !spans_the_rectangle(outline, clip)) return;
+    return append_uncrossed(outline, subject, corners, target);
   }
-  if (!ClipInsertHits(hits, &subject, arena) || !ClipInsertHits(hits, &corners, arena)) return;
-  mark(subject, corners);
-  mark(corners, subject);
-  for (int i = 0; i < hits.count; ++i) {
-    if (!subject.turns[i]->visited) walk_from(subject.turns[i], subject, corners, target);
+  if (!ClipSpliceHits(hits, &subject, &corners, arena)) return;
+  subject.begins_inside = ClipPointInRing(subject.points[0].x, subject.points[0].y, corners);
+  corners.begins_inside = ClipPointInRing(corners.points[0].x, corners.points[0].y, subject);
+  drw_pset_t result = *target;  // of its own, so that what is written cannot be its count
+  for (ClipHit* hit = hits.begin; hit != hits.end; ++hit) {
+    if (!hit->is_visited()) walk_from(hit, subject, corners, &result);
   }
+  target->n_points = result.n_points;
 }
 
 }  // namespace
@@ -353,15 +322,13 @@ void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   using namespace zelvan;
   const ClipRect clip(*rect);
   ClipArena arena;
-  int scan = 0;
-  while (true) {
-    while (scan < source->n_points && is_closing(source->edge_flags[scan])) ++scan;
-    int last = scan;
-    while (last < source->n_points && !is_closing(source->edge_flags[last])) ++last;
+  for (int first = 0;;) {
+    while (first < source->n_points && is_closing(source->edge_flags[first])) ++first;
+    const int last = find_closing(source->edge_flags, first, source->n_points);
     if (last >= source->n_points) return;
-    const Outline outline = {source->points + scan, source->edge_flags + scan, last - scan + 1};
-    ClipOnePolygon(outline, target, clip, &arena);
+    ClipOnePolygon({source->points + first, source->edge_flags + first, last - first + 1}, target,
+                   clip, &arena);
     ClipFreeRings(&arena);
-    scan = last + 1;
+    first = last + 1;
   }
 }

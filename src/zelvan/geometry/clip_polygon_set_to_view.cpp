@@ -1,5 +1,6 @@
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/detail/clip_view.h>
+#include <zelvan/geometry/detail/outline.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
@@ -9,13 +10,6 @@
 namespace zelvan {
 
 namespace {
-
-// A polygon of the source, from its first vertex to its closing one.
-struct Outline {
-  const real_pt_t* points;
-  const int* edge_flags;
-  int count;
-};
 
 bool is_visible(int edge_flag) {
   return edge_flag == drw_edge_visible || edge_flag == drw_edge_close_visible;
@@ -211,12 +205,6 @@ int RingWalk::write_borders() {
   }
   if (count_ > 0) edge_flags_[count_ - 1] = drw_edge_close_invisible;
   return count_;
-}
-
-void append(const Outline& outline, drw_pset_t* target) {
-  std::copy_n(outline.points, outline.count, target->points + target->n_points);
-  std::copy_n(outline.edge_flags, outline.count, target->edge_flags + target->n_points);
-  target->n_points += outline.count;
 }
 
 }  // namespace

@@ -13,23 +13,13 @@ ClipArena::~ClipArena() {
   }
 }
 
-void ClipArena::give_back_all() {
-  if (newest_ == nullptr) return start_in_own_block();
+void ClipArena::keep_newest() {
   while (newest_->previous != nullptr) {
     Block* older = newest_->previous;
     newest_->previous = older->previous;
     std::free(older);
   }
   start_in(newest_);
-}
-
-void* ClipArena::take(std::size_t size) {
-  size = (size + alignment - 1) / alignment * alignment;
-  if (size > left_ && !add_block(size)) return nullptr;
-  std::byte* taken = free_;
-  free_ += size;
-  left_ -= size;
-  return taken;
 }
 
 bool ClipArena::add_block(std::size_t least_size) {
@@ -42,11 +32,6 @@ bool ClipArena::add_block(std::size_t least_size) {
   newest_ = block;
   start_in(block);
   return true;
-}
-
-void ClipArena::start_in_own_block() {
-  free_ = own_block_;
-  left_ = sizeof own_block_;
 }
 
 void ClipArena::start_in(Block* block) {

@@ -28,7 +28,13 @@ class ClipArena {
   }
 
   /// Ends the life of everything made so far.
-  void give_back_all();
+  void give_back_all() {
+    if (newest_ != nullptr) {
+      keep_newest();
+    } else {
+      start_in_own_block();
+    }
+  }
 
  private:
   static constexpr std::size_t alignment = alignof(std::max_align_t);
@@ -38,9 +44,20 @@ class ClipArena {
     std::size_t size;  // of the bytes behind this header
   };
 
-  void* take(std::size_t size);
+  void* take(std::size_t size) {
+    size = (size + alignment - 1) / alignment * alignment;
+    if (size > left_ && !add_block(size)) return nullptr;
+    std::byte* const taken = free_;
+    free_ += size;
+    left_ -= size;
+    return taken;
+  }
   bool add_block(std::size_t least_size);
-  void start_in_own_block();
+  void keep_newest();
+  void start_in_own_block() {
+    free_ = own_block_;
+    left_ = sizeof own_block_;
+  }
   void start_in(Block* block);
 
   std::byte* free_;  // what is left of the current block

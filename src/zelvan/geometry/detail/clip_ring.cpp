@@ -1,117 +1,128 @@
 #include <zelvan/geometry/detail/clip_ring.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 namespace zelvan {
 
 namespace {
 
-/// What the edge from `a` to `b` adds to the winding number about (px, py).
-int winding_of_edge(const real_pt_t& a, const real_pt_t& b, double px, double py) {
-  const auto cross = [&] { return (b.x - a.x) * (py - a.y) - (px - a.x) * (b.y - a.y); };
-  if (py >= a.y) return b.y > py && cross() > 0.0 ? 1 : 0;
-  return py >= b.y && cross() < 0.0 ? -1 : 0;
-}
+/// Counts how often a chain of points winds about (px, py).
+class Winding {
+ public:
+  Winding(double px, double py, const real_pt_t& first)
+      : px_(px), py_(py), is_below_(py >= first.y) {}
 
-/// The sum over the edges between `n` points. Most edges lie wholly above or below, and these are
-/// passed over by one comparison each.
-int winding_of_chain(const real_pt_t* points, int n, double px, double py) {
-  int winding = 0;
-  bool was_below = py >= points[0].y;
-  for (int i = 1; i < n; ++i) {
-    const bool is_below = py >= points[i].y;
-    if (is_below != was_below) winding += winding_of_edge(points[i - 1], points[i], px, py);
-    was_below = is_below;
+  /// Goes along an edge. Most lie wholly above or below, and are passed over by one comparison.
+  void go(const real_pt_t& a, const real_pt_t& b) {
+    const bool is_below = py_ >= b.y;
+    if (is_below != is_below_) number_ += of_edge(a, b);
+    is_below_ = is_below;
   }
-  return winding;
-}
-
-/// Puts `hit` into the `n` ordered turns of its edge.
-void ClipInsertHit(ClipHit** turns, int n, ClipHit* hit, int kind) {
-  int place = 0;
-  while (place < n && !(turns[place]->param[kind] > hit->param[kind])) ++place;
-  std::copy_backward(turns + place, turns + n, turns + n + 1);
-  turns[place] = hit;
-}
-
-/// Orders the turns of one edge, which stand in the order in which they were found.
-void order_turns(ClipHit** turns, int n, int kind) {
-  if (n == 1) return;
-  const auto param = [kind](const ClipHit* hit) { return hit->param[kind]; };
-  const bool has_nan =
-      std::any_of(turns, turns + n, [&](const ClipHit* hit) { return std::isnan(param(hit)); });
-  if (has_nan) {  // whose place only the insertion defines
-    for (int i = 1; i < n; ++i) ClipInsertHit(turns, i, turns[i], kind);
-    return;
+  /// Goes along the edges between points.
+  void go_along(const real_pt_t* first, const real_pt_t* last) {
+    for (const real_pt_t* p = first; p < last; ++p) go(p[0], p[1]);
   }
-  // Outlines often come by along the rectangle, or against it.
-  if (std::is_sorted(turns, turns + n, [&](auto a, auto b) { return param(a) < param(b); })) return;
-  std::reverse(turns, turns + n);
-  if (std::is_sorted(turns, turns + n, [&](auto a, auto b) { return param(a) <= param(b); }))
-    return;
-  std::sort(turns, turns + n,
-            [&](auto a, auto b) { return param(a) != param(b) ? param(a) < param(b) : a < b; });
+  int number() const { return number_; }
+
+ private:
+  int of_edge(const real_pt_t& a, const real_pt_t& b) const {
+    const double cross = (b.x - a.x) * (py_ - a.y) - (px_ - a.x) * (b.y - a.y);
+    if (py_ >= a.y) return b.y > py_ && cross > 0.0 ? 1 : 0;
+    return py_ >= b.y && cross < 0.0 ? -1 : 0;
+  }
+
+  double px_, py_;
+  bool is_below_;  // the last point
+  int number_ = 0;
+};
+
+/// Orders the crossings on one edge of the clip ring, which stand in the order in which they were
+/// found, as if each were inserted before the first that is further along.
+void order_turns(ClipHit** turns, int n) {
+  bool rises = true, falls = true;  // outlines often come by along the rectangle, or against it
+  double furthest = 0.0, previous = 2.0;
+  for (int i = 0; i < n; ++i) {
+    double& param = turns[i]->param[of_clip];
+    if (std::isnan(param)) param = furthest;  // nothing is further along: it goes to the end
+    furthest = std::max(furthest, param);
+    rises = rises && param == furthest;
+    falls = falls && param < previous;
+    previous = param;
+  }
+  if (rises) return;
+  if (falls) return std::reverse(turns, turns + n);
+  std::sort(turns, turns + n, [](const ClipHit* a, const ClipHit* b) {
+    const double a_param = a->param[of_clip], b_param = b->param[of_clip];
+    return a_param != b_param ? a_param < b_param : a < b;
+  });
 }
 
 }  // namespace
 
 bool ClipHits::grow(ClipArena* arena) {
-  const int larger = room == 0 ? 16 : 2 * room;
+  const auto larger = 4 * (room_end - begin);
   auto* const moved = arena->make<ClipHit>(static_cast<std::size_t>(larger));
   if (moved == nullptr) return false;
-  std::copy_n(found, count, moved);
-  found = moved;
-  room = larger;
+  end = std::copy(begin, end, moved);
+  begin = moved;
+  room_end = moved + larger;
   return true;
 }
 
-bool ClipInsertHits(const ClipHits& hits, ClipRing* ring, ClipArena* arena) {
-  const int kind = ring->kind;
-  ring->turns = arena->make<ClipHit*>(static_cast<std::size_t>(hits.count));
-  if (ring->turns == nullptr) return false;
-  ring->n_turns = hits.count;
-  int place_of_edge[4] = {0, 0, 0, 0};
-  if (kind == of_clip) {  // found again and again, with each edge of the subject
-    for (int i = 0; i < hits.count; ++i) {
-      for (int edge = hits.found[i].edge[kind] + 1; edge < 4; ++edge) ++place_of_edge[edge];
+void ClipInsertHit(ClipHit* first_of_edge, ClipHit* hit) {
+  ClipHit* place = first_of_edge;
+  while (place < hit && !(place->param[of_subject] > hit->param[of_subject])) ++place;
+  std::rotate(place, hit, hit + 1);
+}
+
+bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, ClipArena* arena) {
+  ClipHit* const found = hits.begin;
+  const int count = hits.count();
+  ClipHit** const turns = arena->make<ClipHit*>(2 * static_cast<std::size_t>(count));
+  if (turns == nullptr) return false;
+  subject->turns = turns;
+  corners->turns = turns + count;
+  subject->n_turns = corners->n_turns = count;
+  unsigned edges = 0;  // of the clip ring, that have crossings
+  for (int i = 0; i < count; ++i) {
+    turns[i] = found + i;
+    found[i].turn[of_subject] = i;
+    edges |= 1u << found[i].edge[of_clip];
+  }
+  for (ClipHit** end = turns + count; edges != 0; edges &= edges - 1) {
+    const int edge = std::countr_zero(edges);
+    ClipHit** const first = end;
+    for (int i = 0; i < count; ++i) {
+      if (found[i].edge[of_clip] == edge) *end++ = found + i;
     }
+    order_turns(first, static_cast<int>(end - first));
   }
-  for (int i = 0; i < hits.count; ++i) {
-    const int place = kind == of_clip ? place_of_edge[hits.found[i].edge[kind]]++ : i;
-    ring->turns[place] = &hits.found[i];
-  }
-  for (int first = 0, behind; first < hits.count; first = behind) {
-    behind = first + 1;
-    const int edge = ring->turns[first]->edge[kind];
-    while (behind < hits.count && ring->turns[behind]->edge[kind] == edge) ++behind;
-    order_turns(ring->turns + first, behind - first, kind);
-  }
-  for (int i = 0; i < hits.count; ++i) ring->turns[i]->turn[kind] = i;
+  for (int i = 0; i < count; ++i) turns[count + i]->turn[of_clip] = i;
   return true;
 }
 
 bool ClipPointInRing(double px, double py, const ClipRing& ring) {
-  int winding = 0;
-  int first = 0;  // of the chain of vertices up to the next edge with crossings
-  for (int i = 0; i < ring.n_turns;) {
-    const int edge = ring.turns[i]->edge[ring.kind];
-    winding += winding_of_chain(ring.points + first, edge - first + 1, px, py);
-    const real_pt_t* a = &ring.points[edge];
-    for (; i < ring.n_turns && ring.turns[i]->edge[ring.kind] == edge; ++i) {
-      winding += winding_of_edge(*a, ring.turns[i]->at, px, py);
-      a = &ring.turns[i]->at;
-    }
-    first = edge + 1;
-    winding += winding_of_edge(*a, ring.points[first == ring.count ? 0 : first], px, py);
+  Winding winding(px, py, ring.points[0]);
+  const real_pt_t* last = ring.points;      // where the walk round the ring is
+  const real_pt_t* next = ring.points + 1;  // vertex
+  const auto go_up_to = [&](const real_pt_t* vertex) {
+    if (next > vertex) return;
+    winding.go(*last, *next);
+    winding.go_along(next, vertex);
+    last = vertex;
+    next = vertex + 1;
+  };
+  for (int turn = 0; turn < ring.n_turns; ++turn) {
+    const ClipHit& hit = *ring.turns[turn];
+    go_up_to(ring.points + hit.edge[ring.kind]);
+    winding.go(*last, hit.at);
+    last = &hit.at;
   }
-  if (first < ring.count) {
-    winding += winding_of_chain(ring.points + first, ring.count - first, px, py);
-    winding += winding_of_edge(ring.points[ring.count - 1], ring.points[0], px, py);
-  }
-  return winding != 0;
+  go_up_to(ring.points + ring.count - 1);
+  winding.go(*last, ring.points[0]);
+  return winding.number() != 0;
 }
-
-void ClipFreeRings(ClipArena* arena) { arena->give_back_all(); }
 
 }  // namespace zelvan

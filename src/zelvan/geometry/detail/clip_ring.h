@@ -19,45 +19,56 @@ struct ClipHit {
   real_pt_t at;
   double param[2];  ///< where on the edge, from 0 to 1
   int edge[2];      ///< the vertex at which the edge begins
-  int turn[2];      ///< its number in the ring's order
-  bool leaving[2];  ///< the ring comes out of the other outline here
-  bool visited;
+  int turn[2];      ///< its number in the ring's order; in the subject's -1 once it was visited
+
+  bool is_visited() const { return turn[of_subject] < 0; }
+  void set_visited() { turn[of_subject] = -1; }
 };
+// So in an array no two numbers that are stored at once lie across two lines of the cache: to read
+// them again soon would take long.
+static_assert(sizeof(ClipHit) % 16 == 0);
 
-/// The crossings in the order in which they were found: by edge of the subject, and for each by
-/// edge of the clip ring.
+/// The crossings in the order in which the subject comes by.
 struct ClipHits {
-  ClipHit* found = nullptr;
-  int count = 0;
-  int room = 0;  ///< of `found`
+  ClipHit* begin;
+  ClipHit* end;
+  ClipHit* room_end;
 
-  /// Where the next one is written, which counts once `count` is raised; null when the heap
-  /// refuses.
-  ClipHit* next(ClipArena* arena) { return count < room || grow(arena) ? &found[count] : nullptr; }
+  int count() const { return static_cast<int>(end - begin); }
+  /// Makes room for one more; false when the heap refuses.
+  bool has_room(ClipArena* arena) { return end != room_end || grow(arena); }
 
  private:
   bool grow(ClipArena* arena);
 };
 
+/// Puts `hit` to its place among those before it on the same edge of the subject: before the first
+/// that is further along, so that of two at the same place the earlier stays first.
+void ClipInsertHit(ClipHit* first_of_edge, ClipHit* hit);
+
 /// An outline with its crossings.
 struct ClipRing {
   clip_ring_kind kind;
-  int count;  ///< of the vertices; the last edge leads back to the first
   const real_pt_t* points;
   const int* edge_flags;
-  ClipHit** turns;  ///< the crossings in the order in which the ring comes by
-  int n_turns;
+  int count;                  ///< of the vertices; the last edge leads back to the first
+  ClipHit** turns = nullptr;  ///< the crossings in the order in which the ring comes by
+  int n_turns = 0;
+  bool begins_inside = false;  ///< of the other outline
+
+  /// The crossings lead in and out of the other outline by turns.
+  bool is_leaving_at(int turn) const { return begins_inside != (turn % 2 != 0); }
 };
 
-/// Orders the crossings along the ring. Of two on one edge, the one found later comes right before
-/// the first that is further along: so of crossings at the same place the earlier stays first.
-bool ClipInsertHits(const ClipHits& hits, ClipRing* ring, ClipArena* arena);
+/// Gives both rings the crossings, in the clip ring's order as inserting them one by one would
+/// give. False when the heap refuses.
+bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, ClipArena* arena);
 
 /// True when the ring, its edges cut at the crossings, winds about the point; the boundary counts
 /// as outside.
 bool ClipPointInRing(double px, double py, const ClipRing& ring);
 
 /// Ends the life of all records of a polygon.
-void ClipFreeRings(ClipArena* arena);
+inline void ClipFreeRings(ClipArena* arena) { arena->give_back_all(); }
 
 }  // namespace zelvan

@@ -13,12 +13,6 @@ bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(
 
 bool are_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
-// True when a ring starts along x and turns by right angles.
-bool is_upright_from(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c,
-                     const real_pt_t& d) {
-  return a.y == b.y && b.x == c.x && c.y == d.y && d.x == a.x;
-}
-
 // The direction from `a` to `b`, scaled by a power of 2, so that it has each coordinate within
 // rounding. Where that is beyond doubles they are NaN.
 real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
@@ -42,11 +36,10 @@ bool ClipView::set(const real_rect_t& rect) {
   std::copy_n(rect.corners, 4, corners_);
   const auto& [a, b, c, d] = corners_;
   if (!is_finite(a) || !is_finite(b) || !is_finite(c) || !is_finite(d)) return false;
-  const auto [left, right] = std::minmax({a.x, b.x, c.x, d.x});
-  const auto [bottom, top] = std::minmax({a.y, b.y, c.y, d.y});
-  box_ = {left, bottom, right, top};
+  box_ = box_around(rect.corners, 4);
+  const auto& [left, bottom, right, top] = box_;
   reach_ = 1024.0 * std::max({-left, right, -bottom, top});
-  is_upright_ = is_upright_from(a, b, c, d) || is_upright_from(b, c, d, a);
+  is_upright_ = zelvan::is_upright(rect);
   if (is_upright_) {
     corners_[0] = {left, top};
     corners_[1] = {left, bottom};

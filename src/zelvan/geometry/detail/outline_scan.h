@@ -5,16 +5,28 @@
 #include <zelvan/detail/instruction_set.h>
 #include <zelvan/transforms/records.h>
 
+#include <cstdint>
+
 #if defined(__x86_64__)
 #include <immintrin.h>
 #endif
 
 namespace zelvan {
 
-/// Requires: left < right, bottom < top.
+/// An upright box. It may be flat, or hold no point at all.
 struct ClipBox {
   double left, bottom, right, top;
 };
+
+/// The box around points. Along an axis on which one is not a number it reaches from end to end.
+ClipBox box_around(const real_pt_t* points, int n);
+
+/// True when a rectangle's edges are the sides of the box around it, in either sense, and the one
+/// from corner k runs along x.
+bool is_upright_from(const real_rect_t& rect, int k);
+inline bool is_upright(const real_rect_t& rect) {
+  return is_upright_from(rect, 0) || is_upright_from(rect, 1);
+}
 
 /// The sides of a box, counter-clockwise.
 enum box_side { left_side, bottom_side, right_side, top_side };
@@ -22,7 +34,8 @@ enum box_side { left_side, bottom_side, right_side, top_side };
 /// A set of sides: bit k stands for side k.
 using Sides = unsigned;
 
-/// The sides that a point lies beyond, and those that it lies beyond or on.
+/// The sides that a point lies beyond, and those that it is not strictly within: beyond or on. With
+/// a NaN it lies beyond neither of two opposite sides and is within neither.
 struct SidesOut {
   Sides beyond;
   Sides not_within;
@@ -35,22 +48,25 @@ inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
     return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
   };
   return {sides(box.left > p.x, box.bottom > p.y, p.x > box.right, p.y > box.top),
-          sides(box.left >= p.x, box.bottom >= p.y, p.x >= box.right, p.y >= box.top)};
+          sides(!(box.left < p.x), !(box.bottom < p.y), !(p.x < box.right), !(p.y < box.top))};
 }
 
 }  // namespace plain
 
 inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
-#if defined(__x86_64__)
-  if (has_avx2) {  // two bits at a time; every processor of the kind could do so
-    const __m128d v = _mm_loadu_pd(&p.x);
-    const __m128d low = _mm_loadu_pd(&box.left), high = _mm_loadu_pd(&box.right);
-    const auto lanes = [](__m128d mask) { return static_cast<Sides>(_mm_movemask_pd(mask)); };
-    return {lanes(_mm_cmplt_pd(v, low)) | lanes(_mm_cmpgt_pd(v, high)) << 2,
-            lanes(_mm_cmple_pd(v, low)) | lanes(_mm_cmpge_pd(v, high)) << 2};
-  }
-#endif
+#if defined(__x86_64__)  // two bits at a time, as every processor of the kind can
+  const __m128d v = _mm_loadu_pd(&p.x);
+  const __m128d low = _mm_loadu_pd(&box.left), high = _mm_loadu_pd(&box.right);
+  const auto sides = [](__m128d of_low, __m128d of_high) {
+    const __m128 first_halves =
+        _mm_shuffle_ps(_mm_castpd_ps(of_low), _mm_castpd_ps(of_high), _MM_SHUFFLE(2, 0, 2, 0));
+    return static_cast<Sides>(_mm_movemask_ps(first_halves));
+  };
+  return {sides(_mm_cmplt_pd(v, low), _mm_cmpgt_pd(v, high)),
+          sides(_mm_cmpngt_pd(v, low), _mm_cmpnlt_pd(v, high))};
+#else
   return plain::sides_out(box, p);
+#endif
 }
 
 inline bool is_inside(const ClipBox& box, const real_pt_t& p) {
@@ -70,6 +86,10 @@ inline bool is_closing(int edge_flag) {
 
 enum class OutlineKind : int { inside, mixed, not_finite };  ///< inside: all of it, strictly
 
+/// A set of edges between points: bit 2 i stands for the one from point i to the next.
+using EdgeSet = std::uint64_t;
+constexpr int most_in_edge_set = 32;  ///< points
+
 /// An outline within a set: a run of vertices of which the last one is the first that closes.
 struct FoundOutline {
   int first;
@@ -79,23 +99,35 @@ struct FoundOutline {
 
 namespace plain {
 
+int find_closing(const int* edge_flags, int from, int end);
 FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box);
 int count_inside(const real_pt_t* points, int n, const ClipBox& box);
 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side);
+bool has_repeats(const real_pt_t* points, int n);
+EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const ClipBox& inner);
 
 }  // namespace plain
 
 namespace avx2 {
 
 /// The same for processors with AVX2. Only called where `has_avx2` is true.
+int find_closing(const int* edge_flags, int from, int end);
 FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box);
 int count_inside(const real_pt_t* points, int n, const ClipBox& box);
 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side);
+bool has_repeats(const real_pt_t* points, int n);
+EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const ClipBox& inner);
 
 }  // namespace avx2
 
-/// The next outline of two vertices or more, from vertex `from` on, that is not all on or beyond
-/// one and the same side of the box.
+/// The index of the first flag that closes, from index `from` on, or `end`.
+inline int find_closing(const int* edge_flags, int from, int end) {
+  return has_avx2 ? avx2::find_closing(edge_flags, from, end)
+                  : plain::find_closing(edge_flags, from, end);
+}
+
+/// The next outline of two vertices or more, from vertex `from` on, that has vertices strictly
+/// within each side of the box.
 inline FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
   return has_avx2 ? avx2::find_outline(set, from, box) : plain::find_outline(set, from, box);
 }
@@ -111,6 +143,20 @@ inline int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int 
   if (n <= 0 || !is_beyond(box, side, points[0])) return 0;
   return has_avx2 ? avx2::count_beyond(points, n, box, side)
                   : plain::count_beyond(points, n, box, side);
+}
+
+/// The edges between up to 32 points that may come near what lies between two boxes: their ends are
+/// neither both strictly beyond the same side of the outer one nor both strictly inside the inner
+/// one.
+inline EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer,
+                          const ClipBox& inner) {
+  return has_avx2 ? avx2::near_edges(points, n, outer, inner)
+                  : plain::near_edges(points, n, outer, inner);
+}
+
+/// True when some point is the same as the one before it.
+inline bool has_repeats(const real_pt_t* points, int n) {
+  return has_avx2 ? avx2::has_repeats(points, n) : plain::has_repeats(points, n);
 }
 
 }  // namespace zelvan

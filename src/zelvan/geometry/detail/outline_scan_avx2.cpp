@@ -1,5 +1,5 @@
 // A vector holds two points, x and y by turns, and so do the bounds beside it. Every comparison
-// with a NaN fails, as in the plain forms.
+// with a NaN has the outcome that it has in the plain forms.
 
 #include <zelvan/geometry/detail/outline_scan.h>
 
@@ -27,14 +27,19 @@ ZELVAN_AVX2 inline __m256d load(const real_pt_t* two_points) {
   return _mm256_loadu_pd(&two_points->x);
 }
 
+// Twice the same.
+ZELVAN_AVX2 inline __m256d load_one(const real_pt_t* point) {
+  return _mm256_broadcast_pd(reinterpret_cast<const __m128d*>(point));
+}
+
 // Bit 0 for the x of the first point, bit 1 for its y, bits 2 and 3 for the second.
 ZELVAN_AVX2 inline unsigned lanes(__m256d mask) {
   return static_cast<unsigned>(_mm256_movemask_pd(mask));
 }
 
-ZELVAN_AVX2 inline __m256d between(__m256d v, const Bounds& bounds) {
-  return _mm256_and_pd(_mm256_cmp_pd(v, bounds.low, _CMP_GT_OQ),
-                       _mm256_cmp_pd(v, bounds.high, _CMP_LT_OQ));
+ZELVAN_AVX2 inline __m256d not_between(__m256d v, const Bounds& bounds) {
+  return _mm256_or_pd(_mm256_cmp_pd(v, bounds.low, _CMP_NGT_UQ),
+                      _mm256_cmp_pd(v, bounds.high, _CMP_NLT_UQ));
 }
 
 // In a lane each of x and y: strictly beyond the one side, of two opposite ones, that is meant.
@@ -58,7 +63,7 @@ struct Inside {
   Bounds bounds;
 
   ZELVAN_AVX2 explicit Inside(const ClipBox& box) : bounds(box) {}
-  ZELVAN_AVX2 unsigned missing(__m256d v) const { return 0b1111 & ~lanes(between(v, bounds)); }
+  ZELVAN_AVX2 unsigned missing(__m256d v) const { return lanes(not_between(v, bounds)); }
 };
 
 // How many of the points, up to an even number of them, have no lane missing.
@@ -71,10 +76,15 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
   return n & ~1;
 }
 
+// All edges between so many points.
+inline zelvan::EdgeSet edges_between(int n) {
+  return 0x5555555555555555 & ((zelvan::EdgeSet{1} << 2 * (n - 1)) - 1);
+}
+
 // What is seen of an outline, pair by pair.
 struct Seen {
-  __m256d low, high;   // set where all are on or beyond that bound
-  __m256d some;        // set where some are, of either bound
+  __m256d low, high;   // set where none is strictly within that bound
+  __m256d some;        // set where some are not, of either bound
   __m256d not_finite;  // +0 where all are finite
 
   ZELVAN_AVX2 Seen()
@@ -83,8 +93,8 @@ struct Seen {
         some(_mm256_setzero_pd()),
         not_finite(some) {}
   ZELVAN_AVX2 void add(__m256d v, const Bounds& bounds) {
-    const __m256d is_low = _mm256_cmp_pd(v, bounds.low, _CMP_LE_OQ);
-    const __m256d is_high = _mm256_cmp_pd(v, bounds.high, _CMP_GE_OQ);
+    const __m256d is_low = _mm256_cmp_pd(v, bounds.low, _CMP_NGT_UQ);
+    const __m256d is_high = _mm256_cmp_pd(v, bounds.high, _CMP_NLT_UQ);
     low = _mm256_and_pd(low, is_low);
     high = _mm256_and_pd(high, is_high);
     some = _mm256_or_pd(some, _mm256_or_pd(is_low, is_high));
@@ -92,25 +102,23 @@ struct Seen {
   }
 };
 
-// The index of the first flag that closes, or the end.
-ZELVAN_AVX2 inline int find_closing(const int* edge_flags, int from, int end) {
+}  // namespace
+
+namespace zelvan::avx2 {
+
+ZELVAN_AVX2 int find_closing(const int* edge_flags, int from, int end) {
   // The closing flags are the two numbers that are 2 but for their last bit.
   const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
   const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
   int i = from;
-  for (; i + 8 <= end; i += 8) {
+  for (; end - i >= 8; i += 8) {
     const __m256i flags = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(edge_flags + i));
     const __m256i closes = _mm256_cmpeq_epi32(_mm256_and_si256(flags, all_but_last_bit), closing);
     const int mask = _mm256_movemask_ps(_mm256_castsi256_ps(closes));
     if (mask != 0) return i + std::countr_zero(static_cast<unsigned>(mask));
   }
-  while (i < end && !zelvan::is_closing(edge_flags[i])) ++i;
-  return i;
+  return plain::find_closing(edge_flags, i, end);
 }
-
-}  // namespace
-
-namespace zelvan::avx2 {
 
 ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
   const Bounds bounds(box);
@@ -120,8 +128,7 @@ ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const Cli
     Seen seen;
     int i = first;
     for (; i < last; i += 2) seen.add(load(set.points + i), bounds);
-    if (i == last)
-      seen.add(_mm256_broadcast_pd(reinterpret_cast<const __m128d*>(set.points + i)), bounds);
+    if (i == last) seen.add(load_one(set.points + i), bounds);
     const unsigned low = lanes(seen.low), high = lanes(seen.high);
     const bool is_apart = ((low & low >> 2 & 0b0011) | (high & high >> 2 & 0b0011)) != 0;
     if (is_apart || last == first) continue;
@@ -142,6 +149,36 @@ ZELVAN_AVX2 int count_inside(const real_pt_t* points, int n, const ClipBox& box)
 ZELVAN_AVX2 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
   const int found = count_pairs(points, n, Beyond(box, side));
   return found == n - 1 ? found + plain::count_beyond(points + found, 1, box, side) : found;
+}
+
+ZELVAN_AVX2 bool has_repeats(const real_pt_t* points, int n) {
+  if (n < 3) return plain::has_repeats(points, n);
+  const auto compare = [=](int i) ZELVAN_AVX2 {  // two points with those before, both coordinates
+    const __m256d same = _mm256_cmp_pd(load(points + i - 1), load(points + i), _CMP_EQ_OQ);
+    return _mm256_and_pd(same, _mm256_permute_pd(same, 0b0101));
+  };
+  __m256d repeats = compare(n - 2);
+  for (int i = 1; i < n - 2; i += 2) repeats = _mm256_or_pd(repeats, compare(i));
+  return lanes(repeats) != 0;
+}
+
+ZELVAN_AVX2 EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer,
+                               const ClipBox& inner) {
+  const Bounds out(outer), in(inner);
+  // Two bits a point, as in `lanes`; each two points come in at the top.
+  EdgeSet below = 0, above = 0, not_inside = 0;
+  const auto look_at = [&](__m256d v) ZELVAN_AVX2 {
+    below = below >> 4 | EdgeSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
+    above = above >> 4 | EdgeSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
+    not_inside = not_inside >> 4 | EdgeSet{lanes(not_between(v, in))} << 60;
+  };
+  int i = 0;
+  for (; i + 1 < n; i += 2) look_at(load(points + i));
+  if (i < n) look_at(load_one(points + i)), i += 2;
+  const EdgeSet apart = (below & below >> 2) | (above & above >> 2);
+  const EdgeSet near = not_inside | not_inside >> 2;
+  const EdgeSet is_near = (near | near >> 1) & ~(apart | apart >> 1);
+  return is_near >> (64 - 2 * i) & edges_between(n);
 }
 
 }  // namespace zelvan::avx2
