@@ -16,8 +16,10 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
   if (list->n_used == 0) return 0;
   int victim = -1;
   unsigned best = 0;
+  int signs = -1;  // of all parents: negative while no row is a child
   for (int i = 0; i < list->n_entries; ++i) {
     const MemEntry& entry = list->entries[i];
+    signs &= entry.parent;
     if (entry.total_size == 0 || entry.excluded != 0) continue;
     const unsigned rank = rank_of(entry);
     if (rank > best) {
@@ -26,7 +28,10 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
     }
   }
   if (victim < 0) return 0;
-  zelvan::MemEntryReleaseWithChildren(list, victim, zelvan::Children(list));
+  zelvan::Children children(signs < 0 ? list->n_entries : 0);
+  const MemEntry& entry = list->entries[victim];
+  if (entry.total_size != entry.size) children.list_by_parent(list);
+  zelvan::MemEntryReleaseWithChildren(list, victim, children);
   if (mem_trace != 0) MemTrace("^^Remove: %s\n", rule);
   return 1;
 }
