@@ -1,6 +1,7 @@
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>
 
+#include <algorithm>
 #include <climits>
 
 using zelvan::bits_of;
@@ -54,13 +55,13 @@ void MemListRemoveFromSearch(MemList* list, void* object) {
 
 unsigned short MemListRemoveLargest(MemList* list) {
   return remove_first_of_rank(list, "Largest", [](const MemEntry& entry) {
-    return entry.parent < 0 ? static_cast<unsigned>(entry.total_size) : 0U;
+    return entry.parent < 0 ? static_cast<unsigned>(std::max(entry.total_size, 0)) : 0U;
   });
 }
 
 unsigned short MemListRemoveSmallest(MemList* list) {
   return remove_first_of_rank(list, "Smallest", [](const MemEntry& entry) {
-    return entry.parent < 0 ? static_cast<unsigned>(INT_MAX - entry.total_size) : 0U;
+    return entry.parent < 0 ? INT_MAX - static_cast<unsigned>(entry.total_size) : 0U;
   });
 }
 
