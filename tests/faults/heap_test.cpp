@@ -171,6 +171,8 @@ CPolygon area(4u, xs, ys);
 Mtx2D shift(0, 0, Mtx2DOrientNone, 1, 1, 1, 2);
 int rgb[] = {1, 2, 3, 4, 5, 6};
 const ColorMap map(2, 255, rgb);
+ColorMap blacks(64, 255);
+ColorXfm pens(64);
 CLineTypeDefList line_types;
 Logger logger("new");
 const string tokens = "too long to be\tkept in their place";
@@ -257,6 +259,18 @@ string block() {
   });
 }
 
+/// How many are left of a parent and its three children.
+template <auto take>
+string family() {
+  void* parent = nullptr;
+  const List owned(MemListNew(&pool, give_up));
+  MemAllocate(owned.get(), 24, nullptr, &parent);
+  for (int i = 0; i < 3; ++i) {
+    MemAllocate(owned.get(), 8, nullptr, static_cast<void**>(parent) + i);
+  }
+  return refuse([&] { return take(owned.get()), owned->n_used; });
+}
+
 /// Tells what there is of a connection (it is open, a port waits, the ends, and one that nobody
 /// comes to), and the three messages that come over it in one piece.
 string session() {
@@ -334,6 +348,9 @@ TEST(Heap, RefusesOneRequestOrAllFromThereOn) {
          "0|4|");  // room in table and heap, or in the pool
   expect({block<fill, 15, 120>}, "0|2|", "0|4|2|");
   expect({block<evict, 16, 128, true>}, "1|2|");
+  pool.limit = INT_MAX;
+  expect({family<MemListClear>, family<MemListRemoveLargest>}, "0|");
+  expect({run<[] { return pens.MapColors(&blacks, &blacks), pens.xfm_table[63]; }>}, "1|");
   expect(
       {run<session>},
       "10110onetwoend|00000|00110onetwoend|11000|10010|11100|10110twoend|10110oneend|10110onetwo|",
