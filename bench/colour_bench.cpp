@@ -1,5 +1,6 @@
 // Searches for the closest of 16, 256 and 4096 pens, beside the integer loop that a user would
-// write by hand (every search is for another colour, so that no answer is remembered); a whole
+// write by hand (every search is for another colour, and of so many that neither the library nor
+// the processor remembers an answer); a whole
 // translation of pens, beside a k-d tree; names and channels, beside gperf and a hash map.
 
 #include <zelvan/colour/color_map.h>
@@ -60,7 +61,7 @@ void closest_pen(benchmark::State& state, int (*search)(ColorMap&, ColorRGB&)) {
   const int size = static_cast<int>(state.range(0));
   ColorMap map(size, 255, channels(size, 1).data());
   std::vector<ColorRGB> targets;
-  const std::vector<int> values = channels(1024, 2);
+  const std::vector<int> values = channels(1 << 16, 2);
   for (std::size_t i = 0; i < values.size(); i += 3) {
     targets.emplace_back(values[i], values[i + 1], values[i + 2]);
   }
@@ -119,7 +120,7 @@ int squared_distance(const ColorRGB& a, const ColorRGB& b) {
 #endif
 
 void translations() {
-  for (const int n : {256, 4096}) {
+  for (const int n : {16, 256, 4096}) {
     const auto source = std::make_shared<ColorMap>(n, 255, channels(n, 3).data());
     const auto target = std::make_shared<ColorMap>(n, 255, channels(n, 4).data());
     const auto xfm = std::make_shared<ColorXfm>(n);

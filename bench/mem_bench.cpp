@@ -1,13 +1,15 @@
 // Blocks of a list: released and allocated again among a thousand live ones, a list filled and
-// deleted, many blocks cleared. Nothing else takes blocks back from their owners, so malloc and
-// free beside them show what the bookkeeping costs.
+// deleted, many blocks cleared, with parents and without. Nothing else takes blocks back from their
+// owners, so malloc and free beside them show what the bookkeeping costs.
 
 #include <zelvan/mem/mem.h>
 
 #include "contest.h"
 
 #include <cstdlib>
+#include <ctime>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace {
@@ -75,10 +77,77 @@ void fill_and_delete(int n) {
                  {{"zelvan", ours}, {"malloc and free", theirs}}, n);
 }
 
+// ---- clearing
+
+/// Blocks to clear, made at once: `MemAllocate` would walk the table for each. With parents, of
+/// every three the first holds the pointers to the others.
+std::vector<void*> fill_at_once(MemList* list, int n, bool with_parents) {
+  std::free(list->entries);
+  list->n_entries = (n + 15) / 16 * 16;
+  list->n_used = n;
+  list->entries = static_cast<MemEntry*>(
+      std::malloc(static_cast<std::size_t>(list->n_entries) * sizeof(MemEntry)));
+  std::vector<void*> owners(static_cast<std::size_t>(n));
+  for (int i = 0; i < list->n_entries; ++i) {
+    MemEntry& entry = list->entries[i];
+    entry = {nullptr, 0, 0, nullptr, nullptr, 0, 0, -1};
+    if (i >= n) continue;
+    void* const block = std::malloc(size);
+    entry = {block, size, size, nullptr, &owners[static_cast<std::size_t>(i)], 0, i + 1, -1};
+    if (with_parents && i % 3 != 0) {
+      entry.parent = i - i % 3;
+      entry.back_ptr = static_cast<void**>(list->entries[entry.parent].address) + i % 3;
+      list->entries[entry.parent].total_size += size;
+    }
+    *entry.back_ptr = block;
+    list->pool->used += size;
+  }
+  return owners;
+}
+
+/// Times `part()`, which gives the seconds that count.
+template <class Part>
+void add_timed(const std::string& name, int n, Part part) {
+  const auto run = [n, part](benchmark::State& state) {
+    for (auto _ : state) state.SetIterationTime(part());
+    state.SetItemsProcessed(state.iterations() * n);
+  };
+  benchmark::RegisterBenchmark(name.c_str(), run)->UseManualTime();
+}
+
+template <class Work>
+double seconds_of(Work work) {
+  const std::clock_t start = std::clock();  // of the processor, as in the other rows
+  work();
+  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+void clear(int n, bool with_parents) {
+  const std::string row = "clear " + std::to_string(n) + " blocks, " +
+                          (with_parents ? "two of three with a parent" : "none with a parent");
+  add_timed(row + "/zelvan", n, [=] {
+    World world(0);
+    const std::vector<void*> owners = fill_at_once(world.list, n, with_parents);
+    const double seconds = seconds_of([&] { MemListClear(world.list); });
+    if (world.list->n_used != 0 || world.pool->used != 0) std::abort();
+    return seconds;
+  });
+  add_timed(row + "/free", n, [=] {
+    std::vector<void*> owners(static_cast<std::size_t>(n));
+    for (void*& owner : owners) owner = std::malloc(size);
+    return seconds_of([&] {
+      for (void* owner : owners) std::free(owner);
+    });
+  });
+}
+
 const bench::Rows rows([] {
   replace(1000);
   fill_and_delete(1000);
   fill_and_delete(30'000);
+  for (const bool with_parents : {false, true}) {
+    for (const int n : {1000, 30'000, 300'000}) clear(n, with_parents);
+  }
 });
 
 }  // namespace

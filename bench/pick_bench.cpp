@@ -3,6 +3,7 @@
 
 #include <zelvan/pick/polygon.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <random>
@@ -25,10 +26,11 @@ std::vector<DblPt> coast(int n) {
   return ring;
 }
 
-std::vector<DblPt> questions() {
+// So many that no processor learns the answers, though fewer of a ring that takes long.
+std::vector<DblPt> questions(long vertices) {
   std::mt19937_64 engine(3);
   std::uniform_real_distribution<double> place(-1.5, 1.5);
-  std::vector<DblPt> points(1024);
+  std::vector<DblPt> points(static_cast<std::size_t>(std::min(1L << 16, (1L << 23) / vertices)));
   for (DblPt& p : points) p.set(place(engine), place(engine));
   return points;
 }
@@ -51,7 +53,7 @@ void ring_sizes(benchmark::internal::Benchmark* b) {
 
 void pick(benchmark::State& state, bool by_library) {
   std::vector<DblPt> ring = coast(static_cast<int>(state.range(0)));
-  std::vector<DblPt> points = questions();
+  std::vector<DblPt> points = questions(state.range(0));
   CPolygon polygon(static_cast<unsigned>(ring.size()), ring.data());
   for (DblPt& p : points) {
     if (polygon.isInside(p, 0.0) != even_odd(ring, p.x, p.y)) {

@@ -29,7 +29,7 @@ def measure(program, options):
             sys.exit(f"{result['name']}: {result['error_message']}")
         if result["run_type"] != "iteration":
             continue
-        words = [w for w in result["run_name"].split("/") if w != "real_time"]
+        words = [w for w in result["run_name"].split("/") if w not in ("real_time", "manual_time")]
         row = " ".join([words[0].replace("_", " "), *words[2:]])
         if "items_per_second" in result:
             time = 1e9 / result["items_per_second"]

@@ -185,6 +185,23 @@ long block() {
   return told;
 }
 
+/// How many are left of a parent and its three children.
+template <auto take_away>
+long family() {
+  MemPool pool = {INT_MAX, 0};
+  MemList* list = MemListNew(&pool, give_up);
+  if (list == nullptr) return -1;
+  void* parent = nullptr;
+  MemAllocate(list, 24, nullptr, &parent);
+  for (int i = 0; i < 3 && parent != nullptr; ++i) {
+    MemAllocate(list, 8, nullptr, static_cast<void**>(parent) + i);
+  }
+  take_away(list);
+  const long left = list->n_used;
+  MemListDelete(&list);
+  return left;
+}
+
 const Group pools("mem.refusals", [](Digest& digest) {
   take(digest, {[] {
                   MemPool* pool = MemPoolNew(0);
@@ -193,7 +210,8 @@ const Group pools("mem.refusals", [](Digest& digest) {
                   return long{is_none};
                 },
                 block<give_up, 16, 144>, block<go_on, 16, 144>, block<evict, 16, 144>,
-                block<evict, 15, 120>, block<fill, 15, 120>, block<evict, 16, 128, true>});
+                block<evict, 15, 120>, block<fill, 15, 120>, block<evict, 16, 128, true>,
+                family<MemListClear>, family<MemListRemoveLargest>});
 });
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/detail/closest_color.h>
-#include <zelvan/colour/detail/truncate.h>
 
 #include <algorithm>
 #include <climits>
@@ -38,15 +37,18 @@ unsigned int wrapped_square(unsigned int v) { return v * v; }
 /// Three full scales, each squared: as far as two colours of a map can be apart.
 unsigned int farthest(unsigned int max_value) { return 3 * wrapped_square(max_value); }
 
-double absolute_difference(int a, int b) {
-  return std::abs(static_cast<double>(static_cast<int>(wrapped_difference(a, b))));
+unsigned int absolute_difference(int a, int b) {
+  const unsigned int difference = wrapped_difference(a, b);
+  return static_cast<int>(difference) < 0 ? 0 - difference : difference;
 }
 
-/// The distance that is reported, the mean absolute difference of the channels.
+/// The distance that is reported, the mean absolute difference of the channels. No third lies at a
+/// half, so one more than the sum is rounded by cutting off. A mean that doesn't fit, of channels
+/// at both ends of the range, wraps to the smallest `int`, as a truncated double would give it.
 int mean_difference(const ColorRGB& a, const ColorRGB& b) {
-  const double sum = absolute_difference(a.red, b.red) + absolute_difference(a.green, b.green) +
-                     absolute_difference(a.blue, b.blue);
-  return zelvan::truncate_to_int(sum / 3.0 + 0.5);
+  const auto sum = std::uint64_t{absolute_difference(a.red, b.red)} +
+                   absolute_difference(a.green, b.green) + absolute_difference(a.blue, b.blue);
+  return static_cast<int>((sum + 1) / 3);
 }
 
 /// `map` again, though the compiler can't know that. Of a `this` it takes for granted that it

@@ -5,21 +5,44 @@
 #include <cmath>
 #include <utility>
 
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
 namespace {
 
 // More than any coordinate: the answer where nothing can be measured.
 constexpr double no_distance = 6.022e+23;
 
-// The octagonal estimate of the length of (dx, dy).
+// Which of two values is larger can't be foreseen, and left to themselves the compilers turn both
+// choices together into one branch. Where no value is larger, as with a NaN, it is the second.
+double larger(double a, double b) {
+#if defined(__SSE2__)
+  return _mm_cvtsd_f64(_mm_max_sd(_mm_set_sd(a), _mm_set_sd(b)));
+#else
+  return a > b ? a : b;
+#endif
+}
+
+// Where no value is smaller it is the second, too.
+double smaller(double a, double b) {
+#if defined(__SSE2__)
+  return _mm_cvtsd_f64(_mm_min_sd(_mm_set_sd(a), _mm_set_sd(b)));
+#else
+  return a < b ? a : b;
+#endif
+}
+
+// The octagonal estimate of a length from its absolute differences.
+double octagonal(double longer, double shorter) { return 0.96 * longer + 0.398 * shorter; }
+
 double estimate(double dx, double dy) {
   dx = std::fabs(dx);
   dy = std::fabs(dy);
-  return dx > dy ? 0.96 * dx + 0.398 * dy : 0.96 * dy + 0.398 * dx;
+  return octagonal(larger(dx, dy), smaller(dy, dx));  // so a NaN is one of the two
 }
 
 double estimate(const real_pt_t& p, const real_pt_t& q) { return estimate(p.x - q.x, p.y - q.y); }
-
-double larger(double a, double b) { return a > b ? a : b; }
 
 real_pt_t midpoint(const real_pt_t& p, const real_pt_t& q) {
   return {(p.x + q.x) * 0.5, (p.y + q.y) * 0.5};
@@ -83,9 +106,7 @@ double utl_point_circarc(real_pt_t* p, real_pt_t* center, double radius, real_pt
   while (start_angle > end_angle) end_angle += zelvan::short_two_pi;
   while (start_angle > point_angle) point_angle += zelvan::short_two_pi;
   if (point_angle > end_angle) {
-    const double to_start = estimate(*p, *start);
-    const double to_end = estimate(*p, *end);
-    return to_start < to_end ? to_start : to_end;
+    return smaller(estimate(*p, *start), estimate(*p, *end));
   }
   return utl_point_circle(p, center, radius);
 }
@@ -93,7 +114,10 @@ double utl_point_circarc(real_pt_t* p, real_pt_t* center, double radius, real_pt
 double utl_point_conarc(real_pt_t* p, utl_conic_t* conic) {
   double nearest = no_distance;
   const char type = zelvan::visit_conic_samples(conic, [&](const real_pt_t& sample) {
-    const double distance = estimate(*p, sample);
+    // Along an arc the same difference stays the larger for long, so here a branch is right.
+    const double dx = std::fabs(p->x - sample.x);
+    const double dy = std::fabs(p->y - sample.y);
+    const double distance = dx > dy ? octagonal(dx, dy) : octagonal(dy, dx);
     if (distance < nearest) nearest = distance;
   });
   return type == utl_conic_line ? utl_point_line(p, &conic->start, &conic->end) : nearest;

@@ -141,14 +141,18 @@ void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t* max, real_pt
 }
 
 void utl_maxmin_conic(utl_conic_t* conic, real_pt_t* max, real_pt_t* min) {
-  Range x = range_of(conic->start.x, conic->end.x);
-  Range y = range_of(conic->start.y, conic->end.y);
+  using Pair = double __attribute__((vector_size(16)));  // x and y
+  const Pair start = {conic->start.x, conic->start.y};
+  const Pair end = {conic->end.x, conic->end.y};
+  Pair high = start > end ? start : end;
+  Pair low = start < end ? start : end;
   zelvan::visit_conic_samples(conic, [&](const real_pt_t& sample) {
-    x.widen(sample.x);
-    y.widen(sample.y);
+    const Pair v = {sample.x, sample.y};
+    high = v > high ? v : high;
+    low = v < low ? v : low;
   });
-  *max = {x.max, y.max};
-  *min = {x.min, y.min};
+  *max = {high[0], high[1]};
+  *min = {low[0], low[1]};
 }
 
 void utl_maxmin_cubic(double* coefficients, real_pt_t* max, real_pt_t* min) {

@@ -72,12 +72,11 @@ bool holds(const MemEntry& entry, const void* place) {
   return distance < static_cast<std::uintptr_t>(entry.size);
 }
 
-/// The first entry but `self` whose block `place` lies in; null if there is none.
-MemEntry* find_block_around(MemList* list, const void* place, const MemEntry* self) {
+/// The first entry from `first` on whose block `place` lies in; null if there is none.
+MemEntry* find_block_around(MemList* list, MemEntry* first, const void* place) {
   MemEntry* const end = list->entries + list->n_entries;
-  MemEntry* const found = std::find_if(list->entries, end, [place, self](const MemEntry& entry) {
-    return holds(entry, place) && &entry != self;
-  });
+  MemEntry* const found =
+      std::find_if(first, end, [place](const MemEntry& entry) { return holds(entry, place); });
   return found == end ? nullptr : found;
 }
 
@@ -85,7 +84,7 @@ MemEntry* find_block_around(MemList* list, const void* place, const MemEntry* se
 /// pointer lies: the address of the new block could not be stored any more.
 bool may_go_on(const Request& request, int code) {
   MemList* const list = request.list;
-  const MemEntry* const home = find_block_around(list, request.back_ptr, nullptr);
+  const MemEntry* const home = find_block_around(list, list->entries, request.back_ptr);
   const std::ptrdiff_t index = home == nullptr ? 0 : home - list->entries;
   const MemEntry before = home == nullptr ? empty_entry : *home;
   MemException exception = {code, list, request.key, request.size};
@@ -93,6 +92,25 @@ bool may_go_on(const Request& request, int code) {
   // Address and number: a later block may have the one, and an empty row has the number 0.
   const MemEntry& now = list->entries[index];
   return home == nullptr || (now.address == before.address && now.sequence == before.sequence);
+}
+
+/// Where a new block goes, and the block that its back pointer lies in.
+struct Place {
+  MemEntry* row;   ///< the free row of lowest index; null if there is none
+  MemEntry* home;  ///< null if there is none
+};
+
+/// One walk for both.
+Place find_place(MemList* list, const void* back_ptr) {
+  MemEntry* const end = list->entries + list->n_entries;
+  const auto is_empty = [](const MemEntry& entry) { return entry.address == nullptr; };
+  MemEntry* const first = std::find_if(list->entries, end, [&](const MemEntry& entry) {
+    return is_empty(entry) || holds(entry, back_ptr);
+  });
+  if (first == end) return {nullptr, nullptr};
+  if (is_empty(*first)) return {first, find_block_around(list, first + 1, back_ptr)};
+  MemEntry* const row = std::find_if(first + 1, end, is_empty);
+  return {row == end ? nullptr : row, first};
 }
 
 int next_serial_number() {
@@ -153,7 +171,7 @@ int track(const Request& request, void* block) {
   }
   // Full again if a handler has allocated from the list since the table was looked at.
   if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
-  MemEntry* const entry = find_entry(list, nullptr);  // the free row of lowest index
+  const auto [entry, home] = find_place(list, request.back_ptr);
   if (entry == nullptr) return MEM_TABLE_FAILED;
 
   list->pool->used = static_cast<int>(used);
@@ -166,7 +184,7 @@ int track(const Request& request, void* block) {
              long{entry->sequence}, bits_of(block), long{entry->total_size},
              long{list->pool->used});
   }
-  MemEntryFindParent(list, entry);
+  become_child(list, entry, home);
   return MEM_SUCCESS;
 }
 
@@ -187,13 +205,18 @@ MemEntry* find_entry(MemList* list, const void* address) {
 }
 
 void MemEntryFindParent(MemList* list, MemEntry* entry) {
-  MemEntry* const parent = find_block_around(list, entry->back_ptr, entry);
-  if (parent == nullptr) return;
-  entry->parent = static_cast<int>(parent - list->entries);
-  parent->total_size += entry->size;
+  MemEntry* home = find_block_around(list, list->entries, entry->back_ptr);
+  if (home == entry) home = find_block_around(list, entry + 1, entry->back_ptr);
+  become_child(list, entry, home);
+}
+
+void become_child(MemList* list, MemEntry* entry, MemEntry* home) {
+  if (home == nullptr) return;
+  entry->parent = static_cast<int>(home - list->entries);
+  home->total_size += entry->size;
   if (mem_trace != 0) {
-    MemTrace("    Parent sequence [%ld] total size %ld\n", long{parent->sequence},
-             long{parent->total_size});
+    MemTrace("    Parent sequence [%ld] total size %ld\n", long{home->sequence},
+             long{home->total_size});
   }
 }
 

@@ -1,6 +1,7 @@
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>
 
+#include <algorithm>
 #include <climits>
 
 using zelvan::bits_of;
@@ -16,8 +17,10 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
   if (list->n_used == 0) return 0;
   int victim = -1;
   unsigned best = 0;
+  int signs = -1;  // of all parents: negative while no row is a child
   for (int i = 0; i < list->n_entries; ++i) {
     const MemEntry& entry = list->entries[i];
+    signs &= entry.parent;
     if (entry.total_size == 0 || entry.excluded != 0) continue;
     const unsigned rank = rank_of(entry);
     if (rank > best) {
@@ -26,7 +29,10 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
     }
   }
   if (victim < 0) return 0;
-  zelvan::MemEntryReleaseWithChildren(list, victim, zelvan::Children(list));
+  zelvan::Children children(signs < 0 ? list->n_entries : 0);
+  const MemEntry& entry = list->entries[victim];
+  if (entry.total_size != entry.size) children.list_by_parent(list);
+  zelvan::MemEntryReleaseWithChildren(list, victim, children);
   if (mem_trace != 0) MemTrace("^^Remove: %s\n", rule);
   return 1;
 }
@@ -49,13 +55,13 @@ void MemListRemoveFromSearch(MemList* list, void* object) {
 
 unsigned short MemListRemoveLargest(MemList* list) {
   return remove_first_of_rank(list, "Largest", [](const MemEntry& entry) {
-    return entry.parent < 0 ? static_cast<unsigned>(entry.total_size) : 0U;
+    return entry.parent < 0 ? static_cast<unsigned>(std::max(entry.total_size, 0)) : 0U;
   });
 }
 
 unsigned short MemListRemoveSmallest(MemList* list) {
   return remove_first_of_rank(list, "Smallest", [](const MemEntry& entry) {
-    return entry.parent < 0 ? static_cast<unsigned>(INT_MAX - entry.total_size) : 0U;
+    return entry.parent < 0 ? INT_MAX - static_cast<unsigned>(entry.total_size) : 0U;
   });
 }
 

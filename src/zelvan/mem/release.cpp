@@ -18,17 +18,11 @@ void leave_parent(MemList* list, MemEntry* child) {
 
 }  // namespace
 
-Children::Children(const MemList* list) {
-  int signs = -1;  // without a branch, since mostly there is none and all are looked at
-  for (int i = 0; i < list->n_entries; ++i) signs &= list->entries[i].parent;
-  any_ = signs >= 0;
-}
-
 Children::~Children() { std::free(first_); }
 
 void Children::list_by_parent(const MemList* list) {
-  if (!any_ || first_ != nullptr) return;
   const int n = list->n_entries;
+  if (first_row_ == n) return;
   first_ = static_cast<int*>(std::malloc(2 * static_cast<std::size_t>(n) * sizeof *first_));
   if (first_ == nullptr) return;
   next_ = first_ + n;
@@ -41,6 +35,19 @@ void Children::list_by_parent(const MemList* list) {
   }
 }
 
+int Children::find_next(const MemList* list, int parent, int last) const {
+  const auto is_child = [parent](const MemEntry& entry) { return entry.parent == parent; };
+  const MemEntry* const rows = list->entries;
+  const int n = list->n_entries;
+  if (first_ == nullptr) {
+    const int first = std::max(first_row_, last + 1);
+    return static_cast<int>(std::find_if(rows + first, rows + n, is_child) - rows);
+  }
+  int child = last < 0 ? first_[parent] : next_[last];
+  while (child < n && !is_child(rows[child])) child = next_[child];
+  return child;
+}
+
 void MemEntryRelease(MemList* list, int index, const Children& children) {
   MemEntry& entry = list->entries[index];
   if (entry.address == nullptr || entry.back_ptr == nullptr) return;
@@ -50,12 +57,7 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
     }
     return;
   }
-  bool is_parent = false;
-  children.each(list, index, [&](int) {
-    is_parent = true;
-    return false;
-  });
-  if (is_parent) {
+  if (children.next(list, index, -1) != list->n_entries) {
     // Readers of the trace know this line as it is, a slash at its end and no new line.
     if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
     return;
@@ -82,10 +84,10 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
 }
 
 void MemEntryReleaseWithChildren(MemList* list, int index, const Children& children) {
-  children.each(list, index, [&](int child) {
+  int child = -1;
+  while ((child = children.next(list, index, child)) != list->n_entries) {
     MemEntryRelease(list, child, children);
-    return true;
-  });
+  }
   MemEntryRelease(list, index, children);
 }
 
@@ -103,13 +105,21 @@ void MemFree(MemList* list, void* address) {
   if (mem_trace != 0) {
     MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
   }
-  MemEntry* const entry = zelvan::find_entry(list, address);
-  if (entry == nullptr) {
+  // One walk finds the row, and whether any of those ahead of it is a child.
+  MemEntry* const end = list->entries + list->n_entries;
+  int signs = -1;
+  MemEntry* const entry = std::find_if(list->entries, end, [&](const MemEntry& row) {
+    if (row.address == address) return true;
+    signs &= row.parent;
+    return false;
+  });
+  if (entry == end) {
     if (mem_trace != 0) MemTrace("**Address not found\n");
     std::free(address);
     return;
   }
-  zelvan::MemEntryRelease(list, static_cast<int>(entry - list->entries), zelvan::Children(list));
+  const int index = static_cast<int>(entry - list->entries);
+  zelvan::MemEntryRelease(list, index, zelvan::Children(signs < 0 ? index : 0));
 }
 
 void MemSetPointer(MemList* list, void* address, void** back_ptr) {
@@ -136,7 +146,9 @@ void MemSetPointer(MemList* list, void* address, void** back_ptr) {
 }
 
 void MemListClear(MemList* list) {
-  zelvan::Children children(list);
+  int first_child = 0;
+  while (first_child < list->n_entries && list->entries[first_child].parent < 0) ++first_child;
+  zelvan::Children children(first_child);
   children.list_by_parent(list);
   for (int i = 0; i < list->n_entries; ++i) {
     const MemEntry& entry = list->entries[i];

@@ -56,11 +56,9 @@ bool CPolygon::isInside(DblPt& p, double tol) { return CPolygon::isInside(p.x, p
 
 bool CPolygon::isInside(double x, double y, double /*tol*/) {
   if (n_points == 0) return false;
-  const bool use_avx2 = zelvan::has_avx2 && n_points > zelvan::winding_block;
-  int winding = use_avx2 ? zelvan::avx2::winding_of_chain(points, n_points, x, y)
-                         : zelvan::winding_of_chain(points, n_points, x, y);
-  winding += zelvan::winding_of_edge(points[n_points - 1], points[0], x, y);
-  return winding != 0;
+  const bool uses_vectors = n_points >= zelvan::fewest_for_vectors && zelvan::has_avx2;
+  return (uses_vectors ? zelvan::avx2::winding_of_ring(points, n_points, x, y)
+                       : zelvan::winding_of_chain(points, n_points, true, x, y)) != 0;
 }
 
 CPickRegion* CPolygon::xfm(Mtx2D& matrix) {

@@ -23,23 +23,26 @@ void map_plainly(const Mtx2D& m, int n, const real_pt_t* in, Out* out, Finish fi
   });
 }
 
+using Pair = double __attribute__((vector_size(16)));  // x and y
+
 struct Box {
-  real_pt_t low;
-  real_pt_t high;
+  Pair low;
+  Pair high;
 };
 
 template <class Rect>
 Box box_of_mapped(const Mtx2D& m, const Rect& rect) {
   Box box{};
   with_mapping_of(m, [&](auto map) {
-    const real_pt_t first = map(rect.corners[0].x, rect.corners[0].y);
-    box = {first, first};
-    for (int i = 1; i < 4; ++i) {
+    const auto corner = [&](int i) {
       const real_pt_t p = map(rect.corners[i].x, rect.corners[i].y);
-      if (p.x < box.low.x) box.low.x = p.x;
-      if (p.y < box.low.y) box.low.y = p.y;
-      if (p.x > box.high.x) box.high.x = p.x;
-      if (p.y > box.high.y) box.high.y = p.y;
+      return Pair{p.x, p.y};
+    };
+    box = {corner(0), corner(0)};
+    for (int i = 1; i < 4; ++i) {  // both coordinates at once; a NaN takes no place and gives none
+      const Pair p = corner(i);
+      box.low = p < box.low ? p : box.low;
+      box.high = p > box.high ? p : box.high;
     }
   });
   return box;
@@ -52,6 +55,8 @@ void write_box(Rect* out, Point low, Point high) {
   out->corners[2] = {high.x, high.y};
   out->corners[3] = {high.x, low.y};
 }
+
+real_pt_t point(Pair p) { return {p[0], p[1]}; }
 
 }  // namespace
 
@@ -95,15 +100,15 @@ void Mtx2D::XfmSPts(int n, real_pt_t* in, short_pt_t* out) {
 
 void Mtx2D::XfmRect(real_rect_t* in, real_rect_t* out) {
   const Box box = box_of_mapped(*this, *in);
-  write_box(out, box.low, box.high);
+  write_box(out, point(box.low), point(box.high));
 }
 
 void Mtx2D::XfmRect(real_rect_t* in, int_rect_t* out) {
   const Box box = box_of_mapped(*this, *in);
-  write_box(out, round_to_device(box.low), round_to_device(box.high));
+  write_box(out, round_to_device(point(box.low)), round_to_device(point(box.high)));
 }
 
 void Mtx2D::XfmRect(int_rect_t* in, real_rect_t* out) {
   const Box box = box_of_mapped(*this, *in);
-  write_box(out, box.low, box.high);
+  write_box(out, point(box.low), point(box.high));
 }

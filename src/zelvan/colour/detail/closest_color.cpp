@@ -20,14 +20,6 @@ float difference(int a, int b) {
 
 }  // namespace
 
-Closest best_of_lanes(const float* distances, const unsigned int* found, int lanes, Closest best) {
-  for (int lane = 0; lane < lanes; ++lane) {
-    const bool is_lower = distances[lane] == best.distance && found[lane] < best.index;
-    if (distances[lane] < best.distance || is_lower) best = {distances[lane], found[lane]};
-  }
-  return best;
-}
-
 Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned int to,
                            const ColorRGB& target, Closest best) {
   for (unsigned int i = from; i < to; ++i) {
@@ -101,7 +93,8 @@ Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int
   alignas(16) unsigned int found[4];
   _mm_store_ps(distances, lane_distances);
   _mm_store_si128(reinterpret_cast<__m128i*>(found), lane_indices);
-  return best_of_lanes(distances, found, 4, best);
+  for (int lane = 0; lane < 4; ++lane) take_closer(distances[lane], found[lane], best);
+  return best;
 }
 
 #else

@@ -12,6 +12,12 @@ struct Closest {
   unsigned int index;  ///< the entry
 };
 
+/// Takes the entry for `best` if it is closer, or as close and ahead of it in the map.
+inline void take_closer(float distance, unsigned int index, Closest& best) {
+  const bool is_ahead = distance == best.distance && index < best.index;
+  if (distance < best.distance || is_ahead) best = {distance, index};
+}
+
 /// Looks through the entries from `from` up to but not including `to`, one by one. An entry at
 /// distance 0 ends the search; any other takes the place of `best` if it is closer.
 Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned int to,
@@ -32,10 +38,6 @@ Closest closest_by_eights(const ColorRGB* colors, unsigned int from, unsigned in
 /// The same by the widest form that this processor has.
 Closest closest_in_vectors(const ColorRGB* colors, unsigned int from, unsigned int to,
                            const ColorRGB& target, Closest best);
-
-/// What a vector search ends with: the best of the lanes' entries and of `best`; of equal ones the
-/// one with the lowest index, which a walk would have found first.
-Closest best_of_lanes(const float* distances, const unsigned int* found, int lanes, Closest best);
 
 /// What there is to beat when a search begins: one more than entries of the map can be apart.
 Closest closest_to_beat(const ColorMap& map);

@@ -23,6 +23,19 @@ ZELVAN_AVX2 __m256 channels(const int* first) {
   return _mm256_castsi256_ps(both);
 }
 
+/// The lowest of the eight, in every lane.
+ZELVAN_AVX2 __m256 lowest(__m256 v) {
+  v = _mm256_min_ps(v, _mm256_permute2f128_ps(v, v, 1));
+  v = _mm256_min_ps(v, _mm256_permute_ps(v, _MM_SHUFFLE(1, 0, 3, 2)));
+  return _mm256_min_ps(v, _mm256_permute_ps(v, _MM_SHUFFLE(2, 3, 0, 1)));
+}
+
+ZELVAN_AVX2 __m256i lowest(__m256i v) {
+  v = _mm256_min_epu32(v, _mm256_permute2x128_si256(v, v, 1));
+  v = _mm256_min_epu32(v, _mm256_shuffle_epi32(v, _MM_SHUFFLE(1, 0, 3, 2)));
+  return _mm256_min_epu32(v, _mm256_shuffle_epi32(v, _MM_SHUFFLE(2, 3, 0, 1)));
+}
+
 }  // namespace
 
 ZELVAN_AVX2 Closest closest_by_eights(const ColorRGB* colors, unsigned int from, unsigned int to,
@@ -62,11 +75,12 @@ ZELVAN_AVX2 Closest closest_by_eights(const ColorRGB* colors, unsigned int from,
     lane_indices = _mm256_blendv_epi8(lane_indices, indices, _mm256_castps_si256(closer));
   }
 
-  alignas(32) float distances[8];
-  alignas(32) unsigned int found[8];
-  _mm256_store_ps(distances, lane_distances);
-  _mm256_store_si256(reinterpret_cast<__m256i*>(found), lane_indices);
-  return best_of_lanes(distances, found, 8, best);
+  // The lowest index of those at the lowest distance; in the other lanes stands the largest index.
+  const __m256 distance = lowest(lane_distances);
+  const __m256 farther = _mm256_cmp_ps(lane_distances, distance, _CMP_NEQ_OQ);
+  const __m256i index = lowest(_mm256_or_si256(lane_indices, _mm256_castps_si256(farther)));
+  return {_mm256_cvtss_f32(distance),
+          static_cast<unsigned int>(_mm_cvtsi128_si32(_mm256_castsi256_si128(index)))};
 }
 
 }  // namespace zelvan::avx2

@@ -1,4 +1,5 @@
 #include <zelvan/colour/detail/closest_index.h>
+#include <zelvan/detail/instruction_set.h>
 
 #include <new>
 #include <utility>
@@ -13,11 +14,9 @@ constexpr int largest_channel = 2047;
 constexpr unsigned int fewest_searches = 32;
 constexpr unsigned int fewest_entries = 64;
 
-constexpr int entries_a_turn = 12;
-
 // The greens at the ends of the table are farther away than any entry with all its channels.
-constexpr short below_all = -16'000;
-constexpr short above_all = 16'000;
+constexpr float below_all = -16'000.0f;
+constexpr float above_all = 16'000.0f;
 
 bool is_exact(int channel) { return channel >= 0 && channel <= largest_channel; }
 
@@ -25,16 +24,29 @@ bool is_exact(const ColorRGB& color) {
   return is_exact(color.red) && is_exact(color.green) && is_exact(color.blue);
 }
 
-int squared(int difference) { return difference * difference; }
+FloatColor in_float(const ColorRGB& color) {
+  return {static_cast<float>(color.red), static_cast<float>(color.green),
+          static_cast<float>(color.blue)};
+}
+
+void put(ColorBlock* blocks, unsigned int place, const FloatColor& color, unsigned int index) {
+  ColorBlock& block = blocks[place / ColorBlock::size];
+  const unsigned int lane = place % ColorBlock::size;
+  block.red[lane] = color.red;
+  block.green[lane] = color.green;
+  block.blue[lane] = color.blue;
+  block.index[lane] = index;
+}
 
 }  // namespace
 
 ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(map) {
   if (searches < fewest_searches || map.map_size < fewest_entries) return;
   if (map.max_value > largest_channel) return;
+  const unsigned int n_blocks = map.map_size / ColorBlock::size + 3;
   first_.reset(new (std::nothrow) unsigned int[largest_channel + 3]());
-  std::unique_ptr<Entry[]> entries(new (std::nothrow) Entry[std::size_t{map.map_size} + 2]);
-  if (first_ == nullptr || entries == nullptr) return;
+  std::unique_ptr<ColorBlock[]> blocks(new (std::nothrow) ColorBlock[n_blocks]);
+  if (first_ == nullptr || blocks == nullptr) return;
 
   // Sorted by counting, which keeps entries of one green in their order. The counts stand two
   // places on, so that they are the first places in the end.
@@ -43,47 +55,37 @@ ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(ma
     if (!is_exact(map.colors[i])) return;
     ++first_[map.colors[i].green + 2];
   }
-  first_[0] = first_[1] = 1;
+  first_[0] = first_[1] = ColorBlock::size;
   for (int green = 2; green < largest_channel + 3; ++green) first_[green] += first_[green - 1];
   for (unsigned int i = 1; i < map.map_size; ++i) {
     const ColorRGB& color = map.colors[i];
-    if (color.red < 0) continue;
-    entries[first_[color.green + 1]++] = {static_cast<short>(color.red),
-                                          static_cast<short>(color.green),
-                                          static_cast<short>(color.blue), i};
+    if (color.red >= 0) put(blocks.get(), first_[color.green + 1]++, in_float(color), i);
   }
-  entries[0] = {0, below_all, 0, 0};
-  entries[first_[largest_channel + 1]] = {0, above_all, 0, 0};
-  entries_ = std::move(entries);
+  for (unsigned int place = 0; place < ColorBlock::size; ++place) {
+    put(blocks.get(), place, {0.0f, below_all, 0.0f}, 0);
+  }
+  const unsigned int n_places = n_blocks * ColorBlock::size;
+  for (unsigned int place = first_[largest_channel + 1]; place < n_places; ++place) {
+    put(blocks.get(), place, {0.0f, above_all, 0.0f}, 0);
+  }
+  blocks_ = std::move(blocks);
 }
 
 Closest ClosestIndex::find(const ColorRGB& target, Closest best) const {
-  if (entries_ == nullptr || !is_exact(target)) {
+  if (blocks_ == nullptr || !is_exact(target)) {
     return closest_in_vectors(map_.colors, 1, map_.map_size, target, best);
   }
-  int nearest = static_cast<int>(best.distance);
-  unsigned int found = best.index;
-  // False once green alone is farther away than the nearest entry. One that is just as far is
-  // looked at: with the lower index it is the answer.
-  const auto look = [&](const Entry& entry) {
-    const int by_green = squared(entry.green - target.green);
-    if (by_green > nearest) return false;
-    const int distance =
-        by_green + squared(entry.red - target.red) + squared(entry.blue - target.blue);
-    if (distance < nearest || (distance == nearest && entry.index < found)) {
-      nearest = distance;
-      found = entry.index;
+  const ColorBlock* const start = &blocks_[first_[target.green] / ColorBlock::size];
+  const FloatColor t = in_float(target);
+  if (has_avx2) return avx2::closest_around(start, t, best);
+  return closest_around(start, t, best, [&t](const ColorBlock& block, Closest& nearest) {
+    for (unsigned int i = 0; i < ColorBlock::size; ++i) {
+      const float dr = block.red[i] - t.red;
+      const float dg = block.green[i] - t.green;
+      const float db = block.blue[i] - t.blue;
+      take_closer(dr * dr + dg * dg + db * db, block.index[i], nearest);
     }
-    return true;
-  };
-  // In turns, so that what one side finds soon ends the search on the other.
-  const Entry* above = &entries_[first_[target.green]];
-  const Entry* below = above - 1;
-  for (bool goes_up = true, goes_down = true; goes_up || goes_down;) {
-    for (int i = 0; i < entries_a_turn && goes_up; ++i) goes_up = look(*above++);
-    for (int i = 0; i < entries_a_turn && goes_down; ++i) goes_down = look(*below--);
-  }
-  return {static_cast<float>(nearest), found};
+  });
 }
 
 }  // namespace zelvan

@@ -30,13 +30,16 @@ MemEntry* find_entry(MemList* list, const void* address);
 /// there is one. Requires: it has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
 
-/// Which entries of a table are children, and whose. The fact itself stands in `MemEntry::parent`
-/// alone; this only saves looks at rows that can't be children. It holds while entries are
-/// released, which ends links and makes none.
+/// Makes `entry` the child of `home`, in whose block its back pointer lies; null for none.
+void become_child(MemList* list, MemEntry* entry, MemEntry* home);
+
+/// Where the children in a table are. The fact itself stands in `MemEntry::parent` alone; this only
+/// saves looks at rows that can't be children. It holds while entries are released, which ends
+/// links and makes none.
 class Children {
  public:
-  /// One look at the table: where no entry has a parent nothing has to be looked for.
-  explicit Children(const MemList* list);
+  /// No row before `first` is a child: so much is known from an earlier look.
+  explicit Children(int first) : first_row_(first) {}
   ~Children();
   Children(const Children&) = delete;
   Children& operator=(const Children&) = delete;
@@ -45,20 +48,17 @@ class Children {
   /// looks through the table.
   void list_by_parent(const MemList* list);
 
-  /// Calls `visit(child)` with the index of each child of the entry at `parent`, in ascending
-  /// order, until it gives false.
-  template <class Visit>
-  void each(const MemList* list, int parent, Visit visit) const {
-    if (!any_) return;
-    const bool is_listed = first_ != nullptr;
-    for (int child = is_listed ? first_[parent] : 0; child < list->n_entries;
-         child = is_listed ? next_[child] : child + 1) {
-      if (list->entries[child].parent == parent && !visit(child)) return;
-    }
+  /// The child of the entry at `parent` that comes next behind the row `last`, which is one of its
+  /// children or -1; `n_entries` if there is none.
+  int next(const MemList* list, int parent, int last) const {
+    const bool has_none = first_row_ == list->n_entries;
+    return has_none ? list->n_entries : find_next(list, parent, last);
   }
 
  private:
-  bool any_;
+  int find_next(const MemList* list, int parent, int last) const;
+
+  int first_row_;
   int* first_ = nullptr;  ///< of each entry's children; `n_entries` for none
   int* next_ = nullptr;   ///< of each child, the next child of its parent; `n_entries` at the end
 };

@@ -5,33 +5,43 @@
 
 namespace zelvan {
 
-/// What the edge from `a` to `b` adds to the winding number about (x, y).
+/// What the edge from `a` to `b` adds to the winding number about (x, y) if `y` is at least the
+/// height of one of its ends and not of the other: of `a`, when the edge goes up.
 ///
-/// An edge counts when it crosses the horizontal through the point, its lower end included and
-/// its upper end excluded, at the point or on the side of greater x. The products come last:
-/// most edges end at a comparison. Every comparison with a NaN fails.
-inline int winding_of_edge(const DblPt& a, const DblPt& b, double x, double y) {
-  const auto cross = [&] { return (b.x - a.x) * (y - a.y) - (x - a.x) * (b.y - a.y); };
-  if (y >= a.y) return b.y > y && cross() >= 0.0 ? 1 : 0;
-  return y >= b.y && cross() <= 0.0 ? -1 : 0;
+/// It counts when it crosses the horizontal through the point at the point or on the side of
+/// greater x: a cross product of 0 or more counts going up, one of 0 or less going down. A NaN
+/// among the coordinates makes a NaN of the product, and the comparison with that fails.
+inline int winding_of_crossing(const DblPt& a, const DblPt& b, bool goes_up, double x, double y) {
+  const double cross = (b.x - a.x) * (y - a.y) - (x - a.x) * (b.y - a.y);
+  const int direction = goes_up ? 1 : -1;
+  return cross * direction >= 0.0 ? direction : 0;
 }
 
-/// The sum over the edges between the `n` points, the edge from the last to the first left out.
-inline int winding_of_chain(const DblPt* points, unsigned int n, double x, double y) {
+/// The sum over the edges between the `n` points, and with `is_closed` the edge from the last to
+/// the first. An edge covers the heights from its lower end, included, to its upper end, excluded:
+/// so one passes the point's height just where the answer changes, and most edges end at that
+/// comparison. A NaN counts as above. Requires: `n` is not 0.
+inline int winding_of_chain(const DblPt* points, unsigned int n, bool is_closed, double x,
+                            double y) {
   int winding = 0;
-  for (unsigned int i = 1; i < n; ++i) {
-    winding += winding_of_edge(points[i - 1], points[i], x, y);
+  const DblPt* from = &points[is_closed ? n - 1 : 0];
+  bool was_reached = y >= from->y;
+  for (const DblPt* to = points; to != points + n; from = to++) {
+    const bool is_reached = y >= to->y;
+    if (is_reached != was_reached) winding += winding_of_crossing(*from, *to, was_reached, x, y);
+    was_reached = is_reached;
   }
   return winding;
 }
 
-/// The number of edges that the vector forms look at in one step; shorter chains gain nothing.
-inline constexpr unsigned int winding_block = 16;
+/// Shorter rings gain nothing by the vector forms.
+inline constexpr unsigned int fewest_for_vectors = 6;
 
 namespace avx2 {
 
-/// The same for processors with AVX2. Only called where `has_avx2` is true.
-int winding_of_chain(const DblPt* points, unsigned int n, double x, double y);
+/// The sum over all edges of the ring, the closing one included, for processors with AVX2. Only
+/// called where `has_avx2` is true.
+int winding_of_ring(const DblPt* points, unsigned int n, double x, double y);
 
 }  // namespace avx2
 

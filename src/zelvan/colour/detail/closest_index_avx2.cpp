@@ -1,0 +1,43 @@
+// A block is one vector of each channel. Only its entries that are as close as the best so far, few
+// in all, are looked at one by one.
+
+#include <zelvan/colour/detail/closest_index.h>
+
+#if defined(__x86_64__)
+
+#include <bit>
+
+#include <immintrin.h>
+
+#define ZELVAN_AVX2 __attribute__((target("avx2")))
+
+namespace zelvan::avx2 {
+
+ZELVAN_AVX2 Closest closest_around(const ColorBlock* start, const FloatColor& target,
+                                   Closest best) {
+  const __m256 red = _mm256_set1_ps(target.red);
+  const __m256 green = _mm256_set1_ps(target.green);
+  const __m256 blue = _mm256_set1_ps(target.blue);
+  const auto look = [=](const ColorBlock& block, Closest& nearest) ZELVAN_AVX2 {
+    const __m256 dr = _mm256_sub_ps(_mm256_loadu_ps(block.red), red);
+    const __m256 dg = _mm256_sub_ps(_mm256_loadu_ps(block.green), green);
+    const __m256 db = _mm256_sub_ps(_mm256_loadu_ps(block.blue), blue);
+    const __m256 distance = _mm256_add_ps(
+        _mm256_add_ps(_mm256_mul_ps(dr, dr), _mm256_mul_ps(dg, dg)), _mm256_mul_ps(db, db));
+    const __m256 limit = _mm256_set1_ps(nearest.distance);
+    auto close =
+        static_cast<unsigned int>(_mm256_movemask_ps(_mm256_cmp_ps(distance, limit, _CMP_LE_OQ)));
+    if (close == 0) return;
+    float distances[ColorBlock::size];
+    _mm256_storeu_ps(distances, distance);
+    for (; close != 0; close &= close - 1) {
+      const int i = std::countr_zero(close);
+      take_closer(distances[i], block.index[i], nearest);
+    }
+  };
+  return zelvan::closest_around(start, target, best, look);
+}
+
+}  // namespace zelvan::avx2
+
+#endif
