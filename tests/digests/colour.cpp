@@ -152,6 +152,8 @@ const Group names("colour.names", [](Digest& digest) {
         ColorRGB color = before;
         digest(i % 2 == 0 ? color.FindName(text.data()) : color.SetNamedColor(text.data()), color);
       }
+      std::string longer = name.substr(0, i) + name.substr(std::max<std::size_t>(i, 1) - 1);
+      digest(ColorRGB().FindName(longer.data()));
       if (i < name.size() && std::isalpha(name[i])) name[i] = static_cast<char>(name[i] ^ 32);
     }
     for (const int step : {0, 1, -1, 256, -256, 65536, -65536, 1 << 24, INT_MIN}) {
