@@ -10,6 +10,7 @@ The clone stands in build/faults and holds what is committed. A fault costs a se
 import argparse
 import os
 import pathlib
+import platform
 import random
 import re
 import shutil
@@ -171,6 +172,8 @@ def main():
                 if not counts or "table" in path.name and "color" in path.name:
                     continue
                 if path.suffix == ".cpp" and str(path) not in rules:
+                    continue
+                if "_neon" in path.name and platform.machine() != "aarch64":
                     continue
                 if arguments.files not in str(path):
                     continue
