@@ -169,6 +169,9 @@ TEST(ReadLine, IsTheModelOnEveryShortText) {
         got = osh_readLine(fp, line, static_cast<int>(size));
         ASSERT_EQ(got, expected.size()) << text << size;
         ASSERT_EQ(line, expected + &"#######"[got]) << text << size;
+        const bool met_end =
+            got < size && got == rest.size() && (got == 0 || line[got - 1] != '\n');
+        ASSERT_EQ(osh_feof(fp) != 0, met_end) << text << size;
       }
     }
     osh_fclose(fp);
