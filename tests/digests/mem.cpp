@@ -56,7 +56,7 @@ const Group written("mem.written", [](Digest& digest) {
     MemList list = {n, n, &pool, nullptr, rows};
     for (int k = 0; k < n; ++k) {
       const int size = random.below(9), total = random.below(4) == 0 ? random.below(9) - 6 : size;
-      const int parent = random.below(3) == 0 ? random.below(n + 2) : -1;
+      const int parent = random.below(3) == 0 ? random.below(3 * n) : -1;
       rows[k] = {std::malloc(1), size, total, nullptr, &owners[k], 0, k + 1, parent};
       owners[k] = parent < n && random.below(8) != 0 ? rows[k].address : nullptr;
     }
