@@ -263,7 +263,7 @@ const Group maps("colour.maps", [](Digest& digest) {
     for (int use = i % 3; use > 0; --use) ColMapColors(use == 1 ? &map : &other, &other, xfm);
     same = *xfm;
     digest(std::span(same.xfm_table, same.xfm_size), same.xfm_table == nullptr, same.DoColorXfm(i),
-           same.hist_exact);
+           same.hist_exact, same.hist_3, same.hist_7, same.hist_15, same.hist_31);
     same.xfm_table = nullptr;
     ColCloseXfm(&xfm);
 
