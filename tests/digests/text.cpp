@@ -59,8 +59,8 @@ const Group fields("text.fields", [](Digest& digest) {
     for (int n = -i; n > 0; n = (n - 1) / 11) line += few[(n - 1) % 11];
     if (i > 0 && i % 4 == 0) {
       const int exponent = i % 8 == 0 ? i % 53 - 26 : (i % 701 - 350) * (i % 32 == 4 ? 9 : 1);
-      line = (i % 3 == 0 ? "" : "-") + digits.substr(random.below(24)) + std::to_string(exponent) +
-             ' ';
+      line.assign(i % 3 != 0, '-');
+      line += digits.substr(random.below(24)) + std::to_string(exponent) + ' ';
     }
     for (int n = i > 0 ? random.below(16) : 0; n > 0; --n) {
       const char c = more[random.below(more.size())];
