@@ -149,57 +149,35 @@ TEST(FileAccess, GoesBeyondTwoGigabytes) {
             (Results{0, -1, -1, -1}));
 }
 
-// Every text of up to six of these bytes, read line by line to its end, at every size.
-TEST(ReadLine, IsTheModelOnEveryShortText) {
-  World world;
-  for (int code = 1; code < 2 << 12; ++code) {
-    std::string text;  // two bits a byte, below a leading 1
-    for (int rest = code; rest > 3; rest /= 4) text += "ab\r\n"[rest % 4];
-    if (code >> 2 * text.size() != 1) continue;
-    put("plain", text);
-    std::FILE* fp = osh_fopen_binary("plain"_c, "r"_c);
-    for (std::size_t size = 0, got = 1; size <= 7; ++size, got = 1) {
-      osh_rewind(fp);
-      for (std::string rest = text; got > 0; rest.erase(0, got)) {
-        // A line feed ends the line, and a carriage return before a letter does.
-        const auto end =
-            std::min({rest.find('\n'), rest.find("\ra"), rest.find("\rb"), rest.size()});
-        const std::string expected = rest.substr(0, std::min(end + 1, size));
-        char line[8] = "#######";
-        got = osh_readLine(fp, line, static_cast<int>(size));
-        ASSERT_EQ(got, expected.size()) << text << size;
-        ASSERT_EQ(line, expected + &"#######"[got]) << text << size;
-        const bool met_end =
-            got < size && got == rest.size() && (got == 0 || line[got - 1] != '\n');
-        ASSERT_EQ(osh_feof(fp) != 0, met_end) << text << size;
-      }
-    }
-    osh_fclose(fp);
-  }
-}
-
-// Longer lines, by streams that keep any number of bytes in their buffers, or none.
-TEST(ReadLine, IsTheModelWhateverTheBuffer) {
+// Every text of up to six of four bytes, and longer ones, read line by line to the end at any size,
+// by streams that keep any number of bytes in their buffers, or none.
+TEST(ReadLine, IsTheModel) {
   World world;
   support::Random random(6);
   const char* const parts[] = {"\n", "\r", "\r\n", "x"};
   char line[201], buffer[80];
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 20'000; ++i) {
+    const bool is_short = i < 2 << 13;
     std::string text;
-    for (int n = random.below(12); n > 0; --n) {
+    for (int rest = i / 2; rest > 3 && is_short; rest /= 4) text += "ab\r\n"[rest % 4];
+    for (int n = is_short ? 0 : random.below(12); n > 0; --n) {
       text += std::string(random.below(50), n == 5 ? '\0' : 'a') + parts[random.below(4)];
     }
     put("plain", text);
     std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
     std::setvbuf(fp, buffer, i % 8 == 0 ? _IONBF : _IOFBF, 2 + random.below(79));
-    for (std::size_t got = 1; got > 0; text.erase(0, got)) {
+    bool met_end = false;
+    for (std::size_t got = 1, size = 1; got > 0 || size == 0; text.erase(0, got)) {
+      // A line feed ends the line, and a carriage return does that neither of them follows.
       std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
       while (text.substr(end, 2) == "\r\n" || text.substr(end, 2) == "\r\r") ++end;
-      const std::size_t size = 1 + random.below(200);
+      size = random.below(is_short ? 8 : 200);
       const std::string expected = text.substr(0, std::min(end + 1, size));
       std::fill(line, line + 201, '#');
       got = osh_readLine(fp, line, static_cast<int>(size));
       ASSERT_EQ(std::string(line, got + 1), expected + '#') << text;
+      met_end |= got < size && got == text.size() && (got == 0 || line[got - 1] != '\n');
+      ASSERT_EQ(osh_feof(fp) != 0, met_end) << text << size;
     }
     osh_fclose(fp);
   }
