@@ -170,7 +170,7 @@ const Group characters("osh.characters", [](Digest& digest) {
 });
 
 const Group services("osh.services", [](Digest& digest) {
-  const char* const words[] = {"z", "\xe9", "ab", "", "Z", "a", "abc", "\x7f"};
+  const char* const words[] = {"z", "\xe9", "ab", "", "Z", "a", "abc", "\x7f", "{"};
   for (const auto& first : words) {
     for (const auto& second : words) digest(osh_qsort_compare_strings(&first, &second));
   }
