@@ -56,18 +56,18 @@ builder() {
 
 # cell NAME BUILDER FLAG...
 cell() {
-  local name=$1 log=build/matrix/$1.log said seconds=$SECONDS
+  local name=$1 log=build/matrix/$1.log said result started=$SECONDS
   if [[ $only_listed ]]; then
     echo "$name"
     return
   fi
   [[ $wanted == ' ' || $wanted == *" $name "* ]] || return 0
   said=$(try_cell "$@" 3>&1 >"$log" 2>&1 || true)
-  seconds=$((SECONDS - seconds))
   if [[ $said ]]; then
     passed=$((passed + 1))
-    printf '%-16s %s  (%d s)\n' "$name" "${said##*| }" "$seconds"
-    rows+="| \`$name\` | $said | $seconds |"$'\n'
+    IFS='|' read -r _ _ _ result _ <<<"$said"
+    printf '%-16s%s (%d s)\n' "$name" "$result" $((SECONDS - started))
+    rows+="| \`$name\` | $said |"$'\n'
   else
     differing=$((differing + 1))
     printf '%-16s NOT AS EXPECTED; see %s, which ends so:\n' "$name" "$log"
@@ -77,47 +77,54 @@ cell() {
 
 refused() { refusal=$1 cell "${@:2}"; }
 
-# try_cell NAME BUILDER FLAG...: says on descriptor 3 what goes into the table, if all is right.
+# try_cell NAME BUILDER FLAG...: says on descriptor 3 what goes into the table, if all is right. The
+# functions behind it look at its folder `dir`.
 try_cell() {
-  local dir=build/matrix/$1 flags="${*:3}" arguments forms
+  local dir=build/matrix/$1 flags="${*:3}" arguments forms started
   builder "$2"
-  [[ ! $from_nothing ]] || rm -rf "$dir"
   cmake -G Ninja -B "$dir" -DCMAKE_BUILD_TYPE=Release -DZELVAN_BUILD_DIGESTS=ON \
     -DCMAKE_CXX_FLAGS_RELEASE="$flags" "${arguments[@]}" || return
   if [[ ${refusal:-} ]]; then
     ! cmake --build "$dir" --target digests >"$dir/refusal" 2>&1 || return
     cat "$dir/refusal"
     grep -q "error: .*$refusal" "$dir/refusal" &&
-      echo "$(compiler_of "$dir") | \`$flags\` | | is refused" >&3
+      printf '%s | `%s` | | is refused |' "$(compiler_of)" "$flags" >&3
     return
   fi
   cmake --build "$dir" --target digests || return
-  ctest --test-dir "$dir" -V -R '^digests/vector_forms$' || return
-  forms=$(forms_run "$dir")
+  started=$SECONDS
+  run_digests vector_forms || return
+  forms=$(forms_run)
   if [[ $forms != plain ]]; then
-    ctest --test-dir "$dir" -V -R '^digests/plain_forms$' || return
-    forms+=", $(forms_run "$dir")"
+    run_digests plain_forms || return
+    forms+=", $(forms_run)"
   fi
-  echo "$(compiler_of "$dir") | \`$flags\` | $(run_by "$dir") | agrees: $forms" >&3
+  printf '%s | `%s` | %s | agrees: %s | %d' "$(compiler_of)" "$flags" "$(run_by)" \
+    "$forms" $((SECONDS - started)) >&3
 }
 
-# What the digests said last: how many are as expected, and with which forms.
-forms_run() { sed -n 's/^[0-9]* of [0-9]* as expected, \(.*\)/\1/p' "$1/Testing/Temporary/LastTest.log"; }
+run_digests() { ctest --test-dir "$dir" -V --no-tests=error -R "^digests/$1\$"; }
 
-# The name and version of the compiler of a build folder.
+# With which forms the digests ran last, as they say themselves.
+forms_run() {
+  sed -n 's/^[0-9]* of [0-9]* as expected, \([a-z0-9]*\).*/\1/p' "$dir/Testing/Temporary/LastTest.log"
+}
+
+# The name and version of the compiler.
 compiler_of() {
   local known
-  known=$(cat "$1"/CMakeFiles/*/CMakeCXXCompiler.cmake)
+  known=$(cat "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake)
   [[ $known =~ CMAKE_CXX_COMPILER_ID\ \"([^\"]*) ]]
   printf '%s ' "${BASH_REMATCH[1]/GNU/gcc}"
   [[ $known =~ CMAKE_CXX_COMPILER_VERSION\ \"([^\"]*) ]]
   printf '%s' "${BASH_REMATCH[1]}"
 }
 
-# The name and version of the emulator that runs the tests of a build folder.
+# The name and version of the emulator that runs the digests, if one does.
 run_by() {
   local program version
-  program=$(sed -n '/vector_forms/s/^add_test([^"]*"\([^"]*\)".*/\1/p' "$1/tests/digests/CTestTestfile.cmake")
+  program=$(sed -n '/vector_forms/s/^add_test([^"]*"\([^"]*\)".*/\1/p' \
+    "$dir/tests/digests/CTestTestfile.cmake")
   case $program in
     */digests | */ld-linux*) echo "this processor" ;;
     *)
@@ -130,7 +137,7 @@ run_by() {
 
 # matrix [--list | --table] [CELL...]
 matrix() {
-  local only_listed='' from_nothing='' wanted refusal='' rows='' passed=0 differing=0 name known
+  local only_listed='' is_for_table='' wanted refusal='' rows='' passed=0 differing=0 name known
   case ${1:-} in
     --list)
       only_listed=yes matrix_cells
@@ -139,7 +146,7 @@ matrix() {
     --table)
       (($# == 1)) || fail "a table is of all cells"
       shift
-      from_nothing=yes
+      is_for_table=yes
       ;;
   esac
   wanted=" ${*}${*:+ }"
@@ -149,16 +156,12 @@ matrix() {
       fail "no cell '$name'; ./dev matrix --list names them"
   done
   mkdir -p build/matrix
-  if [[ $from_nothing ]]; then
-    export CCACHE_DISABLE=1
-  elif command -v ccache >/dev/null; then
-    export CMAKE_CXX_COMPILER_LAUNCHER=ccache
-  fi
+  ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
   step "one result everywhere"
   matrix_cells
   printf '%d passed, %d failed\n' "$passed" "$differing"
   ((differing == 0)) || fail "these cells are not as expected"
-  [[ ! $from_nothing ]] || write_table
+  [[ ! $is_for_table ]] || write_table
 }
 
 # Puts what was seen into docs/exactness.md, between its marks.
@@ -168,8 +171,8 @@ write_table() {
   {
     sed '/^<!-- cells -->$/q' "$page"
     printf '| cell | compiler | flags | run by | result | seconds |\n|---|---|---|---|---|---:|\n%s\n' "$rows"
-    printf 'Run on %s in %d minutes, each cell from nothing, by %d cores of this processor: %s.\n' \
-      "$(LC_ALL=C date '+%-d %B %Y')" $((SECONDS / 60)) "$(nproc)" "$processor"
+    printf 'Seen on %s, where this processor is: %s. The seconds are those that the digests took.\n' \
+      "$(LC_ALL=C date '+%-d %B %Y')" "$processor"
     sed -n '/^<!-- end of cells -->$/,$p' "$page"
   } >build/exactness.md
   mv build/exactness.md "$page"
