@@ -4,7 +4,9 @@
 #include "support/random.h"
 #include "support/vector_forms.h"
 
+#include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -54,5 +56,26 @@ TEST(Bounds, AreKeptInEveryForm) {
       }
     });
     map.colors = own_colors;
+  }
+}
+
+// Names, lines and words of every length, in places alike and in others not.
+TEST(Bounds, AreKeptInTexts) {
+  const std::string long_name(99, 'n');
+  for (int n = 0; n < 4 * 71; ++n) {
+    std::string in(n / 4, 'n');
+    if (n % 4 != 0) in += ',';
+    if (n % 4 > 1) in += std::string(n % 5, 'n') + ':';
+    GuardedArray<char> text(std::vector<char>(in.c_str(), in.c_str() + in.size() + 1));
+    const VarNameValue table[] = {{"nnnnnnnnn", 1}, {text.data(), 2}, {nullptr, 0}};
+    int found = 0;
+    EXPECT_EQ(VarLookupInt(table, long_name.c_str(), &found), 0);
+    EXPECT_EQ(VarLookupInt(table, text.data(), &found), 1);
+    EXPECT_EQ(found, in == "nnnnnnnnn" ? 1 : 2);
+    const char* value;
+    EXPECT_EQ(utl_searchValueForKey(text.data(), long_name.c_str(), &value), 0);
+    EXPECT_EQ(ColorRGB().FindName(text.data()), 0);
+    const str_field* const word = str_parse(text.data());
+    EXPECT_EQ(word->type == STR_END ? "" : word->text, in);
   }
 }

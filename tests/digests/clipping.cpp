@@ -120,7 +120,7 @@ const Group views("geometry.clip_views", [](Digest& digest) {
 
 // Every ring of up to five vertices by its lowest one, begun at each in turn. The grid has places
 // beyond, on and inside the sides of the views, one of which narrows to a point on it; others are
-// flat, cross over or aren't finite.
+// flat, cross over, have a corner that points inwards or aren't finite.
 const Group grids("geometry.clip_grids", [](Digest& digest) {
   const real_rect_t views[] = {{{{1, 0.5}, {2.5, 0.5}, {2.5, 2}, {1, 2}}},
                                {{{1, 0}, {0, 1}, {2, 3}, {3, 2}}},
@@ -129,7 +129,10 @@ const Group grids("geometry.clip_grids", [](Digest& digest) {
                                {{{0, 0}, {2, 2}, {2, 0}, {0, 2}}},
                                {{{0, 0}, {0, NAN}, {2, 2}, {2, 0}}},
                                {{{0, 0}, {0, 2}, {2, INFINITY}, {2, INFINITY}}},
-                               {{{1, 1}, {1, 2}, {2, 2}, {2, 1}}}};
+                               {{{1, 1}, {1, 2}, {2, 2}, {2, 1}}},
+                               {{{1, 1}, {0, 3}, {0, 0}, {3, 0}}},
+                               {{{0, 0}, {3, 0}, {1, 1}, {0, 3}}},
+                               {{{3, 0}, {0, 0}, {0, 3}, {1, 1}}}};
   int polygons = 0;
   for (int n = 2; n <= 5; ++n) {
     for (int code = 0; code < 1 << 4 * n; ++code) {
@@ -144,9 +147,9 @@ const Group grids("geometry.clip_grids", [](Digest& digest) {
       }
       take_clipped(digest, ClipPolygonSetToView, 4, in, views[polygons % 3]);
       if (++polygons % 4 != 0) continue;
-      take_clipped(digest, ClipPolygonSet, 5, in, views[polygons / 4 % 8]);
+      take_clipped(digest, ClipPolygonSet, 5, in, views[polygons / 4 % 11]);
       in.flags.back() -= polygons % 3;  // not closed
-      take_clipped(digest, ClipPolygonSetToView, 4, in, views[polygons / 4 % 8]);
+      take_clipped(digest, ClipPolygonSetToView, 4, in, views[polygons / 4 % 11]);
     }
   }
 });

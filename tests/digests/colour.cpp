@@ -152,6 +152,8 @@ const Group names("colour.names", [](Digest& digest) {
         ColorRGB color = before;
         digest(i % 2 == 0 ? color.FindName(text.data()) : color.SetNamedColor(text.data()), color);
       }
+      std::string longer = name.substr(0, i) + name.substr(std::max<std::size_t>(i, 1) - 1);
+      digest(ColorRGB().FindName(longer.data()));
       if (i < name.size() && std::isalpha(name[i])) name[i] = static_cast<char>(name[i] ^ 32);
     }
     for (const int step : {0, 1, -1, 256, -256, 65536, -65536, 1 << 24, INT_MIN}) {
@@ -261,7 +263,7 @@ const Group maps("colour.maps", [](Digest& digest) {
     for (int use = i % 3; use > 0; --use) ColMapColors(use == 1 ? &map : &other, &other, xfm);
     same = *xfm;
     digest(std::span(same.xfm_table, same.xfm_size), same.xfm_table == nullptr, same.DoColorXfm(i),
-           same.hist_exact);
+           same.hist_exact, same.hist_3, same.hist_7, same.hist_15, same.hist_31);
     same.xfm_table = nullptr;
     ColCloseXfm(&xfm);
 

@@ -83,6 +83,10 @@ const Group lists("linetypes.lists", [](Digest& digest) {
   list.GetDefinition(2)->SetIndex(3);
   for (CLineTypeDefList* each : {&list, &other}) take(digest, *each);
   take(digest, other = CLineTypeDefList());
+  auto* const last = new Definition;
+  last->SetIndex(13);
+  last->AddFragment(77);
+  digest(other.AddLineTypeDefinition(last, was_there));
 });
 
 }  // namespace

@@ -18,7 +18,8 @@ void clear(VarNameInfo** list) {
   while (*list != nullptr) VarDeleteNameInfo(list, (*list)->name);
 }
 
-// Every byte in a name; then operations on few names, some about as long as names count.
+// Every byte in a name; then operations on few names, some that begin alike, also for about as long
+// as names count.
 const Group lists("var.lists", [](Digest& digest) {
   Random random(7);
   VarNameInfo* list = nullptr;
@@ -26,7 +27,8 @@ const Group lists("var.lists", [](Digest& digest) {
     std::string names[2] = {{'a', static_cast<char>(i), 'b'}, "A"};
     for (std::string& name : names) {
       if (i < 256) break;
-      name.assign(random.below(16) == 0 ? 1597 + random.below(4) : 0, 'n');
+      const int kind = random.below(16);
+      name.assign(kind == 0 ? 1597 + random.below(4) : kind < 6 ? random.below(44) : 0, 'n');
       for (int n = random.below(4); n > 0; --n) name += "aAbB\x01\x1f \xc9\xe9"[random.below(9)];
     }
     const char *a = names[0].c_str(), *b = names[1].empty() ? nullptr : names[1].c_str();
@@ -66,7 +68,33 @@ const Group tables("var.tables", [](Digest& digest) {
   }
 });
 
-// All texts of up to seven of five characters; of a found value where it is, and how long.
+// Names of 5 to 45 bytes that begin alike, in capitals too, with what is around the letters, and
+// with a letter more.
+const Group alike("var.alike", [](Digest& digest) {
+  std::vector<std::string> names;
+  for (std::string stem = "abcd"; stem.size() < 45; stem += "e[`zA"[stem.size() % 5]) {
+    for (const char* last : {"x", "Y", "z!"}) names.push_back(stem + last);
+  }
+  std::vector<VarNameValue> table;
+  for (const std::string& name : names) {
+    table.push_back({name.c_str(), static_cast<short>(table.size())});
+  }
+  table.push_back({nullptr, 0});
+  for (const std::string& name : names) {
+    for (const int change : {0, 1, 32, 128}) {
+      std::string other = name;
+      for (char& c : other) {
+        c = static_cast<char>(c ^ change);
+        int value = -1;
+        digest(VarLookupInt(table.data(), other.c_str(), &value), value);
+        digest(VarLookupInt(table.data(), (other + 'e').c_str(), &value), value);
+      }
+    }
+  }
+});
+
+// All texts of up to seven of five characters, then long lines; of a found value where it is, and
+// how long.
 const Group search("var.search", [](Digest& digest) {
   const auto take_value = [&](const char* text, const char* key) {
     const char* value = "untouched";
@@ -79,6 +107,15 @@ const Group search("var.search", [](Digest& digest) {
     std::string text;
     for (int n = i; n > 0; n = (n - 1) / 5) text += "a:,Bc"[(n - 1) % 5];
     for (const char* key : {"a", "Ab", "b", "", "aBC", "c,a"}) take_value(text.c_str(), key);
+  }
+  const char* const parts[] = {"a", "b",       ":",           ",",   ":",
+                               ",", "layer_1", "LAYER_12345", ":v,", ",A:"};
+  Random random(8);
+  for (int i = 0; i < 30000; ++i) {
+    std::string text, key;
+    for (int n = random.below(40); n > 0; --n) text += parts[random.below(i % 2 == 0 ? 10 : 8)];
+    for (int n = random.below(3); n >= 0; --n) key += parts[random.below(8)];
+    take_value(text.c_str(), key.c_str());
   }
 });
 

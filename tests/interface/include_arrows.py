@@ -12,7 +12,7 @@ ARROWS = {
     "colour": {"text/str_field.h", "var"},
     "linetypes": set(),
     "mem": set(),
-    "var": {"platform/comparison.h"},
+    "var": set(),
     "tra": set(),
     "logger": {"platform/directories.h"},
     "text": {"platform/locale.h"},

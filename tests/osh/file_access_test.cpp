@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
+#include <support/random.h>
 
 namespace {
 
@@ -169,6 +170,33 @@ TEST(ReadLine, IsTheModelOnEveryShortText) {
         ASSERT_EQ(got, expected.size()) << text << size;
         ASSERT_EQ(line, expected + &"#######"[got]) << text << size;
       }
+    }
+    osh_fclose(fp);
+  }
+}
+
+// Longer lines, by streams that keep any number of bytes in their buffers, or none.
+TEST(ReadLine, IsTheModelWhateverTheBuffer) {
+  World world;
+  support::Random random(6);
+  const char* const parts[] = {"\n", "\r", "\r\n", "x"};
+  char line[201], buffer[80];
+  for (int i = 0; i < 3000; ++i) {
+    std::string text;
+    for (int n = random.below(12); n > 0; --n) {
+      text += std::string(random.below(50), n == 5 ? '\0' : 'a') + parts[random.below(4)];
+    }
+    put("plain", text);
+    std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
+    std::setvbuf(fp, buffer, i % 8 == 0 ? _IONBF : _IOFBF, 2 + random.below(79));
+    for (std::size_t got = 1; got > 0; text.erase(0, got)) {
+      std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+      while (text.substr(end, 2) == "\r\n" || text.substr(end, 2) == "\r\r") ++end;
+      const std::size_t size = 1 + random.below(200);
+      const std::string expected = text.substr(0, std::min(end + 1, size));
+      std::fill(line, line + 201, '#');
+      got = osh_readLine(fp, line, static_cast<int>(size));
+      ASSERT_EQ(std::string(line, got + 1), expected + '#') << text;
     }
     osh_fclose(fp);
   }

@@ -1,6 +1,7 @@
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/colour/detail/named_color_table.h>
 #include <zelvan/text/str_field.h>
+#include <zelvan/var/detail/bytes_at_once.h>
 #include <zelvan/var/detail/name.h>
 #include <zelvan/var/name_table.h>
 
@@ -9,7 +10,6 @@
 #include <cstdint>
 #include <cstring>
 #include <iterator>
-#include <utility>
 
 namespace {
 
@@ -18,13 +18,61 @@ using zelvan::NamedColor;
 
 constexpr std::size_t row_count = std::size(named_colors);
 
+/// Something for each row, made by the compiler.
+template <class Make>
+constexpr auto for_each_row(Make make) {
+  std::array<decltype(make(named_colors[0])), row_count> results{};
+  std::transform(std::begin(named_colors), std::end(named_colors), results.begin(), make);
+  return results;
+}
+
+// ---- What rows are found by
+
 constexpr std::uint32_t packed(int red, int green, int blue) {
   return static_cast<std::uint32_t>(red << 16 | green << 8 | blue);
 }
 
-constexpr std::uint32_t packed(const NamedColor& color) {
-  return packed(color.red, color.green, color.blue);
+constexpr auto packed_colors = for_each_row(
+    [](const NamedColor& color) { return packed(color.red, color.green, color.blue); });
+
+constexpr std::size_t length_of(const char* text) {
+  std::size_t length = 0;
+  while (text[length] != '\0') ++length;
+  return length;
 }
+
+constexpr auto lengths =
+    for_each_row([](const NamedColor& color) { return length_of(color.name); });
+constexpr std::size_t shortest_name = *std::min_element(lengths.begin(), lengths.end());
+constexpr std::size_t longest_name = *std::max_element(lengths.begin(), lengths.end());
+
+/// A name in two words, its letters small: its first eight bytes and its last eight, which are the
+/// same or overlap if it is short. The terminator counts as the last byte, and the length stands in
+/// its place.
+struct NameKey {
+  std::uint64_t first;
+  std::uint64_t last;
+
+  constexpr bool operator==(const NameKey&) const = default;
+};
+
+constexpr std::size_t longest_name_in_key = 15;  // with the terminator, both words
+
+/// Four bytes at a time at places that fit any length, since a branch for each length costs more.
+constexpr NameKey key_of_name(const char* name, std::size_t length) {
+  static_assert(shortest_name >= 3, "four bytes with the terminator");
+  const std::size_t last = length - 3;
+  const std::size_t second = std::min<std::size_t>(4, last);
+  const auto eight_bytes = [name](std::size_t low, std::size_t high) {
+    const std::uint64_t bytes =
+        zelvan::four_bytes(name + low) | std::uint64_t{zelvan::four_bytes(name + high)} << 32;
+    return bytes | zelvan::case_bits(bytes);
+  };
+  return {eight_bytes(0, second), eight_bytes(last - second, last) | std::uint64_t{length} << 56};
+}
+
+constexpr auto name_keys = for_each_row(
+    [](const NamedColor& color) { return key_of_name(color.name, length_of(color.name)); });
 
 // ---- The indices, made by the compiler: hash tables of row numbers, three quarters empty. A row
 // whose slot is taken goes into the next free one, so a search ends at an empty slot.
@@ -60,48 +108,19 @@ constexpr Index index_by(KeyOf key_of, Same same) {
   return index;
 }
 
-constexpr std::size_t length_of(const char* text) {
-  std::size_t length = 0;
-  while (text[length] != '\0') ++length;
-  return length;
+/// Both words of a key in one. Any odd factor with many bits keeps them apart.
+constexpr std::uint64_t number_of(const NameKey& key) {
+  return key.first * 0xD6E8FEB86659FD93 ^ key.last;
 }
 
-/// The lengths of the shortest and of the longest name.
-constexpr std::pair name_lengths = [] {
-  std::pair lengths(length_of(named_colors[0].name), std::size_t{0});
-  for (const NamedColor& color : named_colors) {
-    lengths.first = std::min(lengths.first, length_of(color.name));
-    lengths.second = std::max(lengths.second, length_of(color.name));
-  }
-  return lengths;
-}();
-static_assert(name_lengths.first >= 3, "the key of a name is made of its ends");
-
-/// The length of a name and seven of its letters in one word: those at which the names of the
-/// table differ most. Setting one bit takes the case off letters and makes few others alike.
-constexpr std::uint64_t key_of_name(const char* name, std::size_t length) {
-  std::uint64_t key = 0;
-  for (std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{2}, length / 2, length - 3,
-                        length - 2, length - 1}) {
-    key = key << 8 | static_cast<unsigned char>(name[i]) | 0x20;
-  }
-  return key << 8 | length;
-}
-
-constexpr Index by_name = index_by(
-    [](auto row) {
-      const char* name = named_colors[row].name;
-      return key_of_name(name, length_of(name));
-    },
-    [](auto a, auto b) {
-      return zelvan::is_same_text(named_colors[a].name, named_colors[b].name);
-    });
+constexpr Index by_name = index_by([](auto row) { return number_of(name_keys[row]); },
+                                   [](auto a, auto b) { return name_keys[a] == name_keys[b]; });
 constexpr Index by_color =
-    index_by([](auto row) { return packed(named_colors[row]); },
-             [](auto a, auto b) { return packed(named_colors[a]) == packed(named_colors[b]); });
+    index_by([](auto row) { return packed_colors[row]; },
+             [](auto a, auto b) { return packed_colors[a] == packed_colors[b]; });
 
 static_assert(std::count(by_name.begin(), by_name.end(), empty_slot) == slot_count - row_count,
-              "no two names are equal");
+              "no two names have the same key");
 
 // ---- The textual value
 
@@ -110,18 +129,22 @@ enum ColorModel { model_rgb, model_hsv, model_name };
 constexpr VarNameValue color_models[] = {
     {"RGB", model_rgb}, {"HSV", model_hsv}, {"Name", model_name}, {nullptr, 0}};
 
-bool is_channel(int v) { return v >= 0 && v <= 255; }
+/// True if the bits of all channels together make a number from 0 to 255.
+bool are_channels(int red, int green, int blue) { return ((red | green | blue) & ~0xFF) == 0; }
 
 }  // namespace
 
 unsigned short ColorRGB::FindName(char* name) {
   if (name == nullptr) return 0;
   const std::size_t length = std::strlen(name);
-  if (length < name_lengths.first || length > name_lengths.second) return 0;
-  const std::uint16_t row = search(by_name, key_of_name(name, length), [name](auto candidate) {
-    return zelvan::is_same_text(named_colors[candidate].name, name);
-  });
+  if (length < shortest_name || length > longest_name) return 0;
+  const NameKey key = key_of_name(name, length);
+  const std::uint16_t row =
+      search(by_name, number_of(key), [&](auto candidate) { return name_keys[candidate] == key; });
   if (row == empty_slot) return 0;
+  if (length > longest_name_in_key) {  // the key leaves out some behind the first eight
+    if (!zelvan::is_same<zelvan::AsWritten>(named_colors[row].name + 8, name + 8)) return 0;
+  }
   Set(named_colors[row].red, named_colors[row].green, named_colors[row].blue);
   return 1;
 }
@@ -129,11 +152,10 @@ unsigned short ColorRGB::FindName(char* name) {
 unsigned short ColorRGB::SetNamedColor(char* name) { return FindName(name); }
 
 unsigned short ColorRGB::FindNameForRgb(char** name) {
-  if (!is_channel(red) || !is_channel(green) || !is_channel(blue)) return 0;
+  if (!are_channels(red, green, blue)) return 0;
   const std::uint32_t wanted = packed(red, green, blue);
-  const std::uint16_t row = search(by_color, wanted, [wanted](auto candidate) {
-    return packed(named_colors[candidate]) == wanted;
-  });
+  const std::uint16_t row = search(
+      by_color, wanted, [wanted](auto candidate) { return packed_colors[candidate] == wanted; });
   if (row == empty_slot) return 0;
   *name = const_cast<char*>(named_colors[row].name);
   return 1;

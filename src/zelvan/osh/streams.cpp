@@ -30,12 +30,10 @@ int osh_fputint(int value, int width, std::FILE* fp) {
 int osh_readLine(std::FILE* fp, char* buffer, int size) {
   int stored = 0;
   while (stored < size) {
-    const int got = zelvan::platform::read_through_line_end(fp, buffer + stored, size - stored);
+    const auto [got, next] =
+        zelvan::platform::read_through_line_end(fp, buffer + stored, size - stored);
     stored += got;
-    if (got == 0 || stored == size || buffer[stored - 1] != '\r') break;
-    const int next = osh_getc(fp);
-    osh_ungetc(next, fp);  // nothing at the end of the file
-    if (next != '\n' && next != '\r') break;
+    if (next != '\n' && next != '\r') break;  // these two go on after a carriage return
   }
   return stored;
 }

@@ -6,6 +6,8 @@
 #include <cctype>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
+#include <iterator>
 
 namespace {
 
@@ -29,151 +31,241 @@ struct StringRules {
   bool backslash_escapes_in_quotes;
 };
 
-constexpr std::ptrdiff_t kept_digits = 20;
-constexpr int most_exponent_digits = 3;
+/// What the first character of a field tells. Those of ASCII that have a glyph are printable and no
+/// space in every locale, so only of others the C library is asked.
+enum Kind : unsigned char { to_be_asked, opens_word, opens_string, may_open_number };
+
+constexpr auto kinds = [] {
+  std::array<Kind, 256> table{};
+  for (char c = '!'; c <= '~'; ++c) table[c] = opens_word;
+  for (const char c : {'"', '$'}) table[c] = opens_string;
+  for (const char c : {'+', '-', '.', '0', '1', '2', '3', '4', '5', '6', '7', '8', '9'}) {
+    table[c] = may_open_number;
+  }
+  return table;
+}();
+
+Kind kind_of(char c) { return kinds[static_cast<unsigned char>(c)]; }
+
+/// The characters at which a copy stops, the terminator always among them.
+struct Stops {
+  const char* characters;
+  std::array<bool, 256> table{};
+
+  constexpr explicit Stops(const char* set) : characters(set) {
+    for (; *set != '\0'; ++set) table[static_cast<unsigned char>(*set)] = true;
+    table[0] = true;
+  }
+  constexpr bool contains(char c) const { return table[static_cast<unsigned char>(c)]; }
+};
+
+constexpr Stops ends_field(" ");
+constexpr Stops may_mean_more("\"$\\");  // in a string
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool ends_field(char c) { return c == '\0' || c == ' '; }
-
-// In every locale what has a glyph in ASCII is printable and no space, so of most characters the
-// C library needn't be asked.
-bool has_ascii_glyph(char c) { return c > ' ' && c <= '~'; }
-bool is_space(char c) {
-  return c == ' ' || (!has_ascii_glyph(c) && std::isspace(static_cast<unsigned char>(c)) != 0);
-}
-bool is_printable(char c) {
-  return has_ascii_glyph(c) || std::isprint(static_cast<unsigned char>(c)) != 0;
-}
+bool is_sign(char c) { return c == '+' || c == '-'; }
 
 char* skip_digits(char* p) {
   while (is_digit(*p)) ++p;
   return p;
 }
 
+// A text may lie in the very buffer that its fields are copied to, since a caller may hand over
+// what an earlier call gave. So nothing is written ahead of what has been read.
+
+/// The number of characters ahead of the first of `stops`.
+std::size_t distance_to(const Stops& stops, const char* text) {
+  for (std::size_t n = 0; n < 64; n += 8) {
+    for (std::size_t i = 0; i < 8; ++i) {
+      if (stops.contains(text[n + i])) return n + i;
+    }
+  }
+  return 64 + std::strcspn(text + 64, stops.characters);
+}
+
+// Kept out of line, as the scans are, so that a short word has no registers to save.
+[[gnu::noinline]] std::size_t copy_rest(const Stops& stops, const char* from, char* to,
+                                        std::size_t room) {
+  const std::size_t n = std::min(distance_to(stops, from), room);
+  std::memmove(to, from, n);
+  return n;
+}
+
+/// Copies characters up to the first of `stops`, at most `room`; gives how many. A few are copied
+/// as they are looked at, which is sooner done than the calls.
+std::size_t copy_until(const Stops& stops, const char* from, char* to, std::size_t room) {
+  std::size_t n = 0;
+  for (; n < 32 && room >= 32; n += 8) {
+    for (std::size_t i = 0; i < 8; ++i) {
+      if (stops.contains(from[n + i])) return n + i;
+      to[n + i] = from[n + i];
+    }
+  }
+  return n + copy_rest(stops, from + n, to + n, room - n);
+}
+
+/// There is no field at `p`, or it doesn't fit the buffer.
+str_field* give_end(char* p, Result& result) {
+  result.field = {STR_END, 0.0, 0, nullptr, p};
+  return &result.field;
+}
+
+// ---- The scans give the field that begins at `p`, which is no space
+
+str_field* scan_word(char* p, Result& result) {
+  const std::size_t length = copy_until(ends_field, p, result.text, buffer_size - 1);
+  if (!ends_field.contains(p[length])) return give_end(p, result);
+  result.text[length] = '\0';
+  result.field = {STR_WORD, 0.0, length, result.text, p + length};
+  return &result.field;
+}
+
+[[gnu::noinline]] str_field* scan_string(char* const p, StringRules rules, Result& result) {
+  const bool escapes = *p == '$' || rules.backslash_escapes_in_quotes;
+  char* next = p + 1;
+  std::size_t length = 0;
+  for (;;) {
+    const std::size_t copied =
+        copy_until(may_mean_more, next, result.text + length, buffer_size - 1 - length);
+    length += copied;
+    next += copied;
+    if (*next == '\0') break;
+    if (*next == '"' || (*next == '$' && rules.dollar_closes)) {
+      ++next;
+      break;
+    }
+    if (*next == '\\' && escapes && *++next == '\0') break;  // the last backslash is dropped
+    if (length == buffer_size - 1) return give_end(p, result);
+    result.text[length++] = *next++;
+  }
+  result.text[length] = '\0';
+  result.field = {STR_STRING, 0.0, length, length == 0 ? nullptr : result.text, next};
+  return &result.field;
+}
+
+constexpr std::ptrdiff_t kept_digits = 20;
+constexpr std::ptrdiff_t longest_mantissa = kept_digits + 2;  // as it is kept: with sign and point
+constexpr int most_exponent_digits = 3;
+
 /// True if what starts at `p` may be a number; whether it is one, `scan_number` finds out.
 bool may_be_number(const char* p) {
   if (is_digit(*p)) return true;
   if (*p == '.') return is_digit(p[1]);
-  if (*p != '+' && *p != '-') return false;
-  return is_digit(p[1]) || p[1] == '.' || (p[1] != '\0' && is_digit(p[2]));
+  return is_sign(*p) && (is_digit(p[1]) || p[1] == '.' || (p[1] != '\0' && is_digit(p[2])));
 }
 
-/// The number that digits with a point among them spell, if they are so few that they and the
-/// power of ten are exact: then their quotient is rounded once, as it should be.
-/// (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
-bool is_short_number(const char* digits, const char* end, double* value) {
-  static constexpr double powers_of_10[] = {1.0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  if (end - digits > 15) return false;
+/// What stands ahead of an exponent.
+struct Mantissa {
+  std::ptrdiff_t length;
+  std::ptrdiff_t digits;    // all of them
+  std::ptrdiff_t decimals;  // those behind the point
+  std::uint64_t whole;      // what the digits are without the point, as long as they are few
+};
+
+/// Reads the mantissa at `p`, and copies what may be kept of it, in one pass.
+Mantissa scan_mantissa(const char* p) {
+  std::ptrdiff_t n = 0;
   std::uint64_t whole = 0;
-  std::ptrdiff_t decimals = 0;
-  for (const char* p = digits; p != end; ++p) {
-    if (is_digit(*p)) {
-      whole = whole * 10 + static_cast<std::uint64_t>(*p - '0');
-    } else if (*p == '.') {
-      decimals = end - p - 1;
-    } else {
-      return false;
+  const auto scan_digits = [&] {
+    for (; is_digit(p[n]) && n < longest_mantissa; ++n) {
+      whole = whole * 10 + static_cast<unsigned char>(p[n] - '0');
+      number_text[n] = p[n];
     }
-  }
-  *value = static_cast<double>(static_cast<std::int64_t>(whole)) / powers_of_10[decimals];
+    while (is_digit(p[n])) ++n;
+  };
+  if (is_sign(*p)) number_text[n++] = *p;
+  const std::ptrdiff_t integer = n;
+  scan_digits();
+  const std::ptrdiff_t point = n;
+  if (p[point] != '.') return {point, point - integer, 0, whole};
+  if (n < longest_mantissa) number_text[n] = '.';
+  ++n;
+  scan_digits();
+  return {n, n - integer - 1, n - point - 1, whole};
+}
+
+/// The number that few digits and a small power of ten make, its sign aside: a double holds both,
+/// so that their product or quotient is rounded once, as it should be. False if it may not hold
+/// them. (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
+bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* value) {
+  static constexpr double powers_of_10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+  constexpr std::ptrdiff_t most_digits = 15, largest_power = std::size(powers_of_10) - 1;
+  const std::ptrdiff_t power = exponent - mantissa.decimals;
+  if (mantissa.digits > most_digits) return false;
+  if (power < -largest_power || power > largest_power) return false;
+  const double whole = static_cast<double>(static_cast<std::int64_t>(mantissa.whole));
+  *value = power < 0 ? whole / powers_of_10[-power] : whole * powers_of_10[power];
   return true;
 }
 
-/// Reads a number at `p` into `field`. False if what is written there doesn't hold together;
-/// the caller then makes a word of it.
-bool scan_number(char* p, str_field& field) {
-  char* const integer = *p == '+' || *p == '-' ? p + 1 : p;
-  char* mantissa_end = skip_digits(integer);
-  std::ptrdiff_t digits = mantissa_end - integer;
-  if (*mantissa_end == '.') {
-    char* const fraction = mantissa_end + 1;
-    mantissa_end = skip_digits(fraction);
-    digits += mantissa_end - fraction;
-  }
-  double value;
-  const bool is_short = digits > 0 && is_short_number(integer, mantissa_end, &value);
-  if (is_short && *p == '-') value = -value;
-
+/// A word if what is written there doesn't hold together as a number.
+[[gnu::noinline]] str_field* scan_number(char* p, Result& result) {
+  if (!may_be_number(p)) return scan_word(p, result);
+  const Mantissa mantissa = scan_mantissa(p);
   // Surplus digits are cut off the written form, even ahead of the point: the value shrinks.
-  const std::ptrdiff_t surplus = std::max<std::ptrdiff_t>(digits - kept_digits, 0);
-  auto length = static_cast<std::size_t>(mantissa_end - p - surplus);
-  std::memmove(number_text, p, length);
+  const std::ptrdiff_t surplus = std::max<std::ptrdiff_t>(mantissa.digits - kept_digits, 0);
+  auto length = static_cast<std::size_t>(mantissa.length - surplus);
   number_text[length] = '\0';
 
+  char* const mantissa_end = p + mantissa.length;
   char* end = mantissa_end;
+  std::ptrdiff_t exponent = 0;
   std::ptrdiff_t exponent_digits = 0;
   if (*end == 'e' || *end == 'E') {
     ++end;
-    if (*end == '+' || *end == '-') ++end;
-    char* const exponent = end;
-    end = skip_digits(exponent);
-    exponent_digits = end - exponent;
-    if (exponent_digits > most_exponent_digits) return false;
+    const bool is_negative = *end == '-';
+    if (*end == '+' || is_negative) ++end;
+    char* const first = end;
+    end = skip_digits(first);
+    exponent_digits = end - first;
+    if (exponent_digits > most_exponent_digits) return scan_word(p, result);
+    for (const char* digit = first; digit != end; ++digit) exponent = exponent * 10 + *digit - '0';
+    if (is_negative) exponent = -exponent;
   }
-  if (!ends_field(*end)) return false;
+  if (!ends_field.contains(*end)) return scan_word(p, result);
   if (exponent_digits > 0) {  // an "e" without digits is stepped over and no part of the text
     const auto exponent_length = static_cast<std::size_t>(end - mantissa_end);
     std::memmove(number_text + length, mantissa_end, exponent_length);
     length += exponent_length;
     number_text[length] = '\0';
   }
-  if (!is_short || exponent_digits > 0) value = zelvan::number_of(number_text, length);
-  field = {STR_NUMBER, value, length, number_text, end};
-  return true;
-}
-
-/// What may have a meaning in a string; all other characters are copied.
-constexpr auto may_mean_more = [] {
-  std::array<bool, 256> table{};
-  for (const unsigned char c : {'\0', '"', '$', '\\'}) table[c] = true;
-  return table;
-}();
-
-/// Reads the string that opens at `p`. False if it does not fit the buffer.
-bool scan_string(char* p, StringRules rules, Result& result) {
-  const bool escapes = *p == '$' || rules.backslash_escapes_in_quotes;
-  std::size_t length = 0;
-  for (++p;; ++p) {
-    if (may_mean_more[static_cast<unsigned char>(*p)]) {
-      if (*p == '\0') break;
-      if (*p == '"' || (*p == '$' && rules.dollar_closes)) {
-        ++p;
-        break;
-      }
-      if (*p == '\\' && escapes && *++p == '\0') break;  // the last backslash of all is dropped
-    }
-    if (length == buffer_size - 1) return false;
-    result.text[length++] = *p;
+  double value;
+  if (mantissa.digits > 0 && is_short_number(mantissa, exponent, &value)) {
+    if (number_text[0] == '-') value = -value;
+  } else {
+    value = zelvan::number_of(number_text, length);
   }
-  result.text[length] = '\0';
-  result.field = {STR_STRING, 0.0, length, length == 0 ? nullptr : result.text, p};
-  return true;
+  result.field = {STR_NUMBER, value, length, number_text, end};
+  return &result.field;
 }
 
-/// Reads the word at `p`. False if it does not fit the buffer.
-bool scan_word(char* p, Result& result) {
-  std::size_t length = 0;
-  while (!ends_field(p[length])) ++length;
-  if (length >= buffer_size) return false;
-  std::memmove(result.text, p, length);
-  result.text[length] = '\0';
-  result.field = {STR_WORD, 0.0, length, result.text, p + length};
-  return true;
+str_field* parse(char* p, StringRules rules, Result& result);
+
+/// For a character of which the C library has to be asked, or the end.
+[[gnu::noinline]] str_field* parse_unclear(char* p, StringRules rules, Result& result) {
+  const auto next = [&p] { return static_cast<unsigned char>(*p); };
+  if (std::isspace(next())) {
+    while (std::isspace(next())) ++p;
+    return parse(p, rules, result);
+  }
+  return *p != '\0' && std::isprint(next()) ? scan_word(p, result) : give_end(p, result);
 }
 
 str_field* parse(char* p, StringRules rules, Result& result) {
-  if (p != nullptr) {
-    while (is_space(*p)) ++p;
+  if (p == nullptr) return give_end(p, result);
+  while (*p == ' ') ++p;
+  switch (kind_of(*p)) {
+    case opens_word:
+      return scan_word(p, result);
+    case opens_string:
+      return scan_string(p, rules, result);
+    case may_open_number:
+      return scan_number(p, result);
+    default:
+      return parse_unclear(p, rules, result);
   }
-  result.field = {STR_END, 0.0, 0, nullptr, p};
-  if (p == nullptr || *p == '\0' || !is_printable(*p)) return &result.field;
-  if (*p == '"' || *p == '$') {
-    scan_string(p, rules, result);
-  } else if (!may_be_number(p) || !scan_number(p, result.field)) {
-    scan_word(p, result);
-  }
-  return &result.field;
 }
 
 /// The place behind the stretch in quotes that opens at `p`.

@@ -1,15 +1,19 @@
 // A link is the pointer that leads to a node: the caller's head or the `next` of the node
 // before. With it, the first node of a list is no special case.
 
-#include <zelvan/var/detail/name.h>
+#include <zelvan/var/detail/find_name.h>
 #include <zelvan/var/name_list.h>
 
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
-using zelvan::is_same_name;
+using zelvan::AsName, zelvan::AsWritten;
 
 namespace {
+
+/// A null name is an empty one.
+const char* or_empty(const char* name) { return name == nullptr ? "" : name; }
 
 /// A copy from the heap in which control characters became terminators; null if it refuses.
 char* stored_copy(const char* name) {
@@ -35,37 +39,50 @@ char* insert_node(VarNameInfo** link, const char* name, void* info) {
   return copy;
 }
 
+/// A node of a list, or the end behind the last one.
+struct Place {
+  VarNameInfo** link;
+
+  bool is_end() const { return *link == nullptr; }
+  const char* name() const { return or_empty((*link)->name); }
+  void advance() { link = &(*link)->next; }
+};
+
 /// The link to the first node of that name; the link behind the tail if there is none.
-VarNameInfo** find_link(VarNameInfo** link, const char* name) {
-  while (*link != nullptr && !is_same_name((*link)->name, name)) link = &(*link)->next;
-  return link;
+template <class Rule>
+VarNameInfo** find_link(VarNameInfo** list, const char* name) {
+  return zelvan::find_name<Rule>(Place{list}, or_empty(name)).link;
+}
+
+/// The link to the last node of that name; null if there is none.
+VarNameInfo** find_last_link(VarNameInfo** list, const char* name) {
+  VarNameInfo** last = nullptr;
+  for (VarNameInfo** link = find_link<AsName>(list, name); *link != nullptr;
+       link = find_link<AsName>(&(*link)->next, name)) {
+    last = link;
+  }
+  return last;
 }
 
 }  // namespace
 
 char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info) {
-  VarNameInfo** link = list;
-  for (; *link != nullptr; link = &(*link)->next) {
-    if (zelvan::is_same_text((*link)->name, name)) return nullptr;
-  }
-  return insert_node(link, name, info);
+  VarNameInfo** const link = find_link<AsWritten>(list, name);
+  return *link != nullptr ? nullptr : insert_node(link, name, info);
 }
 
 char* VarInsertNameInfo(VarNameInfo** list, const char* name, void* info, int position,
                         const char* reference) {
   constexpr int right_behind = 1, at_tail = 2;
   if (position == at_tail) return VarAddNameInfo(list, name, info);
-  VarNameInfo** place = nullptr;
-  for (VarNameInfo** link = list; *link != nullptr; link = &(*link)->next) {
-    if (is_same_name((*link)->name, name)) return nullptr;
-    if (is_same_name((*link)->name, reference)) place = link;
-  }
+  if (*find_link<AsName>(list, name) != nullptr) return nullptr;
+  VarNameInfo** const place = find_last_link(list, reference);
   if (place == nullptr) return nullptr;
   return insert_node(position == right_behind ? &(*place)->next : place, name, info);
 }
 
 void* VarDeleteNameInfo(VarNameInfo** list, const char* name) {
-  VarNameInfo** const link = find_link(list, name);
+  VarNameInfo** const link = find_link<AsName>(list, name);
   VarNameInfo* const node = *link;
   if (node == nullptr) return nullptr;
   void* const info = node->info;
@@ -76,20 +93,14 @@ void* VarDeleteNameInfo(VarNameInfo** list, const char* name) {
 }
 
 void VarExchangeNameInfo(VarNameInfo* list, const char* name1, const char* name2) {
-  VarNameInfo* first = nullptr;
-  VarNameInfo* second = nullptr;
-  for (VarNameInfo* node = list; node != nullptr; node = node->next) {
-    if (is_same_name(node->name, name1)) first = node;
-    if (is_same_name(node->name, name2)) second = node;
-  }
+  VarNameInfo** const first = find_last_link(&list, name1);
+  VarNameInfo** const second = find_last_link(&list, name2);
   if (first == nullptr || second == nullptr) return;
-  void* const info = first->info;
-  first->info = second->info;
-  second->info = info;
+  std::swap((*first)->info, (*second)->info);
 }
 
 char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name, const char* new_name) {
-  VarNameInfo* const node = *find_link(&list, old_name);
+  VarNameInfo* const node = *find_link<AsName>(&list, old_name);
   if (node == nullptr) return nullptr;
   char* const copy = stored_copy(new_name);
   if (copy == nullptr) return nullptr;
@@ -99,7 +110,7 @@ char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name, const char* ne
 }
 
 unsigned short VarLookupNameInfo(VarNameInfo* list, const char* name, void** info) {
-  const VarNameInfo* const node = *find_link(&list, name);
+  const VarNameInfo* const node = *find_link<AsName>(&list, name);
   if (node == nullptr) return 0;
   *info = node->info;
   return 1;

@@ -1,5 +1,6 @@
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/stream_buffer.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -137,17 +138,24 @@ int _fileno(std::FILE* stream) { return ::fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::fdopen(fd, mode); }
 
-int read_through_line_end(std::FILE* stream, char* buffer, int size) {
+LinePart read_through_line_end(std::FILE* stream, char* buffer, int size) {
   ::flockfile(stream);
-  int stored = 0;
-  while (stored < size) {
-    const int c = getc_unlocked(stream);
-    if (c == EOF) break;
-    buffer[stored++] = static_cast<char>(c);
-    if (c == '\n' || c == '\r') break;
+  LinePart part = {0, EOF};
+  char last = '\0';
+  while (part.stored < size && !is_line_end(last)) {
+    const int taken = take_buffered(stream, buffer + part.stored, size - part.stored);
+    part.stored += taken;
+    if (taken > 0) {
+      last = buffer[part.stored - 1];
+    } else {
+      const int c = getc_unlocked(stream);
+      if (c == EOF) break;
+      buffer[part.stored++] = last = static_cast<char>(c);
+    }
   }
+  if (last == '\r' && part.stored < size) part.next = peek(stream);
   ::funlockfile(stream);
-  return stored;
+  return part;
 }
 
 int _access(const char* path, int mode) {

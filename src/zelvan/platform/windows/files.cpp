@@ -107,17 +107,18 @@ int _fileno(std::FILE* stream) { return ::_fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
 
-int read_through_line_end(std::FILE* stream, char* buffer, int size) {
+LinePart read_through_line_end(std::FILE* stream, char* buffer, int size) {
   ::_lock_file(stream);
-  int stored = 0;
-  while (stored < size) {
+  LinePart part = {0, EOF};
+  char last = '\0';
+  while (part.stored < size && last != '\n' && last != '\r') {
     const int c = std::getc(stream);
     if (c == EOF) break;
-    buffer[stored++] = static_cast<char>(c);
-    if (c == '\n' || c == '\r') break;
+    buffer[part.stored++] = last = static_cast<char>(c);
   }
+  if (last == '\r' && part.stored < size) part.next = std::ungetc(std::getc(stream), stream);
   ::_unlock_file(stream);
-  return stored;
+  return part;
 }
 
 int _access(const char* path, int) {

@@ -6,12 +6,9 @@
 
 namespace zelvan {
 
-/// Only so many characters of a name are significant.
-constexpr std::size_t significant_name_length = 1600;
-
 constexpr bool is_control(char c) { return c >= 1 && c <= 31; }
 
-/// What each byte counts as. The case of ASCII letters never counts.
+/// What each byte counts as; a 0 ends the name. The case of ASCII letters never counts.
 using ByteMeanings = std::array<unsigned char, 256>;
 
 constexpr ByteMeanings byte_meanings(bool control_ends) {
@@ -24,32 +21,39 @@ constexpr ByteMeanings byte_meanings(bool control_ends) {
   return meanings;
 }
 
-inline constexpr ByteMeanings in_text = byte_meanings(false);
-inline constexpr ByteMeanings in_name = byte_meanings(true);
+/// Names as they are looked up: they end at their first control character, and only so many of
+/// their characters count.
+struct AsName {
+  static constexpr ByteMeanings meanings = byte_meanings(true);
+  static constexpr std::size_t most = 1600;
+};
 
-/// True if two texts mean the same up to their ends, or for their first `limit` bytes. Inline,
-/// since most texts that are compared differ in their first bytes.
-constexpr bool means_the_same(const char* a, const char* b, const ByteMeanings& meanings,
-                              std::size_t limit) {
-  for (std::size_t i = 0; i < limit; ++i) {
-    const unsigned char meaning = meanings[static_cast<unsigned char>(a[i])];
-    if (meaning != meanings[static_cast<unsigned char>(b[i])]) return false;
-    if (meaning == '\0') return true;
+/// Names as they are written: whole texts, control characters and all.
+struct AsWritten {
+  static constexpr ByteMeanings meanings = byte_meanings(false);
+  static constexpr std::size_t most = static_cast<std::size_t>(-1);
+};
+
+template <class Rule>
+constexpr unsigned char meaning(char c) {
+  return Rule::meanings[static_cast<unsigned char>(c)];
+}
+
+/// The place of the first difference of two names from `start` on, up to which both are known to be
+/// the same; `Rule::most` if there is none. Inline, since most names differ in their first bytes.
+template <class Rule>
+constexpr std::size_t first_difference(const char* a, const char* b, std::size_t start = 0) {
+  for (std::size_t i = start; i < Rule::most; ++i) {
+    const unsigned char byte = meaning<Rule>(a[i]);
+    if (byte != meaning<Rule>(b[i])) return i;
+    if (byte == '\0') break;
   }
-  return true;
+  return Rule::most;
 }
 
-/// True if two names are the same: the case of ASCII letters doesn't count, and a name ends at
-/// its first control character. A null name is an empty one.
-constexpr bool is_same_name(const char* a, const char* b) {
-  if (a == nullptr) a = "";
-  if (b == nullptr) b = "";
-  return means_the_same(a, b, in_name, significant_name_length);
-}
-
-/// True if two texts are the same but for the case of ASCII letters, control characters and all.
-constexpr bool is_same_text(const char* a, const char* b) {
-  return means_the_same(a, b, in_text, static_cast<std::size_t>(-1));
+template <class Rule>
+constexpr bool is_same(const char* a, const char* b) {
+  return first_difference<Rule>(a, b) == Rule::most;
 }
 
 }  // namespace zelvan
