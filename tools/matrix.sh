@@ -93,11 +93,10 @@ try_cell() {
   fi
   cmake --build "$dir" --target digests || return
   started=$SECONDS
-  run_digests vector_forms || return
-  forms=$(forms_run)
+  run_digests vector_forms && forms=$(forms_run) && [[ $forms ]] || return
   if [[ $forms != plain ]]; then
-    run_digests plain_forms || return
-    forms+=", $(forms_run)"
+    run_digests plain_forms && [[ $(forms_run) == plain ]] || return
+    forms+=', plain'
   fi
   printf '%s | `%s` | %s | agrees: %s | %d' "$(compiler_of)" "$flags" "$(run_by)" \
     "$forms" $((SECONDS - started)) >&3

@@ -82,6 +82,7 @@ int run(const char* form) {
   if (expected_file != nullptr) {
     std::printf("%d of %d as expected, %s\n", n_run - n_wrong, n_run, form);
   }
+  std::fflush(stdout);  // which nobody else does in WebAssembly
   return n_run == 0 || n_wrong != 0;
 }
 
