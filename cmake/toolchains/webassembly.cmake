@@ -12,7 +12,8 @@ set(CMAKE_SYSTEM_PROCESSOR wasm32)
 
 # Emscripten's linker runs programs of its own in node, which look for acorn there.
 set(ENV{NODE_PATH} /usr/share/nodejs)
-set(CMAKE_CXX_LINKER_LAUNCHER ${CMAKE_COMMAND} -E env NODE_PATH=/usr/share/nodejs)
+set(CMAKE_C_LINKER_LAUNCHER ${CMAKE_COMMAND} -E env NODE_PATH=/usr/share/nodejs)
+set(CMAKE_CXX_LINKER_LAUNCHER ${CMAKE_C_LINKER_LAUNCHER})
 
 # What is thrown is caught, and a heap that can't grow answers so instead of ending the program.
 set(CMAKE_CXX_FLAGS_INIT -fexceptions)

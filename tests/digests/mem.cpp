@@ -1,6 +1,7 @@
 #include "digests/group.h"
 #include "digests/printed.h"
 #include "mem_world.h"
+#include "support/heap.h"
 
 namespace {
 
@@ -39,6 +40,43 @@ const Group parents("mem.parents", [](Digest& digest) {
     zelvan::MemEntryFindParent(&list, &rows[1]);
     digest.expect(rows[1].parent == (at >= 8 && at < 16 ? 0 : -1));
   }
+});
+
+// A table as its caller may leave it: parents in circles or of no row, totals of any sign, owners
+// who have moved on. Every other time without a trace, and the heap refuses a list of the children.
+const Group written("mem.written", [](Digest& digest) {
+  printed = &digest;
+  zelvan::mem_sequence = 9;
+  Random random(2);
+  for (int i = 0; i < 20'000; ++i) {
+    constexpr int n = 5;
+    void* owners[n];
+    MemEntry rows[n];
+    MemPool pool = {INT_MAX, 1000};
+    MemList list = {n, n, &pool, nullptr, rows};
+    for (int k = 0; k < n; ++k) {
+      const int size = random.below(9), total = random.below(4) == 0 ? random.below(9) - 6 : size;
+      const int parent = random.below(3) == 0 ? random.below(3 * n) : -1;
+      rows[k] = {std::malloc(1), size, total, nullptr, &owners[k], 0, k + 1, parent};
+      owners[k] = parent < n && random.below(8) != 0 ? rows[k].address : nullptr;
+    }
+    void* const any = rows[random.below(n)].address;
+    mem_trace = i / 5 % 2;
+    heap::refuse(mem_trace == 0, true);
+    int found = 0;
+    if (i % 5 == 0) MemListClear(&list);
+    if (i % 5 == 1) MemFree(&list, any);
+    if (i % 5 == 2) found = MemListRemoveLargest(&list);
+    if (i % 5 == 3) found = MemListRemoveSmallest(&list);
+    if (i % 5 == 4) found = MemListRemoveOldest(&list);
+    heap::grant_all();
+    digest(found, pool.used, list.n_used);
+    for (const MemEntry& e : rows) {
+      digest(e.size, e.total_size, e.sequence, e.parent);
+      std::free(e.address);
+    }
+  }
+  mem_trace = 0;
 });
 
 }  // namespace

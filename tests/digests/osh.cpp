@@ -7,8 +7,10 @@
 #undef zelvan
 
 #include <zelvan/platform/clock.h>
+#include <zelvan/platform/comparison.h>
 
 #include "digests/group.h"
+#include "digests/printed.h"
 
 #include <algorithm>
 
@@ -44,9 +46,11 @@ std::FILE* fopen(const char* path, const char* mode) {
 
 }  // namespace machine_with_drives::platform
 
+namespace zelvan::platform {
+bool IsCharAlphaA(char c);  // whose header went into the other machine
+}
 static zelvan::platform::LocalTime now;
 void zelvan::platform::GetLocalTime(LocalTime* time) { *time = now; }
-void zelvan::platform::Sleep(std::uint64_t) {}
 
 namespace {
 
@@ -55,7 +59,7 @@ namespace {
 const Group drives("osh.drives", [](Digest& digest) {
   using namespace std::string_literals;
   using namespace machine_with_drives;
-  platform::roots = "1:\\\0C:\\\0a:\\\0b:\\\0c|\\\0e:/\0B:\\\0D:\\\0z:\\\0"s;
+  platform::roots = "C:\\\0@:\\\0a:\\\0b:\\\0c|\\\0e:/\0B:\\\0D:\\\0z:\\\0"s;
   const std::string fitting = '\\' + std::string(1020, 'x');
   char mode[] = " mode";
   for (std::string path :
@@ -84,11 +88,12 @@ const Group drives("osh.drives", [](Digest& digest) {
   digest(errno == EINVAL);
 });
 
-/// All texts of up to so many characters: letters, a dot, and what separates.
-std::vector<std::string> short_texts(std::size_t longest) {
+/// All texts of up to so many of these characters.
+std::vector<std::string> short_texts(std::size_t longest,
+                                     std::string_view characters = "a./\\\xe9") {
   std::vector<std::string> texts = {""};
   for (std::size_t i = 0; texts[i].size() < longest; ++i) {
-    for (const char c : {'a', '.', '/', '\\', '\xe9'}) texts.push_back(texts[i] + c);
+    for (const char c : characters) texts.push_back(texts[i] + c);
   }
   return texts;
 }
@@ -130,6 +135,40 @@ const Group paths("osh.paths", [](Digest& digest) {
   }
 });
 
+// The next free name counts the capitals up, over whatever stands between them.
+const Group names("osh.names", [](Digest& digest) {
+  printed = &digest;
+  for (std::string letters : short_texts(3, "AYZ@[1")) {
+    for (std::string prefix : {std::string("AA."), std::string(1022, 'x')}) {
+      for (const bool is_onto_letters : {false, true}) {
+        char result[1030] = "";
+        std::strcpy(result, (is_onto_letters ? letters : prefix).c_str());
+        existing = {prefix + letters, prefix + "AZA", prefix + "B"};
+        errno = 77;
+        const int status = utl_unique_filename(is_onto_letters ? prefix.data() : result,
+                                               is_onto_letters ? result : letters.data(), result);
+        digest(status, result, status != 0 || errno == 77);
+      }
+    }
+  }
+});
+
+// Every pair of bytes, between others that differ in case.
+const Group characters("osh.characters", [](Digest& digest) {
+  namespace platform = zelvan::platform;
+  for (int x = 0; x < 256; ++x) {
+    digest(platform::IsCharAlphaA(static_cast<char>(x)));
+    for (int y = 0; y < 256; ++y) {
+      const char a[] = {'k', static_cast<char>(x), 'Z', 0},
+                 b[] = {'K', static_cast<char>(y), 'z', 0};
+      for (const int order : {platform::_stricmp(a, b), platform::_strnicmp(a, b, 2),
+                              platform::_strnicmp(a, b, 1), platform::_strnicmp(a, nullptr, 0)}) {
+        digest(order<0, order> 0);
+      }
+    }
+  }
+});
+
 const Group services("osh.services", [](Digest& digest) {
   const char* const words[] = {"z", "\xe9", "ab", "", "Z", "a", "abc", "\x7f"};
   for (const auto& first : words) {
@@ -145,8 +184,8 @@ const Group services("osh.services", [](Digest& digest) {
     digest(osh_gethostname(name, size), name);
   }
   short parameters[10], *shared = osh_get_sys_parms();
-  osh_get_file_parms(parameters);
   shared[2] = 7;
+  osh_get_file_parms(parameters);
   osh_get_sys_parms();
   for (int i = 0; i < 10; ++i) digest(parameters[i], shared[i]);
   digest(osh_system_type(), osh_verify_file_name());
@@ -158,6 +197,9 @@ const Group services("osh.services", [](Digest& digest) {
     }
   }
   digest(osh_setenv(nullptr, nullptr));
+  printed = &digest;
+  for (std::string result : {"0", "2", "31", "32"}) digest(osh_system(1, result.data()));
+  osh_sleep(3);
 });
 
 }  // namespace

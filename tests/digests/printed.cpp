@@ -3,17 +3,18 @@
 #include <cstdarg>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 support::Digest* printed = nullptr;
 
 static int take(const char* format, std::va_list arguments) {
   if (printed == nullptr) return 0;
-  (*printed)(std::string(format));
+  (*printed)(std::string_view(format));
   for (const char* p = std::strchr(format, '%'); p != nullptr; p = std::strchr(p + 1, '%')) {
     const std::string directive(p, std::strcspn(p, "dsx") + 1);
     if (directive == "%d") (*printed)(va_arg(arguments, int));
     if (directive == "%ld") (*printed)(va_arg(arguments, long));
-    if (directive == "%s") (*printed)(std::string(va_arg(arguments, const char*)));
+    if (directive == "%s") (*printed)(std::string_view(va_arg(arguments, const char*)));
     if (directive.back() == 'x') va_arg(arguments, unsigned long long);
   }
   return 0;

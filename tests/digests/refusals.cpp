@@ -112,8 +112,8 @@ const Group colours("colour.refusals", [](Digest& digest) {
   take(digest, {[] { return size(ColorMap(2, 255)); }, [] { return size(ColorMap(2, 255, rgb)); },
                 [] { return size(ColorMap(map)); }, [] { return assigned(ColorMap(3, 255), map); },
                 [] { return size(ColorXfm(1)); }, [] { return size(ColorRWMap(1)); },
-                [] { return is_there(ColOpen(2, 255)); }, [] { return is_there(ColOpenXfm(2)); },
-                [] { return is_there(static_cast<ColorMap*>(ColNewColorMap(2, 255, rgb))); },
+                [] { return is_there(ColOpen(1, 255)); }, [] { return is_there(ColOpenXfm(1)); },
+                [] { return is_there(static_cast<ColorMap*>(ColNewColorMap(1, 255, rgb))); },
                 translate_pens});
 });
 

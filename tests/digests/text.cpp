@@ -57,9 +57,11 @@ const Group fields("text.fields", [](Digest& digest) {
   for (int i = -16104; i <= 20000; ++i) {
     std::string line;
     for (int n = -i; n > 0; n = (n - 1) / 11) line += few[(n - 1) % 11];
-    if (i > 0 && i % 4 == 0)
-      line = digits.substr(random.below(24)) +
-             std::to_string((i % 701 - 350) * (i % 32 == 0 ? 9 : 1)) + ' ';
+    if (i > 0 && i % 4 == 0) {
+      const int exponent = i % 8 == 0 ? i % 53 - 26 : (i % 701 - 350) * (i % 32 == 4 ? 9 : 1);
+      line.assign(i % 3 != 0, '-');
+      line += digits.substr(random.below(24)) + std::to_string(exponent) + ' ';
+    }
     for (int n = i > 0 ? random.below(16) : 0; n > 0; --n) {
       const char c = more[random.below(more.size())];
       const int length = random.below(99) == 0 ? 1595 : random.below(4) == 0 ? 25 : 4;
@@ -73,6 +75,13 @@ const Group fields("text.fields", [](Digest& digest) {
     take_tokens(digest, line, i % 3 == 0 ? "" : i % 3 == 1 ? " .\"" : "x\\");
     str_lower_string(line.data());
     digest(line);
+  }
+  // Strings about as long as may be, with what may mean more at each place ahead of their end.
+  for (int i = 0; i < 4 * 80; ++i) {
+    std::string line(i % 4 == 0 ? 1650 : 1599 + i % 4, 'x');
+    line[0] = "\"$"[i / 4 % 2];
+    line[1520 + i / 4] = "$\\"[i % 3 == 0];
+    take_fields(digest, line);
   }
 });
 

@@ -68,11 +68,11 @@ const Group tables("var.tables", [](Digest& digest) {
   }
 });
 
-// Names of 5 to 45 bytes that begin alike, in capitals too, with what is around the letters, and
-// with a letter more.
+// Names of 5 to 45 bytes that begin alike, in capitals too, with what is around the letters or
+// one but for its highest bit, and with a letter more.
 const Group alike("var.alike", [](Digest& digest) {
   std::vector<std::string> names;
-  for (std::string stem = "abcd"; stem.size() < 45; stem += "e[`zA"[stem.size() % 5]) {
+  for (std::string stem = "abcd"; stem.size() < 45; stem += "e\xC1[`zA"[stem.size() % 6]) {
     for (const char* last : {"x", "Y", "z!"}) names.push_back(stem + last);
   }
   std::vector<VarNameValue> table;

@@ -1,8 +1,9 @@
-"""The worked example of a guide page: its only block of C++ with a `main`, and the text block
-that follows, which is what the example prints.
+"""The worked example of a guide page: its only block of a language that is a whole program, and the
+text block that follows, which is what the example prints. PAGE is a file, of a language other than
+C++ with its name: page.md#c, page.md#python.
 
     guide_example.py extract PAGE FILE     writes the example to FILE
-    guide_example.py run PAGE PROGRAM      runs PROGRAM in an empty folder, compares its output
+    guide_example.py run PAGE PROGRAM...   runs PROGRAM in an empty folder, compares its output
 """
 
 import re
@@ -10,12 +11,17 @@ import subprocess
 import sys
 import tempfile
 
+WHOLE_PROGRAM = {"cpp": "int main(", "c": "int main(", "python": "import "}
+
 
 def example_of(page):
-    text = open(page, encoding="utf-8").read()
+    path, _, language = page.partition("#")
+    language = language or "cpp"
+    text = open(path, encoding="utf-8").read()
     found = [match for match in
-             re.finditer(r"^```cpp\n(.*?)^```\n(.*?)^```text\n(.*?)^```$", text, re.S | re.M)
-             if "int main(" in match[1] and "```" not in match[2]]
+             re.finditer(rf"^```{language}\n(.*?)^```\n(.*?)^```text\n(.*?)^```$", text,
+                         re.S | re.M)
+             if WHOLE_PROGRAM[language] in match[1] and "```" not in match[2]]
     if len(found) != 1:
         sys.exit(f"{page}: {len(found)} examples with the output that they print, 1 is meant")
     return found[0][1], found[0][3]

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # consumers.sh SOURCE BUILD COMPILER WORK: installs the built library, moves the installed tree,
-# and builds and runs the same consumer through find_package, pkg-config and add_subdirectory.
+# and builds and runs the same consumer through find_package, pkg-config and add_subdirectory, and a
+# program of a project in C.
 set -euo pipefail
 source=$1 build=$2 compiler=$3 work=$4
 here=$source/tests/install
@@ -22,7 +23,8 @@ says_ok() {
 
 # configure_and_build SOURCE BUILD ARGUMENT...
 configure_and_build() {
-  cmake -G Ninja -S "$1" -B "$2" -DCMAKE_CXX_COMPILER="$compiler" "${@:3}" >"$2.log" 2>&1 &&
+  cmake -G Ninja -S "$1" -B "$2" -DCMAKE_CXX_COMPILER="$compiler" --no-warn-unused-cli \
+    "${@:3}" >"$2.log" 2>&1 &&
     cmake --build "$2" >>"$2.log" 2>&1 || {
     cat "$2.log" >&2
     fail "$1 did not build"
@@ -34,6 +36,15 @@ mv "$work/first" "$work/moved"
 
 configure_and_build "$here/consumer" "$work/find_package" -DCMAKE_PREFIX_PATH="$work/moved"
 says_ok find_package "$work/find_package/consumer"
+
+guide_example() {
+  python3 "$source/tests/guide/guide_example.py" "$1" "$source/docs/other_languages.md#c" "$2"
+}
+guide_example extract "$work/program.c"
+configure_and_build "$here/in_c" "$work/in_c" -DCMAKE_PREFIX_PATH="$work/moved" \
+  -DPROGRAM="$work/program.c"
+guide_example run "$work/in_c/program" || fail "find_package, in C: the program failed"
+echo "find_package, in C: ok"
 
 pc=$(find "$work/moved" -name zelvan.pc)
 export PKG_CONFIG_PATH=${pc%/*}

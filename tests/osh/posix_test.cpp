@@ -1,8 +1,9 @@
+// What only POSIX has: names of any length, other users.
+#include <zelvan/osh/file_access.h>
 #include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
 
 #include <cstdlib>
-#include <cwchar>
 #include <memory>
 #include <tuple>
 #include <vector>
@@ -12,19 +13,6 @@
 #include <support/guarded_array.h>
 #include <unistd.h>
 
-// A character set with two-byte characters from 0x81 on, and with 0xff for no character. The
-// linker puts it in the place of the locale's own.
-std::size_t decode(wchar_t*, const char*, std::size_t, mbstate_t*) asm("__wrap_mbrtowc");
-std::size_t decode(wchar_t*, const char* text, std::size_t count, mbstate_t* state) {
-  const auto byte = static_cast<unsigned char>(*text);
-  const bool is_usable = std::exchange(state->__count, byte == 0xff) == 0;
-  return !is_usable || byte == 0xff ? -1 : byte < 0x81 ? 1 : count < 2 ? -2 : 2;
-}
-
-std::uint64_t slept;
-void sleep(std::uint64_t) asm("__wrap_" SLEEP);
-void sleep(std::uint64_t milliseconds) { slept = milliseconds; }
-
 namespace {
 
 using Text = support::GuardedArray<char>;
@@ -32,19 +20,6 @@ using Text = support::GuardedArray<char>;
 std::string absolute(const std::string& path) {
   const std::unique_ptr<char, void (*)(void*)> text(osh_find_exec_path(given(path)), std::free);
   return text.get();
-}
-
-TEST(SystemServices, SleepInSeconds) { EXPECT_EQ((osh_sleep(5'000'000), slept), 5'000'000'000u); }
-
-TEST(Paths, HaveNoSeparatorInsideACharacter) {
-  const std::pair<std::string, std::string> rows[] = {{"a\\b\x81\\c", "a|b\x81\\c"},
-                                                      {"a\\\xff/\x81", "a\\\xff|\x81"},
-                                                      {"a/\xff\x81\\", "a|\xff\x81\\"}};
-  for (auto [path, split] : rows) {
-    char file[9];
-    EXPECT_EQ(osh_truncate_path(path.data(), path.data(), file), 1);
-    EXPECT_EQ(path.c_str() + std::string("|") + file, split);
-  }
 }
 
 TEST(Paths, HaveOneFormEachAndAreNeverCut) {
@@ -70,8 +45,19 @@ TEST(Paths, HaveOneFormEachAndAreNeverCut) {
 TEST(Paths, EndWhereTheCurrentDirectoryDoes) {
   World world;
   char text[1024];
-  if (geteuid() == 0) {  // the directory lies outside the root
-    EXPECT_EXIT(_exit(chroot("/proc") + osh_get_working_dir(text)), testing::ExitedWithCode(0), "");
+  if (geteuid() == 0) {  // who can be another user, and have another root
+    fs::permissions("dir", fs::perms::owner_all);
+    fs::permissions(".", fs::perms::all);
+    fs::permissions("empty", fs::perms{0333});
+    const testing::ExitedWithCode is_right(0);
+    EXPECT_EXIT(
+        _exit(seteuid(65534) + osh_file_exists("dir/inner"_c) + !osh_chmod("plain"_c, 0222) +
+              osh_copyfile("plain"_c, "other"_c) + !osh_copyfile("empty/new"_c, "plain"_c)),
+        is_right, "");
+    EXPECT_EXIT(_exit(chroot(".") + !osh_copyfile("/new"_c, "/plain"_c)), is_right, "");
+    EXPECT_EXIT(
+        _exit(chroot("/proc") + osh_get_working_dir(text) + (osh_GetFontFileList() != nullptr)),
+        is_right, "");
   }
   for (const std::size_t length : {1023, 1024}) {
     std::string path = world.path;

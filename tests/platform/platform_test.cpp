@@ -1,60 +1,75 @@
 #include <zelvan/platform/clock.h>
-#include <zelvan/platform/comparison.h>
-#include <zelvan/platform/drives.h>
-#include <zelvan/platform/locale.h>
+#include <zelvan/platform/sockets.h>
 
 #include "support/system.h"
 
 #include <chrono>
+#include <ctime>
+#include <string>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using namespace zelvan::platform;
-using zelvan::platform::_stricmp, zelvan::platform::_strnicmp;  // not the runtime's
+namespace platform = zelvan::platform;
+using namespace std::chrono;
 
-// Every pair of bytes, between others that differ in case.
-TEST(Comparison, IgnoresTheCaseOfAsciiLettersAndNothingElse) {
-  const auto small = [](int c) { return c >= 'A' && c <= 'Z' ? c | 0x20 : c; };
-  for (int x = 0; x < 256; ++x) {
-    EXPECT_EQ(IsCharAlphaA(static_cast<char>(x)), small(x) >= 'a' && small(x) <= 'z');
-    for (int y = 0; y < 256; ++y) {
-      const char a[] = {'k', static_cast<char>(x), 'Z', 0},
-                 b[] = {'K', static_cast<char>(y), 'z', 0};
-      const auto expected = small(x) <=> small(y);
-      ASSERT_TRUE((_stricmp(a, b) <=> 0) == expected && (_strnicmp(a, b, 2) <=> 0) == expected &&
-                  _strnicmp(a, b, 1) == 0)
-          << x << ' ' << y;
-    }
-  }
-  EXPECT_EQ(_strnicmp(nullptr, nullptr, 0), 0);
-}
-
+// The system of POSIX takes the zone from the environment.
 TEST(GetLocalTime, FollowsTheTimeZone) {
-  using namespace std::chrono;
-  for (const int wanted : {12, -12}) {
-    const int offset = support::set_time_zone(wanted);
-    const std::time_t earliest = std::time(nullptr);
-    LocalTime now;
-    GetLocalTime(&now);
-    const auto told = sys_days(year(now.year) / now.month / now.day) + hours(now.hour - offset) +
-                      minutes(now.minute) + seconds(now.second);
-    EXPECT_LE(earliest, system_clock::to_time_t(told));
-    EXPECT_GE(std::time(nullptr), system_clock::to_time_t(told));
+  for (const char* zone : {"HERE-12", "HERE12"}) {
+    if (support::is_posix) support::set_environment("TZ", zone);
+    std::time_t second;
+    platform::LocalTime now;
+    do {
+      second = std::time(nullptr);
+      platform::GetLocalTime(&now);
+    } while (second != std::time(nullptr));
+    const std::tm there = *std::localtime(&second);
+    EXPECT_TRUE(now.year == there.tm_year + 1900 && now.month == there.tm_mon + 1 &&
+                now.day == there.tm_mday && now.hour == there.tm_hour &&
+                now.minute == there.tm_min && now.second == there.tm_sec);
   }
 }
 
-// The rest of a locale's names is seen by what texts are split into.
-TEST(Locale, TellsTheLanguageOfTheUserAlone) {
-  support::set_environment("LC_ALL", "zA@x");
-  const std::string system = support::language();
-  char language[4] = "#";
-  EXPECT_EQ(GetLocaleInfoA(0x401, 0x59, language, 3) + GetLocaleInfoA(0x400, 0x58, language, 3) +
-                GetLocaleInfoA(0x400, 0x59, language, 2) + *language,
-            '#');
-  EXPECT_EQ(GetLocaleInfoA(0x400, 0x59, language, 3), 3);
-  EXPECT_EQ(language, system.empty() ? "za" : system);
+TEST(Sleep, IsNeverTooShort) {
+  for (const int time : {0, 1, 2, 3, 5, 8, 13, 21, 999}) {
+    const auto end = steady_clock::now() + milliseconds(time);
+    platform::Sleep(static_cast<std::uint64_t>(time));
+    EXPECT_GE(steady_clock::now(), end);
+  }
+}
+
+TEST(Sockets, MeetNobodyWhereNobodyIs) {
+  EXPECT_EQ(platform::WSAStartup(), 0);
+  platform::SocketAddress address{};
+  const int ends[] = {platform::socket(), platform::socket()};
+  EXPECT_EQ(platform::bind(ends[0], address) + platform::getsockname(ends[0], &address), 0);
+  for (const int end : ends) {  // the first meets itself
+    EXPECT_EQ(platform::connect(end, {{127, 0, 0, 1}, address.port}), -1);
+    platform::closesocket(end);
+    EXPECT_EQ(platform::select(end), -1);
+    EXPECT_EQ(platform::getsockname(end, &address), -1);
+  }
+  const int others[] = {platform::socket(), platform::socket()};  // meet on one port
+  EXPECT_EQ(platform::bind(others[0], {{127, 0, 0, 2}, 0}), 0);
+  EXPECT_EQ(platform::getsockname(others[0], &address), 0);
+  EXPECT_EQ(platform::listen(others[0], 1) + platform::select(others[0]), 0);
+  EXPECT_EQ(platform::bind(others[1], {{127, 0, 0, 1}, address.port}), 0);
+  EXPECT_EQ(platform::connect(others[1], address), 0);
+  for (const int end : others) platform::closesocket(end);
+}
+
+TEST(Sockets, HaveNamesAndAddresses) {
+  EXPECT_EQ(platform::WSAStartup(), 0);
+  platform::SocketAddress address{};
+  EXPECT_EQ(platform::gethostbyname("localhost", &address), 1);
+  EXPECT_EQ(address.host[0] + address.host[3], 128);
+  EXPECT_EQ(platform::gethostbyname(std::string(300, 'x').c_str(), &address), 0);
+  char whole[300], cut[] = "~~~~";
+  EXPECT_EQ(platform::gethostname(whole, 300) + platform::gethostname(cut, 2), 0);
+  EXPECT_EQ(std::string(cut, 3), std::string(whole, 1) + '\0' + '~');
+  EXPECT_EQ(platform::htons(0x102), platform::ntohs(0x102));
+  EXPECT_EQ(platform::htons(0x102), 0x201);
 }
 
 }  // namespace

@@ -1,21 +1,35 @@
 // Whichever system call fails, nothing is lost, nothing is left behind, and the result tells.
 
-#include <zelvan/osh/file_access.h>
-#include <zelvan/osh/paths.h>
+#include <zelvan/platform/clock.h>
 #include <zelvan/platform/environment.h>
 #include <zelvan/platform/files.h>
-#include <zelvan/platform/fonts.h>
 #include <zelvan/platform/processes.h>
 #include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/connection.h>
+#include <zelvan/wipc/detail/heap_text.h>
+#include <zelvan/zelvan.h>
 
+#include <chrono>
+#include <cwchar>
 #include <set>
 #include <sstream>
 
+#include <logger/inside.h>
 #include <osh/world.h>
 #include <support/posix/failing_calls.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+// A character set with two-byte characters from 0x81 on, and with 0xff for no character.
+extern "C" std::size_t __wrap_mbrtowc(wchar_t*, const char* text, std::size_t count,
+                                      std::mbstate_t* state) {
+  const auto byte = static_cast<unsigned char>(*text);
+  const bool is_usable = std::exchange(state->__count, byte == 0xff) == 0;
+  return !is_usable || byte == 0xff ? -1 : byte < 0x81 ? 1 : count < 2 ? -2 : 2;
+}
+
+extern std::vector<std::string> played_folders;  // of fonts: see fonts_test.cpp
 
 namespace {
 
@@ -41,9 +55,11 @@ std::set<std::string> everything() {
   return all;
 }
 
-/// Runs an operation with each of its calls failing, for several reasons, and interrupted. Done, it
-/// makes this `change` of all that there is; a failure makes none, or one that begins with `left`.
-/// `standing` fail in every run.
+/// Runs an operation with each of its calls failing, for several reasons, and interrupted, and then
+/// with each of its requests refused by the heap, alone and with all behind it. Done, it makes this
+/// `change` of all that there is; a failure makes none, or one that begins with `left`. `calls` are
+/// the names of those that it makes, each followed by a mark for every time that it is made: `!` if
+/// its failure makes the result false, else `.`. `standing` fail in every run.
 void expect(const Operation& operation, const std::string& change, const std::string& calls,
             const Failures& standing = {}, const std::string& left = "#", bool tells_why = true) {
   SCOPED_TRACE(calls);
@@ -51,8 +67,8 @@ void expect(const Operation& operation, const std::string& change, const std::st
     World world;
     const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // a later look doesn't change them
     utimensat(AT_FDCWD, "plain", times, 0);
-    chmod("plain", 04664);
-    EXPECT_EQ((geteuid() == 0 ? chown("other", 12, 34) : 0) + chmod("other", 0606), 0);
+    chmod("plain", 04775);
+    EXPECT_EQ((geteuid() == 0 ? chown("other", 12, 34) : 0) + chmod("other", 04606), 0);
     const std::set<std::string> before = everything();
     const int descriptors = support::open_descriptors();
     planted.insert(planted.end(), standing.begin(), standing.end());
@@ -76,8 +92,23 @@ void expect(const Operation& operation, const std::string& change, const std::st
   EXPECT_TRUE(run(0, {}, true));
   run(ENOSPC, {{"write", 4, ENOSPC}}, true);
   for (const int why : tells_why ? std::vector{EIO, EMFILE, EACCES, ENOSPC} : std::vector{EIO}) {
-    const auto fail = [&](const Failures& planted) { return run(why, planted, false); };
-    EXPECT_EQ(support::fail_each_call(why, fail), calls);
+    std::string outcome = run(0, {}, false) ? "" : "failed";
+    const std::vector<int> made(std::begin(support::calls_made), std::end(support::calls_made));
+    for (std::size_t call = 0; call < support::call_names.size(); ++call) {
+      const std::string& name = support::call_names[call];
+      if (made[call] != 0) outcome += (outcome.empty() ? "" : " ") + name;
+      for (int nth = 1; nth <= made[call]; ++nth) {
+        outcome += run(why, {{name, nth, why}}, false) ? '.' : '!';
+      }
+    }
+    EXPECT_EQ(outcome, calls);
+  }
+  for (const int step : {1, -1}) {
+    int request = 0;
+    do {
+      support::refused_request = request += step;
+      run(ENOMEM, {}, false);
+    } while (support::refused_request != 0);
   }
 }
 
@@ -89,24 +120,24 @@ Operation move(char* from, char* to) {
 }
 
 TEST(SystemCalls, LeaveFilesWhole) {
-  const auto mask = umask(027);
-  const std::string moved = "-plain 4664 12345 old\n+new 4664 12345 old\n";
-  const std::string moved_without_its_user = "-plain 4664 12345 old\n+new 664 12345 old\n";
+  const auto mask = umask(07);
+  const std::string moved = "-plain 4775 12345 old\n+new 4775 12345 old\n";
+  const std::string moved_without_its_user = "-plain 4775 12345 old\n+new 775 12345 old\n";
   const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
-  expect(copy("other"_c), "-other 606 abc" + whose + "+other 606 12345" + whose,
+  expect(copy("other"_c), "-other 4606 abc" + whose + "+other 606 12345" + whose,
          "open!! openat! read!! write! stat! lstat! fstat.! faccessat!! realpath! fchmod! fchown. "
          "fsync! renameat! close!..",
-         {}, "-other 606 abc" + whose + "+other 606 12345\n");
-  expect(copy("new"_c), "+new 640 12345\n",
+         {}, "-other 4606 abc" + whose + "+other 606 12345\n");
+  expect(copy("new"_c), "+new 770 12345\n",
          "open!! openat! read!! write! lstat! fstat.! faccessat! renameat! close!..");
   expect(move("plain"_c, "new"_c), moved, "faccessat! renameat2!");
   // A file system that knows no flags, and then another one than that of the file.
   expect(move("plain"_c, "new"_c), moved, "fstatat! faccessat! linkat! renameat2! unlinkat!",
          {{"renameat2", 0, EINVAL}});
-  expect(move("dir"_c, "new"_c), "-dir 750 \n-dir/inner 750 \n+new 750 \n+new/inner 750 \n",
+  expect(move("dir"_c, "new"_c), "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n",
          "fstatat! faccessat! renameat! renameat2! mkdirat!", {{"renameat2", 0, ENOSYS}});
-  const std::string by_copy = "open!! openat! read!! write! lstat! fstat.! faccessat! fchmod! ",
-                    kept = " futimens! fsync! renameat2!! unlink! close!..";
+  const std::string by_copy = "open!! openat! read!! write! lstat! fstat.! faccessat! fchmod! ";
+  const std::string kept = " futimens! fsync! renameat2!! unlink! close!..";
   expect(move("plain"_c, "new"_c), moved, by_copy + "fchown." + kept, {{"renameat2", 1, EXDEV}},
          moved_without_its_user);
   expect(move("plain"_c, "new"_c), moved_without_its_user, by_copy + "fchown.." + kept,
@@ -122,21 +153,55 @@ TEST(SystemCalls, LeaveFilesWhole) {
     std::FILE* fp = osh_fopen_text("link"_c, "a"_c);
     return fp != nullptr && osh_fclose(fp) == 0 && osh_rmdir("empty"_c) == 1 &&
            osh_mkdir("empty/"_c) == 1 && osh_chmod("other"_c, 0) == 1 &&
-           osh_unlink("plain"_c) == 0 && osh_file_exists("link"_c) == 0 &&
-           osh_filesize("other"_c) == 3 && osh_get_working_dir(text) == 1 &&
-           platform::find_font_files({"dir"}, 9).empty();
+           osh_file_access("other"_c, 1) == 1 && osh_file_access("other"_c, 2) == 0 &&
+           osh_chmod("other"_c, 0222) == 1 && osh_unlink("plain"_c) == 0 &&
+           osh_file_exists("link"_c) == 0 && osh_filesize("other"_c) == 3 &&
+           osh_get_working_dir(text) == 1 && osh_setenv("ZELVAN"_c, "7"_c) == 0;
   };
-  expect(many,
-         "-other 606 abc" + whose + "-plain 4664 12345 old\n+new 600 12345\n+other 404 abc" + whose,
-         "open!!.. fopen! read! write! lseek! stat..! lstat! fstat.!..!.. fstatat. faccessat..!!.! "
-         "getcwd! chmod! unlink! mkdir! rmdir! fdopendir.. readdir....... close!.",
-         {}, "");
+  expect(
+      many,
+      "-other 4606 abc" + whose + "-plain 4775 12345 old\n+new 620 12345\n+other 4604 abc" + whose,
+      "open!! fopen! read! write! lseek! stat..!!.! lstat! fstat.!..! faccessat..!!.!!.! getcwd! "
+      "chmod!! unlink! mkdir! rmdir! close!.",
+      {}, "");
+  const auto prefix = [] {
+    std::string text = "old";
+    text.swap(LoggerInside::prefix);
+    Logger(nullptr).setFilePrefix("a prefix too long to be kept in place");
+    text.swap(LoggerInside::prefix);
+    EXPECT_TRUE(text == "old" || text.size() == 37);
+    return text != "old";
+  };
+  expect(prefix, "", "", {}, "#", false);
+  const auto date = [] {
+    char* text = nullptr;
+    (Logger(nullptr).*LoggerInside::date)("%Y", &text);
+    return zelvan::HeapText(text) != nullptr;
+  };
+  expect(date, "", "", {}, "#", false);
+  const auto path = [] {
+    const zelvan::HeapText absolute(osh_find_exec_path("new"_c));
+    return absolute != nullptr && *absolute == '/';
+  };
+  expect(path, "", "getcwd!!", {}, "#", false);
+  const support::TemporaryFolder folder;
+  put("a.ttf"), put("b/c.ttc");
+  played_folders = {"missing", folder.path};
+  const auto fonts = [] {
+    int count = 7;
+    char** list = osh_GetFontFileListCount(&count);
+    EXPECT_EQ(list == nullptr, count == 7);
+    if (list != nullptr) osh_FreeFontFileList(&list);
+    return count == 2 || !support::interrupts;
+  };
+  expect(fonts, "", "open... fstat.. fstatat..... fdopendir.. readdir.........");
   umask(mask);
 }
 
 TEST(SystemCalls, RefuseWithAReason) {
   World world;
-  mkfifo("pipe", 0600);
+  mkfifo("pipe", 0400);
+  chmod("empty", 0555);
   const std::set<std::string> before = everything();
   const auto refuses = [&](int why, const Operation& operation, const Failures& failures = {}) {
     errno = 0;
@@ -152,15 +217,36 @@ TEST(SystemCalls, RefuseWithAReason) {
   refuses(EXDEV, move("link"_c, "new"_c), {{"renameat2", 1, EXDEV}});
   refuses(EINVAL, [] { return osh_copyfile("new"_c, "pipe"_c) != 0; });
   refuses(EINVAL, copy("pipe"_c));
+  refuses(ENOSPC, copy("new"_c), {{"write", 1, ENOSPC}, {"close", 0, EIO}});
+  refuses(EISDIR, [] { return osh_open_text("empty"_c, osh_open_write_only, 0) >= 0; });
   refuses(EINVAL, [] { return osh_lseek(0, 0, 3) > 0; });
   refuses(EINVAL, [] { return platform::_putenv("ZELVAN") == 0; });
   EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
+  const Operation has_no_size = [] { return osh_filesize("plain"_c) == -1; };
+  EXPECT_TRUE(support::run_failing(has_no_size, {{"fstat", 2, EIO}}));
+  EXPECT_EQ(osh_unlink("pipe"_c), 0);
 
   // A draft that can't be taken away is nobody else's to read, and the next one has another name.
   const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
-  EXPECT_FALSE(support::run_failing(copy("other"_c), {{"write", 1, EIO}, {"unlinkat", 1, EIO}}));
+  EXPECT_FALSE(support::run_failing(copy("other"_c), {{"write", 1, EIO}, {"unlinkat", 1, EPERM}}));
+  EXPECT_EQ(errno, EIO);
   EXPECT_EQ(fs::status(draft).permissions(), fs::perms{0600});
   EXPECT_TRUE(copy("other"_c)() && content("other") == "12345" && content(draft).empty());
+  EXPECT_FALSE(
+      support::run_failing(move("plain"_c, "new"_c),
+                           {{"renameat2", 1, EXDEV}, {"unlink", 1, EPERM}, {"unlink", 2, EIO}}));
+  EXPECT_EQ(errno, EPERM);
+}
+
+TEST(SystemCalls, HaveNoSeparatorInsideACharacter) {
+  const std::pair<std::string, std::string> rows[] = {{"a\\b\x81\\c", "a|b\x81\\c"},
+                                                      {"a\\\xff/\x81", "a\\\xff|\x81"},
+                                                      {"a/\xff\x81\\", "a|\xff\x81\\"}};
+  for (auto [path, split] : rows) {
+    char file[9];
+    EXPECT_EQ(osh_truncate_path(path.data(), path.data(), file), 1);
+    EXPECT_EQ(path.c_str() + std::string("|") + file, split);
+  }
 }
 
 TEST(SystemCalls, StartAProgramOrTellWhyNot) {
@@ -170,28 +256,47 @@ TEST(SystemCalls, StartAProgramOrTellWhyNot) {
   };
   starts([] { return platform::CreateProcessA("touch new") == 1; },
          "read. stat! access! pipe2! fork!! dup3! setsid. execve!");
-  starts([] { return platform::WinExec("touch new") > 31; },
+  starts([] { return osh_system(0, "touch new"_c) == 0; },
          "read. stat. access. pipe2! fork!! dup3! execve!");
-  starts([] { return platform::WinExec("exec touch new") > 31; },
+  starts([] { return osh_system(1, "exec touch new"_c) == 0; },
          "read. stat. pipe2! fork!! dup3! execve! fcntl.");
   const std::pair<int, int> results[] = {{EACCES, 5}, {EPERM, 5},    {EAGAIN, 8},
                                          {EMFILE, 8}, {ENFILE, 8},   {ENOMEM, 8},
                                          {E2BIG, 8},  {ENOEXEC, 11}, {EIO, 2}};
-  for (const auto& row : results) {
-    const auto told = [&] { return platform::WinExec("true") == row.second; };
-    EXPECT_TRUE(support::run_failing(told, {{"fork", 2, row.first}})) << row.first;
-    EXPECT_TRUE(support::run_failing(told, {{"execve", 1, row.first}})) << row.first;
+  for (const auto& [why, result] : results) {
+    for (const support::Failure& failure :
+         {support::Failure{"fork", 2, why}, support::Failure{"execve", 1, why}}) {
+      const auto told = [result = result] { return osh_system(1, "true"_c) == result; };
+      EXPECT_TRUE(support::run_failing(told, {failure, {"read", 1, EINTR}})) << why;
+    }
   }
+  support::refused_request = 1;
+  EXPECT_TRUE(support::run_failing([] { return osh_system(1, "a long command"_c) == 8; }, {}));
+  support::refused_request = 0;
+  unsetenv("PATH");  // which has a value for shells then, and none for sessions
+  EXPECT_EQ(platform::CreateProcessA("true"), 1);
+  EXPECT_EQ(zelvan::wipc_find_module("sh"), nullptr);
+}
+
+TEST(SystemCalls, KeepAPauseWhole) {
+  const auto pauses = [] {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(999);
+    platform::Sleep(999);  // over the next full second, mostly
+    return std::chrono::steady_clock::now() >= end;
+  };
+  EXPECT_TRUE(support::run_failing(pauses, {}, true));
 }
 
 // A program at both ends: what it sends waits at the other one until it is fetched.
 TEST(SystemCalls, KeepAConversationWhole) {
-  const auto talk = [](bool is_answered) {
+  const auto talk = [](bool is_answered, bool may_meet) {
     platform::SocketAddress address{{127, 0, 0, 1}, 0};
     const int door = platform::socket(), near = platform::socket();
     bool done = platform::bind(door, address) == 0 && platform::getsockname(door, &address) == 0 &&
                 (!is_answered || platform::listen(door, 1) == 0) &&
-                platform::connect(near, address) == 0 && platform::select(door) == 1;
+                platform::connect(near, address) == 0;
+    EXPECT_TRUE(may_meet || !done);
+    done = done && platform::select(door) == 1;
     const int far = done ? platform::accept(door) : -1;
     done = far >= 0 && platform::send(near, "to you", 6) == 6;
     char text[99] = "";
@@ -203,12 +308,18 @@ TEST(SystemCalls, KeepAConversationWhole) {
     for (const int end : {door, near, far}) platform::closesocket(end);
     return done;
   };
-  EXPECT_FALSE(support::run_failing([&] { return talk(false); }, {}, true));
+  const auto meets = [&] { return talk(true, true); };
   expect(
-      [&] { return talk(true); }, "",
+      meets, "",
       "socket!! setsockopt.. bind! getsockname!. getpeername. listen! accept4! poll! send! recv! "
       "gethostname! gethostbyname_r! close... connect!",
       {}, "#", false);
+  EXPECT_TRUE(support::run_failing(meets, {{"gethostbyname_r", 1, ERANGE}})) << "in more room";
+  // How an interrupted connection ends shows later, if it can be asked.
+  EXPECT_FALSE(support::run_failing([&] { return talk(false, false); }, {}, true));
+  for (const char* call : {"poll", "getsockopt"}) {
+    EXPECT_FALSE(support::run_failing([&] { return talk(true, false); }, {{call, 1, EIO}}, true));
+  }
 }
 
 }  // namespace

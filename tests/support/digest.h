@@ -42,6 +42,12 @@ class Digest {
     std::fputs(line, stdout);
   }
 
+  static void tell_value(std::uint64_t value) {
+    char text[22];
+    std::snprintf(text, sizeof text, "%llu ", static_cast<unsigned long long>(value));
+    std::fputs(text, stdout);
+  }
+
   template <class Result>
   void add(const Result& result) {
     if constexpr (std::is_floating_point_v<Result>) {
@@ -70,7 +76,7 @@ class Digest {
 
   // No step loses anything, so that a difference stays one. With `every` 1 each value is printed.
   void mix(std::uint64_t v) {
-    if (every_ == 1) std::fputs((std::to_string(v) + ' ').c_str(), stdout);
+    if (every_ == 1) tell_value(v);
     value_ = (value_ ^ v) * 0x9E3779B97F4A7C15;
     value_ ^= value_ >> 32;
   }

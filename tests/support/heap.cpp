@@ -1,6 +1,7 @@
 #include "support/heap.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <iterator>
 #include <new>
@@ -22,7 +23,9 @@ void *blocks[10000], **end = blocks;
 bool refuses(std::size_t size) {
   if (is_counting) ++n_requests;
   const bool is_reached = refused != 0 && n_requests >= refused && is_counting;
-  return size > most || (is_reached && (n_requests == refused || is_for_good));
+  const bool refuses = size > most || (is_reached && (n_requests == refused || is_for_good));
+  if (refuses) errno = ENOMEM;
+  return refuses;
 }
 
 void* noted(void* block) {

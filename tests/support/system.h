@@ -10,21 +10,27 @@
 
 namespace support {
 
-/// Where temporary folders are made: in memory where there is some, as tests ask much of a disk.
-std::filesystem::path parent_of_folders();
+/// Has the system the calls and the names of POSIX?
+inline const bool is_posix = std::filesystem::path::preferred_separator == '/';
 
 /// An empty folder, which is the current one meanwhile and goes with all that is in it, what is
 /// read-only included.
 class TemporaryFolder {
-  static std::string make() {  // others may have left folders of such names
-    static int number = 0;
-    const std::string start = (parent_of_folders() / "zelvan-").string();
-    while (!std::filesystem::create_directory(start + std::to_string(++number))) continue;
+  static std::string make(bool in_memory) {
+    namespace fs = std::filesystem;
+    const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
+    const std::string start = (fs::canonical(parent) / "zelvan-").string();
+    static int number = 0;  // others may have left folders of such names
+    while (!fs::create_directory(start + std::to_string(++number))) continue;
     return start + std::to_string(number);
   }
 
  public:
-  TemporaryFolder() { std::filesystem::current_path(path); }
+  /// Where there is memory for it, that is fast, but not every system runs programs from there.
+  explicit TemporaryFolder(bool in_memory = is_posix && std::filesystem::exists("/dev/shm"))
+      : path(make(in_memory)) {
+    std::filesystem::current_path(path);
+  }
   TemporaryFolder(const TemporaryFolder&) = delete;
   ~TemporaryFolder() {
     namespace fs = std::filesystem;
@@ -39,20 +45,11 @@ class TemporaryFolder {
   }
 
   /// Absolute, as the system itself writes it, without a separator at its end.
-  const std::string path = make();
+  const std::string path;
 };
-
-/// Makes a symbolic link. False where there are none, or not for this user.
-bool make_link(const char* target, const char* name);
-
-/// Takes the permission to write a directory from everybody. False where files alone have it.
-bool make_read_only(const char* directory);
 
 /// How many descriptors or handles of any kind the process holds.
 int open_descriptors();
-
-/// How many bytes of its heap are in use, its own caches included.
-std::size_t heap_in_use();
 
 /// Would a program that is started now get this descriptor?
 bool is_inherited(int fd);
@@ -60,15 +57,9 @@ bool is_inherited(int fd);
 /// Sets a variable of the environment, or with a null value removes it.
 void set_environment(const char* name, const char* value);
 
-/// Sets the time zone to so many hours east where the environment names it. Gives the one in force.
-int set_time_zone(int hours_east);
-
 /// The language of the user in two letters where the system has one; empty where the
 /// environment names it.
 std::string language();
-
-/// What the library's log files are called by default.
-extern const char* const log_prefix;
 
 /// The path of the running test program.
 std::string own_path();

@@ -30,7 +30,7 @@ TEST(Tokenize, CutsAtDelimiters) {
 
 TEST(GlyphTokenize, CutsByTheLanguage) {
   const std::u16string text = u"“漢ab, cd.3.5 字 x\x7F\x80\U0001F600";
-  const char* const locales[][3] = {{"", "zh", "de"},   {"", "", "ja_JP.UTF-8@x"},
+  const char* const locales[][3] = {{"", "zh", "de"},   {"", "", "jA_JP.UTF-8@x"},
                                     {"ZH_TW", "C", ""}, {"jv_ID.UTF-8", "ja", "ja"},
                                     {"jam_JM", "", ""}, {"", "", ""}};
   for (const auto& locale : locales) {  // of each, the first that is not empty rules

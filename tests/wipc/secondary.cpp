@@ -24,24 +24,29 @@ int main(int argc, char** argv) {
   }
 }
 
-TEST(Processes, TalkUntilOneDies) {
+TEST(Processes, TalkUntilTheSessionEndsOrOneDies) {
+  char host[] = "localhost", text[4002];
+  EXPECT_EQ(wipc_open_session(host, std::string("zelvan-none-such").data()), nullptr);
   const int descriptors = support::open_descriptors();
-  char text[4002] = "localhost";
-  void* session = wipc_open_session(text, support::own_path().data());
-  ASSERT_NE(session, nullptr) << wipc_last_error();
-  EXPECT_EQ(wipc_read(session, text, 4002), 9);
-  EXPECT_EQ(wipc_read_status(session, text, 4002), 5);
-  for (std::string sent : {std::string(3998, 'b'), std::string("die")}) {
-    EXPECT_EQ(wipc_write(session, sent.data()), 1);
-    std::string echo;
-    while (echo.size() < sent.size() && wipc_read(session, text, 4002) > 0) echo += text;
-    EXPECT_EQ(echo, sent);
+  for (const std::string last : {"goodbye", "die"}) {
+    void* session = wipc_open_session(host, support::own_path().data());
+    ASSERT_NE(session, nullptr) << wipc_last_error();
+    EXPECT_EQ(wipc_read(session, text, 4002), 9);
+    EXPECT_EQ(wipc_read_status(session, text, 4002), 5);
+    for (std::string sent : {std::string(3998, 'b'), last}) {
+      EXPECT_EQ(wipc_write(session, sent.data()), 1);
+      std::string echo;
+      while (echo.size() < sent.size() && wipc_read(session, text, 4002) > 0) echo += text;
+      EXPECT_EQ(echo, sent);
+    }
+    int writes = 0;
+    if (last == "die") {
+      EXPECT_EQ(wipc_read(session, text, 4002), 0);
+      while (wipc_write(session, text) == 1 && writes < 9) ++writes;
+    }
+    EXPECT_LT(writes, 9);  // and no signal
+    EXPECT_FALSE(support::is_inherited(wipc_sid(session)));
+    wipc_close_session(session);
+    EXPECT_EQ(support::open_descriptors(), descriptors);
   }
-  EXPECT_EQ(wipc_read(session, text, 4002), 0);
-  int writes = 0;
-  while (wipc_write(session, text) == 1 && writes < 9) ++writes;
-  EXPECT_LT(writes, 9);  // and no signal
-  EXPECT_FALSE(support::is_inherited(wipc_sid(session)));
-  wipc_close_session(session);
-  EXPECT_EQ(support::open_descriptors(), descriptors);
 }

@@ -30,6 +30,8 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
   }
   if (victim < 0) return 0;
   zelvan::Children children(signs < 0 ? list->n_entries : 0);
+  // Each child of the victim is looked for and then asked for children of its own: where there
+  // seem to be some, one look at the table for all of it.
   const MemEntry& entry = list->entries[victim];
   if (entry.total_size != entry.size) children.list_by_parent(list);
   zelvan::MemEntryReleaseWithChildren(list, victim, children);

@@ -3,12 +3,16 @@
 /// operation forks count as well.
 #pragma once
 
+#include "support/heap.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <iterator>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -30,6 +34,7 @@ inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
 inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
+inline int refused_request = 0;  ///< to the heap; below 0: with all behind it; 0: none
 
 inline std::size_t add_call(const char* name) {
   return call_names.push_back(name), call_names.size() - 1;
@@ -47,34 +52,29 @@ inline bool call_fails(std::size_t call, bool may_wait) {
   return why != 0;
 }
 
-/// Runs an operation with these failures. If it is interrupted as well, a signal cuts each call
-/// that may wait short before it gets through, and three bytes are moved at a time.
+/// Runs an operation with these failures and refusals of the heap, and sees to it that it leaves no
+/// block behind. If it is interrupted as well, a signal cuts each call that may wait short before
+/// it gets through, and three bytes are moved at a time.
 inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
                         bool interrupted = false) {
   for (auto& count : calls_made) count = 0;
-  failures = planted, interrupts = interrupted, is_armed = true;
-  const bool done = operation();
+  failures = planted, interrupts = interrupted;
+  bool done = false;
+  heap::refuse(std::abs(refused_request), refused_request < 0);
+  try {
+    is_armed = true;
+    done = operation();
+  } catch (const std::bad_alloc&) {
+    ADD_FAILURE() << "throws";
+  }
   is_armed = false;
+  if (!heap::grant_all()) refused_request = 0;
+  EXPECT_EQ(heap::blocks_left(), 0);
   return done;
 }
 
-/// Runs `run` without a failure and then once for each system call that it made, which fails for
-/// that reason. Gives the names of the calls, each followed by a mark for every time that it was
-/// made: `!` if its failure makes the result false, else `.`.
-inline std::string fail_each_call(int why, const std::function<bool(std::vector<Failure>)>& run) {
-  std::string outcome = run({}) ? "" : "failed";
-  const std::vector<int> made(std::begin(calls_made), std::end(calls_made));
-  for (std::size_t call = 0; call < call_names.size(); ++call) {
-    if (made[call] != 0) outcome += (outcome.empty() ? "" : " ") + call_names[call];
-    for (int nth = 1; nth <= made[call]; ++nth) {
-      outcome += run({{call_names[call], nth, why}}) ? '.' : '!';
-    }
-  }
-  return outcome;
-}
-
 using Word = std::intptr_t;
-enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4 };
+enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
 
 // The linker puts the `__wrap_` functions in the place of the system's own. These take nothing
 // but whole numbers and pointers, six at most, so one shape passes all of them on. Some take any
@@ -82,26 +82,27 @@ enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4 };
 #define REAL(name)                               \
   const std::size_t name##_id = add_call(#name); \
   extern "C" Word __real_##name(Word, ...);
-#define CALL(name, ...)                                                            \
-  REAL(name)                                                                       \
-  extern "C" Word __wrap_##name(Word a, Word b, Word c, Word d, Word e, Word f) {  \
-    constexpr int kind{__VA_ARGS__};                                               \
-    if (call_fails(name##_id, kind & waits)) return kind & gives_pointer ? 0 : -1; \
-    const bool is_cut = is_armed && interrupts && (kind & moves) == moves;         \
-    return __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f);        \
+// clang-format off
+#define CALL(name, ...)                                                                        \
+  REAL(name)                                                                                   \
+  extern "C" Word __wrap_##name(Word a, Word b, Word c, Word d, Word e, Word f) {              \
+    constexpr int kind{__VA_ARGS__};                                                           \
+    const bool is_cut = is_armed && interrupts && (kind & moves) == moves;                     \
+    return call_fails(name##_id, kind & waits)                                                 \
+               ? (kind & gives_pointer ? 0 : kind & gives_reason ? errno : -1)                 \
+               : __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f);              \
   }
 
-// clang-format off
 CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
 CALL(write, moves) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
 CALL(faccessat) CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
 CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
-CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt) CALL(getsockopt) CALL(bind)
-CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
-CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl) CALL(gethostbyname_r)
-REAL(close) REAL(connect) REAL(waitpid)
+CALL(setsid) CALL(execve) CALL(clock_nanosleep, waits | gives_reason) CALL(socket) CALL(setsockopt)
+CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
+CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
+CALL(gethostbyname_r, gives_reason) REAL(close) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
@@ -111,15 +112,18 @@ REAL(close) REAL(connect) REAL(waitpid)
 }
 
 // An interrupted one goes on by itself, and how it ends shows later.
+int end_of_connect = 0;
 extern "C" Word __wrap_connect(Word fd, Word address, Word size) {
-  if (!call_fails(connect_id, true)) return __real_connect(fd, address, size);
-  if (errno != EINTR) return -1;
-  const Word flags = __real_fcntl(fd, F_GETFL);
-  __real_fcntl(fd, F_SETFL, flags | O_NONBLOCK);
-  __real_connect(fd, address, size);
-  __real_fcntl(fd, F_SETFL, flags);
-  errno = EINTR;
-  return -1;
+  const bool has_failed = call_fails(connect_id, true);
+  if (has_failed && errno != EINTR) return -1;
+  const bool connects = static_cast<int>(__real_connect(fd, address, size)) == 0;
+  end_of_connect = connects ? 0 : errno;
+  errno = has_failed ? EINTR : errno;
+  return has_failed || !connects ? -1 : 0;
+}
+extern "C" Word __wrap_getsockopt(Word, Word, Word, Word error, Word) {
+  *reinterpret_cast<int*>(error) = end_of_connect;
+  return call_fails(getsockopt_id, false) ? -1 : 0;
 }
 
 // Where it fails, somebody else has waited for the child.

@@ -1,25 +1,11 @@
 #include "support/system.h"
 
 #include <cstdlib>
-#include <filesystem>
 
 #include <io.h>
 #include <windows.h>
 
-namespace fs = std::filesystem;
-
 namespace support {
-
-fs::path parent_of_folders() { return fs::canonical(fs::temp_directory_path()); }
-
-bool make_link(const char* target, const char* name) {
-  return ::CreateSymbolicLinkA(name, target, 0) && fs::is_symlink(name);
-}
-
-bool make_read_only(const char* directory) {  // Wine does so for files alone
-  return ::SetFileAttributesA(directory, FILE_ATTRIBUTE_READONLY) &&
-         (::GetFileAttributesA(directory) & FILE_ATTRIBUTE_READONLY) != 0;
-}
 
 // The system's own count is 0 under Wine.
 int open_descriptors() {
@@ -29,15 +15,6 @@ int open_descriptors() {
     count += ::GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags);
   }
   return count;
-}
-
-std::size_t heap_in_use() {
-  PROCESS_HEAP_ENTRY entry{};
-  std::size_t bytes = 0;
-  while (::HeapWalk(::GetProcessHeap(), &entry)) {
-    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
-  }
-  return bytes;
 }
 
 bool is_inherited(int fd) {
@@ -53,19 +30,11 @@ void set_environment(const char* name, const char* value) {
   if (is_empty) *std::getenv(name) = '\0', ::SetEnvironmentVariableA(name, "");
 }
 
-int set_time_zone(int) {
-  TIME_ZONE_INFORMATION zone;
-  ::GetTimeZoneInformation(&zone);
-  return -static_cast<int>(zone.Bias) / 60;
-}
-
 std::string language() {
   wchar_t name[LOCALE_NAME_MAX_LENGTH];
   return ::GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH) != 0 ? std::string(name, name + 2)
                                                                        : std::string();
 }
-
-const char* const log_prefix = "c:\\temp\\logQelt-";
 
 std::string own_path() {
   char path[1024];

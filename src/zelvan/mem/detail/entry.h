@@ -38,7 +38,8 @@ void become_child(MemList* list, MemEntry* entry, MemEntry* home);
 /// links and makes none.
 class Children {
  public:
-  /// No row before `first` is a child: so much is known from an earlier look.
+  /// No row before `first` is a child: so much is known from an earlier look. With the number of
+  /// all rows for it there is none.
   explicit Children(int first) : first_row_(first) {}
   ~Children();
   Children(const Children&) = delete;

@@ -67,9 +67,11 @@ inline std::ptrdiff_t copy_line(const char* from, char* to, std::ptrdiff_t most)
 }
 
 // Both functions require that the stream is locked. The C library of GNU shows in its header what
-// is left of a buffer, for the inline form of getc_unlocked: from `_IO_read_ptr` to `_IO_read_end`.
+// is left of a buffer, from `_IO_read_ptr` to `_IO_read_end`: the inline form of getc_unlocked is
+// made of it, so every stream keeps to that. One that is being written shows nothing, bytes that
+// were put back show first and alone, and getc_unlocked goes on to what lies behind.
 
-#if defined(__GLIBC__)
+#if defined(__GLIBC__) && !defined(__UCLIBC__)  // which says that it is both
 
 /// Takes bytes out of the stream's buffer, through the first line end, at most `room` of them;
 /// gives how many. None if none are there, or where they can't be seen: then one is to be read.

@@ -40,7 +40,8 @@ class LongName {
     for (std::size_t i = 0; i < word_count_; ++i, start += 8) {
       const char* const bytes = other + start;
       const std::uint64_t first = static_cast<unsigned char>(bytes[0]);
-      if ((((first | case_bits_[i]) ^ words_[i]) & 0xFF) != 0) return false;  // nor the terminator
+      // Behind this the first byte is no terminator either, since the one sought isn't.
+      if ((((first | case_bits_[i]) ^ words_[i]) & 0xFF) != 0) return false;
       if (ends_early(bytes) || (eight_bytes(bytes) | case_bits_[i]) != words_[i]) return false;
     }
     return first_difference<Rule>(name_, other, start) == Rule::most;
