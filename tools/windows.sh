@@ -1,9 +1,8 @@
 # ./dev windows, with the functions of dev at hand.
 # shellcheck shell=bash
 
-# It sets up a Windows of its own in build/wine and leaves no process of it behind.
-windows() {
-  need_to_build g++-mingw-w64-x86-64-posix wine64 googletest binutils python3
+# A Windows of its own in build/wine, of which no process stays behind.
+start_wine() {
   export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
   export PATH=$PATH:/usr/lib/wine
   # With a third drive, on another disk as far as there is one.
@@ -15,6 +14,11 @@ windows() {
   trap 'wineserver64 -k || true; rm -rf "$third_drive"' EXIT
   wineserver64 -p
   wine64 wineboot --init >/dev/null 2>&1 || fail "Wine did not start; see what wine64 wineboot says"
+}
+
+windows() {
+  need_to_build g++-mingw-w64-x86-64-posix wine64 googletest binutils python3
+  start_wine
   step "building for Windows"
   build windows
   step "all tests under Wine"

@@ -34,7 +34,7 @@ const Group measures("geometry.measures", [](Digest& digest) {
            utl_point_circarc(&p[0], &p[1], c[0], &p[2], &p[3], clockwise),
            utl_angle2d(p[0].x, p[0].y, p[1].x, p[1].y), utl_evaluate_cubic(c, c[4]),
            utl_inches_to_units(c[0], i % 14 - 1), utl_units_to_inches(c[1], i % 15 - 2));
-    utl_maxmin_arc(&p[0], 0.1f * (i % 9 - 4), &p[1], &p[2], clockwise, &max, &min);
+    utl_maxmin_arc(&p[0], 0.1 * (i % 9 - 4), &p[1], &p[2], clockwise, &max, &min);
     digest(max, min);
     utl_maxmin_circle(&p[0], c[0], &max, &min);
     digest(max, min);

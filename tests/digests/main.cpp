@@ -4,7 +4,8 @@
 // tells what disagrees with that, too.
 //
 //     digests [--plain] [GROUP...]                  the digests
-//     digests [--plain] --expect FILE [GROUP...]    compares them; 1 if one differs
+//     digests [--plain] --expect FILE [GROUP...]    compares them, and says which forms ran; 1 if
+//                                                   one differs
 //     digests [--plain] --trace GROUP [EVERY]       the digest of a group behind so many operations
 //                                                   each (1000), to see from which on two builds
 //                                                   part; each value, too, if that is 1
@@ -50,7 +51,7 @@ bool is_wanted(const std::string& group) {
 }
 
 /// Runs all groups that are wanted in the order of their names. Gives the exit status.
-int run() {
+int run(const char* form) {
   std::map<std::string, Group::Workload> groups;
   for (const Group* group : Group::all()) groups[group->name] = group->run;
   std::map<std::string, std::string> expected;
@@ -78,7 +79,10 @@ int run() {
     n_run += 1;
     n_wrong += !is_right;
   }
-  if (expected_file != nullptr) std::printf("%d of %d as expected\n", n_run - n_wrong, n_run);
+  if (expected_file != nullptr) {
+    std::printf("%d of %d as expected, %s\n", n_run - n_wrong, n_run, form);
+  }
+  std::fflush(stdout);  // which nobody else does in WebAssembly
   return n_run == 0 || n_wrong != 0;
 }
 
@@ -94,7 +98,7 @@ int main(int argc, char** argv) {
   });
   int status = 1;
   support::for_each_form([&](const char* present) {
-    if (present == form) status = run();
+    if (present == form) status = run(present);
   });
   return status;
 }

@@ -1,0 +1,181 @@
+# ./dev matrix, with the functions of dev at hand.
+# shellcheck shell=bash
+
+# Every way of building that has to give the same results. `builder` knows the second words; the
+# flags are all that a parent project brings along. A cell that is refused says what is said then.
+matrix_cells() {
+  local compiler level
+  for compiler in gcc clang; do
+    for level in O0 O1 O2 O3 Os; do cell "$compiler-$level" "$compiler" "-$level"; done
+    cell "$compiler-lto" "$compiler" -O3 -flto=auto
+    cell "$compiler-v3" "$compiler" -O3 -march=x86-64-v3
+    cell "$compiler-v4" "$compiler" -O3 -march=x86-64-v4
+    cell "$compiler-no-sse2" "$compiler" -O3 -U__SSE2__  # the forms for all processors alone
+    refused 'cannot be built with -ffast-math' "$compiler-fast-math" "$compiler" -O3 -ffast-math
+  done
+  cell i686 linux-i686 -O3
+  refused 'needs doubles evaluated as doubles' i686-x87 linux-i686 -O3 -mfpmath=387
+  cell aarch64 linux-aarch64 -O3
+  cell aarch64-v8.3 linux-aarch64 -O3 -march=armv8.3-a
+  cell armhf linux-armhf -O3
+  cell riscv64 linux-riscv64 -O3
+  cell ppc64le linux-ppc64le -O3 -fno-tree-vectorize  # see the preset of that name
+  refused 'the byte order is little-endian and runs on no other' ppc64 big-endian -O3
+  cell windows windows-x64 -O3
+  cell wasm webassembly -O3
+}
+
+# builder NAME: installs what it is made of, and leaves in `arguments` what CMake has to be told.
+builder() {
+  need_to_build
+  arguments=(--toolchain "$PWD/cmake/toolchains/$1.cmake")
+  case $1 in
+    gcc) arguments=(-DCMAKE_CXX_COMPILER=g++) ;;
+    clang)
+      need clang
+      arguments=(-DCMAKE_CXX_COMPILER=clang++)
+      ;;
+    big-endian)
+      need g++-powerpc64-linux-gnu
+      arguments=(-DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR=ppc64
+                 -DCMAKE_CXX_COMPILER=powerpc64-linux-gnu-g++)
+      ;;
+    linux-i686) need g++-i686-linux-gnu qemu-user ;;
+    linux-aarch64) need g++-aarch64-linux-gnu qemu-user ;;
+    linux-armhf) need g++-arm-linux-gnueabihf qemu-user ;;
+    linux-riscv64) need g++-riscv64-linux-gnu qemu-user ;;
+    linux-ppc64le) need g++-powerpc64le-linux-gnu qemu-user ;;
+    windows-x64)
+      need g++-mingw-w64-x86-64-posix wine64
+      . tools/windows.sh
+      start_wine
+      ;;
+    webassembly) need emscripten node-acorn nodejs ;;
+  esac
+}
+
+# cell NAME BUILDER FLAG...
+cell() {
+  local name=$1 log=build/matrix/$1.log said result started=$SECONDS
+  if [[ $only_listed ]]; then
+    echo "$name"
+    return
+  fi
+  [[ $wanted == ' ' || $wanted == *" $name "* ]] || return 0
+  said=$(try_cell "$@" 3>&1 >"$log" 2>&1 || true)
+  if [[ $said ]]; then
+    passed=$((passed + 1))
+    IFS='|' read -r _ _ _ result _ <<<"$said"
+    printf '%-16s%s (%d s)\n' "$name" "$result" $((SECONDS - started))
+    rows+="| \`$name\` | $said |"$'\n'
+  else
+    differing=$((differing + 1))
+    printf '%-16s NOT AS EXPECTED; see %s, which ends so:\n' "$name" "$log"
+    tail -n 15 "$log" | sed 's/^/    /'
+  fi
+}
+
+refused() { refusal=$1 cell "${@:2}"; }
+
+# try_cell NAME BUILDER FLAG...: says on descriptor 3 what goes into the table, if all is right. The
+# functions behind it look at its folder `dir`.
+try_cell() {
+  local dir=build/matrix/$1 flags="${*:3}" arguments forms started
+  builder "$2"
+  cmake -G Ninja -B "$dir" -DCMAKE_BUILD_TYPE=Release -DZELVAN_BUILD_DIGESTS=ON \
+    -DCMAKE_CXX_FLAGS_RELEASE="$flags" "${arguments[@]}" || return
+  if [[ ${refusal:-} ]]; then
+    if cmake --build "$dir" --target digests >"$dir/refusal" 2>&1; then
+      echo "this was built, and ought to be refused"
+      return
+    fi
+    cat "$dir/refusal"
+    grep -q "error: .*$refusal" "$dir/refusal" &&
+      printf '%s | `%s` | | is refused |' "$(compiler_of)" "$flags" >&3
+    return
+  fi
+  cmake --build "$dir" --target digests || return
+  started=$SECONDS
+  run_digests vector_forms && forms=$(forms_run) && [[ $forms ]] || return
+  if [[ $forms != plain ]]; then
+    run_digests plain_forms && [[ $(forms_run) == plain ]] || return
+    forms+=', plain'
+  fi
+  printf '%s | `%s` | %s | agrees: %s | %d' "$(compiler_of)" "$flags" "$(run_by)" \
+    "$forms" $((SECONDS - started)) >&3
+}
+
+run_digests() { ctest --test-dir "$dir" -V --no-tests=error -R "^digests/$1\$"; }
+
+# With which forms the digests ran last, as they say themselves.
+forms_run() {
+  sed -n 's/^[0-9]* of [0-9]* as expected, \([a-z0-9]*\).*/\1/p' "$dir/Testing/Temporary/LastTest.log"
+}
+
+# The name and version of the compiler.
+compiler_of() {
+  local known
+  known=$(cat "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake)
+  [[ $known =~ CMAKE_CXX_COMPILER_ID\ \"([^\"]*) ]]
+  printf '%s ' "${BASH_REMATCH[1]/GNU/gcc}"
+  [[ $known =~ CMAKE_CXX_COMPILER_VERSION\ \"([^\"]*) ]]
+  printf '%s' "${BASH_REMATCH[1]}"
+}
+
+# The name and version of the emulator that runs the digests, if one does.
+run_by() {
+  local program version
+  program=$(sed -n '/vector_forms/s/^add_test([^"]*"\([^"]*\)".*/\1/p' \
+    "$dir/tests/digests/CTestTestfile.cmake")
+  case $program in
+    */digests | */ld-linux*) echo "this processor" ;;
+    *)
+      version=$("$program" --version)
+      [[ $version =~ [0-9]+(\.[0-9]+)+ ]]
+      echo "${program##*/} ${BASH_REMATCH[0]}"
+      ;;
+  esac
+}
+
+# matrix [--list | --table] [CELL...]
+matrix() {
+  local only_listed='' is_for_table='' wanted refusal='' rows='' passed=0 differing=0 name known
+  case ${1:-} in
+    --list)
+      only_listed=yes matrix_cells
+      return
+      ;;
+    --table)
+      (($# == 1)) || fail "a table is of all cells"
+      shift
+      is_for_table=yes
+      ;;
+  esac
+  wanted=" ${*}${*:+ }"
+  known=$(only_listed=yes matrix_cells)
+  for name in "$@"; do
+    [[ $'\n'$known$'\n' == *$'\n'"$name"$'\n'* ]] ||
+      fail "no cell '$name'; ./dev matrix --list names them"
+  done
+  mkdir -p build/matrix
+  ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+  step "one result everywhere"
+  matrix_cells
+  printf '%d passed, %d failed\n' "$passed" "$differing"
+  ((differing == 0)) || fail "these cells are not as expected"
+  [[ ! $is_for_table ]] || write_table
+}
+
+# Puts what was seen into docs/exactness.md, between its marks.
+write_table() {
+  local page=docs/exactness.md processor
+  processor=$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | sort -u)
+  {
+    sed '/^<!-- cells -->$/q' "$page"
+    printf '| cell | compiler | flags | run by | result | seconds |\n|---|---|---|---|---|---:|\n%s\n' "$rows"
+    printf 'Seen on %s, where this processor is: %s. The seconds are those that the digests took.\n' \
+      "$(LC_ALL=C date '+%-d %B %Y')" "$processor"
+    sed -n '/^<!-- end of cells -->$/,$p' "$page"
+  } >build/exactness.md
+  mv build/exactness.md "$page"
+}
