@@ -13,6 +13,7 @@
 #include "digests/printed.h"
 
 #include <algorithm>
+#include <array>
 
 namespace machine_with_drives::platform {
 
