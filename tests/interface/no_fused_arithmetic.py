@@ -4,8 +4,10 @@ import re
 import subprocess
 import sys
 
-FUSED = {  # by how the name of an architecture begins
-    "i386": r"vfn?m(add|sub)\w*",
+X86 = r"vfn?m(add|sub)\w*"
+FUSED = {  # by how the name of an architecture begins: GNU's objdump has its own for x86
+    "i386": X86,
+    "x86_64": X86,
     "aarch64": r"fn?m(add|sub|ad|sb|l[as]l?2?)|fcmla",
     "arm": r"vfn?m[as][\w.]*|vcmla[\w.]*",  # what is named "vmla" rounds the product first
     "riscv": r"fn?m(add|sub)\.\w+|vfw?n?m(acc|sac|add|sub)\.\w+",
