@@ -13,6 +13,7 @@
 #include "digests/printed.h"
 
 #include <algorithm>
+#include <array>
 
 namespace machine_with_drives::platform {
 
@@ -170,7 +171,7 @@ const Group characters("osh.characters", [](Digest& digest) {
 });
 
 const Group services("osh.services", [](Digest& digest) {
-  const char* const words[] = {"z", "\xe9", "ab", "", "Z", "a", "abc", "\x7f"};
+  const char* const words[] = {"z", "\xe9", "ab", "", "Z", "a", "abc", "\x7f", "{"};
   for (const auto& first : words) {
     for (const auto& second : words) digest(osh_qsort_compare_strings(&first, &second));
   }

@@ -83,11 +83,13 @@ const Group alike("var.alike", [](Digest& digest) {
   for (const std::string& name : names) {
     for (const int change : {0, 1, 32, 128}) {
       std::string other = name;
-      for (char& c : other) {
-        c = static_cast<char>(c ^ change);
-        int value = -1;
-        digest(VarLookupInt(table.data(), other.c_str(), &value), value);
-        digest(VarLookupInt(table.data(), (other + 'e').c_str(), &value), value);
+      for (std::size_t i = 0; i < name.size(); ++i) {
+        std::string just_there = name;
+        other[i] = just_there[i] = static_cast<char>(name[i] ^ change);
+        for (const std::string& sought : {other, other + 'e', just_there}) {
+          int value = -1;
+          digest(VarLookupInt(table.data(), sought.c_str(), &value), value);
+        }
       }
     }
   }

@@ -1,8 +1,7 @@
 /// A running digest of results: equal on every machine if and only if all of them are.
 #pragma once
 
-#include "support/bits.h"
-
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <iterator>
@@ -11,6 +10,12 @@
 #include <type_traits>
 
 namespace support {
+
+/// The bits of `v`. All NaN are one: which operand's payload survives an addition of two NaN
+/// is the compiler's choice, and no result of the library depends on it.
+inline std::uint64_t bits(double v) {
+  return std::isnan(v) ? 0x7ff8000000000000 : __builtin_bit_cast(std::uint64_t, v);
+}
 
 class Digest {
  public:

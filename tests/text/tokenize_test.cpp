@@ -1,5 +1,4 @@
 #include <zelvan/text/glyph_tokenize.h>
-#include <zelvan/text/tokenize.h>
 
 #include "support/system.h"
 
@@ -10,22 +9,12 @@
 
 namespace {
 
-using Wide = std::basic_string<unsigned short>;
-
 /// The tokens, a slash behind each.
 template <class String>
 std::u16string joined(const std::vector<String>& tokens) {
   std::u16string result;
   for (const String& token : tokens) result.append(token.begin(), token.end()).append(u"/");
   return result;
-}
-
-TEST(Tokenize, CutsAtDelimiters) {
-  const std::string text = ",3.14,2 x.y -1.5";
-  const Wide wide(text.begin(), text.end());
-  EXPECT_EQ(joined(tokenize(text, ".,")), u"3/14/2 x/y -1/5/");
-  EXPECT_EQ(joined(wtokenize(wide, {'.', ','})), u"3.14/2 x/y -1/5/");
-  EXPECT_EQ(joined(wtokenize2(wide, {'.', ','})), u",/3.14,/2 x./y -1./5/");
 }
 
 TEST(GlyphTokenize, CutsByTheLanguage) {

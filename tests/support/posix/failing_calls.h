@@ -19,6 +19,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <time.h>
 
 namespace support {
 
@@ -99,16 +100,31 @@ CALL(faccessat) CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(c
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
 CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
-CALL(setsid) CALL(execve) CALL(clock_nanosleep, waits | gives_reason) CALL(socket) CALL(setsockopt)
+CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
-CALL(gethostbyname_r, gives_reason) REAL(close) REAL(connect) REAL(getsockopt) REAL(waitpid)
+CALL(gethostbyname_r, gives_reason) REAL(clock_gettime) REAL(clock_nanosleep)
+REAL(close) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
     extern "C" Word __wrap_close(Word fd) {
   EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0) << "is inherited";
   return static_cast<int>(__real_close(fd)) != 0 || call_fails(close_id, true) ? -1 : 0;
+}
+
+// Meanwhile the clock stands still, and a pause only tells when it would end.
+inline timespec end_of_pause;
+extern "C" Word __wrap_clock_gettime(Word clock, Word now) {
+  if (!is_armed) return __real_clock_gettime(clock, now);
+  *reinterpret_cast<timespec*>(now) = {5, 1'000'000};
+  return 0;
+}
+extern "C" Word __wrap_clock_nanosleep(Word clock, Word flags, Word end, Word rest) {
+  if (!is_armed) return __real_clock_nanosleep(clock, flags, end, rest);
+  if (call_fails(clock_nanosleep_id, true)) return errno;
+  end_of_pause = *reinterpret_cast<timespec*>(end);
+  return 0;
 }
 
 // An interrupted one goes on by itself, and how it ends shows later.
