@@ -124,18 +124,25 @@ TEST(SystemCalls, LeaveFilesWhole) {
   const std::string moved_without_its_user = "-plain 4775 12345 old\n+new 775 12345 old\n";
   const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
   expect(copy("other"_c), "-other 4606 abc" + whose + "+other 606 12345" + whose,
-         "open!! openat! read!! write! stat! lstat! fstat.! faccessat!! realpath! fchmod! fchown. "
+         "open!! openat! read! copy_file_range.. stat! lstat! fstat.! faccessat!! realpath! "
+         "fchmod! fchown. "
          "fsync! renameat! close!..",
          {}, "-other 4606 abc" + whose + "+other 606 12345\n");
   expect(copy("new"_c), "+new 770 12345\n",
-         "open!! openat! read!! write! lstat! fstat.! faccessat! renameat! close!..");
+         "open!! openat! read! copy_file_range.. lstat! fstat.! faccessat! renameat! close!..");
+  const std::vector<support::Failure> no_range = {{"copy_file_range", 0, EXDEV}};
+  expect(
+      copy("new"_c), "+new 770 12345\n",
+      "open!! openat! read!! write! copy_file_range. lstat! fstat.! faccessat! renameat! close!..",
+      no_range);
   expect(move("plain"_c, "new"_c), moved, "faccessat! renameat2!");
   // A file system that knows no flags, and then another one than that of the file.
   expect(move("plain"_c, "new"_c), moved, "fstatat! faccessat! linkat! renameat2! unlinkat!",
          {{"renameat2", 0, EINVAL}});
   expect(move("dir"_c, "new"_c), "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n",
          "fstatat! faccessat! renameat! renameat2! mkdirat!", {{"renameat2", 0, ENOSYS}});
-  const std::string by_copy = "open!! openat! read!! write! lstat! fstat.! faccessat! fchmod! ";
+  const std::string by_copy =
+      "open!! openat! read! copy_file_range.. lstat! fstat.! faccessat! fchmod! ";
   const std::string kept = " futimens! fsync! renameat2!! unlink! close!..";
   expect(move("plain"_c, "new"_c), moved, by_copy + "fchown." + kept, {{"renameat2", 1, EXDEV}},
          moved_without_its_user);
@@ -218,7 +225,8 @@ TEST(SystemCalls, RefuseWithAReason) {
   refuses(EXDEV, move("link"_c, "new"_c), {{"renameat2", 1, EXDEV}});
   refuses(EINVAL, [] { return osh_copyfile("new"_c, "pipe"_c) != 0; });
   refuses(EINVAL, copy("pipe"_c));
-  refuses(ENOSPC, copy("new"_c), {{"write", 1, ENOSPC}, {"close", 0, EIO}});
+  refuses(ENOSPC, copy("new"_c),
+          {{"copy_file_range", 0, ENOSPC}, {"write", 1, ENOSPC}, {"close", 0, EIO}});
   refuses(EISDIR, [] { return osh_open_text("empty"_c, 0, 0) >= 0; }, {{"close", 0, EIO}});
   refuses(EINVAL, [] { return osh_lseek(0, 0, 3) > 0; });
   refuses(EINVAL, [] { return platform::_putenv("ZELVAN") == 0; });
@@ -229,7 +237,8 @@ TEST(SystemCalls, RefuseWithAReason) {
 
   // A draft that can't be taken away is nobody else's to read, and the next one has another name.
   const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
-  EXPECT_FALSE(support::run_failing(copy("other"_c), {{"write", 1, EIO}, {"unlinkat", 1, EPERM}}));
+  EXPECT_FALSE(support::run_failing(
+      copy("other"_c), {{"copy_file_range", 1, EIO}, {"write", 1, EIO}, {"unlinkat", 1, EPERM}}));
   EXPECT_EQ(errno, EIO);
   EXPECT_EQ(fs::status(draft).permissions(), fs::perms{0600});
   EXPECT_TRUE(copy("other"_c)() && content("other") == "12345" && content(draft).empty());

@@ -95,7 +95,7 @@ enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
   }
 
 CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
-CALL(write, moves) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
+CALL(write, moves) CALL(copy_file_range, waits) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
 CALL(faccessat) CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
