@@ -122,8 +122,9 @@ enum utl_conic_code : char {
 /// its f is scaled to -1.
 ///
 /// A conic without a term in x or x squared, or without one in y or y squared, is called a line:
-/// x y = 1 and x y + x = 1 are. Two lines that cross are called a hyperbola. Returns '?' if the
-/// discriminant is not a number.
+/// x y = 1 and x y + x = 1 are. Degenerate curves are not told apart: two lines that cross are
+/// called a hyperbola, two slanted parallel lines a parabola, and a single point or a curve without
+/// points an ellipse or circle. Returns '?' if the discriminant is not a number.
 ZELVAN_C_API char utl_conic_type(utl_conic_t* conic);
 
 /// Fills the standard form of type 'E' or 'C'.
@@ -133,7 +134,8 @@ ZELVAN_C_API char utl_conic_type(utl_conic_t* conic);
 /// parameter just above -pi to one just below pi, the sweep is the short way between them.
 ///
 /// An ellipse whose smaller axis is at most a hundredth of the larger counts as flat: start and
-/// sweep are 0.0, whatever its ends.
+/// sweep are 0.0, whatever its ends. The axes of a single point are 0.0 or what rounding leaves. A
+/// curve without points gets the axes of one with points: x^2 + y^2 + 1 = 0 those of x^2 + y^2 = 1.
 ZELVAN_C_API void utl_standard_ellipse(utl_conic_t* conic, utl_ellipse_t* out);
 
 /// Fills the standard form of type 'H'. The first end decides the branch.
@@ -141,7 +143,8 @@ ZELVAN_C_API void utl_standard_ellipse(utl_conic_t* conic, utl_ellipse_t* out);
 /// For two lines that cross, `sq_x` and `sq_y` are 0.0 or what rounding leaves instead.
 ZELVAN_C_API void utl_standard_hyperbola(utl_conic_t* conic, utl_hyperbola_t* out);
 
-/// Fills the standard form of type 'P'.
+/// Fills the standard form of type 'P'. For two parallel lines it holds infinities,
+/// NaN or meaningless numbers.
 ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out);
 
 /// Stores the point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end.
@@ -149,8 +152,9 @@ ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out)
 /// into the ellipse.
 ZELVAN_C_API void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out);
 
-/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end. Every
-/// `t` has a point on the branch. Of two lines that cross, coordinates can be NaN.
+/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end, on the
+/// branch of the first end. Every `t` has a point there. Of two lines that cross, coordinates can
+/// be NaN.
 ZELVAN_C_API void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out);
 
 /// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end.
