@@ -1,0 +1,98 @@
+#include <zelvan/mem/detail/entry.h>
+
+#include <climits>
+
+#include <gtest/gtest.h>
+#include <support/heap.h>
+
+namespace {
+
+void* owners[40];
+
+unsigned short give_up(MemException*) { return 0; }
+unsigned short go_on(MemException*) { return 1; }
+unsigned short free_row_3(MemException* exception) {
+  MemFree(exception->list, owners[3]);
+  return 1;
+}
+unsigned short fill_table(MemException* exception) {
+  exception->list->pool->limit = 99;
+  return MemAllocate(exception->list, 1, nullptr, &owners[15]) == MEM_SUCCESS;
+}
+
+TEST(MemListNew, ReturnsNullWhereTheHeapRefuses) {
+  MemPool* pool = nullptr;
+  MemList* list = nullptr;
+  const auto create = [&] {
+    pool = MemPoolNew(1);
+    list = MemListNew(pool, give_up);
+  };
+  const auto check = [&] {
+    EXPECT_TRUE(pool == nullptr || list == nullptr);
+    MemListDelete(&list);
+    MemPoolDelete(&pool);
+    EXPECT_EQ(heap::blocks_left(), 0) << "nothing leaks";
+  };
+  EXPECT_EQ(heap::refuse_each(create, check), 6) << "pool, list and table";
+  MemListDelete(&list);
+  MemPoolDelete(&pool);
+}
+
+// The table of 16 rows is full, so the heap is asked for a larger one first, then for the block.
+// With 15 blocks the pool is full instead, and the handler takes the last row.
+TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
+  const struct {
+    int n_blocks, refused;
+    bool for_good;
+    MemExceptionHandler handler;
+    int status, row;
+    const char* why;
+  } rows[] = {
+      {16, 0, false, give_up, MEM_SUCCESS, 16, "the table grows"},
+      {16, 1, false, give_up, MEM_TABLE_FAILED, 0, "no table"},
+      {16, 1, false, go_on, MEM_SUCCESS, 16, "the table grows when asked once more"},
+      {16, 1, true, go_on, MEM_TABLE_FAILED, 0, "no table, twice"},
+      {16, 1, true, free_row_3, MEM_MALLOC_FAILED, 0, "a row, but no block"},
+      {16, 1, false, free_row_3, MEM_SUCCESS, 3, "the old table has a free row"},
+      {16, 2, false, give_up, MEM_MALLOC_FAILED, 0, "no block"},
+      {16, 2, false, go_on, MEM_SUCCESS, 16, "a block when asked once more"},
+      {16, 2, true, go_on, MEM_MALLOC_FAILED, 0, "no block, twice"},
+      {15, 0, false, fill_table, MEM_SUCCESS, 16, "the handler took the last row"},
+      {15, 3, true, fill_table, MEM_TABLE_FAILED, 0, "and the heap has no larger table"},
+  };
+  for (const auto& row : rows) {
+    MemPool* pool = MemPoolNew(row.n_blocks == 16 ? 0 : row.n_blocks);
+    MemList* list = MemListNew(pool, row.handler);
+    for (int i = 0; i < row.n_blocks; ++i) MemAllocate(list, 1, nullptr, &owners[i]);
+    void* owner = nullptr;
+    heap::refuse(row.refused, row.for_good);
+    EXPECT_EQ(MemAllocate(list, 1, nullptr, &owner), row.status) << row.why;
+    heap::grant_all();
+    if (row.status == MEM_SUCCESS) {
+      EXPECT_NE(owner, nullptr) << row.why;
+      EXPECT_EQ(list->entries[row.row].address, owner) << row.why;
+    } else {
+      EXPECT_EQ(owner, nullptr) << row.why;
+    }
+    MemListClear(list);
+    EXPECT_EQ(owner, nullptr) << row.why;
+    EXPECT_EQ(pool->used, 0) << row.why;
+    MemListDelete(&list);
+    MemPoolDelete(&pool);
+  }
+}
+
+TEST(MemListRemoveOldest, KnowsTheOldestAfterSerialNumbersWrap) {
+  zelvan::mem_sequence = INT_MAX;
+  MemPool* pool = MemPoolNew(16);
+  MemList* list = MemListNew(pool, give_up);
+  for (int i = 0; i < 3; ++i) MemAllocate(list, 1, nullptr, &owners[i]);
+  EXPECT_EQ(list->entries[1].sequence, INT_MIN);
+  EXPECT_EQ(MemListRemoveOldest(list), 1);
+  EXPECT_EQ(owners[0], nullptr);
+  EXPECT_NE(owners[1], nullptr);
+  MemListDelete(&list);
+  MemPoolDelete(&pool);
+}
+
+}  // namespace
