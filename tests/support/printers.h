@@ -63,6 +63,10 @@ inline void PrintTo(const short_pt_t& p, std::ostream* out) {
 inline void PrintTo(const ColorRGB& c, std::ostream* out) {
   *out << "RGB(" << c.red << ", " << c.green << ", " << c.blue << ')';
 }
+inline void PrintTo(const ColorValue& c, std::ostream* out) {
+  *out << "pen " << c.pen << ", alpha " << +c.alpha << ", RGB(" << +c.red << ", " << +c.green
+       << ", " << +c.blue << ')';
+}
 inline void PrintTo(const Mtx2D& m, std::ostream* out) {
   using support::digits;
   *out << "m11 " << digits(m.m11) << ", m12 " << digits(m.m12) << ", m21 " << digits(m.m21)
