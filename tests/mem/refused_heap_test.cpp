@@ -1,6 +1,4 @@
-#include <zelvan/mem/detail/entry.h>
-
-#include <climits>
+#include <zelvan/mem/mem.h>
 
 #include <gtest/gtest.h>
 #include <support/heap.h>
@@ -48,13 +46,11 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     int status, row;
     const char* why;
   } rows[] = {
-      {16, 0, false, give_up, MEM_SUCCESS, 16, "the table grows"},
       {16, 1, false, give_up, MEM_TABLE_FAILED, 0, "no table"},
       {16, 1, false, go_on, MEM_SUCCESS, 16, "the table grows when asked once more"},
       {16, 1, true, go_on, MEM_TABLE_FAILED, 0, "no table, twice"},
       {16, 1, true, free_row_3, MEM_MALLOC_FAILED, 0, "a row, but no block"},
       {16, 1, false, free_row_3, MEM_SUCCESS, 3, "the old table has a free row"},
-      {16, 2, false, give_up, MEM_MALLOC_FAILED, 0, "no block"},
       {16, 2, false, go_on, MEM_SUCCESS, 16, "a block when asked once more"},
       {16, 2, true, go_on, MEM_MALLOC_FAILED, 0, "no block, twice"},
       {15, 0, false, fill_table, MEM_SUCCESS, 16, "the handler took the last row"},
@@ -80,19 +76,6 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     MemListDelete(&list);
     MemPoolDelete(&pool);
   }
-}
-
-TEST(MemListRemoveOldest, KnowsTheOldestAfterSerialNumbersWrap) {
-  zelvan::mem_sequence = INT_MAX;
-  MemPool* pool = MemPoolNew(16);
-  MemList* list = MemListNew(pool, give_up);
-  for (int i = 0; i < 3; ++i) MemAllocate(list, 1, nullptr, &owners[i]);
-  EXPECT_EQ(list->entries[1].sequence, INT_MIN);
-  EXPECT_EQ(MemListRemoveOldest(list), 1);
-  EXPECT_EQ(owners[0], nullptr);
-  EXPECT_NE(owners[1], nullptr);
-  MemListDelete(&list);
-  MemPoolDelete(&pool);
 }
 
 }  // namespace
