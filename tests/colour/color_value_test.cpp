@@ -13,22 +13,19 @@ ColorValue value(int pen, int alpha, int red, int green, int blue) {
   return {static_cast<short>(pen), byte(alpha), byte(red), byte(green), byte(blue)};
 }
 
-ColorValue of_bytes(unsigned char r, unsigned char g, unsigned char b) { return {r, g, b}; }
-
 TEST(ColorValue, IsMadeOfPenOrChannels) {
-  const struct {
-    ColorValue made, expected;
-    const char* why;
-  } rows[] = {
-      {ColorValue(), value(1, 255, 0, 0, 0), "pen 1, opaque black"},
-      {ColorValue(short{-7}), value(-7, 0, 0, 0, 0), "a pen alone"},
-      {of_bytes(1, 2, 3), value(-1, 255, 1, 2, 3), "channels alone"},
-      {ColorValue(0x563412, 0x10007), value(7, 0, 0x12, 0x34, 0x56), "no high bit: low 16 of pen"},
-      {ColorValue(0x1000000, 7), value(-1, 0, 0, 0, 0), "a high bit: no pen"},
-      {ColorValue(0.5f, 1.0f, 0.001f), value(-1, 255, 128, 255, 0), "rounded, halves up"},
-      {ColorValue(2.0f, -1.0f, NAN), value(-1, 255, 510 - 256, 256 - 254, 0), "low 8 bits"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(row.made, row.expected) << row.why;
+  EXPECT_EQ(ColorValue(), value(1, 255, 0, 0, 0)) << "pen 1, opaque black";
+  EXPECT_EQ(ColorValue(short{-7}), value(-7, 0, 0, 0, 0)) << "a pen alone";
+  EXPECT_EQ(ColorValue(0x563412, 0x10007), value(7, 0, 0x12, 0x34, 0x56)) << "low 16 bits of pen";
+  EXPECT_EQ(ColorValue(0x1000000, 7), value(-1, 0, 0, 0, 0)) << "a high bit: no pen";
+  EXPECT_EQ(ColorValue(0.5f, 1.0f, 0.001f), value(-1, 255, 128, 255, 0)) << "halves go up";
+  EXPECT_EQ(ColorValue(2.0f, -1.0f, NAN), value(-1, 255, 254, 2, 0)) << "low 8 bits of 510, -254";
+  const ColorValue zero = value(0, 0, 0, 0, 0);
+  for (int field = 0; field < 5; ++field) {
+    const ColorValue one = value(field == 0, field == 1, field == 2, field == 3, field == 4);
+    EXPECT_EQ(zero == one, 0) << "field " << field;
+    EXPECT_EQ(zero != one, 1) << "field " << field;
+  }
 }
 
 TEST(ColorValue, TakesColoursFromOtherForms) {
@@ -48,49 +45,32 @@ TEST(ColorValue, TakesColoursFromOtherForms) {
   EXPECT_EQ(color, value(3, 255, 6, 0, 13)) << "the pen of the first, its own alpha";
 }
 
-TEST(ColorValue, ComparesAllFields) {
-  const ColorValue zero = value(0, 0, 0, 0, 0);
-  for (int field = 0; field < 5; ++field) {
-    const ColorValue one = value(field == 0, field == 1, field == 2, field == 3, field == 4);
-    EXPECT_EQ(zero == one, 0) << "field " << field;
-    EXPECT_EQ(zero != one, 1) << "field " << field;
-  }
-}
-
-TEST(AdjustForeground, MovesAwayWithinFourteenSteps) {
+TEST(AdjustForeground, MovesAwayWithinFourteenStepsAndBack) {
   const struct {
-    int red, green, blue, mode;
-    ColorValue expected;
+    ColorValue color, adjusted;
+    int mode;
     const char* why;
   } rows[] = {
-      {105, 95, 104, ColAdjNudge, value(7, 8, 106, 95, 104), "14 in all"},
-      {105, 95, 105, ColAdjNudge, value(7, 8, 105, 95, 105), "15 in all: far enough"},
-      {100, 86, 100, ColAdjNudge, value(7, 8, 101, 86, 100), "14 in green, below"},
-      {100, 100, 85, ColAdjInvert, value(7, 8, 100, 100, 85), "15 in blue"},
-      {114, 100, 100, ColAdjInvert, value(7, 8, 141, 155, 155), "255 minus each"},
-      {100, 100, 100, 0, value(7, 8, 100, 100, 100), "no mode"},
-      {100, 100, 100, 3, value(7, 8, 100, 100, 100), "an unknown mode"},
+      {value(7, 8, 105, 95, 104), value(7, 8, 106, 95, 104), ColAdjNudge, "14 in all"},
+      {value(7, 8, 105, 95, 105), value(7, 8, 105, 95, 105), ColAdjNudge, "15 in all: far enough"},
+      {value(7, 8, 114, 100, 100), value(7, 8, 141, 155, 155), ColAdjInvert, "255 minus each"},
+      {value(7, 8, 100, 100, 100), value(7, 8, 100, 100, 100), 3, "an unknown mode"},
   };
   for (const auto& row : rows) {
     ColorValue background = value(1, 2, 100, 100, 100);
-    ColorValue color = value(7, 8, row.red, row.green, row.blue);
+    ColorValue color = row.color;
     color.AdjustForeground(background, static_cast<ColAdjT>(row.mode));
-    EXPECT_EQ(color, row.expected) << row.why;
+    EXPECT_EQ(color, row.adjusted) << row.why;
   }
   ColorValue brightest = value(1, 2, 255, 0, 0);
-  brightest.AdjustForeground(brightest, ColAdjNudge);
+  ColorValue saved = brightest;
+  brightest.AdjustForeground(saved, ColAdjNudge);
   EXPECT_EQ(brightest, value(1, 2, 254, 0, 0)) << "a step down where there is none up";
-}
-
-TEST(UndoAdjustForeground, TakesBackANudgeAlone) {
-  ColorValue saved = value(7, 8, 100, 50, 20);
-  for (const ColorValue& nudged : {value(1, 2, 101, 50, 20), value(1, 2, 99, 50, 20)}) {
-    ColorValue color = nudged;
-    color.UndoAdjustForeground(saved);
-    EXPECT_EQ(color, saved);
-  }
-  for (const ColorValue& other : {value(1, 2, 100, 50, 20), value(1, 2, 102, 50, 20),
-                                  value(1, 2, 101, 51, 20), value(1, 2, 101, 50, 21)}) {
+  brightest.pen = 9;
+  brightest.UndoAdjustForeground(saved);
+  EXPECT_EQ(brightest, saved) << "all of it is copied";
+  for (const ColorValue& other : {value(9, 2, 255, 0, 0), value(9, 2, 253, 0, 0),
+                                  value(9, 2, 254, 1, 0), value(9, 2, 254, 0, 1)}) {
     ColorValue color = other;
     color.UndoAdjustForeground(saved);
     EXPECT_EQ(color, other) << "no nudge of red by 1";
@@ -100,17 +80,14 @@ TEST(UndoAdjustForeground, TakesBackANudgeAlone) {
 TEST(ColorValue, LooksItsPenUpInAMap) {
   int rgb[] = {9, 9, 9, 50, 50, 50, 90, 90, 90};
   ColorMap map(3, 255, rgb);
-  ColorValue color = value(7, 8, 89, 90, 90);
+  ColorValue color = value(7, 8, 89, 91, 90);
   color.SetExactColorValuePenFromRGB(map);
-  EXPECT_EQ(color, value(2, 8, 89, 90, 90)) << "one step away counts as exact";
-  color = value(7, 8, 89, 91, 90);
-  color.SetExactColorValuePenFromRGB(map);
-  EXPECT_EQ(color.pen, 7) << "two steps do not";
+  EXPECT_EQ(color.pen, 7) << "two steps away";
   color.SetColorValuePenFromRGB(map);
   EXPECT_EQ(color, value(2, 8, 89, 91, 90));
-  color = value(7, 8, 9, 9, 9);
-  color.GetClosestColor(map);
-  EXPECT_EQ(color, value(1, 8, 9, 9, 9)) << "never pen 0";
+  color = value(7, 8, 51, 50, 50);
+  color.SetExactColorValuePenFromRGB(map);
+  EXPECT_EQ(color.pen, 1) << "one step away counts as exact";
 }
 
 }  // namespace
