@@ -116,26 +116,14 @@ TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
 
 TEST(GetValue, ReturnsWhatAnImageHolds) {
   ColorMap map(2, 255);
+  map.colors[0] = {0x44, 0x55, 0x66};
   map.colors[1] = {0x11, 0x22, 0x33};
-  const struct {
-    int type, order, pen;
-    unsigned int expected;
-  } rows[] = {
-      {1, RGBOrderRedHigh, 1, 0x112233},
-      {32, RGBOrderRedHigh, 1, 0x112233},
-      {32, RGBOrderBlueHigh, 1, 0x332211},
-      {32, 2, 1, 0x332211},
-      {8, 0, 77, 77},
-      {2, 0, 0, 1},
-      {32, 0, 2, 1},
-      {32, 0, -1, 1},
-  };
-  for (const auto& row : rows) {
-    const auto type = static_cast<ImageType>(row.type);
-    const auto order = static_cast<RGBOrder>(row.order);
-    EXPECT_EQ(map.GetValue(type, order, row.pen), row.expected)
-        << "type " << row.type << ", order " << row.order << ", pen " << row.pen;
-  }
+  EXPECT_EQ(map.GetValue(ImageType1Bit, RGBOrderRedHigh, 0), 0x445566U);
+  EXPECT_EQ(map.GetValue(ImageType32Bit, RGBOrderRedHigh, 1), 0x112233U);
+  EXPECT_EQ(map.GetValue(ImageType32Bit, static_cast<RGBOrder>(2), 1), 0x332211U);
+  EXPECT_EQ(map.GetValue(ImageType8Bit, RGBOrderRedHigh, 77), 77U) << "the pen, whatever it is";
+  EXPECT_EQ(map.GetValue(static_cast<ImageType>(2), RGBOrderRedHigh, 0), 1U) << "unknown type";
+  for (const int pen : {-1, 2}) EXPECT_EQ(map.GetValue(ImageType32Bit, RGBOrderRedHigh, pen), 1U);
 }
 
 TEST(MakeRoList, ListsTheLowestOtherPens) {
@@ -167,11 +155,9 @@ TEST(MapColors, CountsHowCloseItCame) {
   ColorXfm* xfm = ColOpenXfm(12);
   xfm->xfm_table[9] = xfm->xfm_table[11] = 5;
   for (int times = 0; times < 2; ++times) ColMapColors(&source, &target, xfm);
-  EXPECT_EQ(xfm->hist_exact, 1U);
-  EXPECT_EQ(xfm->hist_3, 1U);
-  EXPECT_EQ(xfm->hist_7, 2U);
-  EXPECT_EQ(xfm->hist_15, 2U);
-  EXPECT_EQ(xfm->hist_31, 2U);
+  const std::vector<unsigned int> counts = {xfm->hist_exact, xfm->hist_3, xfm->hist_7, xfm->hist_15,
+                                            xfm->hist_31};
+  EXPECT_EQ(counts, (std::vector<unsigned int>{1, 1, 2, 2, 2})) << "0, 1-3, 4-7, 8-15, 16-31";
   for (const unsigned int pen : {0U, 8U}) EXPECT_EQ(xfm->DoColorXfm(pen), 1U);
   EXPECT_EQ(xfm->DoColorXfm(9), 5U) << "a pen that the source does not have";
   EXPECT_EQ(xfm->DoColorXfm(UINT_MAX), 5U) << "the last pen answers for all beyond";
