@@ -24,7 +24,6 @@ TEST(ColorMap, OwnsItsEntries) {
   for (const ColorMap* other : {&copy, &target}) {
     EXPECT_EQ(other->colors[4], ColorRGB(30, 30, 32));
     EXPECT_EQ(other->map_size, 5U);
-    EXPECT_EQ(other->map_count, 5U);
     EXPECT_EQ(other->max_value, 255U);
   }
   for (const int size : {-1, 0}) EXPECT_EQ(ColorMap(size, 9).colors, nullptr);

@@ -69,8 +69,7 @@ TEST(AdjustForeground, MovesAwayWithinFourteenStepsAndBack) {
   brightest.pen = 9;
   brightest.UndoAdjustForeground(saved);
   EXPECT_EQ(brightest, saved) << "all of it is copied";
-  for (const ColorValue& other : {value(9, 2, 255, 0, 0), value(9, 2, 253, 0, 0),
-                                  value(9, 2, 254, 1, 0), value(9, 2, 254, 0, 1)}) {
+  for (const ColorValue& other : {value(9, 2, 253, 0, 0), value(9, 2, 254, 1, 0)}) {
     ColorValue color = other;
     color.UndoAdjustForeground(saved);
     EXPECT_EQ(color, other) << "no nudge of red by 1";

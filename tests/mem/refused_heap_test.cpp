@@ -64,12 +64,8 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     heap::refuse(row.refused, row.for_good);
     EXPECT_EQ(MemAllocate(list, 1, nullptr, &owner), row.status) << row.why;
     heap::grant_all();
-    if (row.status == MEM_SUCCESS) {
-      EXPECT_NE(owner, nullptr) << row.why;
-      EXPECT_EQ(list->entries[row.row].address, owner) << row.why;
-    } else {
-      EXPECT_EQ(owner, nullptr) << row.why;
-    }
+    const bool is_given = row.status == MEM_SUCCESS;
+    EXPECT_EQ(owner, is_given ? list->entries[row.row].address : nullptr) << row.why;
     MemListClear(list);
     EXPECT_EQ(owner, nullptr) << row.why;
     EXPECT_EQ(pool->used, 0) << row.why;
