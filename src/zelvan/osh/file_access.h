@@ -19,11 +19,14 @@
 /// bits, `osh_lseek` to the end tells the whole size and such files can be read and written in
 /// full. On Windows it has 32, and calls that would tell a place from 2 GiB on fail.
 ///
-/// **Descriptors** fit in `short`. Files are closed in programs that the process starts. Signals
-/// don't show: an interrupted call is taken up again.
+/// **Descriptors** fit in `short`. Files are closed in programs that the process starts.
 ///
-/// Threads: the library keeps nothing, so every function may run on any thread; a stream locks
-/// itself call by call, as the runtime has it.
+/// **Signals.** An interrupted call is resumed, also when a stream is opened and in `osh_readLine`.
+/// The other stream functions are exactly the runtime's: a handler that was installed without
+/// SA_RESTART interrupts them, and the GNU C library then drops what was buffered for writing.
+///
+/// Threads: the library keeps nothing, so every function may run on any thread. A stream is locked
+/// for the length of a call. On POSIX a thread that is cancelled in a call leaves no stream locked.
 #pragma once
 
 #include <zelvan/export.h>

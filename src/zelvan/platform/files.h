@@ -66,17 +66,6 @@ int _fileno(std::FILE* stream);
 /// A stream over a descriptor, which it owns from then on; null on failure.
 std::FILE* _fdopen(int fd, const char* mode);
 
-/// What was read of a line, and what stands behind it.
-struct LinePart {
-  int stored;  ///< the number of bytes; 0 where there was nothing to read
-  int next;  ///< behind a carriage return, if there is room for more: the next byte, which stays in
-             ///< the stream; EOF otherwise, and at the end of the file
-};
-
-/// Reads bytes as `getc` does, until one of them is a carriage return or a line feed, until `size`
-/// have come, or to the end of the file. The stream is locked once, and not once a byte.
-LinePart read_through_line_end(std::FILE* stream, char* buffer, int size);
-
 /// With `mode` 0: 0 if the path exists, else -1.
 int _access(const char* path, int mode);
 

@@ -107,20 +107,6 @@ int _fileno(std::FILE* stream) { return ::_fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
 
-LinePart read_through_line_end(std::FILE* stream, char* buffer, int size) {
-  ::_lock_file(stream);
-  LinePart part = {0, EOF};
-  char last = '\0';
-  while (part.stored < size && last != '\n' && last != '\r') {
-    const int c = std::getc(stream);
-    if (c == EOF) break;
-    buffer[part.stored++] = last = static_cast<char>(c);
-  }
-  if (last == '\r' && part.stored < size) part.next = std::ungetc(std::getc(stream), stream);
-  ::_unlock_file(stream);
-  return part;
-}
-
 int _access(const char* path, int) {
   return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES ? 0 : -1;
 }
