@@ -66,10 +66,10 @@ const Group drives("osh.drives", [](Digest& digest) {
   for (std::string path :
        {"\\x"s, "x"s, ""s, "\\\\host\\x"s, "/x"s, fitting, fitting + 'x', std::string(1024, 'x')}) {
     for (const char* drive : {"", "C:", "D:", "B:", "z:", "a:", "Z:", "c|"}) {
-      for (int i = 0; i < 3 * 4 * 3; ++i) {
-        platform::drive = i % 3 * 13;
-        platform::roots_length = std::array{0u, 1u, 1024u, 1025u}[i / 3 % 4];
-        platform::opened = 32766 + i / 12;
+      for (int i = 0; i < 4 * 4 * 3; ++i) {
+        platform::drive = std::array{-1, 0, 13, 26}[i % 4];  // none at all, a share, M, Z
+        platform::roots_length = std::array{0u, 1u, 1024u, 1025u}[i / 4 % 4];
+        platform::opened = 32766 + i / 16;
         platform::existing = drive + path.substr(0, 1022);
         char fixed[path_size] = "#";
         errno = 0;
