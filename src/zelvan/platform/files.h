@@ -16,9 +16,9 @@
 
 namespace zelvan::platform {
 
-// How `_open` shall open; everything else in its flags has no effect. On POSIX a file is read and
-// written as it stands, so text and binary are the same; on Windows a file that isn't binary has
-// its line ends translated by the runtime.
+// How `_open` shall open. On POSIX everything else in its flags has no effect, and a file is read
+// and written as it stands, so text and binary are the same. On Windows all flags are passed on to
+// the runtime, which translates the line ends of a file that isn't binary.
 inline constexpr int _O_RDONLY = 0x0000;
 inline constexpr int _O_WRONLY = 0x0001;
 inline constexpr int _O_RDWR = 0x0002;

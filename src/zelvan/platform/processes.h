@@ -28,10 +28,10 @@ int CreateProcessA(const char* command_line);
 ///
 /// A command of plain words is started directly if the first of them names a program; else it is
 /// the shell's. A first word that neither "PATH" nor the shell knows is reported as 2, or 5 if
-/// "PATH" leads to a file that may not be run. If the command opens with anything but a plain word (a
-/// quote, an assignment, a group), the shell alone judges it, and only a shell that can't be run is
-/// a failure. On Windows there is no shell in between: the command is the line of a program, which
-/// shows its window, and 0 says that the system ran out of memory.
+/// "PATH" leads to a file that may not be run. If the command opens with anything but a plain word
+/// (a quote, an assignment, a group), the shell alone judges it, and only a shell that can't be run
+/// is a failure. On Windows there is no shell in between: the command is the line of a program,
+/// which shows its window, and 0 says that the system ran out of memory.
 int WinExec(const char* command);
 
 /// The id of this process.
