@@ -43,7 +43,7 @@ bool is_there(const std::wstring& path) {
   return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-/// Deletes a file that this call made. The reason of an earlier failure is kept.
+/// Deletes a file, read-only or not. The reason of an earlier failure is kept.
 void remove(const std::wstring& path) {
   const DWORD why = ::GetLastError();
   make_writable(path);
