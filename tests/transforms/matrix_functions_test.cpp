@@ -1,0 +1,47 @@
+#include <zelvan/transforms/matrix_functions.h>
+
+#include "transforms/matrix.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int derived = Mtx2DTypeGeneral, kept = Mtx2DTypeIdentity;
+
+// From a matrix whose type is stale: some functions derive it.
+TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
+  const auto expect = [](const char* name, const Mtx2D& expected, void (*function)(Mtx2D*)) {
+    Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, kept, 3);
+    function(&m);
+    EXPECT_EQ(m, expected) << name;
+  };
+  using M = Mtx2D;
+  const auto turn = Mtx2DOrientRot90;
+  expect("initialize_matrix", Mtx2D(), initialize_matrix);
+  expect("set_matrix_type", matrix({1, 2}, {3, 4}, {5, 6}, derived, 3), set_matrix_type);
+  expect("set_xfm", Mtx2D(1, 2, turn, 3, 4, 5, 6),
+         [](M* m) { set_xfm(1, 2, turn, 3, 4, 5, 6, m); });
+  expect("translate_matrix", matrix({1, 2}, {3, 4}, {15, 26}, kept, 3),
+         [](M* m) { translate_matrix(10, 20, m); });
+  expect("scale_matrix", matrix({2, -6}, {6, -12}, {10, -18}, kept, 3),
+         [](M* m) { scale_matrix(2, -3, m); });
+  expect("rotate_matrix", matrix({3, 4}, {-1, -2}, {5, 6}, derived, 3),
+         [](M* m) { rotate_matrix(90, m, Mtx2DRotateFirst); });
+  expect("orient_matrix", matrix({-2, 1}, {-4, 3}, {-6, 5}, derived, 3),
+         [](M* m) { orient_matrix(turn, m); });
+  expect("reflect_matrix_x", matrix({1, -2}, {3, -4}, {5, -6}, kept, 2), reflect_matrix_x);
+  expect("reflect_matrix_y", matrix({-1, 2}, {-3, 4}, {-5, 6}, kept, 1), reflect_matrix_y);
+  expect("invert_matrix in place", matrix({-2, 1}, {1.5, -0.5}, {1, -2}, derived, 3),
+         [](M* m) { invert_matrix(m, m); });
+}
+
+TEST(MatrixFunctions, MultiplyIntoEitherOperand) {
+  Mtx2D first = matrix({1, 2}, {3, 4}, {5, 6}, derived), into_first = first;
+  Mtx2D second = matrix({7, 8}, {9, 10}, {11, 12}, derived), into_second = second;
+  multiply_matrices(&into_first, &second, &into_first);
+  multiply_matrices(&first, &into_second, &into_second);
+  EXPECT_EQ(into_first, first * second);
+  EXPECT_EQ(into_second, first * second);
+}
+
+}  // namespace
