@@ -9,16 +9,13 @@ namespace {
 // The minimum is `p < q ? p : q` and the maximum `q > p ? q : p`.
 TEST(CAlignedRect, SortsTwoCornersOnEachAxis) {
   const auto expect = [](DblPt p, DblPt q, DblPt low, DblPt high, const char* why) {
-    CAlignedRect by_points(p, q), refilled(9.0, 9.0, 9.0, 9.0), refilled_by_points = refilled;
-    refilled.set(p.x, p.y, q.x, q.y);
-    refilled_by_points.set(p, q);
-    for (CAlignedRect rect :
-         {CAlignedRect(p.x, p.y, q.x, q.y), by_points, refilled, refilled_by_points}) {
+    CAlignedRect made(p, q), refilled(9.0, 9.0, 9.0, 9.0);
+    refilled.set(p, q);
+    for (CAlignedRect rect : {made, refilled, CAlignedRect(p.x, p.y, q.x, q.y)}) {
       EXPECT_EQ(DblPt(rect.left(), rect.bottom()), low) << why;
       EXPECT_EQ(DblPt(rect.right(), rect.top()), high) << why;
     }
   };
-  expect({1.0, 2.0}, {3.0, 4.0}, {1.0, 2.0}, {3.0, 4.0}, "sorted as they come");
   expect({3.0, 1.0}, {1.0, 4.0}, {1.0, 1.0}, {3.0, 4.0}, "each axis is sorted by itself");
   expect({0.0, -0.0}, {-0.0, 0.0}, {-0.0, 0.0}, {0.0, -0.0}, "of equal zeros one of each is kept");
   expect({NAN, 1.0}, {2.0, NAN}, {2.0, NAN}, {NAN, 1.0}, "beside a NaN, q is the smaller");
@@ -34,12 +31,10 @@ TEST(CAlignedRect, HoldsItsEdgesGrownByTheTolerance) {
     expect(half_beyond, 0.5, true, "just the tolerance beyond a side");
     expect(half_beyond, 0.25, false, "farther than the tolerance");
   }
-  expect({11.0, 30.0}, 0.0, true, "a corner");
   expect({0.5, 20.0}, -1.0, false, "a negative tolerance shrinks the box");
   expect({5.0, 20.0}, -1.0, true, "well inside the shrunk box");
   expect({0x1p54 + 12.0, 20.0}, 0x1p54, false, "12 is left; added to the edge it would round up");
   expect({NAN, 20.0}, 1.0, false, "NaN in x");
-  expect({5.0, NAN}, 1.0, false, "NaN in y");
   expect({5.0, 20.0}, NAN, false, "NaN as the tolerance");
 }
 

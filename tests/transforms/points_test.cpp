@@ -10,7 +10,6 @@ TEST(DblPt, IsEqualInsideASquareWithoutItsEdges) {
         << why << ": (1, 2) and " << testing::PrintToString(p) << " within " << tolerance;
   };
   expect({1.0, 2.0}, 0.0, false, "at tolerance 0 no point equals itself");
-  expect({1.0, 2.0}, 0x1p-1074, true, "any tolerance will do for itself");
   expect({1.5, 2.0}, 0.5, false, "x differs by just the tolerance");
   expect({1.0, 1.5}, 0.5, false, "y differs by just the tolerance");
   expect({0.625, 2.375}, 0.5, true, "a square: the distance is above 0.5");
@@ -19,10 +18,9 @@ TEST(DblPt, IsEqualInsideASquareWithoutItsEdges) {
 }
 
 TEST(IntPt, ComparesBothCoordinates) {
-  EXPECT_TRUE(IntPt() == IntPt(0, 0));
   IntPt p(5, 6);
-  p.set(1, 2);
-  EXPECT_TRUE(p == IntPt(1, 2));
-  EXPECT_FALSE(p == IntPt(1, 3)) << "y differs";
-  EXPECT_FALSE(p == IntPt(3, 2)) << "x differs";
+  p.set(0, 0);
+  EXPECT_TRUE(p == IntPt());
+  EXPECT_FALSE(p == IntPt(0, 1)) << "y differs";
+  EXPECT_FALSE(p == IntPt(1, 0)) << "x differs";
 }
