@@ -28,10 +28,11 @@ struct Inputs {
   std::vector<unsigned char> bytes = std::vector<unsigned char>(16 * n);
 
   Inputs(int count, int seed) : n(count), random(seed) {
-    const int low = random.below(8), size = 1 + random.below(14);
+    const auto on_grid = [this, low = random.below(8), size = 1 + random.below(14)] {
+      return 1.0 * low + random.below(size);
+    };
     for (int i = 0; i < n; ++i) {
-      if (random.below(40) == 0) continue;
-      outline[i] = {1.0 * low + random.below(size), 1.0 * low + random.below(size)};
+      if (random.below(40) > 0) outline[i] = {on_grid(), on_grid()};
       flags[i] = i == n - 1 ? 3 : random.below(9) == 0 ? 2 : 1;
       colors[i] = {random.below(9) - 1, random.below(9), random.below(9)};
     }
@@ -85,21 +86,17 @@ Kernel clipping(decltype(ClipPolygonSet)* clip) {
   };
 }
 
-struct GuardedPolygon : CPolygon {
-  GuardedArray<DblPt> ring;
-
-  explicit GuardedPolygon(Inputs& in) : ring(in.n) {
-    for (int i = 0; i < in.n; ++i) ring[i].set(in.outline[i].x, in.outline[i].y);
-    n_points = in.n;
-    points = ring.data();
-  }
-  ~GuardedPolygon() override { points = nullptr; }
-};
-
 Results contain(Inputs& in) {
-  GuardedPolygon polygon(in);
+  struct Polygon : CPolygon {
+    using CPolygon::n_points, CPolygon::points;
+  } polygon;
+  GuardedArray<DblPt> ring(in.n);
+  for (int i = 0; i < in.n; ++i) ring[i].set(in.outline[i].x, in.outline[i].y);
+  polygon.n_points = in.n;
+  polygon.points = ring.data();
   Results results;
   for (int i = 0; i < 20; ++i) results.push_back(polygon.isInside(i, 20 - i, 0.0));
+  polygon.points = nullptr;
   return results;
 }
 

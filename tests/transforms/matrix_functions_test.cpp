@@ -36,12 +36,13 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
 }
 
 TEST(MatrixFunctions, MultiplyIntoEitherOperand) {
-  Mtx2D first = matrix({1, 2}, {3, 4}, {5, 6}, derived), into_first = first;
-  Mtx2D second = matrix({7, 8}, {9, 10}, {11, 12}, derived), into_second = second;
-  multiply_matrices(&into_first, &second, &into_first);
-  multiply_matrices(&first, &into_second, &into_second);
-  EXPECT_EQ(into_first, first * second);
-  EXPECT_EQ(into_second, first * second);
+  Mtx2D first = matrix({1, 2}, {3, 4}, {5, 6}, derived), second = first;
+  const Mtx2D square = first * first;
+  multiply_matrices(&first, &second, &second);
+  EXPECT_EQ(second, square);
+  second = first;
+  multiply_matrices(&first, &second, &first);
+  EXPECT_EQ(first, square);
 }
 
 }  // namespace

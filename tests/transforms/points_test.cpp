@@ -18,9 +18,8 @@ TEST(DblPt, IsEqualInsideASquareWithoutItsEdges) {
 }
 
 TEST(IntPt, ComparesBothCoordinates) {
-  IntPt p(5, 6);
-  p.set(0, 0);
-  EXPECT_TRUE(p == IntPt());
+  const IntPt p;
+  EXPECT_TRUE(p == IntPt(0, 0));
   EXPECT_FALSE(p == IntPt(0, 1)) << "y differs";
   EXPECT_FALSE(p == IntPt(1, 0)) << "x differs";
 }
