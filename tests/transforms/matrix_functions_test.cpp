@@ -17,7 +17,7 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
   };
   using M = Mtx2D;
   const auto turn = Mtx2DOrientRot90;
-  expect("initialize_matrix", Mtx2D(), initialize_matrix);
+  expect("initialize_matrix", matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeDiagonal), initialize_matrix);
   expect("set_matrix_type", matrix({1, 2}, {3, 4}, {5, 6}, derived, 3), set_matrix_type);
   expect("set_xfm", Mtx2D(1, 2, turn, 3, 4, 5, 6),
          [](M* m) { set_xfm(1, 2, turn, 3, 4, 5, 6, m); });
@@ -29,6 +29,8 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
          [](M* m) { rotate_matrix(90, m, Mtx2DRotateFirst); });
   expect("orient_matrix", matrix({-2, 1}, {-4, 3}, {-6, 5}, derived, 3),
          [](M* m) { orient_matrix(turn, m); });
+  expect("orient_matrix, unknown", matrix({1, 2}, {3, 4}, {5, 6}, derived, 3),
+         [](M* m) { orient_matrix(Mtx2DOrient{8}, m); });
   expect("reflect_matrix_x", matrix({1, -2}, {3, -4}, {5, -6}, kept, 2), reflect_matrix_x);
   expect("reflect_matrix_y", matrix({-1, 2}, {-3, 4}, {-5, 6}, kept, 1), reflect_matrix_y);
   expect("invert_matrix in place", matrix({-2, 1}, {1.5, -0.5}, {1, -2}, derived, 3),

@@ -3,9 +3,9 @@
 #include "support/polygon_set.h"
 #include "transforms/matrix.h"
 
-#include <algorithm>
 #include <climits>
 #include <cmath>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -67,16 +67,18 @@ TEST(SetType, ComparesTheElementsWithZero) {
 
 // ---- composition in place
 
-// matrix_functions_test.cpp has the other steps, by the flat names for them.
-TEST(Composition, HasThreeMoreOperations) {
-  const Mtx2D start = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
-  Mtx2D sheared = start, inverted = start, oriented = start;
-  sheared.ShearInX(9);
-  inverted.InvertYAxis(9);
-  oriented.Orient(Mtx2DOrient{8});
-  EXPECT_EQ(sheared, matrix({1, 2}, {9, 4}, {5, 6}, Mtx2DTypeGeneral, 1)) << "m21 is replaced";
-  EXPECT_EQ(inverted, matrix({1, 2}, {3, -4}, {5, 9}, Mtx2DTypeIdentity, 1)) << "y' = 9 - 4 y";
-  EXPECT_EQ(oriented, matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeGeneral, 1)) << "an unknown value";
+// matrix_functions_test.cpp has the steps that have a flat name as well.
+
+TEST(ShearInX, ReplacesTheShear) {
+  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
+  m.ShearInX(9);
+  EXPECT_EQ(m, matrix({1, 2}, {9, 4}, {5, 6}, Mtx2DTypeGeneral, 1));
+}
+
+TEST(InvertYAxis, MeasuresYDownFromAHeight) {
+  Mtx2D m = matrix({1, 0}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
+  m.InvertYAxis(9);
+  EXPECT_EQ(m, matrix({1, 0}, {3, -4}, {5, 9}, Mtx2DTypeIdentity, 1)) << "y' = 9 - 4 y";
 }
 
 TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
@@ -104,18 +106,29 @@ TEST(Product, ActsWithTheFirstMatrixFirst) {
 }
 
 TEST(Invert, UndoesTheMatrix) {
-  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1),
-        diagonal(0, 0, Mtx2DOrientNone, 2, 4, 6, 8);
-  Mtx2D singular(0, 0, Mtx2DOrientNone, 0, 0, 1, 1);
-  EXPECT_EQ(m.GetDeterminant(), -2);
-  EXPECT_EQ(m.ReversesOrientation(), 1);
-  EXPECT_EQ(singular.ReversesOrientation(), 0) << "a determinant of 0";
+  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
+  Mtx2D diagonal = matrix({2, 0}, {0, 4}, {6, 8}, Mtx2DTypeIdentity);
+  Mtx2D singular = matrix({0, 0}, {0, 0}, {1, 1}, Mtx2DTypeIdentity);
   EXPECT_EQ(m.Invert(), matrix({-2, 1}, {1.5, -0.5}, {1, -2}, Mtx2DTypeGeneral, 1));
   EXPECT_EQ(diagonal.Invert(), matrix({0.5, -0.0}, {-0.0, 0.25}, {-3, -2}, Mtx2DTypeDiagonal));
   EXPECT_EQ(singular.Invert(), matrix({NAN, NAN}, {NAN, NAN}, {NAN, NAN}, Mtx2DTypeGeneral));
 }
 
+TEST(Determinant, IsNegativeWhereASenseIsReversed) {
+  Mtx2D reversing = matrix({2, 3}, {4, 5}, {0, 0}, Mtx2DTypeGeneral);
+  Mtx2D singular = matrix({1, 2}, {2, 4}, {0, 0}, Mtx2DTypeGeneral);
+  EXPECT_EQ(reversing.GetDeterminant(), 2 * 5 - 3 * 4);
+  EXPECT_EQ(reversing.ReversesOrientation(), 1);
+  EXPECT_EQ(singular.ReversesOrientation(), 0);
+}
+
 // ---- decomposition
+
+TEST(GetElements, CopiesEachToThePlaceOfItsName) {
+  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeGeneral), copy;
+  m.GetElements(&copy.m11, &copy.m12, &copy.m21, &copy.m22, &copy.tx, &copy.ty);
+  EXPECT_EQ(copy != m, 0) << testing::PrintToString(copy);
+}
 
 TEST(Decomposition, ReadsScaleAndTurnsOfTheXAxis) {
   const auto expect = [](Mtx2D m, double scale, double rotation, double turn, const char* why) {
@@ -246,7 +259,9 @@ TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
     for (int i = 0; i < 4; ++i) {
       EXPECT_EQ(out.corners[i], corners[i]) << why << ", of integers";
       EXPECT_EQ(real.corners[i], corners[i]) << why << ", in place";
-      EXPECT_EQ(rounded.corners[i].x, static_cast<int>(corners[i].x + 0.5)) << why << ", rounded";
+      const auto half_up = [](double v) { return static_cast<int>(v + 0.5); };
+      const int_pt_t whole = {half_up(corners[i].x), half_up(corners[i].y)};
+      EXPECT_EQ(rounded.corners[i], whole) << why << ", rounded";
     }
   };
   const Mtx2D turn(0, 0, Mtx2DOrientRot90, 1, 1, 0, 0), half(0, 0, Mtx2DOrientNone, 0.5, 1, 0, 0);
@@ -282,21 +297,21 @@ TEST(XfmPolySetPts, DropsVerticesThatLandOnTheOneBefore) {
       << "polygons that touch run together";
 }
 
-// Each of 100 vertices comes three times, hardly apart.
-TEST(XfmPolyPts, MapsLongPolygonsAndRealXfmPolyPtSetDropsNothingInThem) {
+// Each of 100 vertices comes three times, an eighth apart.
+TEST(XfmPolygon, ComparesTheVerticesAsItWritesThem) {
   std::vector<real_pt_t> in(300), reals(300);
   std::vector<int_pt_t> out(300), expected(100);
-  std::vector<int> flags(300, 1);
+  std::vector<int> flags(300, 1), out_flags(300);
   for (int i = 0; i < 300; ++i) in[i] = {i / 3 + i % 3 * 0.125, 0};
   for (int i = 0; i < 100; ++i) expected[i] = {i, 0};
   int count;
   Mtx2D().XfmPolyPts(300, &count, in.data(), out.data());
   out.resize(count);
-  EXPECT_EQ(out, expected);
-  drw_pset_t set = {300, in.data(), flags.data()}, real_set = {-1, reals.data(), flags.data()};
-  Mtx2D().RealXfmPolyPtSet(&set, &real_set);
+  EXPECT_EQ(out, expected) << "rounded, three vertices are one";
+  drw_pset_t set = {300, in.data(), flags.data()}, kept = {-1, reals.data(), out_flags.data()};
+  Mtx2D().RealXfmPolyPtSet(&set, &kept);
+  EXPECT_EQ(kept.n_points, 300) << "in reals they differ";
   EXPECT_EQ(reals, in);
-  EXPECT_EQ(real_set.n_points, 300);
 }
 
 }  // namespace
