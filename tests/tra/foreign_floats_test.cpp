@@ -30,10 +30,8 @@ TEST(ConvertFlpt, TurnsKnownNumbersIntoOneAnother) {
   expect(to_ibm, singles, 0xC2ED4000, 0xC276A000, "-118.625 is -0.76A (hexadecimal) times 16^2");
   expect(to_ibm, singles, 0x3DCCCCCD, 0x40199999, "0.1 loses its last bits");
   expect(to_ibm, singles, 0x00000001, 0x1B800000, "2^-149 is 0.8 times 16^-37");
-  expect(to_ieee, singles, 0x61100000, 0x7F800000, "2^128 is too large");
   expect(to_ieee, singles, 0x21100000, 0x00200000, "2^-128 is a denormal");
   expect(to_ieee, singles, 0xC1000000, 0xFFFFFFFF, "a zero fraction is NaN");
-  expect(to_ibm, doubles, 0x8000000000000000, 0, "-0 has no sign");
   expect(to_ibm, doubles, 0x4FB0000000000000, 0x7FFFFFFFFFFFFFFF, "2^252 is too large");
   expect(to_ieee, doubles, 0x8000000000000000, ~Word{0}, "a zero fraction with a sign is NaN");
 }

@@ -18,8 +18,7 @@ TEST(DblPt, IsEqualInsideASquareWithoutItsEdges) {
 }
 
 TEST(IntPt, ComparesBothCoordinates) {
-  const IntPt p;
-  EXPECT_TRUE(p == IntPt(0, 0));
+  const IntPt p(0, 0);
   EXPECT_FALSE(p == IntPt(0, 1)) << "y differs";
   EXPECT_FALSE(p == IntPt(1, 0)) << "x differs";
 }
