@@ -25,7 +25,8 @@ Word converted(int format, unsigned short type, Word number) {
 
 TEST(ConvertFlpt, TurnsKnownNumbersIntoOneAnother) {
   const auto expect = [](int format, unsigned short type, Word from, Word to, const char* why) {
-    EXPECT_EQ(converted(format, type, from), to) << why << std::hex << ": from 0x" << from;
+    const Word result = converted(format, type, from);
+    EXPECT_EQ(result, to) << why << std::hex << ": 0x" << from << " became 0x" << result;
   };
   expect(to_ibm, singles, 0xC2ED4000, 0xC276A000, "-118.625 is -0.76A (hexadecimal) times 16^2");
   expect(to_ibm, singles, 0x3DCCCCCD, 0x40199999, "0.1 loses its last bits");

@@ -24,8 +24,10 @@ TEST(CAlignedRect, SortsTwoCornersOnEachAxis) {
 TEST(CAlignedRect, HoldsItsEdgesGrownByTheTolerance) {
   const auto expect = [](DblPt p, double tolerance, bool inside, const char* why) {
     CAlignedRect rect(0.0, 10.0, 11.0, 30.0);
-    EXPECT_EQ(rect.isInside(p, tolerance), inside) << why << ": " << testing::PrintToString(p);
-    EXPECT_EQ(rect.isInside(p.x, p.y, tolerance), inside) << why << ", by coordinates";
+    SCOPED_TRACE(testing::Message() << why << ": (0, 10) to (11, 30), point "
+                                    << testing::PrintToString(p) << ", tolerance " << tolerance);
+    EXPECT_EQ(rect.isInside(p, tolerance), inside);
+    EXPECT_EQ(rect.isInside(p.x, p.y, tolerance), inside);
   };
   for (const DblPt half_beyond : {DblPt(-0.5, 20.0), {11.5, 20.0}, {5.0, 9.5}, {5.0, 30.5}}) {
     expect(half_beyond, 0.5, true, "just the tolerance beyond a side");

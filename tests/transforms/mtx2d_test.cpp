@@ -171,7 +171,8 @@ TEST(Mapping, DropsTheTermsThatTheTypeCallsZero) {
     m.RealXfmPt(&in, &out[1]);
     m.InvXfmPt(&whole, &out[2]);
     m.RealXfmPts(1, &in, &out[3]);
-    for (const auto& p : out) EXPECT_EQ(p, expected) << testing::PrintToString(m);
+    for (const auto& p : out)
+      EXPECT_EQ(p, expected) << "(10, 100) by " << testing::PrintToString(m);
   };
   expect(Mtx2DTypeDiagonal, {10 + 5, 400 + 6});
   expect(Mtx2DTypeQuadrant, {300 + 5, 20 + 6});
