@@ -5,6 +5,7 @@
 #include "support/random.h"
 #include "support/vector_forms.h"
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <utility>
