@@ -66,10 +66,13 @@ zelvan::Closest zelvan::closest_to_beat(const ColorMap& map) {
 
 int zelvan::closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
                            int* distance) {
-  last_answer = {target.red, target.green, target.blue, static_cast<int>(found.index),
-                 map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], target)};
-  *distance = last_answer.distance;
-  return last_answer.index;
+  const ColorRGB key = target;  // which may lie where the distance goes
+  const int index = static_cast<int>(found.index);
+  const int reported = map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], key);
+  *distance = reported;
+  // Another thread may store here at any time, so nothing of it is read back.
+  last_answer = {key.red, key.green, key.blue, index, reported};
+  return index;
 }
 
 ColorMap::ColorMap(int size, int max_value0)
@@ -123,10 +126,12 @@ unsigned short ColorMap::Identical(ColorMap* other) {
 }
 
 int ColorMap::GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh) {
-  const ColorRGB last(last_answer.red, last_answer.green, last_answer.blue);
-  if (fresh == 0 && are_equal(*target, last)) {
-    *distance = last_answer.distance;
-    return last_answer.index;
+  if (fresh == 0) {
+    const ColorRGB last(last_answer.red, last_answer.green, last_answer.blue);
+    if (are_equal(*target, last)) {
+      *distance = last_answer.distance;
+      return last_answer.index;
+    }
   }
 
   const zelvan::Closest found =
