@@ -21,7 +21,7 @@ ARROWS = {
     "platform": set(),
     "detail": set(),
 }
-FOR_ALL = {"export.h", "detail/instruction_set.h"}
+FOR_ALL = {"export.h", "detail/array_size.h", "detail/instruction_set.h"}
 PRIVATE = {"detail", "platform"}  # among the folders beside those of the families
 VECTOR_HEADERS = {"immintrin.h", "arm_neon.h"}  # the compiler's own, not the operating system's
 HEADERS_OF_C = {"stddef.h", "stdint.h", "stdio.h"}  # for callers in C

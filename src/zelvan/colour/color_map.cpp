@@ -1,5 +1,6 @@
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/detail/closest_color.h>
+#include <zelvan/detail/array_size.h>
 
 #include <algorithm>
 #include <climits>
@@ -17,9 +18,10 @@ struct {
   int distance;
 } last_answer;
 
-/// `count` black entries; null for none, and when the heap refuses.
+/// Returns `count` black entries; null for none, and when the heap refuses.
 ColorRGB* new_colors(unsigned int count) {
-  return count == 0 ? nullptr : new (std::nothrow) ColorRGB[count];
+  if (count == 0 || !zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
+  return new (std::nothrow) ColorRGB[count];
 }
 
 bool are_equal(const ColorRGB& a, const ColorRGB& b) {
