@@ -109,6 +109,11 @@ unsigned short ColorMap::SetIndex(int index, unsigned short reserved, char* text
   return colors[index].SetValue(reserved, text);
 }
 
+unsigned short ColorMap::SetIndex(int index, const char* text) {
+  if (index < 0 || static_cast<unsigned int>(index) >= map_size) return 0;
+  return colors[index].SetValue(text);
+}
+
 unsigned short ColorMap::SetRGBIndex(int index, float red, float green, float blue) {
   if (index < 0 || static_cast<unsigned int>(index) >= map_size) return 0;
   return colors[index].SetRGBColor(red, green, blue);

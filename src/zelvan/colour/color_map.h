@@ -6,8 +6,9 @@
 ///
 /// Threads: all searches share one memory of the last answer, without a lock. A search with
 /// `fresh` 1 only writes it, so its own result is safe; searches with `fresh` 0 belong on one
-/// thread, with no other search beside them. `SetIndex` uses the field parser: one thread at a
-/// time. Else one map may be read by many threads, and who changes it excludes the others.
+/// thread, with no other search beside them. `SetIndex` with three arguments parses in the one
+/// record of `str_parse`: one thread at a time. Otherwise many threads may read one map, and a
+/// thread that changes it excludes the others.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -55,12 +56,16 @@ class ColorMap {
 
   // ---- setting entries
 
-  /// Sets entry `index` as `ColorRGB::SetValue` does, and gives its result; 0 for an `index` that
+  /// Sets entry `index` as `ColorRGB::SetValue` does, and returns its result; 0 for an `index` that
   /// the map doesn't have. The channels are on the scale 255, whatever the map's is.
+  ZELVAN_API unsigned short SetIndex(int index, const char* text);
+
+  /// Sets entry `index` as `SetIndex(index, text)` does, by way of `str_parse`: it overwrites the
+  /// record and the text that `str_parse` returned before. `reserved` plays no part: pass 0.
   ZELVAN_API unsigned short SetIndex(int index, unsigned short reserved, char* text);
 
-  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, likewise: channels of 0 to 1 go to the
-  /// scale 255.
+  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, and returns its result; 0 for an `index`
+  /// that the map doesn't have. Channels of 0 to 1 go to the scale 255, whatever the map's is.
   ZELVAN_API unsigned short SetRGBIndex(int index, float red, float green, float blue);
 
   /// Copies the colour into entry `index`. Requires: 0 <= `index` < `map_size`, and `color` is not
