@@ -16,6 +16,6 @@ ZELVAN_C_API void utl_rotate_point(real_pt_t* center, real_pt_t* point, double s
 ZELVAN_C_API double utl_angle2d(double x1, double y1, double x2, double y2);
 
 /// Sine and cosine of a whole number of degrees, of any size and sign, with 3.141592654 for pi.
-/// Multiples of 90 come out close to 0 and 1 and not exactly so; where that matters, use
-/// `Mtx2D::Rotate`.
+/// Multiples of 360 are exact: 0 and 1. Other multiples of 90 come out within 1e-9 of 0, 1 or -1
+/// and not exactly so; where that matters, use `Mtx2D::Rotate`.
 ZELVAN_C_API void drw_get_trig(int degrees, double* sine, double* cosine);
