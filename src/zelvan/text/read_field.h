@@ -22,6 +22,7 @@ struct field_record {
   str_field field;  ///< its `text` points into `text` below
   char text[1600];  ///< of a word, a string or a number, terminated
 
+  /// Not initialised.
   field_record() = default;
 
   /// Not to be had: the copy's field would point into the original.

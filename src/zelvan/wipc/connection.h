@@ -58,7 +58,7 @@ ZELVAN_API void* wipc_accept_connection(void);
 /// Each port is tried up to five times, with pauses of three seconds in all, since the primary gets
 /// ready for the second connection only after it has seen the first. So a port that refuses fails
 /// after about three seconds. A host that doesn't answer holds each attempt for as long as the
-/// system's `connect` waits, which can be minutes.
+/// system waits for a connection, which can be minutes.
 ZELVAN_API void* wipc_connect_session(char* host, int primary_port, int secondary_port);
 
 /// Ends a session; the handle is dead afterwards. Null does nothing. What is queued is released.
