@@ -208,13 +208,14 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 /// source, less what the process masks out. What is replaced keeps its own and, where possible,
 /// its owner, but a hard link of it keeps the old content. A destination
 /// that is a symbolic link has the file replaced that it leads to. Refused: a file onto itself, and
-/// a destination that is read-only, that this user may not write or that is no regular file.
+/// a destination that is read-only, that this user may not write or that is no regular file. Holes
+/// of a sparse source are filled with zeros, so its copy can take more room on the disk.
 ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 
 /// Gives a file or directory another name: old one first. 0, or -1.
 ///
-/// Nothing is overwritten: the new name must be free. A file, but no directory, may move to
-/// another file system.
+/// Nothing is overwritten: the new name must be free. A regular file may move to another file
+/// system, by a copy as `osh_copyfile` makes one; directories, symbolic links and devices may not.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is
