@@ -54,9 +54,11 @@ TEST(ConvertFlpt, AgreesWithAModelOfTheValues) {
 
 TEST(ConvertFlpt, LooksAtSixBitsOfTheFormat) {
   EXPECT_EQ(converted(0x107, singles, 0x3F800000), 0x41100000u) << "as format 4, to IBM";
-  std::string text = "0123456789";
-  tra_convert_flpt(3, singles, 2, &text[0], &text[1]);
-  EXPECT_EQ(text, "0012345679") << "as format 0, which moves";
+  std::string four_bytes = "012345", eight_bytes = "0123456789";
+  tra_convert_flpt(3, singles, 1, &four_bytes[0], &four_bytes[1]);
+  tra_convert_flpt(3, doubles, 1, &eight_bytes[0], &eight_bytes[1]);
+  EXPECT_EQ(four_bytes, "001235") << "as format 0, which moves";
+  EXPECT_EQ(eight_bytes, "0012345679") << "as format 0, which moves";
 }
 
 // A status of 9 says that the call has returned.
