@@ -22,7 +22,7 @@ import time
 import unittest
 
 SKIPPED = 77
-NEEDED = ["unshare", "mount", "umount", "losetup", "mkfs.ext4", "mkfs.exfat",
+NEEDED = ["unshare", "mount", "umount", "losetup", "chattr", "mkfs.ext4", "mkfs.exfat",
           "mount.exfat-fuse"]
 NOBODY = 65534
 COLLEAGUE = 1000
@@ -149,6 +149,33 @@ class PowerCuts(Disks):
         shutil.copyfile("disk.image", "cut.image")
         after = self.mounted_after_power_cut("cut.image")
         self.assertEqual(content(f"{after}/file"), NEW)
+
+
+class Moves(Disks):
+    """To another disk, while somebody else is at work with the same names."""
+
+    def setUp(self):
+        super().setUp()
+        self.make_ext4("here")
+        self.make_ext4("there")
+        put("here/file", OLD)
+
+    def test_leave_a_file_that_took_the_old_name_meanwhile(self):
+        put("here/newer", NEW)
+        moved = call("osh_rename", "here/file", "there/file",
+                     before={"copy_file_range": "mv here/newer here/file"})
+        self.assertEqual(moved, 0)
+        self.assertEqual((content("here/file"), content("there/file")), (NEW, OLD))
+
+    def test_that_cannot_be_completed_remove_their_copy_and_nobody_elses(self):
+        run("chattr", "+i", "here/file")
+        self.assertEqual(call("osh_rename", "here/file", "there/file"), -1)
+        self.assertEqual(os.listdir("there"), ["lost+found"])
+        put("there/theirs", NEW)
+        replaced = {"unlinkat": "mv there/theirs there/file"}
+        self.assertEqual(call("osh_rename", "here/file", "there/file", before=replaced), -1)
+        self.assertEqual((content("here/file"), content("there/file")), (OLD, NEW))
+        run("chattr", "-i", "here/file")
 
 
 class KilledCopies(Disks):
