@@ -11,16 +11,10 @@
 namespace zelvan::platform {
 namespace {
 
-bool get_status(Name name, struct stat* status) {
-  return ::fstatat(name.folder, name.text, status, AT_SYMLINK_NOFOLLOW) == 0;
-}
-
 /// Is there no such call here? Then a weaker one may do. EPERM is the answer of file systems
 /// without hard links, and where users may link nothing but their own files.
 bool is_missing_call() { return errno == EINVAL || errno == ENOSYS; }
 bool is_missing_link() { return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS; }
-
-int unlink_flags(const struct stat& status) { return S_ISDIR(status.st_mode) ? AT_REMOVEDIR : 0; }
 
 /// Makes an empty file or directory under a free name.
 bool reserve(Name name, bool is_directory) {
@@ -45,30 +39,6 @@ bool rename_over_reserved(Name from, Name to, const struct stat& source) {
 }
 
 }  // namespace
-
-Found look_for(Name name, const struct stat& file) {
-  struct stat status;
-  if (!get_status(name, &status)) return errno == ENOENT ? Found::other : Found::unknown;
-  const bool is_same = status.st_dev == file.st_dev && status.st_ino == file.st_ino;
-  return is_same ? Found::same : Found::other;
-}
-
-bool remove_old_name(Name name, const struct stat& file) {
-  if (look_for(name, file) == Found::other) return true;
-  if (::unlinkat(name.folder, name.text, 0) == 0) return true;
-  const int why = errno;
-  const bool is_removed = look_for(name, file) == Found::other;
-  errno = why;
-  return is_removed;
-}
-
-void take_back(Name new_name, const struct stat& made, Name old_name, const struct stat& source) {
-  const int why = errno;
-  if (look_for(old_name, source) == Found::same && look_for(new_name, made) == Found::same) {
-    ::unlinkat(new_name.folder, new_name.text, unlink_flags(made));
-  }
-  errno = why;
-}
 
 bool rename_to_free_name(Name from, Name to) {
   if (::renameat2(from.folder, from.text, to.folder, to.text, RENAME_NOREPLACE) == 0) return true;

@@ -1,35 +1,12 @@
-/// Names in folders, and the files that they lead to.
+/// Renaming that destroys nothing.
 #pragma once
 
-#include <sys/stat.h>
+#include <zelvan/platform/posix/names.h>
 
 namespace zelvan::platform {
 
-/// A name in a folder. The folder is a descriptor, or AT_FDCWD for a path.
-struct Name {
-  int folder;
-  const char* text;
-};
-
-/// What a name leads to: the file that is asked about, another one or none, or nobody can tell.
-enum class Found { same, other, unknown };
-
-/// Looks whether the name still leads to the file of this status. Links are not followed.
-Found look_for(Name name, const struct stat& file);
-
-/// Removes a name of a file that has another name by now. False if the file still has this one.
-///
-/// A network file system may repeat a request that has worked and report the failure of the
-/// second, mostly ENOENT. So a failed call counts as done if the name no longer leads to the file.
-/// If somebody has put another file in its place, that one stays.
-bool remove_old_name(Name name, const struct stat& file);
-
-/// After a failed rename: removes what was `made` under the new name. It stays unless the `source`
-/// still has its old name, and unless it is still what was made. `errno` stays.
-void take_back(Name new_name, const struct stat& made, Name old_name, const struct stat& source);
-
 /// Renames within a file system, and never over anything: whatever has the new name stays. False
-/// on failure.
+/// on failure, with the reason in `errno`.
 bool rename_to_free_name(Name from, Name to);
 
 }  // namespace zelvan::platform
