@@ -3,6 +3,7 @@
 #include <zelvan/platform/files.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -60,7 +61,11 @@ short osh1_open(char* path, int flags, short mode) {
   char fixed[path_size];
   osh1_fix_path(path, fixed, sizeof fixed);
   if (!is_usable(path)) return -1;
-  return static_cast<short>(platform::_open(fixed, flags, mode));
+  const int fd = platform::_open(fixed, flags, mode);
+  if (fd <= SHRT_MAX) return static_cast<short>(fd);
+  platform::_close(fd);  // cut to 16 bits it would be lost, or another file's
+  errno = EMFILE;
+  return -1;
 }
 
 std::FILE* osh1_fopen(char* path, char* mode) {
