@@ -212,10 +212,12 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 ///
 /// A new file gets the permissions of the source, less what the process masks out. If the source
 /// has an access-control list, its group's own permissions count, not the list's mask. The list
-/// that a directory gives to new files applies. What is replaced keeps its permissions, its access
-/// list and, where possible, its owner, but a hard link of it keeps the old content. Other extended
-/// attributes are not copied. If the destination is a symbolic link, the file is replaced that it
-/// leads to.
+/// that a directory gives to new files applies. On Windows a new file gets the attributes of the
+/// source and the permissions that its directory gives.
+///
+/// What is replaced keeps its permissions, its access list and, where possible, its owner, but a
+/// hard link of it keeps the old content. Other extended attributes are not copied. If the
+/// destination is a symbolic link, the file is replaced that it leads to.
 ///
 /// Refused:
 /// - a source that is no regular file; it is not even opened;
@@ -237,7 +239,8 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 /// A regular file, and nothing else, may move to another file system. It keeps its permissions,
 /// access list and times and, where possible, its owner, but no other extended attributes. If its
 /// permissions or list can't be kept there, or if it can't be removed here, the move is refused. If
-/// it can't be told whether it was removed, the call fails and the copy stays.
+/// it can't be told whether it was removed, the call fails and the copy stays. On Windows it gets
+/// the permissions that its new directory gives.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is
