@@ -275,6 +275,23 @@ TEST(SystemCalls, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
   EXPECT_TRUE(!fs::exists("empty") && fs::is_directory("new"));
 }
 
+// A move syncs the folder of the new name, as far as that can be done.
+TEST(SystemCalls, SyncAFolderOrEverything) {
+  const struct {
+    support::Failure failure;
+    int syncs;
+    const char* why;
+  } rows[] = {{{"fsync", 2, EINVAL}, 0, "such a folder needs no sync"},
+              {{"openat", 2, EACCES}, 1, "a folder that may not be read can't be opened"}};
+  for (const auto& [failure, syncs, why] : rows) {
+    World world;
+    EXPECT_TRUE(support::run_failing(move("plain"_c, "new"_c), {{"renameat2", 1, EXDEV}, failure}))
+        << why;
+    EXPECT_EQ(support::calls_made[support::sync_id], syncs) << why;
+    EXPECT_EQ(support::calls_made[support::fsync_id], 2 - syncs) << why;
+  }
+}
+
 TEST(SystemCalls, EmptyNoFileForADescriptorThatDoesNotFit) {
   World world;
   for (const auto& [lowest, done] : {std::pair{0, true}, {32'768, false}}) {
