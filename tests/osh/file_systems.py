@@ -295,6 +295,16 @@ class Copies(Disks):
         self.assertEqual(os.listdir("sticky"), ["file"])
         self.assertEqual(sorted(os.listdir()), ["elsewhere", "mounted", "source", "sticky"])
 
+    def test_give_another_group_no_more_than_others_have(self):
+        os.mkdir("theirs")
+        os.chown("theirs", COLLEAGUE, COLLEAGUE)
+        for name, before, after in [("secret", 0o660, 0o600), ("shown", 0o664, 0o644)]:
+            put("source", NEW), put(f"theirs/{name}", OLD, before)
+            os.chown(f"theirs/{name}", COLLEAGUE, 0)  # a group that they can't give to the copy
+            self.assertEqual(call("osh_copyfile", f"theirs/{name}", "source", user=COLLEAGUE), 1)
+            self.assertEqual(os.stat(f"theirs/{name}").st_gid, COLLEAGUE)
+            self.assertEqual(permissions(f"theirs/{name}"), after)
+
     def test_work_in_a_folder_whose_path_is_longer_than_the_system_takes(self):
         for _ in range(20):
             os.mkdir("d" * 250)

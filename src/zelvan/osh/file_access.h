@@ -215,8 +215,9 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 /// that a directory gives to new files applies. On Windows a new file gets the attributes of the
 /// source and the permissions that its directory gives.
 ///
-/// What is replaced keeps its permissions, its access list and, where possible, its owner, but a
-/// hard link of it keeps the old content. Other extended attributes are not copied. If the
+/// What is replaced keeps its permissions, its access list and, where possible, its owner and
+/// group, but a hard link of it keeps the old content. If it can't keep its group, the new one may
+/// do no more than others may. Other extended attributes are not copied. If the
 /// destination is a symbolic link, the file is replaced that it leads to.
 ///
 /// Refused:
@@ -237,10 +238,10 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 /// process is killed in that moment, both names stay.
 ///
 /// A regular file, and nothing else, may move to another file system. It keeps its permissions,
-/// access list and times and, where possible, its owner, but no other extended attributes. If its
-/// permissions or list can't be kept there, or if it can't be removed here, the move is refused. If
-/// it can't be told whether it was removed, the call fails and the copy stays. On Windows it gets
-/// the permissions that its new directory gives.
+/// access list and times and, where possible, its owner and group as above, but no other extended
+/// attributes. If its permissions or list can't be kept there, or if it can't be removed here, the
+/// move is refused. If it can't be told whether it was removed, the call fails and the copy stays.
+/// On Windows it gets the permissions that its new directory gives.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is

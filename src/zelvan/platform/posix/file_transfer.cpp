@@ -64,6 +64,12 @@ bool has_permissions(int fd, mode_t mode) {
   return ::fstat(fd, &status) == 0 && (status.st_mode & all_mode_bits) == mode;
 }
 
+/// Returns `mode` with no more rights for the group than others have.
+mode_t without_group(mode_t mode) {
+  const mode_t rights_of_others = (mode & S_IRWXO) << 3;
+  return mode & (rights_of_others | ~static_cast<mode_t>(S_IRWXG));
+}
+
 /// Gives a file the owner, group, permissions and access list of another; the owner and group as
 /// far as that is allowed.
 bool resemble(int fd, const struct stat& other, mode_t mode, const AccessList& list) {
@@ -72,9 +78,11 @@ bool resemble(int fd, const struct stat& other, mode_t mode, const AccessList& l
   };
   constexpr uid_t as_it_is = static_cast<uid_t>(-1);
   const bool has_owner = give_to(other.st_uid);
-  if (!has_owner) give_to(as_it_is);
-  // Who can't hand on the owner must not hand on the right to act in the owner's name.
-  const mode_t allowed = has_owner ? mode : mode & permission_bits;
+  const bool has_group = has_owner || give_to(as_it_is);
+  // Who can't hand on the owner must not hand on the right to act in the owner's name, and what one
+  // group may do is not for another.
+  const mode_t kept = has_owner ? mode : mode & permission_bits;
+  const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.give_to(fd)) return false;
   if (resumed([&] { return ::fchmod(fd, allowed); }) == 0) return true;
   const int why = errno;  // on some file systems all files have the permissions of the mount
