@@ -68,12 +68,11 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 
 // ---- descriptors
 
-/// Opens a file, binary. A descriptor of 0 to 32767, or -1.
+/// Opens a file, binary. A descriptor of 0 to 32767, or -1; a call that fails truncates nothing.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
 /// out. Flags that aren't listed above have no effect. Refused: a directory, read and write
-/// both asked for by `1 | 2`, and truncating a file that is opened only to be read. If the
-/// descriptor would be above 32767 the call fails, and truncates nothing.
+/// both asked for by `1 | 2`, and truncating a file that is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
 
 /// The same as text. On Windows the runtime writes a line feed as carriage return and line feed and
