@@ -193,8 +193,8 @@ ZELVAN_C_API short osh_file_access(char* path, unsigned short mode);
 /// read-only, else 0x1FF (octal 777).
 ZELVAN_C_API int osh_inquire_file(char* path, unsigned short* mode);
 
-/// The size of a file that may be read: its low 32 bits, or -1. A directory gives -1, a FIFO 0, and
-/// who waits to write into it goes on waiting.
+/// The size of a file that may be read: its low 32 bits, or -1. A directory returns -1. A FIFO
+/// returns 0, and its writers go on waiting.
 ZELVAN_C_API int osh_filesize(char* path);
 
 /// Appends `source` to `destination`, which is created if need be, for its owner alone. 1, or 0.
@@ -210,9 +210,9 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 /// the call waits until they give it up.
 ///
 /// A new file gets the permissions of the source, less what the process masks out. If the source
-/// has an access-control list, its group's own permissions count, not the list's mask. The list
-/// that a directory gives to new files applies. On Windows a new file gets the attributes of the
-/// source and the permissions that its directory gives.
+/// has an access-control list, its group's own permissions count, not the list's mask. The default
+/// list of its directory applies. On Windows a new file gets the attributes of the source, and
+/// inherits permissions from its directory.
 ///
 /// What is replaced keeps its permissions, its access list and, where possible, its owner and
 /// group, but a hard link of it keeps the old content. If it can't keep its group, the new one may
@@ -240,7 +240,7 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 /// access list and times and, where possible, its owner and group as above, but no other extended
 /// attributes. If its permissions or list can't be kept there, or if it can't be removed here, the
 /// move is refused. If it can't be told whether it was removed, the call fails and the copy stays.
-/// On Windows it gets the permissions that its new directory gives.
+/// On Windows it inherits permissions from its new directory.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is

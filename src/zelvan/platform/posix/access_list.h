@@ -17,8 +17,8 @@ class AccessList {
   bool read(int fd);
   bool read(const char* path);
 
-  /// Gives a file this list, or takes away the one that it has. False on failure, also where the
-  /// file system holds no lists and this one is not empty.
+  /// Sets a file's list to this one, or removes it if this one is empty. False on failure, also
+  /// where the file system holds no lists and this one is not empty.
   bool give_to(int fd) const;
 
   /// Returns what is left of a file's `mode` without the list: the group keeps its own bits.

@@ -70,7 +70,7 @@ mode_t without_group(mode_t mode) {
   return mode & (rights_of_others | ~static_cast<mode_t>(S_IRWXG));
 }
 
-/// Gives a file the owner, group, permissions and access list of another; the owner and group as
+/// Sets a file's owner, group, permissions and access list to those of another; owner and group as
 /// far as that is allowed.
 bool resemble(int fd, const struct stat& other, mode_t mode, const AccessList& list) {
   const auto give_to = [&](uid_t owner) {
