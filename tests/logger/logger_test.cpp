@@ -46,6 +46,7 @@ TEST(Logger, StartsWithItsSettings) {
   EXPECT_EQ(In::level, logTrace);
   EXPECT_EQ(In::prefix, "");
   EXPECT_EQ(In::file, nullptr);
+  EXPECT_EQ(In::lines, 0);
   EXPECT_EQ(In::number, 0);
   EXPECT_FALSE(In::appends);
   EXPECT_TRUE(In::is_pending);
@@ -238,6 +239,10 @@ TEST_F(LoggerTest, SurvivesARefusingHeap) {
         if (In::prefix == longer) std::string("kept-").swap(In::prefix);
       },
       [&] { EXPECT_EQ(In::prefix, "kept-"); });
+  heap::refuse(0, false);
+  { Logger copy(log); }
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 0) << "an object takes its name with it";
   heap::refuse(1, false);
   log.setClassname(In::prefix.data());
   heap::grant_all();

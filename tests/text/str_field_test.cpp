@@ -24,7 +24,9 @@ std::string described(const str_field* field, const char* input_end) {
   if (field->length != (field->text == nullptr ? 0 : std::string(field->text).size())) {
     line += " of another length";
   }
-  if (field->type == STR_NUMBER) line += " = " + std::to_string(field->value);
+  if (field->type == STR_NUMBER || field->value != 0.0) {
+    line += " = " + std::to_string(field->value);
+  }
   return line + ", left '" + std::string(static_cast<const char*>(field->next), input_end) + "'";
 }
 
@@ -53,6 +55,15 @@ TEST(StrParse, TakesAWordUpToABlankOrTheEnd) {
                     {"a,b\tc", "word 'a,b\tc', left ''", "and nothing else ends it"},
                     {"a\"b$", "word 'a\"b$', left ''", "quotes within are ordinary"},
                 });
+}
+
+TEST(StrParse, TakesWordsAndStringsOfEveryLength) {
+  for (std::size_t n = 1; n < 200; ++n) {
+    std::string word = std::string(n, 'w') + " next";
+    EXPECT_EQ(str_parse(word.data())->length, n);
+    std::string quoted = "\"" + word + "\"x";
+    EXPECT_EQ(str_parse(quoted.data())->length, n + 5);
+  }
 }
 
 TEST(StrParse, TakesAStringUpToEitherCloser) {
@@ -158,7 +169,7 @@ TEST(StrParseVvcp, HasARecordOfItsOwn) {
 TEST(StrParse, RoundsNumbersAsTheCLibraryDoes) {
   support::Random random(1);
   for (int i = 0; i < 20000; ++i) {
-    std::string input(random.below(2), '-');
+    std::string input = std::string("-+").substr(random.below(3), 1);
     const int whole_digits = 1 + random.below(10);
     const int decimals = random.below(11);
     for (int k = 0; k < whole_digits + decimals; ++k) {
