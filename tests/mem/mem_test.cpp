@@ -23,7 +23,7 @@ TEST(MemPoolNew, TakesZeroOrLessForNoLimit) {
 }
 
 TEST(MemList, BehavesLikeAPlainModel) {
-  for (unsigned seed = 1; seed <= 10; ++seed) {
+  for (unsigned seed = 1; seed <= 5; ++seed) {
     support::Random random(seed);
     MemModel model([&](int n) { return random.below(n); });
     for (int i = 0; i < 250; ++i) {
@@ -114,6 +114,7 @@ TEST(MemTrace, TellsEachStepWhileItIsOn) {
   MemListInitializeSearch(list);
   MemListRemoveOldest(list);
   MemSetPointer(list, member, &other);
+  MemSetPointer(list, nullptr, &other);
   MemFree(list, std::malloc(1));
   MemAllocate(nullptr, -1, pool, &other);
   mem_trace = 0;
@@ -168,6 +169,7 @@ Initialize search: list #
 ^^Remove: Oldest
 Set pointer: list # address # back ptr #
 **Address not found
+Set pointer: list # address 0 back ptr #
 Free: list # address #
 **Address not found
 Allocate:  list 0 key # size -1 back ptr #

@@ -74,4 +74,19 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
   }
 }
 
+TEST(MemListClear, ReleasesFamiliesWithoutAnyHeap) {
+  MemPool* pool = MemPoolNew(0);
+  MemList* list = MemListNew(pool, give_up);
+  void* parent = nullptr;
+  MemAllocate(list, sizeof(void*), nullptr, &parent);
+  MemAllocate(list, 1, nullptr, static_cast<void**>(parent));
+  heap::refuse(1, true);
+  MemListClear(list);
+  EXPECT_TRUE(heap::grant_all()) << "a list of the children was refused";
+  EXPECT_EQ(parent, nullptr);
+  EXPECT_EQ(pool->used, 0);
+  MemListDelete(&list);
+  MemPoolDelete(&pool);
+}
+
 }  // namespace
