@@ -100,6 +100,7 @@ TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
       {0, 10, 10, 10, 9, 0, "none to look at"},
       {3, 33, 27, 32, 4, 1, "3, 3 and 2 are less than 4"},
       {3, 34, 30, 30, 4, 0, "4 in red is not"},
+      {3, 30, 26, 30, 4, 0, "nor in green"},
       {3, 30, 30, 34, 4, 0, "nor in blue"},
       {1, 265, 265, 265, 999, 0, "three full scales away"},
   };

@@ -86,6 +86,18 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
   MemPoolDelete(&pool);
 }
 
+TEST(MemSetPointer, FindsTheParentFromItsFirstByteToItsLast) {
+  void* memory[4] = {};
+  for (int i = 0; i < 4; ++i) {
+    MemEntry rows[] = {{&memory[1], 2 * sizeof(void*), 0, nullptr, nullptr, 0, 1, -1},
+                       {&rows, 1, 1, nullptr, nullptr, 0, 2, -1}};
+    MemList list = {2, 2, nullptr, nullptr, rows};
+    MemSetPointer(&list, &rows, &memory[i]);
+    EXPECT_EQ(rows[1].parent, i == 1 || i == 2 ? 0 : -1)
+        << "word " << i << ", the block is 1 and 2";
+  }
+}
+
 // A story of three blocks, the second a child of the first.
 TEST(MemTrace, TellsEachStepWhileItIsOn) {
   MemPool* pool = MemPoolNew(64);
