@@ -21,19 +21,22 @@ unsigned short fill_table(MemException* exception) {
 TEST(MemListNew, ReturnsNullWhereTheHeapRefuses) {
   MemPool* pool = nullptr;
   MemList* list = nullptr;
+  const auto drop = [&] {
+    MemListDelete(&list);
+    MemPoolDelete(&pool);
+  };
   const auto create = [&] {
+    drop();
     pool = MemPoolNew(1);
     list = MemListNew(pool, give_up);
   };
   const auto check = [&] {
     EXPECT_TRUE(pool == nullptr || list == nullptr);
-    MemListDelete(&list);
-    MemPoolDelete(&pool);
+    drop();
     EXPECT_EQ(heap::blocks_left(), 0) << "nothing leaks";
   };
   EXPECT_EQ(heap::refuse_each(create, check), 6) << "pool, list and table";
-  MemListDelete(&list);
-  MemPoolDelete(&pool);
+  drop();
 }
 
 // The table of 16 rows is full, so the heap is asked for a larger one first, then for the block.
