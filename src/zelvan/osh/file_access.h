@@ -248,12 +248,11 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 /// file in the meantime is lost. A directory's new name is reserved by an empty directory. If the
 /// process is killed in that moment, both names stay.
 ///
-/// A regular file, and nothing else, may move to another file system: no directory, symbolic link or
-/// device. The file keeps its permissions,
-/// access list and times and, where possible, its owner and group as above, but no other extended
-/// attributes. If its permissions or list can't be kept there, or if it can't be removed here, the
-/// move is refused. If it can't be told whether it was removed, the call fails and the copy stays.
-/// On Windows it inherits permissions from its new directory.
+/// A regular file may move to another file system; directories, symbolic links and devices may not.
+/// The file keeps its permissions, access list and times and, where possible, its owner and group
+/// as above, but no other extended attributes. If its permissions or list can't be kept there, or
+/// if it can't be removed here, the move is refused. If it can't be told whether it was removed,
+/// the call fails and the copy stays. On Windows it inherits permissions from its new directory.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is
