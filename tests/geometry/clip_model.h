@@ -82,8 +82,8 @@ inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& vie
   SCOPED_TRACE(testing::PrintToString(in) + "\nclipped to " + testing::PrintToString(view) +
                "\nis " + testing::PrintToString(out));
   const Set border = border_of(view);
-  for (double y = -8.3; y < 9; y += 1.3717) {
-    for (double x = -8.6; x < 9; x += 1.3717) {
+  for (double y = -8.3; y < 9; y += 1.6717) {
+    for (double x = -8.6; x < 9; x += 1.6717) {
       const long wanted = winding(border, {x, y}) == 0 ? 0 : rule(winding(in, {x, y}));
       ASSERT_EQ(rule(winding(out, {x, y})), wanted) << "windings about " << Place(x, y);
     }
@@ -99,7 +99,7 @@ inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& vie
 }
 
 inline Set random_ring(support::Random* random) {  // around the origin; it never crosses itself
-  Set ring(3 + random->below(random->below(30) == 0 ? 300 : 6));
+  Set ring(3 + random->below(random->below(40) == 0 ? 450 : 6));
   for (std::size_t i = 0; i < ring.size(); ++i) {
     const double turn = (i + 0.9 * random->unit()) / ring.size();
     const Place p = std::polar(random->between(1, 9), turn * 2 * M_PI);

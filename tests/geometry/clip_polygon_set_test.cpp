@@ -23,7 +23,7 @@ TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
 TEST(ClipPolygonSet, CoversAndDrawsInsideWhatThePolygonDoes) {
   support::for_each_form([](const char* form) {
     support::Random random(1);
-    for (int i = 0; i < 1200 && !testing::Test::HasFailure(); ++i) {
+    for (int i = 0; i < 600 && !testing::Test::HasFailure(); ++i) {
       SCOPED_TRACE(testing::Message() << form << ", polygon " << i);
       const real_rect_t& view = upright_and_other_views[i % 4];
       Set in = random_ring(&random);

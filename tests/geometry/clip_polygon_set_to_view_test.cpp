@@ -4,14 +4,13 @@
 TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
   support::for_each_form([](const char* form) {
     support::Random random(1);
-    for (int i = 0; i < 480 && !testing::Test::HasFailure(); ++i) {
+    for (int i = 0; i < 240 && !testing::Test::HasFailure(); ++i) {
       const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 0x1p1020 : 0x1p-1000;
       SCOPED_TRACE(testing::Message() << form << ", set " << i << ", times " << scale);
       const real_rect_t& view = upright_and_other_views[i % 4];
       Set in = random_ring(&random);
-      const Set other = random_ring(&random);
       if (i % 5 < 3) in.back().flag -= 2;  // one polygon that crosses itself
-      in.insert(in.end(), other.begin(), other.end());
+      for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
       for (auto& [p, flag] : in) {
         if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // onto sides and each other
       }
@@ -31,7 +30,8 @@ TEST(ClipPolygonSetToView, GivesEachPolygonOneRingOrNone) {
   const Set inside = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}};
   expect_rings(clip, inside, inside, "inside, with a duplicate");
   expect_rings(clip, around, {{{0, 10}, 0}, {{0, 0}, 0}, {{10, 0}, 0}, {{10, 10}, 2}}, "around");
-  expect_rings(clip, {{{10, 5}, 1}, {{15, 3}, 1}, {{15, 7}, 3}}, {}, "touches from outside");
+  expect_rings(clip, {{{-5, -5}, 1}, {{5, 5}, 1}, {{-5, 5}, 3}},
+               {{{0, 0}, 1}, {{5, 5}, 1}, {{0, 5}, 2}}, "in through a corner");
   for (const double v : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
     expect_rings(clip, {{{1, 1}, 1}, {{v, 2}, 1}, {{2, 3}, 3}}, {}, "x is not finite");
     expect_rings(clip, {{{1, 1}, 1}, {{2, v}, 1}, {{2, 3}, 3}}, {}, "y is not finite");

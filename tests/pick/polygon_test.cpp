@@ -20,7 +20,7 @@ static bool winds_about(const std::vector<DblPt>& ring, double x, double y) {
 TEST(CPolygon, HoldsThePointsAboutWhichItWindsOnceTheyMoveALittle) {
   support::for_each_form([](const char* form) {
     support::Random random(1);
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < 300; ++i) {
       std::vector<DblPt> ring(3 + random.below(i % 4 == 3 ? 68 : 5));
       for (DblPt& p : ring) p.set(random.below(5), random.below(5));
       CPolygon polygon(static_cast<unsigned>(ring.size()), ring.data());
