@@ -17,7 +17,7 @@ fail() {
 says_ok() {
   local said
   said=$("$2") || fail "$1: the consumer ended with status $?"
-  [[ $said == "a region of my own, hit; 0x0p+0" ]] || fail "$1: the consumer said '$said'"
+  [[ $said == "a region of my own, hit; 0x0p+0; tokens as expected" ]] || fail "$1: the consumer said '$said'"
   echo "$1: ok"
 }
 
