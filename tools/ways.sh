@@ -6,7 +6,14 @@
 ways() {
   . tools/clean_root.sh
   need_clean_root git python3
-  local work=$PWD/build/ways way
+  local work=$PWD/build/ways way by_hand install compile find add link type
+  by_hand=$(from_readme '^  (cmake -B build .*)$')
+  install=$(from_readme '`(\./dev install /usr/local)`')
+  compile=$(from_readme '`` (c\+\+ app\.cpp .*) ``')
+  find=$(from_readme '`(find_package\(.*REQUIRED\))`')
+  add=$(from_readme '`(add_subdirectory\(zelvan\))`')
+  link=$(from_readme '`(target_link_libraries\(app [^`]*)`')
+  type=$(from_readme '`(-DCMAKE_BUILD_TYPE=Release)`')
   rm -rf "$work"
   mkdir -p "$work/try"
   git diff --quiet HEAD || printf '\nNot tried: what is not committed.\n'
@@ -40,31 +47,29 @@ END
     cat <<END
 echo "== by hand"
 cd /try/zelvan
-$(from_readme '^  (cmake -B build .*)$')
+$by_hand
 optimised build
 cd /try
-$(from_readme '`` (c\+\+ app\.cpp .*) ``') -o app
+$compile -o app
 ./app >said/by_hand
 forget
 echo "== ./dev install"
 cd /try/zelvan
-$(from_readme '`(\./dev install /usr/local)`')
+$install
 optimised build/install
 cd /try
-$(from_readme '`` (c\+\+ app\.cpp .*) ``') -o app
+$compile -o app
 ./app >said/install
 echo "== find_package"
-project find_package '$(from_readme '`(find_package\(.*REQUIRED\))`')' '$(from_readme \
-  '`(target_link_libraries\(app [^`]*)`')'
+project find_package '$find' '$link'
 cmake -B build
 cmake --build build
 build/app >../said/find_package
 forget
 echo "== add_subdirectory"
-project add_subdirectory '$(from_readme '`(add_subdirectory\(zelvan\))`')' '$(from_readme \
-  '`(target_link_libraries\(app [^`]*)`')'
+project add_subdirectory '$add' '$link'
 tar xf ../zelvan.tar
-cmake -B build $(from_readme '`(-DCMAKE_BUILD_TYPE=Release)`')
+cmake -B build $type
 cmake --build build
 optimised build/zelvan
 build/app >../said/add_subdirectory

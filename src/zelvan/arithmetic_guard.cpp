@@ -9,7 +9,7 @@
 #if defined(__FAST_MATH__) || (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
 #error "zelvan cannot be built with -ffast-math or -ffinite-math-only; build it without"
 #endif
-#if FLT_EVAL_METHOD != 0
+#if FLT_EVAL_METHOD != 0 || (defined(__x86_64__) && !defined(__SSE2_MATH__))
 #error "zelvan needs doubles evaluated as doubles; on 32-bit x86 build it with -msse2 -mfpmath=sse"
 #endif
 #ifndef ZELVAN_FLAGS_OF_PARENT
