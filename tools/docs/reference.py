@@ -134,6 +134,9 @@ def entries_of(compound, compounds, scope=None):
         titled = section if section.find("header") is not None else None
         entries += [Entry(node, titled, scope) for node in section.findall("memberdef")
                     if node.get("prot") != "private"]
+    for inner in compound.findall("innernamespace"):  # which may have parts in several headers
+        entries += [Entry(node) for node in compounds[inner.get("refid")].iter("memberdef")
+                    if node.find("location").get("file") == compound.find("location").get("file")]
     for inner in compound.findall("innerclass"):
         entry = Entry(compounds[inner.get("refid")])
         entry.entries = entries_of(entry.nodes[0], compounds, entry)

@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <cstring>
 #include <cwchar>
 #include <ios>
@@ -23,14 +22,19 @@ using wide_string = std::basic_string<unsigned short>;
 
 /// What a standard string has to know of UTF-16 code units: they compare as numbers.
 struct wide_traits {
-  using char_type = unsigned short;
-  using int_type = unsigned long;
-  using off_type = std::streamoff;
-  using pos_type = std::streampos;
-  using state_type = std::mbstate_t;
+  using char_type = unsigned short;   ///< a code unit
+  using int_type = unsigned long;     ///< holds every code unit, and `eof()` besides
+  using off_type = std::streamoff;    ///< for streams
+  using pos_type = std::streampos;    ///< for streams
+  using state_type = std::mbstate_t;  ///< for streams
 
+  /// Sets one unit.
   static constexpr void assign(char_type& to, const char_type& from) noexcept { to = from; }
+
+  /// Tells whether two units are equal.
   static constexpr bool eq(char_type a, char_type b) noexcept { return a == b; }
+
+  /// Tells whether `a` is the smaller number.
   static constexpr bool lt(char_type a, char_type b) noexcept { return a < b; }
 
   /// Compares the first `n` units: negative, 0 or positive, as `a` is less, equal or greater.
@@ -74,10 +78,19 @@ struct wide_traits {
     return to;
   }
 
+  /// Returns the code unit that `c` holds.
   static constexpr char_type to_char_type(int_type c) noexcept { return static_cast<char_type>(c); }
+
+  /// Returns `c`, which is never `eof()`.
   static constexpr int_type to_int_type(char_type c) noexcept { return c; }
+
+  /// Tells whether two values are equal, `eof()` among them.
   static constexpr bool eq_int_type(int_type a, int_type b) noexcept { return a == b; }
-  static constexpr int_type eof() noexcept { return static_cast<int_type>(EOF); }
+
+  /// Returns the value that is no code unit.
+  static constexpr int_type eof() noexcept { return ~int_type{0}; }
+
+  /// Returns `c`, or 0 in place of `eof()`.
   static constexpr int_type not_eof(int_type c) noexcept { return c == eof() ? 0 : c; }
 };
 
