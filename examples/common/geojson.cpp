@@ -1,6 +1,7 @@
 #include "common/geojson.h"
 
 #include "common/error.h"
+#include "common/globe.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,8 +35,8 @@ struct Walker {
   bool operator!=(const Walker& other) const { return at != other.at; }
 };
 
-// Hears a text being parsed and notes where features start and end, or where and on what the
-// parsing failed.
+// Listens to a text being parsed and notes its type and where its features start and end, or
+// where and why parsing failed.
 class FeatureFinder : public nlohmann::json_sax<Json> {
  public:
   explicit FeatureFinder(std::string_view text) : text_(text), seen_(text.data()) {}
@@ -43,7 +44,9 @@ class FeatureFinder : public nlohmann::json_sax<Json> {
   Walker begin() { return {text_.data(), &seen_}; }
   Walker end() { return {text_.data() + text_.size(), &seen_}; }
 
-  std::vector<Feature> features;
+  std::string type;               // of the whole text
+  std::vector<Feature> features;  // the objects of that type in its member "features"
+  std::size_t n_elements = 0;     // in that member, whatever they are
   std::size_t fault_offset = 0;
   std::string fault;
 
@@ -55,9 +58,7 @@ class FeatureFinder : public nlohmann::json_sax<Json> {
   bool binary(binary_t&) override { return begin_value(); }
   bool string(string_t& value) override {
     begin_value();
-    if (!levels_.empty() && levels_.back().key == "type" && value == "Feature") {
-      levels_.back().is_feature = true;
-    }
+    if (!levels_.empty() && levels_.back().key == "type") levels_.back().type = value;
     return true;
   }
   bool key(string_t& value) override {
@@ -67,16 +68,17 @@ class FeatureFinder : public nlohmann::json_sax<Json> {
   bool start_object(std::size_t) override { return start_level(false); }
   bool start_array(std::size_t) override { return start_level(true); }
   bool end_array() override {
+    if (is_among_features()) n_elements = levels_.back().n_values;
     levels_.pop_back();
     return true;
   }
   bool end_object() override {
     const Level level = std::move(levels_.back());
     levels_.pop_back();
-    if (!level.is_feature) return true;
-    // What calls itself a feature inside of one belongs to its properties.
-    while (!features.empty() && features.back().start > level.start) features.pop_back();
-    features.push_back({level.start, offset() - level.start, place()});
+    if (levels_.empty()) type = level.type;
+    if (is_among_features() && level.type == "Feature") {
+      features.push_back({level.start, offset() - level.start, place()});
+    }
     return true;
   }
   bool parse_error(std::size_t position, const std::string& token,
@@ -97,10 +99,15 @@ class FeatureFinder : public nlohmann::json_sax<Json> {
     std::size_t start;
     std::size_t n_values = 0;  // of an array, so far
     std::string key = {};      // of an object, the latest
-    bool is_feature = false;
+    std::string type = {};     // of an object, once it is known
   };
 
   std::size_t offset() const { return static_cast<std::size_t>(seen_ - text_.data()); }
+
+  // True directly inside the member "features" of the outermost object.
+  bool is_among_features() const {
+    return levels_.size() == 2 && levels_[0].key == "features" && levels_[1].is_array;
+  }
 
   bool begin_value() {
     if (!levels_.empty() && levels_.back().is_array) ++levels_.back().n_values;
@@ -145,7 +152,16 @@ class Reader {
 
   Country read(const Json& json, const std::string& place) {
     country_.name = "unnamed";
-    read_object(json, place);
+    const std::string type = type_of(json, place);
+    if (type == "Feature") {
+      country_.name = name_of(json);
+      const Json& geometry = member(json, "geometry", place);
+      if (!geometry.is_null()) read_geometry(geometry, place + "/geometry");
+    } else if (type == "FeatureCollection") {  // without features, or these would be read
+      array(member(json, "features", place), place + "/features");
+    } else {
+      read_geometry(json, place);
+    }
     return std::move(country_);
   }
 
@@ -173,19 +189,9 @@ class Reader {
     for (const Json& element : array(json, place)) read(element, place + "/" + std::to_string(i++));
   }
 
-  void read_object(const Json& json, const std::string& place) {
-    const Json& type_json = member(json, "type", place);
-    const std::string type = type_json.is_string() ? type_json.get<std::string>() : "";
-    const auto read_each_object = [&](const char* key) {
-      read_each(member(json, key, place), place + "/" + key,
-                [&](const Json& j, const std::string& p) { read_object(j, p); });
-    };
-    if (type == "FeatureCollection") return read_each_object("features");
-    if (type == "GeometryCollection") return read_each_object("geometries");
-    if (type != "Feature") return read_geometry(type, json, place);
-    country_.name = name_of(json);
-    const Json& geometry = member(json, "geometry", place);
-    if (!geometry.is_null()) read_object(geometry, place + "/geometry");
+  std::string type_of(const Json& object, const std::string& place) const {
+    const Json& type = member(object, "type", place);
+    return type.is_string() ? type.get<std::string>() : "";
   }
 
   std::string name_of(const Json& feature) const {
@@ -203,7 +209,8 @@ class Reader {
     return id->is_string() ? id->get<std::string>() : id->dump();
   }
 
-  void read_geometry(const std::string& type, const Json& json, const std::string& place) {
+  void read_geometry(const Json& json, const std::string& place) {
+    const std::string type = type_of(json, place);
     const auto read_rings = [&](const Json& rings, const std::string& p) {
       read_each(rings, p, [&](const Json& ring, const std::string& q) { read_ring(ring, q); });
     };
@@ -211,6 +218,9 @@ class Reader {
       read_rings(member(json, "coordinates", place), place + "/coordinates");
     } else if (type == "MultiPolygon") {
       read_each(member(json, "coordinates", place), place + "/coordinates", read_rings);
+    } else if (type == "GeometryCollection") {
+      read_each(member(json, "geometries", place), place + "/geometries",
+                [&](const Json& j, const std::string& p) { read_geometry(j, p); });
     } else if (type != "Point" && type != "MultiPoint" && type != "LineString" &&
                type != "MultiLineString") {
       fail(place, "no GeoJSON type: \"" + type + "\"");
@@ -232,7 +242,7 @@ class Reader {
       ring_.push_back(p);
     }
     if (ring_.front().x == ring_.back().x && ring_.front().y == ring_.back().y) ring_.pop_back();
-    add_polygon(country_.outline, ring_);
+    add_ring_of_globe(country_.outline, ring_);
   }
 
   // The limit keeps products of coordinates far from infinity.
@@ -255,8 +265,16 @@ std::vector<Feature> find_features(const std::string& path, std::string_view tex
   if (!Json::sax_parse(finder.begin(), finder.end(), &finder)) {
     throw Error(path + ":" + line_and_column(text, finder.fault_offset) + ": " + finder.fault);
   }
-  if (finder.features.empty()) return {{0, text.size(), ""}};
-  return std::move(finder.features);
+  if (finder.type != "FeatureCollection") return {{0, text.size(), ""}};
+  std::vector<Feature>& features = finder.features;
+  for (std::size_t i = 0; i < finder.n_elements; ++i) {
+    const std::string place = "/features/" + std::to_string(i);
+    if (i >= features.size() || features[i].place != place) {
+      throw Error(path + ": at " + place + ": a Feature was expected");
+    }
+  }
+  if (features.empty()) return {{0, text.size(), ""}};
+  return std::move(features);
 }
 
 Country read_feature(const std::string& path, const Feature& feature, std::string_view text) {

@@ -17,20 +17,21 @@ struct Feature {
   std::string place;  ///< its JSON pointer, for messages
 };
 
-/// The features of a FeatureCollection or a bare Feature, in order; for anything else the
-/// whole text as one. `text` is the content of the file at `path`.
+/// Finds the features of a FeatureCollection, in order; anything else is one feature. `text` is
+/// the content of the file at `path`.
 ///
 /// Throws `Error`, which names the file with line and column, for what is no JSON or nested
-/// deeper than 64 levels, and for a number beyond all finite ones.
+/// deeper than 64 levels, and for a number beyond all finite ones; and for a FeatureCollection
+/// that holds anything but Features.
 std::vector<Feature> find_features(const std::string& path, std::string_view text);
 
-/// The country that a feature is; `text` is the feature's own. Its outline is empty when there
+/// Reads a Feature or a bare geometry; `text` is the feature's own. The outline is empty when there
 /// are no polygons in it: points and lines are passed over.
 ///
 /// The name is the property `name` (or `NAME`, `ADMIN`), or else the id. A ring may come closed,
-/// as the standard has it, or open. Throws `Error`, which names the file and the place in it,
-/// for a ring of fewer than four positions, for a coordinate that is no number of at most a
-/// thousand million, and for what is no GeoJSON.
+/// as the standard has it, or open, and may cross the antimeridian: see globe.h. Throws `Error`,
+/// which names the file and the place in it, for a ring of fewer than four positions, for a
+/// coordinate that is no number of at most a thousand million, and for what is no GeoJSON.
 Country read_feature(const std::string& path, const Feature& feature, std::string_view text);
 
 }  // namespace example

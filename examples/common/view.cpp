@@ -1,5 +1,7 @@
 #include "common/view.h"
 
+#include "common/globe.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -70,8 +72,7 @@ bool View::contains(int_pt_t pixel) const {
 }
 
 View::Turns View::turns_between(double west, double east) const {
-  // Data far outside the globe's degrees are in some other measure, and do not repeat.
-  if (west < -540.0 || east > 540.0) return {};
+  if (!is_longitude(west) || !is_longitude(east)) return {};
   // What only touches the view is not worth a turn, and rounding must not make it one.
   constexpr double touch = 1e-6;
   const int first = static_cast<int>(std::ceil((west_ + touch - east) / 360.0));

@@ -62,10 +62,7 @@ void pick_places(World& world, const View& view, const std::vector<real_pt_t>& p
   Picker picker;
   for (std::size_t i = 0; i < world.size(); ++i) picker.add(world.name(i), world.outline(i));
   for (const auto [longitude, latitude] : places) {
-    const std::string* name = nullptr;
-    for (const double turn : {0.0, 360.0, -360.0}) {  // the antimeridian is -180 and 180
-      if (name == nullptr) name = picker.at(longitude + turn, latitude);
-    }
+    const std::string* const name = picker.at_place(longitude, latitude);
     std::printf("place %g,%g: %s", longitude, latitude, name_or_none(name));
     if (const auto pixel = view.pixel_of({longitude, latitude})) {
       std::printf(", at pixel %d,%d\n", pixel->x, pixel->y);

@@ -79,6 +79,70 @@ class Picks(unittest.TestCase):
             self.assertEqual(re.findall(": (.*), at", run.stdout), ["Antarctica", "no country"])
 
 
+PENTAGRAM = "[[0,10],[5.9,-8.1],[-9.5,3.1],[9.5,3.1],[-5.9,-8.1],[0,10]]"
+
+
+class RealMaps(unittest.TestCase):
+    """Rings as many maps have them: uncut where longitudes jump, and crossing themselves."""
+
+    RINGS = [  # rings of one polygon; places inside; places outside
+        ("[[170,0],[-170,0],[-170,20],[170,20],[170,0]]",  # from the east side on, 20 degrees wide
+         ("175,10", "-175,10", "180,10", "-180,10"), ("0,10", "165,10", "-165,10")),
+        ("[[-170,0],[-170,20],[170,20],[170,0]]",  # from the west side on, and not closed
+         ("175,10", "-175,10"), ("0,10", "165,10", "-165,10")),
+        ("[[160,0],[-160,0],[-160,30],[160,30]],[[-175,10],[175,10],[175,20],[-175,20]]",
+         ("165,15", "-165,15", "180,5"), ("178,15", "-178,15", "0,15")),  # with a hole
+        ("[[350,0],[10,0],[10,20],[350,20]]",  # longitudes from 0 to 360
+         ("355,10", "-5,10", "5,10"), ("180,10", "340,10", "20,10")),
+        ("[[-150,-60],[-50,-60],[50,-60],[150,-60]]",  # once round, so it holds a pole
+         ("0,-80", "179,-80", "-179,-61", "150,-89"), ("0,-59", "180,-59", "0,80")),
+        ("[[150,60],[50,60],[-50,60],[-150,60]]",
+         ("0,80", "179,80", "-179,61"), ("0,59", "180,59", "0,-80")),
+        ("[[-180,-20],[180,-20],[180,20],[-180,20]]",  # the edge of the map, and no crossing
+         ("0,0", "100,10", "-179,-10"), ("0,30", "180,30")),
+        ("[[-600,0],[600,0],[600,60],[-600,60]]",  # in some other measure: nothing repeats
+         ("0,30", "250,30"), ("0,-9",)),
+        (PENTAGRAM, ("0,7", "7,2.7"), ("0,0", "8,-8")),  # its middle is wound about twice
+    ]
+
+    def test_places_and_pixels_in_the_picture_tell_the_same_and_what_is_meant(self):
+        with tempfile.TemporaryDirectory() as folder:
+            data = os.path.join(folder, "rings.json")
+            for rings, inside, outside in self.RINGS:
+                with open(data, "w", encoding="utf-8") as file:
+                    file.write(polygon(rings))
+                for expected, places in (("unnamed", inside), ("no country", outside)):
+                    for place in places:
+                        run = mapview("-d", data, "--center=" + place, "--width=4", "--size=99x99",
+                                      "--pick=" + place, "--pixel=49,49")
+                        self.assertEqual(re.findall(": (unnamed|no country),", run.stdout),
+                                         [expected, expected], (rings, place, run))
+
+    def test_no_coast_is_drawn_where_a_ring_is_closed_over_a_pole(self):
+        with tempfile.TemporaryDirectory() as folder:
+            data, svg = os.path.join(folder, "pole.json"), os.path.join(folder, "map.svg")
+            with open(data, "w", encoding="utf-8") as file:
+                file.write(polygon(self.RINGS[4][0]))
+            mapview("-d", data, "-o", svg)
+            with open(svg, encoding="utf-8") as file:
+                coasts = re.findall(r'<path style="fill:none[^"]*" d="([^"]*)"', file.read())
+            heights = {y for coast in coasts for y in re.findall(r"[ML] [-\d.]+ ([-\d.]+)", coast)}
+            self.assertEqual(len(heights), 1, heights)  # 60 degrees south all along
+
+    def test_of_two_countries_the_later_is_on_top_also_a_turn_away(self):
+        def feature(name, ring):
+            return {"type": "Feature", "properties": {"name": name},
+                    "geometry": {"type": "Polygon", "coordinates": [ring]}}
+        sea = feature("sea", [[-180, -50], [180, -50], [180, 50], [-180, 50]])
+        land = feature("land", [[170, 0], [-170, 0], [-170, 20], [170, 20]])
+        with tempfile.TemporaryDirectory() as folder:
+            data = os.path.join(folder, "sea.json")
+            with open(data, "w", encoding="utf-8") as file:
+                json.dump({"type": "FeatureCollection", "features": [sea, land]}, file)
+            run = mapview("-d", data, "--pick=-175,10", "--pick=175,10", "--pick=0,10")
+            self.assertEqual(re.findall(": (.*), at", run.stdout), ["land", "land", "sea"])
+
+
 class Pictures(unittest.TestCase):
     VIEWS = [("0,0", "360", "0"), ("12.3,46.7", "29.1", "0"), ("12,46", "30", "20"),
              ("180,60", "100", "0"), ("180,-70", "150", "0"), ("21,33", "720", "37")]
@@ -271,6 +335,8 @@ def polygon(ring):
     return '{"type":"Polygon",\n"coordinates":[%s]}' % ring
 
 
+SQUARE = polygon("[[0,0],[1,0],[1,1],[0,1]]")
+FEATURE = '{"type":"Feature","geometry":%s}' % SQUARE
 COMPACT = "outlines in 1/500 degree\n"
 
 
@@ -280,6 +346,18 @@ class BadInput(unittest.TestCase):
         ('{"type":"Polygon"', ":1:18: no JSON"), ("[1e999]", ":1:6: 1e999 is no finite number"),
         ("[]", ": an object was expected"), ("{}", ': no "type"'), ('{"type":"Globe"}', ": no GeoJSON"),
         ('{"type":"Point","coordinates":[1,2]}', ": no polygons"),
+        ('{"type":"Topology","objects":[%s]}' % FEATURE, ': no GeoJSON type: "Topology"'),
+        ('{"features":[%s]}' % FEATURE, ': no "type"'), ("[%s]" % FEATURE, ": an object was exp"),
+        ('{"type":"Feature","geometry":%s}' % FEATURE,
+         ': at /geometry: no GeoJSON type: "Feature"'),
+        ('{"features":[%s,[%s]],"type":"FeatureCollection"}' % (FEATURE, FEATURE),
+         ": at /features/1: a Feature was expected"),
+        ('{"type":"FeatureCollection","features":[%s,%s]}' % (SQUARE, FEATURE),
+         ": at /features/0: a Feature was expected"),
+        ('{"type":"FeatureCollection","features":%s}' % FEATURE,
+         ": at /features: an array was expected"),
+        ('{"type":"FeatureCollection","features":[],"old":{"features":[%s]}}' % FEATURE,
+         ": no polygons"),
         ('{"type":"FeatureCollection","features":[]}', ": no polygons"),
         ('{"type":"FeatureCollection","features":[{"type":"Feature","geometry":%s}]}'
          % polygon("[[0,0],[1,0],[0,0]]"), ": at /features/0/geometry/coordinates/0: a ring of 3"),

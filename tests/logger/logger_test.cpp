@@ -1,61 +1,252 @@
-#include "logger/inside.h"
-#include "support/system.h"
+#include <zelvan/logger/logger.h>
 
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
+#include <logger/inside.h>
+#include <support/heap.h>
+#include <support/system.h>
 
 namespace {
 
 using In = LoggerInside;
 
-TEST(Logger, OpensItsFileAndNothingElseWrites) {
-  const std::string prefix = testing::TempDir() + "logger-test-", name = prefix + "7.log";
-  {
-    Logger log("log");
-    log.setFilePrefix(prefix.c_str());
-    In::is_pending = In::appends = false, In::lines = 5, In::number = 7;
-    for (const char* text : {"lost", "123", "45"}) {  // anew, so while it is open, and to append
-      const bool appends = text[0] == '4';
-      if (appends) Logger closes_the_file(nullptr);
-      (log.*In::open)();
-      ASSERT_NE(In::file, nullptr);
-      EXPECT_TRUE(In::lines++ == appends && !In::appends);
-      std::fputs(text, In::file);
-      EXPECT_TRUE(log.log(logError, "o", "m") && log.logf(logError, nullptr, nullptr) &&
-                  log.debug("o", "m") && log.error("o", "m") && log.trace("o", "m") &&
-                  log.warn(nullptr, nullptr) && (log.*In::outlog)(logError, nullptr, nullptr));
-    }
+constexpr const char* variables[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LINES",
+                                     "LOGGER_LOG_LEVEL", "LOGGER_FILE_PREFIX"};
+
+/// Puts the settings that all objects share back to their values at load.
+class LoggerTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    In::files = 2;
+    In::most_lines = 5000;
+    In::level = logTrace;
+    In::prefix.clear();
+    In::lines = 0;
+    In::number = 0;
+    In::appends = false;
+    In::is_pending = true;
+    for (const char* variable : variables) support::set_environment(variable, nullptr);
   }
-  EXPECT_TRUE(In::file == nullptr && In::appends);
-  std::string content;
-  std::getline(std::ifstream(name), content, '\0');
-  EXPECT_EQ(content, "12345");
-  std::remove(name.c_str());
+};
+
+std::string content(const std::string& path) {
+  std::string text;
+  std::getline(std::ifstream(path), text, '\0');
+  return text;
 }
 
-// What a variable leaves empty, the system says; and the hour is the local one.
-TEST(Logger, AsksTheSystem) {
+TEST(Logger, StartsWithItsSettings) {
+  EXPECT_EQ(In::files, 2);
+  EXPECT_EQ(In::most_lines, 5000);
+  EXPECT_EQ(In::level, logTrace);
+  EXPECT_EQ(In::prefix, "");
+  EXPECT_EQ(In::file, nullptr);
+  EXPECT_EQ(In::lines, 0);
+  EXPECT_EQ(In::number, 0);
+  EXPECT_FALSE(In::appends);
+  EXPECT_TRUE(In::is_pending);
+}
+
+TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
+  std::string given = "name";
+  Logger log(given.c_str());
+  given = "gone";
+  EXPECT_STREQ(log.*In::name, "name");
+  EXPECT_FALSE(log.*In::stout);
+  EXPECT_TRUE(log.*In::reserved);
+  log.setStout(true);
+  Logger copy(log);
+  log.setClassname(nullptr);
+  EXPECT_STREQ(log.*In::name, "") << "null counts as empty";
+  EXPECT_STREQ(copy.*In::name, "name") << "a copy keeps its own";
+  EXPECT_TRUE(copy.*In::stout);
+  Logger assigned(nullptr);
+  EXPECT_STREQ(assigned.*In::name, "");
+  assigned = copy;
+  assigned.setClassname(assigned.*In::name);
+  EXPECT_STREQ(assigned.*In::name, "name") << "given its own name";
+  EXPECT_NE(assigned.*In::name, copy.*In::name);
+  EXPECT_TRUE(assigned.*In::stout);
+}
+
+TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
+  const struct {
+    const char* variable;
+    const char* value;
+    int expected;
+    const char* why;
+  } rows[] = {
+      {variables[0], nullptr, 2, "not set"},
+      {variables[0], "x", 2, "not a number"},
+      {variables[0], " +7 of them", 7, "begins with a number"},
+      {variables[0], "0", 1, "at least 1"},
+      {variables[0], "99999999999", 2147483647, "the nearest int"},
+      {variables[0], "-99999999999", 1, "the nearest int, and then the bound"},
+      {variables[1], nullptr, 5000, "not set"},
+      {variables[1], "999", 1000, "at least 1000"},
+      {variables[1], "1001", 1001, "within"},
+      {variables[2], "-3", 0, "at least 0"},
+      {variables[2], "2", 2, "within"},
+      {variables[2], "9", 4, "at most 4"},
+  };
+  for (const auto& row : rows) {
+    SetUp();
+    support::set_environment(row.variable, row.value);
+    Logger log(nullptr);
+    (log.*In::init)();
+    const bool is_level = row.variable == variables[2];
+    const int found = is_level                       ? In::level
+                      : row.variable == variables[0] ? In::files
+                                                     : In::most_lines;
+    EXPECT_EQ(found, row.expected) << row.variable << ": " << row.why;
+    EXPECT_FALSE(In::is_pending);
+  }
+}
+
+TEST_F(LoggerTest, BoundsASetLevelAndReadsOnlyOnce) {
   Logger log(nullptr);
-  In::is_pending = true;
-  support::set_environment("LOGGER_FILE_PREFIX", "");
+  log.setLogLevel(static_cast<logPriorities>(77));
+  EXPECT_EQ(In::level, 77) << "kept, whatever it is";
   (log.*In::init)();
-  EXPECT_EQ(In::prefix, (support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-"));
+  EXPECT_EQ(In::level, logError);
+  support::set_environment("LOGGER_MAX_NUM_FILES", "5");
+  (log.*In::init)();
+  EXPECT_EQ(In::files, 2) << "a second init reads nothing";
+}
+
+TEST_F(LoggerTest, TakesThePrefixFromEnvironmentProgramOrSystem) {
+  const std::string of_system = support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-";
+  const struct {
+    const char* in_environment;
+    const char* in_program;
+    std::string expected;
+  } rows[] = {
+      {"from-env-", "kept-", "from-env-"},
+      {nullptr, "kept-", "kept-"},
+      {"", "kept-", of_system},
+      {nullptr, nullptr, of_system},
+  };
+  for (const auto& row : rows) {
+    SetUp();
+    support::set_environment("LOGGER_FILE_PREFIX", row.in_environment);
+    Logger log(nullptr);
+    log.setFilePrefix(row.in_program);
+    (log.*In::init)();
+    EXPECT_EQ(In::prefix, row.expected);
+  }
+}
+
+TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
+  const std::string prefix = testing::TempDir() + "logger-test-";
+  Logger log("log");
+  log.setFilePrefix(prefix.c_str());
+  In::number = 7;
+  (log.*In::open)();
+  EXPECT_EQ(In::file, nullptr) << "init has not run";
+  (log.*In::init)();
+  for (const char* text : {"lost", "123"}) {
+    In::lines = 5;
+    (log.*In::open)();
+    ASSERT_NE(In::file, nullptr);
+    EXPECT_EQ(In::lines, 0) << "a new file";
+    std::fputs(text, In::file);
+  }
+  { Logger closes_the_file(nullptr); }
+  EXPECT_EQ(In::file, nullptr);
+  EXPECT_TRUE(In::appends);
+  EXPECT_EQ(content(prefix + "7.log"), "123") << "a second opening begins the file anew";
+  In::lines = 5;
+  (log.*In::open)();
+  ASSERT_NE(In::file, nullptr);
+  EXPECT_EQ(In::lines, 5) << "the same file goes on";
+  EXPECT_FALSE(In::appends);
+  std::fputs("45", In::file);
+  { Logger closes_the_file(nullptr); }
+  EXPECT_EQ(content(prefix + "7.log"), "12345");
+  std::filesystem::remove(prefix + "7.log");
+  In::appends = false;
+  log.setFilePrefix((prefix + "none/").c_str());
+  (log.*In::open)();
+  EXPECT_EQ(In::file, nullptr) << "no such folder";
+  { Logger closes_nothing(nullptr); }
+  EXPECT_FALSE(In::appends);
+}
+
+TEST_F(LoggerTest, WritingReturnsTrueAndWritesNothing) {
+  const std::string prefix = testing::TempDir() + "logger-quiet-";
+  Logger log("log");
+  log.setFilePrefix(prefix.c_str());
+  (log.*In::init)();
+  (log.*In::open)();
+  EXPECT_TRUE(log.log(logError, "origin", "message"));
+  EXPECT_TRUE(log.logf(logError, nullptr, nullptr));
+  EXPECT_TRUE(log.debug("origin", "message"));
+  EXPECT_TRUE(log.error("origin", "message"));
+  EXPECT_TRUE(log.trace("origin", "message"));
+  EXPECT_TRUE(log.warn(nullptr, nullptr));
+  EXPECT_TRUE((log.*In::outlog)(logError, nullptr, nullptr));
+  { Logger closes_the_file(nullptr); }
+  EXPECT_EQ(std::filesystem::file_size(prefix + "0.log"), 0u);
+  std::filesystem::remove(prefix + "0.log");
+}
+
+TEST_F(LoggerTest, FormatsTheLocalTimeIntoAClearedBlock) {
   support::set_environment("TZ", "ABC-5:30");
   tzset();
   const std::time_t there = std::time(nullptr) + (5 * 60 + 30) * 60;
-  char hour[16] = "", *date = nullptr;
+  char hour[16] = "";
   std::strftime(hour, sizeof hour, "%d at %H", std::gmtime(&there));
-  const std::string longest(63, 'x');
-  for (const std::string& format : {std::string("%d at %H"), longest, longest + 'x'}) {
-    const std::string text = format[0] == '%' ? hour : format == longest ? format : "";
-    (log.*In::date)(format.c_str(), &date);
-    EXPECT_EQ(std::string(date, 65), text + std::string(65 - text.size(), '\0'));
+  const struct {
+    std::string format, expected;
+  } rows[] = {
+      {"%d at %H", hour},
+      {std::string(63, 'x'), std::string(63, 'x')},
+      {std::string(64, 'x'), ""},  // does not fit
+  };
+  Logger log(nullptr);
+  for (const auto& row : rows) {
+    char* date = nullptr;
+    (log.*In::date)(row.format.c_str(), &date);
+    const std::string zeros(65 - row.expected.size(), '\0');
+    EXPECT_EQ(std::string(date, 65), row.expected + zeros) << row.format;
     std::free(date);
   }
+}
+
+TEST_F(LoggerTest, SurvivesARefusingHeap) {
+  Logger log("name");
+  char* date = nullptr;
+  const auto refused = [](auto operation, auto check) {
+    EXPECT_GE(heap::refuse_each(operation, check), 2);
+    EXPECT_EQ(heap::blocks_left(), 0);
+  };
+  refused(
+      [&] {
+        (log.*In::date)("%H", &date);
+        std::free(date);
+      },
+      [&] { EXPECT_EQ(date, nullptr); });
+  const std::string longer(100, 'p');
+  log.setFilePrefix("kept-");
+  refused(
+      [&] {
+        log.setFilePrefix(longer.c_str());
+        if (In::prefix == longer) std::string("kept-").swap(In::prefix);
+      },
+      [&] { EXPECT_EQ(In::prefix, "kept-"); });
+  heap::refuse(0, false);
+  { Logger copy(log); }
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 0) << "an object takes its name with it";
+  heap::refuse(1, false);
+  log.setClassname(In::prefix.data());
+  heap::grant_all();
+  EXPECT_TRUE(heap::is_null(log.*In::name));
 }
 
 }  // namespace

@@ -1,21 +1,42 @@
-/// The program's heap, which refuses on demand and counts: `malloc`, `calloc` and `free` of the
-/// library's objects and of the program's, by the linker's --wrap, and `new` and `delete`. One
-/// thread uses it.
+/// A heap that refuses on demand and counts.
+///
+/// It takes the place of `malloc`, `calloc`, `free`, `new` and `delete` in a test program, for the
+/// library's objects in it as well: see `zelvan_refuse_heap` in tests/CMakeLists.txt. For one
+/// thread.
 #pragma once
 
 namespace heap {
 
-/// From now on refuses the `nth` request, or also all behind it; with 0 none.
+/// Refuses the `nth` request from now on, and all after it if `for_good`. Refuses none if `nth` is
+/// 0.
 void refuse(int nth, bool for_good);
 
-/// From now on grants all requests. Gives whether one was refused.
+/// Grants all requests again. Returns true if one was refused.
 bool grant_all();
 
-/// How many blocks are not yet back of those given between the last two calls.
+/// Returns how many blocks are still live of those granted between the last two calls.
 int blocks_left();
 
-/// Is there no block? Whoever asks so has one: a compiler that sees all at once could do without a
-/// block that is only made and given back, and take it for granted.
+/// Runs `operation` with its first request refused, then with its second and so on until it makes
+/// no more; each alone, and then with all after it. Calls `check` after each refusal, with the heap
+/// granting again. Returns how many refusals there were.
+template <class Operation, class Check>
+int refuse_each(Operation operation, Check check) {
+  int refusals = 0;
+  for (const bool for_good : {false, true}) {
+    for (int nth = 1;; ++nth) {
+      refuse(nth, for_good);
+      operation();
+      if (!grant_all()) break;
+      ++refusals;
+      check();
+    }
+  }
+  return refusals;
+}
+
+/// True if null. Hides the pointer from the optimiser, which may otherwise remove the malloc/free
+/// pair and take the block for granted.
 inline bool is_null(const void* block) {
   asm volatile("" : : "r"(block) : "memory");
   return block == nullptr;

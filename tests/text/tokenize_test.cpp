@@ -1,6 +1,4 @@
-#include <zelvan/text/glyph_tokenize.h>
-
-#include "support/system.h"
+#include <zelvan/text/tokenize.h>
 
 #include <string>
 #include <vector>
@@ -9,29 +7,75 @@
 
 namespace {
 
-/// The tokens, a slash behind each.
-template <class String>
-std::u16string joined(const std::vector<String>& tokens) {
-  std::u16string result;
-  for (const String& token : tokens) result.append(token.begin(), token.end()).append(u"/");
-  return result;
+using Wide = std::basic_string<unsigned short>;
+using Tokens = std::vector<std::u16string>;
+
+Wide wide(const std::u16string& text) { return Wide(text.begin(), text.end()); }
+std::u16string plain(const Wide& text) { return std::u16string(text.begin(), text.end()); }
+Tokens plain(const std::vector<Wide>& tokens) {
+  Tokens all;
+  for (const Wide& token : tokens) all.push_back(plain(token));
+  return all;
 }
 
-TEST(GlyphTokenize, CutsByTheLanguage) {
-  const std::u16string text = u"“漢ab, cd.3.5 字 x\x7F\x80\U0001F600";
-  const char* const locales[][3] = {{"", "zh", "de"},   {"", "", "jA_JP.UTF-8@x"},
-                                    {"ZH_TW", "C", ""}, {"jv_ID.UTF-8", "ja", "ja"},
-                                    {"jam_JM", "", ""}, {"", "", ""}};
-  for (const auto& locale : locales) {  // of each, the first that is not empty rules
-    const char* const names[] = {"LC_ALL", "LC_CTYPE", "LANG"};
-    for (int i = 0; i < 3; ++i) support::set_environment(names[i], locale[i]);
-    const std::string system = support::language();  // where there is one, it alone rules
-    EXPECT_EQ(joined(GlyphTokenize({text.begin(), text.end()})),
-              (system.empty() ? &locale < &locales[3] : system == "ja")
-                  ? u"“/漢/ab,/cd./3.5/字/x\x7F/\x80/\xD83D/\xDE00/"
-                  : u"“/漢ab,/cd./3.5/字/x\x7F\x80\U0001F600/")
-        << &locale - locales;
+TEST(Tokenize, DropsRunsOfDelimitersEverywhere) {
+  using Narrow = std::vector<std::string>;
+  const struct {
+    const char *text, *delimiters;
+    Narrow tokens;
+  } rows[] = {
+      {"a,,b", ",", {"a", "b"}}, {",,a,", ",", {"a"}},          {"", ",", {}},
+      {",;,", ";,", {}},         {"a b;c", ",;", {"a b", "c"}}, {" a,b ", "", {" a,b "}},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(tokenize(row.text, row.delimiters), row.tokens) << row.text;
+  EXPECT_EQ(tokenize("a\xC4z", "\xC4"), (Narrow{"a", "z"})) << "a byte with the high bit set";
+  const std::string with_zero("a\0b", 3);
+  EXPECT_EQ(tokenize(with_zero, std::string("\0", 1)), (Narrow{"a", "b"}));
+}
+
+TEST(Trim, CutsMembersOfTheSetFromBothEnds) {
+  EXPECT_EQ(trim("  a b  ", " "), "a b");
+  EXPECT_EQ(trim("xyaxyb", "yx"), "axyb");
+  EXPECT_EQ(trim("   ", " "), "");
+  EXPECT_EQ(trim("", " "), "");
+  EXPECT_EQ(trim(" a ", ""), " a ");
+}
+
+// One table for both, as in the header: they differ in what becomes of delimiters and of the start.
+TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
+  const struct {
+    std::u16string text, delimiters;
+    Tokens dropped, kept;
+    const char* why;
+  } rows[] = {
+      {u"a,,b", u",", {u"a", u"b"}, {u"a,", u"b"}, "a run counts once"},
+      {u",,abc", u",", {u"abc"}, {u",", u"abc"}, "at the start"},
+      {u",,", u",", {}, {u","}, "nothing but delimiters"},
+      {u"", u",", {}, {u""}, "an empty text"},
+      {u"a, b", u",", {u"a", u"b"}, {u"a,", u"b"}, "blanks are trimmed"},
+      {u"a,  ,b", u",", {u"a", u"", u"b"}, {u"a,", u",", u"b"}, "a token of blanks"},
+      {u" abc", u" ", {u"abc"}, {u"", u"abc"}, "a leading blank is a token, and trimmed"},
+      {u"3.14,2", u".,", {u"3.14", u"2"}, {u"3.14,", u"2"}, "a number stays whole"},
+      {u"x3.4", u".", {u"x3", u"4"}, {u"x3.", u"4"}, "but not further into a token"},
+      {u"-3.4", u".", {u"-3", u"4"}, {u"-3.", u"4"}, "nor after a sign"},
+      {u"1.2.3x y", u" .", {u"1.2.3x", u"y"}, {u"1.2.3x", u"y"}, "any run of digits and dots"},
+      {u"3.", u".", {u"3."}, {u"3."}, "a number up to the end"},
+      {u"a b", u"", {u"a b"}, {u"a b"}, "no delimiters"},
+      {u"a\u4E00b\u4E01", u"\u4E00", {u"a", u"b\u4E01"}, {u"a\u4E00", u"b\u4E01"}, "beyond 255"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(plain(wtokenize(wide(row.text), wide(row.delimiters))), row.dropped) << row.why;
+    EXPECT_EQ(plain(wtokenize2(wide(row.text), wide(row.delimiters))), row.kept) << row.why;
   }
+}
+
+TEST(Wtrim, CutsByCodeUnit) {
+  const unsigned short set[] = {'x', 0x4E00, 0};
+  EXPECT_EQ(plain(wtrim(wide(u"x\u4E00ax\u4E00b\u4E00x"), set)), u"ax\u4E00b");
+  EXPECT_EQ(plain(wtrim(wide(u"xx"), set)), u"");
+  const unsigned short no_set[] = {0};
+  EXPECT_EQ(plain(wtrim(wide(u" a "), no_set)), u" a ");
 }
 
 }  // namespace

@@ -4,50 +4,58 @@
 #include <zelvan/export.h>
 #include <zelvan/transforms/records.h>
 
-/// Appends to `target` what of each polygon of `source` lies inside `rect`, cut into rings, in
-/// general position. For drawings, take `ClipPolygonSetToView`, which is right in every position.
+/// Appends to `target` the parts of the polygons of `source` inside `rect`, cut into closed rings.
+///
+/// The result is right in general position: no vertex lies on a side of the rectangle and no
+/// corner on an edge of the polygon, neither exactly nor within rounding. For drawings, use
+/// `ClipPolygonSetToView`, which is right in every position.
 ///
 /// The method is that of G. Greiner and K. Hormann, "Efficient clipping of arbitrary polygons",
 /// ACM Transactions on Graphics 17 (1998), with one polygon and the rectangle at a time. Each
-/// polygon gives zero, one or several closed rings, in set order; a hole is one more polygon.
-/// Edges along the rectangle are invisible. A polygon wholly inside comes back unchanged,
-/// duplicates included; in a turned rectangle, see below.
+/// polygon produces zero, one or several rings, in set order; a hole is one more polygon. Edges
+/// along the rectangle are invisible. A polygon wholly inside an upright rectangle comes back
+/// unchanged, duplicates included.
 ///
-/// Where the method ends:
-/// - A polygon around the whole rectangle gives its four corners in record order, with the flags
+/// Limits:
+/// - Out of general position the method can take going in for coming out. The result is then any
+///   part of the polygon, or none, and its vertices need not lie inside the rectangle. Of the
+///   triangle (0, 5), (11, 1), (1, 9), the view (0, 0) to (10, 10) shows an area of 23.78. The
+///   result has nothing of it; it is a sliver of 0.22 outside the view. Drawings on a grid and a
+///   view on the same grid meet this all the time. A corner computed to lie on an edge, or a vertex
+///   on a turned side, is no better: about half of such results are wrong.
+/// - A polygon around the whole rectangle produces its four corners in record order, with the flags
 ///   0, 0, 0, 2, if some of its edges lie wholly to the left of a side and others wholly to the
-///   right of one, or some below and others above. Else it gives nothing: the triangle (-1, -1),
-///   (30, -1), (-1, 30) disappears from the view (0, 0) to (10, 10).
-///   The same is asked of a polygon inside a turned rectangle, lest it be lost: of the diamond
+///   right of one, or some below and others above. Otherwise it produces nothing: the triangle
+///   (-1, -1), (30, -1), (-1, 30) disappears from the view (0, 0) to (10, 10).
+/// - The same is asked of a polygon inside a turned rectangle, or it is lost: in the diamond
 ///   (0, -10), (10, 0), (0, 10), (-10, 0) the triangle (-1, -1), (1, -1), (0, 1) disappears.
-/// - A vertex exactly on a side can upset the turns of going in and coming out, and the result is
-///   then another part of the polygon: of (0, 5), (11, 1), (1, 9), in that view, an area of 0.22
-///   is kept out of 23.78. Drawings on a grid and a view on the same grid meet this all the time.
-/// - Rings that cross themselves follow neither fill rule if the rectangle's first corner is
-///   wound about more than once.
-/// - Flags travel with their vertices. Where a ring runs against the sense of its polygon, which
-///   in general position is each but the first of a polygon that begins inside, what is left of
-///   an edge has the visibility of its neighbour.
+/// - A ring that crosses itself is clipped by the even-odd rule, unless it winds about the
+///   rectangle's first corner an even number of times other than 0. Then the result follows neither
+///   fill rule, or only the non-zero one if the outlines do not cross.
+/// - Flags travel with their vertices. In a ring that runs against the sense of its polygon, an
+///   edge so has the visibility of its neighbour. In general position all rings run so, except the
+///   first one of a polygon that begins inside.
 ///
-/// `source` is read only. Polygons of one vertex, or of one point repeated, give nothing;
-/// vertices behind the last closing flag are ignored.
+/// `source` is read only. Polygons of one vertex, or of one point repeated, produce nothing;
+/// vertices after the last closing flag are ignored.
 ///
-/// `rect` is taken as the ring of its four corners in record order, in either sense. It need
-/// not be axis-aligned: a turned view gives a turned rectangle.
+/// `rect` is taken as the ring of its four corners in record order, in either sense. It need not be
+/// axis-aligned: take a turned view as a turned rectangle.
 ///
 /// `target->n_points` is where appending begins: set it to 0 before the first call. Requires: no
-/// null pointer, and arrays with room for what comes. A polygon of n vertices gives at most n + 4 +
-/// h, where h is the number of its crossings with the rectangle: at most 2 n if no edge passes
-/// through a corner, 4 n otherwise. So 5 n + 4 for each polygon always suffices. The arrays may not
-/// overlap those of `source`.
+/// null pointer, and arrays with room for the result. A polygon of n vertices produces at most
+/// n + 4 + h, where h is the number of its crossings with the rectangle: at most 2 n if no edge
+/// passes through a corner, 4 n otherwise. So 5 n + 4 for each polygon always suffices. The arrays
+/// may not overlap those of `source`.
 ///
-/// A vertex exactly on a side of the rectangle counts as a crossing a very small step along
-/// its edge, so a result can hold near-duplicate vertices, and a polygon that only touches
-/// the rectangle can leave a sliver. An edge exactly through a corner crosses twice; where
-/// that leaves the walk at a crossing already used, the ring is closed there. Every input
-/// ends, NaN and infinities included.
+/// In general position a vertex of the result lies outside the rectangle by rounding at most. A
+/// vertex exactly on a side counts as a crossing a small step along its edge, 1.2e-07 of its
+/// length. So a result can hold near-duplicate vertices, and a polygon that only touches the
+/// rectangle can leave a sliver. An edge exactly through a corner crosses twice; where that leads
+/// the walk to a crossing already used, the ring is closed there. Every input ends, NaN and
+/// infinities included.
 ///
-/// When the heap refuses, the polygon in hand gives nothing, everything taken for it is
-/// released, and the next one is tried. No state is kept: calls on different records may run
-/// on different threads.
+/// If the heap is exhausted, the polygon at hand produces nothing, everything allocated for it is
+/// released, and the next one is tried. No state is kept: calls on different records may run on
+/// different threads.
 ZELVAN_API void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);

@@ -4,32 +4,33 @@
 #include <zelvan/export.h>
 #include <zelvan/transforms/records.h>
 
-/// Appends to `target` what of each polygon of `source` lies inside `rect`.
+/// Appends to `target` the parts of the polygons of `source` inside `rect`, one ring for each.
 ///
-/// By the even-odd and the non-zero rule alike, the result covers of the rectangle just what the
-/// source covers of it; about each place inside it even has the same winding number. A polygon
-/// gives one ring, in set order, or none if it covers nothing of the inside and has no edge there;
-/// a hole is one more polygon. Where the polygon is outside, its ring runs on along the border,
-/// perhaps along the same stretch more than once, so fill the rings and stroke their visible
-/// edges. `ClipPolygonSet` cuts them apart instead, but only in general position.
+/// Inside the rectangle the result covers what the source covers, by the even-odd and by the
+/// non-zero rule: about each place there it has the same winding number, except within rounding of
+/// an edge that was cut. A polygon produces one ring, in set order, or none if it covers nothing of
+/// the inside and has no edge there; a hole is one more polygon. Where the polygon is outside, its
+/// ring runs on along the border, perhaps along the same stretch more than once, so fill the rings
+/// and stroke their visible edges. `ClipPolygonSet` cuts them apart instead, but only in general
+/// position.
 ///
 /// What is left of an edge keeps its visibility; an edge along the border is invisible, also one
 /// that was there before. Each vertex is one of the polygon's inside the closed rectangle, as it
 /// was given, or a point on the border. On an upright rectangle such a point has exactly the
 /// coordinate of its side and does not leave it; on a turned one it is on its side within rounding.
-/// An edge and its reverse give the same point. A polygon strictly inside comes back unchanged,
-/// duplicates included; around one that holds the rectangle come its four corners, once for each
-/// winding.
+/// An edge and its reverse are cut at the same point. A polygon strictly inside comes back
+/// unchanged, duplicates included; around one that holds the rectangle come its four corners, once
+/// for each winding.
 ///
-/// Everything but the coordinates of a crossing is decided exactly and without a tolerance: this
+/// Everything but the coordinates of a crossing is decided exactly and without a tolerance. This
 /// holds for all finite coordinates, also for vertices on the border, edges through corners, rings
 /// that cross themselves and coordinates near the ends of the doubles.
 ///
 /// `rect` is taken by its four corners in record order, in either sense, upright or turned. Four
 /// corners of any other convex shape will do. Corners that are not finite, enclose no area or
-/// cross over give nothing, and so does a polygon with a coordinate that is not finite.
+/// cross over produce nothing, and so does a polygon with a coordinate that is not finite.
 ///
-/// `source` is read only. Polygons of one vertex give nothing; vertices behind the last closing
+/// `source` is read only. Polygons of one vertex produce nothing; vertices after the last closing
 /// flag are ignored. `target->n_points` is where appending begins: set it to 0 before the first
 /// call. Requires: no null pointer, and arrays with room for 4 n + 4 more vertices for each polygon
 /// of n, which may not overlap those of `source`. What the result leaves of that room can be

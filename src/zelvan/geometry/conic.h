@@ -13,9 +13,9 @@
 ///                                      |      \ | /    in radians like every angle here
 ///                                      +--> x   o
 ///
-/// Nothing is tested but the type: a form built of a conic of another type holds infinities and
-/// NaN, which pass through. Requires, throughout: no null pointers. Nothing is allocated or kept;
-/// every function may run on any thread.
+/// Only `utl_conic_type` tests anything. A form built of a conic of another type can hold
+/// infinities, NaN and meaningless numbers, and so can its points. Requires, throughout: no null
+/// pointers. Nothing is allocated or kept; every function may run on any thread.
 #pragma once
 
 #include <zelvan/export.h>
@@ -23,7 +23,7 @@
 
 #include <cstddef>
 
-/// A conic arc. The ends are taken as they are; whether they lie on the curve is not asked.
+/// A conic arc. Nothing tests whether the ends lie on the curve.
 struct utl_conic_t {
   double a;         ///< the coefficient A, of x squared
   double b;         ///< the coefficient B, of x y
@@ -36,7 +36,7 @@ struct utl_conic_t {
   short clockwise;  ///< ellipses only: non-zero clockwise from start to end, 0 counter-clockwise
 };
 
-/// The arc of an ellipse or circle.
+/// The arc of an ellipse or circle, filled by `utl_standard_ellipse`.
 ///
 ///     u = axis_x cos p - off_x              v
 ///     v = axis_y sin p - off_y         . ---|--- .   sweep > 0: counter-clockwise
@@ -53,8 +53,8 @@ struct utl_ellipse_t {
   double axis_y;   ///< the semi-axis along v
 };
 
-/// The arc of a hyperbola, on one of its branches. The free parameter runs along the axis that
-/// the branches do not open along, and counts from the centre.
+/// The arc of a hyperbola, on one of its branches, filled by `utl_standard_hyperbola`. The free
+/// parameter runs along the axis that the branches do not open along, and counts from the centre.
 struct utl_hyperbola_t {
   double sin_rot;    ///< sine of the frame's turn
   double cos_rot;    ///< cosine of the frame's turn
@@ -68,7 +68,8 @@ struct utl_hyperbola_t {
   short y_branches;  ///< 1: free along u, branches open along v; 0: the other way round
 };
 
-/// The arc of a parabola. The free parameter runs across the axis and counts from the vertex.
+/// The arc of a parabola, filled by `utl_standard_parabola`. The free parameter runs across the
+/// axis and counts from the vertex.
 struct utl_parabola_t {
   double sin_rot;  ///< sine of the frame's turn
   double cos_rot;  ///< cosine of the frame's turn
@@ -102,7 +103,7 @@ static_assert(offsetof(utl_parabola_t, cos_rot) == 8 && offsetof(utl_parabola_t,
                   sizeof(utl_parabola_t) == 56 + alignof(double),
               "layout is interface");
 
-/// What `utl_conic_type` answers.
+/// The results of `utl_conic_type`.
 enum utl_conic_code : char {
   utl_conic_line = 'L',       ///< no standard form: the segment between the ends stands for it
   utl_conic_parabola = 'P',   ///< for `utl_standard_parabola`
@@ -112,34 +113,49 @@ enum utl_conic_code : char {
   utl_conic_unknown = '?'     ///< none of these, and no standard form
 };
 
-/// The kind of curve, a `utl_conic_code`, by its coefficients alone.
+/// Returns the kind of curve, a `utl_conic_code`, from the coefficients alone.
 ///
-/// A value of up to 1e-05 counts as zero, and the coefficients are not scaled first: a small
-/// circle far down in its units can be called a parabola, so scale the equation until its largest
-/// coefficient is about 1. A conic without both an x and a y beyond its cross term, such as
-/// x y = 1, is called a line. A discriminant that is not a number gives '?'.
+/// A value of up to 1e-05 counts as zero, and the coefficients are not scaled first: with all of
+/// its coefficients divided by 1000, the unit circle is called a parabola. So scale the whole
+/// equation until the largest of |a|, |b| and |c| is about 1, however large d, e and f then are. To
+/// go by all six spoils good conics: a circle about the origin of radius 317 is called a line if
+/// its f is scaled to -1.
+///
+/// A conic without a term in x or x squared, or without one in y or y squared, is called a line:
+/// x y = 1 and x y + x = 1 are. Degenerate curves are not told apart: two lines that cross are
+/// called a hyperbola, two slanted parallel lines a parabola, and a single point or a curve without
+/// points an ellipse or circle. Returns '?' if the discriminant is not a number.
 ZELVAN_C_API char utl_conic_type(utl_conic_t* conic);
 
-/// The standard form of type 'E' or 'C'.
+/// Fills the standard form of type 'E' or 'C'.
 ///
-/// Ends that coincide to within 0.0001 in the parameter give the whole ellipse. One whose smaller
-/// axis is at most a hundredth of the larger counts as flat and gets a start and sweep of 0.0.
+/// Ends that coincide make the whole ellipse, and so do ends up to 0.0001 apart in the parameter:
+/// the sweep is then a whole turn, give or take their distance. One case differs: clockwise from a
+/// parameter just above -pi to one just below pi, the sweep is the short way between them.
+///
+/// An ellipse whose smaller axis is at most a hundredth of the larger counts as flat: start and
+/// sweep are 0.0, whatever its ends. The axes of a single point are 0.0 or what rounding leaves. A
+/// curve without points gets the axes of one with points: x^2 + y^2 + 1 = 0 those of x^2 + y^2 = 1.
 ZELVAN_C_API void utl_standard_ellipse(utl_conic_t* conic, utl_ellipse_t* out);
 
-/// The standard form of type 'H'. The first end decides the branch.
+/// Fills the standard form of type 'H'. The first end decides the branch.
+///
+/// For two lines that cross, `sq_x` and `sq_y` are 0.0 or what rounding leaves instead.
 ZELVAN_C_API void utl_standard_hyperbola(utl_conic_t* conic, utl_hyperbola_t* out);
 
-/// The standard form of type 'P'.
+/// Fills the standard form of type 'P'. For two parallel lines it holds infinities,
+/// NaN or meaningless numbers.
 ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out);
 
-/// The point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end. What
-/// lies beyond is on the curve, too. `t` is an angle in radians before the circle is stretched
+/// Stores the point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end.
+/// What lies beyond is on the curve, too. `t` is an angle in radians before the circle is stretched
 /// into the ellipse.
 ZELVAN_C_API void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out);
 
-/// The same with a length for `t`: 0.0 is the arc's start, `end - start` its other end. Between the
-/// branches, where the curve has no point, the result is NaN.
+/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end, on the
+/// branch of the first end. Every `t` has a point there. Of two lines that cross, coordinates can
+/// be NaN.
 ZELVAN_C_API void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out);
 
-/// The same with a length for `t`: 0.0 is the arc's start, `end - start` its other end.
+/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end.
 ZELVAN_C_API void utl_parabola_point(utl_parabola_t* form, double t, real_pt_t* out);

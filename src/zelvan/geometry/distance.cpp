@@ -14,8 +14,8 @@ namespace {
 // More than any coordinate: the answer where nothing can be measured.
 constexpr double no_distance = 6.022e+23;
 
-// Which of two values is larger can't be foreseen, and left to themselves the compilers turn both
-// choices together into one branch. Where no value is larger, as with a NaN, it is the second.
+// Branch-free maximum: compilers merge maximum and minimum into one branch that the processor
+// mispredicts. With a NaN, returns `b`.
 double larger(double a, double b) {
 #if defined(__SSE2__)
   return _mm_cvtsd_f64(_mm_max_sd(_mm_set_sd(a), _mm_set_sd(b)));
@@ -24,7 +24,7 @@ double larger(double a, double b) {
 #endif
 }
 
-// Where no value is smaller it is the second, too.
+// Branch-free minimum. With a NaN, returns `b`.
 double smaller(double a, double b) {
 #if defined(__SSE2__)
   return _mm_cvtsd_f64(_mm_min_sd(_mm_set_sd(a), _mm_set_sd(b)));

@@ -13,13 +13,13 @@
 /// | 10      | centimetres           | 2.54        |
 /// | 11      | millionths of an inch | 1000000     |
 ///
-/// Any other code stands for inches, too. Every function may run on any thread.
+/// Any other code means inches as well. Every function may run on any thread.
 #pragma once
 
 #include <zelvan/export.h>
 
-/// `value` inches in the unit of that code.
+/// Converts `value` inches to the unit of that code.
 ZELVAN_C_API double utl_inches_to_units(double value, int unit);
 
-/// `value` of that unit in inches.
+/// Converts `value` from the unit of that code to inches.
 ZELVAN_C_API double utl_units_to_inches(double value, int unit);

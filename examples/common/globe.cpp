@@ -1,0 +1,55 @@
+#include "common/globe.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace example {
+
+namespace {
+
+constexpr double whole_turn = 360.0;
+
+// How far to move what comes after a step, so that the step goes the short way round.
+double turn_after(double step) {
+  constexpr double rounding = 1e-6;
+  const double length = std::abs(step);
+  const bool is_long_way = length > whole_turn / 2 && length < whole_turn - rounding;
+  return is_long_way ? -std::copysign(whole_turn, step) : 0.0;
+}
+
+double nearer_pole(const std::vector<real_pt_t>& ring) {
+  double sum = 0.0;
+  for (const real_pt_t& p : ring) sum += p.y;
+  return sum < 0.0 ? -90.0 : 90.0;
+}
+
+}  // namespace
+
+void add_ring_of_globe(MapPolygons& polygons, std::vector<real_pt_t> ring) {
+  const bool is_in_degrees =
+      std::all_of(ring.begin(), ring.end(), [](const real_pt_t& p) { return is_longitude(p.x); });
+  if (!is_in_degrees) return add_polygon(polygons, ring);
+
+  const real_pt_t first = ring.front();
+  double previous = first.x;  // as it was given
+  double turn = 0.0;
+  for (real_pt_t& p : ring) {
+    turn += turn_after(p.x - previous);
+    previous = p.x;
+    p.x += turn;
+  }
+  turn += turn_after(first.x - previous);
+  if (turn == 0.0) return add_polygon(polygons, ring);
+
+  const double pole = nearer_pole(ring);
+  ring.push_back({first.x + turn, first.y});
+  ring.push_back({first.x + turn, pole});
+  ring.push_back({first.x, pole});
+  add_polygon(polygons, ring);
+  int* const end = polygons.edge_flags.data() + polygons.edge_flags.size();
+  end[-3] = drw_edge_invisible;
+  end[-2] = drw_edge_invisible;
+  end[-1] = drw_edge_close_invisible;
+}
+
+}  // namespace example

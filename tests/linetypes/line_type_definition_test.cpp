@@ -1,0 +1,143 @@
+#include <zelvan/linetypes/line_type_definition.h>
+
+#include <cmath>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+CLineTypeDefPattern pattern(const std::vector<double>& lengths) {
+  CLineTypeDefPattern made;
+  for (const double length : lengths) EXPECT_TRUE(made.AddFragment(length)) << length;
+  return made;
+}
+
+std::vector<double> fragments(CLineTypeDefPattern walked) {
+  std::vector<double> lengths;
+  double length = walked.GetFirstFragment();
+  for (int n = walked.GetNumFragments(); n > 0; --n) {
+    lengths.push_back(length);
+    length = walked.GetNextFragment();
+  }
+  EXPECT_EQ(length, -1.0) << "after the last fragment";
+  return lengths;
+}
+
+TEST(AddFragment, TakesTwentyFragments) {
+  CLineTypeDefPattern full = pattern(std::vector<double>(20, 2.0));
+  EXPECT_FALSE(full.AddFragment(2.0)) << "the 21st";
+  EXPECT_EQ(full.GetNumFragments(), 20);
+  EXPECT_EQ(full.GetFragmentSum(), 40.0);
+  EXPECT_EQ(fragments(full), std::vector<double>(20, 2.0));
+}
+
+TEST(AddFragment, TakesADotButNoGapOfLengthZero) {
+  for (const double zero : {0.0, -0.0}) {
+    CLineTypeDefPattern dotted = pattern({zero});
+    EXPECT_FALSE(dotted.AddFragment(zero)) << "the second is a gap";
+    EXPECT_TRUE(dotted.AddFragment(5.0));
+    EXPECT_TRUE(dotted.AddFragment(zero)) << "the third is a dash";
+    EXPECT_FALSE(dotted.AddFragment(zero)) << "the fourth is a gap";
+    EXPECT_EQ(fragments(dotted), (std::vector{0.0, 5.0, 0.0}));
+    EXPECT_EQ(dotted.GetFragmentSum(), 5.0);
+  }
+}
+
+TEST(GetNextFragment, TakesTheWalkOnWhereItWas) {
+  CLineTypeDefPattern walked = pattern({5.0, 3.0});
+  EXPECT_EQ(walked.GetNextFragment(), 5.0) << "a new pattern stands at its start";
+  CLineTypeDefPattern copy = walked;
+  EXPECT_EQ(copy.GetNextFragment(), 3.0) << "a copy goes on from where its original was";
+  EXPECT_EQ(copy.GetNextFragment(), -1.0);
+  EXPECT_EQ(copy.GetNextFragment(), -1.0) << "the end stays the end";
+  EXPECT_EQ(walked.GetFirstFragment(), 5.0) << "the first call starts anew";
+  EXPECT_EQ(walked.GetNextFragment(), 3.0);
+  CLineTypeDefPattern empty;
+  EXPECT_EQ(empty.GetFirstFragment(), -1.0);
+}
+
+TEST(GetFragmentSum, AddsInTheOrderOfTheFragments) {
+  EXPECT_EQ(CLineTypeDefPattern().GetFragmentSum(), 0.0);
+  // 1e16 + 1 rounds to 1e16, and so the 1 is lost in one order only.
+  EXPECT_EQ(pattern({1e16, 1.0, -1e16}).GetFragmentSum(), 0.0);
+  EXPECT_EQ(pattern({1e16, -1e16, 1.0}).GetFragmentSum(), 1.0);
+}
+
+TEST(RemoveAllFragments, ForgetsSumAndCursor) {
+  CLineTypeDefPattern emptied = pattern({5.0, 3.0});
+  emptied.GetFirstFragment();
+  emptied.RemoveAllFragments();
+  EXPECT_EQ(emptied.GetNumFragments(), 0);
+  EXPECT_EQ(emptied.GetFragmentSum(), 0.0);
+  emptied.AddFragment(7.0);
+  EXPECT_EQ(emptied.GetNextFragment(), 7.0);
+}
+
+TEST(PatternEquality, ComparesFragmentsExactlyAndNothingElse) {
+  const CLineTypeDefPattern base = pattern({1.0, 2.0});
+  const double nan = std::nan("");
+  const struct {
+    std::vector<double> other;
+    bool equal;
+  } rows[] = {
+      {{1.0, 2.0}, true},  {{1.0, 2.0, 3.0}, false},
+      {{1.0}, false},      {{1.0, std::nextafter(2.0, 3.0)}, false},
+      {{nan, 2.0}, false}, {{}, false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(base == pattern(row.other), row.equal) << testing::PrintToString(row.other);
+    EXPECT_EQ(base != pattern(row.other), !row.equal) << testing::PrintToString(row.other);
+  }
+  EXPECT_TRUE(pattern({0.0}) == pattern({-0.0}));
+  const CLineTypeDefPattern not_a_number = pattern({nan});
+  EXPECT_FALSE(not_a_number == not_a_number) << "a NaN equals nothing, itself included";
+  CLineTypeDefPattern walked = base;
+  walked.GetNextFragment();
+  EXPECT_TRUE(walked == base) << "the cursor doesn't count";
+}
+
+TEST(CLineTypeDefinition, StartsEmptyAndKeepsIndexAndLengthApartFromThePattern) {
+  CLineTypeDefinition definition;
+  EXPECT_EQ(definition.GetIndex(), 0u);
+  EXPECT_EQ(definition.GetPatternLength(), 0.0);
+  EXPECT_EQ(definition.GetPattern().GetNumFragments(), 0);
+  definition.SetIndex(4000000000u);
+  definition.SetPatternLength(2.5);
+  EXPECT_TRUE(definition.AddFragment(9.0));
+  EXPECT_FALSE(definition.AddFragment(0.0)) << "as the pattern's own";
+  definition.SetPattern(pattern({0.0, 5.0, 0.0, 7.0}));
+  EXPECT_EQ(fragments(definition.GetPattern()), (std::vector{0.0, 5.0, 0.0, 7.0}));
+  EXPECT_EQ(definition.GetPattern().GetFragmentSum(), 12.0);
+  definition.RemoveAllFragments();
+  EXPECT_EQ(definition.GetPattern().GetNumFragments(), 0);
+  EXPECT_EQ(definition.GetIndex(), 4000000000u);
+  EXPECT_EQ(definition.GetPatternLength(), 2.5);
+}
+
+TEST(SetPattern, LeavesTheSourceAloneAndRewinds) {
+  CLineTypeDefPattern source = pattern({1.0, 2.0});
+  source.GetFirstFragment();
+  CLineTypeDefinition definition;
+  definition.SetPattern(source);
+  EXPECT_EQ(source.GetNextFragment(), 2.0) << "the source's walk goes on";
+  EXPECT_EQ(definition.GetPattern().GetNextFragment(), 1.0) << "the copy's walk starts anew";
+}
+
+TEST(DefinitionEquality, ComparesPatternAndLengthButNotTheIndex) {
+  CLineTypeDefinition one;
+  one.SetIndex(1);
+  one.AddFragment(3.0);
+  CLineTypeDefinition other = one;
+  other.SetIndex(2);
+  EXPECT_TRUE(one == other);
+  EXPECT_FALSE(one != other);
+  other.SetPatternLength(1.0);
+  EXPECT_FALSE(one == other);
+  EXPECT_TRUE(one != other);
+  other = one;
+  other.AddFragment(1.0);
+  EXPECT_FALSE(one == other);
+}
+
+}  // namespace

@@ -1,0 +1,151 @@
+#include <zelvan/linetypes/line_type_list.h>
+
+#include <climits>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <support/random.h>
+
+namespace {
+
+std::unique_ptr<CLineTypeDefinition> definition(unsigned int index, double pattern_length,
+                                                const std::vector<double>& lengths) {
+  auto made = std::make_unique<CLineTypeDefinition>();
+  made->SetIndex(index);
+  made->SetPatternLength(pattern_length);
+  for (const double length : lengths) made->AddFragment(length);
+  return made;
+}
+
+using Added = std::pair<int, bool>;  // the index, and whether it was there already
+
+/// Adds a definition, which goes to the list if the list takes it.
+Added add(CLineTypeDefList& list, std::unique_ptr<CLineTypeDefinition> made) {
+  bool already_there = true;
+  const int index = list.AddLineTypeDefinition(made.get(), already_there);
+  if (!already_there && index != -1) made.release();
+  return {index, already_there};
+}
+
+TEST(CLineTypeDefList, StartsWithThirteenBuiltInLineTypes) {
+  const struct {
+    unsigned int index;
+    double pattern_length;
+    std::vector<double> fragments;
+  } rows[] = {
+      {1, 10.0, {100}},
+      {2, 5.0, {60, 40}},
+      {3, 2.5, {10, 40}},
+      {4, 7.5, {80, 30, 20, 30}},
+      {5, 10.0, {80, 30, 20, 30, 20, 30}},
+      {6, 10.0, {110}},
+      {7, 12.0, {120}},
+      {8, 13.0, {130}},
+      {9, 7.5, {80, 70}},
+      {10, 15.0, {140, 50, 60, 50}},
+      {11, 21.5, {310, 30, 60, 30}},
+      {12, 6.5, {90, 40}},
+      {13, 15.5, {130, 20, 60, 20, 60, 20}},
+  };
+  CLineTypeDefList list;
+  for (const auto& row : rows) {
+    const CLineTypeDefinition* found = list.GetDefinition(row.index);
+    ASSERT_NE(found, nullptr) << row.index;
+    EXPECT_TRUE(*found == *definition(0, row.pattern_length, row.fragments)) << row.index;
+  }
+  EXPECT_EQ(list.GetDefinition(0), nullptr);
+  EXPECT_EQ(list.GetDefinition(14), nullptr);
+}
+
+TEST(AddLineTypeDefinition, FindsAnEqualOneAndLeavesTheCallersAlone) {
+  CLineTypeDefList list;
+  const auto dashed = definition(99, 5.0, {60, 40});
+  bool already_there = false;
+  EXPECT_EQ(list.AddLineTypeDefinition(dashed.get(), already_there), 2);
+  EXPECT_TRUE(already_there);
+  EXPECT_EQ(dashed->GetIndex(), 99u);
+}
+
+TEST(AddLineTypeDefinition, HandsOutAnIndexAboveAllWhereOneIsTaken) {
+  CLineTypeDefList list;
+  EXPECT_EQ(add(list, definition(5, 0.0, {1})), (Added{14, false})) << "5 is taken";
+  EXPECT_EQ(list.GetDefinition(14)->GetIndex(), 14u) << "set in the definition";
+  EXPECT_EQ(add(list, definition(5, 0.0, {2})), (Added{15, false}));
+  EXPECT_EQ(add(list, definition(20, 0.0, {3})), (Added{20, false})) << "20 is free";
+  EXPECT_EQ(add(list, definition(17, 0.0, {4})), (Added{17, false})) << "17 is free";
+  EXPECT_EQ(add(list, definition(1, 0.0, {5})), (Added{21, false})) << "above 20";
+}
+
+TEST(AddLineTypeDefinition, RefusesIndicesThatItCannotHold) {
+  CLineTypeDefList list;
+  EXPECT_EQ(add(list, definition(0, 5.0, {60, 40})), (Added{-1, false})) << "also if equal";
+  EXPECT_EQ(add(list, definition(UINT_MAX, 0.0, {1})), (Added{-1, false})) << "reads as -1";
+  EXPECT_EQ(add(list, definition(UINT_MAX - 1, 0.0, {1})), (Added{-2, false}));
+  EXPECT_EQ(add(list, definition(1, 0.0, {2})), (Added{-1, false})) << "no index is left above";
+}
+
+TEST(AddLineTypeDefinition, HoldsTheSameObjectOnceEvenWithANaN) {
+  CLineTypeDefList list;
+  auto odd = definition(30, 0.0, {std::nan("")});
+  CLineTypeDefinition* const object = odd.get();
+  EXPECT_EQ(add(list, std::move(odd)), (Added{30, false}));
+  bool already_there = false;
+  EXPECT_EQ(list.AddLineTypeDefinition(object, already_there), 30);
+  EXPECT_TRUE(already_there);
+}
+
+TEST(AddLineTypeDefinition, TakesEightHundredAndFifty) {
+  CLineTypeDefList list;
+  for (int i = 14; i <= 850; ++i) {
+    ASSERT_EQ(add(list, definition(i, 0.5, {i + 0.5})), (Added{i, false}));
+  }
+  EXPECT_EQ(add(list, definition(851, 0.0, {1})), (Added{-1, false})) << "the table is full";
+  EXPECT_EQ(add(list, definition(1, 10.0, {100})), (Added{-1, false})) << "also if equal";
+  EXPECT_EQ(list.GetDefinition(850)->GetIndex(), 850u) << "the last";
+}
+
+TEST(CLineTypeDefList, BehavesLikeAMapFromIndicesToDefinitions) {
+  support::Random random(1);
+  for (int round = 0; round < 100; ++round) {
+    CLineTypeDefList list;
+    std::map<int, std::vector<double>> model;
+    for (int step = 0; step < 40; ++step) {
+      const int index = 14 + random.below(20);
+      const std::vector<double> lengths(1 + random.below(3), 1.0 + random.below(4));
+      int expected = index;
+      bool is_there = false;
+      for (const auto& [known, known_lengths] : model) {
+        if (known_lengths != lengths) continue;
+        expected = known;
+        is_there = true;
+      }
+      if (!is_there && model.contains(index)) expected = model.rbegin()->first + 1;
+      if (!is_there) model[expected] = lengths;
+      ASSERT_EQ(add(list, definition(index, 0.5, lengths)), (Added{expected, is_there})) << step;
+    }
+    for (const auto& [index, lengths] : model) {
+      EXPECT_TRUE(*list.GetDefinition(index) == *definition(0, 0.5, lengths)) << index;
+    }
+  }
+}
+
+TEST(CLineTypeDefList, CopiesItsDefinitions) {
+  CLineTypeDefList copy;
+  {
+    CLineTypeDefList list;
+    add(list, definition(40, 0.5, {1}));
+    copy = list;
+    CLineTypeDefList& itself = copy;
+    copy = itself;
+    EXPECT_NE(copy.GetDefinition(40), list.GetDefinition(40)) << "each list owns its own";
+  }
+  EXPECT_TRUE(*copy.GetDefinition(40) == *definition(0, 0.5, {1}));
+  CLineTypeDefList made = copy;
+  EXPECT_EQ(add(made, definition(40, 0.0, {7})), (Added{41, false})) << "indices go on above 40";
+}
+
+}  // namespace

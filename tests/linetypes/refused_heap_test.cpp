@@ -1,0 +1,53 @@
+#include <zelvan/linetypes/line_type_list.h>
+
+#include <memory>
+
+#include <gtest/gtest.h>
+#include <support/heap.h>
+
+namespace {
+
+int count(CLineTypeDefList& list) {
+  int found = 0;
+  for (unsigned int index = 1; index <= 13; ++index) found += list.GetDefinition(index) != nullptr;
+  return found;
+}
+
+TEST(CLineTypeDefList, LeavesOutABuiltInThatFindsNoMemory) {
+  std::unique_ptr<CLineTypeDefList> list;
+  heap::refuse(2, false);  // the list itself is the first request
+  list = std::make_unique<CLineTypeDefList>();
+  EXPECT_TRUE(heap::grant_all());
+  EXPECT_EQ(list->GetDefinition(1), nullptr);
+  EXPECT_EQ(count(*list), 12) << "the others keep their numbers";
+  auto* const definition = new CLineTypeDefinition;
+  definition->SetIndex(2);
+  bool already_there = false;
+  EXPECT_EQ(list->AddLineTypeDefinition(definition, already_there), 14)
+      << "the number that is missing is handed to nobody";
+}
+
+TEST(CLineTypeDefList, StaysAsItWasWhereACopyFindsNoMemory) {
+  const CLineTypeDefList source;
+  CLineTypeDefList target;
+  const CLineTypeDefinition* const first = target.GetDefinition(1);
+  const auto assign = [&] { target = source; };
+  const auto expect_unchanged = [&] {
+    EXPECT_EQ(target.GetDefinition(1), first);
+    EXPECT_EQ(count(target), 13);
+    EXPECT_EQ(heap::blocks_left(), 0) << "copies made before the refusal are freed";
+  };
+  heap::refuse(13, false);
+  assign();
+  EXPECT_TRUE(heap::grant_all());
+  expect_unchanged();
+
+  int left = -1;
+  const auto copy = [&] {
+    CLineTypeDefList made = source;
+    left = count(made);
+  };
+  EXPECT_EQ(heap::refuse_each(copy, [&] { EXPECT_EQ(left, 0) << "a new list is empty"; }), 26);
+}
+
+}  // namespace

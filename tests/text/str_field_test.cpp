@@ -1,0 +1,221 @@
+#include <zelvan/text/str_field.h>
+
+#include <cstdlib>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <support/random.h>
+
+namespace {
+
+using Parser = str_field* (*)(char*);
+
+str_field* parse_with_dollars(char* text) { return str_parseEx(text, 1); }
+
+/// A field in one line: kind, text, value of a number, and what is left of the input.
+std::string described(const str_field* field, const char* input_end) {
+  static constexpr const char* kinds[] = {"word", "string", "number", "end"};
+  std::string line = kinds[field->type];
+  if (field->text == nullptr) {
+    line += " without text";
+  } else {
+    line += " '" + std::string(field->text) + "'";
+  }
+  if (field->length != (field->text == nullptr ? 0 : std::string(field->text).size())) {
+    line += " of another length";
+  }
+  if (field->type == STR_NUMBER || field->value != 0.0) {
+    line += " = " + std::to_string(field->value);
+  }
+  return line + ", left '" + std::string(static_cast<const char*>(field->next), input_end) + "'";
+}
+
+std::string parsed(std::string input, Parser parser = str_parse) {
+  return described(parser(input.data()), input.data() + input.size());
+}
+
+struct Row {
+  const char* input;
+  const char* expected;
+  const char* why;
+};
+
+void expect_fields(Parser parser, std::initializer_list<Row> rows) {
+  for (const Row& row : rows) {
+    EXPECT_EQ(parsed(row.input, parser), row.expected)
+        << "input '" << row.input << "': " << row.why;
+  }
+}
+
+TEST(StrParse, TakesAWordUpToABlankOrTheEnd) {
+  expect_fields(str_parse,
+                {
+                    {"abc def", "word 'abc', left ' def'", "a blank ends it"},
+                    {" \t\n abc", "word 'abc', left ''", "white space is skipped before"},
+                    {"a,b\tc", "word 'a,b\tc', left ''", "and nothing else ends it"},
+                    {"a\"b$", "word 'a\"b$', left ''", "quotes within are ordinary"},
+                });
+}
+
+TEST(StrParse, TakesWordsAndStringsOfEveryLength) {
+  for (std::size_t n = 1; n < 200; ++n) {
+    std::string word = std::string(n, 'w') + " next";
+    EXPECT_EQ(str_parse(word.data())->length, n);
+    std::string quoted = "\"" + word + "\"x";
+    EXPECT_EQ(str_parse(quoted.data())->length, n + 5);
+  }
+}
+
+TEST(StrParse, TakesAStringUpToEitherCloser) {
+  expect_fields(
+      str_parse,
+      {
+          {"\"a b\" c", "string 'a b', left ' c'", "quotes keep blanks"},
+          {"$a b$c", "string 'a b', left 'c'", "dollars likewise"},
+          {"\"a$b\"", "string 'a', left 'b\"'", "a dollar closes what quotes opened"},
+          {"$a\"b", "string 'a', left 'b'", "and the other way round"},
+          {"$a\\$b\\\\$", "string 'a$b\\', left ''", "a backslash takes the next one as it is"},
+          {"\"a\\\"b", "string 'a\\', left 'b'", "but not within quotes"},
+          {"\"\"x", "string without text, left 'x'", "an empty string has no text"},
+          {"\"open", "string 'open', left ''", "the end closes as well"},
+          {"$a\\", "string 'a', left ''", "a last backslash is dropped"},
+      });
+}
+
+TEST(StrParse, TakesANumberThatStandsByItself) {
+  expect_fields(str_parse,
+                {
+                    {"12.5 x", "number '12.5' = 12.500000, left ' x'", "up to the blank"},
+                    {"-.5", "number '-.5' = -0.500000, left ''", "sign and point"},
+                    {"1.", "number '1.' = 1.000000, left ''", "a point without decimals"},
+                    {"25e-1", "number '25e-1' = 2.500000, left ''", "an exponent"},
+                    {"2E+003", "number '2E+003' = 2000.000000, left ''", "of 3 digits at most"},
+                    {"12E", "number '12' = 12.000000, left ''", "an E alone is stepped over"},
+                    {"12E- 3", "number '12' = 12.000000, left ' 3'", "with its sign"},
+                    {"1e1234", "word '1e1234', left ''", "4 digits are too many"},
+                    {"12.5x", "word '12.5x', left ''", "something follows"},
+                    {"12\tx", "word '12\tx', left ''", "a tab follows, which is no blank"},
+                    {"0x10", "word '0x10', left ''", "no hexadecimal"},
+                    {"-x", "word '-x', left ''", "a sign without a digit"},
+                    {".", "word '.', left ''", "a point without a digit"},
+                    {"+ 5", "number '+' = 0.000000, left ' 5'", "a digit two places on"},
+                    {"-. ", "number '-.' = 0.000000, left ' '", "no digit, so no sign"},
+                });
+}
+
+TEST(StrParse, KeepsTwentyDigitsOfANumber) {
+  const std::string digits = "12345678901234567890";
+  std::string longer = digits + "12345 x";
+  const str_field* const field = str_parse(longer.data());
+  EXPECT_STREQ(field->text, digits.c_str());
+  EXPECT_EQ(field->value, 12345678901234567890.0) << "the value shrinks with the text";
+  EXPECT_STREQ(field->next, " x");
+  std::string decimals = "-0." + digits + "e2";
+  EXPECT_STREQ(str_parse(decimals.data())->text, "-0.1234567890123456789e2")
+      << "the zero before the point counts";
+}
+
+TEST(StrParse, EndsAtTheEndAndAtWhatCannotStartAField) {
+  expect_fields(str_parse, {
+                               {"", "end without text, left ''", "an empty text"},
+                               {" \t", "end without text, left ''", "nothing but blanks"},
+                               {" \x01z", "end without text, left '\x01z'", "a control character"},
+                           });
+  const str_field* const field = str_parse(nullptr);
+  EXPECT_EQ(field->type, STR_END);
+  EXPECT_EQ(field->next, nullptr);
+}
+
+TEST(StrParse, RefusesATextBeyondItsBuffer) {
+  for (const std::string opening : {"", "\"", "$"}) {
+    std::string fits = opening + std::string(1599, 'w');
+    EXPECT_EQ(str_parse(fits.data())->length, 1599u) << opening;
+    std::string too_long = " " + opening + std::string(1600, 'w') + " x";
+    const str_field* const field = str_parse(too_long.data());
+    EXPECT_EQ(field->type, STR_END) << opening;
+    EXPECT_EQ(field->next, too_long.data() + 1) << opening;
+  }
+}
+
+TEST(StrParseEx, LetsADollarStandInAStringInModeOne) {
+  expect_fields(parse_with_dollars,
+                {
+                    {"\"a$b\" c", "string 'a$b', left ' c'", "within quotes"},
+                    {"$a$b\" c", "string 'a$b', left ' c'", "opened by a dollar"},
+                    {"$a\\\"b\"", "string 'a\"b', left ''", "which still escapes"},
+                });
+  std::string input = "\"a$b\"";
+  EXPECT_STREQ(str_parseEx(input.data(), 2)->text, "a") << "any other mode is that of str_parse";
+}
+
+TEST(StrParseVvcp, ClosesByQuotesAloneAndEscapesInBothKinds) {
+  expect_fields(str_parse_vvcp, {
+                                    {"\"a$b\\\"c\" d", "string 'a$b\"c', left ' d'", "in quotes"},
+                                    {"$a$b\\\"c\"d", "string 'a$b\"c', left 'd'", "after a dollar"},
+                                    {"\"a\\", "string 'a', left ''", "a last backslash"},
+                                    {"12.5 x", "number '12.5' = 12.500000, left ' x'", "as ever"},
+                                });
+}
+
+TEST(StrParseVvcp, HasARecordOfItsOwn) {
+  std::string word = "first";
+  std::string other = "second";
+  const str_field* const first = str_parse(word.data());
+  str_parse_vvcp(other.data());
+  EXPECT_STREQ(first->text, "first");
+}
+
+// The C library rounds correctly, so it judges every number of at most 20 digits.
+TEST(StrParse, RoundsNumbersAsTheCLibraryDoes) {
+  support::Random random(1);
+  for (int i = 0; i < 20000; ++i) {
+    std::string input = std::string("-+").substr(random.below(3), 1);
+    const int whole_digits = 1 + random.below(10);
+    const int decimals = random.below(11);
+    for (int k = 0; k < whole_digits + decimals; ++k) {
+      if (k == whole_digits) input += '.';
+      input += static_cast<char>('0' + random.below(10));
+    }
+    if (random.below(2) == 0) input.append("e").append(std::to_string(random.below(700) - 350));
+    ASSERT_EQ(str_parse(input.data())->value, std::strtod(input.c_str(), nullptr)) << input;
+  }
+}
+
+TEST(StrToken, CutsAtADelimiterOutsideQuotesAndEscapes) {
+  const struct {
+    const char* text;
+    const char* token;  // null if it is empty
+    const char* rest;   // null at the end
+    const char* why;
+  } rows[] = {
+      {" a b,c", "a b", "c", "leading blanks are skipped"},
+      {"a ;b", "a ", "b", "any of the set; trailing blanks stay"},
+      {"a,", "a", "", "a last delimiter"},
+      {"abc", "abc", nullptr, "the end"},
+      {",x", nullptr, "x", "an empty token"},
+      {"  ", nullptr, nullptr, "nothing but blanks"},
+      {"\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay"},
+      {"\"open,", "\"open,", nullptr, "quotes that nobody closes"},
+      {"\"\",\",d", "\"\",\"", "d", "the first of two stands alone, the second opens"},
+      {"a\\,b,c", "a\\,b", "c", "a backslash hides the next one and stays"},
+      {"a\\", "a\\", nullptr, "a last backslash"},
+  };
+  for (const auto& row : rows) {
+    std::string text = row.text;
+    char delimiters[] = ",;";
+    char* next = text.data();
+    char found = '?';
+    EXPECT_STREQ(str_token(text.data(), delimiters, &next, &found), row.token) << row.why;
+    EXPECT_STREQ(next, row.rest) << row.why;
+    const char expected = next == nullptr ? '\0' : row.text[next - text.data() - 1];
+    EXPECT_EQ(found, expected) << row.why;
+  }
+}
+
+TEST(StrLowerString, MakesAsciiLettersSmallAndNothingElse) {
+  char text[] = "AZaz@[`{\xC4 09";
+  str_lower_string(text);
+  EXPECT_STREQ(text, "azaz@[`{\xC4 09");
+}
+
+}  // namespace

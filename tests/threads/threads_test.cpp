@@ -1,0 +1,119 @@
+// What several threads may do at once: see "Threads" in docs/conventions.md. The thread sanitizer
+// runs this program as well, and reports a race even where the results happen to be right.
+
+#include <zelvan/zelvan.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <support/polygon_set.h>
+
+namespace {
+
+const support::Vertices<real_pt_t> star = {
+    {{0, 9}, 1}, {{-6, -8}, 1}, {{9, 3}, 1}, {{-9, 3}, 1}, {{6, -8}, 3}};
+real_rect_t window = {{{-5, -5}, {-5, 5}, {5, 5}, {5, -5}}};
+
+Mtx2D shared_matrix(1.0, 2.0, Mtx2DOrientRot90, 3.0, 4.0, 5.0, 6.0);
+CPickRect shared_region(-5.0, -5.0, 5.0, 5.0);
+const VarNameValue shared_table[] = {{"first", 1}, {"second", 2}, {nullptr, 0}};
+CLineTypeDefList shared_line_types;
+const std::string shared_text = "alpha:1,beta:22,gamma:333";
+
+// Results are plain numbers: making a text of them would go through the locale's atomic counter,
+// and that orders the threads, so that the sanitizer no longer sees what races beside it.
+using Numbers = std::vector<int>;
+
+Numbers clipped_and_mapped(void (*clip)(drw_pset_t*, drw_pset_t*, real_rect_t*)) {
+  support::SetArrays<real_pt_t> in(star);
+  support::SetArrays<real_pt_t> out(200);
+  support::SetArrays<int_pt_t> device(200);
+  drw_pset_t source = {static_cast<int>(star.size()), in.points.data(), in.flags.data()};
+  drw_pset_t target = {0, out.points.data(), out.flags.data()};
+  drw_dpset_t mapped = {0, device.points.data(), device.flags.data()};
+  clip(&source, &target, &window);
+  shared_matrix.XfmPolySetPts(&target, &mapped);
+  Numbers result = {target.n_points, mapped.n_points};
+  for (const auto& vertex : device.first(mapped.n_points)) {
+    result.insert(result.end(), {vertex.point.x, vertex.point.y, vertex.flag});
+  }
+  return result;
+}
+
+Numbers picked(CPickRegion& region) {
+  Numbers hits;
+  for (int x = -8; x <= 8; ++x) hits.push_back(region.isInside(x, 1.0, 0.0));
+  const std::unique_ptr<CPickRegion> image(region.xfm(shared_matrix));
+  hits.push_back(image->isInside(0.0, 0.0, 0.0));
+  return hits;
+}
+
+Numbers translated() {
+  unsigned char bytes[64];
+  for (int i = 0; i < 64; ++i) bytes[i] = static_cast<unsigned char>(3 * i);
+  tra_convert_flpt(16, 0xB8, 8, bytes, bytes);
+  tra_swap_bytes(0xA4, 16, bytes, bytes);
+  tra_convert_charset(1, 64, bytes, bytes);
+  return Numbers(std::begin(bytes), std::end(bytes));
+}
+
+Numbers looked_up() {
+  const char* value = nullptr;
+  const auto length = utl_searchValueForKey(shared_text.c_str(), "beta", &value);
+  int number = 0;
+  VarLookupInt(shared_table, "SECOND", &number);
+  char name[] = "navy";
+  ColorRGB color;
+  color.FindName(name);
+  return {static_cast<int>(length), number, color.red, color.green, color.blue};
+}
+
+Numbers tokens() {
+  Numbers lengths;
+  for (const std::string& token : tokenize(shared_text, ",:")) {
+    lengths.push_back(static_cast<int>(token.size()));
+  }
+  return lengths;
+}
+
+Numbers line_type_copied() {
+  const CLineTypeDefinition copy(*shared_line_types.GetDefinition(4));
+  return {static_cast<int>(copy.GetIndex())};
+}
+
+TEST(Threads, ReadSharedObjectsAndWorkOnTheirOwnAtOnce) {
+  double xs[] = {-6.0, 6.0, 0.0};
+  double ys[] = {-6.0, -6.0, 9.0};
+  CPolygon shared_polygon(3, xs, ys);
+  const struct {
+    const char* name;
+    std::function<Numbers()> run;
+  } jobs[] = {
+      {"clipping into rings", [] { return clipped_and_mapped(ClipPolygonSet); }},
+      {"clipping to a view", [] { return clipped_and_mapped(ClipPolygonSetToView); }},
+      {"picking in a rectangle", [] { return picked(shared_region); }},
+      {"picking in a polygon", [&] { return picked(shared_polygon); }},
+      {"translating", translated},
+      {"looking up names", looked_up},
+      {"cutting tokens", tokens},
+      {"copying a line type", line_type_copied},
+  };
+  for (const auto& job : jobs) {
+    const Numbers expected = job.run();
+    std::vector<Numbers> results(4);
+    std::vector<std::thread> threads;
+    for (Numbers& result : results) {
+      threads.emplace_back([&] {
+        for (int i = 0; i < 100; ++i) result = job.run();
+      });
+    }
+    for (auto& thread : threads) thread.join();
+    for (const Numbers& result : results) EXPECT_EQ(result, expected) << job.name;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,241 @@
+#include <zelvan/var/name_list.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <support/random.h>
+
+namespace {
+
+using Entry = std::pair<std::string, int>;  // a stored name and its info
+using Entries = std::vector<Entry>;
+
+/// A list of names that frees itself. Each info is a number.
+struct List {
+  List() = default;
+  List(std::initializer_list<Entry> entries) {
+    for (const Entry& entry : entries) add(entry.first, entry.second);
+  }
+  List(const List&) = delete;
+  ~List() {
+    while (head != nullptr) VarDeleteNameInfo(&head, VarGetName(head));
+  }
+
+  static void* info(int number) { return reinterpret_cast<void*>(std::intptr_t{number}); }
+  static int number(void* info) { return static_cast<int>(reinterpret_cast<std::intptr_t>(info)); }
+
+  bool add(const std::string& name, int number) {
+    return VarAddNameInfo(&head, name.c_str(), info(number)) != nullptr;
+  }
+  bool insert(const std::string& name, int number, int position, const std::string& reference) {
+    return VarInsertNameInfo(&head, name.c_str(), info(number), position, reference.c_str()) !=
+           nullptr;
+  }
+  Entries entries() const {
+    Entries all;
+    for (VarNameInfo* entry = head; entry != nullptr; VarNextListEntry(&entry)) {
+      all.emplace_back(VarGetName(entry), number(VarListInfo(entry)));
+    }
+    return all;
+  }
+
+  VarNameInfo* head = nullptr;
+};
+
+TEST(VarAddNameInfo, AppendsAtTheTailAndReturnsTheStoredName) {
+  List list = {{"width", 1}};
+  EXPECT_STREQ(VarAddNameInfo(&list.head, "Height", List::info(2)), "Height");
+  EXPECT_EQ(list.entries(), (Entries{{"width", 1}, {"Height", 2}}));
+}
+
+TEST(VarAddNameInfo, RefusesANameThatIsThereInAnotherCase) {
+  List list = {{"width", 1}};
+  EXPECT_FALSE(list.add("WIDTH", 2));
+  EXPECT_EQ(list.entries(), (Entries{{"width", 1}}));
+}
+
+TEST(VarAddNameInfo, CutsTheStoredNameAtAControlCharacterButComparesTheWholeName) {
+  List list = {{"ab", 1}};
+  EXPECT_TRUE(list.add("AB\x01tail", 2)) << "as written it differs from ab";
+  EXPECT_EQ(list.entries(), (Entries{{"ab", 1}, {"AB", 2}}));
+  void* info = nullptr;
+  EXPECT_EQ(VarLookupNameInfo(list.head, "Ab", &info), 1);
+  EXPECT_EQ(List::number(info), 1) << "a lookup finds the older of two";
+}
+
+TEST(VarInsertNameInfo, PutsTheNodeBesideItsReference) {
+  const struct {
+    int position;
+    const char* reference;
+    Entries expected;
+    const char* why;
+  } rows[] = {
+      {0, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "before the head"},
+      {0, "B", {{"a", 1}, {"new", 9}, {"b", 2}}, "before the tail, in any case"},
+      {1, "a", {{"a", 1}, {"new", 9}, {"b", 2}}, "after the head"},
+      {1, "b", {{"a", 1}, {"b", 2}, {"new", 9}}, "after the tail"},
+      {2, "none", {{"a", 1}, {"b", 2}, {"new", 9}}, "at the tail, without a reference"},
+      {3, "b", {{"a", 1}, {"new", 9}, {"b", 2}}, "other positions mean before"},
+      {-1, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "other positions mean before"},
+  };
+  for (const auto& row : rows) {
+    List list = {{"a", 1}, {"b", 2}};
+    EXPECT_TRUE(list.insert("new", 9, row.position, row.reference));
+    EXPECT_EQ(list.entries(), row.expected) << "position " << row.position << ": " << row.why;
+  }
+}
+
+TEST(VarInsertNameInfo, RefusesWithoutAReferenceOrWithANameThatIsThere) {
+  List list;
+  EXPECT_FALSE(list.insert("new", 9, 1, "a")) << "the list is empty";
+  list.add("a", 1);
+  list.add("b", 2);
+  EXPECT_FALSE(list.insert("new", 9, 1, "none")) << "there is no such reference";
+  EXPECT_FALSE(list.insert("B", 9, 1, "a")) << "the name stands after the reference";
+  EXPECT_FALSE(list.insert("b\x1ftail", 9, 0, "a")) << "it ends at its control character";
+  EXPECT_EQ(list.entries(), (Entries{{"a", 1}, {"b", 2}}));
+}
+
+TEST(VarDeleteNameInfo, ReturnsTheInfoAndKeepsTheRest) {
+  List list = {{"a", 1}, {"b", 2}, {"c", 3}};
+  EXPECT_EQ(List::number(VarDeleteNameInfo(&list.head, "B")), 2);
+  EXPECT_EQ(list.entries(), (Entries{{"a", 1}, {"c", 3}}));
+  EXPECT_EQ(List::number(VarDeleteNameInfo(&list.head, "a")), 1) << "the head";
+  EXPECT_EQ(VarDeleteNameInfo(&list.head, "a"), nullptr) << "it is gone";
+  EXPECT_EQ(List::number(VarDeleteNameInfo(&list.head, "c")), 3) << "the only node";
+  EXPECT_EQ(list.head, nullptr);
+}
+
+TEST(VarExchangeNameInfo, SwapsInfosAndLeavesNamesInPlace) {
+  List list = {{"a", 1}, {"b", 2}, {"c", 3}};
+  VarExchangeNameInfo(list.head, "C", "a");
+  EXPECT_EQ(list.entries(), (Entries{{"a", 3}, {"b", 2}, {"c", 1}}));
+  VarExchangeNameInfo(list.head, "a", "none");
+  VarExchangeNameInfo(list.head, "none", "a");
+  VarExchangeNameInfo(nullptr, "a", "b");
+  EXPECT_EQ(list.entries(), (Entries{{"a", 3}, {"b", 2}, {"c", 1}}));
+}
+
+TEST(VarReplaceNameInfo, RenamesTheFirstNodeWithoutATestForDuplicates) {
+  List list = {{"a", 1}, {"b", 2}, {"a\x02", 3}};
+  EXPECT_STREQ(VarReplaceNameInfo(list.head, "A", "B\x03tail"), "B");
+  EXPECT_EQ(list.entries(), (Entries{{"B", 1}, {"b", 2}, {"a", 3}}));
+  EXPECT_EQ(VarReplaceNameInfo(list.head, "none", "x"), nullptr);
+  EXPECT_EQ(VarReplaceNameInfo(nullptr, "a", "x"), nullptr);
+  EXPECT_STREQ(VarReplaceNameInfo(list.head, "a", list.head->next->next->name), "a")
+      << "the new name may be the stored one";
+}
+
+TEST(VarLookupNameInfo, LeavesTheInfoAloneIfThereIsNoSuchName) {
+  List list = {{"a", 1}};
+  void* info = List::info(7);
+  EXPECT_EQ(VarLookupNameInfo(list.head, "b", &info), 0);
+  EXPECT_EQ(VarLookupNameInfo(nullptr, "a", &info), 0);
+  EXPECT_EQ(List::number(info), 7);
+  EXPECT_EQ(VarLookupNameInfo(list.head, nullptr, &info), 0) << "a null name is an empty one";
+  list.add("", 2);
+  EXPECT_EQ(VarLookupNameInfo(list.head, nullptr, &info), 1);
+  EXPECT_EQ(List::number(info), 2);
+}
+
+TEST(VarListWalk, TakesNullPointers) {
+  EXPECT_EQ(VarListInfo(nullptr), nullptr);
+  VarNextListEntry(nullptr);
+}
+
+std::string in_small_letters(std::string text) {
+  for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+  return text;
+}
+
+/// Returns what counts of a name in lookups: 1600 characters, up to the first control character.
+std::string compared(const std::string& name) {
+  const std::size_t end = std::min(name.find_first_of("\x01\x1f"), std::size_t{1600});
+  return in_small_letters(name.substr(0, end));
+}
+
+/// A list as a vector of pairs.
+struct Model {
+  using Place = Entries::iterator;
+
+  Place first(const std::string& name) {
+    return std::find_if(entries.begin(), entries.end(),
+                        [&](const Entry& e) { return compared(e.first) == compared(name); });
+  }
+  Place last(const std::string& name) {
+    Place found = entries.end();
+    for (Place p = entries.begin(); p != entries.end(); ++p) {
+      if (compared(p->first) == compared(name)) found = p;
+    }
+    return found;
+  }
+  bool has_as_written(const std::string& name) {
+    return std::any_of(entries.begin(), entries.end(), [&](const Entry& e) {
+      return in_small_letters(e.first) == in_small_letters(name);
+    });
+  }
+
+  Entries entries;
+};
+
+/// Short names, long names that begin alike, and names that differ only after 1600 characters.
+std::vector<std::string> hard_names() {
+  std::vector<std::string> names = {"", "a", "A", "b", "\xC0", "\xE0", "a\x01z", "[", "{", "@"};
+  for (const char* tail : {"", "1", "12345678", "x", "X", "\x1f", "[1234567", "{1234567"}) {
+    names.push_back("Layer_of_the_map_" + std::string(tail));
+    names.push_back("lAYER_of_the_map_" + std::string(tail) + "more");
+    names.push_back(std::string(1600, 'n') + tail);
+    names.push_back(std::string(1599, 'n') + tail);
+  }
+  return names;
+}
+
+TEST(VarNameList, BehavesLikeAVectorOfPairs) {
+  support::Random random(1);
+  const std::vector<std::string> names = hard_names();
+  for (int round = 0; round < 100; ++round) {
+    List list;
+    Model model;
+    for (int step = 0; step < 60; ++step) {
+      const std::string name = names[random.below(static_cast<int>(names.size()))];
+      const std::string other = names[random.below(static_cast<int>(names.size()))];
+      const std::string stored = name.substr(0, name.find_first_of("\x01\x1f"));
+      const auto first = model.first(name);
+      const bool is_there = first != model.entries.end();
+      const int operation = random.below(8);
+      SCOPED_TRACE(testing::Message() << "round " << round << ", step " << step << ", operation "
+                                      << operation << " on '" << name << "' and '" << other << "'");
+      if (operation < 4) {
+        const bool fits = !model.has_as_written(name);
+        if (fits) model.entries.emplace_back(stored, step);
+        ASSERT_EQ(list.add(name, step), fits);
+      } else if (operation == 4) {
+        const auto reference = model.last(other);
+        const bool fits = !is_there && reference != model.entries.end();
+        const int position = random.below(2);  // before or after
+        if (fits) model.entries.insert(reference + position, {stored, step});
+        ASSERT_EQ(list.insert(name, step, position, other), fits);
+      } else if (operation == 5) {
+        ASSERT_EQ(List::number(VarDeleteNameInfo(&list.head, name.c_str())),
+                  is_there ? first->second : 0);
+        if (is_there) model.entries.erase(first);
+      } else if (operation == 6) {
+        const auto last = model.last(name);
+        const auto other_last = model.last(other);
+        const bool has_both = is_there && other_last != model.entries.end();
+        if (has_both) std::swap(last->second, other_last->second);
+        VarExchangeNameInfo(list.head, name.c_str(), other.c_str());
+      } else {
+        void* info = List::info(-1);
+        ASSERT_EQ(VarLookupNameInfo(list.head, name.c_str(), &info), is_there);
+        ASSERT_EQ(List::number(info), is_there ? first->second : -1);
+      }
+      ASSERT_EQ(list.entries(), model.entries);
+    }
+  }
+}
+
+}  // namespace

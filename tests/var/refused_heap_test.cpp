@@ -1,0 +1,40 @@
+#include <zelvan/var/name_list.h>
+
+#include <gtest/gtest.h>
+#include <support/heap.h>
+
+namespace {
+
+TEST(VarNameList, StaysAsItWasWhereTheHeapRefuses) {
+  VarNameInfo* list = nullptr;
+  VarAddNameInfo(&list, "a", nullptr);
+  char* stored = list->name;
+  const auto expect_unchanged = [&] {
+    EXPECT_EQ(stored, nullptr) << "the operation reports the refusal";
+    EXPECT_STREQ(list->name, "a");
+    EXPECT_EQ(list->next, nullptr);
+    EXPECT_EQ(heap::blocks_left(), 0) << "nothing leaks";
+  };
+  // A node and its name: one refused, and then that one and all after it.
+  const auto add = [&] {
+    stored = VarAddNameInfo(&list, "b", nullptr);
+    VarDeleteNameInfo(&list, "b");
+  };
+  EXPECT_EQ(heap::refuse_each(add, expect_unchanged), 4);
+  const auto insert = [&] {
+    stored = VarInsertNameInfo(&list, "b", nullptr, 0, "a");
+    VarDeleteNameInfo(&list, "b");
+  };
+  EXPECT_EQ(heap::refuse_each(insert, expect_unchanged), 4);
+  const auto rename = [&] { stored = VarReplaceNameInfo(list, "a", "a"); };
+  EXPECT_EQ(heap::refuse_each(rename, expect_unchanged), 2);
+
+  heap::refuse(0, false);
+  rename();
+  rename();
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 1) << "the name that was replaced is freed";
+  VarDeleteNameInfo(&list, "a");
+}
+
+}  // namespace

@@ -1,0 +1,26 @@
+# ./dev coverage: which lines, branches and conditions the contract tests reach. Sourced by ./dev.
+
+coverage() {
+  need_to_test clang-19 llvm-19 libclang-rt-19-dev
+  step "building with counters"
+  build coverage
+  local folder=build/coverage/counts page=out/coverage program
+  rm -rf "$folder" "$page"
+  mkdir -p "$folder" "$page"
+  step "the contract tests and the fault injection, without the digests"
+  LLVM_PROFILE_FILE=$PWD/$folder/%8m.profraw \
+    ctest --preset coverage -LE 'exhaustive|slow' -E '^(digests|guide|interface|install)/' ||
+    fail "tests failed; counts of failed tests say nothing"
+  llvm-profdata-19 merge --sparse "$folder"/*.profraw -o "$folder/all.profdata"
+  # The programs for private parts hold the library's objects; the others load the library.
+  local objects=()
+  for program in build/coverage/tests/*/*_private_test; do objects+=(-object "$program"); done
+  local what=(build/coverage/src/zelvan/libzelvan.so "${objects[@]}"
+    -instr-profile="$folder/all.profdata" -ignore-filename-regex='/(tests|usr)/')
+  llvm-cov-19 show "${what[@]}" -format=html -output-dir="$page" -show-branches=count \
+    -show-mcdc -show-mcdc-summary -show-region-summary=false -show-instantiation-summary=false
+  llvm-cov-19 report "${what[@]}" -show-mcdc-summary -show-region-summary=false \
+    >"$page/summary.txt"
+  sed -n '1,2p; /^TOTAL/p' "$page/summary.txt"
+  printf 'By file: %s\nAs a page: %s\n' "$page/summary.txt" "$page/index.html"
+}
