@@ -1,81 +1,188 @@
 #include <zelvan/zelvan.h>
 
 #include "support/guarded_array.h"
+#include "support/printers.h"
 #include "support/random.h"
 #include "support/vector_forms.h"
 
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+namespace {
+
 using support::GuardedArray;
 
-// Every operation with a vector form, at every length that leaves a rest: what lies behind an array
-// can't be read, and faults.
-TEST(Bounds, AreKeptInEveryForm) {
-  support::Random random(1);
-  real_rect_t view = {{{-9, -9}, {-9, 99}, {99, 99}, {99, -9}}};
-  for (int i = 0; i < 4 * 71; ++i) {
-    const int n = i / 4;
-    Mtx2D m = random.matrix(i % 4);
-    GuardedArray<real_pt_t> in(random.hard_points(n));
-    GuardedArray<real_pt_t> reals(n), clipped(9 * n + 4);
-    GuardedArray<int_pt_t> ints(n);
-    GuardedArray<short_pt_t> shorts(n);
-    GuardedArray<int> flags(std::vector<int>(n, 1)), clipped_flags(9 * n + 4);
-    GuardedArray<unsigned char> from(8 * n), to(8 * n);
-    ColorMap map(n, 255);
-    GuardedArray<ColorRGB> colors(std::vector<ColorRGB>(n, {n, n, n}));
-    ColorRGB* const own_colors = std::exchange(map.colors, colors.data());
-    support::for_each_form([&](const char* form) {
-      SCOPED_TRACE(testing::Message() << form << ", length " << n);
-      m.RealXfmPts(n, in.data(), reals.data());
-      m.XfmPts(n, in.data(), ints.data());
-      m.XfmFPts(n, in.data(), ints.data());
-      m.XfmSPts(n, in.data(), shorts.data());
-      for (const int type : {0x42, 0x94, 0xB8}) {
-        tra_swap_bytes(type, 8 * n / (type & 15), from.data(), to.data());
-      }
-      for (const int code : {1, 2}) tra_convert_charset(code, 8 * n, from.data(), to.data());
-      tra_reverse_bits(8 * n, from.data(), to.data());
-      for (const int format : {4, 16}) {
-        tra_convert_flpt(format, 0xA4, 2 * n, from.data(), to.data());
-        tra_convert_flpt(format, 0xB8, n, from.data(), to.data());
-      }
-      ColorRGB target(i % 9, i, n);
-      int distance;
-      EXPECT_LE(map.GetClosestColor(&target, &distance, 1), n);
-      if (n > 0) flags[n - 1] = 3;
-      for (const auto clip : {ClipPolygonSet, ClipPolygonSetToView}) {
-        drw_pset_t source = {n, in.data(), flags.data()};
-        drw_pset_t target = {0, clipped.data(), clipped_flags.data()};
-        clip(&source, &target, &view);
-        EXPECT_LE(target.n_points, 9 * n + 4);
+/// What kernels read: `n` of each thing, flush against unreadable pages.
+struct Inputs {
+  int n;
+  support::Random random;
+  Mtx2D matrix = random.matrix(random.below(4));
+  GuardedArray<real_pt_t> points{random.hard_points(n)};
+  GuardedArray<real_pt_t> outline{random.hard_points(n)};  ///< inside, beyond or on a view's sides
+  GuardedArray<int> flags{std::vector<int>(n, 1)};
+  GuardedArray<ColorRGB> colors{std::vector<ColorRGB>(n)};
+  std::vector<unsigned char> bytes = std::vector<unsigned char>(16 * n);
+
+  Inputs(int count, int seed) : n(count), random(seed) {
+    const auto on_grid = [this, low = random.below(8), size = 1 + random.below(14)] {
+      return 1.0 * low + random.below(size);
+    };
+    for (int i = 0; i < n; ++i) {
+      if (random.below(40) > 0) outline[i] = {on_grid(), on_grid()};
+      flags[i] = i == n - 1 ? 3 : random.below(9) == 0 ? 2 : 1;
+      colors[i] = {random.below(9) - 1, random.below(9), random.below(9)};
+    }
+    int kind = 0;  // runs of zeros, of ones and of anything
+    for (unsigned char& byte : bytes) {
+      if (random.below(6) == 0) kind = random.below(3);
+      byte = static_cast<unsigned char>(kind == 0 ? 0 : kind == 1 ? 255 : random.below(256));
+    }
+  }
+};
+
+/// The results of a kernel as numbers, each exact.
+using Results = std::vector<double>;
+using Kernel = std::function<Results(Inputs&)>;
+
+template <class Out>
+Kernel mapping(void (Mtx2D::*map)(int, real_pt_t*, Out*)) {
+  return [map](Inputs& in) {
+    GuardedArray<Out> out(in.n);
+    (in.matrix.*map)(in.n, in.points.data(), out.data());
+    Results results;
+    for (const auto& [x, y] : out) results.insert(results.end(), {1.0 * x, 1.0 * y});
+    return results;
+  };
+}
+
+/// `translate(count, src, dst)` on elements of `size` bytes, in place and on buffers that overlap.
+template <class Translate>
+Kernel translation(int size, Translate translate) {
+  return [size, translate](Inputs& in) {
+    GuardedArray<unsigned char> bytes(in.bytes);
+    unsigned char* const last = bytes.end() - size * in.n;
+    for (const int distance : {0, 1, 8, 31, 40, 8 * in.n}) {
+      unsigned char* const other = std::max(bytes.data(), last - distance);
+      translate(in.n, other, last);
+      translate(in.n, last, other);
+    }
+    return Results(bytes.begin(), bytes.end());
+  };
+}
+
+Kernel clipping(decltype(ClipPolygonSet)* clip) {
+  return [clip](Inputs& in) {
+    GuardedArray<real_pt_t> points(9 * in.n + 4);
+    GuardedArray<int> flags(points.size());
+    real_rect_t view = {{{4, 4}, {4, 12}, {12, 12}, {12, 4}}};
+    drw_pset_t source = {in.n, in.outline.data(), in.flags.data()};
+    drw_pset_t target = {0, points.data(), flags.data()};
+    clip(&source, &target, &view);
+    Results results(flags.begin(), flags.begin() + target.n_points);
+    for (int i = 0; i < target.n_points; ++i) {
+      results.insert(results.end(), {points[i].x, points[i].y});
+    }
+    return results;
+  };
+}
+
+Results contain(Inputs& in) {
+  struct Polygon : CPolygon {
+    using CPolygon::n_points, CPolygon::points;
+  } polygon;
+  GuardedArray<DblPt> ring(in.n);
+  for (int i = 0; i < in.n; ++i) ring[i].set(in.outline[i].x, in.outline[i].y);
+  polygon.n_points = in.n;
+  polygon.points = ring.data();
+  Results results;
+  for (int i = 0; i < 20; ++i) results.push_back(polygon.isInside(i, 20 - i, 0.0));
+  polygon.points = nullptr;
+  return results;
+}
+
+/// An even number of entries is searched one by one, and an odd number, if large, by an index.
+Results find_closest(Inputs& in) {
+  ColorXfm pens(in.n % 2 == 0 ? 31 : 40);
+  ColorMap source(40, 255), target(in.n, 255);
+  for (int i = 0; i < 40; ++i) source.colors[i] = {i % 7, i % 11, i % 5};
+  ColorRGB* const own = std::exchange(target.colors, in.colors.data());
+  pens.MapColors(&source, &target);
+  target.colors = own;
+  return Results(pens.xfm_table, pens.xfm_table + pens.xfm_size);
+}
+
+struct NamedKernel {
+  const char* name;
+  Kernel run;
+};
+
+void PrintTo(const NamedKernel& kernel, std::ostream* out) { *out << kernel.name; }
+
+// A new kernel takes one line. Each becomes a test, whose name tells of it even in a crash.
+const NamedKernel kernels[] = {
+    {"RealXfmPts", mapping(&Mtx2D::RealXfmPts)},
+    {"XfmPts", mapping(&Mtx2D::XfmPts)},
+    {"XfmFPts", mapping(&Mtx2D::XfmFPts)},
+    {"XfmSPts", mapping(&Mtx2D::XfmSPts)},
+    {"SwapBytesBy2", translation(2, std::bind_front(tra_swap_bytes, 0x42))},
+    {"SwapBytesBy4", translation(4, std::bind_front(tra_swap_bytes, 0x94))},
+    {"SwapBytesBy8", translation(8, std::bind_front(tra_swap_bytes, 0xB8))},
+    {"ReverseBits", translation(1, tra_reverse_bits)},
+    {"CharactersToEbcdic", translation(1, std::bind_front(tra_convert_charset, 1))},
+    {"CharactersToAscii", translation(1, std::bind_front(tra_convert_charset, 2))},
+    {"SinglesToIbm", translation(4, std::bind_front(tra_convert_flpt, 4, 0xA4))},
+    {"SinglesToIeee", translation(4, std::bind_front(tra_convert_flpt, 16, 0xA4))},
+    {"DoublesToIbm", translation(8, std::bind_front(tra_convert_flpt, 4, 0xB8))},
+    {"DoublesToIeee", translation(8, std::bind_front(tra_convert_flpt, 16, 0xB8))},
+    {"ClipPolygonSet", clipping(ClipPolygonSet)},
+    {"ClipPolygonSetToView", clipping(ClipPolygonSetToView)},
+    {"PolygonIsInside", contain},
+    {"MapColors", find_closest},
+};
+
+class VectorForms : public testing::TestWithParam<NamedKernel> {};
+INSTANTIATE_TEST_SUITE_P(Each, VectorForms, testing::ValuesIn(kernels));
+
+TEST_P(VectorForms, AgreeWithThePlainFormBitForBit) {
+  for (int seed = 0; seed < 71 * 8 && !HasFatalFailure(); ++seed) {
+    Inputs in(seed % 71, seed);
+    Results plain;
+    support::for_each_form([&](const std::string& form) {
+      const Results results = GetParam().run(in);
+      if (form == "plain") plain = results;
+      SCOPED_TRACE(testing::Message() << form << " form, length " << in.n << ", seed " << seed);
+      ASSERT_EQ(results.size(), plain.size());
+      for (std::size_t i = 0; i < plain.size(); ++i) {
+        ASSERT_PRED2(support::same_bits, results[i], plain[i]) << "number " << i;
       }
     });
-    map.colors = own_colors;
   }
 }
 
 // Names, lines and words of every length, in places alike and in others not.
-TEST(Bounds, AreKeptInTexts) {
+TEST(Texts, AreReadNoFartherThanTheirEnd) {
   const std::string long_name(99, 'n');
-  for (int n = 0; n < 4 * 71; ++n) {
-    std::string in(n / 4, 'n');
-    if (n % 4 != 0) in += ',';
-    if (n % 4 > 1) in += std::string(n % 5, 'n') + ':';
+  for (int i = 0; i < 4 * 71; ++i) {
+    std::string in(i / 4, 'n');
+    if (i % 4 != 0) in += ',';
+    if (i % 4 > 1) in += std::string(i % 5, 'n') + ':';
     GuardedArray<char> text(std::vector<char>(in.c_str(), in.c_str() + in.size() + 1));
     const VarNameValue table[] = {{"nnnnnnnnn", 1}, {text.data(), 2}, {nullptr, 0}};
     int found = 0;
-    EXPECT_EQ(VarLookupInt(table, long_name.c_str(), &found), 0);
-    EXPECT_EQ(VarLookupInt(table, text.data(), &found), 1);
-    EXPECT_EQ(found, in == "nnnnnnnnn" ? 1 : 2);
     const char* value;
-    EXPECT_EQ(utl_searchValueForKey(text.data(), long_name.c_str(), &value), 0);
-    EXPECT_EQ(ColorRGB().FindName(text.data()), 0);
+    EXPECT_EQ(VarLookupInt(table, long_name.c_str(), &found), 0) << in;
+    EXPECT_EQ(VarLookupInt(table, text.data(), &found), 1) << in;
+    EXPECT_EQ(found, in == "nnnnnnnnn" ? 1 : 2) << in;
+    EXPECT_EQ(utl_searchValueForKey(text.data(), long_name.c_str(), &value), 0) << in;
+    EXPECT_EQ(ColorRGB().FindName(text.data()), 0) << in;
     const str_field* const word = str_parse(text.data());
     EXPECT_EQ(word->type == STR_END ? "" : word->text, in);
   }
 }
+
+}  // namespace

@@ -1,51 +1,15 @@
 // What is pure text or reckoning, and the search for a drive; files have tests of their own.
 
-// A machine with drives of the program's own making: the source is compiled here once more, in a
-// namespace whose platform is the one below. The clock is played, too.
-#define zelvan machine_with_drives
-#include <zelvan/osh/detail/fixed_path.cpp>
-#undef zelvan
-
+// The clock is played, and so is a machine with drives.
 #include <zelvan/platform/clock.h>
 #include <zelvan/platform/comparison.h>
 
 #include "digests/group.h"
 #include "digests/printed.h"
+#include "osh/machine_with_drives.h"
 
 #include <algorithm>
 #include <array>
-
-namespace machine_with_drives::platform {
-
-int drive, opened;
-unsigned roots_length;               // 0: as long as they are, else one less
-std::string roots, existing, asked;  // all drives; the path that is there; what was asked for
-
-int _access(const char* path, int mode) {
-  asked += path + std::string(mode + 1, ' ');
-  return path == existing ? 0 : -1;
-}
-int _getdrive() { return drive; }
-unsigned GetLogicalDriveStringsA(unsigned size, char* list) {
-  asked += std::to_string(size) + ' ';
-  std::memcpy(list, roots.c_str(), roots.size() + 1);
-  return roots_length != 0 ? roots_length - 1 : static_cast<unsigned>(roots.size());
-}
-bool IsCharAlphaA(char c) { return (c | 32) >= 'a' && (c | 32) <= 'z'; }
-int _open(const char* path, int flags, int mode) {
-  asked += "open " + std::string(path) + std::to_string(10 * flags + mode);
-  return opened;
-}
-int _close(int fd) {
-  asked += " close " + std::to_string(fd);
-  return 0;
-}
-std::FILE* fopen(const char* path, const char* mode) {
-  asked += std::string(path) + mode;
-  return nullptr;
-}
-
-}  // namespace machine_with_drives::platform
 
 namespace zelvan::platform {
 bool IsCharAlphaA(char c);  // whose header went into the other machine
@@ -66,11 +30,11 @@ const Group drives("osh.drives", [](Digest& digest) {
   for (std::string path :
        {"\\x"s, "x"s, ""s, "\\\\host\\x"s, "/x"s, fitting, fitting + 'x', std::string(1024, 'x')}) {
     for (const char* drive : {"", "C:", "D:", "B:", "z:", "a:", "Z:", "c|"}) {
-      for (int i = 0; i < 3 * 4 * 3; ++i) {
-        platform::drive = i % 3 * 13;
-        platform::roots_length = std::array{0u, 1u, 1024u, 1025u}[i / 3 % 4];
-        platform::opened = 32766 + i / 12;
-        platform::existing = drive + path.substr(0, 1022);
+      for (int i = 0; i < 4 * 4 * 3; ++i) {
+        platform::drive = std::array{-1, 0, 13, 26}[i % 4];  // none at all, a share, M, Z
+        platform::roots_length = std::array{0u, 1u, 1024u, 1025u}[i / 4 % 4];
+        platform::opened = 32766 + i / 16;
+        platform::existing = {drive + path.substr(0, 1022)};
         char fixed[path_size] = "#";
         errno = 0;
         char* const found = fixed;

@@ -155,25 +155,25 @@ TEST(ReadLine, IsTheModel) {
   World world;
   support::Random random(6);
   const char* const parts[] = {"\n", "\r", "\r\n", "x"};
-  char line[201], buffer[80];
+  char line[801], buffer[800];
   for (int i = 0; i < 20'000; ++i) {
     const bool is_short = i < 2 << 13;
     std::string text;
     for (int rest = i / 2; rest > 3 && is_short; rest /= 4) text += "ab\r\n"[rest % 4];
     for (int n = is_short ? 0 : random.below(12); n > 0; --n) {
-      text += std::string(random.below(50), n == 5 ? '\0' : 'a') + parts[random.below(4)];
+      text += std::string(random.below(300), n == 5 ? '\0' : 'a') + parts[random.below(4)];
     }
     put("plain", text);
     std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
-    std::setvbuf(fp, buffer, i % 8 == 0 ? _IONBF : _IOFBF, 2 + random.below(79));
+    std::setvbuf(fp, buffer, i % 8 == 0 ? _IONBF : _IOFBF, 2 + random.below(799));
     bool met_end = false;
     for (std::size_t got = 1, size = 1; got > 0 || size == 0; text.erase(0, got)) {
       // A line feed ends the line, and a carriage return does that neither of them follows.
       std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
       while (text.substr(end, 2) == "\r\n" || text.substr(end, 2) == "\r\r") ++end;
-      size = random.below(is_short ? 8 : 200);
+      size = random.below(is_short ? 8 : 800);
       const std::string expected = text.substr(0, std::min(end + 1, size));
-      std::fill(line, line + 201, '#');
+      std::fill(std::begin(line), std::end(line), '#');
       got = osh_readLine(fp, line, static_cast<int>(size));
       ASSERT_EQ(std::string(line, got + 1), expected + '#') << text;
       met_end |= got < size && got == text.size() && (got == 0 || line[got - 1] != '\n');

@@ -1,16 +1,21 @@
-// What only POSIX has: names of any length, other users.
+// What only POSIX has: names of any length, other users, signals, threads that are cancelled.
 #include <zelvan/osh/file_access.h>
 #include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <memory>
+#include <thread>
 #include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
+#include <pthread.h>
 #include <support/guarded_array.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace {
@@ -72,6 +77,94 @@ TEST(Paths, EndWhereTheCurrentDirectoryDoes) {
     fs::remove(path);
     EXPECT_EQ(absolute("x") + absolute("/x") + char('0' + osh_get_working_dir(text)), "/x0");
   }
+}
+
+std::string next_line(std::FILE* fp) {
+  char line[100];
+  return {line, static_cast<std::size_t>(osh_readLine(fp, line, sizeof line))};
+}
+
+int writing_end;
+const char* next_byte;
+
+// The handler of a signal writes the byte for which the interrupted reader waits.
+TEST(ReadLine, GoesOnAfterASignal) {
+  struct sigaction action = {};  // without SA_RESTART
+  action.sa_handler = [](int) {
+    if (*next_byte == '\0' || write(writing_end, next_byte++, 1) != 1) close(writing_end);
+  };
+  sigaction(SIGALRM, &action, nullptr);
+  for (const bool had_error : {false, true}) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    writing_end = ends[1], next_byte = "first\r\nsecond\rthird\r\r\nlast";
+    std::FILE* const fp = osh_fdopen(ends[0], "r"_c);
+    if (had_error) osh_fputc('x', fp);
+    const itimerval each_millisecond = {{0, 1000}, {0, 1000}}, none = {};
+    setitimer(ITIMER_REAL, &each_millisecond, nullptr);
+    errno = 77;
+    std::vector<std::string> lines;
+    for (std::string line; !(line = next_line(fp)).empty();) lines.push_back(line);
+    setitimer(ITIMER_REAL, &none, nullptr);
+    EXPECT_EQ(lines, (std::vector<std::string>{"first\r\n", "second\r", "third\r\r\n", "last"}));
+    EXPECT_EQ(errno, 77) << "nothing failed";
+    EXPECT_EQ(std::ferror(fp) != 0, had_error) << "an error of earlier is kept, and none is added";
+    osh_fclose(fp);
+  }
+}
+
+TEST(ReadLine, IsWholeForEachOfTwoThreads) {
+  World world;
+  constexpr int count = 50'000;
+  std::string text;
+  for (int i = 0; i < count; ++i) text += std::to_string(i) + "\r\n";
+  put("plain", text);
+  std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
+  int read[2] = {}, broken[2] = {};
+  const auto read_all = [&](int reader) {
+    for (std::string line; !(line = next_line(fp)).empty(); ++read[reader]) {
+      broken[reader] += line != std::to_string(std::atoi(line.c_str())) + "\r\n";
+    }
+  };
+  std::thread other(read_all, 1);
+  read_all(0);
+  other.join();
+  EXPECT_EQ(read[0] + read[1], count);
+  EXPECT_EQ(broken[0] + broken[1], 0);
+  osh_fclose(fp);
+}
+
+TEST(ReadLine, LeavesNoStreamLockedByACancelledThread) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  std::FILE* const fp = osh_fdopen(ends[0], "r"_c);
+  std::thread reader([fp] { next_line(fp); });  // which waits for the first byte
+  pthread_cancel(reader.native_handle());
+  reader.join();
+  ASSERT_EQ(ftrylockfile(fp), 0) << "still locked";
+  funlockfile(fp);
+  EXPECT_EQ(write(ends[1], "x\n", 2), 2);
+  EXPECT_EQ(next_line(fp), "x\n");
+  osh_fclose(fp);
+  close(ends[1]);
+}
+
+// A search for a line feed through all that is buffered, at each line, would take minutes.
+TEST(ReadLine, TakesALineAtATimeFromALargeBuffer) {
+  World world;
+  constexpr int count = 2'000'000;
+  std::string text, buffer(2 * count + 1, ' ');
+  for (int i = 0; i < count; ++i) text += "x\r";
+  put("plain", text);
+  std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
+  std::setvbuf(fp, buffer.data(), _IOFBF, buffer.size());
+  const auto start = std::chrono::steady_clock::now();
+  int read = 0;
+  std::string line(2 * count, ' ');
+  while (osh_readLine(fp, line.data(), 2 * count) == 2) ++read;
+  EXPECT_EQ(read, count);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
+  osh_fclose(fp);
 }
 
 }  // namespace

@@ -40,6 +40,13 @@ TEST(WindowsFiles, MoveToAnotherDriveAndLoseNothing) {
   EXPECT_EQ(osh_chmod("Q:\\new"_c, 0200) + osh_unlink("Q:\\new"_c) + osh_unlink("Q:\\taken"_c), 1);
 }
 
+TEST(WindowsFiles, AreOpenedWithTheFlagsOfTheRuntime) {
+  World world;
+  const int fd = osh_open_binary("new"_c, 0x142, 0600);  // and one that deletes it at the end
+  EXPECT_EQ(osh_write(fd, "x"_c, 1) + osh_file_exists("new"_c), 2);
+  EXPECT_EQ(osh_close(fd) + osh_file_exists("new"_c), 0);
+}
+
 TEST(WindowsFiles, HaveNamesOfManyForms) {
   World world;
   char form[1024], path[] = "a\\b\x81\\c", file[9];

@@ -25,9 +25,11 @@ mv t told)sh";
 
 struct Programs : support::TemporaryFolder {
   Programs() : TemporaryFolder(false) {
-    put("a folder/tell", tell), put("no format", "no program\n"), put("plain");
-    fs::permissions("a folder/tell", fs::perms::owner_all);
-    fs::permissions("no format", fs::perms::owner_all);
+    put("a folder/tell", tell), put("no format", "no program\n"), put("noformat", "no program\n"),
+        put("plain");
+    for (const char* name : {"a folder/tell", "no format", "noformat"}) {
+      fs::permissions(name, fs::perms::owner_all);
+    }
   }
 };
 
@@ -77,11 +79,12 @@ TEST(Processes, TellAtOnceWhyTheyDontStart) {
   Programs programs;
   setenv("PATH", (programs.path + ":/bin:" + programs.path + "/plain").c_str(), 1);
   const std::tuple<const char*, int, int> rows[] = {
-      {"", 0, 33},        {" \t", 0, 33},           {"\"\" x", 0, 33},
-      {"./none 1", 0, 2}, {"./plain", 0, 5},        {"./none/x", 0, 2},
-      {"/tmp", 0, 5},     {"./plain/x", 0, 2},      {"zelvan-none-such", 0, 2},
-      {"plain", 0, 2},    {"\"no format\"", 0, 33}, {"./no\" \"format", 0, 33},
-      {"true", 1, 33}};
+      {"", 0, 33},          {" \t", 0, 33},           {"\"\" x", 0, 33},
+      {"./none 1", 0, 2},   {"./plain", 0, 5},        {"./none/x", 0, 2},
+      {"/tmp", 0, 5},       {"./plain/x", 0, 2},      {"zelvan-none-such", 0, 2},
+      {"plain", 0, 5},      {"\"no format\"", 0, 33}, {"./no\" \"format", 0, 33},
+      {"true", 1, 33},      {"./noformat", 0, 11},    {" noformat\t-1,a:b@c 2", 0, 11},
+      {"none,1:2@3", 0, 2}, {"./noformat ''", 0, 33}, {"true ''", 1, 33}};
   for (const auto& [command, started, why_not] : rows) {
     EXPECT_TRUE(CreateProcessA(command) == started && WinExec(command) == why_not) << command;
   }

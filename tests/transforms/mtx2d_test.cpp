@@ -1,45 +1,282 @@
 #include <zelvan/transforms/matrix_functions.h>
 
-#include <array>
+#include "support/polygon_set.h"
+#include "transforms/matrix.h"
+
 #include <climits>
 #include <cmath>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-// The eight orientations as they are made and as they are read, in quarter turns: with the turn
-// before the mirror, with the mirror first, by the bits that record it, and without a sign.
-TEST(Mtx2D, MakesAndReadsOrientations) {
-  const std::array<double, 10> rows[] = {
-      {2, 0, 0, 2, 80, 160, 0, 0, 0, 0},    {0, 2, -2, 0, 140, 180, 1, 1, 1, 1},
-      {-2, 0, 0, -2, 120, 240, 2, 2, 2, 2}, {0, -2, 2, 0, 60, 220, 3, 3, -1, 1},
-      {2, 0, 0, -2, 80, 240, 0, 0, 2, 0},   {-2, 0, 0, 2, 120, 160, 2, 2, 2, 2},
-      {0, 2, 2, 0, 60, 180, 3, 1, -1, 1},   {0, -2, -2, 0, 140, 220, 1, 3, -1, 1}};
-  for (int i = 0; i < 8; ++i) {
-    Mtx2D m(10, 20, static_cast<Mtx2DOrient>(i), 2, 2, 100, 200);
-    unsigned short mirrored;
-    int turn_first, mirror_first, mirror;
-    double angle;
-    m.GetOrientationAndXMirror(&mirrored, &turn_first), m.GetOrientation(&angle, &mirror);
-    m.GetXMirrorAndOrientation(&mirrored, &mirror_first);
-    EXPECT_EQ(rows[i], (std::array{m.m11, m.m12, m.m21, m.m22, m.tx, m.ty, 1.0 * turn_first,
-                                   1.0 * mirror_first, angle / M_PI_2, m.GetRotation() / M_PI_2}));
-    EXPECT_EQ(mirrored, i > 3);
+bool is_close(double a, double b) {
+  return std::fabs(a - b) < 1e-12 || (std::isnan(a) && std::isnan(b));
+}
+
+// ---- construction and state
+
+// Scaled by 2 and 3, about a reference point that goes from (10, 20) to (100, 200). A reflection
+// negates zeros as well; the half turn has a -0.0 from 0 * -1 - 1 * 0.
+TEST(SetXfm, TurnsThenScalesAboutTheReferencePoint) {
+  const auto expect = [](Mtx2DOrient orient, real_pt_t x, real_pt_t y, int type, int mirror) {
+    Mtx2D m = matrix({2, 3}, {4, 5}, {6, 7}, Mtx2DTypeGeneral, 3);
+    m.SetXfm(10, 20, orient, 2, 3, 100, 200);
+    const real_pt_t origin = {100 - 10 * x.x - 20 * y.x, 200 - 10 * x.y - 20 * y.y};
+    EXPECT_EQ(m, matrix(x, y, origin, type, mirror)) << "orientation " << orient;
+  };
+  expect(Mtx2DOrientNone, {2, 0}, {0, 3}, Mtx2DTypeDiagonal, 0);
+  expect(Mtx2DOrientRot90, {0, 3}, {-2, 0}, Mtx2DTypeQuadrant, 0);
+  expect(Mtx2DOrientRot180, {-2, 0}, {-0.0, -3}, Mtx2DTypeDiagonal, 0);
+  expect(Mtx2DOrientRot270, {0, -3}, {2, 0}, Mtx2DTypeQuadrant, 0);
+  expect(Mtx2DOrientReflectX, {2, -0.0}, {0, -3}, Mtx2DTypeDiagonal, 1);
+  expect(Mtx2DOrientReflectY, {-2, 0}, {-0.0, 3}, Mtx2DTypeDiagonal, 2);
+  expect(Mtx2DOrientRot90ReflectY, {-0.0, 3}, {2, 0}, Mtx2DTypeQuadrant, 2);
+  expect(Mtx2DOrientRot90ReflectX, {0, -3}, {-2, -0.0}, Mtx2DTypeQuadrant, 1);
+}
+
+TEST(SetIdentity, TagsOnlyTheExactIdentity) {
+  Mtx2D identity;
+  EXPECT_EQ(identity.IsIdentity(), 0) << "not before SetIdentity";
+  identity.SetIdentity();
+  EXPECT_EQ(identity.IsIdentity(), 1);
+  for (const auto element :
+       {&Mtx2D::m11, &Mtx2D::m12, &Mtx2D::m21, &Mtx2D::m22, &Mtx2D::tx, &Mtx2D::ty}) {
+    Mtx2D m;
+    m.*element += 0x1p-52;
+    m.SetIdentity();
+    EXPECT_EQ(m.IsIdentity(), 0) << testing::PrintToString(m);
+    EXPECT_EQ(m != identity, 1) << testing::PrintToString(m);
   }
 }
 
-// Places where another rounding rule or a clamp would answer differently, such as the number just
-// below a half, where the addition rounds up.
-TEST(Mtx2D, RoundsHalvesAwayFromZeroAndClampsNothing) {
-  const double reals[] = {0.49, 0x1.fffffffffffffp-2, 2.5, 0x7FFFFFFF, 0x1p+31, 3e9, NAN};
-  const int rounded[] = {0, 1, 3, INT_MAX, INT_MIN, INT_MIN, INT_MIN};
-  for (int i = 0; i < 7; ++i) {
-    real_pt_t points[] = {{reals[i], -reals[i]}, {reals[i], -reals[i]}, {reals[i], -reals[i]}};
-    int_pt_t out[3];  // a pair and the odd one
-    Mtx2D().XfmPts(3, points, out);
-    for (const auto [x, y] : out) EXPECT_TRUE(x == rounded[i] && y == int(0u - rounded[i])) << i;
+// ---- composition in place
+
+// matrix_functions_test.cpp has the other steps.
+TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
+  for (int degrees = -720; degrees <= 720; degrees += 15) {
+    Mtx2D m;
+    m.Rotate(degrees, Mtx2DRotateLast);
+    const bool is_exact = degrees >= 0 && degrees < 360 && degrees % 90 == 0;
+    const double radians = degrees * (is_exact ? M_PI : 3.141592654) / 180.0;
+    EXPECT_NEAR(m.m12, std::sin(radians), 1e-14) << degrees << " degrees";
+    EXPECT_NEAR(m.m22, std::cos(radians), 1e-14) << degrees << " degrees";
+    EXPECT_EQ(m.type != Mtx2DTypeGeneral, is_exact) << degrees << " degrees";
   }
+}
+
+// ---- products and measures
+
+TEST(Product, ActsWithTheFirstMatrixFirst) {
+  Mtx2D first = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeGeneral, 1), result;
+  Mtx2D second = matrix({7, 8}, {9, 10}, {11, 12}, Mtx2DTypeGeneral, 3);
+  // 1 * 7 + 2 * 9 = 25 and so on; the origin goes to (5, 6) and from there to (100, 112).
+  const Mtx2D expected = matrix({25, 28}, {57, 64}, {100, 112}, Mtx2DTypeGeneral, 2);
+  EXPECT_EQ(first * second, expected);
+  Mtx2D::Multiply(&first, &second, &result);
+  EXPECT_EQ(result, expected);
+}
+
+TEST(Invert, DividesByTheDeterminant) {
+  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
+  Mtx2D diagonal = matrix({2, 0}, {0, 4}, {6, 8}, Mtx2DTypeIdentity);
+  Mtx2D singular = matrix({0, 0}, {0, 0}, {1, 1}, Mtx2DTypeIdentity);
+  EXPECT_EQ(m.GetDeterminant(), 1 * 4 - 2 * 3);
+  EXPECT_EQ(m.ReversesOrientation(), 1);
+  EXPECT_EQ(singular.ReversesOrientation(), 0);
+  EXPECT_EQ(m.Invert(), matrix({-2, 1}, {1.5, -0.5}, {1, -2}, Mtx2DTypeGeneral, 1));
+  EXPECT_EQ(diagonal.Invert(), matrix({0.5, -0.0}, {-0.0, 0.25}, {-3, -2}, Mtx2DTypeDiagonal));
+  EXPECT_EQ(singular.Invert(), matrix({NAN, NAN}, {NAN, NAN}, {NAN, NAN}, Mtx2DTypeGeneral));
+}
+
+// ---- decomposition
+
+TEST(GetElements, CopiesEachToThePlaceOfItsName) {
+  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeGeneral), copy;
+  m.GetElements(&copy.m11, &copy.m12, &copy.m21, &copy.m22, &copy.tx, &copy.ty);
+  EXPECT_EQ(copy != m, 0) << testing::PrintToString(copy);
+}
+
+TEST(Decomposition, ReadsScaleAndTurnsOfTheXAxis) {
+  const auto expect = [](Mtx2D m, double scale, double rotation, double turn, const char* why) {
+    SCOPED_TRACE(testing::Message() << why << ": " << testing::PrintToString(m));
+    double angle;
+    int mirror;
+    xfm_get_orientation(&m, &angle, &mirror);  // calls GetOrientation
+    EXPECT_PRED2(is_close, m.GetScale(), scale);
+    EXPECT_PRED2(is_close, m.GetRotation(), rotation * M_PI);
+    EXPECT_PRED2(is_close, angle, turn * M_PI);
+    EXPECT_EQ(mirror, m.mirror);
+  };
+  expect(matrix({0, 2}, {-2, 0}, {0, 0}, 1), 2, 0.5, 0.5, "a quarter turn");
+  expect(matrix({0, -2}, {2, 0}, {0, 0}, 1), 2, 0.5, -0.5, "a turn back has a sign in one");
+  expect(matrix({2, 0}, {0, 8}, {0, 0}, 0), 2, 0, 1.0 / 3, "2 by 8 is 4 by 4: the cosine is 2 / 4");
+  expect(matrix({3, 4}, {6, 8}, {0, 0}, 2), 5, std::acos(0.6) / M_PI, 0, "3 / 0 counts as 1");
+  expect(matrix({4, 0}, {0, 3.9}, {0, 0}, 0), 4, 0, 0, "a little above 1 counts as 1");
+  expect(matrix({-4, 0}, {0, -3.9}, {0, 0}, 0), 4, 1, 1, "a little below -1 counts as -1");
+  expect(matrix({1, 0}, {0, -1}, {0, 0}, 0, 1), 1, 0, 1, "bit 0 of mirror negates m11");
+  expect(matrix({0, 1}, {1, 0}, {0, 0}, 1, 2), 1, 0.5, -0.5, "bit 1 of mirror negates m12");
+  expect(matrix({0, 0}, {1, 1}, {0, 0}, 2), 0, NAN, NAN, "no first row");
+}
+
+TEST(Decomposition, ReadsQuarterTurnsBeforeOrAfterAMirror) {
+  const auto expect = [](real_pt_t x, real_pt_t y, bool mirrors, int turn_first, int mirror_first,
+                         double degrees, const char* why) {
+    Mtx2D m = matrix(x, y, {0, 0}, Mtx2DTypeGeneral, 3);
+    SCOPED_TRACE(testing::Message() << why << ": " << testing::PrintToString(m));
+    unsigned short mirrored[3];
+    int codes[2];
+    double angle;
+    m.GetOrientationAndXMirror(&mirrored[0], &codes[0]);
+    m.GetXMirrorAndOrientation(&mirrored[1], &codes[1]);
+    m.GetXMirrorAndRotation(&mirrored[2], &angle);
+    EXPECT_EQ(codes[0], turn_first);
+    EXPECT_EQ(codes[1], mirror_first);
+    EXPECT_PRED2(is_close, angle, degrees);
+    for (const auto result : mirrored) EXPECT_EQ(result, mirrors);
+  };
+  expect({0, 1}, {-1, 0}, 0, 1, 1, 90, "a quarter turn");
+  expect({0, -1}, {1, 0}, 0, 3, 3, 270, "three quarters of a turn");
+  expect({0, 1}, {1, 0}, 1, 3, 1, 90, "mirrored, a quarter turn if the mirror is first");
+  expect({0, -1}, {-1, 0}, 1, 1, 3, 270, "mirrored, a quarter turn if the turn is first");
+  expect({1, 1}, {-1, 1}, 0, 1, 1, 45 * M_PI / 3.141592654, "m12 decides, and pi is short");
+  expect({0, 0}, {1, 1}, 0, -1, -1, NAN, "no first row");
+  expect({1, -1e-12}, {1e-12, 1}, 0, 3, 3, 360, "hardly below zero, and not snapped");
+}
+
+TEST(Decomposition, SnapsDegreesNearQuarterTurns) {
+  const auto expect = [](double turn, double degrees, double tolerance) {
+    Mtx2D m;
+    unsigned short mirrored;
+    double angle;
+    m.Rotate(turn, Mtx2DRotateLast);
+    m.GetXMirrorAndRotation(&mirrored, &angle);
+    EXPECT_NEAR(angle, degrees, tolerance) << "turned by " << turn;
+  };
+  for (const double quarter : {0.0, 90.0, 180.0, 270.0}) {
+    expect(quarter + 0.09, quarter, 0);
+    expect(quarter + 0.11, quarter + 0.11, 1e-7);
+    expect(quarter + 89.91, quarter == 270 ? 0 : quarter + 90, 0);
+    expect(quarter + 89.89, quarter + 89.89, 1e-7);
+  }
+}
+
+// ---- mapping of points and rectangles
+
+TEST(Mapping, DropsTheTermsThatTheTypeCallsZero) {
+  const auto expect = [](int type, real_pt_t expected) {
+    Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, type);
+    int_pt_t whole = {10, 100};
+    real_pt_t in = {10, 100}, out[4];
+    til_xfm_pnt(10, 100, &out[0].x, &out[0].y, &m);  // calls XfmPt
+    m.RealXfmPt(&in, &out[1]);
+    m.InvXfmPt(&whole, &out[2]);
+    m.RealXfmPts(1, &in, &out[3]);
+    for (const auto& p : out)
+      EXPECT_EQ(p, expected) << "(10, 100) by " << testing::PrintToString(m);
+  };
+  expect(Mtx2DTypeDiagonal, {10 + 5, 400 + 6});
+  expect(Mtx2DTypeQuadrant, {300 + 5, 20 + 6});
+  for (const int type : {2, 3, 4, -1}) expect(type, {10 + 300 + 5, 20 + 400 + 6});
+}
+
+TEST(Mapping, AddsTheTranslationLast) {
+  const double small = 0x1p-53;  // 1 + small is rounded to 1; small + small would count
+  Mtx2D m = matrix({1, small}, {small, 1}, {small, small}, Mtx2DTypeGeneral);
+  real_pt_t in = {1, 1}, out;
+  m.RealXfmPt(&in, &out);
+  EXPECT_EQ(out, in);
+}
+
+// Each row is a place where another rule would answer differently.
+TEST(Mapping, RoundsHalvesAwayFromZeroAndClampsNothing) {
+  const auto expect = [](double v, int rounded, int times_eight, short low_half, const char* why) {
+    SCOPED_TRACE(testing::Message() << why << ": " << support::digits(v));
+    real_pt_t in = {v, v};
+    int_pt_t one, ints, fixed;
+    short_pt_t shorts;
+    Mtx2D().XfmPt(&in, &one);
+    Mtx2D().XfmPts(1, &in, &ints);
+    Mtx2D().XfmFPts(1, &in, &fixed);
+    Mtx2D().XfmSPts(1, &in, &shorts);
+    EXPECT_EQ(one, (int_pt_t{rounded, rounded}));
+    EXPECT_EQ(ints, (int_pt_t{rounded, rounded}));
+    EXPECT_EQ(fixed, (int_pt_t{times_eight, times_eight}));
+    EXPECT_EQ(shorts, (short_pt_t{low_half, low_half}));
+  };
+  expect(0.5, 1, 8, 1, "half up");
+  expect(-2.5, -3, -24, -3, "half down, not to even");
+  expect(0x1.fffffffffffffp-2, 1, 8, 1, "adding 0.5 rounds up");
+  expect(3.4, 3, 24, 3, "rounded before it is multiplied");
+  expect(0x20008000, 0x20008000, 0x40000, -0x8000, "high bits are lost");
+  expect(2147483647.5, INT_MIN, 0, 0, "too large");
+  expect(NAN, INT_MIN, 0, 0, "not a number");
+}
+
+TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
+  const auto expect = [](Mtx2D m, int_rect_t in, real_pt_t low, real_pt_t high, const char* why) {
+    real_rect_t real, out;
+    int_rect_t rounded;
+    for (int i = 0; i < 4; ++i) Mtx2D().InvXfmPt(&in.corners[i], &real.corners[i]);
+    m.XfmRect(&in, &out);
+    m.XfmRect(&real, &rounded);
+    XfmRect(&real, &real, &m);  // calls the operation of the class, in place
+    real_pt_t corners[] = {low, {low.x, high.y}, high, {high.x, low.y}};
+    for (int i = 0; i < 4; ++i) {
+      int_pt_t whole;
+      Mtx2D().XfmPt(&corners[i], &whole);
+      EXPECT_EQ(out.corners[i], corners[i]) << why << ", of integers";
+      EXPECT_EQ(real.corners[i], corners[i]) << why << ", in place";
+      EXPECT_EQ(rounded.corners[i], whole) << why << ", rounded";
+    }
+  };
+  const Mtx2D turn(0, 0, Mtx2DOrientRot90, 1, 1, 0, 0), half(0, 0, Mtx2DOrientNone, 0.5, 1, 0, 0);
+  expect(turn, {{{0, 0}, {0, -1}, {2, -1}, {2, 0}}}, {0, 0}, {1, 2}, "a quarter turn");
+  expect(half, {{{1, 5}, {5, 9}, {9, 4}, {4, 1}}}, {0.5, 1}, {4.5, 9}, "no upright rectangle");
+  expect(half, {{{9, 1}, {4, 5}, {1, 4}, {5, 9}}}, {0.5, 1}, {4.5, 9}, "other corners lie outmost");
+}
+
+// ---- mapping of polygons
+
+using Reals = support::Vertices<real_pt_t>;
+using Ints = support::Vertices<int_pt_t>;
+
+Ints rounded(const Reals& in) {
+  support::SetArrays<real_pt_t> source(in);
+  support::SetArrays<int_pt_t> room(in.size());
+  drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
+  drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
+  Mtx2D().XfmPolySetPts(&set, &out);
+  return room.first(out.n_points);
+}
+
+TEST(XfmPolySetPts, DropsVerticesThatLandOnTheOneBefore) {
+  EXPECT_EQ(rounded({}), Ints());
+  EXPECT_EQ(rounded({{{4, 0}, 0}, {{5, 0}, 1}, {{5.25, 0}, 3}}), (Ints{{{4, 0}, 0}, {{5, 0}, 3}}))
+      << "the closing flag of a repeat survives";
+  EXPECT_EQ(rounded({{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}}), (Ints{{{0, 0}, 1}, {{5, 0}, 1}}))
+      << "there and back is a line";
+  EXPECT_EQ(rounded({{{0, 0}, 1}, {{5, 0}, 1}, {{5, 5}, 1}, {{0, 0}, 3}}).size(), 4u)
+      << "a ring of three or more keeps its repeated start";
+  EXPECT_EQ(rounded({{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}}),
+            (Ints{{{0, 0}, 1}, {{1, 1}, 0}, {{2, 2}, 2}}))
+      << "polygons that touch run together";
+}
+
+// Each of 100 vertices comes three times, an eighth apart.
+TEST(XfmPolygon, ComparesVerticesAsItWritesThem) {
+  std::vector<real_pt_t> in(300), reals(300);
+  std::vector<int_pt_t> out(300);
+  std::vector<int> flags(300, 1), out_flags(300);
+  for (int i = 0; i < 300; ++i) in[i] = {i / 3 + i % 3 * 0.125, 0};
+  drw_pset_t set = {300, in.data(), flags.data()}, kept = {-1, reals.data(), out_flags.data()};
+  int count;
+  Mtx2D().XfmPolyPts(300, &count, in.data(), out.data());
+  Mtx2D().RealXfmPolyPtSet(&set, &kept);
+  EXPECT_EQ(count, 100) << "three are one when rounded";
+  EXPECT_EQ(out[99], (int_pt_t{99, 0}));
+  EXPECT_EQ(kept.n_points, 300) << "no two are one in reals";
 }
 
 }  // namespace

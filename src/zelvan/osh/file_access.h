@@ -19,11 +19,19 @@
 /// bits, `osh_lseek` to the end tells the whole size and such files can be read and written in
 /// full. On Windows it has 32, and calls that would tell a place from 2 GiB on fail.
 ///
-/// **Descriptors** fit in `short`. Files are closed in programs that the process starts. Signals
-/// don't show: an interrupted call is taken up again.
+/// **Descriptors** fit in `short`. Files are closed in programs that the process starts.
 ///
-/// Threads: the library keeps nothing, so every function may run on any thread; a stream locks
-/// itself call by call, as the runtime has it.
+/// **Signals.** An interrupted call is resumed, also when a stream is opened and in `osh_readLine`.
+/// The other stream functions are exactly the runtime's: a handler that was installed without
+/// SA_RESTART interrupts them, and the GNU C library then drops what was buffered for writing.
+///
+/// **On Windows** the system puts a copy in the place of a file in two steps. A process that ends
+/// between them leaves the old content beside it as `.zelvan-PID-N.old`, and so does a failure of
+/// the second step that can't be undone. A move to another drive whose source can't be deleted is
+/// undone; if that can't be done either, the file is in both places.
+///
+/// Threads: the library keeps nothing, so every function may run on any thread. A stream is locked
+/// for the length of a call. On POSIX a thread that is cancelled in a call leaves no stream locked.
 #pragma once
 
 #include <zelvan/export.h>
@@ -45,7 +53,8 @@ inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);  ///< by
 
 // ---- the permissions of a file that is created
 //
-// These, or any of the nine bits of a Unix mode. On Windows they only tell whether it is read-only.
+// These, or any of the nine bits of a Unix mode. On Windows only osh_permit_write counts: without
+// it the file is read-only.
 
 inline constexpr short osh_permit_read = 0x100;  ///< its owner may always read it
 inline constexpr short osh_permit_write = 0x80;  ///< its owner may write it
@@ -60,8 +69,9 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 /// Opens a file, binary. A descriptor of 0 to 32767, or -1.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
-/// out. Flags that aren't listed above have no effect. Refused: a directory, read and write
-/// both asked for by `1 | 2`, and truncating a file that is opened only to be read.
+/// out. On Windows flags that aren't listed above are those of the runtime's `_open`; elsewhere
+/// they have no effect. Refused: a directory, read and write both asked for by `1 | 2`, and
+/// truncating a file that is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
 
 /// The same as text. On Windows the runtime writes a line feed as carriage return and line feed and

@@ -2,8 +2,32 @@
 #include <zelvan/osh/detail/fixed_path.h>
 #include <zelvan/osh/file_access.h>
 #include <zelvan/platform/files.h>
+#include <zelvan/platform/streams.h>
 
 #include <cstdio>
+
+namespace {
+
+struct Line {
+  std::FILE* const stream;
+  char* const buffer;
+  const int size;
+  int stored;
+};
+
+/// A carriage return ends a line unless a line feed or another carriage return follows.
+void read_line(Line& line) {
+  while (line.stored < line.size) {
+    const int got = zelvan::platform::read_through_line_end(line.stream, line.buffer + line.stored,
+                                                            line.size - line.stored);
+    line.stored += got;
+    if (got == 0 || line.buffer[line.stored - 1] != '\r' || line.stored == line.size) return;
+    const int next = zelvan::platform::peek(line.stream);
+    if (next != '\n' && next != '\r') return;
+  }
+}
+
+}  // namespace
 
 std::FILE* osh_fopen_binary(char* path, char* mode) {
   if (mode == nullptr || mode[0] == '\0') return zelvan::osh1_fopen(path, mode);
@@ -28,14 +52,10 @@ int osh_fputint(int value, int width, std::FILE* fp) {
 }
 
 int osh_readLine(std::FILE* fp, char* buffer, int size) {
-  int stored = 0;
-  while (stored < size) {
-    const auto [got, next] =
-        zelvan::platform::read_through_line_end(fp, buffer + stored, size - stored);
-    stored += got;
-    if (next != '\n' && next != '\r') break;  // these two go on after a carriage return
-  }
-  return stored;
+  Line line = {fp, buffer, size, 0};
+  zelvan::platform::with_locked_stream(
+      fp, [](void* argument) { read_line(*static_cast<Line*>(argument)); }, &line);
+  return line.stored;
 }
 
 std::size_t osh_fread(void* buffer, unsigned int size, unsigned int count, std::FILE* fp) {

@@ -2,7 +2,7 @@
 ///
 /// Nothing is reported but by results, and these differ from function to function. Every
 /// function may run on any thread, save that whoever calls `osh_setenv` excludes all others who
-/// read or change the environment; the font list and the time stamp read it.
+/// read or change the environment; the font list, the time stamp and `osh_system` read it.
 #pragma once
 
 #include <zelvan/export.h>
@@ -61,14 +61,18 @@ ZELVAN_C_API int osh_setenv(char* name, char* value);
 /// Returns after that many seconds, at once for 0. A signal doesn't cut the time short.
 ZELVAN_C_API void osh_sleep(unsigned int seconds);
 
-/// Hands a command to the shell and doesn't wait for it to end; nothing is left to wait for. On
-/// Windows it is the command line of a program; what only the shell knows takes `cmd /c` ahead of
-/// it. `reserved` is not looked at.
+/// Starts a command and doesn't wait for it to end; nothing is left to wait for. `reserved` is not
+/// looked at.
+///
+/// On POSIX the shell runs it, unless it is the plain words of a program, which is then started
+/// directly. On Windows it is the command line of a program; what only the shell knows takes
+/// `cmd /c` before it.
 ///
 /// Result: 0 if the command was started, else why not: 2 for a command that isn't there, 5 for
-/// one that may not be run, 8 if memory or processes ran out, 11 for a file that is no program.
-/// A command that opens with anything but a plain word (a quote, an assignment, a group) is
-/// started as soon as the shell is.
+/// one that may not be run, 8 if memory or processes ran out, 11 for a file that is no program (a
+/// script needs its `#!` line). If the command has more than plain words, such as a quote or a
+/// pipe, the shell alone finds out about 11; if its first word is not plain, the command is started
+/// as soon as the shell is. On Windows the system's own 0, out of memory, is 0 as well.
 ///
 /// Requires: `command` is not null.
 ZELVAN_C_API int osh_system(int reserved, char* command);

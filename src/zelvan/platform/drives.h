@@ -3,7 +3,10 @@
 
 namespace zelvan::platform {
 
-/// The number of the current drive, 1 for A; 0 where there are no drives.
+inline constexpr int no_drives = -1;
+
+/// Returns the number of the drive of the current directory, 1 for A; 0 if that directory is on a
+/// share, and no_drives on a system without drives.
 int _getdrive();
 
 /// Writes the roots of all drives into `roots`: of each its letter, a colon and a backslash, with

@@ -16,9 +16,9 @@
 
 namespace zelvan::platform {
 
-// How `_open` shall open; everything else in its flags has no effect. On POSIX a file is read and
-// written as it stands, so text and binary are the same; on Windows a file that isn't binary has
-// its line ends translated by the runtime.
+// How `_open` shall open. On POSIX everything else in its flags has no effect, and a file is read
+// and written as it stands, so text and binary are the same. On Windows all flags are passed on to
+// the runtime, which translates the line ends of a file that isn't binary.
 inline constexpr int _O_RDONLY = 0x0000;
 inline constexpr int _O_WRONLY = 0x0001;
 inline constexpr int _O_RDWR = 0x0002;
@@ -65,17 +65,6 @@ int _fileno(std::FILE* stream);
 
 /// A stream over a descriptor, which it owns from then on; null on failure.
 std::FILE* _fdopen(int fd, const char* mode);
-
-/// What was read of a line, and what stands behind it.
-struct LinePart {
-  int stored;  ///< the number of bytes; 0 where there was nothing to read
-  int next;  ///< behind a carriage return, if there is room for more: the next byte, which stays in
-             ///< the stream; EOF otherwise, and at the end of the file
-};
-
-/// Reads bytes as `getc` does, until one of them is a carriage return or a line feed, until `size`
-/// have come, or to the end of the file. The stream is locked once, and not once a byte.
-LinePart read_through_line_end(std::FILE* stream, char* buffer, int size);
 
 /// With `mode` 0: 0 if the path exists, else -1.
 int _access(const char* path, int mode);

@@ -22,14 +22,16 @@ namespace zelvan::platform {
 /// and is in a group of its own for the sake of these keys.
 int CreateProcessA(const char* command_line);
 
-/// Hands a command to the shell and doesn't wait for it. Gives a value above 31 if the command
-/// was started, else why it was not: 2 for a program that isn't there, 5 for one that may not
-/// be run, 8 if processes or memory ran out, 11 for a file that is no program.
+/// Starts a command and doesn't wait for it. Returns a value above 31 if the command was started,
+/// else why it was not: 2 for a program that isn't there, 5 for one that may not be run, 8 if
+/// processes or memory ran out, 11 for a file that is no program.
 ///
-/// A first word that neither "PATH" nor the shell knows is reported as 2. Where the command
-/// opens with anything but a plain word (a quote, an assignment, a group), the shell alone
-/// judges it, and only a shell that can't be run is a failure. On Windows there is no shell in
-/// between: the command is the line of a program, which shows its window.
+/// A command of plain words is started directly if the first of them names a program; else it is
+/// the shell's. A first word that neither "PATH" nor the shell knows is reported as 2, or 5 if
+/// "PATH" leads to a file that may not be run. If the command opens with anything but a plain word
+/// (a quote, an assignment, a group), the shell alone judges it, and only a shell that can't be run
+/// is a failure. On Windows there is no shell in between: the command is the line of a program,
+/// which shows its window, and 0 says that the system ran out of memory.
 int WinExec(const char* command);
 
 /// The id of this process.

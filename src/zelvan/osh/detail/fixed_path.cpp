@@ -19,10 +19,12 @@ bool exists_on_drive(char letter, const char* path, char* candidate) {
   return length < path_size && exists(candidate);
 }
 
-/// Finds the first drive that has the path, the current one ahead of all others.
+/// Finds the first drive that has the path, the current one before all others. No drive is the
+/// current one (0) while the current directory is on a share.
 bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
   constexpr unsigned last_root = path_size - 3;  // a root has three bytes at least
-  if (exists_on_drive(static_cast<char>(current_drive + 64), path, candidate)) return true;
+  const char current_letter = static_cast<char>(current_drive + 64);
+  if (current_drive != 0 && exists_on_drive(current_letter, path, candidate)) return true;
   char roots[path_size];
   const unsigned length = platform::GetLogicalDriveStringsA(path_size, roots);
   if (length == 0 || length >= path_size) return false;
@@ -47,8 +49,8 @@ short osh1_fix_path(char* path, char* fixed, int) {
   *fixed = '\0';
   if (!is_usable(path)) return 0;
   const bool lacks_drive = path[0] == '\\' && path[1] != '\\';
-  const int current_drive = lacks_drive ? platform::_getdrive() : 0;
-  if (current_drive != 0) {
+  const int current_drive = lacks_drive ? platform::_getdrive() : platform::no_drives;
+  if (current_drive != platform::no_drives) {
     if (exists_on_any_drive(current_drive, path, fixed)) return 1;
     std::strcpy(fixed, path);
     return 0;

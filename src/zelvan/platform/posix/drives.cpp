@@ -2,7 +2,7 @@
 
 namespace zelvan::platform {
 
-int _getdrive() { return 0; }
+int _getdrive() { return no_drives; }
 
 unsigned GetLogicalDriveStringsA(unsigned, char*) { return 0; }
 

@@ -1,6 +1,5 @@
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/posix/resumed.h>
-#include <zelvan/platform/posix/stream_buffer.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -137,26 +136,6 @@ std::FILE* fopen(const char* path, const char* mode) {
 int _fileno(std::FILE* stream) { return ::fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::fdopen(fd, mode); }
-
-LinePart read_through_line_end(std::FILE* stream, char* buffer, int size) {
-  ::flockfile(stream);
-  LinePart part = {0, EOF};
-  char last = '\0';
-  while (part.stored < size && !is_line_end(last)) {
-    const int taken = take_buffered(stream, buffer + part.stored, size - part.stored);
-    part.stored += taken;
-    if (taken > 0) {
-      last = buffer[part.stored - 1];
-    } else {
-      const int c = getc_unlocked(stream);
-      if (c == EOF) break;
-      buffer[part.stored++] = last = static_cast<char>(c);
-    }
-  }
-  if (last == '\r' && part.stored < size) part.next = peek(stream);
-  ::funlockfile(stream);
-  return part;
-}
 
 int _access(const char* path, int mode) {
   // With the rights that the other calls act with, should the process have changed its user.

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <string>
 #include <string_view>
@@ -148,15 +149,15 @@ std::vector<char*> argument_array(std::vector<std::string>& parts) {
   return arguments;
 }
 
-/// The first word of a command, or nothing where the shell would read it in a way of its own.
+// What a shell may take for more than a part of a word, as POSIX lists it.
+constexpr const char* special_to_shells = "|&;<>()$`\\\"'\n*?[]#~=%{}!";
+
+/// Returns the first word of a command, or nothing if the shell may read it in its own way.
 std::string plain_first_word(std::string_view command) {
   const std::size_t begin = command.find_first_not_of(" \t");
   if (begin == std::string_view::npos) return {};
-  command.remove_prefix(begin);
-  const std::size_t end = command.find_first_not_of(
-      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./+-");
-  if (end != std::string_view::npos && command[end] != ' ' && command[end] != '\t') return {};
-  return std::string(command.substr(0, end));
+  const std::string_view word = command.substr(begin, command.find_first_of(" \t", begin) - begin);
+  return std::string(word.find_first_of(special_to_shells) == std::string_view::npos ? word : "");
 }
 
 int start_result(int trouble) {
@@ -179,28 +180,29 @@ int start_result(int trouble) {
   }
 }
 
-int run_in_shell(const char* command) {
-  std::string word = plain_first_word(command);
-  const std::string name = word;
-  std::vector<std::string> parts = {"sh", "-c", command};
-  bool shell_reports = false;
-  if (!word.empty()) {
-    const int trouble = find_program(&word);
-    if (trouble != 0 && name.find('/') != std::string::npos) return start_result(trouble);
-    if (trouble != 0) {
-      // No file of that name: it can still be a word of the shell's own, which the shell is
-      // asked for before it goes to work.
-      shell_reports = true;
-      parts = {
-          "sh",
-          "-c",
-          "command -v -- \"$1\" >/dev/null 2>&1 || { echo >&3; exit; }; exec 3>&-; eval \"$2\"",
-          "sh",
-          name,
-          command};
-    }
+int run_command(const char* command) {
+  const std::string name = plain_first_word(command);
+  std::vector<std::string> in_shell = {"sh", "-c", command};
+  if (name.empty()) return run({shell, argument_array(in_shell).data(), false, false});
+  std::string program = name;
+  const int trouble = find_program(&program);
+  if (trouble == 0) {
+    // The shell would do nothing but start it, and take a file that is no program for a script.
+    const bool is_plain = std::strpbrk(command, special_to_shells) == nullptr;
+    std::vector<std::string> words = is_plain ? split_command_line(command) : in_shell;
+    return run({is_plain ? program.c_str() : shell, argument_array(words).data(), false, false});
   }
-  return start_result(run({shell, argument_array(parts).data(), false, shell_reports}));
+  if (name.find('/') != std::string::npos) return trouble;
+  // It can still be a word of the shell's own, which the shell is asked for before it goes to work.
+  std::vector<std::string> if_known = {
+      "sh",
+      "-c",
+      "command -v -- \"$1\" >/dev/null 2>&1 || { echo >&3; exit; }; exec 3>&-; eval \"$2\"",
+      "sh",
+      name,
+      command};
+  const int result = run({shell, argument_array(if_known).data(), false, true});
+  return result == ENOENT ? trouble : result;
 }
 
 }  // namespace
@@ -216,7 +218,7 @@ int CreateProcessA(const char* command_line) try {
 }
 
 int WinExec(const char* command) try {
-  return run_in_shell(command);
+  return start_result(run_command(command));
 } catch (const std::bad_alloc&) {
   return start_result(ENOMEM);
 }

@@ -39,6 +39,18 @@ bool make_writable(const std::wstring& path) {
   return ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
+bool is_there(const std::wstring& path) {
+  return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// Deletes a file, read-only or not. The reason of an earlier failure is kept.
+void remove(const std::wstring& path) {
+  const DWORD why = ::GetLastError();
+  make_writable(path);
+  ::DeleteFileW(path.c_str());
+  ::SetLastError(why);
+}
+
 /// The absolute path of an open file, without links; empty on failure.
 std::wstring path_of(HANDLE file) {
   std::wstring path(::GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
@@ -56,22 +68,35 @@ class Replacement {
   }
 
   ~Replacement() {
-    const DWORD why = ::GetLastError();
-    if (!has_own_name_) return;
-    make_writable(own_name_);
-    ::DeleteFileW(own_name_.c_str());
-    ::SetLastError(why);
+    if (has_own_name_) remove(own_name_);
   }
 
   bool is_complete() const { return has_own_name_; }
 
+  /// Sends the content to the disk. The copy has no attributes then: a read-only file could not be
+  /// opened for that.
+  bool reach_the_disk() {
+    if (!make_writable(own_name_)) return false;
+    const Handle file(open_existing(own_name_.c_str(), GENERIC_WRITE));
+    return file.is_open() && ::FlushFileBuffers(file.get());
+  }
+
+  bool set_attributes(DWORD attributes) {
+    return ::SetFileAttributesW(own_name_.c_str(), attributes);
+  }
+
   /// Takes the place of a file that is there, and its permissions. Were that to reach the disk
-  /// ahead of the content, a crash would leave neither.
+  /// before the content, a crash would leave neither.
   bool replace_target() {
-    has_own_name_ = !make_writable(own_name_) || !reach_the_disk() ||
-                    !::ReplaceFileW(target_.c_str(), own_name_.c_str(), nullptr,
-                                    REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
-    return !has_own_name_;
+    if (!reach_the_disk()) return false;
+    if (::ReplaceFileW(target_.c_str(), own_name_.c_str(), backup().c_str(),
+                       REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
+      has_own_name_ = false;
+      remove(backup());
+      return true;
+    }
+    put_target_back();
+    return false;
   }
 
   /// Takes a name, which must be free unless the flags say otherwise.
@@ -81,19 +106,30 @@ class Replacement {
   }
 
  private:
-  /// Other threads and processes make such files as well; each takes a name that is free.
+  /// Other threads and processes make such files as well; each takes a name that is free. So must
+  /// be the backup's, since what it is put over would be lost.
   void create(const wchar_t* source) {
     const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
     for (int i = 0; i < most_names_tried; ++i) {
       own_name_ = folder + L".zelvan-" + std::to_wstring(::_getpid()) + L'-' + std::to_wstring(i);
+      if (is_there(backup())) continue;
       has_own_name_ = ::CopyFileW(source, own_name_.c_str(), TRUE);
       if (has_own_name_ || ::GetLastError() != ERROR_FILE_EXISTS) return;
     }
   }
 
-  bool reach_the_disk() const {
-    const Handle file(open_existing(own_name_.c_str(), GENERIC_WRITE));
-    return file.is_open() && ::FlushFileBuffers(file.get());
+  /// The system renames the target to this before it renames the copy. Without a backup it would
+  /// delete the target, and should the second step fail, there would be neither.
+  std::wstring backup() const { return own_name_ + L".old"; }
+
+  /// Undoes a replacement that failed between its two steps. If that fails as well, both files stay
+  /// under the names that they have: either may be the only one to have its content.
+  void put_target_back() {
+    const DWORD why = ::GetLastError();
+    if (!is_there(target_) && !::MoveFileExW(backup().c_str(), target_.c_str(), 0)) {
+      has_own_name_ = false;
+    }
+    ::SetLastError(why);
   }
 
   const std::wstring target_;
@@ -139,13 +175,19 @@ bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
     return refuse(ERROR_NOT_SAME_DEVICE);
   }
   Replacement copy(from, to);
-  if (!copy.is_complete() || !copy.become_target(MOVEFILE_WRITE_THROUGH)) return false;
+  if (!copy.is_complete() || !copy.reach_the_disk() || !copy.set_attributes(attributes) ||
+      !copy.become_target(MOVEFILE_WRITE_THROUGH)) {
+    return false;
+  }
   if (make_writable(from) && ::DeleteFileW(from)) return true;
   const DWORD why = ::GetLastError();
-  ::SetFileAttributesW(from, attributes);
-  make_writable(to);
-  ::DeleteFileW(to);  // the file is where it was
-  return refuse(why);
+  if (is_there(from)) {
+    ::SetFileAttributesW(from, attributes);
+    remove(to);  // the file is where it was
+    return refuse(why);
+  }
+  // On a network the answer to a deletion can get lost. Unless the source is gone, both names stay.
+  return ::GetLastError() == ERROR_FILE_NOT_FOUND || refuse(why);
 }
 
 bool move_file(const wchar_t* from, const wchar_t* to) {

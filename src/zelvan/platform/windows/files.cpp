@@ -14,7 +14,6 @@
 namespace zelvan::platform {
 namespace {
 
-constexpr unsigned any_write = 0222;      // of a Unix mode
 constexpr std::size_t longest_mode = 62;  // of a stream
 
 /// A handle passes through an `int`: of its 64 bits only the lower 32 are in use.
@@ -48,8 +47,6 @@ HANDLE handle_under(int fd) { return reinterpret_cast<HANDLE>(::_get_osfhandle(f
 
 int _open(const char* path, int flags, int mode) {
   constexpr int access_mask = _O_WRONLY | _O_RDWR;
-  constexpr int known =
-      access_mask | _O_APPEND | _O_CREAT | _O_TRUNC | _O_EXCL | _O_TEXT | _O_BINARY;
   const int access = flags & access_mask;
   if (access == access_mask || (access == _O_RDONLY && (flags & _O_TRUNC) != 0)) {
     errno = EINVAL;
@@ -57,9 +54,7 @@ int _open(const char* path, int flags, int mode) {
   }
   const SystemPath name(path);
   if (access != _O_RDONLY && is_protected(name)) return -1;
-  const bool is_writable = (static_cast<unsigned>(mode) & any_write) != 0;
-  return ::_wopen(name.get(), (flags & known) | _O_NOINHERIT,
-                  is_writable ? _S_IREAD | _S_IWRITE : _S_IREAD);
+  return ::_wopen(name.get(), flags | _O_NOINHERIT, mode);
 }
 
 int _close(int fd) { return ::_close(fd); }
@@ -106,20 +101,6 @@ std::FILE* fopen(const char* path, const char* mode) {
 int _fileno(std::FILE* stream) { return ::_fileno(stream); }
 
 std::FILE* _fdopen(int fd, const char* mode) { return ::_fdopen(fd, mode); }
-
-LinePart read_through_line_end(std::FILE* stream, char* buffer, int size) {
-  ::_lock_file(stream);
-  LinePart part = {0, EOF};
-  char last = '\0';
-  while (part.stored < size && last != '\n' && last != '\r') {
-    const int c = std::getc(stream);
-    if (c == EOF) break;
-    buffer[part.stored++] = last = static_cast<char>(c);
-  }
-  if (last == '\r' && part.stored < size) part.next = std::ungetc(std::getc(stream), stream);
-  ::_unlock_file(stream);
-  return part;
-}
 
 int _access(const char* path, int) {
   return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES ? 0 : -1;

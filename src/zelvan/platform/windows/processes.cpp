@@ -27,11 +27,7 @@ int CreateProcessA(const char* command_line) try {
   return 0;
 }
 
-int WinExec(const char* command) {
-  constexpr int no_memory = 8;
-  const unsigned result = ::WinExec(command, SW_SHOW);
-  return result != 0 ? static_cast<int>(result) : no_memory;
-}
+int WinExec(const char* command) { return static_cast<int>(::WinExec(command, SW_SHOW)); }
 
 int _getpid() { return ::_getpid(); }
 

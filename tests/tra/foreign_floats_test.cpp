@@ -1,0 +1,70 @@
+#include <zelvan/tra/foreign_floats.h>
+
+#include "support/float_models.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::ibm_of;
+using support::ieee_of;
+using support::Word;
+
+constexpr unsigned short singles = 0xA4, doubles = 0xB8;
+constexpr int to_ibm = 4, to_ieee = 16;
+
+/// Converts a number that is written down as in memory, the byte with the sign first.
+Word converted(int format, unsigned short type, Word number) {
+  const int unused = type == singles ? 32 : 0;
+  Word bytes = __builtin_bswap64(number << unused);
+  tra_convert_flpt(format, type, 1, &bytes, &bytes);
+  return __builtin_bswap64(bytes) >> unused;
+}
+
+TEST(ConvertFlpt, TurnsKnownNumbersIntoOneAnother) {
+  const auto expect = [](int format, unsigned short type, Word from, Word to, const char* why) {
+    const Word result = converted(format, type, from);
+    EXPECT_EQ(result, to) << why << std::hex << ": 0x" << from << " became 0x" << result;
+  };
+  expect(to_ibm, singles, 0xC2ED4000, 0xC276A000, "-118.625 is -0.76A (hexadecimal) times 16^2");
+  expect(to_ibm, singles, 0x3DCCCCCD, 0x40199999, "0.1 loses its last bits");
+  expect(to_ibm, singles, 0x00000001, 0x1B800000, "2^-149 is 0.8 times 16^-37");
+  expect(to_ieee, singles, 0x21100000, 0x00200000, "2^-128 is a denormal");
+  expect(to_ieee, singles, 0xC1000000, 0xFFFFFFFF, "a zero fraction is NaN");
+  expect(to_ibm, doubles, 0x4FB0000000000000, 0x7FFFFFFFFFFFFFFF, "2^252 is too large");
+  expect(to_ieee, doubles, 0x8000000000000000, ~Word{0}, "a zero fraction with a sign is NaN");
+}
+
+// The model works out values. Each exponent stands with fractions next to each power of two.
+TEST(ConvertFlpt, AgreesWithAModelOfTheValues) {
+  for (Word i = 0; i < 4096 * 53 * 3 && !HasFailure(); ++i) {
+    const Word number = (i / 159 << 52) + (Word{1} << i / 3 % 53) + i % 3 - 1, high = number >> 32;
+    EXPECT_EQ(converted(to_ibm, doubles, number), ibm_of(number, 56)) << std::hex << number;
+    EXPECT_EQ(converted(to_ieee, doubles, number), ieee_of(number, 56)) << std::hex << number;
+    EXPECT_EQ(converted(to_ibm, singles, high), ibm_of(high, 24)) << std::hex << high;
+    EXPECT_EQ(converted(to_ieee, singles, high), ieee_of(high, 24)) << std::hex << high;
+  }
+}
+
+TEST(ConvertFlpt, LooksAtSixBitsOfTheFormat) {
+  EXPECT_EQ(converted(0x107, singles, 0x3F800000), 0x41100000u) << "as format 4, to IBM";
+  std::string text = "0123456789";
+  tra_convert_flpt(3, singles, 2, &text[0], &text[1]);
+  EXPECT_EQ(text, "0012345679") << "as format 0, which moves";
+}
+
+// A status of 9 says that the call has returned.
+TEST(ConvertFlptDeathTest, ReportsAnUnknownConversionAndReturns) {
+  const auto convert_nothing = [](int format, unsigned short type) {
+    tra_convert_flpt(format, type, 0, nullptr, nullptr);
+    exit(9);
+  };
+  const char line[] =
+      "^ZVN MSG\\(.*tra_prm0.cpp,.+\\): tra_convert_flpt: unimplemented conversion\n$";
+  EXPECT_EXIT(convert_nothing(8, doubles), testing::ExitedWithCode(9), line);
+  EXPECT_EXIT(convert_nothing(to_ibm, 0x84), testing::ExitedWithCode(9), line);
+}
+
+}  // namespace
