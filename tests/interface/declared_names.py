@@ -88,8 +88,12 @@ def names_of(text, scope=""):
             head = head[access.end():]
         kind = re.match(r"(?:typedef\s+)?(?:class|struct)\s+(?:ZELVAN_API\s+)?(\w+)(?:\s+final)?"
                         r"(?:\s*:[^{]*)?$", head)
-        if body is not None and re.match(r"namespace\b|extern \"C\"$", head):
-            yield from names_of(body, scope)
+        space = re.match(r"namespace (\w+)$", head)
+        if body is not None and space:
+            own = "|".join(re.findall(r"\b(?:struct|class) (\w+)", body)) or "(?!)"
+            own = re.compile(rf"(?<![\w:])({own})\b")
+            yield from (f"{space[1]}::" + own.sub(rf"{space[1]}::\1", name)
+                        for name in names_of(body, scope))
         elif body is not None and kind:
             yield from names_of(body, f"{kind[1]}::")
             if re.search(r"\bvirtual\b|\boverride\b", body):

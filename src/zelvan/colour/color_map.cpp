@@ -1,5 +1,6 @@
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/detail/closest_color.h>
+#include <zelvan/detail/array_size.h>
 
 #include <algorithm>
 #include <climits>
@@ -17,9 +18,10 @@ struct {
   int distance;
 } last_answer;
 
-/// `count` black entries; null for none, and when the heap refuses.
+/// Returns `count` black entries; null for none, and when the heap refuses.
 ColorRGB* new_colors(unsigned int count) {
-  return count == 0 ? nullptr : new (std::nothrow) ColorRGB[count];
+  if (count == 0 || !zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
+  return new (std::nothrow) ColorRGB[count];
 }
 
 bool are_equal(const ColorRGB& a, const ColorRGB& b) {
@@ -66,10 +68,13 @@ zelvan::Closest zelvan::closest_to_beat(const ColorMap& map) {
 
 int zelvan::closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
                            int* distance) {
-  last_answer = {target.red, target.green, target.blue, static_cast<int>(found.index),
-                 map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], target)};
-  *distance = last_answer.distance;
-  return last_answer.index;
+  const ColorRGB key = target;  // which may lie where the distance goes
+  const int index = static_cast<int>(found.index);
+  const int reported = map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], key);
+  *distance = reported;
+  // Another thread may store here at any time, so nothing of it is read back.
+  last_answer = {key.red, key.green, key.blue, index, reported};
+  return index;
 }
 
 ColorMap::ColorMap(int size, int max_value0)
@@ -104,6 +109,11 @@ unsigned short ColorMap::SetIndex(int index, unsigned short reserved, char* text
   return colors[index].SetValue(reserved, text);
 }
 
+unsigned short ColorMap::SetIndex(int index, const char* text) {
+  if (index < 0 || static_cast<unsigned int>(index) >= map_size) return 0;
+  return colors[index].SetValue(text);
+}
+
 unsigned short ColorMap::SetRGBIndex(int index, float red, float green, float blue) {
   if (index < 0 || static_cast<unsigned int>(index) >= map_size) return 0;
   return colors[index].SetRGBColor(red, green, blue);
@@ -123,10 +133,12 @@ unsigned short ColorMap::Identical(ColorMap* other) {
 }
 
 int ColorMap::GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh) {
-  const ColorRGB last(last_answer.red, last_answer.green, last_answer.blue);
-  if (fresh == 0 && are_equal(*target, last)) {
-    *distance = last_answer.distance;
-    return last_answer.index;
+  if (fresh == 0) {
+    const ColorRGB last(last_answer.red, last_answer.green, last_answer.blue);
+    if (are_equal(*target, last)) {
+      *distance = last_answer.distance;
+      return last_answer.index;
+    }
   }
 
   const zelvan::Closest found =

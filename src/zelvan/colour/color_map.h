@@ -1,13 +1,13 @@
 /// Tables of colours that a pen selects, and the search for the pen closest to a colour.
 ///
 /// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
-/// negative is an unset slot, which no search finds. Indices that are tested give 0 where they
-/// don't fit, and the map stays as it is.
+/// negative is an unset slot, which the searches for a close colour pass over.
 ///
 /// Threads: all searches share one memory of the last answer, without a lock. A search with
 /// `fresh` 1 only writes it, so its own result is safe; searches with `fresh` 0 belong on one
-/// thread, with no other search beside them. `SetIndex` uses the field parser: one thread at a
-/// time. Else one map may be read by many threads, and who changes it excludes the others.
+/// thread, with no other search beside them. `SetIndex` with three arguments parses in the one
+/// record of `str_parse`: one thread at a time. Otherwise many threads may read one map, and a
+/// thread that changes it excludes the others.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -55,12 +55,16 @@ class ColorMap {
 
   // ---- setting entries
 
-  /// Sets entry `index` as `ColorRGB::SetValue` does, and gives its result; 0 for an `index` that
+  /// Sets entry `index` as `ColorRGB::SetValue` does, and returns its result; 0 for an `index` that
   /// the map doesn't have. The channels are on the scale 255, whatever the map's is.
+  ZELVAN_API unsigned short SetIndex(int index, const char* text);
+
+  /// Sets entry `index` as `SetIndex(index, text)` does, by way of `str_parse`: it overwrites the
+  /// record and the text that `str_parse` returned before. `reserved` plays no part: pass 0.
   ZELVAN_API unsigned short SetIndex(int index, unsigned short reserved, char* text);
 
-  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, likewise: channels of 0 to 1 go to the
-  /// scale 255.
+  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, and returns its result; 0 for an `index`
+  /// that the map doesn't have. Channels of 0 to 1 go to the scale 255, whatever the map's is.
   ZELVAN_API unsigned short SetRGBIndex(int index, float red, float green, float blue);
 
   /// Copies the colour into entry `index`. Requires: 0 <= `index` < `map_size`, and `color` is not
@@ -82,7 +86,7 @@ class ColorMap {
   /// The index of the entry closest to `*target`, by the sum of the squared differences of its
   /// channels, reckoned in `float`. Of equally close entries it is the lowest.
   ///
-  /// Entry 0 is left out: its index comes back only if no other entry is closer than the far
+  /// Entry 0 is left out: its index comes back only if all others are unset or beyond the far
   /// end of the scale. `*distance` becomes the mean of the three absolute differences, rounded:
   /// so it may be 0 for a neighbour one step away. In an empty map the index is 0, and the
   /// distance the largest `int`.
@@ -96,7 +100,8 @@ class ColorMap {
 
   /// The index of the closest entry that is another colour than `*target`, by the sum of the
   /// squared differences of its channels in 32 bits; the lowest of equals. Entry 0 counts. 0 if
-  /// there is none. Nothing of the last answer is read or written. Requires: no null pointer.
+  /// all of them are beyond the far end of the scale or there is none. Nothing of the last answer
+  /// is read or written. Requires: no null pointer.
   ZELVAN_API int GetSimilarColor(ColorRGB* target);
 
   /// 1 if one of the first `list->rw_count` entries is the colour, or differs from it by less

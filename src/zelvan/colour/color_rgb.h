@@ -3,8 +3,8 @@
 /// The scale is 255 wherever the library chooses one. No operation clamps a channel. Operations
 /// that can refuse give 1, or 0 with the colour as it was.
 ///
-/// Threads: plain values, so every operation may run on any thread, save `SetValue`, which uses
-/// the field parser and its one record: one thread at a time.
+/// Threads: plain values, so every operation may run on any thread, save `SetValue` with two
+/// arguments, which parses in the one record of `str_parse`: one thread at a time.
 #pragma once
 
 #include <zelvan/colour/color_value.h>
@@ -62,16 +62,23 @@ class ColorRGB {
   /// Requires: no null pointer.
   ZELVAN_API unsigned short FindNameForRgb(char** name);
 
-  /// Takes the colour that a text gives, in one of three forms:
+  /// Takes the colour that a text describes, in one of three forms:
   ///
   ///     RGB 1 0.5 0           channels of 0 to 1
   ///     HSV 240 1 1           as SetHSVColor takes them
   ///     Name "dark blue"      as FindName takes it
   ///
   /// The case of keyword and name is ignored. The fields are those of `str_parse`: a word or a
-  /// string in place of a number counts as 0, and text behind the last operand is ignored.
+  /// string in place of a number counts as 0, and text after the last operand is ignored.
   /// Refuses an unknown keyword or name, a missing operand, a number out of range, a null
-  /// pointer. The first argument plays no part.
+  /// pointer. Keeps nothing, and may run on any thread while the process keeps its locale.
+  ZELVAN_API unsigned short SetValue(const char* text);
+
+  /// Takes the colour that a text describes, as `SetValue(text)` does, by way of `str_parse`.
+  ///
+  /// It overwrites the record and the text that `str_parse` returned before. So a walk over a line
+  /// by `str_parse` must not call it, unless it has copied what it still needs, `next` above all;
+  /// `SetValue(text)` may be called there. `reserved` plays no part: pass 0. One thread at a time.
   ZELVAN_API unsigned short SetValue(unsigned short reserved, char* text);
 
   /// Unpacks red, green and blue, on the scale 255, from the bits 0-7, 8-15 and 16-23; the upper

@@ -1,8 +1,9 @@
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/colour/detail/named_color_table.h>
+#include <zelvan/detail/bytes_at_once.h>
+#include <zelvan/detail/name.h>
+#include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
-#include <zelvan/var/detail/bytes_at_once.h>
-#include <zelvan/var/detail/name.h>
 #include <zelvan/var/name_table.h>
 
 #include <algorithm>
@@ -129,6 +130,28 @@ enum ColorModel { model_rgb, model_hsv, model_name };
 constexpr VarNameValue color_models[] = {
     {"RGB", model_rgb}, {"HSV", model_hsv}, {"Name", model_name}, {nullptr, 0}};
 
+/// Sets `color` by a text whose fields `next_field` reads, and returns 1; 0 where SetValue refuses.
+template <class NextField>
+unsigned short set_by_fields(ColorRGB* color, NextField next_field) {
+  const str_field* field = next_field();
+  int model;
+  if (field->type == STR_END || !VarLookupInt(color_models, field->text, &model)) return 0;
+
+  if (model == model_name) {
+    field = next_field();
+    return field->type == STR_END ? 0 : color->FindName(field->text);
+  }
+
+  float operands[3];
+  for (float& operand : operands) {
+    field = next_field();
+    if (field->type == STR_END) return 0;
+    operand = static_cast<float>(field->value);
+  }
+  return model == model_rgb ? color->SetRGBColor(operands[0], operands[1], operands[2])
+                            : color->SetHSVColor(operands[0], operands[1], operands[2]);
+}
+
 /// True if the bits of all channels together make a number from 0 to 255.
 bool are_channels(int red, int green, int blue) { return ((red | green | blue) & ~0xFF) == 0; }
 
@@ -162,21 +185,18 @@ unsigned short ColorRGB::FindNameForRgb(char** name) {
 }
 
 unsigned short ColorRGB::SetValue(unsigned short /*reserved*/, char* text) {
-  const str_field* field = str_parse(text);
-  int model;
-  if (field->type == STR_END || !VarLookupInt(color_models, field->text, &model)) return 0;
+  return set_by_fields(this, [text]() mutable {
+    const str_field* const field = str_parse(text);
+    text = field->next;
+    return field;
+  });
+}
 
-  if (model == model_name) {
-    field = str_parse(field->next);
-    return field->type == STR_END ? 0 : FindName(field->text);
-  }
-
-  float operands[3];
-  for (float& operand : operands) {
-    field = str_parse(field->next);
-    if (field->type == STR_END) return 0;
-    operand = static_cast<float>(field->value);
-  }
-  return model == model_rgb ? SetRGBColor(operands[0], operands[1], operands[2])
-                            : SetHSVColor(operands[0], operands[1], operands[2]);
+unsigned short ColorRGB::SetValue(const char* text) {
+  zelvan::field_record record;
+  return set_by_fields(this, [text, &record]() mutable {
+    const str_field* const field = zelvan::read_field(text, &record);
+    text = field->next;
+    return field;
+  });
 }

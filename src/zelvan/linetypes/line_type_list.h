@@ -32,9 +32,11 @@ class ZELVAN_API CLineTypeDefList {
   /// Adds a line type, or finds the one that is equal to it. Gives the index under which the
   /// table has it, and tells in `already_there` whether it had it before.
   ///
-  /// Added, `definition` belongs to the list. Another line type of the same index gets it a new
-  /// one, which is set in it: one above every index that was ever in the table. Found, it stays
-  /// the caller's, its own index untouched, unless it is the very object that the list holds.
+  /// Added, `definition` belongs to the list. Where another line type has its index, it gets a new
+  /// one, which is set in it: one above every index under which a definition was ever added. What
+  /// `CLineTypeDefinition::SetIndex` did to a definition in the table since then doesn't count.
+  /// Found, it stays the caller's, its own index untouched, unless it is the very object that the
+  /// list holds.
   ///
   /// -1, not `already_there` and still the caller's: the table of 850 is full, the index of
   /// `definition` is 0, or it would have to go in with the index 0xFFFFFFFF, which reads as -1

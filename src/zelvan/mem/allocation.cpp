@@ -44,8 +44,10 @@ MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
   return table;
 }
 
-/// Gives the list 16 more rows; false, with nothing changed, if the heap refuses.
+/// Gives the list 16 more rows; false, with nothing changed, if the heap refuses or no `int` counts
+/// them.
 bool grow(MemList* list) {
+  if (list->n_entries > INT_MAX - rows_at_a_time) return false;
   const int n_entries = list->n_entries + rows_at_a_time;
   MemEntry* const table = new_table(list->entries, list->n_entries, n_entries);
   if (table == nullptr) return false;

@@ -143,8 +143,9 @@ ZELVAN_C_API void MemListDelete(MemList** list);
 /// A negative `size` is one that the heap refuses. Requires: `back_ptr` is not null.
 ZELVAN_C_API int MemAllocate(MemList* list, int size, void* key, void** back_ptr);
 
-/// 1 if the list would take a block of `size` bytes without an exception and without growing its
-/// table, else 0. So a full table gives 0. Requires: `list` is not null.
+/// 1 if the pool has `size` bytes left and the table a free row, else 0. So a full table results in
+/// 0, though `MemAllocate` would grow it. The heap isn't asked, which may still refuse the block,
+/// and a negative size always fits. Requires: `list` is not null.
 ZELVAN_C_API unsigned short MemAvailable(MemList* list, int size);
 
 /// The list that null stands for in `MemAllocate`, `MemFree` and `MemSetPointer`. Null, as at

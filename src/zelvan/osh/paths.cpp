@@ -83,7 +83,7 @@ int osh_verify_file_name() { return 0; }
 
 char* osh_find_exec_path(char* path) {
   const unsigned size = platform::GetFullPathNameA(path, 0, nullptr);
-  char* absolute = static_cast<char*>(std::malloc(size + 1));
+  char* absolute = static_cast<char*>(std::malloc(std::size_t{size} + 1));
   if (absolute == nullptr) return nullptr;
   // What can't be made absolute, or no longer fits as another thread changed the directory in
   // between, is an empty string: callers print it, open it and release it like any other.

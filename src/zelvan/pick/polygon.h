@@ -40,6 +40,10 @@ class ZELVAN_API CPolygon : public CPickRegion {
   /// far less towards greater y. So the unit square holds its right side and its bottom, but
   /// neither its left side nor its top, and of two polygons that share an edge exactly one
   /// holds a point on it. A NaN answers false.
+  ///
+  /// Within rounding of a slanted edge the rounded cross product decides. It depends on the
+  /// direction of the edge: of neighbours that run along their common edge in opposite directions,
+  /// both or neither may hold a point that was rounded onto it.
   bool isInside(DblPt& p, double tol) override;
   bool isInside(double x, double y, double tol) override;
 

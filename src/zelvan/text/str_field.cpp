@@ -1,26 +1,25 @@
 #include <zelvan/text/detail/written_number.h>
+#include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <initializer_list>
 #include <iterator>
 
 namespace {
 
-constexpr std::size_t buffer_size = 1600;  // so the text of a field has at most 1599 bytes
-
 /// The result of a parser and the text that it points to.
-struct Result {
-  str_field field;
-  char text[buffer_size];
-};
+using Result = zelvan::field_record;
 
-// The module's state, all zero at load. One thread at a time may be in a parser: callers see
-// to that, there is no lock.
+constexpr std::size_t buffer_size = sizeof(Result::text);  // the terminator counts
+
+// The module's state, all zero at load. One thread at a time may be in one of the three parsers
+// that use it: callers see to that, there is no lock.
 Result parse_result;            // of str_parse and str_parseEx
 Result vvcp_result;             // of str_parse_vvcp
 char number_text[buffer_size];  // the text of numbers, of all three
@@ -70,8 +69,9 @@ char* skip_digits(char* p) {
   return p;
 }
 
-// A text may lie in the very buffer that its fields are copied to, since a caller may hand over
-// what an earlier call gave. So nothing is written ahead of what has been read.
+// The text may lie in the very buffer that a word or string is copied to, since a caller may hand
+// over what an earlier call returned. So no byte of it is overwritten before it has been read. With
+// numbers it is not so: the copy is terminated where the exponent of such a text begins.
 
 /// The number of characters ahead of the first of `stops`.
 std::size_t distance_to(const Stops& stops, const char* text) {
@@ -162,8 +162,8 @@ struct Mantissa {
   std::uint64_t whole;      // what the digits are without the point, as long as they are few
 };
 
-/// Reads the mantissa at `p`, and copies what may be kept of it, in one pass.
-Mantissa scan_mantissa(const char* p) {
+/// Reads the mantissa at `p`, and copies what may be kept of it to `number_text`, in one pass.
+Mantissa scan_mantissa(const char* p, char* number_text) {
   std::ptrdiff_t n = 0;
   std::uint64_t whole = 0;
   const auto scan_digits = [&] {
@@ -200,10 +200,11 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return true;
 }
 
-/// A word if what is written there doesn't hold together as a number.
-[[gnu::noinline]] str_field* scan_number(char* p, Result& result) {
+/// A word if what is written there doesn't hold together as a number. Otherwise its text goes to
+/// `number_text`.
+[[gnu::noinline]] str_field* scan_number(char* p, Result& result, char* number_text) {
   if (!may_be_number(p)) return scan_word(p, result);
-  const Mantissa mantissa = scan_mantissa(p);
+  const Mantissa mantissa = scan_mantissa(p, number_text);
   // Surplus digits are cut off the written form, even ahead of the point: the value shrinks.
   const std::ptrdiff_t surplus = std::max<std::ptrdiff_t>(mantissa.digits - kept_digits, 0);
   auto length = static_cast<std::size_t>(mantissa.length - surplus);
@@ -241,19 +242,31 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return &result.field;
 }
 
-str_field* parse(char* p, StringRules rules, Result& result);
-
-/// For a character of which the C library has to be asked, or the end.
-[[gnu::noinline]] str_field* parse_unclear(char* p, StringRules rules, Result& result) {
-  const auto next = [&p] { return static_cast<unsigned char>(*p); };
-  if (std::isspace(next())) {
-    while (std::isspace(next())) ++p;
-    return parse(p, rules, result);
-  }
-  return *p != '\0' && std::isprint(next()) ? scan_word(p, result) : give_end(p, result);
+/// The number by which the C library is asked about a character. 0xFF is the character -1, which
+/// is EOF there: neither blank nor printable in any locale, though Latin-1 has a letter in its
+/// place. Any other character has the answers of its unsigned number, in which form every C library
+/// takes it.
+int number_to_ask_by(char c) {
+  const auto number = static_cast<unsigned char>(c);
+  return number == 0xFF ? EOF : number;
 }
 
-str_field* parse(char* p, StringRules rules, Result& result) {
+bool is_blank(char c) { return std::isspace(number_to_ask_by(c)) != 0; }
+bool is_printable(char c) { return std::isprint(number_to_ask_by(c)) != 0; }
+
+str_field* parse(char* p, Result& result, char* number_text, StringRules rules);
+
+/// For a character of which the C library has to be asked, or the end.
+[[gnu::noinline]] str_field* parse_unclear(char* p, Result& result, char* number_text,
+                                           StringRules rules) {
+  if (is_blank(*p)) {
+    while (is_blank(*p)) ++p;
+    return parse(p, result, number_text, rules);
+  }
+  return *p != '\0' && is_printable(*p) ? scan_word(p, result) : give_end(p, result);
+}
+
+str_field* parse(char* p, Result& result, char* number_text, StringRules rules) {
   if (p == nullptr) return give_end(p, result);
   while (*p == ' ') ++p;
   switch (kind_of(*p)) {
@@ -262,9 +275,9 @@ str_field* parse(char* p, StringRules rules, Result& result) {
     case opens_string:
       return scan_string(p, rules, result);
     case may_open_number:
-      return scan_number(p, result);
+      return scan_number(p, result, number_text);
     default:
-      return parse_unclear(p, rules, result);
+      return parse_unclear(p, result, number_text, rules);
   }
 }
 
@@ -281,10 +294,19 @@ char* skip_quoted(char* p) {
 str_field* str_parse(char* text) { return str_parseEx(text, 0); }
 
 str_field* str_parseEx(char* text, int mode) {
-  return parse(text, {mode != 1, false}, parse_result);
+  return parse(text, parse_result, number_text, {mode != 1, false});
 }
 
-str_field* str_parse_vvcp(char* text) { return parse(text, {false, true}, vvcp_result); }
+str_field* str_parse_vvcp(char* text) {
+  return parse(text, vvcp_result, number_text, {false, true});
+}
+
+const str_field* zelvan::read_field(const char* text, field_record* record, string_rules rules) {
+  const bool is_vvcp = rules == string_rules::of_str_parse_vvcp;
+  const bool dollar_closes = !is_vvcp && rules != string_rules::of_str_parse_mode_1;
+  // The text is only read. Its address goes into the field, through which the caller may read on.
+  return parse(const_cast<char*>(text), *record, record->text, {dollar_closes, is_vvcp});
+}
 
 char* str_token(char* text, char* delimiters, char** next, char* found) {
   while (*text == ' ') ++text;

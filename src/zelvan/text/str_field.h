@@ -8,11 +8,12 @@
 /// buffers of the library, one set for `str_parse` and `str_parseEx` and one for
 /// `str_parse_vvcp`, with one buffer for numbers that both share: take what you need from a
 /// result before the next call. Nothing is allocated. What is blank and what is printable is
-/// asked of the C library, so it follows the locale of the process; letters, digits and the
-/// decimal point are ASCII's in every locale.
+/// asked of the C library, so it follows the locale of the process, but the byte 0xFF is neither
+/// in any. Letters, digits and the decimal point are ASCII's in every locale.
 ///
-/// Threads: one thread at a time calls a parser, `ColorRGB::SetValue` included. `str_token` and
-/// `str_lower_string` keep nothing and may run on any thread.
+/// Threads: one thread at a time calls a parser, `ColorRGB::SetValue(0, text)` included.
+/// `str_token` and `str_lower_string` keep nothing and may run on any thread, and so may
+/// `zelvan::read_field`, the parser with a record of the caller's (read_field.h).
 #pragma once
 
 #include <zelvan/export.h>
@@ -48,6 +49,11 @@ struct str_field {
 ///   to 3 digits. It must be followed by a blank or the end; otherwise it is a word. The `text`
 ///   of a number keeps 20 digits, and its `value` is that of the `text`, correctly rounded. A
 ///   sign alone is a number of value 0.0 if a `.` follows, or a digit two places on.
+///
+///   Leading zeros count among the 20 digits, the one before the point included. So half of the
+///   numbers from 1e-4 to 1e-3 that `%.17g` prints lose a digit and don't read back: write small
+///   numbers with an exponent (`%.16e`), as 2.3009973488625243e-4 for 0.00023009973488625243.
+///   Digits before the point that are cut shrink the value: 25 of them are read as the first 20.
 /// - Anything else is a word: it runs to the next blank (no other white space) or the end.
 ///
 /// `STR_END` comes with `next` at the end of the text or at the character that can't start a

@@ -213,7 +213,8 @@ class Mtx2D {
   //
   // Reals become integers by adding 0.5 with the sign of the value and truncating: halves go
   // away from zero. Nothing is clamped: what does not fit 32 signed bits, and NaN, gives
-  // -2147483648. One point maps to the same bits through every operation below.
+  // -2147483648. One point maps to the same bits through every operation below; only the payload
+  // of a NaN can differ where two NaN meet in a sum.
   //
   // Requires, throughout: no null pointers; `out` holds as many elements as `in` and does not
   // overlap it. A count of 0 or less reads and writes nothing.

@@ -37,11 +37,12 @@ struct VarNameInfo {
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info);
 
-/// Adds a node beside the node named `reference`: behind it if `position` is 1, ahead of it
+/// Adds a node beside the node named `reference`: after it if `position` is 1, before it
 /// otherwise. With a `position` of 2 it is `VarAddNameInfo`, and `reference` plays no part.
 ///
-/// Gives the stored name; null if the name is there already or `reference` isn't, so always
-/// null for an empty list. Of several nodes named `reference` the last one counts.
+/// Returns the stored name; null if the name is there already. With another `position` than 2 also
+/// null if `reference` is not there, so always for an empty list. Of several nodes named
+/// `reference` the last one counts.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarInsertNameInfo(VarNameInfo** list, const char* name, void* info, int position,

@@ -10,7 +10,7 @@
 
 /// A row of a keyword table. A row with a null `name` ends the table.
 struct VarNameValue {
-  const char* name;  ///< the keyword
+  const char* name;  ///< the keyword, commonly a literal: that is why it is `const`
   short value;       ///< its number; of equal ones the first row counts
 };
 

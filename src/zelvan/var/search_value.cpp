@@ -2,9 +2,9 @@
 // an item begins behind one and its separators, or with the text. The first item that answers is
 // the one that the walk finds, if it gets there.
 
-#include <zelvan/var/detail/bytes_at_once.h>
+#include <zelvan/detail/bytes_at_once.h>
+#include <zelvan/detail/name.h>
 #include <zelvan/var/detail/commas.h>
-#include <zelvan/var/detail/name.h>
 #include <zelvan/var/search_value.h>
 
 #include <algorithm>

@@ -55,8 +55,10 @@ ZELVAN_API void* wipc_accept_connection(void);
 
 /// Connects to the primary on `host`. Gives the session at the secondary end, or null.
 ///
-/// Each port is tried five times within three seconds, since the primary gets ready for the
-/// second connection only after it has seen the first.
+/// Each port is tried up to five times, with pauses of three seconds in all, since the primary gets
+/// ready for the second connection only after it has seen the first. So a port that refuses fails
+/// after about three seconds. A host that doesn't answer holds each attempt for as long as the
+/// system waits for a connection, which can be minutes.
 ZELVAN_API void* wipc_connect_session(char* host, int primary_port, int secondary_port);
 
 /// Ends a session; the handle is dead afterwards. Null does nothing. What is queued is released.

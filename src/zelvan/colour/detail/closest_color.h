@@ -42,8 +42,8 @@ Closest closest_in_vectors(const ColorRGB* colors, unsigned int from, unsigned i
 /// What there is to beat when a search begins: one more than entries of the map can be apart.
 Closest closest_to_beat(const ColorMap& map);
 
-/// The answer of `ColorMap::GetClosestColor` once the entry is found: its index, and the distance
-/// that is reported. It becomes the last answer.
+/// Returns the answer of `ColorMap::GetClosestColor` once the entry is found: its index, and in
+/// `*distance` the distance that is reported. Stores both as the last answer, which it never reads.
 int closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
                    int* distance);
 

@@ -1,4 +1,5 @@
 #include <zelvan/colour/detail/closest_index.h>
+#include <zelvan/detail/array_size.h>
 #include <zelvan/detail/instruction_set.h>
 
 #include <new>
@@ -44,6 +45,7 @@ ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(ma
   if (searches < fewest_searches || map.map_size < fewest_entries) return;
   if (map.max_value > largest_channel) return;
   const unsigned int n_blocks = map.map_size / ColorBlock::size + 3;
+  if (!is_possible_array<ColorBlock>(n_blocks)) return;
   first_.reset(new (std::nothrow) unsigned int[largest_channel + 3]());
   std::unique_ptr<ColorBlock[]> blocks(new (std::nothrow) ColorBlock[n_blocks]);
   if (first_ == nullptr || blocks == nullptr) return;

@@ -24,7 +24,7 @@ void ClipArena::keep_newest() {
 
 bool ClipArena::add_block(std::size_t least_size) {
   const std::size_t grown = newest_ != nullptr ? 2 * newest_->size : 8 * sizeof own_block_;
-  const std::size_t size = std::max(least_size, grown);
+  const std::size_t size = std::max(least_size, std::min(grown, most_bytes));
   auto* block = static_cast<Block*>(std::malloc(sizeof(Block) + size));
   if (block == nullptr) return false;
   block->previous = newest_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <type_traits>
 
@@ -23,6 +24,7 @@ class ClipArena {
   template <class T>
   T* make(std::size_t count) {
     static_assert(std::is_trivial_v<T> && alignof(T) <= alignment);
+    if (count > most_bytes / sizeof(T)) return nullptr;
     void* memory = take(count * sizeof(T));
     return memory != nullptr ? new (memory) T[count] : nullptr;
   }
@@ -43,6 +45,9 @@ class ClipArena {
     Block* previous;
     std::size_t size;  // of the bytes behind this header
   };
+
+  /// No heap has more in one block. What is less can be rounded up and doubled in 32 bits, too.
+  static constexpr std::size_t most_bytes = (PTRDIFF_MAX - sizeof(Block)) / alignment * alignment;
 
   void* take(std::size_t size) {
     size = (size + alignment - 1) / alignment * alignment;

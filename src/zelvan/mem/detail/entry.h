@@ -18,7 +18,7 @@ constexpr MemEntry empty_entry = {nullptr, 0, 0, nullptr, nullptr, 0, 0, -1};
 /// Writes one line of the trace. Callers test `mem_trace` first.
 __attribute__((format(printf, 1, 2))) void MemTrace(const char* format, ...);
 
-/// A pointer as the trace shows it, by `%#zx`.
+/// A pointer as the trace shows it, by `%#llx`.
 inline unsigned long long bits_of(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }

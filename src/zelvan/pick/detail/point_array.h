@@ -1,8 +1,9 @@
 /// The arrays of points that polylines and polygons own: blocks of `malloc`, never shared.
 ///
-/// Every function gives null, and takes nothing, when there is no point or the heap refuses.
+/// Every function returns null, and takes nothing, when there is no point or the heap refuses.
 #pragma once
 
+#include <zelvan/detail/array_size.h>
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/points.h>
 
@@ -13,9 +14,9 @@
 
 namespace zelvan {
 
-inline DblPt* allocate_points(unsigned int n) {
-  if (n == 0) return nullptr;
-  return static_cast<DblPt*>(std::malloc(std::size_t{n} * sizeof(DblPt)));
+inline DblPt* allocate_points(std::size_t n) {
+  if (n == 0 || !is_possible_array<DblPt>(n)) return nullptr;
+  return static_cast<DblPt*>(std::malloc(n * sizeof(DblPt)));
 }
 
 /// `n` points at the origin.

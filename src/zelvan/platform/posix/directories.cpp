@@ -2,6 +2,8 @@
 #include <zelvan/platform/files.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -40,7 +42,7 @@ std::string absolute_form(std::string_view path) {
   return form.empty() ? "/" : form;
 }
 
-/// Gives the length, or the size that would have been needed.
+/// Returns the length, or the size that would have been needed. Requires: both fit an `unsigned`.
 unsigned store(std::string_view text, char* buffer, unsigned size) {
   const auto length = static_cast<unsigned>(text.size());
   if (length >= size) return length + 1;
@@ -61,6 +63,10 @@ unsigned GetCurrentDirectoryA(unsigned size, char* buffer) try {
 
 unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
   const std::string form = absolute_form(path);
+  if (form.size() >= UINT_MAX) {  // an unsigned number can't say the size needed
+    errno = ENAMETOOLONG;
+    return 0;
+  }
   return form.empty() ? 0 : store(form, buffer, size);
 } catch (const std::bad_alloc&) {
   return 0;

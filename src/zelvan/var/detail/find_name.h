@@ -1,8 +1,8 @@
 /// Finding a name among others.
 #pragma once
 
-#include <zelvan/var/detail/bytes_at_once.h>
-#include <zelvan/var/detail/name.h>
+#include <zelvan/detail/bytes_at_once.h>
+#include <zelvan/detail/name.h>
 
 #include <cstddef>
 #include <cstdint>

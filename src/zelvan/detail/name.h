@@ -1,4 +1,4 @@
-/// How names compare in the `Var` family.
+/// How names compare: those of the `Var` family and of colours.
 #pragma once
 
 #include <array>

@@ -1,0 +1,51 @@
+/// The field parser with a record of the caller's: fields of constant text, on any thread.
+///
+///     zelvan::field_record record;
+///     const str_field* field = zelvan::read_field("line 0.25 \"a b\"", &record);
+///     for (; field->type != STR_END; field = zelvan::read_field(field->next, &record)) ...
+///
+/// Fields are those of `str_parse`, see str_field.h. That one keeps its result in a record of the
+/// library, so one thread at a time may parse, and whoever walks a line loses his field to a
+/// callee that parses as well. Here both bring a record of their own. Nothing is allocated.
+///
+/// Threads: any number at a time, each with its own record. What is blank and what is printable
+/// is asked of the C library, so the process keeps its locale while fields are read.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/text/str_field.h>
+
+namespace zelvan {
+
+/// One field and the bytes of its text. It is the caller's and needs no initialisation.
+struct field_record {
+  str_field field;  ///< its `text` points into `text` below
+  char text[1600];  ///< of a word, a string or a number, terminated
+
+  /// Not initialised.
+  field_record() = default;
+
+  /// Not to be had: the copy's field would point into the original.
+  field_record(const field_record&) = delete;
+  field_record& operator=(const field_record&) = delete;
+};
+
+/// What ends a string, and where a backslash escapes the character after it.
+enum class string_rules : int {
+  of_str_parse = 0,         ///< `"` and `$` end every string; a backslash escapes in `$` strings
+  of_str_parse_mode_1 = 1,  ///< `"` ends every string; a backslash escapes in `$` strings
+  of_str_parse_vvcp = 2     ///< `"` ends every string; a backslash escapes in every string
+};
+
+/// Reads the next field of `text` into `*record` and returns `&record->field`.
+///
+/// The result is that of `str_parse`, `str_parseEx` with a mode of 1, or `str_parse_vvcp`, as
+/// `rules` say; any other value counts as `of_str_parse`. A null `text` results in `STR_END`. The
+/// field's `text` lives until the record is used again or ends. Its `next` points into `text`,
+/// which is never written.
+///
+/// Requires: `record` is not null, and no part of `text` lies in it.
+ZELVAN_API const str_field* read_field(const char* text, field_record* record,
+                                       string_rules rules = string_rules::of_str_parse);
+
+}  // namespace zelvan
