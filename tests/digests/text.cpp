@@ -18,7 +18,7 @@ int zelvan::platform::GetLocaleInfoA(unsigned locale, unsigned type, char* buffe
 
 namespace {
 
-using Wide = std::basic_string<unsigned short>;
+using Wide = zelvan::wide_string;
 
 /// Takes the fields of a line, one parser after the other.
 void take_fields(Digest& digest, const std::string& line) {
