@@ -67,8 +67,7 @@ bool run(const Arguments& arguments, const char* form) {
   for (const Group* group : Group::all()) workloads[group->name] = group->run;
   std::map<std::string, std::string> expected;
   std::ifstream file(arguments.expected_file);
-  std::string known;
-  while (file >> known) file >> expected[known];
+  for (std::string name; file >> name;) file >> expected[name];
   for (const auto& [name, digest] : expected) workloads.try_emplace(name, nullptr);
   int groups = 0;
   int differing = 0;

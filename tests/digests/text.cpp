@@ -40,12 +40,14 @@ const Group numbers("text.numbers", [](Log& log) {
   }
 });
 
+using Wide = decltype(wtrim({}, nullptr));
+
 // Every code unit, in a token and as what ends one.
 const Group tokens("text.tokens", [](Log& log) {
   for (int i = 0; i <= 0xFFFF; ++i) {
     const auto unit = static_cast<unsigned short>(i);
-    const std::basic_string<unsigned short> text = {' ', unit, '.', '7', unit, 'b', unit, 'c'};
-    const std::basic_string<unsigned short> set = {'.', unit};
+    const Wide text = {' ', unit, '.', '7', unit, 'b', unit, 'c'};
+    const Wide set = {'.', unit};
     log("wtokenize", inputs(text, set), wtokenize(text, set));
     log("wtrim", inputs(text, set), wtrim(text, set.c_str()));
   }
