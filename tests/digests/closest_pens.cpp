@@ -4,13 +4,14 @@
 
 namespace {
 
-constexpr int scales[] = {255, 255, 100'000'000};
+constexpr int scales[] = {255, 255, 20'000};
 
 /// By kind: few colours, so that many are equally close; any; or so far apart that a `float` rounds
-/// their distance.
+/// their distances, which decides between colours with the same channels in another order.
 ColorRGB some_color(Random& random, int kind) {
-  const int range = kind == 0 ? 6 : scales[kind];
-  return {random.below(range), random.below(range), random.below(range)};
+  constexpr int ranges[] = {9, 256, 10};
+  const auto channel = [&] { return random.below(ranges[kind]) * (kind == 2 ? 1999 : 1); };
+  return {channel(), channel(), channel()};
 }
 
 void fill(ColorMap& map, Random& random, int kind) {
@@ -34,15 +35,14 @@ const Group closest_color("colour.closest_color", [](Log& log) {
   }
 });
 
-// Entries about a full scale away, where the last digit of a `float` tells whether that is too far,
-// and in every other map they differ by less than that digit.
+// Black is a full scale away: the last digit of a `float` tells whether that is too far.
 const Group far_colors("colour.far_colors", [](Log& log) {
   Random random(2);
-  for (int i = 0; i < 6000; ++i) {
-    const bool is_huge = i % 2 != 0;
-    const int scale = is_huge ? scales[2] : 2300 + i;
+  for (int i = 0; i < 20'000; ++i) {
+    const bool is_black = i % 2 == 0;
+    const int scale = is_black ? 2300 + i / 2 : scales[2];
     ColorMap map(2 + i % 19, scale);
-    if (is_huge) fill(map, random, 0);
+    if (!is_black) fill(map, random, 2);
     log_closest(log, map, {scale, scale, scale});
   }
 });
