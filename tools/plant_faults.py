@@ -146,6 +146,8 @@ def main():
     programs = programs_of(build, arguments.family)
     if arguments.digests:
         programs += digests_of(clone)
+    if not programs:
+        sys.exit("no tests of " + " ".join(arguments.family))
     reason = []
     if not is_built(build, programs) or outcome_of(build, programs, reason) != "green":
         sys.exit("not green before a fault was planted\n" + "\n".join(reason))
