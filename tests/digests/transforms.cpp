@@ -109,7 +109,7 @@ void log_decomposition(Log& log, Mtx2D m) {
   log("GetRotation", inputs(m), m.GetRotation());
 }
 
-// Whole quarter turns, and turns so close to them that the angle snaps, or not.
+// Whole degrees and angles beside them: close to a quarter turn the angle snaps, or not.
 const Group rotate("transforms.rotate", [](Log& log) {
   const double beside[] = {0.0, 1e-7, 0.1, -0.1};
   Random random(7);
