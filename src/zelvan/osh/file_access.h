@@ -80,7 +80,7 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 /// Opens a file, binary. A descriptor of 0 to 32767, or -1; a call that fails truncates nothing.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
-/// out. On Windows flags that aren't listed above are those of the runtime's `_open`; elsewhere
+/// out. On Windows flags that aren't listed above are passed on to the runtime; elsewhere
 /// they have no effect. Refused: a directory, read and write both asked for by `1 | 2`, and
 /// truncating a file that is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
@@ -248,12 +248,11 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 /// file in the meantime is lost. A directory's new name is reserved by an empty directory. If the
 /// process is killed in that moment, both names stay.
 ///
-/// A regular file, and nothing else, may move to another file system: no directory, symbolic link or
-/// device. The file keeps its permissions,
-/// access list and times and, where possible, its owner and group as above, but no other extended
-/// attributes. If its permissions or list can't be kept there, or if it can't be removed here, the
-/// move is refused. If it can't be told whether it was removed, the call fails and the copy stays.
-/// On Windows it inherits permissions from its new directory.
+/// A regular file may move to another file system; directories, symbolic links and devices may not.
+/// The file keeps its permissions, access list and times and, where possible, its owner and group
+/// as above, but no other extended attributes. If its permissions or list can't be kept there, or
+/// if it can't be removed here, the move is refused. If it can't be told whether it was removed,
+/// the call fails and the copy stays. On Windows it inherits permissions from its new directory.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is
