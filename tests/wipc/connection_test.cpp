@@ -3,6 +3,7 @@
 
 #include "wipc/scripted_peer.h"
 
+#include <support/heap.h>
 #include <support/system.h>
 
 // What happens in a pause, which is over at once, and how long all of them would have been.
@@ -26,28 +27,27 @@ void zelvan::platform::Sleep(std::uint64_t milliseconds) {
 
 TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
   const struct {
-    void (*set)(int);
-    int value;
+    std::function<void()> set;
     int looks;
     std::string error;
   } rows[] = {
-      {wipc_set_connect_timeout, 10, 21, "accept the primary connection\n"},
-      {wipc_set_connect_timeout, 0, 1, "accept the primary connection\n"},
-      {wipc_set_nostart, -1, 1201, "accept the primary connection\n"},
-      {wipc_set_nostart, 0, 1201, "accept the primary connection\n"},
-      {[](int letter) { program[0] = letter; }, 'x', 0, "start the secondary module (xbin/true)\n"},
+      {[] { wipc_set_connect_timeout(10); }, 21, "accept the primary connection\n"},
+      {[] { wipc_set_connect_timeout(-9); }, 1, "accept the primary connection\n"},
+      {[] { program[0] = '-'; }, 0, "start the secondary module (-bin/true)\n"},
+      {[] { wipc_set_nostart(1); }, 1201, "accept the primary connection\n"},
+      {[] { wipc_set_nostart(0); }, 0, "start the secondary module (-bin/true)\n"},
   };
   wipc_set_debug(1);
   const int descriptors = support::open_descriptors();
   for (const auto& row : rows) {
-    row.set(row.value);
+    row.set();
     paused_ms = 0;
     testing::internal::CaptureStdout();
     EXPECT_EQ(wipc_open_session(localhost, program), nullptr);
     const std::string text = testing::internal::GetCapturedStdout();
     EXPECT_TRUE(text.ends_with("Error: Failed to " + row.error)) << row.error << text;
-    EXPECT_EQ(paused_ms, 500 * row.looks) << row.error << row.value;
-    EXPECT_EQ(support::open_descriptors(), descriptors) << row.error << row.value;
+    EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
+    EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;
   }
 }
 
@@ -72,21 +72,29 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
     EXPECT_EQ(support::open_descriptors(), descriptors + (row.opens ? 2 : 0)) << row.why;
   }
   EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
-  EXPECT_EQ(is_local, 1);
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
   EXPECT_EQ(is_local, 0);
+  EXPECT_EQ(open_connection(std::string(300, 'x'), "sh"), 0) << "no such machine";
+  EXPECT_EQ(wipc_last_error(), "Error: Invalid host " + std::string(235, 'x')) << "255 in all";
 }
 
 TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
+  std::vector<int> peers;
+  peers.reserve(2);
+  heap::refuse(0, false);
   ASSERT_EQ(open_connection("127.0.0.1", "/none"), 1);
   wipc_set_connect_timeout(1);
   EXPECT_EQ(wipc_accept_connection(), nullptr) << "nobody came";
-  std::vector<int> peers;
   on_pause = [&] { peers.push_back(zelvan::wipc_connect_port(localhost, ports[peers.size()])); };
   void* session = wipc_accept_connection();
   ASSERT_NE(session, nullptr);
+  send(peers[0], "one\0two", 7, 0);
+  char text[9];
+  EXPECT_EQ(wipc_read(session, text, 9), 3);
   send(peers[0], "Acknowledge", 11, 0);
   wipc_close_session(session);
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 0) << "what is still queued is released with the session";
   EXPECT_EQ(arrived(peers[0]), "SessionClosed");
   EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
 }
@@ -101,18 +109,12 @@ TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {
   EXPECT_EQ(wipc_connect_session(localhost, ports[0], ports[1]), nullptr);
   EXPECT_EQ(paused_ms, 6000) << "the first port answers the fifth attempt, the second none";
   EXPECT_EQ(support::open_descriptors(), descriptors);
-  zelvan::wipc_release_bind_sessions();
 }
 
-TEST(CloseSession, NeitherTellsThePrimaryNorClosesSocketsAtTheSecondary) {
-  ScriptedPeer peer('S');
-  wipc_close_session(std::exchange(peer.session, nullptr));
-  EXPECT_EQ(arrived(peer.data[1]), "");
-  EXPECT_EQ(send(peer.data[1], "x", 1, MSG_NOSIGNAL), 1) << "the socket stays open";
-}
-
-TEST(NullArguments, AreRefused) {
+TEST(NullArguments, AreRefusedAndReported) {
   char text[] = "text";
+  wipc_set_debug(1);
+  testing::internal::CaptureStdout();
   EXPECT_EQ(wipc_open_session(nullptr, program), nullptr);
   EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
   EXPECT_EQ(wipc_open_connection(nullptr, program, &own_name, ports, ports, ports), 0);
@@ -128,4 +130,7 @@ TEST(NullArguments, AreRefused) {
   EXPECT_EQ(wipc_write_status(nullptr, text), 0);
   EXPECT_EQ(wipc_read(nullptr, text, 4), -1);
   EXPECT_EQ(wipc_read_status(nullptr, text, 4), -1);
+  const std::string lines = testing::internal::GetCapturedStdout();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 12) << "all but five, sessions twice:\n"
+                                                              << lines;
 }

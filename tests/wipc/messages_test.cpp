@@ -50,9 +50,7 @@ TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
       shutdown(socket, SHUT_WR);  // so that nothing waits for ever
       for (const std::string& message : row.messages) {
         std::string buffer(4002, '~');
-        const int length = read(peer.session, buffer.data(), 4002);
-        EXPECT_EQ(buffer.substr(0, length), message) << row.why;
-        EXPECT_EQ(buffer.substr(length), std::string(4002 - length, '\0')) << row.why;
+        EXPECT_EQ(buffer.substr(0, read(peer.session, buffer.data(), 4002)), message) << row.why;
       }
       EXPECT_EQ(read(peer.session, letters(9).data(), 9), 0) << "left over: " << row.why;
     }
@@ -65,5 +63,4 @@ TEST(Read, AnswersTheEndAtTheSecondaryAndReleasesTheSession) {
   send(peer.data[1], "SessionClosed", 13, 0);
   EXPECT_EQ(wipc_read(std::exchange(peer.session, nullptr), text, 99), -1);
   EXPECT_EQ(arrived(peer.data[1]), "Acknowledge");
-  EXPECT_EQ(send(peer.data[1], "x", 1, MSG_NOSIGNAL), 1) << "the socket stays open";
 }
