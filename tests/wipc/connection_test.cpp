@@ -95,7 +95,7 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
   send(peers[0], "Acknowledge", 11, 0);
   wipc_close_session(session);
   heap::grant_all();
-  EXPECT_EQ(heap::blocks_left(), 0) << "what is still queued is released with the session";
+  EXPECT_EQ(heap::blocks_left(), 0) << "records and queued messages are released";
   EXPECT_EQ(arrived(peers[0]), "SessionClosed");
   EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
 }
