@@ -9,6 +9,7 @@
 // What happens in a pause, which is over at once, and how long all of them would have been.
 static std::function<void()> on_pause = [] {};
 static int paused_ms;
+static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
 
 static char localhost[] = "localhost", program[] = "program", *own_name;
 static int ports[2], is_local;
@@ -32,7 +33,7 @@ TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
     int looks;
     std::string error;
   } rows[] = {
-      {[] { wipc_set_connect_timeout(10); }, 21, "accept the primary connection\n"},
+      {[] { wipc_set_connect_timeout(timeout_at_first); }, 21, "accept the primary connection\n"},
       {[&] { module = "none"; }, 0, "start the secondary module (none)\n"},
       {[] { wipc_set_nostart(1); }, 1201, "accept the primary connection\n"},
       {[] { wipc_set_nostart(0); }, 0, "start the secondary module (none)\n"},

@@ -14,11 +14,10 @@ int main(int argc, char** argv) {
 }
 
 TEST(Processes, TalkUntilTheSessionEnds) {
-  char host[] = "localhost";
-  char text[99];
-  void* session = wipc_open_session(host, support::own_path().data());
+  char text[99] = "localhost";
+  void* session = wipc_open_session(text, support::own_path().data());
   ASSERT_NE(session, nullptr) << wipc_last_error();
-  EXPECT_EQ(wipc_write(session, host), 1);
+  EXPECT_EQ(wipc_write(session, text), 1);
   EXPECT_EQ(wipc_read(session, text, 99), 9);
   wipc_close_session(session);
 }
