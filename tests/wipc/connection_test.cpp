@@ -91,8 +91,7 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
   void* session = wipc_accept_connection();
   ASSERT_NE(session, nullptr);
   send(peers[0], "one\0two", 7, 0);
-  char text[9];
-  EXPECT_EQ(wipc_read(session, text, 9), 3);
+  EXPECT_EQ(wipc_read(session, std::string(9, '~').data(), 9), 3);
   send(peers[0], "Acknowledge", 11, 0);
   wipc_close_session(session);
   heap::grant_all();
@@ -121,6 +120,7 @@ TEST(NullArguments, AreRefusedAndReported) {
   EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
   EXPECT_EQ(wipc_open_connection(nullptr, program, &own_name, ports, ports, ports), 0);
   EXPECT_EQ(wipc_open_connection(localhost, nullptr, &own_name, ports, ports, ports), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, program, &own_name, ports, ports, nullptr), 0);
   EXPECT_EQ(wipc_connect_session(nullptr, 1, 1), nullptr);
   EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
   EXPECT_EQ(wipc_connect_session(localhost, 1, 0), nullptr);
@@ -133,5 +133,5 @@ TEST(NullArguments, AreRefusedAndReported) {
   EXPECT_EQ(wipc_read(nullptr, text, 4), -1);
   EXPECT_EQ(wipc_read_status(nullptr, text, 4), -1);
   const std::string lines = testing::internal::GetCapturedStdout();
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 12) << lines;
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 13) << lines;
 }
