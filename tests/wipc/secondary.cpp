@@ -1,23 +1,47 @@
+// Two processes that talk: the test program starts itself as its secondary.
 #include <zelvan/zelvan.h>
 
-#include "support/system.h"
+#include <cstdlib>
+#include <string>
 
 #include <gtest/gtest.h>
+#include <support/system.h>
 
-// Started as a secondary the program returns what it reads.
+// Started as a secondary the program says "ready" as its status and returns what it reads. The text
+// "die" ends it at once.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (argc != 5) return RUN_ALL_TESTS();
   void* session = wipc_connect_session(argv[1], std::stoi(argv[2]), std::stoi(argv[3]));
-  char text[99];
-  while (wipc_read(session, text, sizeof text) > 0) wipc_write(session, text);
+  wipc_write_status(session, std::string("ready").data());
+  char text[4002];
+  while (wipc_read(session, text, sizeof text) > 0) {
+    if (std::string(text) == "die") std::_Exit(0);
+    wipc_write(session, text);
+  }
 }
 
-TEST(Processes, TalkUntilTheSessionEnds) {
-  char text[99] = "localhost";
-  void* session = wipc_open_session(text, support::own_path().data());
-  ASSERT_NE(session, nullptr) << wipc_last_error();
-  EXPECT_EQ(wipc_write(session, text), 1);
-  EXPECT_EQ(wipc_read(session, text, 99), 9);
-  wipc_close_session(session);
+TEST(Processes, TalkUntilTheSessionEndsOrOneDies) {
+  char text[4002] = "localhost";
+  const int descriptors = support::open_descriptors();
+  for (const bool dies : {false, true}) {
+    void* session = wipc_open_session(std::string("localhost").data(), support::own_path().data());
+    ASSERT_NE(session, nullptr) << wipc_last_error();
+    EXPECT_FALSE(support::is_inherited(wipc_sid(session)));
+    EXPECT_EQ(wipc_read_status(session, text, sizeof text), 5) << "ready";
+    const std::string longest(3998, 'b');
+    EXPECT_EQ(wipc_write(session, std::string(longest).data()), 1);
+    std::string echo;
+    while (echo.size() < longest.size() && wipc_read(session, text, sizeof text) > 0) echo += text;
+    EXPECT_EQ(echo, longest);
+    if (dies) {
+      wipc_write(session, std::string("die").data());
+      EXPECT_EQ(wipc_read(session, text, sizeof text), 0) << "the other has ended";
+      int writes = 0;
+      while (writes < 9 && wipc_write(session, text) == 1) ++writes;
+      EXPECT_LT(writes, 9) << "a write fails soon, and no signal ends the process";
+    }
+    wipc_close_session(session);
+    EXPECT_EQ(support::open_descriptors(), descriptors) << "nothing stays open";
+  }
 }
