@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
 }
 
 TEST(Processes, TalkUntilTheSessionEndsOrOneDies) {
-  char text[4002] = "localhost";
+  char text[4002];
   const int descriptors = support::open_descriptors();
   for (const bool dies : {false, true}) {
     void* session = wipc_open_session(std::string("localhost").data(), support::own_path().data());
