@@ -30,7 +30,9 @@ int open_folder_of(const std::string& path) {
 Replacement::Replacement(const std::string& target, mode_t mode)
     : name_(target.substr(target.rfind('/') + 1)),
       folder_(open_folder_of(target)),
-      file_(folder_.is_open() ? create(mode) : -1) {}
+      file_(folder_.is_open() ? create(mode) : -1) {
+  if (file_.is_open()) ::fstat(file_.get(), &made_);
+}
 
 Replacement::~Replacement() {
   const int why = errno;
@@ -81,12 +83,17 @@ bool Replacement::take_own_name() {
 
 bool Replacement::replace_target() {
   if (!take_own_name() || !file_.close()) return false;
-  has_own_name_ = ::renameat(folder_.get(), own_name_, folder_.get(), name_.c_str()) != 0;
-  return !has_own_name_;
+  if (::renameat(folder_.get(), own_name_, folder_.get(), name_.c_str()) != 0) {
+    const int why = errno;
+    const bool is_renamed = look_for(target(), made_) == Found::same;  // see `remove_old_name`
+    errno = why;
+    if (!is_renamed) return false;
+  }
+  has_own_name_ = false;
+  return true;
 }
 
 bool Replacement::become_target() {
-  ::fstat(file_.get(), &made_);
   if (!take_own_name() || !file_.close()) return false;
   has_own_name_ = !rename_to_free_name(own(), target());
   return !has_own_name_;
