@@ -47,5 +47,5 @@ ZELVAN_API std::vector<zelvan::wide_string> wtokenize(const zelvan::wide_string&
 ZELVAN_API std::vector<zelvan::wide_string> wtokenize2(const zelvan::wide_string& text,
                                                        const zelvan::wide_string& delimiters);
 
-/// The same as `trim` on wide strings. Requires: `chars` is not null and ended by a 0.
+/// Trims a wide string as `trim` does. Requires: `chars` is not null and ended by a 0.
 ZELVAN_API zelvan::wide_string wtrim(const zelvan::wide_string& text, const unsigned short* chars);
