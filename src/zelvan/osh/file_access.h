@@ -81,9 +81,9 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 /// nothing.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
-/// out. On Windows flags that aren't listed above are those of the runtime's `_open`; elsewhere
-/// they have no effect. Refused: a directory, write-only and read-write together, and truncating a
-/// file that is opened only to be read.
+/// out. On Windows flags that aren't listed above are those of the C runtime; elsewhere they have
+/// no effect. Refused: a directory, write-only and read-write together, and truncating a file that
+/// is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
 
 /// Opens a file as text; all else is as with `osh_open_binary`. On Windows the runtime writes a
