@@ -37,8 +37,9 @@ class LineWalk {
   int n_pieces() const { return n_pieces_; }
 
  private:
-  void take_edge(PlacedPoint a, PlacedPoint b);
   int pass_run(PlacedPoint last, const real_pt_t* next, int left);
+  void take_edge(PlacedPoint a, PlacedPoint b);
+  void begin_at(const real_pt_t& p);
 
   const ClipView& view_;
   real_pt_t* const out_;
@@ -50,15 +51,35 @@ class LineWalk {
 
 void LineWalk::clip(const real_pt_t* points, int n) {
   PlacedPoint a = view_.place(points[0]);
-  for (int i = 1; i < n; ++i) {
-    PlacedPoint b = view_.place(points[i]);
-    take_edge(a, b);
-    if (const int run = pass_run(b, points + i + 1, n - i - 1); run > 0) {
+  for (int i = 1; i < n;) {
+    if (const int run = pass_run(a, points + i, n - i); run > 0) {
       i += run;
-      b = view_.place(points[i]);
+      a = view_.place(points[i - 1]);
+      continue;
     }
+    const PlacedPoint b = view_.place(points[i]);
+    take_edge(a, b);
     a = b;
+    ++i;
   }
+}
+
+// Most points lie as the one before them does: strictly inside, and are copied, or beyond a side of
+// the box around the view, and are left out. Returns the number of such points from `next` on.
+int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
+  const ClipBox& box = view_.box();
+  if (last.beyond != 0) {
+    const Sides beyond = view_.is_upright() ? last.beyond : sides_out(box, *last.at).beyond;
+    if (beyond == 0) return 0;
+    const int side = std::countr_zero(beyond);
+    return is_beyond(box, side, *next) ? 1 + count_beyond(next + 1, left - 1, box, side) : 0;
+  }
+  if (last.not_within != 0 || !view_.is_upright() || !is_inside(box, *next)) return 0;
+  const int run = 1 + count_inside(next + 1, left - 1, box);
+  begin_at(*last.at);
+  std::copy_n(next, run, out_ + n_points_);
+  n_points_ += run;
+  return run;
 }
 
 void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
@@ -76,27 +97,17 @@ void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
     is_open_ = false;
     return;
   }
-  if (!is_open_) {
-    begins_[n_pieces_++] = n_points_;
-    out_[n_points_++] = from.at;
-  }
+  begin_at(from.at);
   out_[n_points_++] = to.at;
   is_open_ = !goes_out;
 }
 
-// Most points lie as the one before them does: strictly inside, and are copied, or beyond a side of
-// the box around the view, and are left out. Returns the number of such points from `next` on.
-int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
-  const ClipBox& box = view_.box();
-  if (last.beyond != 0) {
-    const Sides beyond = sides_out(box, *last.at).beyond;
-    return beyond != 0 ? count_beyond(next, left, box, std::countr_zero(beyond)) : 0;
-  }
-  if (last.not_within != 0 || !view_.is_upright()) return 0;
-  const int run = count_inside(next, left, box);
-  std::copy_n(next, run, out_ + n_points_);
-  n_points_ += run;
-  return run;
+// Begins a piece, unless one has come this far.
+void LineWalk::begin_at(const real_pt_t& p) {
+  if (is_open_) return;
+  begins_[n_pieces_++] = n_points_;
+  out_[n_points_++] = p;
+  is_open_ = true;
 }
 
 }  // namespace
