@@ -27,7 +27,7 @@
 /// points, a negative number of them, and a line with a coordinate that is not finite.
 ///
 /// Room: 2 * (`n_points` - 1) points in `out`; `n_points` numbers, and at least one, in `begins`.
-/// There are at most `n_points` - 1 pieces. What the result leaves of that room can be overwritten.
+/// There are at most `n_points` - 1 pieces.
 /// Requires: no null pointer except for `points` and `out` without points; no overlap between the
 /// arrays; at most 2^30 points.
 ///
