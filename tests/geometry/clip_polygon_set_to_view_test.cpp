@@ -45,7 +45,11 @@ TEST(ClipPolygonSetToView, GivesEachPolygonOneRingOrNone) {
 TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   const auto to_view = [](real_rect_t view) { return clipped(ClipPolygonSetToView, around, view); };
   EXPECT_EQ(to_view({{{-2, -2}, {50, -3}, {9, 60}, {-4, 40}}}), around);
-  EXPECT_EQ(to_view({{{0, 0}, {10, 0}, {2, 2}, {0, 10}}}), Set{}) << "not convex";
+  real_rect_t dart = {{{0, 0}, {10, 0}, {2, 2}, {0, 10}}};
+  for (int k = 0; k < 4; ++k) {
+    EXPECT_EQ(to_view(dart), Set{}) << "not convex at corner " << (6 - k) % 4;
+    std::rotate(dart.corners, dart.corners + 1, dart.corners + 4);
+  }
   EXPECT_EQ(to_view({{{0, 0}, {10, 10}, {0, 10}, {10, 0}}}), Set{}) << "crosses over";
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {10, 0}, {5, 9}}}), Set{}) << "three corners in line";
   EXPECT_EQ(to_view({{{0, 0}, {0, 0}, {10, 0}, {5, 9}}}), Set{}) << "a corner repeated";
@@ -111,6 +115,10 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
         EXPECT_LE(least, row.most_units)
             << row.view << ", cuts the edge from " << testing::PrintToString(a) << " to "
             << testing::PrintToString(b) << " at " << testing::PrintToString(p);
+        const real_pt_t &low = view.corners[0], &high = view.corners[2];
+        const bool is_on_side = p.x == low.x || p.x == high.x || p.y == low.y || p.y == high.y;
+        EXPECT_TRUE(row.y != 0 || is_on_side)
+            << row.view << ", off the sides: " << testing::PrintToString(p);
         ++n_crossings;
       };
       const Set out = clipped(ClipPolygonSetToView, {{a, 1}, {b, 3}}, view);
