@@ -93,6 +93,8 @@ int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
   return run;
 }
 
+// Writes the part of an edge inside. An edge along a side has none and ends the piece, unless it
+// has no length.
 void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   if ((a.not_within & b.not_within) != 0) {
     is_open_ = is_open_ && are_same(*a.at, *b.at);

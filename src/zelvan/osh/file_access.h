@@ -80,7 +80,7 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 /// Opens a file, binary. A descriptor of 0 to 32767, or -1; a call that fails truncates nothing.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
-/// out. On Windows flags that aren't listed above are those of the runtime's `_open`; elsewhere
+/// out. On Windows flags that aren't listed above are passed on to the runtime; elsewhere
 /// they have no effect. Refused: a directory, read and write both asked for by `1 | 2`, and
 /// truncating a file that is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
