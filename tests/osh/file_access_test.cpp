@@ -44,16 +44,12 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); }},
       {"stream a", 1, 0, "plain link new dangling", [](char* p) { return closed(osh_fopen_text(p, "a"_c)); }},
       {"exists", 1, 0, "plain locked dir empty link", osh_file_exists},
-      {"access", 1, 0, "plain locked dir empty link", [](char* p) { return osh_file_access(p, 0xFFFD); }},
       {"may write", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); }},
       {"is a writable file", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; }},
       {"is a read-only file", 1, 0, "locked", [](char* p) { return inquired(p) == 0x56D; }},
-      {"is a writable directory", 1, 0, "dir empty", [](char* p) { return inquired(p) == 0x11FF; }},
       {"size", 0, -1, "plain locked link", [](char* p) { return std::min(osh_filesize(p), 0); }},
       {"append to", 1, 0, "plain new link dangling", [](char* p) { return osh_cat(p, "other"_c); }},
-      {"append from", 1, 0, "plain locked link", [](char* p) { return osh_cat("other"_c, p); }},
       {"copy to", 1, 0, "plain new link", [](char* p) { return osh_copyfile(p, "other"_c); }},
-      {"copy from", 1, 0, "plain locked link", [](char* p) { return osh_copyfile("other"_c, p); }},
       {"rename to", 0, -1, "new", [](char* p) { return osh_rename("other"_c, p); }},
       {"rename from", 0, -1, "plain locked dir empty link", [](char* p) { return osh_rename(p, "fresh"_c); }},
       {"unlink", 0, 1, "plain link", osh_unlink},
@@ -141,9 +137,7 @@ TEST(OpenBinary, DoesWhatTheFlagsSay) {
       if (!opens) continue;
       EXPECT_FALSE(support::is_inherited(fd));
       EXPECT_EQ(osh_write(fd, "!"_c, 1), writes ? 1 : -1);
-      const std::size_t place = appends ? expected.size() : 0;
-      if (writes) expected.resize(std::max(place + 1, expected.size()));
-      if (writes) expected[place] = '!';
+      if (writes) expected = appends ? expected + '!' : '!' + expected.erase(0, 1);
       char text[9] = "";
       EXPECT_EQ(osh_lseek(fd, 0, SEEK_SET), 0);
       const int size = static_cast<int>(expected.size());
@@ -159,12 +153,11 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   fs::resize_file("plain", 0x1'8000'0005);
   const int fd = osh_open_binary("plain"_c, osh_open_read_only, 0);
   EXPECT_EQ(osh_fdfilesize(fd), INT_MIN + 5) << "the low 32 bits";
-  EXPECT_EQ(osh_filesize("plain"_c), INT_MIN + 5) << "the low 32 bits";
+  EXPECT_EQ(osh_filesize("plain"_c), INT_MIN + 5);
   EXPECT_EQ(osh_lseek(fd, 0, 2), sizeof(long) > 4 ? 0x1'8000'0005 : -1) << "a place is a long";
   EXPECT_EQ(osh_lseek(fd, 3, 0), 3);
   EXPECT_EQ(osh_lseek(fd, 1, 1), 4);
   EXPECT_EQ(osh_lseek(fd, 0, 3), -1) << "no such origin";
-  EXPECT_EQ(osh_lseek(fd, 0, -1), -1) << "no such origin";
   EXPECT_EQ(osh_lseek(fd, 0, 1), 4) << "a failure moves nothing";
   EXPECT_EQ(osh_write(fd, nullptr, 1u << 31), -1) << "a count above INT_MAX";
   EXPECT_EQ(osh_close(fd), 0);
@@ -172,7 +165,7 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_fdfilesize(fd), -1);
 }
 
-TEST(Streams, TakeTheirModesAndArriveWhenClosed) {
+TEST(Streams, TakeTheirModesAndTellWhatArrives) {
   const World world;
   std::FILE* fp = osh_fopen_binary("new"_c, "wx+"_c);  // the plus is dropped
   EXPECT_FALSE(support::is_inherited(osh_fileno(fp)));
@@ -196,26 +189,21 @@ TEST(Streams, TakeTheirModesAndArriveWhenClosed) {
   EXPECT_EQ(osh_fopen_text("new"_c, mode.data()), nullptr) << "too long";
   mode.pop_back();
   fp = osh_fopen_text("new"_c, mode.data());
-  EXPECT_EQ(osh_fputc('\n', fp), '\n');
+  EXPECT_GE(osh_fputs("12\n"_c, fp), 0);
   EXPECT_EQ(osh_fclose(fp), 0);
-  EXPECT_EQ(content("new"), support::is_posix ? "\n" : "\r\n");
-}
-
-TEST(Streams, ReadAsTheRuntimeDoes) {
-  const World world;
-  std::FILE* const fp = osh_fdopen(osh_open_binary("plain"_c, 0, 0), "r"_c);
-  char text[9] = "########";
-  EXPECT_NE(osh_fseek(fp, -1, SEEK_SET), 0);
+  EXPECT_EQ(content("new"), support::is_posix ? "12\n" : "12\r\n");
+  fp = osh_fdopen(osh_open_binary("new"_c, 0, 0), "r"_c);
   EXPECT_EQ(osh_getc(fp), '1');
   EXPECT_EQ(osh_ungetc('8', fp), '8');
+  char text[9] = "";
   EXPECT_EQ(osh_fread(text, 2, 1, fp), 1u);
-  EXPECT_EQ(osh_fgets(text + 2, 3, fp), text + 2);
-  EXPECT_STREQ(text, "8234");
-  EXPECT_EQ(osh_ftell(fp), 4);
-  EXPECT_EQ(osh_fread(text, 2, 2, fp), 0u) << "a single byte is left";
+  EXPECT_EQ(osh_ftell(fp), 2);
+  EXPECT_EQ(osh_fseek(fp, 0, SEEK_END), 0);
+  EXPECT_EQ(osh_getc(fp), EOF);
   EXPECT_NE(osh_feof(fp), 0);
   osh_rewind(fp);
-  EXPECT_EQ(osh_getc(fp), '1');
+  EXPECT_EQ(osh_fgets(text + 2, 3, fp), text + 2);
+  EXPECT_STREQ(text, "8212");
   EXPECT_EQ(osh_fclose(fp), 0);
 }
 

@@ -13,10 +13,9 @@ namespace {
 
 TEST(QsortCompareStrings, OrdersByUnsignedBytes) {
   const std::vector<const char*> in_order = {"", "Z", "a", "ab", "z", "\xe9"};
-  for (std::size_t i = 0; i < in_order.size(); ++i) {
-    for (std::size_t j = 0; j < in_order.size(); ++j) {
-      EXPECT_EQ(osh_qsort_compare_strings(&in_order[i], &in_order[j]), (i > j) - (i < j))
-          << in_order[i] << " and " << in_order[j];
+  for (const char* const& a : in_order) {
+    for (const char* const& b : in_order) {
+      EXPECT_EQ(osh_qsort_compare_strings(&a, &b), (&a > &b) - (&a < &b)) << a << " and " << b;
     }
   }
 }
@@ -61,13 +60,6 @@ TEST(Setenv, SplitsAtTheFirstEqualsSign) {
   }
 }
 
-TEST(Sleep, TakesWholeSeconds) {
-  const std::time_t start = std::time(nullptr);
-  osh_sleep(1);
-  osh_sleep(0);
-  EXPECT_GE(std::time(nullptr) - start, 1);
-  EXPECT_LE(std::time(nullptr) - start, 60);
-  EXPECT_EQ(osh_system_type(), 8);
-}
+TEST(SystemType, IsALibraryConstant) { EXPECT_EQ(osh_system_type(), 8); }
 
 }  // namespace
