@@ -7,6 +7,7 @@
 #include <chrono>
 #include <ctime>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -49,21 +50,20 @@ TEST(GetLocaleInfo, NamesTheLanguageInTwoSmallLetters) {
     const int length = platform::GetLocaleInfoA(locale, type, text, size);
     return std::to_string(length) + text;
   };
-  const struct {
-    const char *all, *characters, *language, *answer, *why;
-  } rows[] = {{"ja_JP.UTF-8", "de", "fr", "3ja", "LC_ALL rules"},
-              {"", "AZ@x", "fr", "3az", "then LC_CTYPE; one that is empty counts as unset"},
-              {nullptr, nullptr, "Zz", "3zz", "then LANG"},
-              {"C", "de", "de", "0---", "C has no language"},
-              {"POSIX", "de", "de", "0---", "nor has POSIX"},
-              {"d1", "de", "de", "0---", "a digit is no letter"},
-              {"1d", "de", "de", "0---", "a digit is no letter"},
-              {nullptr, "", nullptr, "0---", "nothing is set"}};
-  for (const auto& row : rows) {
-    support::set_environment("LC_ALL", row.all);
-    support::set_environment("LC_CTYPE", row.characters);
-    support::set_environment("LANG", row.language);
-    EXPECT_EQ(language(3, 0x400, 0x59), row.answer) << row.why;
+  const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
+      {"ja_JP.UTF-8", "de", "fr", "3ja"},  // LC_ALL rules
+      {"", "AZ@x", "fr", "3az"},           // then LC_CTYPE; one that is empty counts as unset
+      {nullptr, nullptr, "Zz", "3zz"},     // then LANG
+      {"C", "de", "de", "0---"},           // has no language
+      {"POSIX", "de", "de", "0---"},       // nor has this
+      {"d1", "de", "de", "0---"},          // nor what does not begin with two letters
+      {"1d", "de", "de", "0---"},          // nor this
+      {nullptr, "", nullptr, "0---"}};     // nothing is set
+  for (const auto& [all, characters, last, answer] : rows) {
+    support::set_environment("LC_ALL", all);
+    support::set_environment("LC_CTYPE", characters);
+    support::set_environment("LANG", last);
+    EXPECT_EQ(language(3, 0x400, 0x59), answer) << (all != nullptr ? all : "null");
   }
   support::set_environment("LANG", "de");
   EXPECT_EQ(language(2, 0x400, 0x59), "0---") << "it doesn't fit";
