@@ -8,6 +8,7 @@
 #include <ctime>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -25,13 +26,11 @@ TEST(GetLocalTime, FollowsTheTimeZone) {
       second = std::time(nullptr);
       platform::GetLocalTime(&now);
     } while (second != std::time(nullptr));
-    const std::tm expected = *std::localtime(&second);
-    EXPECT_EQ(now.year, expected.tm_year + 1900) << zone;
-    EXPECT_EQ(now.month, expected.tm_mon + 1) << zone;
-    EXPECT_EQ(now.day, expected.tm_mday) << zone;
-    EXPECT_EQ(now.hour, expected.tm_hour) << zone;
-    EXPECT_EQ(now.minute, expected.tm_min) << zone;
-    EXPECT_EQ(now.second, expected.tm_sec) << zone;
+    const std::tm parts = *std::localtime(&second);
+    const std::vector found = {now.year, now.month, now.day, now.hour, now.minute, now.second};
+    EXPECT_EQ(found, (std::vector{parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
+                                  parts.tm_hour, parts.tm_min, parts.tm_sec}))
+        << zone;
   }
 }
 
@@ -74,36 +73,28 @@ TEST(GetLocaleInfo, NamesTheLanguageInTwoSmallLetters) {
 TEST(Sockets, MeetNobodyWhereNobodyIs) {
   EXPECT_EQ(platform::WSAStartup(), 0);
   platform::SocketAddress address{};
-  const int own = platform::socket(), other = platform::socket();
-  EXPECT_EQ(platform::bind(own, address), 0);
-  EXPECT_EQ(platform::getsockname(own, &address), 0);
-  const platform::SocketAddress door{{127, 0, 0, 1}, address.port};
-  EXPECT_EQ(platform::connect(own, door), -1) << "it would meet itself";
-  platform::closesocket(own);
-  EXPECT_EQ(platform::connect(other, door), -1);
-  platform::closesocket(other);
-  EXPECT_EQ(platform::select(own), -1);
-  EXPECT_EQ(platform::getsockname(own, &address), -1);
-}
-
-TEST(Sockets, MeetOnEqualPortsOfTwoAddresses) {
+  for (const bool is_bound : {true, false}) {  // the first would meet itself
+    const int end = platform::socket();
+    EXPECT_TRUE(!is_bound || platform::bind(end, {}) == 0);
+    EXPECT_TRUE(!is_bound || platform::getsockname(end, &address) == 0);
+    EXPECT_EQ(platform::connect(end, {{127, 0, 0, 1}, address.port}), -1);
+    platform::closesocket(end);
+    EXPECT_EQ(platform::select(end), -1);
+    EXPECT_EQ(platform::getsockname(end, &address), -1);
+  }
   const int door = platform::socket(), caller = platform::socket();
-  platform::SocketAddress address{};
   EXPECT_EQ(platform::bind(door, {{127, 0, 0, 2}, 0}), 0);
   EXPECT_EQ(platform::getsockname(door, &address), 0);
   EXPECT_EQ(platform::listen(door, 1), 0);
   EXPECT_EQ(platform::select(door), 0) << "nobody is waiting";
   EXPECT_EQ(platform::bind(caller, {{127, 0, 0, 1}, address.port}), 0);
-  EXPECT_EQ(platform::connect(caller, address), 0);
+  EXPECT_EQ(platform::connect(caller, address), 0) << "an equal port is not an equal end";
   platform::closesocket(caller);
   platform::closesocket(door);
 }
 
 TEST(Sockets, HaveNamesAndAddresses) {
-  EXPECT_EQ(platform::WSAStartup(), 0);
   platform::SocketAddress address{};
-  EXPECT_EQ(platform::gethostbyname("localhost", &address), 1);
-  EXPECT_EQ(address.host[0], 127);
   EXPECT_EQ(platform::gethostbyname(std::string(300, 'x').c_str(), &address), 0);
   char whole[300], cut[] = "~~~~";
   EXPECT_EQ(platform::gethostname(whole, 300), 0);
