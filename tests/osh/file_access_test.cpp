@@ -226,10 +226,11 @@ TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {
       const std::string expected = text.substr(0, std::min(end + 1, size));
       std::fill(std::begin(line), std::end(line), '#');
       got = osh_readLine(fp, line, static_cast<int>(size));
-      ASSERT_EQ(std::string(line, got + 1), expected + '#') << "of " << text << ", size " << size;
+      ASSERT_EQ(std::string(line, got + 1), expected + '#')
+          << testing::PrintToString(text) << ", size " << size;
       const bool looks_on = got < size && (got == 0 || line[got - 1] != '\n');
       is_end_met = is_end_met || (looks_on && got == text.size());
-      ASSERT_EQ(osh_feof(fp) != 0, is_end_met) << "of " << text << ", size " << size;
+      ASSERT_EQ(osh_feof(fp) != 0, is_end_met) << testing::PrintToString(text) << ", size " << size;
     }
     osh_fclose(fp);
   }

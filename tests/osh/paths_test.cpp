@@ -126,14 +126,15 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
               {"AA.", "A9Z[@", "B9A[@", "other characters stay"},
               {longest, "A", "B", "the longest name"}};
   for (const auto& [prefix, taken, next, why] : rows) {
+    SCOPED_TRACE(taken + " is taken: " + why);
     put(prefix + taken);
     const int expected = next.empty() ? -1 : 0;
     const std::string name = prefix + (next.empty() ? taken : next);
     Text result(filled_up(taken, 1024));  // which may be the letters
     errno = 77;
-    EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected) << why;
-    EXPECT_EQ(result.data(), name) << why;
-    EXPECT_TRUE(next.empty() || errno == 77) << why << ": errno is " << errno;
+    EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
+    EXPECT_EQ(result.data(), name);
+    EXPECT_TRUE(next.empty() || errno == 77) << "errno is " << errno;
     fs::remove(prefix + taken);
   }
   std::string onto_prefix = filled_up("plain", 8);
