@@ -435,11 +435,20 @@ TEST(TruncatePath, SplitsNoCharacter) {
 
 TEST(Sleep, IsNotCutShortBySignals) {
   for (const int time : {1, 998, 999, 1000, 5999}) {  // from 1 ms after a full second
-    const auto pauses = [time] { return platform::Sleep(static_cast<unsigned>(time)), true; };
+    const auto pauses = [time] {
+      platform::Sleep(static_cast<unsigned>(time));
+      return true;
+    };
     EXPECT_TRUE(support::run_failing(pauses, {}, true));
     EXPECT_EQ(support::end_of_pause.tv_sec, 5 + (1 + time) / 1000);
     EXPECT_EQ(support::end_of_pause.tv_nsec, (1 + time) % 1000 * 1'000'000);
   }
+  const auto pauses_seconds = [] {
+    osh_sleep(3);
+    return true;
+  };
+  EXPECT_TRUE(support::run_failing(pauses_seconds, {}));
+  EXPECT_EQ(support::end_of_pause.tv_sec, 5 + 3);
 }
 
 /// A program at both ends: what it sends waits at the other one until it is fetched.
