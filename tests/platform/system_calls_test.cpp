@@ -327,6 +327,7 @@ TEST(Files, AreRefusedWithAReason) {
       {"to open a directory", EISDIR, open("empty"_c, 0), {{"close", 0, EIO}}},
       {"a stream of a directory", EISDIR, [] { return osh_fopen_text("dir"_c, "r"_c) != nullptr; }, {}},
       {"no such origin", EINVAL, [] { return osh_lseek(0, 0, 3) > 0; }, {}},
+      {"a setting without a value", EINVAL, [] { return platform::_putenv("ZELVAN") == 0; }, {}},
       {"to append to itself", EINVAL, [] { return osh_cat("plain"_c, "./plain"_c) == 1; }, {}},
       {"to copy onto itself", EINVAL, copy("plain"_c, "link"_c), {}},
       {"to copy over a read-only file", EACCES, copy("plain"_c, "locked"_c), {}},
