@@ -160,6 +160,7 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_lseek(fd, 1, 1), 4);
   EXPECT_EQ(osh_lseek(fd, 0, -1), -1) << "no such origin";
   EXPECT_EQ(osh_lseek(fd, 0, 1), 4) << "a failure moves nothing";
+  EXPECT_EQ(osh_write(fd, nullptr, 1u << 31), -1) << "a count above INT_MAX";
   EXPECT_EQ(osh_close(fd), 0);
   EXPECT_EQ(osh_close(fd), -1);
   EXPECT_EQ(osh_fdfilesize(fd), -1);
