@@ -35,4 +35,13 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
   }
 }
 
+TEST(Open, GivesADescriptorBackThatDoesNotFit) {
+  machine::platform::drive = -1;
+  machine::platform::opened = 32768;
+  machine::platform::asked.clear();
+  char path[] = "x";
+  EXPECT_EQ(machine::osh1_open(path, 0, 0), -1);
+  EXPECT_TRUE(machine::platform::asked.ends_with(" close 32768")) << machine::platform::asked;
+}
+
 }  // namespace

@@ -79,7 +79,7 @@ std::set<std::string> fonts() {
 TEST(WindowsFiles, HaveFontsInTheShellsFolder) {
   const std::string start = std::getenv("windir") + std::string("\\Fonts\\zelvan");
   std::set<std::string> expected = fonts();
-  for (const char* end : {".ttf", ".TTC", ".x.tty"}) expected.insert(start + end);
+  expected.insert({start + ".ttf", start + ".TTC", start + ".x.tty"});
   for (const char* end : {".ttf", ".TTC", ".x.tty", ".ttfx", ".tt", ".otf"}) put(start + end);
   EXPECT_EQ(fonts(), expected);
   for (int i = 0; i < 1300; ++i) put(start + std::to_string(i) + ".ttf");

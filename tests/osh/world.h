@@ -17,9 +17,10 @@ inline char* given(const std::string& text) { return const_cast<char*>(text.c_st
 
 /// `name` in a longer way, of so many bytes.
 inline std::string padded(const std::string& name, std::size_t length) {
-  std::string path = ((length - name.size()) % 2 == 0 ? "" : ".//") + name;
-  while (path.size() < length) path = "./" + path;
-  return path;
+  std::string path;
+  while (path.size() + name.size() + 1 < length) path += "./";
+  if (path.size() + name.size() < length) path += '/';
+  return path + name;
 }
 
 /// What is in a file; of a directory the one name that is in it.

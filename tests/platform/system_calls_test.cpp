@@ -1,19 +1,18 @@
 // Whichever system call fails, nothing is lost, nothing is left behind, and the result tells.
-
 #include <zelvan/platform/clock.h>
 #include <zelvan/platform/environment.h>
-#include <zelvan/platform/files.h>
 #include <zelvan/platform/processes.h>
 #include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/detail/connection.h>
 #include <zelvan/wipc/detail/heap_text.h>
 #include <zelvan/zelvan.h>
 
+#include <cstring>
 #include <cwchar>
 #include <set>
 #include <sstream>
+#include <tuple>
 
-#include <logger/inside.h>
 #include <osh/world.h>
 #include <support/posix/failing_calls.h>
 #include <sys/stat.h>
@@ -35,6 +34,23 @@ namespace {
 namespace platform = zelvan::platform;
 using Failures = std::vector<support::Failure>;
 using Operation = std::function<bool()>;
+const std::set<int> each_time;
+
+/// A system call that may fail without making its operation fail.
+struct Harmless {
+  std::string call;
+  std::set<int> which;  ///< of the calls of that name, from 1 on; or `each_time`
+  const char* why;
+  std::string change = {};  ///< what happens to the files then, if not the same as else
+};
+
+struct Promise {
+  Operation operation;
+  std::string change;  ///< of the files, if it is done
+  Failures always;     ///< on a system where these calls fail
+  std::string
+      left;  ///< how a change may begin that a failure leaves; empty: only the result counts
+};
 
 /// Each name with its permissions, what is in it, whether it still has the times of `plain`, and
 /// whether it is another user's.
@@ -54,356 +70,425 @@ std::set<std::string> everything() {
   return all;
 }
 
-/// Runs an operation with each of its calls failing, for several reasons, and interrupted, and then
-/// with each of its requests refused by the heap, alone and with all behind it. Done, it makes this
-/// `change` of all that there is; a failure makes none, or one that begins with `left`. `calls` are
-/// the names of those that it makes, each followed by a mark for every time that it is made: `!` if
-/// its failure makes the result false, else `.`. `standing` fail in every run.
-void expect(const Operation& operation, const std::string& change, const std::string& calls,
-            const Failures& standing = {}, const std::string& left = "#", bool tells_why = true) {
-  SCOPED_TRACE(calls);
-  const auto run = [&](int why, Failures planted, bool interrupted) {
-    World world;
-    const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // a later look doesn't change them
-    utimensat(AT_FDCWD, "plain", times, 0);
-    chmod("plain", 04775);
-    EXPECT_EQ((geteuid() == 0 ? chown("other", 12, 34) : 0) + chmod("other", 04606), 0);
-    const std::set<std::string> before = everything();
-    const int descriptors = support::open_descriptors();
-    planted.insert(planted.end(), standing.begin(), standing.end());
-    errno = 0;
-    const bool done = support::run_failing(operation, planted, interrupted);
-    EXPECT_TRUE(done || errno == why || !tells_why) << errno << ' ' << why;
-    std::string found;
-    for (int i = 0; i == 0 || (i < 2000 && done && found.empty() && !change.empty()); ++i) {
-      if (i != 0) usleep(1000);  // a started program takes its time
-      const std::set<std::string> after = everything();
-      for (const auto& line : before) found += after.contains(line) ? "" : '-' + line;
-      for (const auto& line : after) found += before.contains(line) ? "" : '+' + line;
-    }
-    EXPECT_TRUE(done ? found == change || (why != 0 && found == left)
-                     : found.empty() || found.starts_with(left))
-        << done << ' ' << found;
-    EXPECT_EQ(support::open_descriptors(), descriptors);
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
-    return done;
-  };
-  EXPECT_TRUE(run(0, {}, true));
-  run(ENOSPC, {{"write", 4, ENOSPC}}, true);
-  for (const int why : tells_why ? std::vector{EIO, EMFILE, EACCES, ENOSPC} : std::vector{EIO}) {
-    std::string outcome = run(0, {}, false) ? "" : "failed";
-    const std::vector<int> made(std::begin(support::calls_made), std::end(support::calls_made));
-    for (std::size_t call = 0; call < support::call_names.size(); ++call) {
-      const std::string& name = support::call_names[call];
-      if (made[call] != 0) outcome += (outcome.empty() ? "" : " ") + name;
-      for (int nth = 1; nth <= made[call]; ++nth) {
-        outcome += run(why, {{name, nth, why}}, false) ? '.' : '!';
+/// Runs the operation in a new world. It must be done with its change, or fail and change nothing.
+bool keeps(const Promise& promise, int why, Failures failures, bool interrupted = false,
+           const std::string& other_change = {}) {
+  umask(07);  // others than user and group may do nothing with a new file
+  const World world;
+  const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // a later look doesn't change them
+  utimensat(AT_FDCWD, "plain", times, 0);
+  EXPECT_EQ(geteuid() == 0 ? chown("other", 12, 34) : 0, 0);
+  fs::permissions("plain", fs::perms{04775});
+  fs::permissions("other", fs::perms{04606});
+  const std::set<std::string> before = everything();
+  const int descriptors = support::open_descriptors();
+  failures.insert(failures.end(), promise.always.begin(), promise.always.end());
+  errno = 0;
+  const bool done = support::run_failing(promise.operation, failures, interrupted);
+  EXPECT_TRUE(done || errno == why || promise.left.empty()) << "says " << std::strerror(errno);
+  std::string change;
+  for (int i = 0; i == 0 || (i < 2000 && done && change.empty() && !promise.change.empty()); ++i) {
+    if (i != 0) usleep(1000);  // a started program takes its time
+    const std::set<std::string> after = everything();
+    for (const auto& line : before) change += after.contains(line) ? "" : '-' + line;
+    for (const auto& line : after) change += before.contains(line) ? "" : '+' + line;
+  }
+  if (done) {
+    EXPECT_EQ(change, other_change.empty() ? promise.change : other_change);
+  } else {
+    EXPECT_TRUE(change.empty() || change.starts_with(promise.left)) << "leaves " << change;
+  }
+  EXPECT_EQ(support::open_descriptors(), descriptors) << "a descriptor is left";
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+  return done;
+}
+
+/// Lets each call of the operation be interrupted, then fail alone for several reasons, and then
+/// lets the heap refuse each of its requests, alone and with all after it. The operation may be
+/// done all the same only where a failure is harmless.
+void check(const char* name, const Operation& operation, const std::string& change,
+           const std::vector<Harmless>& all_harmless, const Failures& always = {},
+           const char* left = "#") {
+  SCOPED_TRACE(name);
+  const Promise promise{operation, change, always, left};
+  EXPECT_TRUE(keeps(promise, 0, {}, true)) << "interrupted";
+  keeps(promise, ENOSPC, {{"write", 4, ENOSPC}}, true);  // after some bytes
+  EXPECT_TRUE(keeps(promise, 0, {})) << "nothing fails";
+  const std::vector<int> made(std::begin(support::calls_made), std::end(support::calls_made));
+  std::multiset<std::string> survived;
+  for (std::size_t call = 0; call < support::call_names.size(); ++call) {
+    for (int nth = 1; nth <= made[call]; ++nth) {
+      const std::string& called = support::call_names[call];
+      const auto fails_anyway = [&](const support::Failure& failure) {
+        return failure.call == called && (failure.nth == 0 || failure.nth == nth);
+      };
+      if (std::any_of(always.begin(), always.end(), fails_anyway)) continue;
+      const auto is_meant = [&](const Harmless& known) {
+        return known.call == called && (known.which.empty() || known.which.contains(nth));
+      };
+      const auto known = std::find_if(all_harmless.begin(), all_harmless.end(), is_meant);
+      const bool is_harmless = known != all_harmless.end();
+      if (is_harmless) survived.insert(called);
+      for (const int why : {EIO, EMFILE, ENOSPC}) {
+        SCOPED_TRACE(called + " number " + std::to_string(nth) + ": " + std::strerror(why));
+        const std::string& other_change = is_harmless ? known->change : change;
+        EXPECT_EQ(keeps(promise, why, {{called, nth, why}}, false, other_change), is_harmless)
+            << (is_harmless ? known->why : "this failure must be reported");
+        if (promise.left.empty()) break;
       }
     }
-    EXPECT_EQ(outcome, calls);
+  }
+  for (const Harmless& known : all_harmless) {
+    EXPECT_GE(survived.count(known.call), std::max<std::size_t>(known.which.size(), 1))
+        << known.call << " is not made so often";
   }
   for (const int step : {1, -1}) {
     int request = 0;
     do {
       support::refused_request = request += step;
-      run(ENOMEM, {}, false);
+      keeps(promise, ENOMEM, {});
     } while (support::refused_request != 0);
   }
 }
 
-Operation copy(char* to) {
-  return [=] { return osh_copyfile(to, "plain"_c) != 0; };
+Operation copy_to(char* target) {
+  return [=] { return osh_copyfile(target, "plain"_c) != 0; };
 }
 Operation move(char* from, char* to) {
   return [=] { return osh_rename(from, to) == 0; };
 }
 
-TEST(SystemCalls, LeaveFilesWhole) {
-  const auto mask = umask(07);
-  const std::string moved = "-plain 4775 12345 old\n+new 4775 12345 old\n";
-  const std::string moved_without_its_user = "-plain 4775 12345 old\n+new 775 12345 old\n";
+const Harmless no_draft_without_name{"openat", {1}, "the draft has a name instead"};
+const Harmless no_copy_by_the_kernel{"copy_file_range", each_time,
+                                     "it is read and written instead"};
+const Harmless identity_unknown{"fstat", {2}, "it is only to know what a lost answer did"};
+const std::string moved = "-plain 4775 12345 old\n+new 4775 12345 old\n";
+const support::Failure other_file_system{"renameat2", 1, EXDEV}, no_flags{"renameat2", 0, EINVAL};
+const support::Failure no_links{"linkat", 0, EPERM};
+
+TEST(Copies, ArriveWholeOrChangeNothing) {
   const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
-  expect(copy("other"_c), "-other 4606 abc" + whose + "+other 606 12345" + whose,
-         "open!! openat. read! copy_file_range.. stat! lstat! fstat!. faccessat!!. getxattr! "
-         "fremovexattr! fchmod! fchown. fsync! linkat! renameat! close!..",
-         {}, "-other 4606 abc" + whose + "+other 606 12345\n");
-  expect(
-      copy("new"_c), "+new 770 12345\n",
-      "open!! openat. read! copy_file_range.. stat! lstat! fstat!. faccessat!. fgetxattr! linkat! "
-      "renameat! close!..");
-  // Where the kernel copies nothing by itself, and every file has a name.
-  expect(
-      copy("new"_c), "+new 770 12345\n",
-      "open!! openat.! read!! write! copy_file_range. stat! lstat! fstat!. faccessat! fgetxattr! "
-      "renameat! close!..",
-      {{"copy_file_range", 0, EXDEV}, {"openat", 1, EOPNOTSUPP}});
-  expect(move("plain"_c, "new"_c), moved, "faccessat! renameat2!");
-  // A file system that knows no flags, and then another one than that of the file.
-  expect(move("plain"_c, "new"_c), moved, "fstatat!. faccessat! linkat! renameat2! unlinkat!",
-         {{"renameat2", 0, EINVAL}});
-  expect(move("plain"_c, "new"_c), moved,
-         "openat! fstatat!. faccessat! linkat! renameat! renameat2! close.",
-         {{"renameat2", 0, EINVAL}, {"linkat", 0, EPERM}});
-  expect(move("dir"_c, "new"_c), "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n",
-         "fstatat!. faccessat! renameat! renameat2! mkdirat!", {{"renameat2", 0, ENOSYS}});
-  const std::string by_copy =
-      "open!! openat.. read! copy_file_range.. stat! lstat! fstat!. fstatat. faccessat!. "
-      "fgetxattr! "
-      "fremovexattr! fchmod! ";
-  const std::string kept = " futimens! fsync!! linkat! renameat2!! unlinkat! close!...";
-  expect(move("plain"_c, "new"_c), moved, by_copy + "fchown." + kept, {{"renameat2", 1, EXDEV}},
-         moved_without_its_user);
-  const std::string moved_without_its_group = "-plain 4775 12345 old\n+new 755 12345 old\n";
-  expect(move("plain"_c, "new"_c), moved_without_its_group, by_copy + "fchown.." + kept,
-         {{"renameat2", 1, EXDEV}, {"fchown", 0, EPERM}});
-  expect([] { return osh_cat("new"_c, "plain"_c) == 1; }, "+new 600 12345\n",
-         "open!! read!! write! lseek. stat. fstat.... faccessat!.. close.!", {}, "+new 600");
-  const auto many = [] {
-    char text[1024] = "";
-    unsigned short mode = 0;
+  const std::string before = "-other 4606 abc" + whose;
+  check("over a file", copy_to("other"_c), before + "+other 606 12345" + whose,
+        {no_draft_without_name,
+         no_copy_by_the_kernel,
+         {"faccessat", {3}, "without /proc the draft has a name"},
+         identity_unknown,
+         {"fchown", {1}, "its owner where possible", before + "+other 606 12345\n"},
+         {"close", {2, 3}, "nothing was written there"}});
+  const Harmless no_proc{"faccessat", {2}, "without /proc the draft has a name"};
+  const Harmless close_after{"close", {2, 3}, "nothing was written there"};
+  check("to a new name", copy_to("new"_c), "+new 770 12345\n",
+        {no_draft_without_name, no_copy_by_the_kernel, no_proc, identity_unknown, close_after});
+  check("with a draft that has a name", copy_to("new"_c), "+new 770 12345\n",
+        {identity_unknown, close_after},
+        {{"copy_file_range", 0, EXDEV}, {"openat", 1, EOPNOTSUPP}});
+  check(
+      "appended", [] { return osh_cat("new"_c, "plain"_c) == 1; }, "+new 600 12345\n",
+      {{"lseek", {1}, "each write goes to the end"},
+       {"stat", {1}, "a new file is not read-only"},
+       {"fstat", each_time, "a directory would fail later"},
+       {"faccessat", {2, 3}, "the target need not exist"},
+       {"close", {1}, "the source was only read"}},
+      {}, "+new 600");
+}
+
+TEST(Moves, ArriveWholeOrChangeNothing) {
+  check("by one call", move("plain"_c, "new"_c), moved, {});
+  const Harmless not_asked{"fstatat", {2}, "it is only to know what to undo"};
+  check("by a second name", move("plain"_c, "new"_c), moved, {not_asked}, {no_flags});
+  check("over a reserved name", move("plain"_c, "new"_c), moved,
+        {not_asked, {"close", {1}, "nothing was written there"}}, {no_flags, no_links});
+  check("of a directory", move("dir"_c, "new"_c),
+        "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n", {not_asked}, {no_flags});
+  std::vector<Harmless> by_copy = {
+      no_copy_by_the_kernel,
+      not_asked,
+      {"openat", {1, 2}, "the draft has a name, or the whole system is sent to the disk"},
+      {"fstat", {2}, "it is only to know what to undo"},
+      {"fstatat", {1}, "the old name is removed all the same"},
+      {"faccessat", {2}, "without /proc the draft has a name"},
+      {"close", {2, 3, 4}, "nothing was written there"}};
+  check("without its group", move("plain"_c, "new"_c),
+        "-plain 4775 12345 old\n+new 755 12345 old\n", by_copy,
+        {other_file_system, {"fchown", 0, EPERM}});
+  by_copy.push_back(
+      {"fchown", {1}, "its owner where possible", "-plain 4775 12345 old\n+new 775 12345 old\n"});
+  check("to another file system", move("plain"_c, "new"_c), moved, by_copy, {other_file_system});
+}
+
+TEST(OtherOperations, ReportWhatFails) {
+  const Harmless not_known{"stat", {1}, "the call itself refuses what can't be"};
+  const Harmless no_directory{"fstat", {1}, "a directory would fail later"};
+  const Harmless not_there{"faccessat", each_time, "a file that isn't there is made"};
+  const auto reads_and_writes = [] {
+    char text[4] = "";
     const int fd = osh_open_text("new"_c, 0x302, 07220);
     const bool done = fd >= 0 && osh_write(fd, "12345"_c, 5) == 5 && osh_lseek(fd, 1, 0) == 1 &&
                       osh_read(fd, text, 3) == 3 && osh_fdfilesize(fd) == 5;
-    if ((fd >= 0 && osh_close(fd) != 0) || !done || text != std::string("234")) return false;
-    std::FILE* fp = osh_fopen_text("link"_c, "a"_c);
-    return fp != nullptr && osh_fclose(fp) == 0 && osh_rmdir("empty"_c) == 1 &&
+    return (fd < 0 || osh_close(fd) == 0) && done && text == std::string("234");
+  };
+  check("a descriptor", reads_and_writes, "+new 620 12345\n", {not_known, no_directory, not_there},
+        {}, "+new 620");
+  const auto others = [] {
+    char path[1024];
+    unsigned short mode = 0;
+    const zelvan::HeapText absolute(osh_find_exec_path("new"_c));
+    return absolute != nullptr && *absolute == '/' && osh_rmdir("empty"_c) == 1 &&
            osh_mkdir("empty/"_c) == 1 && osh_chmod("other"_c, 0) == 1 &&
-           osh_file_access("other"_c, 1) == 1 && osh_file_access("other"_c, 2) == 0 &&
-           osh_chmod("other"_c, 0222) == 1 && osh_unlink("plain"_c) == 0 &&
-           osh_file_exists("link"_c) == 0 && osh_filesize("other"_c) == 3 &&
-           osh_inquire_file("other"_c, &mode) == 1 && osh_get_working_dir(text) == 1 &&
+           osh_file_access("other"_c, 1) == 1 && osh_chmod("other"_c, 0222) == 1 &&
+           osh_unlink("plain"_c) == 0 && osh_file_exists("other"_c) == 1 &&
+           osh_inquire_file("other"_c, &mode) == 1 && osh_get_working_dir(path) == 1 &&
            osh_setenv("ZELVAN"_c, "7"_c) == 0;
   };
-  expect(
-      many,
-      "-other 4606 abc" + whose + "-plain 4775 12345 old\n+new 620 12345\n+other 4604 abc" + whose,
-      "open!! fopen! read! write! ftruncate! lseek! stat..!!.!.! lstat! fstat.!!..! "
-      "faccessat..!!.!!.!! getcwd! "
-      "chmod!! unlink! mkdir! rmdir! close!.",
-      {}, "");
-  const auto prefix = [] {
-    std::string text = "old";
-    text.swap(LoggerInside::prefix);
-    Logger(nullptr).setFilePrefix("a prefix too long to be kept in place");
-    text.swap(LoggerInside::prefix);
-    EXPECT_TRUE(text == "old" || text.size() == 37);
-    return text != "old";
-  };
-  expect(prefix, "", "", {}, "#", false);
-  const auto date = [] {
-    char* text = nullptr;
-    (Logger(nullptr).*LoggerInside::date)("%Y", &text);
-    return zelvan::HeapText(text) != nullptr;
-  };
-  expect(date, "", "", {}, "#", false);
-  const auto path = [] {
-    const zelvan::HeapText absolute(osh_find_exec_path("new"_c));
-    return absolute != nullptr && *absolute == '/';
-  };
-  expect(path, "", "getcwd!!", {}, "#", false);
+  const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
+  check("others", others,
+        "-other 4606 abc" + whose + "-plain 4775 12345 old\n+other 4604 abc" + whose, {}, {}, "");
+}
+
+TEST(Fonts, ThatCannotBeReadAreLeftOut) {
   const support::TemporaryFolder folder;
-  put("a.ttf"), put("b/c.ttc");
+  put("a/b.ttf");
   played_folders = {"missing", folder.path};
-  const auto fonts = [] {
-    int count = 7;
-    char** list = osh_GetFontFileListCount(&count);
-    EXPECT_EQ(list == nullptr, count == 7);
-    if (list != nullptr) osh_FreeFontFileList(&list);
-    return count == 2 || !support::interrupts;
+  const auto lists_fonts = [] {
+    char** list = osh_GetFontFileList();
+    if (list == nullptr) return !support::interrupts;
+    osh_FreeFontFileList(&list);
+    return true;
   };
-  expect(fonts, "", "open... fstat.. fstatat..... fdopendir.. readdir.........");
-  umask(mask);
+  const char* const why = "the rest is listed";
+  check("a list of fonts", lists_fonts, "",
+        {{"open", each_time, why},
+         {"fdopendir", each_time, why},
+         {"fstat", each_time, why},
+         {"fstatat", each_time, why},
+         {"readdir", each_time, why}});
 }
 
-TEST(SystemCalls, RefuseWithAReason) {
-  World world;
-  mkfifo("pipe", 0400);
-  chmod("empty", 0555);
-  const std::set<std::string> before = everything();
-  const auto refuses = [&](int why, const Operation& operation, const Failures& failures = {}) {
-    errno = 0;
-    EXPECT_FALSE(support::run_failing(operation, failures));
-    EXPECT_TRUE(errno == why && everything() == before) << errno << ' ' << why;
-  };
-  // Some file systems know no flags, and some are others than that of the file.
-  for (const int answer : {EINVAL, ENOSYS}) {
-    refuses(EEXIST, move("other"_c, "plain"_c), {{"renameat2", 0, answer}});
-    refuses(EEXIST, move("dir"_c, "plain"_c), {{"renameat2", 0, answer}});
-    refuses(EEXIST, move("other"_c, "plain"_c), {{"renameat2", 0, answer}, {"linkat", 0, EPERM}});
-  }
-  refuses(EEXIST, move("other"_c, "plain"_c), {{"renameat2", 1, EXDEV}});
-  refuses(EXDEV, move("link"_c, "new"_c), {{"renameat2", 1, EXDEV}});
-  refuses(EINVAL, [] { return osh_copyfile("new"_c, "pipe"_c) != 0; });
-  refuses(EINVAL, copy("pipe"_c));
-  refuses(ENOSPC, copy("new"_c),
-          {{"copy_file_range", 0, ENOSPC}, {"write", 1, ENOSPC}, {"close", 0, EIO}});
-  refuses(EISDIR, [] { return osh_open_text("empty"_c, 0, 0) >= 0; }, {{"close", 0, EIO}});
-  refuses(EINVAL, [] { return osh_lseek(0, 0, 3) > 0; });
-  refuses(EINVAL, [] { return platform::_putenv("ZELVAN") == 0; });
-  EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
-  const Operation has_no_size = [] { return osh_filesize("plain"_c) == -1; };
-  EXPECT_TRUE(support::run_failing(has_no_size, {{"fstat", 2, EIO}}));
-  EXPECT_EQ(osh_unlink("pipe"_c), 0);
-
-  // A draft that can't be taken away is nobody else's to read, and the next one has another name.
-  const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
-  EXPECT_FALSE(support::run_failing(
-      copy("other"_c), {{"openat", 1, EOPNOTSUPP}, {"read", 1, EIO}, {"unlinkat", 1, EPERM}}));
-  EXPECT_EQ(errno, EIO);
-  EXPECT_EQ(fs::status(draft).permissions(), fs::perms{0600});
-  EXPECT_TRUE(copy("other"_c)() && content("other") == "12345" && content(draft) == "12345");
-  EXPECT_FALSE(support::run_failing(
-      move("plain"_c, "new"_c),
-      {{"renameat2", 1, EXDEV}, {"unlinkat", 1, EPERM}, {"unlinkat", 2, EIO}}));
-  EXPECT_EQ(errno, EPERM);
-}
-
-// A file system of the network repeats a request whose answer got lost, and reports that there is
-// nothing left to do.
-TEST(SystemCalls, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
-  const std::pair<const char*, Failures> rows[] = {
-      {"by a link", {{"renameat2", 0, EINVAL}, {"unlinkat", 1, ENOENT, true}}},
-      {"for another reason", {{"renameat2", 0, EINVAL}, {"unlinkat", 1, EIO, true}}},
-      {"by a copy", {{"renameat2", 1, EXDEV}, {"unlinkat", 1, ENOENT, true}}},
-      {"over a reserved name",
-       {{"renameat2", 0, EINVAL}, {"linkat", 0, EPERM}, {"renameat", 1, ENOENT, true}}}};
-  for (const auto& [why, failures] : rows) {
-    World world;
-    EXPECT_TRUE(support::run_failing(move("plain"_c, "new"_c), failures)) << why;
-    EXPECT_TRUE(!fs::exists("plain") && content("new") == "12345") << why;
-  }
-  World world;
-  EXPECT_TRUE(support::run_failing(move("empty"_c, "new"_c), rows[3].second));
-  EXPECT_TRUE(!fs::exists("empty") && fs::is_directory("new"));
-  EXPECT_TRUE(support::run_failing(copy("other"_c), {{"renameat", 1, ENOENT, true}}));
-  EXPECT_EQ(content("other"), "12345");
-}
-
-// A move syncs the folder of the new name, as far as that can be done.
-TEST(SystemCalls, SyncAFolderOrEverything) {
-  const struct {
-    support::Failure failure;
-    int syncs;
-    const char* why;
-  } rows[] = {{{"fsync", 2, EINVAL}, 0, "such a folder needs no sync"},
-              {{"openat", 2, EACCES}, 1, "a folder that may not be read can't be opened"}};
-  for (const auto& [failure, syncs, why] : rows) {
-    World world;
-    EXPECT_TRUE(support::run_failing(move("plain"_c, "new"_c), {{"renameat2", 1, EXDEV}, failure}))
-        << why;
-    EXPECT_EQ(support::calls_made[support::sync_id], syncs) << why;
-    EXPECT_EQ(support::calls_made[support::fsync_id], 2 - syncs) << why;
-  }
-}
-
-TEST(SystemCalls, EmptyNoFileForADescriptorThatDoesNotFit) {
-  World world;
-  for (const auto& [lowest, done] : {std::pair{0, true}, {32'768, false}}) {
-    put("plain", "12345");
-    support::lowest_descriptor = lowest;
-    const auto empties = [] {
-      const int fd = osh_open_binary("plain"_c, osh_open_write_only | osh_open_truncate, 0);
-      return fd >= 0 && osh_close(fd) == 0;
-    };
-    EXPECT_EQ(support::run_failing(empties, {}), done) << lowest;
-    EXPECT_EQ(content("plain"), done ? "" : "12345") << lowest;
-    EXPECT_TRUE(done || errno == EMFILE);
-  }
-  support::lowest_descriptor = 0;
-}
-
-// Where every file has the permissions of the mount, none can be given to a copy, nor need be.
-TEST(SystemCalls, CopyWithoutPermissionsToGive) {
-  World world;
-  for (const auto& [mode, done] : {std::pair{0600, true}, {0640, false}}) {
-    chmod("other", mode);
-    EXPECT_EQ(support::run_failing(copy("other"_c), {{"fchmod", 0, EPERM}}), done);
-    EXPECT_TRUE(done || errno == EPERM);
-  }
-}
-
-TEST(SystemCalls, HaveNoSeparatorInsideACharacter) {
-  const std::pair<std::string, std::string> rows[] = {{"a\\b\x81\\c", "a|b\x81\\c"},
-                                                      {"a\\\xff/\x81", "a\\\xff|\x81"},
-                                                      {"a/\xff\x81\\", "a|\xff\x81\\"}};
-  for (auto [path, split] : rows) {
-    char file[9];
-    EXPECT_EQ(osh_truncate_path(path.data(), path.data(), file), 1);
-    EXPECT_EQ(path.c_str() + std::string("|") + file, split);
-  }
-}
-
-TEST(SystemCalls, StartAProgramOrTellWhyNot) {
+TEST(Processes, TellWhetherTheyStarted) {
   setenv("PATH", "/bin", 1);
-  const auto starts = [](const Operation& operation, const std::string& calls) {
-    expect(operation, "+new 644 \n", calls + " close.. waitpid.", {}, "", false);
+  const Harmless not_told{"read", each_time, "the program has started all the same"};
+  const Harmless not_found{"stat", {1}, "the shell may know it"};
+  const Harmless not_runnable{"access", {1}, "the shell may know it"};
+  const Harmless not_waited{"waitpid", {1}, "somebody else has waited"};
+  const Harmless not_closed{"close", each_time, "nothing was written there"};
+  const auto starts = [](const char* name, const Operation& operation,
+                         const std::vector<Harmless>& harmless) {
+    check(name, operation, "+new 660 \n", harmless, {}, "");
   };
-  starts([] { return platform::CreateProcessA("touch new") == 1; },
-         "read. stat! access! pipe2! fork!! dup3! setsid. execve!");
-  starts([] { return osh_system(0, "touch new"_c) == 0; },
-         "read. stat. access. pipe2! fork!! dup3! execve!");
-  starts([] { return osh_system(1, "exec touch new"_c) == 0; },
-         "read. stat. pipe2! fork!! dup3! execve! fcntl.");
-  const std::pair<int, int> results[] = {{EACCES, 5}, {EPERM, 5},    {EAGAIN, 8},
-                                         {EMFILE, 8}, {ENFILE, 8},   {ENOMEM, 8},
-                                         {E2BIG, 8},  {ENOEXEC, 11}, {EIO, 2}};
-  for (const auto& [why, result] : results) {
-    for (const support::Failure& failure :
-         {support::Failure{"fork", 2, why}, support::Failure{"execve", 1, why}}) {
-      const auto told = [result = result] { return osh_system(1, "true"_c) == result; };
-      EXPECT_TRUE(support::run_failing(told, {failure, {"read", 1, EINTR}})) << why;
-    }
-  }
-  support::refused_request = 1;
-  EXPECT_TRUE(support::run_failing([] { return osh_system(1, "a long command"_c) == 8; }, {}));
-  support::refused_request = 0;
+  starts(
+      "a program", [] { return platform::CreateProcessA("touch new") == 1; },
+      {not_told, not_waited, not_closed, {"setsid", {1}, "it runs in the session of its starter"}});
+  starts("a command of plain words", [] { return osh_system(0, "touch new"_c) == 0; },
+         {not_told, not_found, not_runnable, not_waited, not_closed});
+  starts("a command of the shell", [] { return osh_system(1, "exec touch new"_c) == 0; },
+         {not_told,
+          not_found,
+          not_waited,
+          not_closed,
+          {"fcntl", {1}, "the shell can't report that it doesn't know a word"}});
   unsetenv("PATH");  // which has a value for shells then, and none for sessions
   EXPECT_EQ(platform::CreateProcessA("true"), 1);
   EXPECT_EQ(zelvan::wipc_find_module("sh"), nullptr);
 }
 
-TEST(SystemCalls, KeepAPauseWhole) {
-  for (const int time : {1, 998, 999, 1000, 5999}) {  // from 1 ms over a full second on
-    const auto pauses = [time] { return platform::Sleep(static_cast<unsigned>(time)), true; };
+TEST(Processes, HaveANumberForWhatFails) {
+  const std::pair<int, int> rows[] = {{EACCES, 5}, {EPERM, 5},    {EAGAIN, 8},
+                                      {EMFILE, 8}, {ENFILE, 8},   {ENOMEM, 8},
+                                      {E2BIG, 8},  {ENOEXEC, 11}, {EIO, 2}};
+  for (const auto& [why, number] : rows) {
+    const auto told = [&] { return osh_system(1, "true"_c) == number; };
+    EXPECT_TRUE(support::run_failing(told, {{"fork", 2, why}})) << std::strerror(why);
+    EXPECT_TRUE(support::run_failing(told, {{"execve", 1, why}, {"read", 1, EINTR}}))
+        << std::strerror(why);
+  }
+  support::refused_request = 1;
+  EXPECT_TRUE(support::run_failing([] { return osh_system(1, "a long command"_c) == 8; }, {}));
+  support::refused_request = 0;
+}
+
+// What is refused changes nothing and tells why; some calls fail as on another system.
+TEST(Files, AreRefusedWithAReason) {
+  const World world;
+  mkfifo("pipe", 0400);
+  chmod("empty", 0555);
+  const auto copy = [](char* from, char* to) {
+    return [=] { return osh_copyfile(to, from) != 0; };
+  };
+  const auto open = [](char* path, short flags) {
+    return [=] { return osh_open_text(path, flags, 0) >= 0; };
+  };
+  // clang-format off
+  const struct {
+    const char* what;
+    int why;
+    Operation operation;
+    Failures failures;
+  } rows[] = {
+      {"read and write by 1 | 2", EINVAL, open("plain"_c, 3), {}},
+      {"to write a read-only file", EACCES, open("locked"_c, 1), {}},
+      {"to open a directory", EISDIR, open("empty"_c, 0), {{"close", 0, EIO}}},
+      {"a stream of a directory", EISDIR, [] { return osh_fopen_text("dir"_c, "r"_c) != nullptr; }, {}},
+      {"no such origin", EINVAL, [] { return osh_lseek(0, 0, 3) > 0; }, {}},
+      {"a setting without a value", EINVAL, [] { return platform::_putenv("ZELVAN") == 0; }, {}},
+      {"to append to itself", EINVAL, [] { return osh_cat("plain"_c, "./plain"_c) == 1; }, {}},
+      {"to copy onto itself", EINVAL, copy("plain"_c, "link"_c), {}},
+      {"to copy over a read-only file", EACCES, copy("plain"_c, "locked"_c), {}},
+      {"to copy a FIFO", EINVAL, copy("pipe"_c, "new"_c), {}},
+      {"to fill a disk", ENOSPC, copy("plain"_c, "new"_c),
+       {{"copy_file_range", 0, EIO}, {"write", 1, ENOSPC}, {"close", 0, EIO}}},
+      {"to unlink a read-only file", EACCES, [] { return osh_unlink("locked"_c) == 0; }, {}},
+      {"to unlink a directory", EISDIR, [] { return osh_unlink("dir"_c) == 0; }, {}},
+      {"without flags", EEXIST, move("other"_c, "plain"_c), {no_flags}},
+      {"without flags, a directory", EEXIST, move("dir"_c, "plain"_c), {no_flags}},
+      {"without links", EEXIST, move("other"_c, "plain"_c), {{"renameat2", 0, ENOSYS}, no_links}},
+      {"on another file system", EEXIST, move("other"_c, "plain"_c), {other_file_system}},
+      {"to move a link there", EXDEV, move("link"_c, "new"_c), {other_file_system}},
+  };
+  // clang-format on
+  const std::set<std::string> before = everything();
+  for (const auto& [what, why, operation, failures] : rows) {
+    errno = 0;
+    EXPECT_FALSE(support::run_failing(operation, failures)) << what;
+    EXPECT_EQ(std::string(std::strerror(errno)), std::strerror(why)) << what;
+    EXPECT_EQ(everything(), before) << what;
+  }
+  EXPECT_EQ(osh_filesize("pipe"_c), 0) << "without waiting";
+  const Operation has_no_size = [] { return osh_filesize("plain"_c) == -1; };
+  EXPECT_TRUE(support::run_failing(has_no_size, {{"fstat", 2, EIO}}));
+}
+
+TEST(Copies, LeaveADraftThatCannotBeRemovedToItsOwner) {
+  const World world;
+  const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
+  EXPECT_FALSE(support::run_failing(
+      copy_to("other"_c), {{"openat", 1, EOPNOTSUPP}, {"read", 1, EIO}, {"unlinkat", 1, EPERM}}));
+  EXPECT_EQ(errno, EIO) << "the reason is that of the copy";
+  EXPECT_EQ(fs::status(draft).permissions(), fs::perms{0600}) << "nobody else may read it";
+  EXPECT_TRUE(copy_to("other"_c)()) << "the next draft has another name";
+  EXPECT_EQ(content("other"), "12345");
+}
+
+// A file system of the network repeats a request whose answer got lost, and reports that there is
+// nothing left to do.
+TEST(Moves, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
+  const struct {
+    const char* name;
+    char* from;
+    Failures failures;
+  } rows[] = {
+      {"by a second name", "plain"_c, {no_flags, {"unlinkat", 1, ENOENT, true}}},
+      {"for another reason", "plain"_c, {no_flags, {"unlinkat", 1, EIO, true}}},
+      {"to another file system", "plain"_c, {other_file_system, {"unlinkat", 1, ENOENT, true}}},
+      {"over a reserved name", "plain"_c, {no_flags, no_links, {"renameat", 1, ENOENT, true}}},
+      {"of a directory", "dir"_c, {no_flags, {"renameat", 1, ENOENT, true}}}};
+  for (const auto& [name, from, failures] : rows) {
+    const World world;
+    const std::string before = content(from);
+    EXPECT_TRUE(support::run_failing(move(from, "new"_c), failures)) << name;
+    EXPECT_EQ(content("new"), before) << name;
+    EXPECT_FALSE(fs::exists(from)) << name;
+  }
+  World world;
+  EXPECT_TRUE(support::run_failing(copy_to("other"_c), {{"renameat", 1, ENOENT, true}}));
+  EXPECT_EQ(content("other"), "12345") << "a copy over a file";
+  EXPECT_FALSE(support::run_failing(
+      move("plain"_c, "new"_c), {other_file_system, {"unlinkat", 1, EPERM}, {"unlinkat", 2, EIO}}));
+  EXPECT_EQ(errno, EPERM) << "the reason is that of the move, not of its being undone";
+}
+
+TEST(Moves, SyncEverythingIfTheFolderCannotBeOpened) {
+  const World world;
+  const Failures no_right_to_read = {other_file_system, {"openat", 2, EACCES}};
+  EXPECT_TRUE(support::run_failing(move("plain"_c, "new"_c), no_right_to_read));
+  EXPECT_EQ(support::calls_made[support::sync_id], 1);
+  const Failures no_need = {other_file_system, {"fsync", 2, EINVAL}};
+  EXPECT_TRUE(support::run_failing(move("new"_c, "plain"_c), no_need));
+  EXPECT_EQ(support::calls_made[support::sync_id], 0) << "such a folder needs no sync";
+}
+
+TEST(OpenBinary, EmptiesNoFileForADescriptorThatDoesNotFit) {
+  const World world;
+  support::lowest_descriptor = 32'768;
+  const Operation empties = [] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; };
+  EXPECT_FALSE(support::run_failing(empties, {}));
+  support::lowest_descriptor = 0;
+  EXPECT_EQ(errno, EMFILE);
+  EXPECT_EQ(content("plain"), "12345");
+}
+
+TEST(Copies, TakeThePermissionsOfAMountForTheirOwn) {
+  const World world;
+  for (const auto& [mode, done] : {std::pair{0600, true}, {0640, false}}) {
+    chmod("other", mode);
+    EXPECT_EQ(support::run_failing(copy_to("other"_c), {{"fchmod", 0, EPERM}}), done) << mode;
+  }
+  EXPECT_EQ(errno, EPERM);
+}
+
+TEST(TruncatePath, SplitsNoCharacter) {
+  const std::tuple<std::string, std::string, std::string> rows[] = {
+      {"a\\b\x81\\c", "a", "b\x81\\c"},      // 81 and a backslash are one character
+      {"a\\\xff/\x81", "a\\\xff", "\x81"},   // ff is no character
+      {"a/\xff\x81\\", "a", "\xff\x81\\"}};  // and does not spoil the one after it
+  for (const auto& [path, directory, file] : rows) {
+    char found_directory[9], found_file[9];
+    EXPECT_EQ(osh_truncate_path(given(path), found_directory, found_file), 1) << path;
+    EXPECT_EQ(found_directory, directory) << path;
+    EXPECT_EQ(found_file, file) << path;
+  }
+}
+
+TEST(Sleep, IsNotCutShortBySignals) {
+  for (const int time : {1, 998, 999, 1000, 5999}) {  // from 1 ms after a full second
+    const auto pauses = [time] {
+      platform::Sleep(static_cast<unsigned>(time));
+      return true;
+    };
     EXPECT_TRUE(support::run_failing(pauses, {}, true));
     EXPECT_EQ(support::end_of_pause.tv_sec, 5 + (1 + time) / 1000);
     EXPECT_EQ(support::end_of_pause.tv_nsec, (1 + time) % 1000 * 1'000'000);
   }
+  const auto pauses_seconds = [] {
+    osh_sleep(3);
+    return true;
+  };
+  EXPECT_TRUE(support::run_failing(pauses_seconds, {}));
+  EXPECT_EQ(support::end_of_pause.tv_sec, 5 + 3);
 }
 
-// A program at both ends: what it sends waits at the other one until it is fetched.
-TEST(SystemCalls, KeepAConversationWhole) {
-  const auto talk = [](bool is_answered, bool may_meet) {
-    platform::SocketAddress address{{127, 0, 0, 1}, 0};
-    const int door = platform::socket(), near = platform::socket();
-    bool done = platform::bind(door, address) == 0 && platform::getsockname(door, &address) == 0 &&
-                (!is_answered || platform::listen(door, 1) == 0) &&
-                platform::connect(near, address) == 0;
-    EXPECT_TRUE(may_meet || !done);
-    done = done && platform::select(door) == 1;
-    const int far = done ? platform::accept(door) : -1;
-    done = far >= 0 && platform::send(near, "to you", 6) == 6;
-    char text[99] = "";
-    for (int n = 1, got = 0; n > 0 && done && got < 6; got += n) {
-      n = platform::recv(far, text + got, 6 - got);
-    }
-    done = done && text == std::string("to you") && platform::gethostname(text, 99) == 0 &&
-           platform::gethostbyname("localhost", &address) == 1 && address.host[0] == 127;
-    for (const int end : {door, near, far}) platform::closesocket(end);
-    return done;
-  };
-  const auto meets = [&] { return talk(true, true); };
-  expect(
-      meets, "",
-      "socket!! setsockopt.. bind! getsockname!. getpeername. listen! accept4! poll! send! recv! "
-      "gethostname! gethostbyname_r! close... connect!",
-      {}, "#", false);
+/// A program at both ends: what it sends waits at the other one until it is fetched.
+bool converse(bool is_answered) {
+  platform::SocketAddress address{{127, 0, 0, 1}, 0};
+  const int door = platform::socket(), near = platform::socket();
+  bool done = platform::bind(door, address) == 0 && platform::getsockname(door, &address) == 0 &&
+              (!is_answered || platform::listen(door, 1) == 0) &&
+              platform::connect(near, address) == 0 && platform::select(door) == 1;
+  const int far = done ? platform::accept(door) : -1;
+  done = far >= 0 && platform::send(near, "to you", 6) == 6;
+  char text[99] = "";
+  for (int n = 1, got = 0; n > 0 && done && got < 6; got += n) {
+    n = platform::recv(far, text + got, 6 - got);
+  }
+  done = done && text == std::string("to you") && platform::gethostname(text, 99) == 0 &&
+         platform::gethostbyname("localhost", &address) == 1 && address.host[0] == 127;
+  for (const int end : {door, near, far}) platform::closesocket(end);
+  return done;
+}
+
+TEST(Sockets, CarryAConversationOrReportWhatFails) {
+  const auto meets = [] { return converse(true); };
+  check("a conversation", meets, "",
+        {{"setsockopt", each_time, "it is only slower"},
+         {"getsockname", {2}, "it is not its own peer"},
+         {"getpeername", {1}, "it is not its own peer"},
+         {"close", each_time, "everything has arrived"}},
+        {}, "");
   EXPECT_TRUE(support::run_failing(meets, {{"gethostbyname_r", 1, ERANGE}})) << "in more room";
   // How an interrupted connection ends shows later, if it can be asked.
-  EXPECT_FALSE(support::run_failing([&] { return talk(false, false); }, {}, true));
-  for (const char* call : {"poll", "getsockopt"}) {
-    EXPECT_FALSE(support::run_failing([&] { return talk(true, false); }, {{call, 1, EIO}}, true));
-  }
+  EXPECT_FALSE(support::run_failing([] { return converse(false); }, {}, true)) << "nobody answers";
+  EXPECT_FALSE(support::run_failing(meets, {{"poll", 1, EIO}}, true)) << "it can't be waited for";
+  EXPECT_FALSE(support::run_failing(meets, {{"getsockopt", 1, EIO}}, true)) << "it can't be asked";
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
-/// System calls that fail or are interrupted when a test says so: for one source of a private
-/// test program whose linker wraps each CALL and REAL named here. Calls in processes that an
-/// operation forks count as well.
+/// System calls that fail or are interrupted when a test says so, in forked processes as well: for
+/// one source of a private test program whose linker wraps each CALL and REAL named here.
 #pragma once
 
 #include "support/heap.h"
@@ -11,7 +10,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
-#include <iterator>
 #include <new>
 #include <string>
 #include <vector>
@@ -40,7 +38,8 @@ inline bool works_all_the_same = false;  ///< the call that has failed last
 inline int refused_request = 0;          ///< to the heap; below 0: with all behind it; 0: none
 
 inline std::size_t add_call(const char* name) {
-  return call_names.push_back(name), call_names.size() - 1;
+  call_names.push_back(name);
+  return call_names.size() - 1;
 }
 
 inline bool call_fails(std::size_t call, bool may_wait) {
@@ -62,7 +61,8 @@ inline bool call_fails(std::size_t call, bool may_wait) {
 inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
                         bool interrupted = false) {
   for (auto& count : calls_made) count = 0;
-  failures = planted, interrupts = interrupted;
+  failures = planted;
+  interrupts = interrupted;
   bool done = false;
   heap::refuse(std::abs(refused_request), refused_request < 0);
   try {
@@ -73,7 +73,7 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
   }
   is_armed = false;
   if (!heap::grant_all()) refused_request = 0;
-  EXPECT_EQ(heap::blocks_left(), 0);
+  EXPECT_EQ(heap::blocks_left(), 0) << "a block of the heap is left";
   return done;
 }
 

@@ -1,0 +1,159 @@
+#include <zelvan/osh/paths.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <osh/world.h>
+#include <support/guarded_array.h>
+
+namespace {
+
+using Text = support::GuardedArray<char>;
+
+/// A text and zeros up to so many bytes.
+std::string filled_up(std::string text, std::size_t size) {
+  text.resize(size);
+  return text;
+}
+
+/// All texts of up to so many of the characters that mean something in a path.
+std::vector<std::string> short_texts(std::size_t longest) {
+  std::vector<std::string> texts = {""};
+  for (std::size_t i = 0; texts[i].size() < longest; ++i) {
+    for (const char c : {'a', '.', '/', '\\'}) texts.push_back(texts[i] + c);
+  }
+  return texts;
+}
+
+std::string absolute(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> text(osh_find_exec_path(given(path)), std::free);
+  return text.get();
+}
+
+TEST(AlternatePathname, IsThePathItselfOnPosix) {
+  if (!support::is_posix) GTEST_SKIP() << "names have short forms";
+  const World world;
+  const std::string fitting = padded("plain", 1023);
+  Text form(1024);
+  EXPECT_EQ(osh_alternate_pathname(given(fitting), form.data()), 0);
+  EXPECT_EQ(form.data(), fitting);
+  EXPECT_EQ(osh_alternate_pathname(given(padded("plain", 1024)), form.data()), -1);
+  EXPECT_STREQ(form.data(), "") << "it doesn't fit";
+  EXPECT_EQ(osh_alternate_pathname("dangling"_c, form.data()), -1) << "it leads nowhere";
+  EXPECT_STREQ(form.data(), "dangling");
+}
+
+TEST(AppendPath, PutsOneBackslashBetweenUnlessThereIsOne) {
+  for (const std::string& first : short_texts(2)) {
+    for (const std::string& second : short_texts(2)) {
+      const bool has_backslash = first.ends_with('\\') || second.starts_with('\\');
+      const std::string joined = first + (has_backslash ? "" : "\\") + second;
+      Text onto_first(filled_up(first, joined.size() + 1));
+      EXPECT_EQ(osh_append_path(onto_first.data(), given(second), onto_first.data()), 1);
+      EXPECT_EQ(onto_first.data(), joined) << first << " and " << second;
+      Text onto_second(filled_up(second, joined.size() + 1));
+      EXPECT_EQ(osh_append_path(given(first), onto_second.data(), onto_second.data()), 1);
+      EXPECT_EQ(onto_second.data(), joined) << first << " and " << second;
+    }
+  }
+}
+
+TEST(TruncatePath, SplitsAtTheLastSeparator) {
+  for (const std::string& path : short_texts(5)) {
+    const std::size_t file = path.find_last_of("/\\") + 1;  // 0 without a separator
+    const std::string directory = path.substr(0, file == 0 ? 0 : file - 1);
+    Text in_place(filled_up(path, path.size() + 1)), other(path.size() + 1);
+    EXPECT_EQ(osh_truncate_path(in_place.data(), in_place.data(), other.data()), 1);
+    EXPECT_EQ(in_place.data(), directory) << path;
+    EXPECT_EQ(other.data(), path.substr(file)) << path;
+    Text onto_file(filled_up(path, path.size() + 1));
+    EXPECT_EQ(osh_truncate_path(onto_file.data(), other.data(), onto_file.data()), 1);
+    EXPECT_EQ(onto_file.data(), path.substr(file)) << path;
+    const std::size_t dot = std::min(path.find('.', file), path.size());
+    EXPECT_EQ(utl_file_extension(given(path)), path.c_str() + dot) << "the extension of " << path;
+  }
+  char text[] = "a/b";
+  EXPECT_EQ(osh_truncate_path(nullptr, text, text), 0);
+  EXPECT_EQ(osh_truncate_path(text, nullptr, text), 0);
+  EXPECT_EQ(osh_truncate_path(text, text, nullptr), 0);
+  EXPECT_STREQ(text, "a/b");
+}
+
+TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
+  if (!support::is_posix) GTEST_SKIP() << "the system makes the form";
+  const World world;
+  EXPECT_EQ(absolute("a/.."), world.path + "/a/..") << "a could be a link";
+  EXPECT_EQ(absolute(".//./\\x/."), world.path + "/\\x");
+  EXPECT_EQ(absolute("//.//a...//"), "/a...");
+  EXPECT_EQ(absolute(""), "");
+  fs::current_path("/");
+  EXPECT_EQ(absolute("./x"), "/x");
+  EXPECT_EQ(absolute("."), "/");
+}
+
+TEST(GetWorkingDir, WritesUpTo1024Bytes) {
+  if (!support::is_posix) GTEST_SKIP() << "directories have shorter paths";
+  for (const std::size_t length : {1023, 1024}) {
+    const World world;
+    std::string path = world.path;
+    while (path.size() < 800) path += '/' + std::string(200, 'd');
+    path += '/' + std::string(length - path.size() - 1, 'd');
+    fs::create_directories(path);
+    fs::current_path(path);
+    Text directory(std::string(1024, 'u'));
+    EXPECT_EQ(osh_get_working_dir(directory.data()), length < 1024);
+    EXPECT_EQ(std::string(directory.data(), 1023), length < 1024 ? path : std::string(1023, 'u'));
+    EXPECT_EQ(absolute("x"), path + "/x") << "of any length";
+    fs::remove(path);
+    EXPECT_EQ(osh_get_working_dir(directory.data()), 0) << "it is gone";
+    EXPECT_EQ(absolute("x"), "") << "it is gone";
+  }
+}
+
+TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
+  const World world;
+  const std::string longest = padded("x", 1022);
+  const struct {
+    std::string prefix, taken, next;
+    const char* why;
+  } rows[] = {{"AA.", "AAY", "AAZ", "Z comes after Y"},
+              {"AA.", "AZZ", "BAA", "a carry to the left"},
+              {"AA.", "ZZZ", "", "no carry reaches the prefix"},
+              {"AA.", "A9Z[@", "B9A[@", "other characters stay"},
+              {longest, "A", "B", "the longest name"}};
+  for (const auto& [prefix, taken, next, why] : rows) {
+    SCOPED_TRACE(taken + " is taken: " + why);
+    put(prefix + taken);
+    const int expected = next.empty() ? -1 : 0;
+    const std::string name = prefix + (next.empty() ? taken : next);
+    Text result(filled_up(taken, 1024));  // which may be the letters
+    errno = 77;
+    EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
+    EXPECT_EQ(result.data(), name);
+    EXPECT_TRUE(next.empty() || errno == 77) << "errno is " << errno;
+    fs::remove(prefix + taken);
+  }
+  std::string onto_prefix = filled_up("plain", 8);
+  EXPECT_EQ(utl_unique_filename(onto_prefix.data(), "AB"_c, onto_prefix.data()), 0);
+  EXPECT_EQ(onto_prefix, filled_up("plainAB", 8)) << "and the prefix may be the result";
+  EXPECT_EQ(utl_unique_filename(given(longest), "AA"_c, onto_prefix.data()), -1) << "too long";
+  EXPECT_STREQ(onto_prefix.c_str(), "");
+}
+
+TEST(FileParms, AreTenNumbers) {
+  short copy[10];
+  osh_get_file_parms(copy);
+  short* const shared = osh_get_sys_parms();
+  shared[2] = 7;
+  EXPECT_EQ(osh_get_sys_parms(), shared) << "written again, where it was";
+  for (const short* parms : {copy, shared}) {
+    EXPECT_EQ(std::vector(parms, parms + 10), (std::vector<short>{1, 2, 8, 2, 1, 1, 2, 4, 4, 8}));
+  }
+  EXPECT_EQ(osh_verify_file_name(), 0);
+}
+
+}  // namespace

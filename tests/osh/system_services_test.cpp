@@ -1,0 +1,65 @@
+#include <zelvan/osh/system_services.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <osh/world.h>
+#include <support/guarded_array.h>
+
+namespace {
+
+TEST(QsortCompareStrings, OrdersByUnsignedBytes) {
+  const std::vector<const char*> in_order = {"", "Y", "Z", "a", "ab", "z", "\xe9"};
+  for (const char* const& a : in_order) {
+    for (const char* const& b : in_order) {
+      EXPECT_EQ(osh_qsort_compare_strings(&a, &b), (&a > &b) - (&a < &b)) << a << " and " << b;
+    }
+  }
+}
+
+TEST(GetTimeStamp, IsTheLocalTimeInTwoDigitsEach) {
+  support::GuardedArray<char> stamp(14);
+  char expected[14];
+  std::time_t second;
+  do {
+    second = std::time(nullptr);
+    EXPECT_EQ(osh_get_time_stamp(stamp.data()), 13);
+  } while (second != std::time(nullptr));
+  std::strftime(expected, sizeof expected, "%y%m%d.%H%M%S", std::localtime(&second));
+  EXPECT_STREQ(stamp.data(), expected);
+}
+
+TEST(Gethostname, IsLocalhostFilledUpWithZeros) {
+  for (int size = 0; size <= 20; ++size) {
+    std::string expected = "localhost";
+    expected.resize(size);
+    support::GuardedArray<char> name(size);
+    EXPECT_EQ(osh_gethostname(name.data(), size), 0);
+    EXPECT_EQ(std::string(name.begin(), name.end()), expected);
+  }
+  EXPECT_EQ(osh_gethostname(nullptr, -1), 0);
+}
+
+TEST(Setenv, SplitsAtTheFirstEqualsSign) {
+  const struct {
+    const char *name, *value;
+    int result;
+    const char *after, *why;
+  } rows[] = {{"ZELVAN", "a=b", 0, "a=b", "an equals sign in the value"},
+              {nullptr, "x", -1, "a=b", "no name"},
+              {"", "x", -1, "a=b", "an empty name"},
+              {"=ZELVAN", "x", -1, "a=b", "a name that begins with an equals sign"},
+              {"ZELVAN=c", "d", 0, "c=d", "a name that ends at an equals sign"},
+              {"ZELVAN", nullptr, 0, "", "no value counts as empty"}};
+  for (const auto& [name, value, result, after, why] : rows) {
+    EXPECT_EQ(osh_setenv(const_cast<char*>(name), const_cast<char*>(value)), result) << why;
+    EXPECT_STREQ(std::getenv("ZELVAN"), after) << why;
+  }
+}
+
+TEST(SystemType, IsALibraryConstant) { EXPECT_EQ(osh_system_type(), 8); }
+
+}  // namespace
