@@ -2,7 +2,6 @@
 
 #include <cstdarg>
 #include <cstring>
-#include <string>
 #include <string_view>
 
 support::Digest* printed = nullptr;
@@ -11,7 +10,7 @@ static int take(const char* format, std::va_list arguments) {
   if (printed == nullptr) return 0;
   (*printed)(std::string_view(format));
   for (const char* p = std::strchr(format, '%'); p != nullptr; p = std::strchr(p + 1, '%')) {
-    const std::string directive(p, std::strcspn(p, "dsx") + 1);
+    const std::string_view directive(p, std::strcspn(p, "dsx") + 1);
     if (directive == "%d") (*printed)(va_arg(arguments, int));
     if (directive == "%ld") (*printed)(va_arg(arguments, long));
     if (directive == "%s") (*printed)(std::string_view(va_arg(arguments, const char*)));
