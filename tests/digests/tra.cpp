@@ -43,8 +43,10 @@ const Group arrays("tra.arrays", [](Digest& digest) {
       Bytes bytes(n * size + reach);
       for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random.below(256));
       Bytes one_by_one = bytes;
-      for (int k = 0; k < n; ++k) run(1, &one_by_one[from + k * size], &one_by_one[to + k * size]);
-      run(n, &bytes[from], &bytes[to]);
+      for (int k = 0; k < n; ++k) {
+        run(1, one_by_one.data() + from + k * size, one_by_one.data() + to + k * size);
+      }
+      run(n, bytes.data() + from, bytes.data() + to);
       digest(bytes);
       digest.expect(bytes == one_by_one || n > 65535 || (moves && distance > 0));
     }
