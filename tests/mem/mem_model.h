@@ -47,6 +47,10 @@ class MemModel {
       case 3:
         if (below_(4) == 0) clear();
         return "MemListClear";
+      case 4:
+        MemSetPointer(list_, address, &outside_.emplace_back(nullptr));
+        rows_[index].parent = -1;
+        return "MemSetPointer";
       default:
         allocate(1 + below_(40), address == nullptr ? -1 : index);
         return "MemAllocate";
@@ -113,12 +117,11 @@ class MemModel {
 
   /// Releases the row of the least measure, the first of equals. A measure of 0 is none.
   void evict(const std::function<int(int)>& measure) {
-    std::vector<std::pair<int, int>> candidates;
+    int least = -1;
     for (int i = 0; i < n_rows(); ++i) {
-      if (measure(i) != 0) candidates.emplace_back(measure(i), i);
+      if (measure(i) != 0 && (least < 0 || measure(i) < measure(least))) least = i;
     }
-    if (candidates.empty()) return;
-    release_family(std::min_element(candidates.begin(), candidates.end())->second);
+    if (least >= 0) release_family(least);
   }
 
   /// Allocates a block with its owner in the block `parent` if there is room, else outside. If the
@@ -134,17 +137,15 @@ class MemModel {
     if (parent < 0) place = &outside_.emplace_back(nullptr);
     const auto is_free = [](const Row& row) { return row.address == nullptr; };
     if (std::none_of(rows_.begin(), rows_.end(), is_free)) rows_.resize(rows_.size() + 16);
-    if (used() + size > limit) evict([this](int i) { return rows_[i].number; });
+    if (used() + size > pool_->limit) evict([this](int i) { return rows_[i].number; });
     MemAllocate(list_, size, this, place);
     if (parent >= 0 && rows_[parent].address == nullptr) return;
     std::memset(*place, 0, size);
     *std::find_if(rows_.begin(), rows_.end(), is_free) = {*place, size, ++last_number_, parent};
   }
 
-  static constexpr int limit = 500;
-
   std::function<int(int)> below_;
-  MemPool* pool_ = MemPoolNew(limit);
+  MemPool* pool_ = MemPoolNew(500);
   MemList* list_ = MemListNew(pool_, [](MemException* e) { return MemListRemoveOldest(e->list); });
   std::vector<Row> rows_ = std::vector<Row>(16);
   std::deque<void*> outside_;  ///< owners' pointers that lie in no block
