@@ -77,6 +77,10 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
     color.HsvToRgb(&hsv, 4);
     EXPECT_EQ(color, ColorRGB(4, 0, 0)) << "hue " << hue << " counts as 0";
   }
+  ColorHSV negative = {-90, 1, 1};
+  ColorRGB color;
+  color.HsvToRgb(&negative, 6000);
+  EXPECT_EQ(color, ColorRGB(3000, 0, 6000)) << "270 degrees";
 }
 
 TEST(ColorRGB, UnpacksTheLower24Bits) {
