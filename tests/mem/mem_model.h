@@ -1,7 +1,6 @@
 /// A plain model of a list with its pool, and random operations on both.
 ///
-/// The model chooses each block's parent itself, so it compares no addresses. Totals it adds up
-/// anew each time it needs them.
+/// The model chooses each block's parent itself, and adds up totals anew when it needs them.
 #pragma once
 
 #include <zelvan/mem/mem.h>
@@ -48,8 +47,7 @@ class MemModel {
         if (below_(4) == 0) clear();
         return "MemListClear";
       case 4:
-        MemSetPointer(list_, address, &outside_.emplace_back(nullptr));
-        rows_[index].parent = -1;
+        set_pointer(index, below_(n_rows()));
         return "MemSetPointer";
       default:
         allocate(1 + below_(40), address == nullptr ? -1 : index);
@@ -124,17 +122,28 @@ class MemModel {
     if (least >= 0) release_family(least);
   }
 
+  /// Returns a null pointer in the block `*parent`, or one outside, and then sets `*parent` to -1.
+  void** find_place(int* parent) {
+    if (*parent >= 0) {
+      auto** const first = static_cast<void**>(rows_[*parent].address);
+      auto** const last = first + rows_[*parent].size / static_cast<int>(sizeof(void*));
+      auto** const place = std::find(first, last, nullptr);
+      if (place != last) return place;
+    }
+    *parent = -1;
+    return &outside_.emplace_back(nullptr);
+  }
+
+  /// Moves the pointer to a block into the block `parent`. A block is no parent of itself.
+  void set_pointer(int index, int parent) {
+    MemSetPointer(list_, rows_[index].address, find_place(&parent));
+    if (rows_[index].address != nullptr) rows_[index].parent = parent == index ? -1 : parent;
+  }
+
   /// Allocates a block with its owner in the block `parent` if there is room, else outside. If the
   /// pool is short, the handler first removes the oldest block; if that is the parent, all fails.
   void allocate(int size, int parent) {
-    void** place = nullptr;
-    if (parent >= 0) {
-      auto** const first = static_cast<void**>(rows_[parent].address);
-      auto** const last = first + rows_[parent].size / static_cast<int>(sizeof(void*));
-      place = std::find(first, last, nullptr);
-      if (place == last) parent = -1;
-    }
-    if (parent < 0) place = &outside_.emplace_back(nullptr);
+    void** const place = find_place(&parent);
     const auto is_free = [](const Row& row) { return row.address == nullptr; };
     if (std::none_of(rows_.begin(), rows_.end(), is_free)) rows_.resize(rows_.size() + 16);
     if (used() + size > pool_->limit) evict([this](int i) { return rows_[i].number; });
