@@ -1,6 +1,4 @@
 /// A plain model of a list with its pool, and random operations on both.
-///
-/// The model chooses each block's parent itself, and adds up totals anew when it needs them.
 #pragma once
 
 #include <zelvan/mem/mem.h>

@@ -50,6 +50,7 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
     EXPECT_EQ(MemAllocate(list, row.size, nullptr, &owner), row.status) << row.why;
     EXPECT_EQ(codes, row.codes) << row.why;
     EXPECT_EQ(pool.used, row.used + (row.status == MEM_SUCCESS ? row.size : 0)) << row.why;
+    MemFree(list, owner);
   }
   MemListDelete(&list);
 }
