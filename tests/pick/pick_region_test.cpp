@@ -22,7 +22,8 @@ TYPED_TEST_SUITE(OwnedPoints, Regions);
 
 TYPED_TEST(OwnedPoints, AreNoneIfTooFewForTheShape) {
   const unsigned int least = std::is_same_v<TypeParam, CPolygon> ? 3 : 2;
-  EXPECT_NE(TypeParam(least, this->xs, this->ys).start(), nullptr);
+  TypeParam enough(least);
+  EXPECT_EQ(this->of(enough), std::vector<DblPt>(least));
   EXPECT_EQ(TypeParam(least - 1, this->xs, this->ys).start(), nullptr);
   EXPECT_EQ(TypeParam(least - 1, this->three.data()).start(), nullptr);
 }
@@ -60,6 +61,7 @@ TYPED_TEST(OwnedPoints, AreNoneWhereTheHeapRefuses) {
   EXPECT_TRUE(heap::is_null(without_points));
   for (TypeParam* empty : {&made, &copy, &target}) {
     EXPECT_TRUE(heap::is_null(empty->start()));
+    EXPECT_TRUE(heap::is_null(empty->end()));
     EXPECT_FALSE(empty->isInside(0.0, 0.0, 9.0));
   }
 }
