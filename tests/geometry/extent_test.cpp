@@ -64,8 +64,8 @@ TEST(MaxminCubic, HoldsTheTurningPoints) {
 }
 
 TEST(MaxminRotrect, IsTheBoxOfATurnedBox) {
-  real_pt_t center = {1, 4};
-  double box[] = {5, 6, 1, 4};  // from the center 0 to 4 in x and 0 to 2 in y
+  real_pt_t center = {0, 4};
+  double box[] = {5, 6, 1, 4};  // from the center 1 to 5 in x and 0 to 2 in y
   utl_maxmin_rotrect(&center, box, M_PI / 2);
-  expect_box({{box[2], box[3]}, {box[0], box[1]}}, {{1, 8}, {-1, 4}}, "a quarter turn");
+  expect_box({{box[2], box[3]}, {box[0], box[1]}}, {{0, 9}, {-2, 5}}, "a quarter turn");
 }
