@@ -1,57 +1,119 @@
-#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_rgb.h>
-#include <zelvan/text/str_field.h>
+#include <zelvan/colour/detail/named_color_table.h>
 
-#include <array>
+#include <cctype>
+#include <cmath>
+#include <map>
 #include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
+#include <support/printers.h>
+
+namespace {
+
+const ColorRGB before(11, 12, 13);
 
 TEST(ColorRGB, TakesATextualValue) {
-  using Channels = std::array<int, 3>;
-  const Channels before = {11, 12, 13};
-  const std::pair<std::string, Channels> rows[] = {
-      {"RGB 1 0.5 0.001", {255, 128, 0}},
-      {"rgb x 0 \"1\"", {0, 0, 0}},  // any text counts as 0
-      {"HSV 210 1 .5 more", {0, 64, 128}},
-      {"HSV 360 1 1", before},
-      {"Name snow", {255, 250, 250}},
-      {"NAME \"dark BLUE\" more", {0, 0, 128}},
-      {"Name dark blue", before},
-      {"Name", before},
-      {"RGB 1 0", before},
-      {"", before},
+  const struct {
+    std::string text;
+    ColorRGB expected;
+    const char* why;
+  } rows[] = {
+      {"rgb 1 0.5 -0.0", {255, 128, 0}, "halves go up"},
+      {"RGB 1.000001 0 0", before, "red above 1"},
+      {"RGB 0 -1e-9 0", before, "green below 0"},
+      {"RGB x 1 \"1\"", {0, 255, 0}, "a word and a string count as 0"},
+      {"RGB 1 0", before, "too few operands"},
+      {"HSV 240 1 1 more", {0, 0, 255}, "what follows the last operand is ignored"},
+      {"HSV 360 1 1", before, "the circle ends before 360"},
+      {"HSV -1 1 1", before, "hue below 0"},
+      {"HSV 0 1.5 1", before, "saturation above 1"},
+      {"HSV 0 1 -0.5", before, "value below 0"},
+      {"NAME \"dark BLUE\"", {0, 0, 128}, "in any case"},
+      {"Name dark blue", before, "there is no dark"},
+      {"Name", before, "no operand"},
+      {"", before, "no keyword"},
   };
-  for (auto [text, expected] : rows) {
-    ColorRGB by_str_parse(11, 12, 13), by_itself(11, 12, 13);
-    ColorMap map(2, 255);
-    map.colors[0] = map.colors[1] = {11, 12, 13};
-    EXPECT_EQ(by_str_parse.SetValue(0, text.data()), expected != before) << text;
-    EXPECT_EQ(by_itself.SetValue(text.c_str()), expected != before) << text;
-    EXPECT_EQ(map.SetIndex(0, 0, text.data()), expected != before) << text;
-    EXPECT_EQ(map.SetIndex(1, text.c_str()), expected != before) << text;
-    for (const ColorRGB& color : {by_str_parse, by_itself, map.colors[0], map.colors[1]}) {
-      EXPECT_EQ((Channels{color.red, color.green, color.blue}), expected) << text;
-    }
+  for (auto row : rows) {
+    SCOPED_TRACE(row.text + ": " + row.why);
+    const int status = row.expected == before ? 0 : 1;
+    ColorRGB by_str_parse = before;
+    ColorRGB by_itself = before;
+    EXPECT_EQ(by_str_parse.SetValue(0, row.text.data()), status);
+    EXPECT_EQ(by_itself.SetValue(row.text.c_str()), status);
+    EXPECT_EQ(by_str_parse, row.expected);
+    EXPECT_EQ(by_itself, row.expected);
   }
 }
 
-TEST(ColorRGB, RefusesWhatIsNoTextAndNoEntry) {
-  ColorMap map(1, 255);
-  EXPECT_EQ(map.colors[0].SetValue(nullptr), 0);
-  EXPECT_EQ(map.SetIndex(0, nullptr), 0);
-  EXPECT_EQ(map.SetIndex(1, "Name snow"), 0);
-  EXPECT_EQ(map.SetIndex(-1, "Name snow"), 0);
+TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
+  const struct {
+    ColorHSV hsv;
+    ColorRGB color;
+    const char* why;
+  } rows[] = {
+      {{0, 0, 0.5f}, {2, 2, 2}, "grey"},
+      {{30, 1, 1}, {4, 2, 0}, "green rises"},
+      {{90, 1, 1}, {2, 4, 0}, "red falls"},
+      {{150, 1, 1}, {0, 4, 2}, "blue rises"},
+      {{210, 1, 1}, {0, 2, 4}, "green falls"},
+      {{270, 1, 1}, {2, 0, 4}, "red rises"},
+      {{330, 1, 1}, {4, 0, 2}, "blue falls: below 0, a turn is added"},
+      {{240, 0.5f, 0.5f}, {1, 1, 2}, "pale and dark"},
+  };
+  for (auto row : rows) {
+    ColorRGB color;
+    color.HsvToRgb(&row.hsv, 4);
+    EXPECT_EQ(color, row.color) << row.why;
+    ColorHSV hsv;
+    row.color.RgbToHsv(4, &hsv);
+    EXPECT_EQ(hsv.hue, row.hsv.hue) << row.why;
+    EXPECT_EQ(hsv.saturation, row.hsv.saturation) << row.why;
+    EXPECT_EQ(hsv.value, row.hsv.value) << row.why;
+  }
+  for (const float hue : {360.0f, -720.0f, -0x1p-149f, float{NAN}}) {
+    ColorHSV hsv = {hue, 1, 1};
+    ColorRGB color;
+    color.HsvToRgb(&hsv, 4);
+    EXPECT_EQ(color, ColorRGB(4, 0, 0)) << "hue " << hue << " counts as 0";
+  }
+  ColorHSV negative = {-90, 1, 1};
+  ColorRGB color;
+  color.HsvToRgb(&negative, 6000);
+  EXPECT_EQ(color, ColorRGB(3000, 0, 6000)) << "270 degrees";
 }
 
-// As in a program that walks a line by `str_parse` and sets a colour on the way.
-TEST(ColorRGB, TakesATextWithoutTouchingTheFieldInHand) {
-  char line[] = "\"RGB 1 0 0\" end";
-  const str_field* const field = str_parse(line);
-  ColorMap map(1, 255);
-  EXPECT_EQ(map.colors[0].SetValue(field->text), 1);
-  EXPECT_EQ(map.SetIndex(0, field->text), 1);
-  EXPECT_STREQ(field->text, "RGB 1 0 0");
-  EXPECT_STREQ(str_parse(field->next)->text, "end");
+TEST(ColorRGB, UnpacksTheLower24Bits) {
+  ColorRGB color;
+  color.RGB32BitToRGBColor(static_cast<int>(0xFF332211));
+  EXPECT_EQ(color, ColorRGB(0x11, 0x22, 0x33));
+  color.BGR32BitToRGBColor(static_cast<int>(0xFF332211));
+  EXPECT_EQ(color, ColorRGB(0x33, 0x22, 0x11));
 }
+
+TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {
+  std::map<unsigned int, std::string> first_names;
+  for (const zelvan::NamedColor& row : zelvan::named_colors) {
+    std::string upper = row.name;
+    for (char& c : upper) c = static_cast<char>(std::toupper(c));
+    ColorRGB color;
+    EXPECT_EQ(color.FindName(upper.data()), 1) << row.name;
+    EXPECT_EQ(color, ColorRGB(row.red, row.green, row.blue)) << row.name;
+    first_names.try_emplace(color.RGBTo24BitColor(), row.name);
+    char* name = nullptr;
+    EXPECT_EQ(color.FindNameForRgb(&name), 1) << row.name;
+    EXPECT_EQ(name, first_names[color.RGBTo24BitColor()]) << row.name;
+  }
+}
+
+TEST(NamedColors, AreNoOthers) {
+  for (std::string name : {"", "DarkBlue", "snow ", "gray101", "gray0\xA0", "@now"}) {
+    EXPECT_EQ(ColorRGB().FindName(name.data()), 0) << name;
+  }
+  char* name = nullptr;
+  for (ColorRGB color : {before, ColorRGB(256, 0, 0), ColorRGB(0, -1, 0), ColorRGB(0, 0, 511)}) {
+    EXPECT_EQ(color.FindNameForRgb(&name), 0) << testing::PrintToString(color);
+  }
+}
+
+}  // namespace

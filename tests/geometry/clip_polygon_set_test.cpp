@@ -1,22 +1,37 @@
 #include "geometry/clip_model.h"
+#include "support/heap.h"
 #include "support/vector_forms.h"
 
 TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
   const auto clip = ClipPolygonSet;
-  const Set arch = {{{2, 15}, 1}, {{8, 15}, 1}, {{8, 5}, 1}, {{6, 5}, 1},
+  const Set arch = {{{2, 15}, 1}, {{8, 15}, 1}, {{8, 5}, 0}, {{6, 5}, 1},
                     {{6, 12}, 1}, {{4, 12}, 1}, {{4, 5}, 1}, {{2, 5}, 3}};
-  const Set legs = {{{8, 10}, 0}, {{6, 10}, 1}, {{6, 5}, 1}, {{8, 5}, 3},
+  const Set legs = {{{8, 10}, 0}, {{6, 10}, 1}, {{6, 5}, 1}, {{8, 5}, 2},
                     {{4, 10}, 0}, {{2, 10}, 1}, {{2, 5}, 1}, {{4, 5}, 3}};
-  expect_rings(clip, arch, legs, "the legs of an arch");
-  expect_rings(clip, {{{-5, 4}, 0}, {{15, 4}, 1}, {{15, 6}, 1}, {{-5, 6}, 3}},
-               {{{0, 4}, 0}, {{0, 6}, 1}, {{10, 6}, 0}, {{10, 4}, 2}}, "a band, invisible below");
+  expect_rings(clip, arch, legs, "the legs of an arch, one of them invisible below");
   expect_rings(clip, {{{5, 5}, 0}, {{5, 5}, 1}, {{15, 5}, 1}, {{15, 5}, 0}, {{5, 9}, 3}},
                {{{10, 5}, 0}, {{10, 7}, 1}, {{5, 9}, 1}, {{5, 5}, 2}}, "duplicates that cross");
   expect_rings(clip, {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 1}, 0}, {{4, 4}, 2}},
                {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 1}, 0}, {{4, 4}, 2}}, "inside, with a duplicate");
-  expect_rings(clip, {{{-5, -5}, 1}, {{15, -5}, 1}, {{15, 15}, 1}, {{-5, 15}, 3}},
+  expect_rings(clip, {{{-1, -40}, 1}, {{60, 11}, 1}, {{60, 100}, 1}, {{-1, 40}, 3}},
                {{{0, 0}, 0}, {{0, 10}, 0}, {{10, 10}, 0}, {{10, 0}, 2}}, "around the view");
   expect_rings(clip, {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}}, {}, "no edge right of a side");
+  const double step = 0x1p-23;
+  expect_rings(clip, {{{5, 5}, 1}, {{10, 4}, 1}, {{9, 3}, 3}},
+               {{{10, 4}, 0}, {{10 - step, 4 - step}, 1}, {{9, 3}, 1}, {{5, 5}, 3}}, "on a side");
+}
+
+TEST(ClipPolygonSet, LeavesOutThePolygonThatTheHeapRefuses) {
+  const Set triangle = {{{1, 1}, 1}, {{4, 1}, 1}, {{4, 4}, 3}};
+  Set set = triangle;
+  for (int i = 0; i < 400; ++i) set.push_back({{i / 50.0, i % 2 == 0 ? 5.0 : 15.0}, 1});
+  set.back().flag = 3;
+  const auto clip = [](drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
+    heap::refuse(1, true);
+    ClipPolygonSet(source, target, rect);
+    EXPECT_TRUE(heap::grant_all()) << "its crossings take more than the block at hand";
+  };
+  expect_rings(clip, set, triangle, "a triangle and a comb");
 }
 
 // Of polygons whose first edge crosses the border.

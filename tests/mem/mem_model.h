@@ -1,7 +1,4 @@
 /// A plain model of a list with its pool, and random operations on both.
-///
-/// The model chooses each block's parent itself, so it compares no addresses. Totals it adds up
-/// anew each time it needs them.
 #pragma once
 
 #include <zelvan/mem/mem.h>
@@ -47,6 +44,9 @@ class MemModel {
       case 3:
         if (below_(4) == 0) clear();
         return "MemListClear";
+      case 4:
+        set_pointer(index, below_(n_rows()));
+        return "MemSetPointer";
       default:
         allocate(1 + below_(40), address == nullptr ? -1 : index);
         return "MemAllocate";
@@ -113,38 +113,46 @@ class MemModel {
 
   /// Releases the row of the least measure, the first of equals. A measure of 0 is none.
   void evict(const std::function<int(int)>& measure) {
-    std::vector<std::pair<int, int>> candidates;
+    int least = -1;
     for (int i = 0; i < n_rows(); ++i) {
-      if (measure(i) != 0) candidates.emplace_back(measure(i), i);
+      if (measure(i) != 0 && (least < 0 || measure(i) < measure(least))) least = i;
     }
-    if (candidates.empty()) return;
-    release_family(std::min_element(candidates.begin(), candidates.end())->second);
+    if (least >= 0) release_family(least);
+  }
+
+  /// Returns a null pointer in the block `*parent`, or one outside, and then sets `*parent` to -1.
+  void** find_place(int* parent) {
+    if (*parent >= 0) {
+      auto** const first = static_cast<void**>(rows_[*parent].address);
+      auto** const last = first + rows_[*parent].size / static_cast<int>(sizeof(void*));
+      auto** const place = std::find(first, last, nullptr);
+      if (place != last) return place;
+    }
+    *parent = -1;
+    return &outside_.emplace_back(nullptr);
+  }
+
+  /// Moves the pointer to a block into the block `parent`. A block is no parent of itself.
+  void set_pointer(int index, int parent) {
+    MemSetPointer(list_, rows_[index].address, find_place(&parent));
+    if (rows_[index].address != nullptr) rows_[index].parent = parent == index ? -1 : parent;
   }
 
   /// Allocates a block with its owner in the block `parent` if there is room, else outside. If the
   /// pool is short, the handler first removes the oldest block; if that is the parent, all fails.
   void allocate(int size, int parent) {
-    void** place = nullptr;
-    if (parent >= 0) {
-      auto** const first = static_cast<void**>(rows_[parent].address);
-      auto** const last = first + rows_[parent].size / static_cast<int>(sizeof(void*));
-      place = std::find(first, last, nullptr);
-      if (place == last) parent = -1;
-    }
-    if (parent < 0) place = &outside_.emplace_back(nullptr);
+    void** const place = find_place(&parent);
     const auto is_free = [](const Row& row) { return row.address == nullptr; };
     if (std::none_of(rows_.begin(), rows_.end(), is_free)) rows_.resize(rows_.size() + 16);
-    if (used() + size > limit) evict([this](int i) { return rows_[i].number; });
+    if (used() + size > pool_->limit) evict([this](int i) { return rows_[i].number; });
     MemAllocate(list_, size, this, place);
     if (parent >= 0 && rows_[parent].address == nullptr) return;
     std::memset(*place, 0, size);
     *std::find_if(rows_.begin(), rows_.end(), is_free) = {*place, size, ++last_number_, parent};
   }
 
-  static constexpr int limit = 500;
-
   std::function<int(int)> below_;
-  MemPool* pool_ = MemPoolNew(limit);
+  MemPool* pool_ = MemPoolNew(500);
   MemList* list_ = MemListNew(pool_, [](MemException* e) { return MemListRemoveOldest(e->list); });
   std::vector<Row> rows_ = std::vector<Row>(16);
   std::deque<void*> outside_;  ///< owners' pointers that lie in no block
