@@ -21,13 +21,6 @@ void log_fields(Log& log, std::string line) {
   }
 }
 
-const Group fields_of_lines("text.fields", [](Log& log) {
-  Random random(1);
-  for (int i = 0; i < 6000; ++i) {
-    log_fields(log, some_text(random, "11.+-eE$\"\\  x\t\n\v\x01\x7f\xa0\xe9", 16));
-  }
-});
-
 // Digits enough that rounding is hard, with exponents on both sides of what a double holds.
 const Group numbers("text.numbers", [](Log& log) {
   Random random(2);
@@ -37,34 +30,6 @@ const Group numbers("text.numbers", [](Log& log) {
     const int exponent = i % 2 == 0 ? random.below(53) - 26 : random.below(701) - 350;
     if (i % 3 != 0) line += 'e' + std::to_string(exponent);
     log_fields(log, line);
-  }
-});
-
-using Wide = decltype(wtrim({}, nullptr));
-
-// Every code unit, in a token and as what ends one.
-const Group tokens("text.tokens", [](Log& log) {
-  for (int i = 0; i <= 0xFFFF; ++i) {
-    const auto unit = static_cast<unsigned short>(i);
-    const Wide text = {' ', unit, '.', '7', unit, 'b', unit, 'c'};
-    const Wide set = {'.', unit};
-    log("wtokenize", inputs(text, set), wtokenize(text, set));
-    log("wtrim", inputs(text, set), wtrim(text, set.c_str()));
-  }
-});
-
-// Names that differ in case, in a byte beyond ASCII, or in what is next to the letters.
-const Group names("var.names", [](Log& log) {
-  Random random(3);
-  for (int i = 0; i < 6000; ++i) {
-    const auto some_name = [&] { return some_text(random, "aAbB@[`{\x01 \xc9\xe9", 9); };
-    const std::string names[] = {some_name(), some_name(), some_name()};
-    const VarNameValue table[] = {
-        {names[0].c_str(), -1}, {names[1].c_str(), 9}, {names[2].c_str(), 2}, {nullptr, 0}};
-    const std::string sought = i % 2 == 0 ? names[i % 3].substr(0, 7) : some_name();
-    int value = 77;
-    const int is_found = VarLookupInt(table, sought.c_str(), &value);
-    log("VarLookupInt", inputs(names, sought), is_found, value);
   }
 });
 
