@@ -119,7 +119,8 @@ TEST(Decomposition, ReadsQuarterTurnsBeforeOrAfterAMirror) {
   expect({0, 1}, {-1, 0}, 0, 1, 1, 90, "a quarter turn");
   expect({0, 1}, {1, 0}, 1, 3, 1, 90, "mirrored, a quarter turn if the mirror is first");
   expect({0, -1}, {-1, 0}, 1, 1, 3, 270, "mirrored, a quarter turn if the turn is first");
-  expect({1, 1}, {-1, 1}, 0, 1, 1, 45 * M_PI / 3.141592654, "m12 decides, and pi is short");
+  expect({0.5, 0}, {0, 0.5}, 0, 0, 0, 0, "no turn");
+  expect({0.5, 0.5}, {-0.5, 0.5}, 0, 1, 1, 45 * M_PI / 3.141592654, "m12 decides, and pi is short");
   expect({1, -1e-12}, {1e-12, 1}, 0, 3, 3, 360, "hardly below zero, and not snapped");
 }
 
