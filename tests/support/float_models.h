@@ -46,23 +46,24 @@ inline Word ieee_of(Word ibm, int bits) {
   return sign | __builtin_bit_cast(unsigned, static_cast<float>(value));  // exact: it has 24 bits
 }
 
-/// Converts the singles from `first` up to `last` in both directions, in arrays that fill vectors
-/// and leave a rest. Returns true if each becomes what it must.
+/// Converts the singles from `first` up to `last` in both directions, 32 at a time. Returns true if
+/// each becomes what it must.
 inline bool converts_singles(Word first, Word last) {
-  constexpr int most = 33;
-  unsigned source[most];
-  unsigned ibm[most];
-  unsigned ieee[most];
-  while (first < last) {
-    const int n = static_cast<int>(std::min<Word>(last - first, most));
+  constexpr int n = 32;
+  unsigned source[n];
+  unsigned ibm[n];
+  unsigned ieee[n];
+  for (; first < last; first += n) {
     for (int k = 0; k < n; ++k) source[k] = __builtin_bswap32(static_cast<unsigned>(first + k));
     tra_convert_flpt(4, 0xA4, n, source, ibm);
     tra_convert_flpt(16, 0xA4, n, source, ieee);
-    for (int k = 0; k < n; ++k, ++first) {
-      const bool is_right = __builtin_bswap32(ibm[k]) == ibm_of(first, 24) &&
-                            __builtin_bswap32(ieee[k]) == ieee_of(first, 24);
-      if (is_right) continue;
-      std::printf("%llx is converted wrongly\n", static_cast<unsigned long long>(first));
+    for (int k = 0; k < n; ++k) {
+      const Word single = first + k;
+      if (__builtin_bswap32(ibm[k]) == ibm_of(single, 24) &&
+          __builtin_bswap32(ieee[k]) == ieee_of(single, 24)) {
+        continue;
+      }
+      std::printf("%llx is converted wrongly\n", static_cast<unsigned long long>(single));
       return false;
     }
   }
