@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -23,9 +22,8 @@ struct Inputs {
   support::Random random;
   Mtx2D matrix = random.matrix(random.below(4));
   GuardedArray<real_pt_t> points{random.hard_points(n)};
-  GuardedArray<real_pt_t> outline{random.hard_points(n)};  ///< inside, beyond or on a view's sides
+  GuardedArray<real_pt_t> outline{random.hard_points(n)};  ///< some on the sides of a view
   GuardedArray<int> flags{std::vector<int>(n, 1)};
-  GuardedArray<ColorRGB> colors{std::vector<ColorRGB>(n)};
   std::vector<unsigned char> bytes = std::vector<unsigned char>(16 * n);
 
   Inputs(int count, int seed) : n(count), random(seed) {
@@ -35,7 +33,6 @@ struct Inputs {
     for (int i = 0; i < n; ++i) {
       if (random.below(40) > 0) outline[i] = {on_grid(), on_grid()};
       flags[i] = i == n - 1 ? 3 : random.below(9) == 0 ? 2 : 1;
-      colors[i] = {random.below(9) - 1, random.below(9), random.below(9)};
     }
     int kind = 0;  // runs of zeros, of ones and of anything
     for (unsigned char& byte : bytes) {
@@ -105,17 +102,6 @@ Results contain(Inputs& in) {
   return results;
 }
 
-/// An even number of entries is searched one by one, and an odd number, if large, by an index.
-Results find_closest(Inputs& in) {
-  ColorXfm pens(in.n % 2 == 0 ? 31 : 40);
-  ColorMap source(40, 255), target(in.n, 255);
-  for (int i = 0; i < 40; ++i) source.colors[i] = {i % 7, i % 11, i % 5};
-  ColorRGB* const own = std::exchange(target.colors, in.colors.data());
-  pens.MapColors(&source, &target);
-  target.colors = own;
-  return Results(pens.xfm_table, pens.xfm_table + pens.xfm_size);
-}
-
 struct NamedKernel {
   const char* name;
   Kernel run;
@@ -124,6 +110,7 @@ struct NamedKernel {
 void PrintTo(const NamedKernel& kernel, std::ostream* out) { *out << kernel.name; }
 
 // A new kernel takes one line. Each becomes a test, whose name tells of it even in a crash.
+// Searches for colours are held to a loop, form by form, in the tests of their family.
 const NamedKernel kernels[] = {
     {"RealXfmPts", mapping(&Mtx2D::RealXfmPts)},
     {"XfmPts", mapping(&Mtx2D::XfmPts)},
@@ -142,7 +129,6 @@ const NamedKernel kernels[] = {
     {"ClipPolygonSet", clipping(ClipPolygonSet)},
     {"ClipPolygonSetToView", clipping(ClipPolygonSetToView)},
     {"PolygonIsInside", contain},
-    {"MapColors", find_closest},
 };
 
 class VectorForms : public testing::TestWithParam<NamedKernel> {};
@@ -161,27 +147,6 @@ TEST_P(VectorForms, AgreeWithThePlainFormBitForBit) {
         ASSERT_PRED2(support::same_bits, results[i], plain[i]) << "number " << i;
       }
     });
-  }
-}
-
-// Names, lines and words of every length, in places alike and in others not.
-TEST(Texts, AreReadNoFartherThanTheirEnd) {
-  const std::string long_name(99, 'n');
-  for (int i = 0; i < 4 * 71; ++i) {
-    std::string in(i / 4, 'n');
-    if (i % 4 != 0) in += ',';
-    if (i % 4 > 1) in += std::string(i % 5, 'n') + ':';
-    GuardedArray<char> text(std::vector<char>(in.c_str(), in.c_str() + in.size() + 1));
-    const VarNameValue table[] = {{"nnnnnnnnn", 1}, {text.data(), 2}, {nullptr, 0}};
-    int found = 0;
-    const char* value;
-    EXPECT_EQ(VarLookupInt(table, long_name.c_str(), &found), 0) << in;
-    EXPECT_EQ(VarLookupInt(table, text.data(), &found), 1) << in;
-    EXPECT_EQ(found, in == "nnnnnnnnn" ? 1 : 2) << in;
-    EXPECT_EQ(utl_searchValueForKey(text.data(), long_name.c_str(), &value), 0) << in;
-    EXPECT_EQ(ColorRGB().FindName(text.data()), 0) << in;
-    const str_field* const word = str_parse(text.data());
-    EXPECT_EQ(word->type == STR_END ? "" : word->text, in);
   }
 }
 

@@ -27,14 +27,10 @@ utl_conic_t some_conic(Random& random, int i) {
   return conic;
 }
 
-template <class Use>
-void for_each_conic(int count, Use use) {
+const Group conics("geometry.conics", [](Log& log) {
   Random random(1);
-  for (int i = 0; i < count; ++i) use(some_conic(random, i), random);
-}
-
-const Group forms("geometry.conic_forms", [](Log& log) {
-  for_each_conic(10'000, [&](utl_conic_t conic, Random& random) {
+  for (int i = 0; i < 10'000; ++i) {
+    utl_conic_t conic = some_conic(random, i);
     log("utl_conic_type", inputs(conic), utl_conic_type(&conic));
     const double part = random.unit();
     real_pt_t at;
@@ -53,19 +49,13 @@ const Group forms("geometry.conic_forms", [](Log& log) {
     log("utl_standard_parabola", inputs(conic), parabola);
     utl_parabola_point(&parabola, part * (parabola.end - parabola.start), &at);
     log("utl_parabola_point", inputs(parabola, part), at);
-  });
-});
-
-// Both walk along samples of the arc.
-const Group samples("geometry.conic_samples", [](Log& log) {
-  for_each_conic(6000, [&](utl_conic_t conic, Random& random) {
     real_pt_t max;
     real_pt_t min;
     utl_maxmin_conic(&conic, &max, &min);
     log("utl_maxmin_conic", inputs(conic), max, min);
-    real_pt_t p = {random.between(-3.0, 3.0), random.between(-3.0, 3.0)};
-    log("utl_point_conarc", inputs(p, conic), utl_point_conarc(&p, &conic));
-  });
+    at = {random.between(-3.0, 3.0), part};
+    log("utl_point_conarc", inputs(at, conic), utl_point_conarc(&at, &conic));
+  }
 });
 
 }  // namespace

@@ -10,25 +10,6 @@ Bytes some_bytes(Random& random, std::size_t n) {
   return bytes;
 }
 
-// Every length that leaves a vector a rest of its own.
-const Group bytes("tra.bytes", [](Log& log) {
-  Random random(1);
-  for (unsigned short n = 0; n <= 70; ++n) {
-    const Bytes from = some_bytes(random, 8 * n);
-    Bytes to(from.size());
-    for (const unsigned short type : {0x42, 0xA4, 0xB8}) {
-      tra_swap_bytes(type, n, from.data(), to.data());
-      log("tra_swap_bytes", inputs(type, n, from), to);
-    }
-    tra_reverse_bits(8 * n, from.data(), to.data());
-    log("tra_reverse_bits", inputs(from), to);
-    for (const short code : {TRA_ASCII_TO_EBCDIC, TRA_EBCDIC_TO_ASCII}) {
-      tra_convert_charset(code, 8 * n, from.data(), to.data());
-      log("tra_convert_charset", inputs(code, from), to);
-    }
-  }
-});
-
 /// Converts the numbers as one array, from IEEE to IBM and back.
 void log_converted(Log& log, unsigned short type, const Bytes& from) {
   const auto n = static_cast<unsigned short>(from.size() / (type & 15));

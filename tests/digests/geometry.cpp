@@ -81,14 +81,4 @@ const Group turns("geometry.turns", [](Log& log) {
   }
 });
 
-const Group units("geometry.units", [](Log& log) {
-  Random random(5);
-  for (int i = 0; i < 6000; ++i) {
-    const double length = random.hard_double();
-    const int unit = i % 15 - 2;
-    log("utl_inches_to_units", inputs(length, unit), utl_inches_to_units(length, unit));
-    log("utl_units_to_inches", inputs(length, unit), utl_units_to_inches(length, unit));
-  }
-});
-
 }  // namespace

@@ -12,78 +12,16 @@
 #include "support/digest.h"
 #include "support/random.h"
 
+#include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <map>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 using support::Random;
-
-/// Takes the results of each operation into a digest, and can print it as a line of a trace.
-class Log {
- public:
-  explicit Log(bool is_traced) : is_traced_(is_traced) {}
-
-  /// Takes the results of an operation. `inputs` are for the trace alone.
-  template <class... Inputs, class... Results>
-  void operator()(const char* operation, const std::tuple<const Inputs&...>& inputs,
-                  const Results&... results) {
-    digest_(results...);
-    if (!is_traced_) return;
-    line_ = operation;
-    std::apply([this](const auto&... input) { (this->append(input, longest_input), ...); }, inputs);
-    line_ += " =";
-    (append(results, SIZE_MAX), ...);
-    print_line();
-  }
-
-  std::uint64_t digest() const { return digest_.value(); }
-
- private:
-  static constexpr std::size_t longest_input = 24;  ///< plain values; of more just the number
-
-  template <class Value>
-  void append(const Value& value, std::size_t longest) {
-    std::vector<std::string> words;
-    support::for_each_plain_value(value, [&](auto plain) { words.push_back(to_word(plain)); });
-    append_words(words, longest);
-  }
-
-  static std::string to_word(double v);
-  static std::string to_word(std::int64_t v);
-  static std::string to_word(std::string_view text);
-  void append_words(const std::vector<std::string>& words, std::size_t longest);
-  void print_line() const;
-
-  support::Digest digest_;
-  bool is_traced_;
-  std::string line_;
-};
-
-/// The inputs of an operation, for Log.
-template <class... Inputs>
-std::tuple<const Inputs&...> inputs(const Inputs&... values) {
-  return std::tuple<const Inputs&...>(values...);
-}
-
-/// A group of operations that share code, with one digest of all that they return.
-///
-/// Each is an object with the life of the program, and adds itself to `all`.
-struct Group {
-  using Workload = void (*)(Log& log);
-
-  /// `name` is "family.operations".
-  Group(const char* name, Workload run) : name(name), run(run) { all().push_back(this); }
-  Group(const Group&) = delete;
-
-  const char* const name;
-  const Workload run;
-
-  static std::vector<const Group*>& all() {
-    static std::vector<const Group*> groups;
-    return groups;
-  }
-};
 
 // ---- The fields of records.
 
@@ -112,3 +50,82 @@ inline auto fields(const utl_parabola_t& p) {
 inline auto fields(const ColorRGB& c) { return std::tie(c.red, c.green, c.blue); }
 inline auto fields(const ColorHSV& c) { return std::tie(c.hue, c.saturation, c.value); }
 inline auto fields(const ColorValue& c) { return std::tie(c.pen, c.alpha, c.red, c.green, c.blue); }
+
+/// Calls `visit` with each number, a double or an int64_t, that `value` consists of: a number, a
+/// record, or anything with elements.
+template <class Value, class Visit>
+void for_each_number(const Value& value, const Visit& visit) {
+  if constexpr (std::is_floating_point_v<Value>) {
+    visit(static_cast<double>(value));
+  } else if constexpr (std::is_integral_v<Value> || std::is_enum_v<Value>) {
+    visit(static_cast<std::int64_t>(value));
+  } else if constexpr (requires { std::size(value); }) {
+    for (const auto& element : value) for_each_number(element, visit);
+  } else {
+    std::apply([&](const auto&... field) { (for_each_number(field, visit), ...); }, fields(value));
+  }
+}
+
+/// Takes the results of each operation into a digest, and can print it as a line of a trace.
+class Log {
+ public:
+  explicit Log(bool is_traced) : is_traced_(is_traced) {}
+
+  /// Takes the results of an operation. `inputs` are for the trace alone.
+  template <class... Inputs, class... Results>
+  void operator()(const char* operation, const std::tuple<const Inputs&...>& inputs,
+                  const Results&... results) {
+    (for_each_number(results, [this](auto number) { digest_(number); }), ...);
+    if (!is_traced_) return;
+    std::printf("%s", operation);
+    std::apply([](const auto&... input) { (print(input), ...); }, inputs);
+    std::printf(" =");
+    (print(results), ...);
+    std::printf("\n");
+  }
+
+  std::uint64_t digest() const { return digest_.value(); }
+
+ private:
+  template <class Value>
+  static void print(const Value& value) {
+    std::printf(" (");
+    const char* separator = "";
+    for_each_number(value, [&](auto number) {
+      const double v = static_cast<double>(number);
+      std::printf("%s%.17g", separator, std::isnan(v) ? NAN : v);
+      separator = " ";
+    });
+    std::printf(")");
+  }
+  static void print(const std::string& text) {
+    std::printf(" \"");
+    for (const unsigned char c : text) std::printf(c < ' ' || c > '~' ? "\\x%02x" : "%c", c);
+    std::printf("\"");
+  }
+
+  support::Digest digest_;
+  bool is_traced_;
+};
+
+/// The inputs of an operation, for Log.
+template <class... Inputs>
+std::tuple<const Inputs&...> inputs(const Inputs&... values) {
+  return std::tuple<const Inputs&...>(values...);
+}
+
+/// A group of operations that share code, with one digest of all that they return.
+///
+/// Each is an object with the life of the program, and adds itself to `all`.
+struct Group {
+  using Workload = void (*)(Log& log);
+
+  /// `name` is "family.operations".
+  Group(const char* name, Workload run) { all()[name] = run; }
+
+  /// In the order of their names.
+  static std::map<std::string, Workload>& all() {
+    static std::map<std::string, Workload> groups;
+    return groups;
+  }
+};

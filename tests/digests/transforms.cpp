@@ -7,25 +7,9 @@ namespace {
 /// A matrix of any type, unknown ones included; every seventh is the identity.
 Mtx2D some_matrix(Random& random, int i) { return i % 7 == 0 ? Mtx2D() : random.matrix(i % 6 - 1); }
 
+// Every length that leaves a vector a rest of its own.
 const Group map_points("transforms.map_points", [](Log& log) {
   Random random(1);
-  for (int i = 0; i < 10'000; ++i) {
-    Mtx2D m = some_matrix(random, i);
-    real_pt_t p = random.hard_points(1)[0];
-    real_pt_t real;
-    int_pt_t device;
-    m.RealXfmPt(&p, &real);
-    log("RealXfmPt", inputs(m, p), real);
-    m.XfmPt(&p, &device);
-    log("XfmPt", inputs(m, p), device);
-    m.InvXfmPt(&device, &real);
-    log("InvXfmPt", inputs(m, device), real);
-  }
-});
-
-// Every length that leaves a vector a rest of its own.
-const Group map_arrays("transforms.map_arrays", [](Log& log) {
-  Random random(2);
   for (int i = 0; i < 6 * 71; ++i) {
     const int n = i / 6;
     Mtx2D m = some_matrix(random, i);
@@ -35,12 +19,18 @@ const Group map_arrays("transforms.map_arrays", [](Log& log) {
     std::vector<short_pt_t> shorts(n);
     m.RealXfmPts(n, in.data(), reals.data());
     log("RealXfmPts", inputs(m, in), reals);
-    m.XfmPts(n, in.data(), ints.data());
-    log("XfmPts", inputs(m, in), ints);
     m.XfmFPts(n, in.data(), ints.data());
     log("XfmFPts", inputs(m, in), ints);
     m.XfmSPts(n, in.data(), shorts.data());
     log("XfmSPts", inputs(m, in), shorts);
+    m.XfmPts(n, in.data(), ints.data());
+    log("XfmPts", inputs(m, in), ints);
+    for (int k = 0; k < n; ++k) {
+      m.RealXfmPt(&in[k], &reals[0]);
+      log("RealXfmPt", inputs(m, in[k]), reals[0]);
+      m.InvXfmPt(&ints[k], &reals[0]);
+      log("InvXfmPt", inputs(m, ints[k]), reals[0]);
+    }
   }
 });
 
@@ -97,50 +87,25 @@ const Group multiply("transforms.multiply", [](Log& log) {
   }
 });
 
-void log_decomposition(Log& log, Mtx2D m) {
-  double angle;
-  int mirror;
-  unsigned short mirrored;
-  m.GetOrientation(&angle, &mirror);
-  log("GetOrientation", inputs(m), angle, mirror);
-  m.GetXMirrorAndRotation(&mirrored, &angle);
-  log("GetXMirrorAndRotation", inputs(m), mirrored, angle);
-  log("GetScale", inputs(m), m.GetScale());
-  log("GetRotation", inputs(m), m.GetRotation());
-}
-
 // Whole degrees and angles beside them: close to a quarter turn the angle snaps, or not.
 const Group rotate("transforms.rotate", [](Log& log) {
   const double beside[] = {0.0, 1e-7, 0.1, -0.1};
   Random random(7);
   for (int i = -1800; i < 1800; ++i) {
-    const double angle = i / 4 + beside[i & 3];
+    const double degrees = i / 4 + beside[i & 3];
     const int mode = i % 2 == 0 ? Mtx2DRotateFirst : Mtx2DRotateLast;
-    Mtx2D m = random.matrix(Mtx2DTypeGeneral);
-    log_decomposition(log, m);
-    Mtx2D turned = i % 3 == 0 ? m : Mtx2D();
-    turned.Rotate(angle, mode);
-    log("Rotate", inputs(angle, mode), turned);
-    log_decomposition(log, turned);
-  }
-});
-
-// In tenths no sum is exact, so it shows where a tolerance is added.
-const Group aligned_rects("transforms.aligned_rects", [](Log& log) {
-  const double ties[] = {-0.0, 0.0, 1.0, NAN};
-  Random random(8);
-  for (int i = 0; i < 6000; ++i) {
-    const auto place = [&] {
-      return i % 4 == 0 ? ties[random.below(4)] : (random.below(19) - 9) * 0.1;
-    };
-    DblPt p{place(), place()};
-    DblPt q{place(), place()};
-    DblPt at{place(), place()};
-    const double tolerance = (random.below(13) - 4) * 0.1;
-    CAlignedRect box(p, q);
-    log("CAlignedRect", inputs(p, q), box.left(), box.bottom(), box.right(), box.top());
-    log("isInside", inputs(p, q, at, tolerance), box.isInside(at, tolerance));
-    log("isEqualTo", inputs(p, q, tolerance), p.isEqualTo(q, tolerance));
+    Mtx2D m = i % 3 == 0 ? random.matrix(Mtx2DTypeGeneral) : Mtx2D();
+    m.Rotate(degrees, mode);
+    log("Rotate", inputs(degrees, mode), m);
+    double angle;
+    int mirror;
+    unsigned short mirrored;
+    m.GetOrientation(&angle, &mirror);
+    log("GetOrientation", inputs(m), angle, mirror);
+    m.GetXMirrorAndRotation(&mirrored, &angle);
+    log("GetXMirrorAndRotation", inputs(m), mirrored, angle);
+    log("GetScale", inputs(m), m.GetScale());
+    log("GetRotation", inputs(m), m.GetRotation());
   }
 });
 

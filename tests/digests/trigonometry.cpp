@@ -4,7 +4,6 @@
 // without. So one digest holds for all.
 #include <cmath>
 #include <numbers>
-#include <utility>
 
 namespace {
 
@@ -26,25 +25,16 @@ double cosine(double angle) {
   return sum;
 }
 
-/// Halves the angle three times, so that a few terms of the power series are enough.
+/// Halves the angle three times, so that a few terms of the power series are enough. Where a square
+/// overflows or underflows, the angle is wrong, but equally so on every machine.
 double arc_tangent(double y, double x) {
-  if (std::isunordered(x, y)) return NAN;
-  double longer = std::fabs(x);
-  double shorter = std::fabs(y);
-  if (std::isinf(longer) || std::isinf(shorter)) {
-    longer = std::isinf(longer) ? 1.0 : 0.0;
-    shorter = std::isinf(shorter) ? 1.0 : 0.0;
-  }
-  const bool is_steep = shorter > longer;
-  if (is_steep) std::swap(longer, shorter);
-  double tangent = longer == 0.0 ? 0.0 : shorter / longer;
-  for (int halved = 0; halved < 3; ++halved) tangent /= 1.0 + std::sqrt(1.0 + tangent * tangent);
+  if (std::signbit(x)) return std::copysign(pi, y) - arc_tangent(y, -x);
+  if (y == 0.0) return y;
+  for (int halved = 0; halved < 3; ++halved) x += std::sqrt(x * x + y * y);
+  const double tangent = y / x;
   double sum = 0.0;
-  for (int n = 17; n > 0; n -= 2) sum = 1.0 / n - tangent * tangent * sum;
-  double angle = 8 * (tangent * sum);
-  if (is_steep) angle = pi / 2 - angle;
-  if (std::signbit(x)) angle = pi - angle;
-  return std::copysign(angle, y);
+  for (int n = 21; n > 0; n -= 2) sum = 1.0 / n - tangent * tangent * sum;
+  return 8 * (tangent * sum);
 }
 
 }  // namespace
@@ -54,8 +44,7 @@ double __wrap_sin(double x) { return sine(x); }
 double __wrap_cos(double x) { return cosine(x); }
 double __wrap_acos(double x) { return arc_tangent(std::sqrt((1.0 - x) * (1.0 + x)), x); }
 double __wrap_atan2(double y, double x) { return arc_tangent(y, x); }
-void __wrap_sincos(double x, double* sine_of_x,
-                   double* cosine_of_x) {  // gcc makes one call of both
+void __wrap_sincos(double x, double* sine_of_x, double* cosine_of_x) {  // gcc calls both at once
   *sine_of_x = sine(x);
   *cosine_of_x = cosine(x);
 }

@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <ostream>
 #include <string>
+#include <type_traits>
 
 namespace support {
 
@@ -29,16 +30,15 @@ inline std::string digits(double v) {
   return text;
 }
 
+template <class T>
+inline constexpr bool is_point = std::is_same_v<T, real_pt_t> || std::is_same_v<T, int_pt_t> ||
+                                 std::is_same_v<T, short_pt_t> || std::is_same_v<T, DblPt>;
+
 }  // namespace support
 
-inline bool operator==(const real_pt_t& a, const real_pt_t& b) {
-  return support::same_bits(a.x, b.x) && support::same_bits(a.y, b.y);
-}
-inline bool operator==(const int_pt_t& a, const int_pt_t& b) { return a.x == b.x && a.y == b.y; }
-inline bool operator==(const short_pt_t& a, const short_pt_t& b) {
-  return a.x == b.x && a.y == b.y;
-}
-inline bool operator==(const DblPt& a, const DblPt& b) {
+template <class Point>
+requires support::is_point<Point>
+bool operator==(const Point& a, const Point& b) {
   return support::same_bits(a.x, b.x) && support::same_bits(a.y, b.y);
 }
 inline bool operator==(const ColorRGB& a, const ColorRGB& b) {
@@ -51,15 +51,10 @@ inline bool operator==(const Mtx2D& a, const Mtx2D& b) {
          a.mirror == b.mirror && a.type == b.type;
 }
 
-inline void PrintTo(const real_pt_t& p, std::ostream* out) {
+template <class Point>
+requires support::is_point<Point>
+void PrintTo(const Point& p, std::ostream* out) {
   *out << '(' << support::digits(p.x) << ", " << support::digits(p.y) << ')';
-}
-inline void PrintTo(const DblPt& p, std::ostream* out) { PrintTo(real_pt_t{p.x, p.y}, out); }
-inline void PrintTo(const int_pt_t& p, std::ostream* out) {
-  *out << '(' << p.x << ", " << p.y << ')';
-}
-inline void PrintTo(const short_pt_t& p, std::ostream* out) {
-  *out << '(' << p.x << ", " << p.y << ')';
 }
 inline void PrintTo(const real_rect_t& rect, std::ostream* out) {
   for (const real_pt_t& corner : rect.corners) PrintTo(corner, out);

@@ -27,26 +27,18 @@ class Random {
   /// Mostly plain numbers; often halves, their neighbours, the edges of the integer ranges,
   /// zeros of both signs, denormals; now and then an infinity, a NaN or any bits at all.
   double hard_double() {
-    static constexpr double edges[] = {0.0,          0.5,          0x1.fffffffffffffp-2,
-                                       1.0,          1.5,          2.5,
-                                       32767.5,      32768.0,      65535.5,
-                                       1e9 + 0.5,    2147483647.0, 2147483647.4999998,
-                                       2147483647.5, 2147483648.0, 2147483648.5,
-                                       2147483649.0, 4294967296.0, 0x1p52,
-                                       0x1p53,       1e300,        0x1p-1022,
-                                       0x1p-1074,    INFINITY,     NAN};
+    static constexpr double edges[] = {
+        0.0, 0.5, 0x1.fffffffffffffp-2, 1.0, 1.5, 2.5, 32767.5, 32768.0, 65535.5, 1e9 + 0.5,
+        // The last that fit an integer, and the first that do not.
+        2147483647.0, 2147483647.4999998, 2147483647.5, 2147483648.0, 2147483648.5, 2147483649.0,
+        4294967296.0, 0x1p52, 0x1p53, 1e300, 0x1p-1022, 0x1p-1074, INFINITY, NAN};
     const double sign = below(2) == 0 ? 1.0 : -1.0;
-    switch (below(8)) {
-      case 0:
-        return sign * edges[below(static_cast<int>(std::size(edges)))];
-      case 1:
-        return sign * (below(2001) + 0.5);
-      case 2:
-        return below(16) == 0 ? __builtin_bit_cast(double, std::uint64_t{engine_()})
-                              : sign * below(100);
-      default:
-        return sign * between(0.0, 5000.0);
-    }
+    const int kind = below(8);
+    if (kind == 0) return sign * edges[below(static_cast<int>(std::size(edges)))];
+    if (kind == 1) return sign * (below(2001) + 0.5);
+    if (kind > 2) return sign * between(0.0, 5000.0);
+    return below(16) == 0 ? __builtin_bit_cast(double, std::uint64_t{engine_()})
+                          : sign * below(100);
   }
 
   std::vector<real_pt_t> hard_points(int n) {
@@ -63,7 +55,8 @@ class Random {
       const int kind = below(8);
       *element = kind == 0 ? hard_double() : kind < 3 ? 0.0 * (kind - 1.5) : between(-3.0, 3.0);
     }
-    m.mirror = below(4), m.type = type;
+    m.mirror = below(4);
+    m.type = type;
     return m;
   }
 

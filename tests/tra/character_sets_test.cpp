@@ -8,7 +8,7 @@
 namespace {
 
 int converted(short code, int character) {
-  unsigned char byte = static_cast<unsigned char>(character);
+  auto byte = static_cast<unsigned char>(character);
   tra_convert_charset(code, 1, &byte, &byte);
   return byte;
 }
@@ -58,14 +58,13 @@ TEST(ConvertCharset, ChoosesOneOfSeveralCodesOfACharacter) {
 
 // A death test reads descriptor 2; here standard output takes its place.
 TEST(ConvertCharsetDeathTest, EndsTheProcessOnAnUnknownConversion) {
-  const auto convert_nothing = [](short code) {
+  const auto convert_nothing = [] {
     dup2(2, 1);
     close(2);
-    tra_convert_charset(code, 0, nullptr, nullptr);
+    tra_convert_charset(-1, 0, nullptr, nullptr);
   };
-  EXPECT_EXIT(convert_nothing(3), testing::ExitedWithCode(1),
-              "^tra_convert_charset: invalid conversion 3\n$");
-  EXPECT_EXIT(convert_nothing(-1), testing::ExitedWithCode(1), "invalid conversion ffffffff\n$");
+  EXPECT_EXIT(convert_nothing(), testing::ExitedWithCode(1),
+              "^tra_convert_charset: invalid conversion ffffffff\n$");
 }
 
 }  // namespace

@@ -29,22 +29,12 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
          [](M* m) { rotate_matrix(90, m, Mtx2DRotateFirst); });
   expect("orient_matrix", matrix({-2, 1}, {-4, 3}, {-6, 5}, derived, 3),
          [](M* m) { orient_matrix(turn, m); });
-  expect("orient_matrix, unknown", matrix({1, 2}, {3, 4}, {5, 6}, derived, 3),
-         [](M* m) { orient_matrix(Mtx2DOrient{8}, m); });
   expect("reflect_matrix_x", matrix({1, -2}, {3, -4}, {5, -6}, kept, 2), reflect_matrix_x);
   expect("reflect_matrix_y", matrix({-1, 2}, {-3, 4}, {-5, 6}, kept, 1), reflect_matrix_y);
   expect("invert_matrix in place", matrix({-2, 1}, {1.5, -0.5}, {1, -2}, derived, 3),
          [](M* m) { invert_matrix(m, m); });
   expect("ShearInX", matrix({1, 2}, {9, 4}, {5, 6}, derived, 3), [](M* m) { m->ShearInX(9); });
   expect("InvertYAxis", matrix({1, 2}, {3, -4}, {5, 9}, kept, 3), [](M* m) { m->InvertYAxis(9); });
-}
-
-TEST(MatrixFunctions, MultiplyIntoAnOperand) {
-  Mtx2D first = matrix({1, 2}, {3, 4}, {5, 6}, derived),
-        result = matrix({2, 1}, {1, 0}, {0, 9}, kept);
-  const Mtx2D product = first * result;
-  multiply_matrices(&first, &result, &result);
-  EXPECT_EQ(result, product);
 }
 
 }  // namespace

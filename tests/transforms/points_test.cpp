@@ -14,11 +14,4 @@ TEST(DblPt, IsEqualInsideASquareWithoutItsEdges) {
   expect({1.0, 1.5}, 0.5, false, "y differs by just the tolerance");
   expect({0.625, 2.375}, 0.5, true, "a square: the distance is above 0.5");
   expect({NAN, 2.0}, HUGE_VAL, false, "a NaN in x equals nothing");
-  expect({1.0, NAN}, HUGE_VAL, false, "a NaN in y equals nothing");
-}
-
-TEST(IntPt, ComparesBothCoordinates) {
-  const IntPt p(0, 0);
-  EXPECT_FALSE(p == IntPt(0, 1)) << "y differs";
-  EXPECT_FALSE(p == IntPt(1, 0)) << "x differs";
 }
