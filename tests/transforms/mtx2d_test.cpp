@@ -1,6 +1,7 @@
 #include <zelvan/transforms/matrix_functions.h>
 
 #include "support/polygon_set.h"
+#include "support/random.h"
 #include "transforms/matrix.h"
 
 #include <climits>
@@ -262,6 +263,76 @@ TEST(XfmPolySetPts, DropsVerticesThatLandOnTheOneBefore) {
   EXPECT_EQ(rounded({{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}}),
             (Ints{{{0, 0}, 1}, {{1, 1}, 0}, {{2, 2}, 2}}))
       << "polygons that touch run together";
+}
+
+// The polygons of a set by themselves, through a const matrix.
+Ints rounded_apart(const Reals& in) {
+  support::SetArrays<real_pt_t> source(in);
+  support::SetArrays<int_pt_t> room(in.size());
+  const drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
+  drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
+  const Mtx2D identity;
+  identity.XfmPolygons(set, &out);
+  return room.first(out.n_points);
+}
+
+TEST(XfmPolygons, MergesVerticesWithinAPolygonOnly) {
+  const struct {
+    Reals in;
+    Ints out;
+    const char* why;
+  } rows[] = {
+      {{}, {}, "nothing comes of nothing"},
+      {{{{4, 0}, 0}, {{5, 0}, 1}, {{5.25, 0}, 1}, {{5, 0.25}, 0}, {{9, 0}, 3}},
+       {{{4, 0}, 0}, {{5, 0}, 0}, {{9, 0}, 3}},
+       "of vertices that fall together the last one's flag stays"},
+      {{{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}},
+       {{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}},
+       "polygons that touch stay two"},
+      {{{{5, 0}, 1}, {{5.25, 0}, 1}, {{5, 0.25}, 2}, {{5, 0}, 3}},
+       {{{5, 0}, 2}, {{5, 0}, 3}},
+       "one vertex is left of each"},
+      {{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}},
+       {{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}},
+       "the last vertex is not compared with the first"},
+      {{{{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}},
+       {{{0, 0}, 3}},
+       "what no flag closes is dropped, and 7 closes nothing"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(rounded_apart(row.in), row.out) << row.why;
+  drw_dpset_t none = {5, nullptr, nullptr};
+  Mtx2D().XfmPolygons({-1, nullptr, nullptr}, &none);
+  EXPECT_EQ(none.n_points, 0) << "a count below 0";
+}
+
+// Sets of up to 400 vertices on a grid of quarters, so that many fall together.
+TEST(XfmPolygons, MapsAPolygonAsIfItWereAlone) {
+  for (int seed = 0; seed < 100; ++seed) {
+    support::Random random(seed);
+    Reals set, polygon;
+    Ints expected;
+    const int n = random.below(400);
+    for (int i = 0; i < n; ++i) {
+      polygon.push_back({{random.below(12) / 4.0, random.below(8) / 4.0}, random.below(3)});
+      set.push_back(polygon.back());
+      if (polygon.back().flag != drw_edge_close_invisible) continue;
+      const Ints alone = rounded_apart(polygon);
+      expected.insert(expected.end(), alone.begin(), alone.end());
+      polygon.clear();
+    }
+    EXPECT_EQ(rounded_apart(set), expected) << "seed " << seed;
+  }
+}
+
+TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
+  support::SetArrays<real_pt_t> in({{{1.25, 0}, 1}, {{1, -0.0}, 1}, {{1, 0}, 2}}), room(3);
+  const drw_pset_t set = {3, in.points.data(), in.flags.data()};
+  drw_pset_t out = {-1, room.points.data(), room.flags.data()};
+  Mtx2D unmoved;
+  unmoved.ty = -0.0;  // keeps -0.0 as it is
+  unmoved.RealXfmPolygons(set, &out);
+  EXPECT_EQ(room.first(out.n_points), (Reals{{{1.25, 0}, 1}, {{1, 0}, 2}}))
+      << "-0.0 equals 0.0, and the last of equals stays";
 }
 
 // Each of 100 vertices comes three times, an eighth apart.
