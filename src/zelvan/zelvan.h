@@ -7,6 +7,7 @@
 #include <zelvan/colour/color_value.h>
 #include <zelvan/colour/color_xfm.h>
 #include <zelvan/export.h>
+#include <zelvan/geometry/check_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/conic.h>

@@ -32,6 +32,25 @@ typedef struct real_rect_t {
   real_pt_t corners[4];
 } real_rect_t;
 
+typedef enum drw_edge_flag {
+  drw_edge_invisible = 0,
+  drw_edge_visible = 1,
+  drw_edge_close_invisible = 2,
+  drw_edge_close_visible = 3
+} drw_edge_flag;
+
+typedef struct drw_pset_t {
+  int n_points;
+  real_pt_t* points;
+  int* edge_flags;
+} drw_pset_t;
+
+typedef struct drw_dpset_t {
+  int n_points;
+  int_pt_t* points;
+  int* edge_flags;
+} drw_dpset_t;
+
 // ---- records of <zelvan/transforms/mtx2d.h>
 
 enum { Mtx2DTypeDiagonal = 0, Mtx2DTypeQuadrant = 1, Mtx2DTypeGeneral = 2, Mtx2DTypeIdentity = 3 };
@@ -262,6 +281,11 @@ ColorXfm* ColOpenXfm(int size);
 void ColCloseXfm(ColorXfm** xfm);
 int ColGetClosestColor(ColorRGB* target, ColorMap* map, int* distance);
 void ColMapColors(ColorMap* source, ColorMap* target, ColorXfm* xfm);
+
+// ---- <zelvan/geometry/check_polygon_set.h>
+
+int zelvan_check_polygon_set(const drw_pset_t* set, const real_rect_t* rect, char* reason,
+                             int size);
 
 // ---- <zelvan/geometry/conic.h>
 
