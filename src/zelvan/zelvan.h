@@ -26,6 +26,7 @@
 #include <zelvan/pick/pick_rect.h>
 #include <zelvan/pick/pick_region.h>
 #include <zelvan/pick/polygon.h>
+#include <zelvan/pick/polygon_of.h>
 #include <zelvan/text/glyph_tokenize.h>
 #include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
