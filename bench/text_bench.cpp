@@ -85,7 +85,7 @@ std::vector<std::string> by_strtok(const std::string& text) {
   return tokens;
 }
 
-using Wide = std::basic_string<unsigned short>;
+using Wide = zelvan::wide_string;
 
 // No trimming and no numbers kept whole: it has less to do.
 std::vector<Wide> wide_by_hand(const Wide& text, const Wide& delimiters) {

@@ -11,7 +11,7 @@
 namespace {
 
 using fuzz::require;
-using Wide = std::basic_string<unsigned short>;
+using Wide = zelvan::wide_string;
 
 /// The tokens in a row are `text` with characters of `lost` left out here and there.
 template <class String>

@@ -11,8 +11,24 @@ matrix_cells() {
     cell "$compiler-v3" "$compiler" -O3 -march=x86-64-v3
     cell "$compiler-v4" "$compiler" -O3 -march=x86-64-v4
     cell "$compiler-no-sse2" "$compiler" -O3 -U__SSE2__  # the forms for all processors alone
+    # What the library undoes.
+    cell "$compiler-unsigned-char" "$compiler" -O3 -funsigned-char
+    cell "$compiler-unsafe-math" "$compiler" -O3 -funsafe-math-optimizations
+    cell "$compiler-associative" "$compiler" -O3 -fassociative-math -fno-signed-zeros \
+      -fno-trapping-math
+    cell "$compiler-reciprocal" "$compiler" -O3 -freciprocal-math
+    cell "$compiler-rounding" "$compiler" -O3 -frounding-math
+    cell "$compiler-assertions" "$compiler" -O3 -D_GLIBCXX_ASSERTIONS
+    cell "$compiler-old-strings" "$compiler" -O3 -D_GLIBCXX_USE_CXX11_ABI=0
+    cell "$compiler-no-exceptions" "$compiler" -O3 -fno-exceptions
     refused 'cannot be built with -ffast-math' "$compiler-fast-math" "$compiler" -O3 -ffast-math
+    refused 'without -fshort-enums' "$compiler-short-enums" "$compiler" -O3 -fshort-enums
+    refused 'without -fpack-struct' "$compiler-pack-struct" "$compiler" -O3 -fpack-struct
   done
+  cell gcc-single "gcc" -O3 -fsingle-precision-constant
+  cell clang-no-nans "clang" -O3 -fno-honor-nans
+  cell clang14-libcxx clang14-libcxx -O3
+  cell clang19-libcxx clang19-libcxx -O3
   cell i686 linux-i686 -O3
   refused 'needs doubles evaluated as doubles' i686-x87 linux-i686 -O3 -mfpmath=387
   cell aarch64 linux-aarch64 -O3
@@ -35,6 +51,17 @@ builder() {
       need clang
       arguments=(-DCMAKE_CXX_COMPILER=clang++)
       ;;
+    clang14-libcxx)
+      need clang-14
+      unpack_libcxx 14
+      arguments=(-DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_CXX_FLAGS="-stdlib=libc++ -nostdinc++ \
+-isystem $libcxx/include/c++/v1" -DCMAKE_EXE_LINKER_FLAGS="-L$libcxx/lib -Wl,-rpath,$libcxx/lib"
+        -DCMAKE_SHARED_LINKER_FLAGS="-L$libcxx/lib")
+      ;;
+    clang19-libcxx)
+      need clang-19 libc++-19-dev libc++abi-19-dev
+      arguments=(-DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_CXX_FLAGS=-stdlib=libc++)
+      ;;
     big-endian)
       need g++-powerpc64-linux-gnu
       arguments=(-DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR=ppc64
@@ -52,6 +79,23 @@ builder() {
       ;;
     webassembly) need emscripten node-acorn nodejs ;;
   esac
+}
+
+# unpack_libcxx VERSION: leaves in `libcxx` a folder with that version of LLVM's standard library. Its
+# packages are unpacked there, since one version alone can be installed.
+unpack_libcxx() {
+  local work=$PWD/build/libcxx-$1 file
+  libcxx=$work/usr/lib/llvm-$1
+  [[ ! -e $work/complete ]] || return 0
+  rm -rf "$work"
+  mkdir -p "$work"
+  (
+    cd "$work"
+    apt-get download -qq "libc++-$1-dev" "libc++1-$1" "libc++abi-$1-dev" "libc++abi1-$1" \
+      "libunwind-$1" "libunwind-$1-dev"
+    for file in ./*.deb; do dpkg -x "$file" .; done
+    touch complete
+  ) || fail "could not load libc++-$1-dev; is there a network?"
 }
 
 # cell NAME BUILDER FLAG...
@@ -94,7 +138,8 @@ try_cell() {
       printf '%s | `%s` | | is refused |' "$(compiler_of)" "$flags" >&3
     return
   fi
-  cmake --build "$dir" --target digests || return
+  cmake --build "$dir" --target digests digests_consumer || return
+  ctest --test-dir "$dir" -V --no-tests=error -R '^digests/consumer$' || return
   started=$SECONDS
   run_digests vector_forms && forms=$(forms_run) && [[ $forms ]] || return
   if [[ $forms != plain ]]; then

@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Plants one small fault at a time in a scratch clone and asks the project's own tests.
 
-A test suite is worth what it notices. This changes one place of a family's sources and asks the
-digests of the family, and if these see nothing its test programs. A fault that leaves all green is
-printed, and somebody reads it: either nobody could see it, or a test has to be made sharper.
+A test suite is worth what it notices. This changes one place of a family's sources and runs the
+family's test programs. A fault that leaves all green is printed, and somebody reads it: either no
+caller can see it, or a test is missing. The digests see most faults and say of none what is right,
+so they run only if asked for.
 
 The clone stands in build/faults and holds what is committed. A fault costs a second or two.
 """
@@ -18,7 +19,7 @@ import subprocess
 import sys
 import time
 
-TIME_LIMIT = 60  # seconds for all test programs of a family; one that hangs has noticed
+TIME_LIMIT = 60  # seconds for all test programs of a family; a fault that takes longer hangs
 
 # What a family is tested by besides its own programs.
 ALSO = {"platform": ["osh", "wipc", "text"], "osh": ["platform"], "wipc": ["platform"],
@@ -87,11 +88,9 @@ def prepare(tree):
     return clone, build
 
 
-def digests_of(clone, families):
-    """The program of digests, for these families and those that rest on them, in both forms."""
-    names = [name for family in families for name in [family, *ALSO.get(family, [])]]
-    asked = ["--expect", clone / "tests/digests/expected.txt",
-             *[name for name in names if name != "platform"]]  # which has none of its own
+def digests_of(clone):
+    """The program of digests, in both forms."""
+    asked = ["--expect", clone / "tests/digests/expected.txt"]
     return [["tests/digests/digests", *form, *asked] for form in ([], ["--plain"])]
 
 
@@ -111,8 +110,8 @@ def is_built(build, programs):
     return run(["nice", "ninja", "-C", build, *[p[0] for p in programs]]).returncode == 0
 
 
-def is_green(build, programs, reason=None):
-    """True when all programs pass. GTEST_FAIL_FAST: the first failure is enough."""
+def outcome_of(build, programs, reason=None):
+    """"green", "red" or "hangs". GTEST_FAIL_FAST: the first failure is enough."""
     ends = time.time() + TIME_LIMIT
     environment = dict(os.environ, GTEST_FAIL_FAST="1", GTEST_BRIEF="1")
     for program, *arguments in programs:
@@ -120,12 +119,12 @@ def is_green(build, programs, reason=None):
             done = run([build / program, *arguments], cwd=build, env=environment,
                        timeout=max(1, ends - time.time()), errors="replace")
         except subprocess.TimeoutExpired:
-            return False
+            return "hangs"
         if done.returncode != 0:
             if reason is not None:
                 reason.append(f"{program}: " + done.stdout[-2000:] + done.stderr[-500:])
-            return False
-    return True
+            return "red"
+    return "green"
 
 
 def main():
@@ -138,18 +137,19 @@ def main():
     parser.add_argument("-p", "--planted", metavar="FILE", help="plant these instead: a line "
                         "each, path below src/zelvan, text there, text instead, split by tabs; "
                         "\\n in a text is a new line")
-    parser.add_argument("-d", "--digests", action="store_true", help="ask the digests alone")
+    parser.add_argument("-d", "--digests", action="store_true", help="run the digests as well")
     parser.add_argument("-v", "--verbose", action="store_true", help="print the noticed as well")
     arguments = parser.parse_args()
 
     top = run(["git", "rev-parse", "--show-toplevel"], check=True).stdout.strip()
     clone, build = prepare(pathlib.Path(top))
-    # Each only if the one before has seen nothing: to link a program takes longer than to run it.
-    stages = [digests_of(clone, arguments.family)]
-    if not arguments.digests:
-        stages.append(programs_of(build, arguments.family))
+    programs = programs_of(build, arguments.family)
+    if arguments.digests:
+        programs += digests_of(clone)
+    if not programs:
+        sys.exit("no tests of " + " ".join(arguments.family))
     reason = []
-    if not all(is_built(build, stage) and is_green(build, stage, reason) for stage in stages):
+    if not is_built(build, programs) or outcome_of(build, programs, reason) != "green":
         sys.exit("not green before a fault was planted\n" + "\n".join(reason))
 
     faults = []  # (path, what a line there was, what it is now, the whole new text)
@@ -169,8 +169,9 @@ def main():
     else:
         for family in arguments.family:
             for path in sorted((root / family).rglob("*")):
-                counts = path.suffix == ".cpp" or path.suffix == ".h" and path.parent.name == "detail"
-                if not counts or "table" in path.name and "color" in path.name:
+                is_private_header = path.suffix == ".h" and path.parent.name == "detail"
+                is_source = path.suffix == ".cpp" or is_private_header
+                if not is_source or "table" in path.name and "color" in path.name:
                     continue
                 if path.suffix == ".cpp" and str(path) not in rules:
                     continue
@@ -184,10 +185,10 @@ def main():
                     faults.append((path, number, lines[number], new, "\n".join(changed)))
         random.Random(arguments.seed).shuffle(faults)
 
-    noticed, survived, seen = 0, 0, set()
+    outcomes, seen = {"green": 0, "red": 0, "hangs": 0}, set()
     for path, number, old, new, text in faults:
         if not arguments.planted:
-            if noticed + survived >= arguments.count:
+            if sum(outcomes.values()) >= arguments.count:
                 break
             if (path, number) in seen:
                 continue
@@ -195,18 +196,20 @@ def main():
         before = path.read_text()
         try:
             path.write_text(text)
-            if not is_built(build, stages[0]):
+            if not is_built(build, programs):
                 if arguments.planted:
                     print(f"no build: {old}  ==>  {new}")
                 continue
-            survives = all(is_built(build, stage) and is_green(build, stage) for stage in stages)
+            outcome = outcome_of(build, programs)
         finally:
             path.write_text(before)
-        noticed, survived = noticed + (not survives), survived + survives
-        if survives or arguments.verbose:
-            print(f"{'SURVIVED' if survives else 'noticed '} {path.relative_to(clone)}:"
-                  f"{number + 1} | {old.strip()}  ==>  {new.strip()}", flush=True)
-    print(f"{' '.join(arguments.family)}: {noticed} noticed, {survived} survived", flush=True)
+        outcomes[outcome] += 1
+        if outcome == "green" or arguments.verbose:
+            said = {"green": "SURVIVED", "red": "noticed ", "hangs": "hangs   "}[outcome]
+            print(f"{said} {path.relative_to(clone)}:{number + 1} | {old.strip()}  ==>  "
+                  f"{new.strip()}", flush=True)
+    print(f"{' '.join(arguments.family)}: {outcomes['red']} noticed, {outcomes['hangs']} hang, "
+          f"{outcomes['green']} survived", flush=True)
 
 
 if __name__ == "__main__":

@@ -31,6 +31,7 @@
 #include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
 #include <zelvan/text/tokenize.h>
+#include <zelvan/text/wide_string.h>
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>
 #include <zelvan/tra/foreign_floats.h>

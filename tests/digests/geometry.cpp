@@ -1,104 +1,93 @@
 #include "digests/group.h"
 
 #include <climits>
-#include <cmath>
 
 namespace {
 
-/// By kind: small whole numbers with both zeros and a hair beside them, so that ends coincide and
-/// directions are equal; plain numbers; hard ones; and the tolerances of conics, one step beyond,
-/// and coefficients that lead there.
+/// By kind: small whole numbers and a hair beside them, so that ends coincide and directions are
+/// equal; plain numbers; or hard ones.
 double number(Random& random, int kind) {
-  static const double at = 1e-05, over = std::nextafter(at, 1), far = 4 * at;
-  static const double whole[] = {-2, -1, -0.0, 0, 1, 2, -1e-17, 0.5};
-  static const double close[] = {0, 1, 4, 0.25, at, -at, over, -over, far, std::nextafter(far, 1)};
+  static constexpr double whole[] = {-2.0, -1.0, -0.0, 0.0, 1.0, 2.0, -1e-17, 0.5};
   if (kind == 0) return whole[random.below(8)];
-  if (kind == 3) return close[random.below(10)];
   return kind == 1 ? random.between(-9, 9) : random.hard_double();
 }
 
-// What is measured from points. Now and then a segment is level or upright. A tenth as `float` is
-// none as `double`.
-const Group measures("geometry.measures", [](Digest& digest) {
+real_pt_t point(Random& random, int kind) { return {number(random, kind), number(random, kind)}; }
+
+const Group distances("geometry.distances", [](Log& log) {
   Random random(1);
-  for (int i = 0; i < 60'000; ++i) {
-    const auto clockwise = static_cast<short>(random.below(3) - 1);
-    real_pt_t p[5], max, min;
-    double c[9], sine, cosine;
-    for (real_pt_t& q : p) q = {number(random, i % 4), number(random, i % 4)};
-    for (double& v : c) v = number(random, i % 4);
-    if (i % 5 == 0) p[2].y = p[1].y;
-    if (i % 7 == 0) p[2].x = p[1].x;
-    digest(utl_point_point(&p[0], &p[1]), utl_point_line(&p[0], &p[1], &p[2]),
-           utl_point_box(&p[0], p + 1), utl_point_circle(&p[0], &p[1], c[0]),
-           utl_point_circarc(&p[0], &p[1], c[0], &p[2], &p[3], clockwise),
-           utl_angle2d(p[0].x, p[0].y, p[1].x, p[1].y), utl_evaluate_cubic(c, c[4]),
-           utl_inches_to_units(c[0], i % 14 - 1), utl_units_to_inches(c[1], i % 15 - 2));
-    utl_maxmin_arc(&p[0], 0.1 * (i % 9 - 4), &p[1], &p[2], clockwise, &max, &min);
-    digest(max, min);
-    utl_maxmin_circle(&p[0], c[0], &max, &min);
-    digest(max, min);
-    utl_maxmin_cubic(c, &max, &min);
-    digest(max, min);
-    utl_rotate_point(&p[0], &p[1], c[0], c[1]);
-    utl_maxmin_rotrect(&p[0], c, c[8]);
-    drw_get_trig(i < 1500 ? i - 750 : i % 2 == 0 ? INT_MIN + i : INT_MAX - i, &sine, &cosine);
-    digest(p[1], c, sine, cosine);
+  for (int i = 0; i < 15'000; ++i) {
+    real_pt_t p = point(random, i % 3);
+    real_pt_t corners[4];
+    for (real_pt_t& corner : corners) corner = point(random, i % 3);
+    const double radius = number(random, i % 3);
+    log("utl_point_point", inputs(p, corners[0]), utl_point_point(&p, &corners[0]));
+    log("utl_point_line", inputs(p, corners), utl_point_line(&p, &corners[0], &corners[1]));
+    log("utl_point_box", inputs(p, corners), utl_point_box(&p, corners));
+    log("utl_point_circle", inputs(p, corners[0], radius),
+        utl_point_circle(&p, &corners[0], radius));
   }
 });
 
-/// Takes what there is of a conic: its type, its three standard forms, points on them, distances
-/// and extents.
-void take(Digest& digest, Random& random, utl_conic_t conic) {
-  utl_ellipse_t e;
-  utl_hyperbola_t h;
-  utl_parabola_t p;
-  real_pt_t at[3], max, min;
-  utl_standard_ellipse(&conic, &e);
-  utl_standard_hyperbola(&conic, &h);
-  utl_standard_parabola(&conic, &p);
-  digest(utl_conic_type(&conic), e.sin_rot, e.cos_rot, e.off_x, e.off_y, e.start, e.sweep, e.axis_x,
-         e.axis_y, h.sin_rot, h.cos_rot, h.cen_x, h.cen_y, h.start, h.end, h.sq_x, h.sq_y, h.branch,
-         h.y_branches, p.sin_rot, p.cos_rot, p.vtx_x, p.vtx_y, p.start, p.end, p.k, p.y_of_x);
-  const double part = random.unit();
-  utl_ellipse_point(&e, part * e.sweep, &at[0]);
-  utl_hyperbola_point(&h, part * (h.end - h.start), &at[1]);
-  utl_parabola_point(&p, part * (p.end - p.start), &at[2]);
-  real_pt_t from = {at[0].x + part, at[0].y - 1};
-  utl_maxmin_conic(&conic, &max, &min);
-  digest(at, max, min, utl_point_conarc(&at[1], &conic), utl_point_conarc(&from, &conic));
-}
+const Group arcs("geometry.arcs", [](Log& log) {
+  Random random(2);
+  for (int i = 0; i < 15'000; ++i) {
+    real_pt_t p = point(random, i % 3);
+    real_pt_t center = point(random, i % 3);
+    real_pt_t ends[] = {point(random, i % 3), point(random, i % 3)};
+    const double radius = 0.1 * (i % 9 - 4);  // another number as a `float`
+    const auto clockwise = static_cast<short>(random.below(2));
+    log("utl_point_circarc", inputs(p, center, radius, ends, clockwise),
+        utl_point_circarc(&p, &center, radius, &ends[0], &ends[1], clockwise));
+    real_pt_t max;
+    real_pt_t min;
+    utl_maxmin_arc(&center, radius, &ends[0], &ends[1], clockwise, &max, &min);
+    log("utl_maxmin_arc", inputs(center, radius, ends, clockwise), max, min);
+  }
+});
 
-// Of any coefficients, which lead to every type now and then, and through the first end; arcs of
-// the unit circle of the least sweep that isn't taken for the whole, and of whole numbers of
-// sampling steps; and arcs from north to west of an ellipse that is flat, or not, by the last digit
-// of its thinner axis.
-const Group conics("geometry.conics", [](Digest& digest) {
+const Group cubics("geometry.cubics", [](Log& log) {
+  Random random(3);
+  for (int i = 0; i < 15'000; ++i) {
+    double coefficients[8];
+    for (double& c : coefficients) c = number(random, i % 3);
+    log("utl_evaluate_cubic", inputs(coefficients), utl_evaluate_cubic(coefficients, 0.3));
+    real_pt_t max;
+    real_pt_t min;
+    utl_maxmin_cubic(coefficients, &max, &min);
+    log("utl_maxmin_cubic", inputs(coefficients), max, min);
+  }
+});
+
+const Group turns("geometry.turns", [](Log& log) {
   Random random(4);
-  for (int i = 0; i < 12'000; ++i) {
-    const auto v = [&] { return number(random, i % 4); };
-    const auto clockwise = static_cast<short>(random.below(3) - 1);
-    utl_conic_t conic = {v(), v(), v(), v(), v(), v(), {v(), v()}, {v(), v()}, clockwise};
-    auto& [a, b, c, d, e, f, start, end, sense] = conic;
-    if (i % 3 == 0) b = 0;
-    if (i % 5 == 0) c = a;
-    if (i % 7 == 0) b = 2 * a;
-    if (i % 11 == 0) c = b * b / (4 * a);
-    if (i % 2 == 1) f = -(a * start.x + b * start.y + d) * start.x - (c * start.y + e) * start.y;
-    take(digest, random, conic);
+  for (int i = 0; i < 15'000; ++i) {
+    real_pt_t center = point(random, i % 3);
+    const real_pt_t p = point(random, i % 3);
+    const real_pt_t q = point(random, i % 3);
+    const double angle = number(random, i % 3);
+    real_pt_t turned = p;
+    utl_rotate_point(&center, &turned, q.x, q.y);
+    log("utl_rotate_point", inputs(center, p, q), turned);
+    log("utl_angle2d", inputs(p, q), utl_angle2d(p.x, p.y, q.x, q.y));
+    double box[8] = {p.x, p.y, q.x, q.y, 1.0, p.y, q.x, 0.5};
+    utl_maxmin_rotrect(&center, box, angle);
+    log("utl_maxmin_rotrect", inputs(center, p, q, angle), box);
+    const int degrees = i < 1500 ? i - 750 : INT_MAX - i;
+    double sine;
+    double cosine;
+    drw_get_trig(degrees, &sine, &cosine);
+    log("drw_get_trig", inputs(degrees), sine, cosine);
+  }
+});
 
-    const double from = random.between(-3, 3), steps = random.below(72);
-    const double sweep = steps < 3 ? 0.0001 : 0.087 * steps;
-    utl_ellipse_t unit = {0, 1, 0, 0, from, sweep, 1, 1};
-    conic = {1, 0, 1, 0, 0, -1, {}, {}, clockwise};
-    utl_ellipse_point(&unit, 0, clockwise != 0 ? &end : &start);
-    utl_ellipse_point(&unit, sweep, clockwise != 0 ? &start : &end);
-    take(digest, random, conic);
-
-    const double thin = 1e4 + (i % 20 - 10) * 0x1p-39;
-    const bool is_upright = i % 3 == 0;
-    take(digest, random,
-         {is_upright ? thin : 1, 0, is_upright ? 1 : thin, 0, 0, -1.0 * i, {0, 1}, {-1, 0}, 0});
+const Group units("geometry.units", [](Log& log) {
+  Random random(5);
+  for (int i = 0; i < 6000; ++i) {
+    const double length = random.hard_double();
+    const int unit = i % 15 - 2;
+    log("utl_inches_to_units", inputs(length, unit), utl_inches_to_units(length, unit));
+    log("utl_units_to_inches", inputs(length, unit), utl_units_to_inches(length, unit));
   }
 });
 

@@ -1,104 +1,106 @@
-// Drives every family through a fixed workload and tells of each group of operations one digest of
-// all results. Two builds of the library whose digests are the same give the same results: with any
-// compiler, at any optimisation level, on any processor. Where a workload has a model beside it, it
-// tells what disagrees with that, too.
+// Runs a fixed workload for each group of operations and makes one digest of its results. Two
+// builds of the library whose digests are equal produce the same bits, with any compiler, at any
+// optimisation level, on any processor. Which bits are right, the tests of each family say.
 //
-//     digests [--plain] [GROUP...]                  the digests
-//     digests [--plain] --expect FILE [GROUP...]    compares them, and says which forms ran; 1 if
+//     digests [--plain] [GROUP...]                  prints the digests
+//     digests [--plain] --expect FILE [GROUP...]    compares them and says which form ran; fails if
 //                                                   one differs
-//     digests [--plain] --trace GROUP [EVERY]       the digest of a group behind so many operations
-//                                                   each (1000), to see from which on two builds
-//                                                   part; each value, too, if that is 1
+//     digests [--plain] --trace GROUP               prints each operation of the group with its
+//                                                   inputs, if they are short, and its results
 //
-// A GROUP is the name of one or of a family. --plain switches the vector forms off.
+// A GROUP is the name of a group or of a family. --plain switches the vector forms off.
 #include "digests/group.h"
-#include "digests/printed.h"
 #include "support/vector_forms.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstdio>
 #include <fstream>
 #include <map>
-#include <string>
 
 namespace {
 
-bool is_plain = false;
-const char* expected_file = nullptr;
-long trace_every = 0;
-std::vector<std::string> wanted;
+struct Arguments {
+  bool is_plain = false;
+  bool is_traced = false;
+  std::string expected_file;        ///< empty if nothing is compared
+  std::vector<std::string> wanted;  ///< groups and families; all if empty
 
-void read_arguments(int argc, char** argv) {
+  bool wants(const std::string& group) const {
+    const std::string family = group.substr(0, group.find('.'));
+    const auto is_meant = [&](const std::string& name) { return name == group || name == family; };
+    return wanted.empty() || std::any_of(wanted.begin(), wanted.end(), is_meant);
+  }
+};
+
+/// Returns false if there is an unknown option or one without its value.
+bool read_arguments(int argc, char** argv, Arguments* arguments) {
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (argument == "--plain") {
-      is_plain = true;
-    } else if (argument == "--expect" && i + 1 < argc) {
-      expected_file = argv[++i];
+      arguments->is_plain = true;
     } else if (argument == "--trace" && i + 1 < argc) {
-      wanted = {argv[++i]};
-      trace_every = i + 1 < argc ? std::atol(argv[++i]) : 1000;
+      arguments->is_traced = true;
+    } else if (argument == "--expect" && i + 1 < argc) {
+      arguments->expected_file = argv[++i];
+    } else if (argument[0] == '-') {
+      return false;
     } else {
-      wanted.push_back(argument);
+      arguments->wanted.push_back(argument);
     }
   }
+  return true;
 }
 
-bool is_wanted(const std::string& group) {
-  return wanted.empty() || std::any_of(wanted.begin(), wanted.end(), [&](const std::string& name) {
-           return group == name || group.compare(0, name.size() + 1, name + '.') == 0;
-         });
+std::string digest_of(Group::Workload workload, bool is_traced) {
+  if (workload == nullptr) return "missing";
+  Log log(is_traced);
+  workload(log);
+  char text[17];
+  std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(log.digest()));
+  return text;
 }
 
-/// Runs all groups that are wanted in the order of their names. Gives the exit status.
-int run(const char* form) {
-  std::map<std::string, Group::Workload> groups;
-  for (const Group* group : Group::all()) groups[group->name] = group->run;
+/// Runs the groups that are wanted in the order of their names. Returns true if there are some and
+/// none differs.
+bool run(const Arguments& arguments, const char* form) {
+  std::map<std::string, Group::Workload> workloads;
+  for (const Group* group : Group::all()) workloads[group->name] = group->run;
   std::map<std::string, std::string> expected;
-  if (expected_file != nullptr) {
-    std::ifstream file(expected_file);
-    for (std::string group, digest; file >> group >> digest;) {
-      if (is_wanted(group)) expected[group] = digest;
-      groups.try_emplace(group, nullptr);  // is gone, as it seems
+  std::ifstream file(arguments.expected_file);
+  for (std::string name; file >> name;) file >> expected[name];
+  for (const auto& [name, digest] : expected) workloads.try_emplace(name, nullptr);
+  int groups = 0;
+  int differing = 0;
+  for (const auto& [name, workload] : workloads) {
+    if (!arguments.wants(name)) continue;
+    const std::string digest = digest_of(workload, arguments.is_traced);
+    groups += 1;
+    if (arguments.expected_file.empty()) {
+      if (!arguments.is_traced) std::printf("%s %s\n", name.c_str(), digest.c_str());
+    } else if (digest != expected[name]) {
+      differing += 1;
+      std::printf("%s is %s, not %s\n", name.c_str(), digest.c_str(), expected[name].c_str());
     }
   }
-  int n_run = 0, n_wrong = 0;
-  for (const auto& [name, workload] : groups) {
-    if (!is_wanted(name)) continue;
-    Digest digest(trace_every);
-    if (workload != nullptr) workload(digest);
-    printed = nullptr;
-    char text[17];
-    std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(digest.value()));
-    const bool is_expected = expected_file == nullptr || expected[name] == text;
-    const bool is_right = is_expected && digest.disagreements() == 0;
-    if (!is_expected) std::printf("%s is %s, not %s\n", name.c_str(), text, expected[name].c_str());
-    if (is_expected && digest.disagreements() != 0) std::printf("%s is wrong\n", name.c_str());
-    if (expected_file == nullptr) std::printf("%s %s\n", name.c_str(), text);
-    std::fflush(stdout);
-    n_run += 1;
-    n_wrong += !is_right;
+  if (!arguments.expected_file.empty()) {
+    std::printf("%d of %d as expected, %s\n", groups - differing, groups, form);
   }
-  if (expected_file != nullptr) {
-    std::printf("%d of %d as expected, %s\n", n_run - n_wrong, n_run, form);
-  }
-  std::fflush(stdout);  // which nobody else does in WebAssembly
-  return n_run == 0 || n_wrong != 0;
+  std::fflush(stdout);  // WebAssembly does not flush it at the end
+  return groups != 0 && differing == 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  static char buffer[BUFSIZ];
-  std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);  // which the heap would give otherwise
-  read_arguments(argc, argv);
-  std::string form;
-  support::for_each_form([&](const char* widest) {
-    if (form.empty() || !is_plain) form = widest;  // the plain form comes first
+  Arguments arguments;
+  if (!read_arguments(argc, argv, &arguments)) return 2;
+  std::string wanted_form;
+  support::for_each_form([&](const char* form) {  // the plain form comes first, the widest last
+    if (wanted_form.empty() || !arguments.is_plain) wanted_form = form;
   });
-  int status = 1;
-  support::for_each_form([&](const char* present) {
-    if (present == form) status = run(present);
+  bool is_right = false;
+  support::for_each_form([&](const char* form) {
+    if (form == wanted_form) is_right = run(arguments, form);
   });
-  return status;
+  return is_right ? 0 : 1;
 }

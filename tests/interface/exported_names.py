@@ -27,10 +27,21 @@ def of_shared_object(library):
     return {line.rsplit(" ", 3)[0] for line in table.splitlines()}, []
 
 
+# How standard libraries name their strings: in which namespace, and with which traits.
+STRING = re.compile(r"std::(?:\w+::)?basic_string<([a-z ]+), "
+                    r"(?:std::(?:\w+::)?char_traits<\1>|zelvan::wide_traits), "
+                    r"std::(?:\w+::)?allocator<\1> ?>")
+
+
+def in_every_library(name):
+    return STRING.sub(r"string of \1", name.replace("std::string", "string of char"))
+
+
 def main(library, names_file):
     lines = open(names_file, encoding="utf-8").read().splitlines()
-    listed = [line for line in lines if line and not line.startswith("#")]
-    exported, faults = of_dll(library) if library.endswith(".dll") else of_shared_object(library)
+    listed = [in_every_library(line) for line in lines if line and not line.startswith("#")]
+    names, faults = of_dll(library) if library.endswith(".dll") else of_shared_object(library)
+    exported = {in_every_library(name) for name in names}
 
     faults += [f"exported, but not listed: {name}" for name in sorted(exported - set(listed))]
     faults += [f"listed, but not exported: {name}" for name in sorted(set(listed) - exported)]

@@ -15,7 +15,7 @@ ARROWS = {
     "var": set(),
     "tra": set(),
     "logger": {"platform/directories.h"},
-    "text": {"platform/locale.h"},
+    "text": {"platform/locale.h", "platform/numbers.h"},
     "osh": {"platform"},
     "wipc": {"platform"},
     "platform": set(),

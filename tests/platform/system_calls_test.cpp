@@ -124,29 +124,36 @@ TEST(SystemCalls, LeaveFilesWhole) {
   const std::string moved_without_its_user = "-plain 4775 12345 old\n+new 775 12345 old\n";
   const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
   expect(copy("other"_c), "-other 4606 abc" + whose + "+other 606 12345" + whose,
-         "open!! openat! read! copy_file_range.. stat! lstat! fstat.! faccessat!! realpath! "
-         "fchmod! fchown. "
-         "fsync! renameat! close!..",
+         "open!! openat. read! copy_file_range.. stat! lstat! fstat! faccessat!!. getxattr! "
+         "fremovexattr! fchmod! fchown. fsync! linkat! renameat! close!..",
          {}, "-other 4606 abc" + whose + "+other 606 12345\n");
-  expect(copy("new"_c), "+new 770 12345\n",
-         "open!! openat! read! copy_file_range.. lstat! fstat.! faccessat! renameat! close!..");
-  const std::vector<support::Failure> no_range = {{"copy_file_range", 0, EXDEV}};
   expect(
       copy("new"_c), "+new 770 12345\n",
-      "open!! openat! read!! write! copy_file_range. lstat! fstat.! faccessat! renameat! close!..",
-      no_range);
+      "open!! openat. read! copy_file_range.. stat! lstat! fstat! faccessat!. fgetxattr! linkat! "
+      "renameat! close!..");
+  // Where the kernel copies nothing by itself, and every file has a name.
+  expect(copy("new"_c), "+new 770 12345\n",
+         "open!! openat.! read!! write! copy_file_range. stat! lstat! fstat! faccessat! fgetxattr! "
+         "renameat! close!..",
+         {{"copy_file_range", 0, EXDEV}, {"openat", 1, EOPNOTSUPP}});
   expect(move("plain"_c, "new"_c), moved, "faccessat! renameat2!");
   // A file system that knows no flags, and then another one than that of the file.
-  expect(move("plain"_c, "new"_c), moved, "fstatat! faccessat! linkat! renameat2! unlinkat!",
+  expect(move("plain"_c, "new"_c), moved, "fstatat!. faccessat! linkat! renameat2! unlinkat!",
          {{"renameat2", 0, EINVAL}});
+  expect(move("plain"_c, "new"_c), moved,
+         "openat! fstatat!. faccessat! linkat! renameat! renameat2! close.",
+         {{"renameat2", 0, EINVAL}, {"linkat", 0, EPERM}});
   expect(move("dir"_c, "new"_c), "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n",
-         "fstatat! faccessat! renameat! renameat2! mkdirat!", {{"renameat2", 0, ENOSYS}});
+         "fstatat!. faccessat! renameat! renameat2! mkdirat!", {{"renameat2", 0, ENOSYS}});
   const std::string by_copy =
-      "open!! openat! read! copy_file_range.. lstat! fstat.! faccessat! fchmod! ";
-  const std::string kept = " futimens! fsync! renameat2!! unlink! close!..";
+      "open!! openat.. read! copy_file_range.. stat! lstat! fstat!. fstatat. faccessat!. "
+      "fgetxattr! "
+      "fremovexattr! fchmod! ";
+  const std::string kept = " futimens! fsync!! linkat! renameat2!! unlinkat! close!...";
   expect(move("plain"_c, "new"_c), moved, by_copy + "fchown." + kept, {{"renameat2", 1, EXDEV}},
          moved_without_its_user);
-  expect(move("plain"_c, "new"_c), moved_without_its_user, by_copy + "fchown.." + kept,
+  const std::string moved_without_its_group = "-plain 4775 12345 old\n+new 755 12345 old\n";
+  expect(move("plain"_c, "new"_c), moved_without_its_group, by_copy + "fchown.." + kept,
          {{"renameat2", 1, EXDEV}, {"fchown", 0, EPERM}});
   expect([] { return osh_cat("new"_c, "plain"_c) == 1; }, "+new 600 12345\n",
          "open!! read!! write! lseek. stat. fstat.... faccessat!.. close.!", {}, "+new 600");
@@ -169,7 +176,8 @@ TEST(SystemCalls, LeaveFilesWhole) {
   expect(
       many,
       "-other 4606 abc" + whose + "-plain 4775 12345 old\n+new 620 12345\n+other 4604 abc" + whose,
-      "open!! fopen! read! write! lseek! stat..!!.!! lstat! fstat.!..! faccessat..!!.!!.!! getcwd! "
+      "open!! fopen! read! write! ftruncate! lseek! stat..!!.!.! lstat! fstat.!!..! "
+      "faccessat..!!.!!.!! getcwd! "
       "chmod!! unlink! mkdir! rmdir! close!.",
       {}, "");
   const auto prefix = [] {
@@ -220,6 +228,7 @@ TEST(SystemCalls, RefuseWithAReason) {
   for (const int answer : {EINVAL, ENOSYS}) {
     refuses(EEXIST, move("other"_c, "plain"_c), {{"renameat2", 0, answer}});
     refuses(EEXIST, move("dir"_c, "plain"_c), {{"renameat2", 0, answer}});
+    refuses(EEXIST, move("other"_c, "plain"_c), {{"renameat2", 0, answer}, {"linkat", 0, EPERM}});
   }
   refuses(EEXIST, move("other"_c, "plain"_c), {{"renameat2", 1, EXDEV}});
   refuses(EXDEV, move("link"_c, "new"_c), {{"renameat2", 1, EXDEV}});
@@ -238,14 +247,76 @@ TEST(SystemCalls, RefuseWithAReason) {
   // A draft that can't be taken away is nobody else's to read, and the next one has another name.
   const std::string draft = ".zelvan-" + std::to_string(getpid()) + "-0";
   EXPECT_FALSE(support::run_failing(
-      copy("other"_c), {{"copy_file_range", 1, EIO}, {"write", 1, EIO}, {"unlinkat", 1, EPERM}}));
+      copy("other"_c), {{"openat", 1, EOPNOTSUPP}, {"read", 1, EIO}, {"unlinkat", 1, EPERM}}));
   EXPECT_EQ(errno, EIO);
   EXPECT_EQ(fs::status(draft).permissions(), fs::perms{0600});
-  EXPECT_TRUE(copy("other"_c)() && content("other") == "12345" && content(draft).empty());
-  EXPECT_FALSE(
-      support::run_failing(move("plain"_c, "new"_c),
-                           {{"renameat2", 1, EXDEV}, {"unlink", 1, EPERM}, {"unlink", 2, EIO}}));
+  EXPECT_TRUE(copy("other"_c)() && content("other") == "12345" && content(draft) == "12345");
+  EXPECT_FALSE(support::run_failing(
+      move("plain"_c, "new"_c),
+      {{"renameat2", 1, EXDEV}, {"unlinkat", 1, EPERM}, {"unlinkat", 2, EIO}}));
   EXPECT_EQ(errno, EPERM);
+}
+
+// A file system of the network repeats a request whose answer got lost, and reports that there is
+// nothing left to do.
+TEST(SystemCalls, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
+  const std::pair<const char*, Failures> rows[] = {
+      {"by a link", {{"renameat2", 0, EINVAL}, {"unlinkat", 1, ENOENT, true}}},
+      {"for another reason", {{"renameat2", 0, EINVAL}, {"unlinkat", 1, EIO, true}}},
+      {"by a copy", {{"renameat2", 1, EXDEV}, {"unlinkat", 1, ENOENT, true}}},
+      {"over a reserved name",
+       {{"renameat2", 0, EINVAL}, {"linkat", 0, EPERM}, {"renameat", 1, ENOENT, true}}}};
+  for (const auto& [why, failures] : rows) {
+    World world;
+    EXPECT_TRUE(support::run_failing(move("plain"_c, "new"_c), failures)) << why;
+    EXPECT_TRUE(!fs::exists("plain") && content("new") == "12345") << why;
+  }
+  World world;
+  EXPECT_TRUE(support::run_failing(move("empty"_c, "new"_c), rows[3].second));
+  EXPECT_TRUE(!fs::exists("empty") && fs::is_directory("new"));
+}
+
+// A move syncs the folder of the new name, as far as that can be done.
+TEST(SystemCalls, SyncAFolderOrEverything) {
+  const struct {
+    support::Failure failure;
+    int syncs;
+    const char* why;
+  } rows[] = {{{"fsync", 2, EINVAL}, 0, "such a folder needs no sync"},
+              {{"openat", 2, EACCES}, 1, "a folder that may not be read can't be opened"}};
+  for (const auto& [failure, syncs, why] : rows) {
+    World world;
+    EXPECT_TRUE(support::run_failing(move("plain"_c, "new"_c), {{"renameat2", 1, EXDEV}, failure}))
+        << why;
+    EXPECT_EQ(support::calls_made[support::sync_id], syncs) << why;
+    EXPECT_EQ(support::calls_made[support::fsync_id], 2 - syncs) << why;
+  }
+}
+
+TEST(SystemCalls, EmptyNoFileForADescriptorThatDoesNotFit) {
+  World world;
+  for (const auto& [lowest, done] : {std::pair{0, true}, {32'768, false}}) {
+    put("plain", "12345");
+    support::lowest_descriptor = lowest;
+    const auto empties = [] {
+      const int fd = osh_open_binary("plain"_c, osh_open_write_only | osh_open_truncate, 0);
+      return fd >= 0 && osh_close(fd) == 0;
+    };
+    EXPECT_EQ(support::run_failing(empties, {}), done) << lowest;
+    EXPECT_EQ(content("plain"), done ? "" : "12345") << lowest;
+    EXPECT_TRUE(done || errno == EMFILE);
+  }
+  support::lowest_descriptor = 0;
+}
+
+// Where every file has the permissions of the mount, none can be given to a copy, nor need be.
+TEST(SystemCalls, CopyWithoutPermissionsToGive) {
+  World world;
+  for (const auto& [mode, done] : {std::pair{0600, true}, {0640, false}}) {
+    chmod("other", mode);
+    EXPECT_EQ(support::run_failing(copy("other"_c), {{"fchmod", 0, EPERM}}), done);
+    EXPECT_TRUE(done || errno == EPERM);
+  }
 }
 
 TEST(SystemCalls, HaveNoSeparatorInsideACharacter) {

@@ -3,91 +3,69 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <iterator>
-#include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 
 namespace support {
 
-/// The bits of `v`. All NaN are one: which operand's payload survives an addition of two NaN
+/// Returns the bits of `v`. All NaN are one: which operand's payload survives an addition of two
 /// is the compiler's choice, and no result of the library depends on it.
 inline std::uint64_t bits(double v) {
   return std::isnan(v) ? 0x7ff8000000000000 : __builtin_bit_cast(std::uint64_t, v);
 }
 
+/// Calls `visit` with each plain value that `value` consists of: a double, an int64_t or a
+/// string_view.
+///
+/// A record consists of its fields, which the function `fields` in the record's own namespace
+/// returns as a tuple.
+template <class Value, class Visit>
+void for_each_plain_value(const Value& value, const Visit& visit) {
+  if constexpr (std::is_floating_point_v<Value>) {
+    visit(static_cast<double>(value));
+  } else if constexpr (std::is_same_v<Value, char>) {
+    visit(std::int64_t{static_cast<unsigned char>(value)});  // has a sign on some machines
+  } else if constexpr (std::is_integral_v<Value> || std::is_enum_v<Value>) {
+    visit(static_cast<std::int64_t>(value));
+  } else if constexpr (std::is_pointer_v<Value>) {
+    visit(value != nullptr ? std::string_view(value) : std::string_view("null"));
+  } else if constexpr (std::is_convertible_v<const Value&, std::string_view>) {
+    visit(std::string_view(value));
+  } else if constexpr (requires { std::size(value); }) {
+    for (const auto& element : value) for_each_plain_value(element, visit);
+  } else {
+    std::apply([&](const auto&... field) { (for_each_plain_value(field, visit), ...); },
+               fields(value));
+  }
+}
+
 class Digest {
  public:
-  /// With `every` not 0 the digest so far is printed behind so many operations.
-  explicit Digest(long every = 0) : every_(every) {}
-
-  /// Takes the results of one operation: numbers, records, texts, null ones too, and whatever else
-  /// has elements. An address is no result.
+  /// Takes results: numbers, texts, records, and whatever has elements. An address is no result.
   template <class... Results>
   void operator()(const Results&... results) {
-    (add(results), ...);
-    if (++operations_; every_ != 0 && operations_ % every_ == 0) tell("behind operation");
-  }
-
-  /// Takes whether an operation agrees with its model. The first that doesn't is told at once.
-  void expect(bool agrees) {
-    (*this)(agrees);
-    if (!agrees && disagreements_++ == 0) tell("no agreement with the model in operation");
+    (for_each_plain_value(results, [this](auto value) { this->mix(value); }), ...);
   }
 
   std::uint64_t value() const { return value_; }
-  long disagreements() const { return disagreements_; }
 
  private:
-  void tell(const char* what) {  // not by printf, in whose place the program may have put another
-    char line[100];
-    std::snprintf(line, sizeof line, "%s %ld: %016llx\n", what, operations_,
-                  static_cast<unsigned long long>(value_));
-    std::fputs(line, stdout);
+  void mix(double v) { mix(bits(v)); }
+  void mix(std::int64_t v) { mix(static_cast<std::uint64_t>(v)); }
+  void mix(std::string_view text) {
+    mix(std::uint64_t{text.size()});
+    for (const char c : text) mix(std::uint64_t{static_cast<unsigned char>(c)});
   }
 
-  static void tell_value(std::uint64_t value) {
-    char text[22];
-    std::snprintf(text, sizeof text, "%llu ", static_cast<unsigned long long>(value));
-    std::fputs(text, stdout);
-  }
-
-  template <class Result>
-  void add(const Result& result) {
-    if constexpr (std::is_floating_point_v<Result>) {
-      mix(bits(result));
-    } else if constexpr (std::is_same_v<Result, char>) {
-      mix(static_cast<unsigned char>(result));  // has a sign on some machines
-    } else if constexpr (std::is_same_v<Result, const char*> || std::is_same_v<Result, char*>) {
-      add(result != nullptr);
-      if (result != nullptr) add(std::string_view(result));
-    } else if constexpr (std::is_integral_v<Result> || std::is_enum_v<Result>) {
-      mix(static_cast<std::uint64_t>(result));
-    } else if constexpr (requires { std::size(result); }) {
-      mix(std::size(result));
-      for (const auto& element : result) add(element);
-    } else if constexpr (requires { result.corners; }) {
-      add(result.corners);
-    } else if constexpr (requires { result.red; }) {
-      add(result.red);
-      add(result.green);
-      add(result.blue);
-    } else {
-      add(result.x);
-      add(result.y);
-    }
-  }
-
-  // No step loses anything, so that a difference stays one. With `every` 1 each value is printed.
+  // No step loses anything, so a difference stays one.
   void mix(std::uint64_t v) {
-    if (every_ == 1) tell_value(v);
     value_ = (value_ ^ v) * 0x9E3779B97F4A7C15;
     value_ ^= value_ >> 32;
   }
 
   std::uint64_t value_ = 0;
-  long operations_ = 0, disagreements_ = 0, every_;
 };
 
 }  // namespace support

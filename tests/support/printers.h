@@ -7,6 +7,7 @@
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/points.h>
+#include <zelvan/transforms/records.h>
 
 #include <cmath>
 #include <cstdint>
@@ -59,6 +60,9 @@ inline void PrintTo(const int_pt_t& p, std::ostream* out) {
 }
 inline void PrintTo(const short_pt_t& p, std::ostream* out) {
   *out << '(' << p.x << ", " << p.y << ')';
+}
+inline void PrintTo(const real_rect_t& rect, std::ostream* out) {
+  for (const real_pt_t& corner : rect.corners) PrintTo(corner, out);
 }
 inline void PrintTo(const ColorRGB& c, std::ostream* out) {
   *out << "RGB(" << c.red << ", " << c.green << ", " << c.blue << ')';

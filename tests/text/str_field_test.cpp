@@ -157,14 +157,6 @@ TEST(StrParseVvcp, ClosesByQuotesAloneAndEscapesInBothKinds) {
                                 });
 }
 
-TEST(StrParseVvcp, HasARecordOfItsOwn) {
-  std::string word = "first";
-  std::string other = "second";
-  const str_field* const first = str_parse(word.data());
-  str_parse_vvcp(other.data());
-  EXPECT_STREQ(first->text, "first");
-}
-
 // The C library rounds correctly, so it judges every number of at most 20 digits.
 TEST(StrParse, RoundsNumbersAsTheCLibraryDoes) {
   support::Random random(1);

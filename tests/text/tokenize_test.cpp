@@ -7,7 +7,7 @@
 
 namespace {
 
-using Wide = std::basic_string<unsigned short>;
+using Wide = zelvan::wide_string;
 using Tokens = std::vector<std::u16string>;
 
 Wide wide(const std::u16string& text) { return Wide(text.begin(), text.end()); }

@@ -56,10 +56,11 @@ TEST(ConvertCharset, ChoosesOneOfSeveralCodesOfACharacter) {
   EXPECT_EQ(ebcdic, std::string("\xF0\xF9\x4F\x60\xBF\x4E\x4D\x5D\x8B\xD0\x00\x35", 12));
 }
 
-// A death test looks at standard error, so standard output is joined to it.
+// A death test reads descriptor 2; here standard output takes its place.
 TEST(ConvertCharsetDeathTest, EndsTheProcessOnAnUnknownConversion) {
   const auto convert_nothing = [](short code) {
     dup2(2, 1);
+    close(2);
     tra_convert_charset(code, 0, nullptr, nullptr);
   };
   EXPECT_EXIT(convert_nothing(3), testing::ExitedWithCode(1),

@@ -2,6 +2,7 @@
 
 #include "support/float_models.h"
 
+#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -39,27 +40,32 @@ TEST(ConvertFlpt, TurnsKnownNumbersIntoOneAnother) {
 
 // The model works out values. Each exponent stands with fractions next to each power of two.
 TEST(ConvertFlpt, AgreesWithAModelOfTheValues) {
-  for (Word i = 0; i < 4096 * 53 * 3 && !HasFailure(); ++i) {
-    const Word number = (i / 159 << 52) + (Word{1} << i / 3 % 53) + i % 3 - 1, high = number >> 32;
-    EXPECT_EQ(converted(to_ibm, doubles, number), ibm_of(number, 56)) << std::hex << number;
-    EXPECT_EQ(converted(to_ieee, doubles, number), ieee_of(number, 56)) << std::hex << number;
-    EXPECT_EQ(converted(to_ibm, singles, high), ibm_of(high, 24)) << std::hex << high;
-    EXPECT_EQ(converted(to_ieee, singles, high), ieee_of(high, 24)) << std::hex << high;
+  for (Word exponent = 0; exponent < 4096 && !HasFailure(); ++exponent) {
+    for (int place = 0; place < 3 * 53; ++place) {
+      const Word beside_a_power = (Word{1} << place / 3) + place % 3 - 1;
+      const Word number = (exponent << 52) + beside_a_power, high = number >> 32;
+      EXPECT_EQ(converted(to_ibm, doubles, number), ibm_of(number, 56)) << std::hex << number;
+      EXPECT_EQ(converted(to_ieee, doubles, number), ieee_of(number, 56)) << std::hex << number;
+      EXPECT_EQ(converted(to_ibm, singles, high), ibm_of(high, 24)) << std::hex << high;
+      EXPECT_EQ(converted(to_ieee, singles, high), ieee_of(high, 24)) << std::hex << high;
+    }
   }
 }
 
 TEST(ConvertFlpt, LooksAtSixBitsOfTheFormat) {
   EXPECT_EQ(converted(0x107, singles, 0x3F800000), 0x41100000u) << "as format 4, to IBM";
-  std::string text = "0123456789";
-  tra_convert_flpt(3, singles, 2, &text[0], &text[1]);
-  EXPECT_EQ(text, "0012345679") << "as format 0, which moves";
+  std::string four_bytes = "012345", eight_bytes = "0123456789";
+  tra_convert_flpt(3, singles, 1, &four_bytes[0], &four_bytes[1]);
+  tra_convert_flpt(3, doubles, 1, &eight_bytes[0], &eight_bytes[1]);
+  EXPECT_EQ(four_bytes, "001235") << "as format 0, which moves";
+  EXPECT_EQ(eight_bytes, "0012345679") << "as format 0, which moves";
 }
 
 // A status of 9 says that the call has returned.
 TEST(ConvertFlptDeathTest, ReportsAnUnknownConversionAndReturns) {
   const auto convert_nothing = [](int format, unsigned short type) {
     tra_convert_flpt(format, type, 0, nullptr, nullptr);
-    exit(9);
+    std::exit(9);
   };
   const char line[] =
       "^ZVN MSG\\(.*tra_prm0.cpp,.+\\): tra_convert_flpt: unimplemented conversion\n$";

@@ -41,7 +41,10 @@ def canonical(type_name):
     type_name = re.sub(r"std::__cxx11::basic_string<([\w ]+), std::char_traits<\1>, "
                        r"std::allocator<\1> >", r"std::basic_string<\1>", type_name)
     type_name = re.sub(r"\bconst ((?:unsigned )?[\w:]+(?: ?<.*>)?)", r"\1 const", type_name)
-    return re.sub(r"\s", "", type_name).replace("std::string", "std::basic_string<char>")
+    for alias, text in (("std::string", "std::basic_string<char>"),
+                        ("zelvan::wide_string", "std::basic_string<unsignedshort>")):
+        type_name = re.sub(r"\s", "", type_name).replace(alias, text)
+    return type_name
 
 
 def not_exported(entries):

@@ -2,6 +2,7 @@
 in the plain repository view, and every link that leads to a file of the site becomes a reference.
 """
 
+import collections
 import pathlib
 import re
 
@@ -65,11 +66,17 @@ def resolve(path, link):
 
 
 def for_doxygen(page, pages, headers, faults):
+    repeats = collections.Counter()
+
     def heading(match):
         level, text = match.groups()
         if level == "#":
             return match[0] if page.name == "index" else f"{level} {text} {{#{page.name}}}"
-        return f"{level} {text} {{#{page.name}-{slug(text)}}}"
+        anchor = slug(text)
+        repeats[anchor] += 1
+        if repeats[anchor] > 1:  # as in the repository view
+            anchor += f"-{repeats[anchor] - 1}"
+        return f"{level} {text} {{#{page.name}-{anchor}}}"
 
     def reference(match):
         text, link = match.groups()

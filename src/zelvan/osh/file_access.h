@@ -14,6 +14,17 @@
 /// so. It is refused to every user alike, the privileged one included, when it is to be opened for
 /// writing, overwritten or deleted; it can be renamed.
 ///
+/// **Power cuts.** `osh_copyfile` over a file sends the content to the disk before it replaces the
+/// file: a power cut leaves the old content or the new. `osh_rename` to another file system sends
+/// the content and the new name to the disk before it removes the old name. Nothing else is sent to
+/// the disk in time. After a power cut a copy under a new name may be missing or empty, a file that
+/// was renamed within its file system may have either name, and what was written may be missing.
+///
+/// **Temporary names.** While a copy is made, its file has no name where the file system allows
+/// that, as most on Linux do. Elsewhere, and for a moment at the end, it is called `.zelvan-PID-N`,
+/// in the directory of the destination: PID is the number of the process, N counts from 0. If the
+/// process is killed, a file of that name may stay. It can be deleted; the library never does.
+///
 /// **Sizes** are 32 bits wide where the result is an `int`: of a file of 2 GiB or more they are
 /// the low 32 bits, which may look negative. Places within a file are `long`. Where that has 64
 /// bits, `osh_lseek` to the end tells the whole size and such files can be read and written in
@@ -66,10 +77,10 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 
 // ---- descriptors
 
-/// Opens a file, binary. A descriptor of 0 to 32767, or -1.
+/// Opens a file, binary. A descriptor of 0 to 32767, or -1; a call that fails truncates nothing.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
-/// out. On Windows flags that aren't listed above are those of the runtime's `_open`; elsewhere
+/// out. On Windows flags that aren't listed above are passed on to the runtime; elsewhere
 /// they have no effect. Refused: a directory, read and write both asked for by `1 | 2`, and
 /// truncating a file that is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
@@ -192,7 +203,8 @@ ZELVAN_C_API short osh_file_access(char* path, unsigned short mode);
 /// read-only, else 0x1FF (octal 777).
 ZELVAN_C_API int osh_inquire_file(char* path, unsigned short* mode);
 
-/// The size of a file that may be read: its low 32 bits, or -1. A directory gives -1.
+/// The size of a file that may be read: its low 32 bits, or -1. A directory returns -1. A FIFO
+/// returns 0, and its writers go on waiting.
 ZELVAN_C_API int osh_filesize(char* path);
 
 /// Appends `source` to `destination`, which is created if need be, for its owner alone. 1, or 0.
@@ -204,18 +216,43 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 /// Copies a regular file over another or to a new name: destination first. Nonzero, or 0.
 ///
 /// The copy takes its place only when it is complete: whatever fails, the destination is as it
-/// was. The directory of the destination must be writable. A new file gets the permissions of the
-/// source, less what the process masks out. What is replaced keeps its own and, where possible,
-/// its owner, but a hard link of it keeps the old content. A destination
-/// that is a symbolic link has the file replaced that it leads to. Refused: a file onto itself, and
-/// a destination that is read-only, that this user may not write or that is no regular file. Holes
-/// of a sparse source are filled with zeros, so its copy can take more room on the disk.
+/// was. The directory of the destination must be writable. If others hold a lease on the source,
+/// the call waits until they give it up.
+///
+/// A new file gets the permissions of the source, less what the process masks out. If the source
+/// has an access-control list, its group's own permissions count, not the list's mask. The default
+/// list of its directory applies. On Windows a new file gets the attributes of the source, and
+/// inherits permissions from its directory.
+///
+/// What is replaced keeps its permissions, its access list and, where possible, its owner and
+/// group, but a hard link of it keeps the old content. If it can't keep its group, the new one may
+/// do no more than others may. Other extended attributes are not copied. If the
+/// destination is a symbolic link, the file is replaced that it leads to.
+///
+/// Holes of a sparse source are filled with zeros, so its copy can take more room on the disk.
+///
+/// Refused:
+/// - a source that is no regular file; it is not even opened;
+/// - a file onto itself;
+/// - a destination that is read-only, that this user may not write or that is no regular file;
+/// - one that can't be replaced: a mount point, or another user's file in a sticky directory;
+/// - one whose permissions or access list the copy can't get;
+/// - a symbolic link that leads nowhere, or to a path of more than 4095 bytes.
 ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 
 /// Gives a file or directory another name: old one first. 0, or -1.
 ///
-/// Nothing is overwritten: the new name must be free. A regular file may move to another file
-/// system, by a copy as `osh_copyfile` makes one; directories, symbolic links and devices may not.
+/// Nothing is overwritten: the new name must be free. Some file systems have no call for that.
+/// There a file has both names for a moment. Where it can't have two, as on exFAT and FAT by FUSE,
+/// an empty file reserves the new name and is then replaced: what somebody else writes into that
+/// file in the meantime is lost. A directory's new name is reserved by an empty directory. If the
+/// process is killed in that moment, both names stay.
+///
+/// A regular file may move to another file system; directories, symbolic links and devices may not.
+/// The file keeps its permissions, access list and times and, where possible, its owner and group
+/// as above, but no other extended attributes. If its permissions or list can't be kept there, or
+/// if it can't be removed here, the move is refused. If it can't be told whether it was removed,
+/// the call fails and the copy stays. On Windows it inherits permissions from its new directory.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is

@@ -29,10 +29,11 @@ inline constexpr int _O_EXCL = 0x0400;  // with _O_CREAT: fail if the path exist
 inline constexpr int _O_TEXT = 0x4000;
 inline constexpr int _O_BINARY = 0x8000;
 
-/// Opens a file and gives its descriptor, or -1. A file that is created gets the permissions
-/// `mode` less what the process masks out; its owner may always read it.
+/// Opens a file and returns its descriptor, at most 32767, or -1. A file that is created gets the
+/// permissions `mode` less what the process masks out; its owner may always read it.
 ///
-/// Refused: a directory, and to truncate a file that is opened only to be read.
+/// Refused: a directory, and to truncate a file that is opened only to be read. A call that fails
+/// has truncated nothing.
 int _open(const char* path, int flags, int mode);
 
 /// Gives the descriptor back: 0, or -1. It is gone in either case.
@@ -83,7 +84,8 @@ unsigned GetFileAttributesA(const char* path);
 int SetFileAttributesA(const char* path, unsigned attributes);
 
 /// Opens an existing file to ask for its size, and gives a handle or -1. Only a file that may be
-/// read can be opened, and no directory. Doesn't wait, whatever the file is.
+/// read can be opened, and no directory. Doesn't wait, whatever the file is, and a FIFO's writers
+/// don't notice.
 int CreateFileA(const char* path);
 
 /// The low 32 bits of the size of the file behind a handle; all bits set on failure.

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <iterator>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -34,9 +33,8 @@ bool is_ascii(unsigned short unit) { return unit < 0x80; }
 
 }  // namespace
 
-std::vector<std::basic_string<unsigned short>> GlyphTokenize(
-    const std::basic_string<unsigned short>& text) {
-  std::vector<std::basic_string<unsigned short>> tokens;
+std::vector<zelvan::wide_string> GlyphTokenize(const zelvan::wide_string& text) {
+  std::vector<zelvan::wide_string> tokens;
   if (language_sets_words_apart()) {
     append_wide_tokens(text, is_delimiter, Delimiters::kept, &tokens);
     return tokens;

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <zelvan/export.h>
+#include <zelvan/text/wide_string.h>
 
-#include <string>
 #include <vector>
 
 /// The units of `text`, which is UTF-16, in order.
@@ -19,5 +19,4 @@
 /// that is set and not empty, asked afresh at each call. The locale need not be installed. On
 /// Windows it is the one that the user's settings name.
 /// Threads: as `getenv`, so nobody may change the environment meanwhile.
-ZELVAN_API std::vector<std::basic_string<unsigned short>> GlyphTokenize(
-    const std::basic_string<unsigned short>& text);
+ZELVAN_API std::vector<zelvan::wide_string> GlyphTokenize(const zelvan::wide_string& text);

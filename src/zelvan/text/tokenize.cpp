@@ -10,10 +10,10 @@
 namespace {
 
 using zelvan::Delimiters;
+using zelvan::wide_string;
 using zelvan::WideSet;
 using zelvan::WideText;
 using NarrowSet = zelvan::CharacterSet<char>;
-using WideString = std::basic_string<unsigned short>;
 
 constexpr std::size_t none = NarrowSet::none;
 
@@ -57,18 +57,18 @@ std::string trim(const std::string& text, const char* chars) {
   return std::string(NarrowSet(chars).trimmed(text));
 }
 
-std::vector<WideString> wtokenize(const WideString& text, const WideString& delimiters) {
-  std::vector<WideString> tokens;
+std::vector<wide_string> wtokenize(const wide_string& text, const wide_string& delimiters) {
+  std::vector<wide_string> tokens;
   zelvan::append_wide_tokens(text, WideSet(delimiters), Delimiters::dropped, &tokens);
   return tokens;
 }
 
-std::vector<WideString> wtokenize2(const WideString& text, const WideString& delimiters) {
-  std::vector<WideString> tokens;
+std::vector<wide_string> wtokenize2(const wide_string& text, const wide_string& delimiters) {
+  std::vector<wide_string> tokens;
   zelvan::append_wide_tokens(text, WideSet(delimiters), Delimiters::kept, &tokens);
   return tokens;
 }
 
-WideString wtrim(const WideString& text, const unsigned short* chars) {
-  return WideString(WideSet(chars).trimmed(text));
+wide_string wtrim(const wide_string& text, const unsigned short* chars) {
+  return wide_string(WideSet(chars).trimmed(text));
 }

@@ -19,6 +19,7 @@
 #pragma once
 
 #include <zelvan/export.h>
+#include <zelvan/text/wide_string.h>
 
 #include <string>
 #include <vector>
@@ -37,17 +38,14 @@ ZELVAN_API std::string trim(const std::string& text, const char* chars);
 /// all up to the next delimiter: with a blank and a dot as delimiters "3.14abc def" gives
 /// "3.14abc" and "def". A digit further into a token, and one behind a sign, has no such
 /// effect. A token that held nothing but blanks stays in the list, empty.
-ZELVAN_API std::vector<std::basic_string<unsigned short>> wtokenize(
-    const std::basic_string<unsigned short>& text,
-    const std::basic_string<unsigned short>& delimiters);
+ZELVAN_API std::vector<zelvan::wide_string> wtokenize(const zelvan::wide_string& text,
+                                                      const zelvan::wide_string& delimiters);
 
 /// As `wtokenize`, but the first token begins at the very start of `text`, and each token keeps
 /// the delimiter that ended it: "Hello, world!" gives "Hello," and "world!", a blank, a comma
 /// and an exclamation mark being the delimiters.
-ZELVAN_API std::vector<std::basic_string<unsigned short>> wtokenize2(
-    const std::basic_string<unsigned short>& text,
-    const std::basic_string<unsigned short>& delimiters);
+ZELVAN_API std::vector<zelvan::wide_string> wtokenize2(const zelvan::wide_string& text,
+                                                       const zelvan::wide_string& delimiters);
 
 /// The same as `trim` on wide strings. Requires: `chars` is not null and ended by a 0.
-ZELVAN_API std::basic_string<unsigned short> wtrim(const std::basic_string<unsigned short>& text,
-                                                   const unsigned short* chars);
+ZELVAN_API zelvan::wide_string wtrim(const zelvan::wide_string& text, const unsigned short* chars);

@@ -1,9 +1,12 @@
 // A program outside the tree: it derives a region of its own, passes it by base pointer and
-// casts it back, and maps a point whose last bit tells whether a product and a sum were fused.
+// casts it back, maps a point whose last bit tells whether a product and a sum were fused, and
+// calls what takes the strings of its standard library.
 
 #include <zelvan/zelvan.h>
 
 #include <cstdio>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -19,6 +22,18 @@ class Disc : public CPickRegion {
  private:
   double radius_;
 };
+
+bool tokens_are_as_expected() {
+  using zelvan::wide_string;
+  const wide_string text = {' ', 'a', ',', 'b', ' '}, comma = {','}, a = {'a'}, b = {'b'};
+  const wide_string a_comma = {'a', ','}, trimmed = {'a', ',', 'b'};
+  const unsigned short blank[] = {' ', 0};
+  return tokenize("a,b", ",") == std::vector<std::string>{"a", "b"} && trim(" a ", " ") == "a" &&
+         wtokenize(text, comma) == std::vector<wide_string>{a, b} &&
+         wtokenize2(text, comma) == std::vector<wide_string>{a_comma, b} &&
+         wtrim(text, blank) == trimmed &&
+         GlyphTokenize(trimmed) == std::vector<wide_string>{a_comma, b};
+}
 
 }  // namespace
 
@@ -36,5 +51,6 @@ int main() {
   m.type = Mtx2DTypeGeneral;
   double x = 0.0, y = 0.0;
   m.XfmPt(1.0 + 0x1p-27, 1.0, &x, &y);  // 0 by two roundings, 0x1p-54 by one
-  std::printf("%s; %a\n", mine ? "a region of my own, hit" : "not found", x);
+  std::printf("%s; %a; %s\n", mine ? "a region of my own, hit" : "not found", x,
+              tokens_are_as_expected() ? "tokens as expected" : "other tokens");
 }

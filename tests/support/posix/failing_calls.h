@@ -25,8 +25,9 @@ namespace support {
 
 struct Failure {
   std::string call;
-  int nth;  ///< of the calls of that name; 0: each of them
-  int why;  ///< what it leaves in `errno`
+  int nth;             ///< of the calls of that name; 0: each of them
+  int why;             ///< what it leaves in `errno`
+  bool works = false;  ///< it does its work all the same, as a server that is asked twice
 };
 
 using Counts = std::atomic<int>[64];
@@ -35,7 +36,8 @@ inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
 inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
-inline int refused_request = 0;  ///< to the heap; below 0: with all behind it; 0: none
+inline bool works_all_the_same = false;  ///< the call that has failed last
+inline int refused_request = 0;          ///< to the heap; below 0: with all behind it; 0: none
 
 inline std::size_t add_call(const char* name) {
   return call_names.push_back(name), call_names.size() - 1;
@@ -50,6 +52,7 @@ inline bool call_fails(std::size_t call, bool may_wait) {
   const bool is_interrupted = interrupts && may_wait && nth % 2 != 0;
   const int why = planted != failures.end() ? planted->why : is_interrupted ? EINTR : 0;
   if (why != 0) errno = why;
+  works_all_the_same = planted != failures.end() && planted->works;
   return why != 0;
 }
 
@@ -89,14 +92,20 @@ enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
   extern "C" Word __wrap_##name(Word a, Word b, Word c, Word d, Word e, Word f) {              \
     constexpr int kind{__VA_ARGS__};                                                           \
     const bool is_cut = is_armed && interrupts && (kind & moves) == moves;                     \
-    return call_fails(name##_id, kind & waits)                                                 \
-               ? (kind & gives_pointer ? 0 : kind & gives_reason ? errno : -1)                 \
-               : __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f);              \
+    const bool fails = call_fails(name##_id, kind & waits);                                    \
+    const int why = errno;                                                                     \
+    const Word result = !fails || works_all_the_same                                           \
+                            ? __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f)  \
+                            : 0;                                                               \
+    if (!fails) return result;                                                                 \
+    errno = why;                                                                               \
+    return kind & gives_pointer ? 0 : kind & gives_reason ? why : -1;                          \
   }
 
-CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
-CALL(write, moves) CALL(copy_file_range, waits) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
-CALL(faccessat) CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
+REAL(open) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
+CALL(write, moves) CALL(copy_file_range, waits) CALL(ftruncate, waits) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
+CALL(faccessat) CALL(getxattr) CALL(fgetxattr) CALL(fsetxattr) CALL(fremovexattr)
+CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
 CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
@@ -104,7 +113,7 @@ CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
 CALL(gethostbyname_r, gives_reason) REAL(clock_gettime) REAL(clock_nanosleep)
-REAL(close) REAL(connect) REAL(getsockopt) REAL(waitpid)
+REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
@@ -112,6 +121,19 @@ REAL(close) REAL(connect) REAL(getsockopt) REAL(waitpid)
   EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0) << "is inherited";
   return static_cast<int>(__real_close(fd)) != 0 || call_fails(close_id, true) ? -1 : 0;
 }
+
+// All descriptors below this one are taken. The file is opened, but the number leads nowhere.
+inline int lowest_descriptor = 0;
+extern "C" Word __wrap_open(Word path, Word flags, Word mode) {
+  if (call_fails(open_id, true)) return -1;
+  const int fd = static_cast<int>(__real_open(path, flags, mode));
+  if (!is_armed || fd < 0 || fd >= lowest_descriptor) return fd;
+  __real_close(fd);
+  return lowest_descriptor;
+}
+
+// Other people's disks have nothing to do with the test.
+extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 
 // Meanwhile the clock stands still, and a pause only tells when it would end.
 inline timespec end_of_pause;

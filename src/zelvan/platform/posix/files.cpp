@@ -1,4 +1,5 @@
 #include <zelvan/platform/files.h>
+#include <zelvan/platform/posix/descriptor.h>
 #include <zelvan/platform/posix/resumed.h>
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace {
 
 constexpr mode_t write_bits = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::size_t longest_mode = 62;  // of a stream
+constexpr int highest_descriptor = SHRT_MAX;
 
 bool is_read_only(const struct stat& status) { return (status.st_mode & write_bits) == 0; }
 
@@ -27,7 +29,7 @@ bool is_protected(const char* path) {
   return true;
 }
 
-/// The same of a descriptor that leads to a directory.
+/// Says so in `errno` if the descriptor leads to a directory.
 bool is_directory(int fd) {
   struct stat status;
   if (::fstat(fd, &status) != 0 || !S_ISDIR(status.st_mode)) return false;
@@ -35,12 +37,16 @@ bool is_directory(int fd) {
   return true;
 }
 
+/// Empties an open file; what is no regular one, such as a device, stays as it is.
+bool truncate(int fd) {
+  struct stat status;
+  if (::fstat(fd, &status) != 0) return false;
+  return !S_ISREG(status.st_mode) || resumed([=] { return ::ftruncate(fd, 0); }) == 0;
+}
+
 int open_file(const char* path, int flags, mode_t mode) {
-  const int fd = resumed([=] { return ::open(path, flags | O_CLOEXEC | O_NOCTTY, mode); });
-  if (fd < 0 || !is_directory(fd)) return fd;
-  ::close(fd);
-  errno = EISDIR;
-  return -1;
+  Descriptor file(resumed([=] { return ::open(path, flags | O_CLOEXEC | O_NOCTTY, mode); }));
+  return file.is_open() && !is_directory(file.get()) ? file.release() : -1;
 }
 
 }  // namespace
@@ -55,9 +61,16 @@ int _open(const char* path, int flags, int mode) {
   if (access != _O_RDONLY && is_protected(path)) return -1;
   int native = access == _O_RDONLY ? O_RDONLY : access == _O_WRONLY ? O_WRONLY : O_RDWR;
   if ((flags & _O_APPEND) != 0) native |= O_APPEND;
-  if ((flags & _O_TRUNC) != 0) native |= O_TRUNC;
   if ((flags & _O_CREAT) != 0) native |= (flags & _O_EXCL) != 0 ? O_CREAT | O_EXCL : O_CREAT;
-  return open_file(path, native, (static_cast<mode_t>(mode) & 0777) | S_IRUSR);
+  Descriptor file(open_file(path, native, (static_cast<mode_t>(mode) & 0777) | S_IRUSR));
+  if (!file.is_open()) return -1;
+  if (file.get() > highest_descriptor) {
+    errno = EMFILE;
+    return -1;
+  }
+  // Only now is it sure that the descriptor can be used: a failure must not cost the content.
+  if ((flags & _O_TRUNC) != 0 && !truncate(file.get())) return -1;
+  return file.release();
 }
 
 int _close(int fd) {
@@ -161,7 +174,13 @@ int SetFileAttributesA(const char* path, unsigned attributes) {
   return after == before || ::chmod(path, after) == 0;
 }
 
-int CreateFileA(const char* path) { return open_file(path, O_RDONLY | O_NONBLOCK, 0); }
+int CreateFileA(const char* path) {
+  struct stat status;
+  const bool is_fifo = ::stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
+  if (!is_fifo) return open_file(path, O_RDONLY | O_NONBLOCK, 0);
+  // Opened to be read and closed again, it would lose what others write into it meanwhile.
+  return ::faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) == 0 ? open_file(path, O_PATH, 0) : -1;
+}
 
 unsigned GetFileSize(int handle) {
   int size = -1;

@@ -1,33 +1,59 @@
+#include <zelvan/platform/posix/descriptor.h>
 #include <zelvan/platform/posix/renames.h>
+#include <zelvan/platform/posix/resumed.h>
 
 #include <cerrno>
 #include <cstdio>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace zelvan::platform {
+namespace {
 
-bool rename_to_free_name(int from_folder, const char* from, int to_folder, const char* to) {
-  if (::renameat2(from_folder, from, to_folder, to, RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // This file system knows no such rename. A second name can only be a free one, and a directory
-  // replaces nothing but an empty one, such as the one that is made for it here.
-  struct stat status;
-  if (::fstatat(from_folder, from, &status, AT_SYMLINK_NOFOLLOW) != 0) return false;
-  const bool is_directory = S_ISDIR(status.st_mode);
-  if (is_directory) {
-    if (::mkdirat(to_folder, to, 0777) != 0) return false;
-    if (::renameat(from_folder, from, to_folder, to) == 0) return true;
-  } else {
-    if (::linkat(from_folder, from, to_folder, to, 0) != 0) return false;
-    if (::unlinkat(from_folder, from, 0) == 0) return true;
-  }
+/// Is there no such call here? Then a weaker one may do. EPERM is the answer of file systems
+/// without hard links, and where users may link nothing but their own files.
+bool is_missing_call() { return errno == EINVAL || errno == ENOSYS; }
+bool is_missing_link() { return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS; }
+
+/// Makes an empty file or directory under a free name.
+bool reserve(Name name, bool is_directory) {
+  if (is_directory) return ::mkdirat(name.folder, name.text, 0777) == 0;
+  constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+  return Descriptor(resumed([&] { return ::openat(name.folder, name.text, flags, 0600); }))
+      .is_open();
+}
+
+/// A rename replaces the empty file or directory that was made for it. A directory replaces only
+/// an empty one; into a file somebody else may have written by then, and that is lost.
+bool rename_over_reserved(Name from, Name to, const struct stat& source) {
+  if (!reserve(to, S_ISDIR(source.st_mode))) return false;
+  struct stat reserved = {};  // of no file at all, should the system not tell
+  get_status(to, &reserved);
+  if (::renameat(from.folder, from.text, to.folder, to.text) == 0) return true;
   const int why = errno;
-  ::unlinkat(to_folder, to, is_directory ? AT_REMOVEDIR : 0);
+  if (look_for(to, source) == Found::same) return true;  // see `remove_old_name`
   errno = why;
+  take_back(to, reserved, from, source);
   return false;
+}
+
+}  // namespace
+
+bool rename_to_free_name(Name from, Name to) {
+  if (::renameat2(from.folder, from.text, to.folder, to.text, RENAME_NOREPLACE) == 0) return true;
+  struct stat source;
+  if (!is_missing_call() || !get_status(from, &source)) return false;
+  if (!S_ISDIR(source.st_mode)) {
+    // A second name can only be a free one.
+    if (::linkat(from.folder, from.text, to.folder, to.text, 0) == 0) {
+      if (remove_old_name(from, source)) return true;
+      take_back(to, source, from, source);
+      return false;
+    }
+    if (!is_missing_link()) return false;
+  }
+  return rename_over_reserved(from, to, source);
 }
 
 }  // namespace zelvan::platform

@@ -10,10 +10,10 @@ namespace zelvan {
 
 /// Below 256 the answer is one look into a table of bits; above, it is searched for among the
 /// members, of which few sets have any there. *Requires:* the members outlive the set.
-template <class Char>
+template <class Char, class Traits = std::char_traits<Char>>
 class CharacterSet {
  public:
-  using Text = std::basic_string_view<Char>;
+  using Text = std::basic_string_view<Char, Traits>;
 
   static constexpr std::size_t none = Text::npos;
 

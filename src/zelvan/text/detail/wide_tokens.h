@@ -2,16 +2,15 @@
 #pragma once
 
 #include <zelvan/text/detail/character_set.h>
+#include <zelvan/text/wide_string.h>
 
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace zelvan {
 
-using WideSet = CharacterSet<unsigned short>;
-using WideText = std::basic_string_view<unsigned short>;
-using WideTokens = std::vector<std::basic_string<unsigned short>>;
+using WideSet = CharacterSet<unsigned short, wide_string::traits_type>;
+using WideText = WideSet::Text;
+using WideTokens = std::vector<wide_string>;
 
 /// What becomes of the delimiter that ends a token, and of one at the very start.
 enum class Delimiters { dropped, kept };

@@ -3,15 +3,21 @@
 
 #include <charconv>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <system_error>
 
+#if !defined(__cpp_lib_to_chars)
+#include <zelvan/platform/numbers.h>
+#endif
+
 namespace zelvan {
 
-/// What the `length` characters of `written`, terminated, spell: sign, digits, point, exponent.
-/// 0.0 if they have no digit. Unlike `atof` it has the point in every locale.
+/// Returns the number that the `length` characters of `written` spell; 0.0 if they hold no digit.
+///
+/// The decimal point is a point in every locale. Requires: a terminator after the characters, and
+/// nothing among them but, in this order, a sign, digits with at most one point, and an exponent
+/// with digits.
 inline double number_of(const char* written, std::size_t length) {
 #if defined(__cpp_lib_to_chars)
   const char* const end = written + length;
@@ -23,12 +29,10 @@ inline double number_of(const char* written, std::size_t length) {
   const bool is_tiny = std::memchr(written + 1, '-', length - 1) != nullptr;
   value = is_tiny ? 0.0 : std::numeric_limits<double>::infinity();
   return is_negative ? -value : value;
-#elif defined(__EMSCRIPTEN__)
-  // The standard library there reads no doubles; the C library does, and knows one locale only.
-  static_cast<void>(length);
-  return std::strtod(written, nullptr);
 #else
-#error "zelvan reads numbers by std::from_chars, and this standard library has none for doubles"
+  // Standard libraries other than GNU's read no doubles; the C library is slower.
+  static_cast<void>(length);
+  return platform::strtod_c(written);
 #endif
 }
 

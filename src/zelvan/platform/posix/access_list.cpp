@@ -1,0 +1,53 @@
+#include <zelvan/platform/posix/access_list.h>
+
+#include <cerrno>
+
+#include <sys/stat.h>
+#include <sys/xattr.h>
+
+namespace zelvan::platform {
+namespace {
+
+constexpr const char* attribute = "system.posix_acl_access";
+constexpr std::size_t largest_attribute = 64 * 1024;  // that the system stores
+
+// A version of four bytes, and then entries of eight: tag (2 bytes, the lower first), permissions
+// (2 bytes) and the number of a user or group (4 bytes).
+constexpr std::size_t header_size = 4;
+constexpr std::size_t entry_size = 8;
+constexpr char owning_group = 0x04;  // a tag
+
+bool is_missing() { return errno == ENODATA || errno == EOPNOTSUPP || errno == ENOSYS; }
+
+}  // namespace
+
+template <typename Call>
+bool AccessList::read_by(Call call) {
+  char buffer[largest_attribute];
+  const ssize_t size = call(buffer, sizeof buffer);
+  bytes_.assign(buffer, size > 0 ? static_cast<std::size_t>(size) : 0);
+  return size >= 0 || is_missing();
+}
+
+bool AccessList::read(int fd) {
+  return read_by([=](char* to, std::size_t room) { return ::fgetxattr(fd, attribute, to, room); });
+}
+
+bool AccessList::read(const char* path) {
+  return read_by([=](char* to, std::size_t room) { return ::getxattr(path, attribute, to, room); });
+}
+
+bool AccessList::give_to(int fd) const {
+  if (bytes_.empty()) return ::fremovexattr(fd, attribute) == 0 || is_missing();
+  return ::fsetxattr(fd, attribute, bytes_.data(), bytes_.size(), 0) == 0;
+}
+
+mode_t AccessList::leave_of(mode_t mode) const {
+  mode_t group = S_IRWXG;
+  for (std::size_t i = header_size; i + entry_size <= bytes_.size(); i += entry_size) {
+    if (bytes_[i] == owning_group) group = static_cast<mode_t>(bytes_[i + 2] & 7) << 3;
+  }
+  return mode & (group | ~static_cast<mode_t>(S_IRWXG));
+}
+
+}  // namespace zelvan::platform

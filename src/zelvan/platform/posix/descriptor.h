@@ -1,0 +1,39 @@
+/// A descriptor with an owner.
+#pragma once
+
+#include <zelvan/platform/files.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace zelvan::platform {
+
+/// Closes its descriptor, -1 for none, when it goes out of scope. `errno` stays.
+class Descriptor {
+ public:
+  explicit Descriptor(int fd) : fd_(fd) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    const int why = errno;  // of a failure that is being reported
+    close();
+    errno = why;
+  }
+
+  int get() const { return fd_; }
+  bool is_open() const { return fd_ >= 0; }
+
+  /// Returns the descriptor, which the caller closes from now on.
+  int release() { return std::exchange(fd_, -1); }
+
+  /// False if what was written may not have arrived.
+  bool close() {
+    const int fd = release();
+    return fd < 0 || _close(fd) == 0;
+  }
+
+ private:
+  int fd_;
+};
+
+}  // namespace zelvan::platform

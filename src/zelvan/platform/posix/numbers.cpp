@@ -1,0 +1,19 @@
+#include <zelvan/platform/numbers.h>
+
+#include <cerrno>
+
+#include <locale.h>
+#include <stdlib.h>
+#if __has_include(<xlocale.h>)
+#include <xlocale.h>  // declares strtod_l on macOS and FreeBSD
+#endif
+
+double zelvan::platform::strtod_c(const char* text) {
+  static const locale_t c_locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  const int earlier_error = errno;
+  // Some systems allocate this locale. If the heap refused, the process's own is the best there is.
+  const double value =
+      c_locale != nullptr ? ::strtod_l(text, nullptr, c_locale) : ::strtod(text, nullptr);
+  errno = earlier_error;
+  return value;
+}

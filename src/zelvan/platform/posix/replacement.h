@@ -1,0 +1,61 @@
+/// A new file that becomes another name's once it is complete.
+#pragma once
+
+#include <zelvan/platform/posix/descriptor.h>
+#include <zelvan/platform/posix/renames.h>
+
+#include <string>
+
+#include <sys/stat.h>
+
+namespace zelvan::platform {
+
+/// A new file in the folder of its target. If it never takes the target's place, it vanishes with
+/// this object.
+///
+/// While it is written it has no name, where the file system allows that (O_TMPFILE), and vanishes
+/// as well if the process is killed. Elsewhere it is called `.zelvan-PID-N`: PID is the process,
+/// N a number that was free. Just before it takes the target's place it always has such a name.
+class Replacement {
+ public:
+  Replacement(const std::string& target, mode_t mode);
+  ~Replacement();
+
+  bool is_open() const { return file_.is_open(); }
+  int file() const { return file_.get(); }
+
+  /// Closes the file and puts it in the target's place. False on failure.
+  bool replace_target();
+
+  /// Closes the file and gives it the target's name, which must be free. False on failure.
+  bool become_target();
+
+  /// Has the target's name reached the disk? Where the folder may not be read, the system writes
+  /// everything that it holds back.
+  bool name_reaches_the_disk() const;
+
+  /// After `become_target`: removes the target, unless the `source` has lost its old name.
+  void take_back(Name old_name, const struct stat& source) const;
+
+ private:
+  int create(mode_t mode);
+  int create_nameless(mode_t mode) const;
+  bool take_own_name();
+  template <typename Make>
+  int make_under_own_name(Make make);
+
+  Name own() const { return {folder_.get(), own_name_}; }
+  Name target() const { return {folder_.get(), name_.c_str()}; }
+
+  std::string name_;
+  char own_name_[40];
+  bool has_own_name_ = false;
+  Descriptor folder_;
+  Descriptor file_;
+  struct stat made_ = {};  // to be told from what others put in its place
+};
+
+/// Makes sure that what was written to a file, or in a folder, survives a loss of power.
+bool reach_the_disk(int fd);
+
+}  // namespace zelvan::platform

@@ -1,0 +1,93 @@
+# ./dev ways, with the functions of dev at hand.
+# shellcheck shell=bash
+
+# Tries the ways in of the README as a stranger would, word for word, with the last commit in a clean
+# Debian root. Each ends with the output of the README's program and an optimised library.
+ways() {
+  . tools/clean_root.sh
+  need_clean_root git python3
+  local work=$PWD/build/ways way by_hand install compile find add link type
+  by_hand=$(from_readme '^  (cmake -B build .*)$')
+  install=$(from_readme '`(\./dev install /usr/local)`')
+  compile=$(from_readme '`` (c\+\+ app\.cpp .*) ``')
+  find=$(from_readme '`(find_package\(.*REQUIRED\))`')
+  add=$(from_readme '`(add_subdirectory\(zelvan\))`')
+  link=$(from_readme '`(target_link_libraries\(app [^`]*)`')
+  type=$(from_readme '`(-DCMAKE_BUILD_TYPE=Release)`')
+  rm -rf "$work"
+  mkdir -p "$work/try"
+  git diff --quiet HEAD || printf '\nNot tried: what is not committed.\n'
+  git archive --prefix=zelvan/ -o "$work/try/zelvan.tar" HEAD
+  python3 tests/guide/guide_example.py extract README.md "$work/try/app.cpp"
+  {
+    cat <<'END'
+cd /try
+export DEBIAN_FRONTEND=noninteractive CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
+apt-get install -qq --no-install-recommends g++ cmake make pkg-config >/dev/null
+tar xf zelvan.tar
+
+# optimised FOLDER: a library built there is one.
+optimised() {
+  grep -rqE --include=flags.make --include=build.ninja '^ *(CXX_)?FLAGS = .*-O3' "$1" && return
+  echo "the library in $1 is not optimised"
+  exit 1
+}
+forget() {
+  rm -rf /usr/local/include/zelvan /usr/local/lib/*zelvan* /usr/local/lib/*/*zelvan*
+  ldconfig
+}
+project() {
+  mkdir "/try/$1"
+  cd "/try/$1"
+  cp ../app.cpp .
+  printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'project(app CXX)' "$2" \
+    'add_executable(app app.cpp)' "$3" >CMakeLists.txt
+}
+END
+    cat <<END
+echo "== by hand"
+cd /try/zelvan
+$by_hand
+optimised build
+cd /try
+$compile -o app
+./app >said/by_hand
+forget
+echo "== ./dev install"
+cd /try/zelvan
+$install
+optimised build/install
+cd /try
+$compile -o app
+./app >said/install
+echo "== find_package"
+project find_package '$find' '$link'
+cmake -B build
+cmake --build build
+build/app >../said/find_package
+forget
+echo "== add_subdirectory"
+project add_subdirectory '$add' '$link'
+tar xf ../zelvan.tar
+cmake -B build $type
+cmake --build build
+optimised build/zelvan
+build/app >../said/add_subdirectory
+END
+  } >"$work/try/run"
+  step "the README's ways in, in a clean root"
+  in_clean_root "$work/try" || return 0
+  for way in by_hand install find_package add_subdirectory; do
+    python3 tests/guide/guide_example.py run README.md cat "$work/said/$way" ||
+      fail "by the README's way '$way' its program prints something else"
+    echo "$way: the README's program, with an optimised library"
+  done
+}
+
+# from_readme PATTERN: what its group matches, in the one line of the README that has it.
+from_readme() {
+  local found
+  found=$(perl -ne "print \"\$1\\n\" if m{$1}" README.md)
+  [[ $found && $found != *$'\n'* ]] || fail "README.md has not just one line with $1"
+  printf '%s\n' "$found"
+}
