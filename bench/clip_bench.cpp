@@ -3,9 +3,13 @@
 // would write by hand: the method of I. E. Sutherland and G. W. Hodgman, "Reentrant polygon
 // clipping", Communications of the ACM 17 (1974), one side of the rectangle after the other. That
 // one, AGG and GEOS keep no edge flags; AGG and GEOS clip to upright rectangles alone.
+//
+// Then the outlines as open lines, beside the loop for those: the method of M. Cyrus and J. Beck,
+// "Generalized two- and three-dimensional clipping", Computers & Graphics 3 (1978).
 
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
+#include <zelvan/geometry/clip_polyline_to_view.h>
 
 #include "contest.h"
 
@@ -327,6 +331,119 @@ void add(const Row& row, const char* contestant) {
   benchmark::RegisterBenchmark(name.c_str(), [&row](auto& state) { clip<Contestant>(state, row); });
 }
 
+// The outlines as open lines: pieces end to end, and where each begins.
+struct Lines {
+  std::vector<real_pt_t> points;
+  std::vector<int> begins;
+  double length() const {
+    double sum = 0.0;
+    for (std::size_t k = 0; k + 1 < begins.size(); ++k) {
+      for (int i = begins[k] + 1; i < begins[k + 1]; ++i) {
+        sum += std::hypot(points[i].x - points[i - 1].x, points[i].y - points[i - 1].y);
+      }
+    }
+    return sum;
+  }
+};
+
+Lines lines_of(const Set& set) {
+  Lines lines = {set.points, {0}};
+  for (std::size_t i = 0; i < set.flags.size(); ++i) {
+    if (set.flags[i] >= drw_edge_close_invisible) lines.begins.push_back(static_cast<int>(i) + 1);
+  }
+  return lines;
+}
+
+struct LinesToView {
+  explicit LinesToView(const Row& row) : in(lines_of(row.set)), frame(row.frame) {
+    out.points.resize(2 * in.points.size());
+    out.begins.resize(in.points.size() + 1);
+  }
+  void clip_all() {
+    n_points = 0;
+    n_pieces = 0;
+    for (std::size_t k = 0; k + 1 < in.begins.size(); ++k) {
+      const int first = in.begins[k];
+      int pieces = 0;
+      int* const begins = out.begins.data() + n_pieces;
+      const int points = ClipPolylineToView(in.points.data() + first, in.begins[k + 1] - first,
+                                            &frame, out.points.data() + n_points, begins, &pieces);
+      for (int i = 0; i <= pieces; ++i) begins[i] += n_points;
+      n_points += points;
+      n_pieces += pieces;
+    }
+  }
+  double kept_length() const {
+    const auto end = out.begins.begin() + n_pieces + 1;
+    return Lines{out.points, {out.begins.begin(), end}}.length();
+  }
+  Lines in, out;
+  real_rect_t frame;
+  int n_points = 0, n_pieces = 0;
+};
+
+struct LineLoop {
+  explicit LineLoop(const Row& row) : in(lines_of(row.set)), frame(row.frame) {}
+  void clip_edge(real_pt_t a, real_pt_t b, bool is_first) {
+    double enter = 0.0, leave = 1.0;
+    for (int side = 0; side < 4; ++side) {
+      const real_pt_t from = frame.corners[side], to = frame.corners[(side + 1) % 4];
+      const double of_a = (to.x - from.x) * (a.y - from.y) - (to.y - from.y) * (a.x - from.x);
+      const double of_b = (to.x - from.x) * (b.y - from.y) - (to.y - from.y) * (b.x - from.x);
+      if (of_a < 0.0 && of_b < 0.0) return;
+      if (of_a < 0.0) enter = std::max(enter, of_a / (of_a - of_b));
+      if (of_b < 0.0) leave = std::min(leave, of_a / (of_a - of_b));
+    }
+    if (enter >= leave) return;
+    const auto at = [=](double t) {
+      return real_pt_t{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
+    };
+    if (is_first || enter > 0.0 || !is_open) {
+      out.begins.push_back(static_cast<int>(out.points.size()));
+      out.points.push_back(at(enter));
+    }
+    out.points.push_back(leave < 1.0 ? at(leave) : b);
+    is_open = leave == 1.0;
+  }
+  void clip_all() {
+    out.points.clear();
+    out.begins.clear();
+    for (std::size_t k = 0; k + 1 < in.begins.size(); ++k) {
+      for (int i = in.begins[k] + 1; i < in.begins[k + 1]; ++i) {
+        clip_edge(in.points[i - 1], in.points[i], i == in.begins[k] + 1);
+      }
+    }
+    out.begins.push_back(static_cast<int>(out.points.size()));
+  }
+  double kept_length() const { return out.length(); }
+  Lines in, out;
+  real_rect_t frame;
+  bool is_open = false;
+};
+
+template <class Contestant>
+void clip_lines(benchmark::State& state, const Row& row) {
+  Contestant contestant(row);
+  contestant.clip_all();
+  LineLoop judge(row);
+  judge.clip_all();
+  if (std::abs(contestant.kept_length() - judge.kept_length()) > 1e-9 * judge.in.length()) {
+    return state.SkipWithError("leaves another length than the plain loop");
+  }
+  for (auto _ : state) {
+    contestant.clip_all();
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<long>(row.set.points.size()));
+}
+
+template <class Contestant>
+void add_lines(const Row& row, const char* contestant) {
+  const std::string name = std::string("clip as lines: ") + row.name + '/' + contestant;
+  benchmark::RegisterBenchmark(name.c_str(),
+                               [&row](auto& state) { clip_lines<Contestant>(state, row); });
+}
+
 const bench::Rows all_rows([] {
   for (const Row& row : rows()) {
     add<ToView>(row, "zelvan");
@@ -339,6 +456,10 @@ const bench::Rows all_rows([] {
 #ifdef ZELVAN_BENCH_GEOS
     add<Geos>(row, "GEOS");
 #endif
+  }
+  for (const Row& row : rows()) {
+    add_lines<LinesToView>(row, "zelvan");
+    add_lines<LineLoop>(row, "plain loop");
   }
 });
 

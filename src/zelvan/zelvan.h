@@ -10,6 +10,7 @@
 #include <zelvan/geometry/check_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
+#include <zelvan/geometry/clip_polyline_to_view.h>
 #include <zelvan/geometry/conic.h>
 #include <zelvan/geometry/distance.h>
 #include <zelvan/geometry/extent.h>

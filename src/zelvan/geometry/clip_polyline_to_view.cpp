@@ -1,0 +1,129 @@
+#include <zelvan/geometry/clip_polyline_to_view.h>
+#include <zelvan/geometry/detail/clip_view.h>
+#include <zelvan/geometry/detail/outline_scan.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+
+namespace zelvan {
+
+namespace {
+
+// Without a branch, so that compilers use vectors: only an exponent of all ones, which infinities
+// and NaN have, carries into the sign bit.
+bool are_finite(const real_pt_t* points, int n) {
+  constexpr std::uint64_t sign_bit = std::uint64_t{1} << 63;
+  constexpr std::uint64_t lowest_of_exponent = std::uint64_t{1} << 52;
+  std::uint64_t sums = 0;
+  for (int i = 0; i < n; ++i) {
+    sums |= (std::bit_cast<std::uint64_t>(points[i].x) & ~sign_bit) + lowest_of_exponent;
+    sums |= (std::bit_cast<std::uint64_t>(points[i].y) & ~sign_bit) + lowest_of_exponent;
+  }
+  return (sums & sign_bit) == 0;
+}
+
+bool are_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
+
+// Goes along a polyline and writes its pieces.
+class LineWalk {
+ public:
+  LineWalk(const ClipView& view, real_pt_t* out, int* begins)
+      : view_(view), out_(out), begins_(begins) {}
+
+  void clip(const real_pt_t* points, int n);
+
+  int n_points() const { return n_points_; }
+  int n_pieces() const { return n_pieces_; }
+
+ private:
+  int pass_run(PlacedPoint last, const real_pt_t* next, int left);
+  void take_edge(PlacedPoint a, PlacedPoint b);
+  void begin_at(const real_pt_t& p);
+
+  const ClipView& view_;
+  real_pt_t* const out_;
+  int* const begins_;
+  int n_points_ = 0;
+  int n_pieces_ = 0;
+  bool is_open_ = false;  // the last point written is the one that the walk has reached
+};
+
+void LineWalk::clip(const real_pt_t* points, int n) {
+  PlacedPoint a = view_.place(points[0]);
+  for (int i = 1; i < n;) {
+    if (const int run = pass_run(a, points + i, n - i); run > 0) {
+      i += run;
+      a = view_.place(points[i - 1]);
+      continue;
+    }
+    const PlacedPoint b = view_.place(points[i]);
+    take_edge(a, b);
+    a = b;
+    ++i;
+  }
+}
+
+// Most points lie as the one before them does: strictly inside, and are copied, or beyond a side of
+// the box around the view, and are left out. Returns the number of such points from `next` on.
+int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
+  const ClipBox& box = view_.box();
+  if (last.beyond != 0) {
+    const Sides beyond = view_.is_upright() ? last.beyond : sides_out(box, *last.at).beyond;
+    if (beyond == 0) return 0;
+    const int side = std::countr_zero(beyond);
+    return is_beyond(box, side, *next) ? 1 + count_beyond(next + 1, left - 1, box, side) : 0;
+  }
+  if (last.not_within != 0 || !view_.is_upright() || !is_inside(box, *next)) return 0;
+  const int run = 1 + count_inside(next + 1, left - 1, box);
+  begin_at(*last.at);
+  std::copy_n(next, run, out_ + n_points_);
+  n_points_ += run;
+  return run;
+}
+
+void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
+  if ((a.not_within & b.not_within) != 0) {
+    is_open_ = is_open_ && are_same(*a.at, *b.at);
+    return;
+  }
+  const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
+  bool view_is_left;
+  if (comes_in && goes_out && !view_.is_split(*a.at, *b.at, &view_is_left)) return;
+  const BorderPoint from = comes_in ? view_.crossing(a, b) : BorderPoint{*a.at, a.not_within, 0};
+  const BorderPoint to = goes_out ? view_.crossing(b, a) : BorderPoint{*b.at, b.not_within, 0};
+  const bool is_cut = comes_in || goes_out;
+  if (is_cut && ((from.on & to.on) != 0 || are_same(from.at, to.at))) {
+    is_open_ = false;
+    return;
+  }
+  begin_at(from.at);
+  out_[n_points_++] = to.at;
+  is_open_ = !goes_out;
+}
+
+// Begins a piece, unless one has come this far.
+void LineWalk::begin_at(const real_pt_t& p) {
+  if (is_open_) return;
+  begins_[n_pieces_++] = n_points_;
+  out_[n_points_++] = p;
+  is_open_ = true;
+}
+
+}  // namespace
+
+}  // namespace zelvan
+
+int ClipPolylineToView(const real_pt_t* points, int n_points, const real_rect_t* view,
+                       real_pt_t* out, int* begins, int* n_pieces) {
+  using namespace zelvan;
+  *n_pieces = 0;
+  begins[0] = 0;
+  ClipView clip_view;
+  if (n_points < 2 || !clip_view.set(*view) || !are_finite(points, n_points)) return 0;
+  LineWalk walk(clip_view, out, begins);
+  walk.clip(points, n_points);
+  *n_pieces = walk.n_pieces();
+  begins[walk.n_pieces()] = walk.n_points();
+  return walk.n_points();
+}

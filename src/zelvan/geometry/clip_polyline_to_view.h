@@ -1,0 +1,36 @@
+/// Clipping of open polylines to a view, for drawings: right wherever the line lies.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/transforms/records.h>
+
+/// Writes the pieces of a polyline inside `view` one after the other; returns the points written.
+///
+/// The polyline runs from `points[0]` to `points[n_points - 1]` and is not closed; to clip a ring,
+/// repeat its first point at the end. The pieces come in the order of the line. `*n_pieces`
+/// receives their number, and piece k consists of the points `out[begins[k]]` to `out[begins[k + 1]
+/// - 1]`: two or more. `begins[*n_pieces]` is the number of points written, so this holds for the
+/// last piece too.
+///
+/// What is inside, and where an edge is cut, is decided as by `ClipPolygonSetToView`: exactly, for
+/// all finite coordinates. The pieces are what a ring of visible edges, which runs along the same
+/// points, keeps visible there. So an edge along a side is outside and ends a piece. A line that
+/// only touches a side or a corner from outside produces nothing; one that touches it from inside
+/// stays in one piece. A part that rounds to one point, or onto a side, produces nothing.
+///
+/// Each point written is one of the line's, as it was given, or a point on the border where an edge
+/// was cut. A line strictly inside comes back unchanged, duplicates included. A point repeated on
+/// the border is written once. A point alone, on the line or in the view, is no piece.
+///
+/// `view` is taken as by `ClipPolygonSetToView`: four corners in ring order, in either sense,
+/// upright or turned. Corners that this operation rejects produce nothing. So do fewer than two
+/// points, a negative number of them, and a line with a coordinate that is not finite.
+///
+/// Room: 2 * (`n_points` - 1) points in `out`; `n_points` numbers, and at least one, in `begins`.
+/// There are at most `n_points` - 1 pieces. What the result leaves of that room can be overwritten.
+/// Requires: no null pointer except for `points` and `out` without points; no overlap between the
+/// arrays; at most 2^30 points.
+///
+/// No heap is used and no state kept: calls may run on different threads.
+ZELVAN_API int ClipPolylineToView(const real_pt_t* points, int n_points, const real_rect_t* view,
+                                  real_pt_t* out, int* begins, int* n_pieces);

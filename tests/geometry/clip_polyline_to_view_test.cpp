@@ -1,0 +1,76 @@
+#include <zelvan/geometry/clip_polygon_set_to_view.h>
+#include <zelvan/geometry/clip_polyline_to_view.h>
+
+#include "support/guarded_array.h"
+#include "support/printers.h"
+#include "support/random.h"
+
+#include <gtest/gtest.h>
+
+using Lines = std::vector<std::vector<real_pt_t>>;
+
+// In arrays of just the room that the header asks for.
+static Lines clipped(const std::vector<real_pt_t>& line, const real_rect_t& view) {
+  const int n = static_cast<int>(line.size());
+  support::GuardedArray<real_pt_t> points(line), out(n > 1 ? 2 * (n - 1) : 0);
+  support::GuardedArray<int> begins(n > 1 ? n : 1);
+  int count;
+  const int end = ClipPolylineToView(points.data(), n, &view, out.data(), begins.data(), &count);
+  EXPECT_EQ(begins[count], end);
+  Lines pieces;
+  for (int k = 0; k < count; ++k) pieces.emplace_back(&out[begins[k]], &out[begins[k + 1]]);
+  return pieces;
+}
+
+TEST(ClipPolylineToView, WritesThePiecesInside) {
+  const real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
+  const struct {
+    const char* why;
+    std::vector<real_pt_t> line;
+    Lines pieces;
+  } rows[] = {
+      {"no point", {}, {}},
+      {"inside, one repeated", {{1, 1}, {1, 1}, {4, 4}}, {{{1, 1}, {1, 1}, {4, 4}}}},
+      {"fills the room", {{-5, 2}, {15, 2}, {-5, 6}}, {{{0, 2}, {10, 2}}, {{10, 3}, {0, 5}}}},
+      {"comes back", {{5, 5}, {15, 5}, {15, 8}, {5, 8}}, {{{5, 5}, {10, 5}}, {{10, 8}, {5, 8}}}},
+      {"along a side", {{5, 5}, {10, 5}, {10, 8}, {5, 8}}, {{{5, 5}, {10, 5}}, {{10, 8}, {5, 8}}}},
+      {"rests on a side", {{5, 5}, {10, 5}, {10, 5}, {5, 8}}, {{{5, 5}, {10, 5}, {5, 8}}}},
+      {"touches a side from outside", {{15, 3}, {10, 5}, {15, 7}}, {}},
+      {"touches a corner from outside", {{-5, 5}, {5, 15}}, {}},
+      {"passes through two corners", {{-5, -5}, {15, 15}}, {{{0, 0}, {10, 10}}}},
+      {"cuts off a corner that rounds away", {{4, 16}, {16, std::nextafter(4, 0)}}, {}},
+      {"holds a NaN", {{1, 1}, {5, 5}, {3, NAN}}, {}},
+      {"ends at infinity, from outside", {{1, 1}, {20, 1}, {INFINITY, 1}}, {}},
+  };
+  for (const auto& [why, line, pieces] : rows) {
+    EXPECT_EQ(clipped(line, view), pieces) << why << ": " << testing::PrintToString(line);
+  }
+  EXPECT_EQ(clipped({{1, 1}, {2, 1}}, {{{0, 0}, {5, 0}, {9, 0}, {5, 9}}}), Lines{}) << "no view";
+  int begins, count = 7;
+  EXPECT_EQ(ClipPolylineToView(nullptr, -1, &view, nullptr, &begins, &count), 0) << "count of -1";
+  EXPECT_EQ(count, 0) << "count of -1";
+}
+
+TEST(ClipPolylineToView, KeepsWhatARingOfVisibleEdgesShows) {
+  support::Random random(1);
+  for (int i = 0; i < 4000 && !testing::Test::HasFailure(); ++i) {
+    real_rect_t view = {{{-4, -3}, {4, -3}, {4, 5}, {-4, 5}}};
+    if (i % 2 != 0) view = {{{1, -7}, {-7, -1}, {-1, 7}, {7, 1}}};  // turned, the other sense
+    std::vector<real_pt_t> line(1 + random.below(40)), kept(4 * line.size() + 4);
+    const double step = i % 4 < 2 ? 1 : 0.7;  // on sides and corners, or between
+    for (real_pt_t& p : line) p = {(random.below(19) - 9) * step, random.below(19) - 9.0};
+    std::vector<int> flags(line.size(), drw_edge_visible), kept_flags(kept.size());
+    flags.back() = drw_edge_close_invisible;
+    drw_pset_t ring = {static_cast<int>(line.size()), line.data(), flags.data()};
+    drw_pset_t rest = {0, kept.data(), kept_flags.data()};
+    ClipPolygonSetToView(&ring, &rest, &view);
+    Lines shown, pieces;
+    for (int k = 0, n = rest.n_points; k < n; ++k) {
+      if (kept_flags[k] % 2 != 0) shown.push_back({kept[k], kept[(k + 1) % n]});
+    }
+    for (const auto& piece : clipped(line, view)) {
+      for (std::size_t k = 1; k < piece.size(); ++k) pieces.push_back({piece[k - 1], piece[k]});
+    }
+    EXPECT_EQ(pieces, shown) << "set " << i << ": " << testing::PrintToString(line);
+  }
+}
