@@ -243,12 +243,13 @@ TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
 using Reals = support::Vertices<real_pt_t>;
 using Ints = support::Vertices<int_pt_t>;
 
-Ints rounded(const Reals& in) {
+// Mapped as one chain, or each polygon apart.
+Ints rounded(const Reals& in, bool apart = false) {
   support::SetArrays<real_pt_t> source(in);
   support::SetArrays<int_pt_t> room(in.size());
   drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
   drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
-  Mtx2D().XfmPolySetPts(&set, &out);
+  apart ? Mtx2D().XfmPolygons(set, &out) : Mtx2D().XfmPolySetPts(&set, &out);
   return room.first(out.n_points);
 }
 
@@ -265,74 +266,45 @@ TEST(XfmPolySetPts, DropsVerticesThatLandOnTheOneBefore) {
       << "polygons that touch run together";
 }
 
-// The polygons of a set by themselves, through a const matrix.
-Ints rounded_apart(const Reals& in) {
-  support::SetArrays<real_pt_t> source(in);
-  support::SetArrays<int_pt_t> room(in.size());
-  const drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
-  drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
-  const Mtx2D identity;
-  identity.XfmPolygons(set, &out);
-  return room.first(out.n_points);
-}
-
-TEST(XfmPolygons, MergesVerticesWithinAPolygonOnly) {
+TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
   const struct {
     Reals in;
     Ints out;
     const char* why;
   } rows[] = {
-      {{}, {}, "nothing comes of nothing"},
-      {{{{4, 0}, 0}, {{5, 0}, 1}, {{5.25, 0}, 1}, {{5, 0.25}, 0}, {{9, 0}, 3}},
-       {{{4, 0}, 0}, {{5, 0}, 0}, {{9, 0}, 3}},
+      {{{{5, 0}, 1}, {{5.25, 0}, 1}, {{5, 0.25}, 0}, {{9, 0}, 3}},
+       {{{5, 0}, 0}, {{9, 0}, 3}},
        "of vertices that fall together the last one's flag stays"},
-      {{{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}},
-       {{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}},
-       "polygons that touch stay two"},
-      {{{{5, 0}, 1}, {{5.25, 0}, 1}, {{5, 0.25}, 2}, {{5, 0}, 3}},
-       {{{5, 0}, 2}, {{5, 0}, 3}},
-       "one vertex is left of each"},
-      {{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}},
+      {{{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{1.25, 1}, 2}, {{1, 1}, 2}},
+       {{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 2}, {{1, 1}, 2}},
+       "polygons that touch stay apart, and one vertex is left of each"},
+      {{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}},
        {{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}},
-       "the last vertex is not compared with the first"},
-      {{{{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}},
-       {{{0, 0}, 3}},
-       "what no flag closes is dropped, and 7 closes nothing"},
+       "last and first aren't compared; what no flag closes is dropped, and 7 closes nothing"},
   };
-  for (const auto& row : rows) EXPECT_EQ(rounded_apart(row.in), row.out) << row.why;
-  drw_dpset_t none = {5, nullptr, nullptr};
-  Mtx2D().XfmPolygons({-1, nullptr, nullptr}, &none);
-  EXPECT_EQ(none.n_points, 0) << "a count below 0";
+  for (const auto& row : rows) EXPECT_EQ(rounded(row.in, true), row.out) << row.why;
 }
 
-// Sets of up to 400 vertices on a grid of quarters, so that many fall together.
-TEST(XfmPolygons, MapsAPolygonAsIfItWereAlone) {
-  for (int seed = 0; seed < 100; ++seed) {
-    support::Random random(seed);
-    Reals set, polygon;
-    Ints expected;
-    const int n = random.below(400);
-    for (int i = 0; i < n; ++i) {
-      polygon.push_back({{random.below(12) / 4.0, random.below(8) / 4.0}, random.below(3)});
-      set.push_back(polygon.back());
-      if (polygon.back().flag != drw_edge_close_invisible) continue;
-      const Ints alone = rounded_apart(polygon);
-      expected.insert(expected.end(), alone.begin(), alone.end());
-      polygon.clear();
-    }
-    EXPECT_EQ(rounded_apart(set), expected) << "seed " << seed;
-  }
+// 600 vertices at one point, which close a polygon at every fourth and make one vertex of each.
+TEST(XfmPolygons, KeepsPolygonsApartAcrossLongSets) {
+  Reals in;
+  for (int i = 0; i < 600; ++i) in.push_back({{i % 4 * 0.125, 0}, i % 4 == 3 ? 3 : 1});
+  EXPECT_EQ(rounded(in, true), Ints(150, {{0, 0}, 3}));
+  for (auto& vertex : in) vertex.flag = 1;
+  in.back().flag = 2;
+  EXPECT_EQ(rounded(in, true), Ints(1, {{0, 0}, 2})) << "one polygon of all";
 }
 
 TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
   support::SetArrays<real_pt_t> in({{{1.25, 0}, 1}, {{1, -0.0}, 1}, {{1, 0}, 2}}), room(3);
-  const drw_pset_t set = {3, in.points.data(), in.flags.data()};
   drw_pset_t out = {-1, room.points.data(), room.flags.data()};
   Mtx2D unmoved;
   unmoved.ty = -0.0;  // keeps -0.0 as it is
-  unmoved.RealXfmPolygons(set, &out);
+  unmoved.RealXfmPolygons({3, in.points.data(), in.flags.data()}, &out);
   EXPECT_EQ(room.first(out.n_points), (Reals{{{1.25, 0}, 1}, {{1, 0}, 2}}))
       << "-0.0 equals 0.0, and the last of equals stays";
+  unmoved.RealXfmPolygons({-1, nullptr, nullptr}, &out);
+  EXPECT_EQ(out.n_points, 0) << "a count below 0";
 }
 
 // Each of 100 vertices comes three times, an eighth apart.
