@@ -21,9 +21,8 @@ TEST(PolygonOf, CopiesPolygonsByTheirClosingFlags) {
   const drw_pset_t set = {8, points, edge_flags};
   EXPECT_EQ(zelvan::count_polygons(set), 3) << "nothing closes the last two vertices";
   EXPECT_EQ(points_of(zelvan::polygon_of(set, 0)), (Points{{0, 0}, {4, 0}, {0, 4}}));
-  for (const int k : {-1, 1, 2, 3}) {
-    EXPECT_EQ(zelvan::polygon_of(set, k).start(), nullptr) << "too few vertices, polygon " << k;
-  }
+  EXPECT_EQ(zelvan::polygon_of(set, 2).start(), nullptr) << "two vertices enclose nothing";
+  EXPECT_EQ(zelvan::polygon_of(set, 3).start(), nullptr) << "no such polygon";
   EXPECT_EQ(points_of(zelvan::polyline_of(set, 0)), (Points{{0, 0}, {4, 0}, {0, 4}, {0, 0}}));
   EXPECT_EQ(points_of(zelvan::polyline_of(set, 2)), (Points{{5, 5}, {8, 5}, {5, 5}}));
   EXPECT_EQ(zelvan::polyline_of(set, 3).start(), nullptr) << "no such polygon";
