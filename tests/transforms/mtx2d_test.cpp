@@ -288,8 +288,8 @@ TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
 // Vertices at one point; every fifth closes a polygon.
 TEST(XfmPolygons, KeepsPolygonsApartInLongSets) {
   Reals in;
-  for (int i = 0; i < 1280; ++i) in.push_back({{i % 5 * 0.0625, 0}, i % 5 == 4 ? 3 : 1});
-  EXPECT_EQ(rounded(in, true), Ints(256, {{0, 0}, 3}));
+  for (int i = 0; i < 1280; ++i) in.push_back({{7 + i % 5 * 0.0625, 0}, i % 5 == 4 ? 3 : 1});
+  EXPECT_EQ(rounded(in, true), Ints(256, {{7, 0}, 3}));
 }
 
 TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
