@@ -1,10 +1,10 @@
-// The world of lists, handlers and a model beside them, with bytes in the place of chance, until
-// the bytes are used up. Where the model disagrees, the program stops.
-
-#include "mem_world.h"
+// The model of a list and a pool that the tests use, with bytes in the place of chance, until the
+// bytes are used up. Where the list disagrees with it, the program stops.
 
 #include <cstddef>
 #include <cstdint>
+
+#include <mem/mem_model.h>
 
 // A size that no heap can give is refused, not reported.
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
@@ -15,9 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     --size;
     return *data++ % count;
   };
-  World world(below, [](bool agrees) {
-    if (!agrees) std::abort();
-  });
-  while (size > 0) world.step();
+  MemModel model(below);
+  while (size > 0) {
+    model.step();
+    if (model.actual() != model.expected()) std::abort();
+  }
   return 0;
 }

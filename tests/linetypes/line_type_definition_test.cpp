@@ -29,6 +29,8 @@ TEST(AddFragment, TakesTwentyFragments) {
   EXPECT_FALSE(full.AddFragment(2.0)) << "the 21st";
   EXPECT_EQ(full.GetNumFragments(), 20);
   EXPECT_EQ(full.GetFragmentSum(), 40.0);
+  // 1e16 + 1 rounds to 1e16, so the 1 is lost if it is added second.
+  EXPECT_EQ(pattern({1e16, 1.0, -1e16}).GetFragmentSum(), 0.0) << "in the order of the fragments";
   EXPECT_EQ(fragments(full), std::vector<double>(20, 2.0));
 }
 
@@ -58,34 +60,19 @@ TEST(GetNextFragment, TakesTheWalkOnWhereItWas) {
   EXPECT_EQ(walked.GetFirstFragment(), -1.0) << "an empty pattern";
 }
 
-TEST(GetFragmentSum, AddsInTheOrderOfTheFragments) {
-  EXPECT_EQ(CLineTypeDefPattern().GetFragmentSum(), 0.0);
-  // 1e16 + 1 rounds to 1e16, and so the 1 is lost in one order only.
-  EXPECT_EQ(pattern({1e16, 1.0, -1e16}).GetFragmentSum(), 0.0);
-  EXPECT_EQ(pattern({1e16, -1e16, 1.0}).GetFragmentSum(), 1.0);
-}
-
 TEST(PatternEquality, ComparesFragmentsExactlyAndNothingElse) {
-  const CLineTypeDefPattern base = pattern({1.0, 2.0});
-  const double nan = std::nan("");
-  const struct {
-    std::vector<double> other;
-    bool equal;
-  } rows[] = {
-      {{1.0, 2.0}, true},  {{1.0, 2.0, 3.0}, false},
-      {{1.0}, false},      {{1.0, std::nextafter(2.0, 3.0)}, false},
-      {{nan, 2.0}, false}, {{}, false},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(base == pattern(row.other), row.equal) << testing::PrintToString(row.other);
-    EXPECT_EQ(base != pattern(row.other), !row.equal) << testing::PrintToString(row.other);
-  }
-  EXPECT_TRUE(pattern({0.0}) == pattern({-0.0}));
-  const CLineTypeDefPattern not_a_number = pattern({nan});
-  EXPECT_FALSE(not_a_number == not_a_number) << "a NaN equals nothing, itself included";
-  CLineTypeDefPattern walked = base;
+  CLineTypeDefPattern walked = pattern({1.0, 2.0});
   walked.GetNextFragment();
-  EXPECT_TRUE(walked == base) << "the cursor doesn't count";
+  EXPECT_TRUE(walked == pattern({1.0, 2.0})) << "the cursor doesn't count";
+  EXPECT_TRUE(pattern({0.0}) == pattern({-0.0}));
+  const double above_2 = std::nextafter(2.0, 3.0);
+  for (const std::vector<double>& other :
+       {std::vector<double>{}, {1.0}, {1.0, 2.0, 3.0}, {1.0, above_2}, {std::nan(""), 2.0}}) {
+    EXPECT_TRUE(walked != pattern(other)) << testing::PrintToString(other);
+    EXPECT_FALSE(walked == pattern(other)) << testing::PrintToString(other);
+  }
+  const CLineTypeDefPattern not_a_number = pattern({std::nan("")});
+  EXPECT_FALSE(not_a_number == not_a_number) << "a NaN equals nothing, itself included";
 }
 
 TEST(CLineTypeDefinition, StartsEmptyAndKeepsIndexAndLengthApartFromThePattern) {
@@ -112,18 +99,15 @@ TEST(CLineTypeDefinition, StartsEmptyAndKeepsIndexAndLengthApartFromThePattern) 
 
 TEST(DefinitionEquality, ComparesPatternAndLengthButNotTheIndex) {
   CLineTypeDefinition one;
-  one.SetIndex(1);
   one.AddFragment(3.0);
   CLineTypeDefinition other = one;
   other.SetIndex(2);
   EXPECT_TRUE(one == other);
-  EXPECT_FALSE(one != other);
   other.SetPatternLength(1.0);
-  EXPECT_FALSE(one == other);
   EXPECT_TRUE(one != other);
   other = one;
   other.AddFragment(1.0);
-  EXPECT_FALSE(one == other);
+  EXPECT_TRUE(one != other);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <zelvan/linetypes/line_type_list.h>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <map>
@@ -74,14 +75,6 @@ TEST(AddLineTypeDefinition, FindsAnEqualOneAndLeavesTheCallersAlone) {
   EXPECT_TRUE(already_there);
 }
 
-TEST(AddLineTypeDefinition, HandsOutAnIndexAboveAllWhereOneIsTaken) {
-  CLineTypeDefList list;
-  EXPECT_EQ(add(list, definition(5, 0.0, {1})), (Added{14, false})) << "5 is taken";
-  EXPECT_EQ(list.GetDefinition(14)->GetIndex(), 14u) << "set in the definition";
-  EXPECT_EQ(add(list, definition(20, 0.0, {3})), (Added{20, false})) << "20 is free";
-  EXPECT_EQ(add(list, definition(1, 0.0, {5})), (Added{21, false})) << "above 20";
-}
-
 TEST(AddLineTypeDefinition, RefusesIndicesThatItCannotHold) {
   CLineTypeDefList list;
   EXPECT_EQ(add(list, definition(0, 5.0, {60, 40})), (Added{-1, false})) << "also if equal";
@@ -104,23 +97,21 @@ TEST(CLineTypeDefList, BehavesLikeAMapFromIndicesToDefinitions) {
   support::Random random(1);
   for (int round = 0; round < 100; ++round) {
     CLineTypeDefList list;
-    std::map<int, std::vector<double>> model;
+    std::map<int, double> model;  // from an index to the only fragment
     for (int step = 0; step < 40; ++step) {
-      const int index = 14 + random.below(20);
-      const std::vector<double> lengths(1 + random.below(3), 1.0 + random.below(4));
-      int expected = index;
-      bool is_there = false;
-      for (const auto& [known, known_lengths] : model) {
-        if (known_lengths != lengths) continue;
-        expected = known;
-        is_there = true;
-      }
-      if (!is_there && model.contains(index)) expected = model.rbegin()->first + 1;
-      if (!is_there) model[expected] = lengths;
-      ASSERT_EQ(add(list, definition(index, 0.5, lengths)), (Added{expected, is_there})) << step;
+      int index = 14 + random.below(20);
+      const double length = 1.0 + random.below(20);
+      const auto known = std::find_if(model.begin(), model.end(),
+                                      [&](const auto& entry) { return entry.second == length; });
+      const bool is_there = known != model.end();
+      auto made = definition(index, 0.5, {length});
+      if (is_there) index = known->first;
+      if (!is_there && model.contains(index)) index = model.rbegin()->first + 1;
+      model[index] = length;
+      ASSERT_EQ(add(list, std::move(made)), (Added{index, is_there})) << "step " << step;
     }
-    for (const auto& [index, lengths] : model) {
-      EXPECT_TRUE(*list.GetDefinition(index) == *definition(0, 0.5, lengths)) << index;
+    for (const auto& [index, length] : model) {
+      EXPECT_TRUE(*list.GetDefinition(index) == *definition(0, 0.5, {length})) << index;
     }
   }
 }

@@ -67,6 +67,10 @@ inline void PrintTo(const real_rect_t& rect, std::ostream* out) {
 inline void PrintTo(const ColorRGB& c, std::ostream* out) {
   *out << "RGB(" << c.red << ", " << c.green << ", " << c.blue << ')';
 }
+inline void PrintTo(const ColorValue& c, std::ostream* out) {
+  *out << "pen " << c.pen << ", alpha " << +c.alpha << ", RGB(" << +c.red << ", " << +c.green
+       << ", " << +c.blue << ')';
+}
 inline void PrintTo(const Mtx2D& m, std::ostream* out) {
   using support::digits;
   *out << "m11 " << digits(m.m11) << ", m12 " << digits(m.m12) << ", m21 " << digits(m.m21)

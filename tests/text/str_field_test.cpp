@@ -1,3 +1,4 @@
+#include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
 
 #include <cstdlib>
@@ -8,30 +9,30 @@
 
 namespace {
 
-using Parser = str_field* (*)(char*);
+using zelvan::string_rules;
 
-str_field* parse_with_dollars(char* text) { return str_parseEx(text, 1); }
+/// A parser with the library's record, and the rules under which `read_field` does what it does.
+struct Parser {
+  str_field* (*parse)(char* text);
+  string_rules rules;
+};
+constexpr Parser plain = {str_parse, string_rules::of_str_parse};
+constexpr Parser mode_1 = {[](char* text) { return str_parseEx(text, 1); },
+                           string_rules::of_str_parse_mode_1};
+constexpr Parser vvcp = {str_parse_vvcp, string_rules::of_str_parse_vvcp};
 
 /// A field in one line: kind, text, value of a number, and what is left of the input.
-std::string described(const str_field* field, const char* input_end) {
+std::string described(const str_field* field, const std::string& input) {
   static constexpr const char* kinds[] = {"word", "string", "number", "end"};
   std::string line = kinds[field->type];
-  if (field->text == nullptr) {
-    line += " without text";
-  } else {
-    line += " '" + std::string(field->text) + "'";
-  }
+  line += field->text == nullptr ? " without text" : " '" + std::string(field->text) + "'";
   if (field->length != (field->text == nullptr ? 0 : std::string(field->text).size())) {
     line += " of another length";
   }
   if (field->type == STR_NUMBER || field->value != 0.0) {
     line += " = " + std::to_string(field->value);
   }
-  return line + ", left '" + std::string(static_cast<const char*>(field->next), input_end) + "'";
-}
-
-std::string parsed(std::string input, Parser parser = str_parse) {
-  return described(parser(input.data()), input.data() + input.size());
+  return line + ", left '" + input.substr(field->next - input.data()) + "'";
 }
 
 struct Row {
@@ -40,21 +41,24 @@ struct Row {
   const char* why;
 };
 
-void expect_fields(Parser parser, std::initializer_list<Row> rows) {
+void expect_fields(const Parser& parser, std::initializer_list<Row> rows) {
   for (const Row& row : rows) {
-    EXPECT_EQ(parsed(row.input, parser), row.expected)
-        << "input '" << row.input << "': " << row.why;
+    SCOPED_TRACE(testing::Message() << "input '" << row.input << "': " << row.why);
+    std::string input = row.input;
+    zelvan::field_record record;
+    EXPECT_EQ(described(parser.parse(input.data()), input), row.expected);
+    EXPECT_EQ(described(zelvan::read_field(input.data(), &record, parser.rules), input),
+              row.expected);
   }
 }
 
 TEST(StrParse, TakesAWordUpToABlankOrTheEnd) {
-  expect_fields(str_parse,
-                {
-                    {"abc def", "word 'abc', left ' def'", "a blank ends it"},
-                    {" \t\n abc", "word 'abc', left ''", "white space is skipped before"},
-                    {"a,b\tc", "word 'a,b\tc', left ''", "and nothing else ends it"},
-                    {"a\"b$", "word 'a\"b$', left ''", "quotes within are ordinary"},
-                });
+  expect_fields(plain, {
+                           {"abc def", "word 'abc', left ' def'", "a blank ends it"},
+                           {" \t\n abc", "word 'abc', left ''", "white space is skipped before"},
+                           {"a,b\tc", "word 'a,b\tc', left ''", "and nothing else ends it"},
+                           {"a\"b$", "word 'a\"b$', left ''", "quotes within are ordinary"},
+                       });
 }
 
 TEST(StrParse, TakesWordsAndStringsOfEveryLength) {
@@ -68,7 +72,7 @@ TEST(StrParse, TakesWordsAndStringsOfEveryLength) {
 
 TEST(StrParse, TakesAStringUpToEitherCloser) {
   expect_fields(
-      str_parse,
+      plain,
       {
           {"\"a b\" c", "string 'a b', left ' c'", "quotes keep blanks"},
           {"$a b$c", "string 'a b', left 'c'", "dollars likewise"},
@@ -83,7 +87,7 @@ TEST(StrParse, TakesAStringUpToEitherCloser) {
 }
 
 TEST(StrParse, TakesANumberThatStandsByItself) {
-  expect_fields(str_parse,
+  expect_fields(plain,
                 {
                     {"12.5 x", "number '12.5' = 12.500000, left ' x'", "up to the blank"},
                     {"-.5", "number '-.5' = -0.500000, left ''", "sign and point"},
@@ -116,11 +120,11 @@ TEST(StrParse, KeepsTwentyDigitsOfANumber) {
 }
 
 TEST(StrParse, EndsAtTheEndAndAtWhatCannotStartAField) {
-  expect_fields(str_parse, {
-                               {"", "end without text, left ''", "an empty text"},
-                               {" \t", "end without text, left ''", "nothing but blanks"},
-                               {" \x01z", "end without text, left '\x01z'", "a control character"},
-                           });
+  expect_fields(plain, {
+                           {"", "end without text, left ''", "an empty text"},
+                           {" \t", "end without text, left ''", "nothing but blanks"},
+                           {" \x01z", "end without text, left '\x01z'", "a control character"},
+                       });
   const str_field* const field = str_parse(nullptr);
   EXPECT_EQ(field->type, STR_END);
   EXPECT_EQ(field->next, nullptr);
@@ -137,24 +141,38 @@ TEST(StrParse, RefusesATextBeyondItsBuffer) {
   }
 }
 
+TEST(ReadField, LeavesTheRecordsOfOthersAlone) {
+  char word[] = "word";
+  char number[] = "1.5";
+  const str_field* const of_vvcp = str_parse_vvcp(word);
+  const str_field* const of_parse = str_parse(number);
+  zelvan::field_record first;
+  zelvan::field_record second;
+  zelvan::read_field("first", &first);
+  zelvan::read_field("2.25", &second);
+  EXPECT_STREQ(of_vvcp->text, "word");
+  EXPECT_STREQ(of_parse->text, "1.5");
+  EXPECT_STREQ(first.field.text, "first");
+  EXPECT_EQ(zelvan::read_field(nullptr, &first)->next, nullptr);
+}
+
 TEST(StrParseEx, LetsADollarStandInAStringInModeOne) {
-  expect_fields(parse_with_dollars,
-                {
-                    {"\"a$b\" c", "string 'a$b', left ' c'", "within quotes"},
-                    {"$a$b\" c", "string 'a$b', left ' c'", "opened by a dollar"},
-                    {"$a\\\"b\"", "string 'a\"b', left ''", "which still escapes"},
-                });
+  expect_fields(mode_1, {
+                            {"\"a$b\" c", "string 'a$b', left ' c'", "within quotes"},
+                            {"$a$b\" c", "string 'a$b', left ' c'", "opened by a dollar"},
+                            {"$a\\\"b\"", "string 'a\"b', left ''", "which still escapes"},
+                        });
   std::string input = "\"a$b\"";
   EXPECT_STREQ(str_parseEx(input.data(), 2)->text, "a") << "any other mode is that of str_parse";
 }
 
 TEST(StrParseVvcp, ClosesByQuotesAloneAndEscapesInBothKinds) {
-  expect_fields(str_parse_vvcp, {
-                                    {"\"a$b\\\"c\" d", "string 'a$b\"c', left ' d'", "in quotes"},
-                                    {"$a$b\\\"c\"d", "string 'a$b\"c', left 'd'", "after a dollar"},
-                                    {"\"a\\", "string 'a', left ''", "a last backslash"},
-                                    {"12.5 x", "number '12.5' = 12.500000, left ' x'", "as ever"},
-                                });
+  expect_fields(vvcp, {
+                          {"\"a$b\\\"c\" d", "string 'a$b\"c', left ' d'", "in quotes"},
+                          {"$a$b\\\"c\"d", "string 'a$b\"c', left 'd'", "after a dollar"},
+                          {"\"a\\", "string 'a', left ''", "a last backslash"},
+                          {"12.5 x", "number '12.5' = 12.500000, left ' x'", "as ever"},
+                      });
 }
 
 // The C library rounds correctly, so it judges every number of at most 20 digits.

@@ -21,7 +21,6 @@ real_rect_t window = {{{-5, -5}, {-5, 5}, {5, 5}, {5, -5}}};
 Mtx2D shared_matrix(1.0, 2.0, Mtx2DOrientRot90, 3.0, 4.0, 5.0, 6.0);
 CPickRect shared_region(-5.0, -5.0, 5.0, 5.0);
 const VarNameValue shared_table[] = {{"first", 1}, {"second", 2}, {nullptr, 0}};
-CLineTypeDefList shared_line_types;
 const std::string shared_text = "alpha:1,beta:22,gamma:333";
 
 // Results are plain numbers: making a text of them would go through the locale's atomic counter,
@@ -72,17 +71,15 @@ Numbers looked_up() {
   return {static_cast<int>(length), number, color.red, color.green, color.blue};
 }
 
-Numbers tokens() {
-  Numbers lengths;
+Numbers fields_and_tokens() {
+  Numbers result;
+  zelvan::field_record record;
   for (const std::string& token : tokenize(shared_text, ",:")) {
-    lengths.push_back(static_cast<int>(token.size()));
+    const str_field* const field = zelvan::read_field(token.c_str(), &record);
+    result.push_back(static_cast<int>(field->value));
+    result.push_back(static_cast<int>(field->length));
   }
-  return lengths;
-}
-
-Numbers line_type_copied() {
-  const CLineTypeDefinition copy(*shared_line_types.GetDefinition(4));
-  return {static_cast<int>(copy.GetIndex())};
+  return result;
 }
 
 TEST(Threads, ReadSharedObjectsAndWorkOnTheirOwnAtOnce) {
@@ -99,8 +96,7 @@ TEST(Threads, ReadSharedObjectsAndWorkOnTheirOwnAtOnce) {
       {"picking in a polygon", [&] { return picked(shared_polygon); }},
       {"translating", translated},
       {"looking up names", looked_up},
-      {"cutting tokens", tokens},
-      {"copying a line type", line_type_copied},
+      {"cutting tokens and reading fields", fields_and_tokens},
   };
   for (const auto& job : jobs) {
     const Numbers expected = job.run();

@@ -1,0 +1,152 @@
+/// A plain model of a list with its pool, and random operations on both.
+///
+/// The model chooses each block's parent itself, so it compares no addresses. Totals it adds up
+/// anew each time it needs them.
+#pragma once
+
+#include <zelvan/mem/mem.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+class MemModel {
+ public:
+  /// `below(n)` returns a number from 0 to `n` - 1; it decides all that happens.
+  explicit MemModel(std::function<int(int)> below) : below_(std::move(below)) {}
+
+  ~MemModel() {
+    clear();
+    MemListDelete(&list_);
+    for (const Row& row : rows_) std::free(row.address);  // what the clear had to leave
+    MemPoolDelete(&pool_);
+  }
+
+  /// Does one operation on both. Returns its name.
+  const char* step() {
+    const int index = below_(n_rows());
+    void* const address = rows_[index].address;
+    switch (below_(16)) {
+      case 0:
+        release(index);
+        MemFree(list_, address);
+        return "MemFree";
+      case 1:
+        evict([this](int i) { return rows_[i].parent < 0 ? -total(i) : 0; });
+        MemListRemoveLargest(list_);
+        return "MemListRemoveLargest";
+      case 2:
+        evict([this](int i) { return rows_[i].parent < 0 ? total(i) : 0; });
+        MemListRemoveSmallest(list_);
+        return "MemListRemoveSmallest";
+      case 3:
+        if (below_(4) == 0) clear();
+        return "MemListClear";
+      default:
+        allocate(1 + below_(40), address == nullptr ? -1 : index);
+        return "MemAllocate";
+    }
+  }
+
+  /// The list and what the model makes of it, a row a line.
+  std::string actual() const {
+    std::string text = std::to_string(pool_->used) + " bytes used\n";
+    for (int i = 0; i < list_->n_entries; ++i) {
+      const MemEntry& row = list_->entries[i];
+      text += text_of(i, row.size, row.total_size, row.parent);
+    }
+    return text;
+  }
+  std::string expected() const {
+    std::string text = std::to_string(used()) + " bytes used\n";
+    for (int i = 0; i < n_rows(); ++i) text += text_of(i, rows_[i].size, total(i), rows_[i].parent);
+    return text;
+  }
+
+ private:
+  struct Row {
+    void* address = nullptr;
+    int size = 0, number = 0, parent = -1;
+  };
+
+  static std::string text_of(int row, int size, int total, int parent) {
+    return "row " + std::to_string(row) + ": size " + std::to_string(size) + ", total " +
+           std::to_string(total) + ", parent " + std::to_string(parent) + "\n";
+  }
+
+  int n_rows() const { return static_cast<int>(rows_.size()); }
+
+  int used() const {
+    int sum = 0;
+    for (const Row& row : rows_) sum += row.size;
+    return sum;
+  }
+
+  int total(int index) const {
+    int sum = rows_[index].size;
+    for (const Row& row : rows_) sum += row.parent == index ? row.size : 0;
+    return sum;
+  }
+
+  void release(int index) {
+    if (total(index) == rows_[index].size) rows_[index] = Row();
+  }
+
+  void release_family(int index) {
+    for (int i = 0; i < n_rows(); ++i) {
+      if (rows_[i].parent == index) release(i);
+    }
+    release(index);
+  }
+
+  void clear() {
+    for (int i = 0; i < n_rows(); ++i) {
+      if (rows_[i].parent < 0) release_family(i);
+    }
+    MemListClear(list_);
+  }
+
+  /// Releases the row of the least measure, the first of equals. A measure of 0 is none.
+  void evict(const std::function<int(int)>& measure) {
+    std::vector<std::pair<int, int>> candidates;
+    for (int i = 0; i < n_rows(); ++i) {
+      if (measure(i) != 0) candidates.emplace_back(measure(i), i);
+    }
+    if (candidates.empty()) return;
+    release_family(std::min_element(candidates.begin(), candidates.end())->second);
+  }
+
+  /// Allocates a block with its owner in the block `parent` if there is room, else outside. If the
+  /// pool is short, the handler first removes the oldest block; if that is the parent, all fails.
+  void allocate(int size, int parent) {
+    void** place = nullptr;
+    if (parent >= 0) {
+      auto** const first = static_cast<void**>(rows_[parent].address);
+      auto** const last = first + rows_[parent].size / static_cast<int>(sizeof(void*));
+      place = std::find(first, last, nullptr);
+      if (place == last) parent = -1;
+    }
+    if (parent < 0) place = &outside_.emplace_back(nullptr);
+    const auto is_free = [](const Row& row) { return row.address == nullptr; };
+    if (std::none_of(rows_.begin(), rows_.end(), is_free)) rows_.resize(rows_.size() + 16);
+    if (used() + size > limit) evict([this](int i) { return rows_[i].number; });
+    MemAllocate(list_, size, this, place);
+    if (parent >= 0 && rows_[parent].address == nullptr) return;
+    std::memset(*place, 0, size);
+    *std::find_if(rows_.begin(), rows_.end(), is_free) = {*place, size, ++last_number_, parent};
+  }
+
+  static constexpr int limit = 500;
+
+  std::function<int(int)> below_;
+  MemPool* pool_ = MemPoolNew(limit);
+  MemList* list_ = MemListNew(pool_, [](MemException* e) { return MemListRemoveOldest(e->list); });
+  std::vector<Row> rows_ = std::vector<Row>(16);
+  std::deque<void*> outside_;  ///< owners' pointers that lie in no block
+  int last_number_ = 0;
+};

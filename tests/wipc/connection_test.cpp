@@ -1,0 +1,137 @@
+#include <zelvan/platform/clock.h>
+#include <zelvan/wipc/detail/connection.h>
+
+#include "wipc/scripted_peer.h"
+
+#include <support/heap.h>
+#include <support/system.h>
+
+// What happens in a pause, which is over at once, and how long all of them would have been.
+static std::function<void()> on_pause = [] {};
+static int paused_ms;
+static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
+
+static char localhost[] = "localhost", program[] = "program", *own_name;
+static int ports[2], is_local;
+
+static int open_connection(std::string host, std::string module) {
+  on_pause = [] {};
+  return wipc_open_connection(host.data(), module.data(), &own_name, &ports[0], &ports[1],
+                              &is_local);
+}
+
+void zelvan::platform::GetLocalTime(LocalTime*) {}
+void zelvan::platform::Sleep(std::uint64_t milliseconds) {
+  paused_ms += static_cast<int>(milliseconds);
+  on_pause();
+}
+
+TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
+  std::string module = "/bin/true";
+  const struct {
+    std::function<void()> set;
+    int looks;
+    std::string error;
+  } rows[] = {
+      {[] { wipc_set_connect_timeout(timeout_at_first); }, 21, "accept the primary connection\n"},
+      {[&] { module = "none"; }, 0, "start the secondary module (none)\n"},
+      {[] { wipc_set_nostart(1); }, 1201, "accept the primary connection\n"},
+      {[] { wipc_set_nostart(0); }, 0, "start the secondary module (none)\n"},
+  };
+  on_pause = [] {};
+  wipc_set_debug(1);
+  const int descriptors = support::open_descriptors();
+  for (const auto& row : rows) {
+    row.set();
+    paused_ms = 0;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr);
+    const std::string text = testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(text.ends_with("Error: Failed to " + row.error)) << row.error << text;
+    EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
+    EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;
+  }
+}
+
+TEST(OpenConnection, WantsAModuleOnThisMachine) {
+  const struct {
+    const char* why;
+    const char* path;
+    const char* module;
+    bool opens;
+  } rows[] = {
+      {"on the path, which a colon may end", "/none:/bin:", "sh", true},
+      {"an entry's first colon belongs to it", ":/bin", "sh", false},
+      {"an absolute path", nullptr, "/bin/sh", true},
+      {"a relative path is not looked for along it", "/", "bin/sh", false},
+      {"no path", nullptr, "sh", false},
+      {"an absolute path to nothing", "/bin", "/sh", false},
+  };
+  zelvan::wipc_release_bind_sessions();
+  const int descriptors = support::open_descriptors();
+  for (const auto& row : rows) {
+    support::set_environment("PATH", row.path);
+    EXPECT_EQ(open_connection("localhost", row.module), row.opens) << row.why;
+    EXPECT_EQ(support::open_descriptors(), descriptors + (row.opens ? 2 : 0)) << row.why;
+  }
+  EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
+  EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
+  EXPECT_EQ(open_connection(std::string(300, 'x'), "sh"), 0) << "no such machine";
+  EXPECT_EQ(wipc_last_error(), "Error: Invalid host " + std::string(235, 'x')) << "255 in all";
+}
+
+TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
+  std::vector<int> peers;
+  peers.reserve(2);
+  heap::refuse(0, false);
+  ASSERT_EQ(open_connection("127.0.0.1", "/none"), 1);
+  wipc_set_connect_timeout(1);
+  EXPECT_EQ(wipc_accept_connection(), nullptr) << "nobody came";
+  on_pause = [&] { peers.push_back(zelvan::wipc_connect_port(localhost, ports[peers.size()])); };
+  void* session = wipc_accept_connection();
+  ASSERT_NE(session, nullptr);
+  send(peers[0], "one\0two", 7, 0);
+  EXPECT_EQ(wipc_read(session, std::string(9, '~').data(), 9), 3);
+  send(peers[0], "Acknowledge", 11, 0);
+  wipc_close_session(session);
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 0) << "records and queued messages are released";
+  EXPECT_EQ(arrived(peers[0]), "SessionClosed");
+  EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
+}
+
+TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {
+  ASSERT_EQ(open_connection("127.0.0.1", "/none"), 1);
+  const int descriptors = support::open_descriptors();
+  paused_ms = 0;
+  on_pause = [] {
+    if (paused_ms == 3000) listen(zelvan::wipc_bind_primary->sid, 1);  // before the fifth attempt
+  };
+  EXPECT_EQ(wipc_connect_session(localhost, ports[0], ports[1]), nullptr);
+  EXPECT_EQ(paused_ms, 6000) << "the first port answers the fifth attempt, the second none";
+  EXPECT_EQ(support::open_descriptors(), descriptors);
+}
+
+TEST(NullArguments, AreRefusedAndReported) {
+  char text[] = "text";
+  wipc_set_debug(1);
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(wipc_open_session(nullptr, program), nullptr);
+  EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
+  EXPECT_EQ(wipc_open_connection(nullptr, program, &own_name, ports, ports, ports), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, nullptr, &own_name, ports, ports, ports), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, program, &own_name, ports, ports, nullptr), 0);
+  EXPECT_EQ(wipc_connect_session(nullptr, 1, 1), nullptr);
+  EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
+  EXPECT_EQ(wipc_connect_session(localhost, 1, 0), nullptr);
+  wipc_close_session(nullptr);
+  EXPECT_EQ(wipc_sid(nullptr), -1);
+  EXPECT_EQ(wipc_status_sid(nullptr), -1);
+  EXPECT_EQ(wipc_poll_session(nullptr), 0);
+  EXPECT_EQ(wipc_write(nullptr, text), 0);
+  EXPECT_EQ(wipc_write_status(nullptr, text), 0);
+  EXPECT_EQ(wipc_read(nullptr, text, 4), -1);
+  EXPECT_EQ(wipc_read_status(nullptr, text, 4), -1);
+  const std::string lines = testing::internal::GetCapturedStdout();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 13) << lines;
+}
