@@ -16,9 +16,8 @@
 ///
 /// What is left of an edge keeps its visibility; an edge along the border is invisible, also one
 /// that was there before. Each vertex is one of the polygon's inside the closed rectangle, as it
-/// was given, or a point on the border. On an upright rectangle such a point has exactly the
-/// coordinate of its side and does not leave it; on a turned one it is on its side within rounding.
-/// An edge and its reverse are cut at the same point. A polygon strictly inside comes back
+/// was given, or a point on the border. An edge and its reverse are cut at the same point. A part
+/// inside that rounds to one point produces nothing. A polygon strictly inside comes back
 /// unchanged, duplicates included; around one that holds the rectangle come its four corners, once
 /// for each winding.
 ///
@@ -26,9 +25,17 @@
 /// holds for all finite coordinates, also for vertices on the border, edges through corners, rings
 /// that cross themselves and coordinates near the ends of the doubles.
 ///
+/// A crossing is rounded. Each of its coordinates is within 64 units in the last place of the
+/// rectangle's largest coordinate from where the edge meets the side, and within 3 units if the
+/// rectangle's width and height are less than 1/64 of that coordinate. This holds however long the
+/// edge is, and bounds how far a crossing is off along its side. It is not off an upright side: it
+/// has exactly the side's coordinate and does not leave the rectangle. Off a turned one it may be
+/// by as much.
+///
 /// `rect` is taken by its four corners in record order, in either sense, upright or turned. Four
-/// corners of any other convex shape will do. Corners that are not finite, enclose no area or
-/// cross over produce nothing, and so does a polygon with a coordinate that is not finite.
+/// corners of any other convex shape will do if each is a corner: three in line, or one repeated,
+/// produce nothing. So do corners that are not finite, enclose no area or cross over, and a polygon
+/// with a coordinate that is not finite.
 ///
 /// `source` is read only. Polygons of one vertex produce nothing; vertices after the last closing
 /// flag are ignored. `target->n_points` is where appending begins: set it to 0 before the first

@@ -23,6 +23,17 @@ bool are_finite(const real_pt_t* points, int n) {
   return (sums & sign_bit) == 0;
 }
 
+// True when the whole line lies beyond one side of the box around the view. Most lines of a drawing
+// do, and for short ones the preparation of the view would take the longest.
+bool is_beyond_a_side(const real_pt_t* points, int n, const real_rect_t& view) {
+  const ClipBox box = box_around(view.corners, 4);
+  const Sides beyond = sides_out(box, points[0]).beyond;
+  for (int side = 0; side < 4; ++side) {
+    if (holds(beyond, side) && count_beyond(points, n, box, side) == n) return true;
+  }
+  return false;
+}
+
 bool are_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
 // Goes along a polyline and writes its pieces.
@@ -82,6 +93,8 @@ int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
   return run;
 }
 
+// Writes the part of an edge inside. An edge along a side has none and ends the piece, unless it
+// has no length.
 void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   if ((a.not_within & b.not_within) != 0) {
     is_open_ = is_open_ && are_same(*a.at, *b.at);
@@ -119,8 +132,9 @@ int ClipPolylineToView(const real_pt_t* points, int n_points, const real_rect_t*
   using namespace zelvan;
   *n_pieces = 0;
   begins[0] = 0;
+  if (n_points < 2 || is_beyond_a_side(points, n_points, *view)) return 0;
   ClipView clip_view;
-  if (n_points < 2 || !clip_view.set(*view) || !are_finite(points, n_points)) return 0;
+  if (!clip_view.set(*view) || !are_finite(points, n_points)) return 0;
   LineWalk walk(clip_view, out, begins);
   walk.clip(points, n_points);
   *n_pieces = walk.n_pieces();

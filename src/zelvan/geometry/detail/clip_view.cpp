@@ -26,6 +26,36 @@ real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   return {scaled(dx), scaled(dy)};
 }
 
+// Twice the area of a triangle, and how far it may be off.
+struct Area {
+  double size, noise;
+};
+
+// Subtracts the coordinates of `a`.
+Area area(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c) {
+  const double left = (b.x - a.x) * (c.y - a.y);
+  const double right = (b.y - a.y) * (c.x - a.x);
+  return {std::fabs(left - right), orientation_noise(left, right)};
+}
+
+// How far from `start` to `end`, from 0 to 1, the edge from `a` to `b` crosses: the areas of the
+// triangles that it forms with both are in the ratio of the ways. Within 27 * 2^-53.
+double crossing_share(const real_pt_t& a, const real_pt_t& b, const real_pt_t& start,
+                      const real_pt_t& end) {
+  constexpr double most_noise = 24 * 0x1p-53;
+  const Area of_start = area(a, b, start), of_end = area(a, b, end);
+  const double sum = of_start.size + of_end.size;
+  const bool fits = sum <= std::numeric_limits<double>::max();
+  if (fits && of_start.noise + of_end.noise <= most_noise * sum) return of_start.size / sum;
+  const WideNumber wide_start = exact_orientation(a, b, start);
+  const WideNumber wide_end = exact_orientation(a, b, end);
+  const int exponent = std::max(wide_start.exponent, wide_end.exponent);
+  const auto scaled = [=](const WideNumber& v) {
+    return std::fabs(std::scalbn(v.fraction, v.exponent - exponent));
+  };
+  return scaled(wide_start) / (scaled(wide_start) + scaled(wide_end));
+}
+
 real_pt_t clamp_both(const real_pt_t& p, const real_pt_t& a, const real_pt_t& b) {
   return {clamp(p.x, a.x, b.x), clamp(p.y, a.y, b.y)};
 }
@@ -38,7 +68,12 @@ bool ClipView::set(const real_rect_t& rect) {
   if (!is_finite(a) || !is_finite(b) || !is_finite(c) || !is_finite(d)) return false;
   box_ = box_around(rect.corners, 4);
   const auto& [left, bottom, right, top] = box_;
-  reach_ = 1024.0 * std::max({-left, right, -bottom, top});
+  // Whole numbers are exact when seen from the origin.
+  const auto middle = [](double low, double high) {
+    return low <= 0.0 && high >= 0.0 ? 0.0 : 0.5 * low + 0.5 * high;
+  };
+  centre_ = {middle(left, right), middle(bottom, top)};
+  reach_ = {4.0 * (right - left), 4.0 * (top - bottom)};
   is_upright_ = zelvan::is_upright(rect);
   if (is_upright_) {
     corners_[0] = {left, top};
@@ -57,19 +92,20 @@ bool ClipView::set(const real_rect_t& rect) {
   return true;
 }
 
-ClipView::Distance ClipView::distance(int side, const real_pt_t& p) const {
+// 1 for a point inside the line of a side, 0 on it, and -1 beyond.
+int ClipView::sign_inside(int side, const real_pt_t& p) const {
   const real_pt_t& start = corners_[side];
   const double left = directions_[side].x * (p.y - start.y);
   const double right = directions_[side].y * (p.x - start.x);
   const double value = left - right;
-  if (std::fabs(value) > orientation_noise(left, right)) return {value, sign_of(value)};
-  return {value, sign_of(exact_orientation(start, corners_[next_side(side)], p).fraction)};
+  if (std::fabs(value) > orientation_noise(left, right)) return sign_of(value);
+  return sign_of(exact_orientation(start, corners_[next_side(side)], p).fraction);
 }
 
 PlacedPoint ClipView::place_by_orientation(const real_pt_t& p) const {
   PlacedPoint placed = {&p, 0, 0};
   for (int k = 0; k < 4; ++k) {
-    const int sign = distance(k, p).sign;
+    const int sign = sign_inside(k, p);
     placed.beyond |= unsigned{sign < 0} << k;
     placed.not_within |= unsigned{sign <= 0} << k;
   }
@@ -102,10 +138,7 @@ BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) 
   }
   BorderPoint point;
   if (is_upright_ && cross_upright(side, a, b, &point)) return point;
-  point = {{}, 1u << side, side};
-  if (is_upright_ || !cross_turned(side, a, b, &point.at)) {
-    point.at = exact_crossing(side, a, b);
-  }
+  point = {cross_side(side, outer, other), 1u << side, side};
   const int end = next_side(side);
   // Rounding must lead neither out of the edge's box nor off the side.
   point.at = clamp_both(clamp_both(point.at, a, b), corners_[side], corners_[end]);
@@ -114,28 +147,15 @@ BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) 
   return point;
 }
 
-bool ClipView::cross_turned(int side, const real_pt_t& a, const real_pt_t& b,
-                            real_pt_t* point) const {
-  const WeighedPoint share = {std::fabs(distance(side, a).value),
-                              std::fabs(distance(side, b).value)};
-  *point = {share.at(a.x, b.x), share.at(a.y, b.y)};
-  return share.is_within(reach_, a.x, b.x) && share.is_within(reach_, a.y, b.y);
-}
-
-// The same along the side: the share of a corner is the other corner's distance from the edge,
-// which is exact but for one rounding.
-real_pt_t ClipView::exact_crossing(int side, const real_pt_t& a, const real_pt_t& b) const {
+// Between the ends of the side, so that no end of the edge, however far away, enters the sum.
+real_pt_t ClipView::cross_side(int side, PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& start = corners_[side];
   const real_pt_t& end = corners_[next_side(side)];
-  const WideNumber of_start = exact_orientation(a, b, start);
-  const WideNumber of_end = exact_orientation(a, b, end);
-  const int exponent = std::max(of_start.exponent, of_end.exponent);
-  const double start_distance =
-      std::fabs(std::scalbn(of_start.fraction, of_start.exponent - exponent));
-  const double end_distance = std::fabs(std::scalbn(of_end.fraction, of_end.exponent - exponent));
-  const double start_share = end_distance / (start_distance + end_distance);
-  const double end_share = start_distance / (start_distance + end_distance);
-  return {start.x * start_share + end.x * end_share, start.y * start_share + end.y * end_share};
+  // Differences from an end in the view are the smaller ones.
+  const double share = other.beyond == 0 ? crossing_share(*other.at, *outer.at, start, end)
+                                         : crossing_share(*outer.at, *other.at, start, end);
+  const double rest = 1.0 - share;
+  return {rest * start.x + share * end.x, rest * start.y + share * end.y};
 }
 
 }  // namespace zelvan

@@ -67,22 +67,18 @@ class ClipView {
   }
 
  private:
-  struct Distance {
-    double value;  // positive inside; NaN where it is beyond doubles
-    int sign;      // exact
-  };
-
   bool cross_upright(int side, const real_pt_t& a, const real_pt_t& b, BorderPoint* point) const;
-  bool cross_turned(int side, const real_pt_t& a, const real_pt_t& b, real_pt_t* point) const;
-  real_pt_t exact_crossing(int side, const real_pt_t& a, const real_pt_t& b) const;
+  real_pt_t cross_side(int side, PlacedPoint outer, PlacedPoint other) const;
   BorderPoint crossing_in_general(PlacedPoint outer, PlacedPoint other) const;
   PlacedPoint place_by_orientation(const real_pt_t& p) const;
-  Distance distance(int side, const real_pt_t& p) const;
+  int sign_inside(int side, const real_pt_t& p) const;
 
   real_pt_t corners_[4];
   real_pt_t directions_[4];  // of the sides, of a length near 1; only of a turned view
   ClipBox box_;
-  double reach_;  // how far from 0 ends may be, weighed, for a crossing to be computed from them
+  // The ends of an edge are seen from here, and may be so far away, weighed, that their roundings
+  // do not show in the view.
+  real_pt_t centre_, reach_;
   bool is_upright_;
 };
 
@@ -95,9 +91,9 @@ inline double clamp(double v, double a, double b) {
 
 /// A point on the line between two others: each has the share of the other one's distance from it.
 ///
-/// Its error is some roundings of `weight / sum`, where the ends count without their signs, and
-/// so far greater than the point itself if ends far out, on both sides of an axis, meet near to
-/// it. Then, and where products overflow or underflow, the quotient is not to be used.
+/// Its error is at most 7 roundings of the quotient that takes the ends without their signs. That
+/// is far greater than the point itself if ends far out, to both sides of 0, meet near to it. Then,
+/// and where products overflow or underflow, the quotient is not to be used.
 struct WeighedPoint {
   double a_distance, b_distance;
 
@@ -115,12 +111,14 @@ inline bool ClipView::cross_upright(int side, const real_pt_t& a, const real_pt_
   const double bounds[] = {box_.left, box_.bottom, box_.right, box_.top};
   const bool is_vertical = side == left_side || side == right_side;
   const double along_a = is_vertical ? a.y : a.x, along_b = is_vertical ? b.y : b.x;
+  const double centre = is_vertical ? centre_.y : centre_.x;
+  const double from_a = along_a - centre, from_b = along_b - centre;
   const WeighedPoint share = {std::fabs((is_vertical ? a.x : a.y) - bounds[side]),
                               std::fabs((is_vertical ? b.x : b.y) - bounds[side])};
-  if (!share.is_within(reach_, along_a, along_b)) return false;
+  if (!share.is_within(is_vertical ? reach_.y : reach_.x, from_a, from_b)) return false;
   const int low = is_vertical ? bottom_side : left_side, high = low + 2;
   const double along =
-      clamp(clamp(share.at(along_a, along_b), along_a, along_b), bounds[low], bounds[high]);
+      clamp(clamp(centre + share.at(from_a, from_b), along_a, along_b), bounds[low], bounds[high]);
   point->at = is_vertical ? real_pt_t{bounds[side], along} : real_pt_t{along, bounds[side]};
   point->on =
       1u << side | unsigned{along == bounds[low]} << low | unsigned{along == bounds[high]} << high;
