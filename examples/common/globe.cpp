@@ -9,7 +9,7 @@ namespace {
 
 constexpr double whole_turn = 360.0;
 
-// How far to move what comes after a step, so that the step goes the short way round.
+// Returns how far to move what comes after a step, so that the step goes the short way round.
 double turn_after(double step) {
   constexpr double rounding = 1e-6;
   const double length = std::abs(step);
@@ -28,7 +28,10 @@ double nearer_pole(const std::vector<real_pt_t>& ring) {
 void add_ring_of_globe(MapPolygons& polygons, std::vector<real_pt_t> ring) {
   const bool is_in_degrees =
       std::all_of(ring.begin(), ring.end(), [](const real_pt_t& p) { return is_longitude(p.x); });
-  if (!is_in_degrees) return add_polygon(polygons, ring);
+  if (!is_in_degrees) {
+    add_polygon(polygons, ring);
+    return;
+  }
 
   const real_pt_t first = ring.front();
   double previous = first.x;  // as it was given
@@ -39,17 +42,28 @@ void add_ring_of_globe(MapPolygons& polygons, std::vector<real_pt_t> ring) {
     p.x += turn;
   }
   turn += turn_after(first.x - previous);
-  if (turn == 0.0) return add_polygon(polygons, ring);
+  if (turn == 0.0) {
+    add_polygon(polygons, ring);
+    return;
+  }
+
+  // By now the ring can lie beyond the degrees in which the map repeats, as one from 350 to 710
+  // does.
+  const double middle = first.x + turn / 2;
+  const double shift = -whole_turn * std::round(middle / whole_turn);
+  for (real_pt_t& p : ring) p.x += shift;
+  const double start = first.x + shift;
+  const double end = start + turn;
 
   const double pole = nearer_pole(ring);
-  ring.push_back({first.x + turn, first.y});
-  ring.push_back({first.x + turn, pole});
-  ring.push_back({first.x, pole});
+  ring.push_back({end, first.y});
+  ring.push_back({end, pole});
+  ring.push_back({start, pole});
   add_polygon(polygons, ring);
-  int* const end = polygons.edge_flags.data() + polygons.edge_flags.size();
-  end[-3] = drw_edge_invisible;
-  end[-2] = drw_edge_invisible;
-  end[-1] = drw_edge_close_invisible;
+  int* const after_last = polygons.edge_flags.data() + polygons.edge_flags.size();
+  after_last[-3] = drw_edge_invisible;        // to the pole
+  after_last[-2] = drw_edge_invisible;        // along it
+  after_last[-1] = drw_edge_close_invisible;  // and back
 }
 
 }  // namespace example

@@ -2,7 +2,7 @@
 // is rounded once, to a double, in the order in which it is written.
 //
 // CMake compiles this file twice: with the flags of the library, and with those of a parent project
-// alone, of which the library undoes some.
+// alone. The library undoes some of these, which then no longer show in the first compilation.
 
 #include <cfloat>
 
@@ -10,9 +10,9 @@
 #error "zelvan cannot be built with -ffast-math or -ffinite-math-only; build it without"
 #endif
 #if FLT_EVAL_METHOD != 0 || (defined(__x86_64__) && !defined(__SSE2_MATH__))
-#error "zelvan needs doubles evaluated as doubles; on 32-bit x86 build it with -msse2 -mfpmath=sse"
+#error "zelvan needs doubles evaluated as doubles; on x86 build it with -msse2 -mfpmath=sse"
 #endif
-#ifndef ZELVAN_FLAGS_OF_PARENT
+#ifndef ZELVAN_FLAGS_OF_PARENT  // these are undone, so no parent is refused for them
 #if defined(__ASSOCIATIVE_MATH__) || defined(__RECIPROCAL_MATH__) || defined(__NO_SIGNED_ZEROS__)
 #error "zelvan rounds as written; build it with -fno-unsafe-math-optimizations -fsigned-zeros"
 #endif

@@ -124,18 +124,19 @@ TEST(SystemCalls, LeaveFilesWhole) {
   const std::string moved_without_its_user = "-plain 4775 12345 old\n+new 775 12345 old\n";
   const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
   expect(copy("other"_c), "-other 4606 abc" + whose + "+other 606 12345" + whose,
-         "open!! openat. read! copy_file_range.. stat! lstat! fstat! faccessat!!. getxattr! "
+         "open!! openat. read! copy_file_range.. stat! lstat! fstat!. faccessat!!. getxattr! "
          "fremovexattr! fchmod! fchown. fsync! linkat! renameat! close!..",
          {}, "-other 4606 abc" + whose + "+other 606 12345\n");
   expect(
       copy("new"_c), "+new 770 12345\n",
-      "open!! openat. read! copy_file_range.. stat! lstat! fstat! faccessat!. fgetxattr! linkat! "
+      "open!! openat. read! copy_file_range.. stat! lstat! fstat!. faccessat!. fgetxattr! linkat! "
       "renameat! close!..");
   // Where the kernel copies nothing by itself, and every file has a name.
-  expect(copy("new"_c), "+new 770 12345\n",
-         "open!! openat.! read!! write! copy_file_range. stat! lstat! fstat! faccessat! fgetxattr! "
-         "renameat! close!..",
-         {{"copy_file_range", 0, EXDEV}, {"openat", 1, EOPNOTSUPP}});
+  expect(
+      copy("new"_c), "+new 770 12345\n",
+      "open!! openat.! read!! write! copy_file_range. stat! lstat! fstat!. faccessat! fgetxattr! "
+      "renameat! close!..",
+      {{"copy_file_range", 0, EXDEV}, {"openat", 1, EOPNOTSUPP}});
   expect(move("plain"_c, "new"_c), moved, "faccessat! renameat2!");
   // A file system that knows no flags, and then another one than that of the file.
   expect(move("plain"_c, "new"_c), moved, "fstatat!. faccessat! linkat! renameat2! unlinkat!",
@@ -274,6 +275,8 @@ TEST(SystemCalls, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
   World world;
   EXPECT_TRUE(support::run_failing(move("empty"_c, "new"_c), rows[3].second));
   EXPECT_TRUE(!fs::exists("empty") && fs::is_directory("new"));
+  EXPECT_TRUE(support::run_failing(copy("other"_c), {{"renameat", 1, ENOENT, true}}));
+  EXPECT_EQ(content("other"), "12345");
 }
 
 // A move syncs the folder of the new name, as far as that can be done.

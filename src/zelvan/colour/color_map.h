@@ -91,8 +91,8 @@ class ColorMap {
   /// so it may be 0 for a neighbour one step away. In an empty map the index is 0, and the
   /// distance the largest `int`.
   ///
-  /// With `fresh` 0, a search for the colour searched for last gives the same answer again
-  /// without looking, though that was in another map, or the entries have changed since. Before
+  /// With `fresh` 0, a search for the colour searched for last returns the last answer without
+  /// looking, though that was in another map, or the entries have changed since. Before
   /// the first search the colour is black, the answer index 0 and distance 0.
   ///
   /// Requires: no null pointer.
@@ -114,9 +114,9 @@ class ColorMap {
   // ---- export
 
   /// What an image of that type holds for the pen `index`: the pen itself with 8 bits, the
-  /// packed colour with 1 or 32. An unknown type or a pen that the map doesn't have gives 1.
+  /// packed colour with 1 or 32. An unknown type or a pen that the map doesn't have results in 1.
   ///
-  /// It may be called through a null pointer: an absent map gives 1 for pen 0, and 0 for all
+  /// It may be called through a null pointer: without a map it returns 1 for pen 0, and 0 for all
   /// others. (A compiler may conclude from such a call that the pointer isn't null: test it
   /// before, not after.)
   ZELVAN_API unsigned int GetValue(ImageType type, RGBOrder order, int index);

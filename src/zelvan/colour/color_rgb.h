@@ -37,7 +37,7 @@ class ColorRGB {
     blue = b;
   }
 
-  /// Takes the channels, on the scale 255; pen and alpha are left behind.
+  /// Takes the channels, on the scale 255; pen and alpha are ignored.
   ZELVAN_INLINE_API void SetRGBColorFromColorValue(ColorValue color) {
     Set(color.red, color.green, color.blue);
   }
@@ -51,13 +51,13 @@ class ColorRGB {
   ZELVAN_API unsigned short SetHSVColor(float hue, float saturation, float value);
 
   /// Takes the colour of that name, one of 658, without regard to the case of ASCII letters.
-  /// Blanks count: "dark blue" is a name and "DarkBlue" is none. Refuses a null pointer.
+  /// Blanks count: "dark blue" is a name and "DarkBlue" is not. Refuses a null pointer.
   ZELVAN_API unsigned short FindName(char* name);
   ZELVAN_API unsigned short SetNamedColor(char* name);
 
-  /// Stores the name of this colour, on the scale 255, in `*name` and gives 1. Of several names it
-  /// is the first in the table: black, not gray0. It is the library's, never to be changed or
-  /// freed. Gives 0 and leaves `*name` alone if the colour has no name.
+  /// Stores the name of this colour, on the scale 255, in `*name` and returns 1. Of several names
+  /// it is the first in the table: black, not gray0. It is the library's, never to be changed or
+  /// freed. Returns 0 and leaves `*name` alone if the colour has no name.
   ///
   /// Requires: no null pointer.
   ZELVAN_API unsigned short FindNameForRgb(char** name);
@@ -95,7 +95,8 @@ class ColorRGB {
   ZELVAN_API unsigned int RGBTo24BitColor();
   ZELVAN_API unsigned int RGBToRGB32BitColor();
 
-  /// The same with blue at the low end and red at the high one.
+  /// Packs blue, green and red into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
+  /// its neighbours.
   ZELVAN_API unsigned int RGBToBGR32BitColor();
 
   /// Takes the colour of `*hsv`, each channel from 0 to `scale`. Where the saturation is not

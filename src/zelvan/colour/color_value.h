@@ -105,7 +105,7 @@ class ColorValue {
   /// Takes the low 8 bits of the channels, as on the scale 255, and alpha 255. The pen stays.
   ZELVAN_API void SetColorValueFromRGB(ColorRGB& color);
 
-  /// The same with alpha 0.
+  /// Takes the low 8 bits of the channels, as on the scale 255, and alpha 0. The pen stays.
   ZELVAN_API void SetBackgroundColorValueFromRGB(ColorRGB& color);
 
   /// Reads a number that is a colour or a pen. With any of the bits 24-31 set it is a colour:
@@ -132,8 +132,8 @@ class ColorValue {
   ZELVAN_API void GetClosestColor(ColorMap& map);
   ZELVAN_API void SetColorValuePenFromRGB(ColorMap& map);
 
-  /// The same if the distance reported is 0, as it may be for a neighbour one step away too;
-  /// otherwise the pen stays.
+  /// Sets the pen as `GetClosestColor` does if the distance reported is 0, as it may be for a
+  /// neighbour one step away too; otherwise the pen stays.
   ZELVAN_API void SetExactColorValuePenFromRGB(ColorMap& map);
 
   /// 1 if all five fields are equal, else 0.

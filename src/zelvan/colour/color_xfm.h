@@ -44,8 +44,7 @@ class ColorXfm {
   /// Requires: no null pointer.
   ZELVAN_API void MapColors(ColorMap* source, ColorMap* target);
 
-  /// The translation of `pen`. The last pen of the table answers for all beyond it, and an
-  /// empty table gives 0.
+  /// Returns the translation of `pen`: beyond the table that of its last pen, in an empty table 0.
   ZELVAN_API unsigned int DoColorXfm(unsigned int pen);
 };
 
@@ -61,11 +60,11 @@ ZELVAN_C_API ColorXfm* ColOpenXfm(int size);
 /// Requires: `xfm` is not null.
 ZELVAN_C_API void ColCloseXfm(ColorXfm** xfm);
 
-/// The same as `map->GetClosestColor(target, distance, 1)`: always a fresh search.
+/// Calls `map->GetClosestColor(target, distance, 1)`: always a fresh search.
 /// Requires: no null pointer.
 ZELVAN_C_API int ColGetClosestColor(ColorRGB* target, ColorMap* map, int* distance);
 
-/// The same as `xfm->MapColors(source, target)`. Requires: no null pointer.
+/// Calls `xfm->MapColors(source, target)`. Requires: no null pointer.
 ZELVAN_C_API void ColMapColors(ColorMap* source, ColorMap* target, ColorXfm* xfm);
 
 static_assert(offsetof(ColorXfm, xfm_size) == 0 && offsetof(ColorXfm, xfm_table) == sizeof(void*) &&

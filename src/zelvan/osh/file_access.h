@@ -1,36 +1,36 @@
 /// Files: opening, reading, writing, inquiring, copying, removing.
 ///
-/// **Results differ from function to function,** and callers rely on each: `osh_unlink` gives 0
-/// on success and `osh_mkdir` 1. Every comment below states its own. Nothing is printed and
-/// nothing thrown; the reason of a failure is what the platform left in `errno`.
+/// **Results differ from function to function,** and callers rely on each: on success `osh_unlink`
+/// returns 0 and `osh_mkdir` 1. Every comment below states its own. Nothing is printed or thrown;
+/// `errno` has the reason of a failure.
 ///
 /// **Paths** are null-terminated bytes of at most 1023. A longer path, or a null one, is refused
-/// with the function's own failure; nothing is cut. Symbolic links are followed, save where a
-/// file is renamed or deleted. On Windows a path with one leading backslash names the file on the
-/// current drive, or else on the first drive that has it; where there are no drives it names just
-/// the file of that name.
+/// with the function's own failure; nothing is cut. Symbolic links are followed, except by
+/// `osh_rename` and `osh_unlink`; these two refuse a link that leads nowhere. On Windows a path
+/// with one leading backslash names the file on the current drive, or else on the first drive that
+/// has it; where there are no drives it names just the file of that name.
 ///
 /// **Read-only** is a file that nobody has permission to write, or on Windows one that is marked
-/// so. It is refused to every user alike, the privileged one included, when it is to be opened for
-/// writing, overwritten or deleted; it can be renamed.
+/// so. No user can open it for writing, overwrite or delete it here, not even a privileged one; it
+/// can be renamed.
 ///
 /// **Power cuts.** `osh_copyfile` over a file sends the content to the disk before it replaces the
 /// file: a power cut leaves the old content or the new. `osh_rename` to another file system sends
-/// the content and the new name to the disk before it removes the old name. Nothing else is sent to
-/// the disk in time. After a power cut a copy under a new name may be missing or empty, a file that
+/// the content and the new name to the disk before it removes the old name. Nothing else waits for
+/// the disk. After a power cut a copy under a new name may be missing or empty, a file that
 /// was renamed within its file system may have either name, and what was written may be missing.
 ///
 /// **Temporary names.** While a copy is made, its file has no name where the file system allows
 /// that, as most on Linux do. Elsewhere, and for a moment at the end, it is called `.zelvan-PID-N`,
 /// in the directory of the destination: PID is the number of the process, N counts from 0. If the
-/// process is killed, a file of that name may stay. It can be deleted; the library never does.
+/// process is killed, a file of that name may stay. The library never deletes it later; you may.
 ///
 /// **Sizes** are 32 bits wide where the result is an `int`: of a file of 2 GiB or more they are
 /// the low 32 bits, which may look negative. Places within a file are `long`. Where that has 64
 /// bits, `osh_lseek` to the end tells the whole size and such files can be read and written in
 /// full. On Windows it has 32, and calls that would tell a place from 2 GiB on fail.
 ///
-/// **Descriptors** fit in `short`. Files are closed in programs that the process starts.
+/// **Descriptors** fit in `short`. Programs that the process starts inherit no file opened here.
 ///
 /// **Signals.** An interrupted call is resumed, also when a stream is opened and in `osh_readLine`.
 /// The other stream functions are exactly the runtime's: a handler that was installed without
@@ -77,34 +77,36 @@ inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
 
 // ---- descriptors
 
-/// Opens a file, binary. A descriptor of 0 to 32767, or -1; a call that fails truncates nothing.
+/// Opens a file, binary. Returns a descriptor of 0 to 32767, or -1; a call that fails truncates
+/// nothing.
 ///
 /// `mode` counts only for a file that is created: its permissions, less what the process masks
-/// out. On Windows flags that aren't listed above are passed on to the runtime; elsewhere
-/// they have no effect. Refused: a directory, read and write both asked for by `1 | 2`, and
-/// truncating a file that is opened only to be read.
+/// out. On Windows flags that aren't listed above are those of the C runtime; elsewhere they have
+/// no effect. Refused: a directory, write-only and read-write together, and truncating a file that
+/// is opened only to be read.
 ZELVAN_C_API int osh_open_binary(char* path, short flags, short mode);
 
-/// The same as text. On Windows the runtime writes a line feed as carriage return and line feed and
-/// reads that as one; elsewhere text is the bytes as they stand.
+/// Opens a file as text; all else is as with `osh_open_binary`. On Windows the runtime writes a
+/// line feed as carriage return and line feed and reads that as one; elsewhere text is the bytes as
+/// they stand.
 ZELVAN_C_API int osh_open_text(char* path, short flags, short mode);
 
-/// Gives a descriptor back. 0, or -1.
+/// Closes a descriptor. Returns 0, or -1.
 ZELVAN_C_API short osh_close(int fd);
 
-/// Reads up to `count` bytes, INT_MAX at most. The number of bytes read, 0 at the end of the
-/// file, negative on failure.
+/// Reads up to `count` bytes, INT_MAX at most. Returns the number of bytes read, 0 at the end of
+/// the file, negative on failure.
 ZELVAN_C_API int osh_read(int fd, void* buffer, unsigned int count);
 
-/// Writes `count` bytes. `count`, or -1 if not all of them could be written. A count above INT_MAX
-/// is refused.
+/// Writes `count` bytes. Returns `count`, or -1 if not all of them could be written. A count above
+/// INT_MAX is refused.
 ZELVAN_C_API int osh_write(int fd, void* buffer, unsigned int count);
 
 /// Moves the place of the next access: from the start (`whence` 0), the present place (1), the
-/// end (2). The new place from the start, or -1.
+/// end (2). Returns the new place from the start, or -1.
 ZELVAN_C_API long osh_lseek(int fd, long offset, short whence);
 
-/// The size of an open file: its low 32 bits, or -1.
+/// Returns the size of an open file, its low 32 bits, or -1.
 ZELVAN_C_API int osh_fdfilesize(int fd);
 
 // ---- streams
@@ -112,32 +114,34 @@ ZELVAN_C_API int osh_fdfilesize(int fd);
 // Requires, throughout: `fp` is an open stream.
 
 /// Opens a stream, binary: `mode` is "r", "w", "a" or one of these and one more character, mostly
-/// "+"; what follows is dropped. The stream, to be closed by `osh_fclose`, or null.
+/// "+"; what follows is dropped. Returns the stream, to be closed by `osh_fclose`, or null.
 ///
 /// A directory is refused, and so is a null or empty mode.
 ZELVAN_C_API std::FILE* osh_fopen_binary(char* path, char* mode);
 
-/// The same with any mode of the runtime's `fopen`, of up to 62 characters.
+/// Opens a stream with any mode of the runtime's `fopen`, of up to 62 characters; all else is as
+/// with `osh_fopen_binary`.
 ZELVAN_C_API std::FILE* osh_fopen_text(char* path, char* mode);
 
-/// Closes a stream. 0, or -1 if what was written may not have arrived; it is closed in any case.
+/// Closes a stream. Returns 0, or -1 if what was written may not have arrived; it is closed in any
+/// case.
 ZELVAN_C_API short osh_fclose(std::FILE* fp);
 
-/// Moves the place of the next access, as `osh_lseek` does. 0, or nonzero on failure.
+/// Moves the place of the next access, as `osh_lseek` does. Returns 0, or nonzero on failure.
 ZELVAN_C_API short osh_fseek(std::FILE* fp, long offset, int whence);
 
-/// The place of the next access. That place, or -1.
+/// Returns the place of the next access, or -1.
 ZELVAN_C_API long osh_ftell(std::FILE* fp);
 
-/// Hands on what is buffered. 0, also if there was nothing, or -1.
+/// Writes what is buffered to the file. Returns 0, also if there was nothing, or -1.
 ZELVAN_C_API short osh_fflush(std::FILE* fp);
 
-/// Writes a number in decimal, at least `width` wide with blanks ahead of it; with a negative
-/// width, behind it. The number of characters written, negative on failure.
+/// Writes a number in decimal, at least `width` wide with blanks before it; with a negative width,
+/// after it. Returns the number of characters written, negative on failure.
 ZELVAN_C_API int osh_fputint(int value, int width, std::FILE* fp);
 
-/// Reads a line as it stands in the file, its end included, up to `size` bytes. The number of
-/// bytes stored; 0 at the end of the file and where `size` is less than 1.
+/// Reads a line as it stands in the file, its end included, up to `size` bytes. Returns the number
+/// of bytes stored; 0 at the end of the file and if `size` is less than 1.
 ///
 /// A line ends after a line feed, or after a carriage return that neither a line feed nor another
 /// carriage return follows. No terminator is written. A read error ends the line as the
@@ -149,85 +153,88 @@ ZELVAN_C_API int osh_readLine(std::FILE* fp, char* buffer, int size);
 
 // ---- the runtime's own functions for streams: arguments and results are as they are there
 
-/// Reads `count` elements of `size` bytes. The number of whole elements read, fewer at the end of
-/// the file and on an error. Requires: room for all of them.
+/// Reads `count` elements of `size` bytes. Returns the number of whole elements read, fewer at the
+/// end of the file and on an error. Requires: room for all of them.
 ZELVAN_C_API std::size_t osh_fread(void* buffer, unsigned int size, unsigned int count,
                                    std::FILE* fp);
 
-/// Writes `count` elements of `size` bytes. The number of whole elements written, fewer on an
-/// error.
+/// Writes `count` elements of `size` bytes. Returns the number of whole elements written, fewer on
+/// an error.
 ZELVAN_C_API std::size_t osh_fwrite(void* buffer, unsigned int size, unsigned int count,
                                     std::FILE* fp);
 
 /// Reads up to the next line feed, that included, but at most `size` - 1 bytes, and adds a
-/// terminator. `buffer`, or null on an error and where the file ends before the first byte.
+/// terminator. Returns `buffer`, or null on an error and if the file ends before the first byte.
 ZELVAN_C_API char* osh_fgets(char* buffer, int size, std::FILE* fp);
 
-/// Reads a byte. 0 to 255, or the runtime's `EOF`, -1, at the end of the file and on an error.
+/// Reads a byte. Returns 0 to 255, or the runtime's `EOF`, -1, at the end of the file and on an
+/// error.
 ZELVAN_C_API int osh_getc(std::FILE* fp);
 
-/// Puts a byte back, to be read next; only one is sure to find room. The byte, or `EOF`.
+/// Puts a byte back, to be read next; only one is sure to find room. Returns the byte, or `EOF`.
 ZELVAN_C_API int osh_ungetc(int c, std::FILE* fp);
 
-/// Writes a byte, the low 8 bits of `c`. The byte, or `EOF` on an error.
+/// Writes a byte, the low 8 bits of `c`. Returns the byte, or `EOF` on an error.
 ZELVAN_C_API int osh_fputc(int c, std::FILE* fp);
 
-/// Writes a text without its terminator. Not negative, or `EOF` on an error.
+/// Writes a text without its terminator. Returns a value that is not negative, or `EOF` on an
+/// error.
 ZELVAN_C_API int osh_fputs(char* text, std::FILE* fp);
 
-/// Nonzero once a read has met the end of the file, else 0.
+/// Returns nonzero once a read has met the end of the file, else 0.
 ZELVAN_C_API int osh_feof(std::FILE* fp);
 
 /// Goes to the start of the file and forgets that its end was met, or an error.
 ZELVAN_C_API void osh_rewind(std::FILE* fp);
 
-/// The descriptor beneath a stream, or -1. The stream keeps it.
+/// Returns the descriptor under a stream, or -1. The stream keeps it.
 ZELVAN_C_API int osh_fileno(std::FILE* fp);
 
-/// A stream over a descriptor, with any mode of the runtime's that agrees with how it was opened.
-/// The stream, or null. `osh_fclose` then closes both.
+/// Opens a stream over a descriptor, with any mode of the runtime's that agrees with how it was
+/// opened. Returns the stream, or null. `osh_fclose` then closes both.
 ZELVAN_C_API std::FILE* osh_fdopen(int fd, char* mode);
 
 // ---- named files
 
-/// Does the path exist? 1, or 0.
+/// Returns 1 if the path exists, else 0.
 ZELVAN_C_API short osh_file_exists(char* path);
 
-/// Does the path exist and, if the bit 2 of `mode` is set, is it not read-only? 1, or 0. Whether
-/// this user may write is not asked.
+/// Returns 1 if the path exists and, with the bit 2 of `mode` set, is not read-only; else 0. Does
+/// not test whether this user may write.
 ZELVAN_C_API short osh_file_access(char* path, unsigned short mode);
 
-/// Kind and permissions of a path. 1, or 0 with `*mode` untouched.
+/// Stores kind and permissions of a path. Returns 1, or 0 with `*mode` untouched.
 ///
 /// `*mode` becomes osh_kind_directory or osh_kind_file, plus 0x16D (octal 555) if it is
 /// read-only, else 0x1FF (octal 777).
 ZELVAN_C_API int osh_inquire_file(char* path, unsigned short* mode);
 
-/// The size of a file that may be read: its low 32 bits, or -1. A directory returns -1. A FIFO
-/// returns 0, and its writers go on waiting.
+/// Returns the size of a file that may be read, its low 32 bits, or -1. For a directory it is -1.
+/// For a FIFO it is 0, and its writers go on waiting.
 ZELVAN_C_API int osh_filesize(char* path);
 
-/// Appends `source` to `destination`, which is created if need be, for its owner alone. 1, or 0.
+/// Appends `source` to `destination`, which is created if need be, for its owner alone. Returns 1,
+/// or 0.
 ///
 /// After a failure on the way the destination ends in a part of the source. A file is not
 /// appended to itself, whatever the names.
 ZELVAN_C_API short osh_cat(char* destination, char* source);
 
-/// Copies a regular file over another or to a new name: destination first. Nonzero, or 0.
+/// Copies a regular file over another or to a new name: destination first. Returns nonzero, or 0.
 ///
 /// The copy takes its place only when it is complete: whatever fails, the destination is as it
-/// was. The directory of the destination must be writable. If others hold a lease on the source,
-/// the call waits until they give it up.
+/// was, on Windows but for the case at the top. The directory of the destination must be writable.
+/// If others hold a lease on the source, the call waits until they give it up.
 ///
 /// A new file gets the permissions of the source, less what the process masks out. If the source
-/// has an access-control list, its group's own permissions count, not the list's mask. The default
-/// list of its directory applies. On Windows a new file gets the attributes of the source, and
-/// inherits permissions from its directory.
+/// has an access-control list, its group's own permissions count, not the list's mask. If the new
+/// file's directory has a default list, that applies in place of the process's mask. On Windows a
+/// new file gets the attributes of the source, and inherits permissions from its directory.
 ///
 /// What is replaced keeps its permissions, its access list and, where possible, its owner and
-/// group, but a hard link of it keeps the old content. If it can't keep its group, the new one may
-/// do no more than others may. Other extended attributes are not copied. If the
-/// destination is a symbolic link, the file is replaced that it leads to.
+/// group, but loses its set-ID bits, and a hard link of it keeps the old content. If it can't keep
+/// its group, the new one may do no more than others may. Other extended attributes are not copied.
+/// If the destination is a symbolic link, the file that it leads to is replaced.
 ///
 /// Holes of a sparse source are filled with zeros, so its copy can take more room on the disk.
 ///
@@ -240,7 +247,7 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 /// - a symbolic link that leads nowhere, or to a path of more than 4095 bytes.
 ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 
-/// Gives a file or directory another name: old one first. 0, or -1.
+/// Renames a file or directory: old name first. Returns 0, or -1.
 ///
 /// Nothing is overwritten: the new name must be free. Some file systems have no call for that.
 /// There a file has both names for a moment. Where it can't have two, as on exFAT and FAT by FUSE,
@@ -255,18 +262,19 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 /// the call fails and the copy stays. On Windows it inherits permissions from its new directory.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
-/// Deletes a file, or a symbolic link to one. 0, or 1 on failure. A directory is refused, and so is
-/// a read-only file.
+/// Deletes a file or a symbolic link. Returns 0, or 1 on failure. A directory is refused, and so is
+/// a read-only file; on Windows also a link to a directory.
 ZELVAN_C_API short osh_unlink(char* path);
 
-/// Makes a file or directory read-only unless `mode` has a write bit (octal 222), for whomever.
-/// 1, or 0.
+/// Makes a file or directory read-only, or writable if `mode` has any write bit (octal 222).
+/// Returns 1, or 0.
 ///
-/// Nothing else of `mode` counts. When it is made writable, its owner gets the permission back.
+/// Nothing else of `mode` counts. Writable means that its owner may write; on the others'
+/// permissions it has no effect.
 ZELVAN_C_API int osh_chmod(char* path, unsigned short mode);
 
-/// Makes one directory; the one above it must exist. 1, or 0.
+/// Makes one directory; the one above it must exist. Returns 1, or 0.
 ZELVAN_C_API int osh_mkdir(char* path);
 
-/// Removes an empty directory. 1, or 0.
+/// Removes an empty directory. Returns 1, or 0.
 ZELVAN_C_API int osh_rmdir(char* path);

@@ -44,7 +44,7 @@ bool advance(char* counter, std::size_t length) {
 
 int osh_alternate_pathname(char* path, char* alternate) {
   if (platform::GetShortPathNameA(path, alternate, path_size) == 0) {
-    const bool fits = zelvan::is_usable(path);
+    const bool fits = zelvan::check_path(path);
     std::memmove(alternate, fits ? path : "", fits ? std::strlen(path) + 1 : 1);
     return -1;
   }

@@ -1,14 +1,15 @@
 /// Fonts, time, environment, programs: what a portable caller asks the system for.
 ///
-/// Nothing is reported but by results, and these differ from function to function. Every
-/// function may run on any thread, save that whoever calls `osh_setenv` excludes all others who
-/// read or change the environment; the font list, the time stamp and `osh_system` read it.
+/// Nothing is reported but by results, and these differ from function to function.
+///
+/// Threads: every function may run on any thread, but no other thread may read or change the
+/// environment during `osh_setenv`; the font list, the time stamp and `osh_system` read it.
 #pragma once
 
 #include <zelvan/export.h>
 
 /// The files of the TrueType fonts that the system has: an array of full paths with one null
-/// pointer behind the last, and their number in `*count`. It goes back with
+/// pointer after the last, and their number in `*count`. It is released by
 /// `osh_FreeFontFileList`.
 ///
 /// Result: the list, or null with `*count` unchanged if there are no fonts or the heap refuses.
@@ -23,7 +24,7 @@
 /// Requires: `count` is not null.
 ZELVAN_C_API char** osh_GetFontFileListCount(int* count);
 
-/// The same list for callers who walk to the null pointer. Result: the list, or null.
+/// Returns the list of `osh_GetFontFileListCount` without its number. Result: the list, or null.
 ZELVAN_C_API char** osh_GetFontFileList(void);
 
 /// Releases the paths up to the first null pointer, then the array, and sets `*list` to null.
@@ -61,8 +62,8 @@ ZELVAN_C_API int osh_setenv(char* name, char* value);
 /// Returns after that many seconds, at once for 0. A signal doesn't cut the time short.
 ZELVAN_C_API void osh_sleep(unsigned int seconds);
 
-/// Starts a command and doesn't wait for it to end; nothing is left to wait for. `reserved` is not
-/// looked at.
+/// Starts a command and doesn't wait for it to end; nothing is left to wait for. `reserved` is
+/// ignored.
 ///
 /// On POSIX the shell runs it, unless it is the plain words of a program, which is then started
 /// directly. On Windows it is the command line of a program; what only the shell knows takes
@@ -83,5 +84,5 @@ ZELVAN_C_API int osh_system_type(void);
 /// Does nothing: there is nothing to prepare. No result.
 ZELVAN_C_API void osh_initialize(void);
 
-/// Does nothing: no failure leaves a text behind. No result.
+/// Does nothing: no failure leaves a text to print. No result.
 ZELVAN_C_API void osh_perror(void);

@@ -122,13 +122,13 @@ short osh_cat(char* destination, char* source) {
 
 int osh_copyfile(char* destination, char* source) {
   char fixed[path_size];
-  return osh1_fix_path(source, fixed, sizeof fixed) != 0 && is_usable(destination) &&
+  return osh1_fix_path(source, fixed, sizeof fixed) != 0 && check_path(destination) &&
          platform::CopyFileA(fixed, destination) != 0;
 }
 
 int osh_rename(char* from, char* to) {
   char fixed[path_size];
-  const bool done = osh1_fix_path(from, fixed, sizeof fixed) != 0 && is_usable(to) &&
+  const bool done = osh1_fix_path(from, fixed, sizeof fixed) != 0 && check_path(to) &&
                     platform::MoveFileA(fixed, to) != 0;
   return done ? 0 : -1;
 }
@@ -148,6 +148,6 @@ int osh_chmod(char* path, unsigned short mode) {
   return platform::SetFileAttributesA(fixed, attributes) != 0;
 }
 
-int osh_mkdir(char* path) { return is_usable(path) && platform::CreateDirectoryA(path) != 0; }
+int osh_mkdir(char* path) { return check_path(path) && platform::CreateDirectoryA(path) != 0; }
 
-int osh_rmdir(char* path) { return is_usable(path) && platform::RemoveDirectoryA(path) != 0; }
+int osh_rmdir(char* path) { return check_path(path) && platform::RemoveDirectoryA(path) != 0; }

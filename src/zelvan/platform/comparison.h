@@ -16,8 +16,8 @@ namespace zelvan::platform {
 /// Requires: no null pointer.
 int _stricmp(const char* a, const char* b);
 
-/// The same for the first `count` bytes at most: texts that agree so far are equal. A `count`
-/// of 0 reads nothing and gives 0.
+/// Compares at most the first `count` bytes as `_stricmp` does: texts that agree so far are equal.
+/// A `count` of 0 reads nothing and returns 0.
 ///
 /// Requires: no null pointer, save with a `count` of 0.
 int _strnicmp(const char* a, const char* b, std::size_t count);

@@ -10,11 +10,11 @@ inline constexpr int no_drives = -1;
 int _getdrive();
 
 /// Writes the roots of all drives into `roots`: of each its letter, a colon and a backslash, with
-/// a terminator, and after the last a further terminator. Gives the length without that one, the
+/// a terminator, and after the last a further terminator. Returns the length without that one, the
 /// size needed if `size` bytes don't hold it, and 0 on failure and where there are no drives.
 unsigned GetLogicalDriveStringsA(unsigned size, char* roots);
 
-/// Is it one of the letters A to Z and a to z?
+/// True for the letters A to Z and a to z.
 bool IsCharAlphaA(char c);
 
 }  // namespace zelvan::platform

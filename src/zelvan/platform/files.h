@@ -2,14 +2,12 @@
 ///
 /// The numbers of flags and attributes are those of the library's interface, not the operating
 /// system's. Paths are null-terminated bytes and follow symbolic links. A failure leaves its
-/// reason in `errno`. Signals never show: an interrupted call is taken up again.
+/// reason in `errno`. An interrupted call is resumed.
 ///
-/// A file is read-only when it carries no write permission for anyone, on Windows when it has the
-/// attribute for that. It holds for every user alike, for the one whom permissions don't bind as
-/// well: a read-only file is not opened for writing, not overwritten and not deleted.
+/// A file is read-only if nobody has permission to write it, on Windows if it has the attribute for
+/// that. It is never opened for writing, overwritten or deleted, not even by a privileged user.
 ///
-/// No file that is opened here is inherited by a started program. Every function may run on any
-/// thread.
+/// A started program inherits no file that is opened here. Every function may run on any thread.
 #pragma once
 
 #include <cstdio>
@@ -32,42 +30,42 @@ inline constexpr int _O_BINARY = 0x8000;
 /// Opens a file and returns its descriptor, at most 32767, or -1. A file that is created gets the
 /// permissions `mode` less what the process masks out; its owner may always read it.
 ///
-/// Refused: a directory, and to truncate a file that is opened only to be read. A call that fails
-/// has truncated nothing.
+/// Refused: a directory, and truncating a file that is opened only to be read. A call that fails
+/// truncates nothing.
 int _open(const char* path, int flags, int mode);
 
-/// Gives the descriptor back: 0, or -1. It is gone in either case.
+/// Closes the descriptor. Returns 0, or -1; it is closed in either case.
 int _close(int fd);
 
-/// Reads up to `count` bytes, at most INT_MAX: the number of bytes read, 0 at the end of the
-/// file, -1 on failure.
+/// Reads up to `count` bytes, at most INT_MAX. Returns the number of bytes read, 0 at the end of
+/// the file, -1 on failure.
 int _read(int fd, void* buffer, unsigned count);
 
-/// Writes `count` bytes, at most INT_MAX, and gives the number of bytes written. That is less
-/// than asked for only if a failure came in between; -1 if nothing was written at all.
+/// Writes `count` bytes, at most INT_MAX, and returns the number of bytes written. That is less
+/// than `count` only after a failure; -1 if nothing was written at all.
 int _write(int fd, const void* buffer, unsigned count);
 
 /// Moves the place of the next access, as counted from the start of the file (`whence` 0), from
-/// the present place (1) or from the end (2). Gives the new place from the start, or -1, also where
-/// a `long` can't hold it.
+/// the present place (1) or from the end (2). Returns the new place from the start, or -1, also
+/// where a `long` can't hold it.
 long _lseek(int fd, long offset, int whence);
 
-/// Puts the low 32 bits of an open file's size into `size`: 0, or -1 with `size` untouched.
+/// Stores the low 32 bits of an open file's size in `size`. Returns 0, or -1 with `size` untouched.
 int _fstat64i32(int fd, int* size);
 
-/// Do two descriptors lead to the same file? Not so if either can't be asked.
+/// True if two descriptors lead to one file; false if the system doesn't tell.
 bool is_same_file(int fd, int other);
 
-/// Opens a stream as the runtime's `fopen` does, or gives null. A directory is refused.
+/// Opens a stream as the runtime's `fopen` does, or returns null. A directory is refused.
 std::FILE* fopen(const char* path, const char* mode);
 
-/// The descriptor under a stream, or -1.
+/// Returns the descriptor under a stream, or -1.
 int _fileno(std::FILE* stream);
 
-/// A stream over a descriptor, which it owns from then on; null on failure.
+/// Returns a stream over a descriptor, which it owns from then on; null on failure.
 std::FILE* _fdopen(int fd, const char* mode);
 
-/// With `mode` 0: 0 if the path exists, else -1.
+/// Returns 0 if the path exists, else -1. Requires: `mode` is 0.
 int _access(const char* path, int mode);
 
 inline constexpr unsigned FILE_ATTRIBUTE_READONLY = 0x01;
@@ -75,26 +73,26 @@ inline constexpr unsigned FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr unsigned FILE_ATTRIBUTE_NORMAL = 0x80;  // neither of the others
 inline constexpr unsigned INVALID_FILE_ATTRIBUTES = ~0u;
 
-/// The attributes of a file or directory, or INVALID_FILE_ATTRIBUTES if there is none.
+/// Returns the attributes of a file or directory, or INVALID_FILE_ATTRIBUTES if there is none.
 unsigned GetFileAttributesA(const char* path);
 
-/// Takes all write permission away if `attributes` hold the read-only bit; else gives it back to
-/// the owner. No other permission changes; on Windows the attributes become just these. Nonzero on
+/// Removes all write permissions if `attributes` hold the read-only bit; else restores that of the
+/// owner. No other permission changes; on Windows the attributes become just these. Nonzero on
 /// success.
 int SetFileAttributesA(const char* path, unsigned attributes);
 
-/// Opens an existing file to ask for its size, and gives a handle or -1. Only a file that may be
+/// Opens an existing file to ask for its size, and returns a handle or -1. Only a file that may be
 /// read can be opened, and no directory. Doesn't wait, whatever the file is, and a FIFO's writers
 /// don't notice.
 int CreateFileA(const char* path);
 
-/// The low 32 bits of the size of the file behind a handle; all bits set on failure.
+/// Returns the low 32 bits of the size of an open file; all bits set on failure.
 unsigned GetFileSize(int handle);
 
-/// Gives the handle back; nonzero on success.
+/// Closes the handle; nonzero on success.
 int CloseHandle(int handle);
 
-/// Removes a file or a symbolic link, never a directory. Nonzero on success.
+/// Deletes a file or a symbolic link, never a directory. Nonzero on success.
 int DeleteFileA(const char* path);
 
 /// Makes one directory; the one above it must exist. Nonzero on success.

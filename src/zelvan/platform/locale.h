@@ -9,8 +9,8 @@ inline constexpr unsigned LOCALE_USER_DEFAULT = 0x400;
 /// Its language: the two letters of ISO 639, lower case.
 inline constexpr unsigned LOCALE_SISO639LANGNAME = 0x59;
 
-/// Writes what `type` names, with its terminator, into the `size` bytes of `buffer`, and gives
-/// the length of that, terminator included. Gives 0 and leaves the buffer alone if the locale
+/// Writes what `type` names, with its terminator, into the `size` bytes of `buffer`, and returns
+/// its length, terminator included. Returns 0 and leaves the buffer alone if the locale
 /// has no such language, if the question is another one, or if the answer does not fit.
 ///
 /// The environment, on Windows the system, is asked at each call, so a change shows at once. The

@@ -1,16 +1,16 @@
 /// Starting programs, and who we are.
 ///
 /// A started program gets the caller's environment and directory. On Windows it gets no handle; a
-/// console is shared. On POSIX it gets descriptors 0 to 2, and no
-/// descriptor above them, neither the library's nor the caller's own. It begins with the
-/// caller's signal mask, and with the default action for every signal that the caller handles.
-/// It is nobody's child to wait for: no zombie is left when it ends, and no child of the
-/// caller's own is ever reaped here. A signal handler for SIGCHLD may see one more signal.
+/// console is shared. On POSIX it gets descriptors 0 to 2, and none above them, neither the
+/// library's nor the caller's own. It begins with the caller's signal mask, and with the default
+/// action for every signal that the caller handles. The caller need not wait for it: no zombie is
+/// left when it ends, and no child of the caller's own is ever reaped here. A signal handler for
+/// SIGCHLD may see one more signal.
 #pragma once
 
 namespace zelvan::platform {
 
-/// Starts a program from a command line and doesn't wait for it. Gives 1 if the program runs
+/// Starts a program from a command line and doesn't wait for it. Returns 1 if the program runs
 /// now, 0 if it could not be run: a missing file, one that is no program, a directory, no
 /// permission, no process left, an empty line. The answer is known when the call returns.
 ///

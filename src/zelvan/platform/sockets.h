@@ -21,7 +21,7 @@ struct SocketAddress {
   std::uint16_t port;  ///< in the order of the network: see `htons`
 };
 
-/// Makes the sockets usable. Gives 0 on success.
+/// Makes the sockets usable. Returns 0 on success.
 int WSAStartup();
 
 /// Undoes one `WSAStartup`.
@@ -43,27 +43,27 @@ int listen(int socket, int backlog);
 int accept(int socket);
 
 /// Connects, waiting for the answer; one that is refused fails at once, on Windows after the two
-/// seconds in which the system asks again. A socket that failed is
-/// of no more use, and one that met nobody but itself has failed.
+/// seconds in which the system asks again. A socket that failed is of no more use, and one that
+/// met nobody but itself has failed.
 int connect(int socket, const SocketAddress& address);
 
 /// 1 if a read, or an accept on a listening socket, would not wait, which holds also when the
 /// peer has gone; else 0. Never waits. A socket may have any number.
 int select(int socket);
 
-/// Sends `count` bytes, waiting for room. Gives the number sent, which is less only where the
+/// Sends `count` bytes, waiting for room. Returns the number sent, which is less only if the
 /// connection broke midway. `_write_socket` is the same as a plain write to a descriptor, for a
 /// channel that needs no more.
 int send(int socket, const char* bytes, int count);
 int _write_socket(int socket, const char* bytes, unsigned count);
 
-/// Receives up to `count` bytes, waiting for the first. Gives their number, 0 once the peer has
+/// Receives up to `count` bytes, waiting for the first. Returns their number, 0 once the peer has
 /// ended the stream.
 int recv(int socket, char* bytes, int count);
 
 void closesocket(int socket);
 
-/// Stores the first IPv4 address of a host in `address->host`. Gives 1, or 0 if there is none,
+/// Stores the first IPv4 address of a host in `address->host`. Returns 1, or 0 if there is none,
 /// or no descriptor left to ask with.
 int gethostbyname(const char* name, SocketAddress* address);
 

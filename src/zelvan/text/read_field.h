@@ -4,12 +4,12 @@
 ///     const str_field* field = zelvan::read_field("line 0.25 \"a b\"", &record);
 ///     for (; field->type != STR_END; field = zelvan::read_field(field->next, &record)) ...
 ///
-/// Fields are those of `str_parse`, see str_field.h. That one keeps its result in a record of the
-/// library, so one thread at a time may parse, and whoever walks a line loses his field to a
-/// callee that parses as well. Here both bring a record of their own. Nothing is allocated.
+/// Fields are those of `str_parse`, see str_field.h. That function keeps its result in a record of
+/// the library: only one thread at a time may parse, and a callee that parses as well overwrites
+/// its caller's field. Here each caller brings a record of its own. Nothing is allocated.
 ///
-/// Threads: any number at a time, each with its own record. What is blank and what is printable
-/// is asked of the C library, so the process keeps its locale while fields are read.
+/// Threads: any number at a time, each with its own record. The C library tells what is blank and
+/// what is printable, so the locale of the process must not change meanwhile.
 #pragma once
 
 #include <zelvan/export.h>
@@ -17,15 +17,15 @@
 
 namespace zelvan {
 
-/// One field and the bytes of its text. It is the caller's and needs no initialisation.
+/// One field and its text. The caller owns it and need not initialise it.
 struct field_record {
   str_field field;  ///< its `text` points into `text` below
   char text[1600];  ///< of a word, a string or a number, terminated
 
-  /// Not initialised.
+  /// Leaves everything uninitialised.
   field_record() = default;
 
-  /// Not to be had: the copy's field would point into the original.
+  /// Deleted: the copy's field would point into the original.
   field_record(const field_record&) = delete;
   field_record& operator=(const field_record&) = delete;
 };
@@ -41,8 +41,8 @@ enum class string_rules : int {
 ///
 /// The result is that of `str_parse`, `str_parseEx` with a mode of 1, or `str_parse_vvcp`, as
 /// `rules` say; any other value counts as `of_str_parse`. A null `text` results in `STR_END`. The
-/// field's `text` lives until the record is used again or ends. Its `next` points into `text`,
-/// which is never written.
+/// field's `text` is valid until the record is used again or goes out of scope. Its `next` points
+/// into `text`, which is never written.
 ///
 /// Requires: `record` is not null, and no part of `text` lies in it.
 ZELVAN_API const str_field* read_field(const char* text, field_record* record,

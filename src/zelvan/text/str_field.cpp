@@ -25,13 +25,13 @@ Result vvcp_result;             // of str_parse_vvcp
 char number_text[buffer_size];  // the text of numbers, of all three
 
 /// How a string ends and what a backslash does in it.
-struct StringRules {
+struct StringSyntax {
   bool dollar_closes;
   bool backslash_escapes_in_quotes;
 };
 
-/// What the first character of a field tells. Those of ASCII that have a glyph are printable and no
-/// space in every locale, so only of others the C library is asked.
+/// What the first character of a field decides. Printable ASCII is the same in every locale; only
+/// other bytes need isspace and isprint.
 enum Kind : unsigned char { to_be_asked, opens_word, opens_string, may_open_number };
 
 constexpr auto kinds = [] {
@@ -70,10 +70,10 @@ char* skip_digits(char* p) {
 }
 
 // The text may lie in the very buffer that a word or string is copied to, since a caller may hand
-// over what an earlier call returned. So no byte of it is overwritten before it has been read. With
-// numbers it is not so: the copy is terminated where the exponent of such a text begins.
+// over what an earlier call returned. So no byte of it is overwritten before it has been read.
+// Numbers are an exception: the copy is terminated where the exponent of such a text begins.
 
-/// The number of characters ahead of the first of `stops`.
+/// Returns the number of characters before the first of `stops`.
 std::size_t distance_to(const Stops& stops, const char* text) {
   for (std::size_t n = 0; n < 64; n += 8) {
     for (std::size_t i = 0; i < 8; ++i) {
@@ -91,8 +91,8 @@ std::size_t distance_to(const Stops& stops, const char* text) {
   return n;
 }
 
-/// Copies characters up to the first of `stops`, at most `room`; gives how many. A few are copied
-/// as they are looked at, which is sooner done than the calls.
+/// Copies characters up to the first of `stops`, at most `room`, and returns how many. The first
+/// few are copied one by one, which is faster than a call for a short field.
 std::size_t copy_until(const Stops& stops, const char* from, char* to, std::size_t room) {
   std::size_t n = 0;
   for (; n < 32 && room >= 32; n += 8) {
@@ -104,13 +104,13 @@ std::size_t copy_until(const Stops& stops, const char* from, char* to, std::size
   return n + copy_rest(stops, from + n, to + n, room - n);
 }
 
-/// There is no field at `p`, or it doesn't fit the buffer.
+/// Stores and returns STR_END: there is no field at `p`, or it doesn't fit the buffer.
 str_field* give_end(char* p, Result& result) {
   result.field = {STR_END, 0.0, 0, nullptr, p};
   return &result.field;
 }
 
-// ---- The scans give the field that begins at `p`, which is no space
+// ---- The scans store and return the field that begins at `p`, which is no space
 
 str_field* scan_word(char* p, Result& result) {
   const std::size_t length = copy_until(ends_field, p, result.text, buffer_size - 1);
@@ -120,8 +120,8 @@ str_field* scan_word(char* p, Result& result) {
   return &result.field;
 }
 
-[[gnu::noinline]] str_field* scan_string(char* const p, StringRules rules, Result& result) {
-  const bool escapes = *p == '$' || rules.backslash_escapes_in_quotes;
+[[gnu::noinline]] str_field* scan_string(char* const p, StringSyntax syntax, Result& result) {
+  const bool escapes = *p == '$' || syntax.backslash_escapes_in_quotes;
   char* next = p + 1;
   std::size_t length = 0;
   for (;;) {
@@ -130,7 +130,7 @@ str_field* scan_word(char* p, Result& result) {
     length += copied;
     next += copied;
     if (*next == '\0') break;
-    if (*next == '"' || (*next == '$' && rules.dollar_closes)) {
+    if (*next == '"' || (*next == '$' && syntax.dollar_closes)) {
       ++next;
       break;
     }
@@ -154,12 +154,12 @@ bool may_be_number(const char* p) {
   return is_sign(*p) && (is_digit(p[1]) || p[1] == '.' || (p[1] != '\0' && is_digit(p[2])));
 }
 
-/// What stands ahead of an exponent.
+/// The part of a number before its exponent.
 struct Mantissa {
   std::ptrdiff_t length;
   std::ptrdiff_t digits;    // all of them
-  std::ptrdiff_t decimals;  // those behind the point
-  std::uint64_t whole;      // what the digits are without the point, as long as they are few
+  std::ptrdiff_t decimals;  // those after the point
+  std::uint64_t whole;      // the digits without the point, as long as they are few
 };
 
 /// Reads the mantissa at `p`, and copies what may be kept of it to `number_text`, in one pass.
@@ -184,9 +184,9 @@ Mantissa scan_mantissa(const char* p, char* number_text) {
   return {n, n - integer - 1, n - point - 1, whole};
 }
 
-/// The number that few digits and a small power of ten make, its sign aside: a double holds both,
-/// so that their product or quotient is rounded once, as it should be. False if it may not hold
-/// them. (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
+/// Stores the number that few digits and a small power of ten make, without its sign: a double
+/// holds both, so that their product or quotient is rounded once. False if it may not hold them.
+/// (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
 bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* value) {
   static constexpr double powers_of_10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
@@ -200,12 +200,11 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return true;
 }
 
-/// A word if what is written there doesn't hold together as a number. Otherwise its text goes to
-/// `number_text`.
+/// Reads a number, whose text goes to `number_text`, or a word if it is no number.
 [[gnu::noinline]] str_field* scan_number(char* p, Result& result, char* number_text) {
   if (!may_be_number(p)) return scan_word(p, result);
   const Mantissa mantissa = scan_mantissa(p, number_text);
-  // Surplus digits are cut off the written form, even ahead of the point: the value shrinks.
+  // Surplus digits are cut off the written form, even before the point: the value shrinks.
   const std::ptrdiff_t surplus = std::max<std::ptrdiff_t>(mantissa.digits - kept_digits, 0);
   auto length = static_cast<std::size_t>(mantissa.length - surplus);
   number_text[length] = '\0';
@@ -226,7 +225,7 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
     if (is_negative) exponent = -exponent;
   }
   if (!ends_field.contains(*end)) return scan_word(p, result);
-  if (exponent_digits > 0) {  // an "e" without digits is stepped over and no part of the text
+  if (exponent_digits > 0) {  // an "e" without digits is skipped and no part of the text
     const auto exponent_length = static_cast<std::size_t>(end - mantissa_end);
     std::memmove(number_text + length, mantissa_end, exponent_length);
     length += exponent_length;
@@ -242,10 +241,9 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return &result.field;
 }
 
-/// The number by which the C library is asked about a character. 0xFF is the character -1, which
-/// is EOF there: neither blank nor printable in any locale, though Latin-1 has a letter in its
-/// place. Any other character has the answers of its unsigned number, in which form every C library
-/// takes it.
+/// Returns the number by which to ask the C library about a character. 0xFF is the character -1,
+/// which is EOF there: neither blank nor printable in any locale, though Latin-1 has a letter in
+/// its place. Any other character is asked for by its unsigned number, which every C library takes.
 int number_to_ask_by(char c) {
   const auto number = static_cast<unsigned char>(c);
   return number == 0xFF ? EOF : number;
@@ -254,34 +252,34 @@ int number_to_ask_by(char c) {
 bool is_blank(char c) { return std::isspace(number_to_ask_by(c)) != 0; }
 bool is_printable(char c) { return std::isprint(number_to_ask_by(c)) != 0; }
 
-str_field* parse(char* p, Result& result, char* number_text, StringRules rules);
+str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax);
 
-/// For a character of which the C library has to be asked, or the end.
+/// Parses from a character that only the C library can classify, or from the end.
 [[gnu::noinline]] str_field* parse_unclear(char* p, Result& result, char* number_text,
-                                           StringRules rules) {
+                                           StringSyntax syntax) {
   if (is_blank(*p)) {
     while (is_blank(*p)) ++p;
-    return parse(p, result, number_text, rules);
+    return parse(p, result, number_text, syntax);
   }
   return *p != '\0' && is_printable(*p) ? scan_word(p, result) : give_end(p, result);
 }
 
-str_field* parse(char* p, Result& result, char* number_text, StringRules rules) {
+str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax) {
   if (p == nullptr) return give_end(p, result);
   while (*p == ' ') ++p;
   switch (kind_of(*p)) {
     case opens_word:
       return scan_word(p, result);
     case opens_string:
-      return scan_string(p, rules, result);
+      return scan_string(p, syntax, result);
     case may_open_number:
       return scan_number(p, result, number_text);
     default:
-      return parse_unclear(p, result, number_text, rules);
+      return parse_unclear(p, result, number_text, syntax);
   }
 }
 
-/// The place behind the stretch in quotes that opens at `p`.
+/// Returns the place after the stretch in quotes that opens at `p`.
 char* skip_quoted(char* p) {
   ++p;
   if (*p == '"') return p;  // the second of two opens a stretch of its own

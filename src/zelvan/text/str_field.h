@@ -7,9 +7,9 @@
 /// The parsers read the caller's text and never change it. Their results live in records and
 /// buffers of the library, one set for `str_parse` and `str_parseEx` and one for
 /// `str_parse_vvcp`, with one buffer for numbers that both share: take what you need from a
-/// result before the next call. Nothing is allocated. What is blank and what is printable is
-/// asked of the C library, so it follows the locale of the process, but the byte 0xFF is neither
-/// in any. Letters, digits and the decimal point are ASCII's in every locale.
+/// result before the next call. Nothing is allocated. The C library tells what is blank and what is
+/// printable, by the locale of the process, but the byte 0xFF is neither in any locale. Letters,
+/// digits and the decimal point are ASCII's in every locale.
 ///
 /// Threads: one thread at a time calls a parser, `ColorRGB::SetValue(0, text)` included.
 /// `str_token` and `str_lower_string` keep nothing and may run on any thread, and so may
@@ -38,12 +38,12 @@ struct str_field {
   char* next;            ///< where to go on in the caller's text; null only for a null text
 };
 
-/// The next field of `text`. Never null itself; a null `text` gives `STR_END`.
+/// Returns the next field of `text`, never null; for a null `text` it is `STR_END`.
 ///
 /// Leading white space is skipped; what follows decides the kind:
 ///
 /// - `"` opens a string in which a backslash is an ordinary character, `$` one in which a
-///   backslash is dropped and the character behind it taken as it is. Either kind ends at the
+///   backslash is dropped and the character after it taken as it is. Either kind ends at the
 ///   next `"` or `$`, or at the end of the text. An empty string has no text.
 /// - A number has an optional sign, digits with an optional `.`, and an optional exponent of up
 ///   to 3 digits. It must be followed by a blank or the end; otherwise it is a word. The `text`
@@ -63,21 +63,21 @@ struct str_field {
 /// ends at `STR_END` has read the whole line if `*next` is the terminator.
 ZELVAN_C_API str_field* str_parse(char* text);
 
-/// The same; with a `mode` of 1, `$` no longer ends a string and is copied into it. Any other mode
-/// is that of `str_parse`.
+/// Returns the next field as `str_parse` does, but with a `mode` of 1, `$` does not end a string
+/// and is copied into it. Any other mode is that of `str_parse`.
 ZELVAN_C_API str_field* str_parseEx(char* text, int mode);
 
-/// The same with other strings: only `"` ends one, and a backslash escapes the character behind
-/// it in strings of both kinds.
+/// Returns the next field as `str_parse` does, but with other strings: only `"` ends one, and a
+/// backslash escapes the character after it in strings of both kinds.
 ZELVAN_C_API str_field* str_parse_vvcp(char* text);
 
-/// Cuts one token off `text` at the first delimiter outside quotes, and gives its start: the
-/// first character that is not a blank. Null if the token is empty.
+/// Cuts one token off `text` at the first delimiter outside quotes, and returns its start, the
+/// first character that is not a blank; null if the token is empty.
 ///
 /// The delimiter is overwritten with the terminator and stored in `*found`; `*next` is the
-/// place behind it, to go on from. If the text ends first, `*found` is NUL and `*next` null.
+/// place after it, to go on from. If the text ends first, `*found` is NUL and `*next` null.
 /// From one `"` to the next, or to the end, nothing delimits; of two in a row, the first stands
-/// alone. A character behind a backslash doesn't delimit either. Quotes, backslashes and
+/// alone. A character after a backslash doesn't delimit either. Quotes, backslashes and
 /// trailing blanks stay in the token.
 ///
 /// Requires: no null pointer; `text` writable. `delimiters` may be empty.

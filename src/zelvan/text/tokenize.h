@@ -7,13 +7,13 @@
 /// | | `tokenize` | `wtokenize` | `wtokenize2` |
 /// |---|---|---|---|
 /// | delimiter that ends a token | dropped | dropped | kept at its end |
-/// | more delimiters behind it | dropped | dropped | dropped |
+/// | more delimiters after it | dropped | dropped | dropped |
 /// | delimiters at the start | dropped | dropped | the first is a token, more are dropped |
 /// | empty text | no token | no token | one empty token |
 /// | a number across a delimiter | cut | whole | whole |
 /// | blanks at a token's ends | kept | trimmed | trimmed |
 ///
-/// Delimiters are a set: their order says nothing, and an empty set gives the text as one
+/// Delimiters are a set: their order says nothing, and with an empty set the text is one
 /// token. Inputs are only read and there is no state: calls may run on any thread. What the
 /// standard library throws when the heap refuses goes through to the caller.
 #pragma once
@@ -24,28 +24,29 @@
 #include <string>
 #include <vector>
 
-/// The tokens of `text` in order. None of them is empty.
+/// Returns the tokens of `text` in order. None of them is empty.
 ZELVAN_API std::vector<std::string> tokenize(const std::string& text,
                                              const std::string& delimiters);
 
-/// `text` without the characters of `chars`, a set, at its two ends; empty if it holds no others.
+/// Returns `text` without the characters of `chars`, a set, at its two ends; empty if it holds no
+/// others.
 /// Requires: `chars` is not null.
 ZELVAN_API std::string trim(const std::string& text, const char* chars);
 
-/// The tokens of `text` in order, without their delimiters.
+/// Returns the tokens of `text` in order, without their delimiters.
 ///
 /// A token that begins with a digit first takes the whole run of digits and dots there, then
-/// all up to the next delimiter: with a blank and a dot as delimiters "3.14abc def" gives
-/// "3.14abc" and "def". A digit further into a token, and one behind a sign, has no such
-/// effect. A token that held nothing but blanks stays in the list, empty.
+/// all up to the next delimiter: with a blank and a dot as delimiters "3.14abc def" becomes
+/// "3.14abc" and "def". A digit further into a token, and one after a sign, has no such effect. A
+/// token that held nothing but blanks stays in the list, empty.
 ZELVAN_API std::vector<zelvan::wide_string> wtokenize(const zelvan::wide_string& text,
                                                       const zelvan::wide_string& delimiters);
 
-/// As `wtokenize`, but the first token begins at the very start of `text`, and each token keeps
-/// the delimiter that ended it: "Hello, world!" gives "Hello," and "world!", a blank, a comma
-/// and an exclamation mark being the delimiters.
+/// Returns tokens as `wtokenize` does, but the first one begins at the very start of `text`, and
+/// each token keeps the delimiter that ended it: "Hello, world!" becomes "Hello," and "world!", a
+/// blank, a comma and an exclamation mark being the delimiters.
 ZELVAN_API std::vector<zelvan::wide_string> wtokenize2(const zelvan::wide_string& text,
                                                        const zelvan::wide_string& delimiters);
 
-/// The same as `trim` on wide strings. Requires: `chars` is not null and ended by a 0.
+/// Trims a wide string as `trim` does. Requires: `chars` is not null and ended by a 0.
 ZELVAN_API zelvan::wide_string wtrim(const zelvan::wide_string& text, const unsigned short* chars);

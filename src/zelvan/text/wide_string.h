@@ -1,8 +1,8 @@
 /// The type of wide text: a string of UTF-16 code units, one `unsigned short` each.
 ///
 /// With GNU's standard library `zelvan::wide_string` is `std::basic_string<unsigned short>`. The
-/// C++ standard defines no character traits for `unsigned short`, and other libraries have none, or
-/// take them out; there the string has the traits of this header. Both behave the same.
+/// C++ standard defines no character traits for `unsigned short`, and other libraries have none or
+/// are removing them; there the string has the traits of this header. Both behave the same.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ using wide_string = std::basic_string<unsigned short>;
 
 #else
 
-/// What a standard string has to know of UTF-16 code units: they compare as numbers.
+/// Character traits of UTF-16 code units, which compare as numbers.
 struct wide_traits {
   using char_type = unsigned short;   ///< a code unit
   using int_type = unsigned long;     ///< holds every code unit, and `eof()` besides

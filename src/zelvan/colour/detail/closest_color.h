@@ -12,7 +12,7 @@ struct Closest {
   unsigned int index;  ///< the entry
 };
 
-/// Takes the entry for `best` if it is closer, or as close and ahead of it in the map.
+/// Takes the entry for `best` if it is closer, or as close and before it in the map.
 inline void take_closer(float distance, unsigned int index, Closest& best) {
   const bool is_ahead = distance == best.distance && index < best.index;
   if (distance < best.distance || is_ahead) best = {distance, index};
@@ -23,23 +23,25 @@ inline void take_closer(float distance, unsigned int index, Closest& best) {
 Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned int to,
                            const ColorRGB& target, Closest best);
 
-/// The same result, four entries at a time where the machine can.
+/// Returns what `closest_one_by_one` does, and looks at four entries at a time where the processor
+/// can.
 Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int to,
                          const ColorRGB& target, Closest best);
 
 namespace avx2 {
 
-/// The same for processors with AVX2, where `has_avx2` is true, and for 8 entries or more.
+/// Returns what `closest_one_by_one` does, eight entries at a time. Requires: `has_avx2`, and 8
+/// entries or more.
 Closest closest_by_eights(const ColorRGB* colors, unsigned int from, unsigned int to,
                           const ColorRGB& target, Closest best);
 
 }  // namespace avx2
 
-/// The same by the widest form that this processor has.
+/// Returns what `closest_one_by_one` does, by the widest form that this processor has.
 Closest closest_in_vectors(const ColorRGB* colors, unsigned int from, unsigned int to,
                            const ColorRGB& target, Closest best);
 
-/// What there is to beat when a search begins: one more than entries of the map can be apart.
+/// Returns what a search has to beat when it begins: one more than entries of the map can be apart.
 Closest closest_to_beat(const ColorMap& map);
 
 /// Returns the answer of `ColorMap::GetClosestColor` once the entry is found: its index, and in

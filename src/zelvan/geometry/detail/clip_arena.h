@@ -20,7 +20,7 @@ class ClipArena {
   ClipArena(const ClipArena&) = delete;
   ClipArena& operator=(const ClipArena&) = delete;
 
-  /// Room for `count` elements, not initialised, or null when the heap refuses.
+  /// Returns room for `count` elements, not initialised, or null when the heap refuses.
   template <class T>
   T* make(std::size_t count) {
     static_assert(std::is_trivial_v<T> && alignof(T) <= alignment);
@@ -46,7 +46,8 @@ class ClipArena {
     std::size_t size;  // of the bytes behind this header
   };
 
-  /// No heap has more in one block. What is less can be rounded up and doubled in 32 bits, too.
+  /// The largest block that a heap can have. Smaller sizes can be rounded up and doubled without
+  /// overflow, in 32 bits, too.
   static constexpr std::size_t most_bytes = (PTRDIFF_MAX - sizeof(Block)) / alignment * alignment;
 
   void* take(std::size_t size) {

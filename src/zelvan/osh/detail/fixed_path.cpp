@@ -39,7 +39,7 @@ bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
 
 }  // namespace
 
-bool is_usable(const char* path) {
+bool check_path(const char* path) {
   if (path != nullptr && ::strnlen(path, path_size) < path_size) return true;
   errno = path == nullptr ? EINVAL : ENAMETOOLONG;
   return false;
@@ -47,7 +47,7 @@ bool is_usable(const char* path) {
 
 short osh1_fix_path(char* path, char* fixed, int) {
   *fixed = '\0';
-  if (!is_usable(path)) return 0;
+  if (!check_path(path)) return 0;
   const bool lacks_drive = path[0] == '\\' && path[1] != '\\';
   const int current_drive = lacks_drive ? platform::_getdrive() : platform::no_drives;
   if (current_drive != platform::no_drives) {
@@ -62,7 +62,7 @@ short osh1_fix_path(char* path, char* fixed, int) {
 short osh1_open(char* path, int flags, short mode) {
   char fixed[path_size];
   osh1_fix_path(path, fixed, sizeof fixed);
-  if (!is_usable(path)) return -1;
+  if (!check_path(path)) return -1;
   const int fd = platform::_open(fixed, flags, mode);
   if (fd <= SHRT_MAX) return static_cast<short>(fd);
   platform::_close(fd);  // cut to 16 bits it would be lost, or another file's
@@ -73,7 +73,7 @@ short osh1_open(char* path, int flags, short mode) {
 std::FILE* osh1_fopen(char* path, char* mode) {
   char fixed[path_size];
   osh1_fix_path(path, fixed, sizeof fixed);
-  return is_usable(path) && mode != nullptr ? platform::fopen(fixed, mode) : nullptr;
+  return check_path(path) && mode != nullptr ? platform::fopen(fixed, mode) : nullptr;
 }
 
 }  // namespace zelvan

@@ -1,5 +1,4 @@
-/// What stands between a caller's path and the platform: its length, and the drive that it may
-/// leave out.
+/// Paths from callers, checked for their length and given the drive that they may leave out.
 #pragma once
 
 #include <cstdio>
@@ -9,21 +8,21 @@ namespace zelvan {
 /// Room for every path, its terminator included.
 inline constexpr int path_size = 1024;
 
-/// Can the path be handed on? A null one can't, nor one that doesn't fit; `errno` says why.
-bool is_usable(const char* path);
+/// Fails if the path is null or doesn't fit; `errno` says why.
+bool check_path(const char* path);
 
-/// Gives a path that is rooted but names no drive the drive on which it exists: the current one,
+/// Adds to a path that is rooted but names no drive the drive on which it exists: the current one,
 /// else the first in the order of the drives. `fixed` is the path itself where it begins with
 /// anything but just one backslash, where no drive has it, and where there are no drives at all;
-/// empty if the path isn't usable. The result is 1 if `fixed` exists, else 0.
+/// empty if `check_path` fails. Returns 1 if `fixed` exists, else 0.
 ///
 /// Requires: room for 1024 bytes at `fixed`, whatever `size` says.
 short osh1_fix_path(char* path, char* fixed, int size);
 
-/// Opens the fixed path, whether it exists or not. A descriptor of at most 32767, or -1.
+/// Opens the fixed path, whether it exists or not. Returns a descriptor of at most 32767, or -1.
 short osh1_open(char* path, int flags, short mode);
 
-/// The same for a stream; null on failure.
+/// Opens a stream on the fixed path, whether it exists or not; returns null on failure.
 std::FILE* osh1_fopen(char* path, char* mode);
 
 }  // namespace zelvan

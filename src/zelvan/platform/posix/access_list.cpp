@@ -17,6 +17,7 @@ constexpr std::size_t header_size = 4;
 constexpr std::size_t entry_size = 8;
 constexpr char owning_group = 0x04;  // a tag
 
+/// True if the file has no list, or the file system holds none.
 bool is_missing() { return errno == ENODATA || errno == EOPNOTSUPP || errno == ENOSYS; }
 
 }  // namespace
@@ -42,7 +43,7 @@ bool AccessList::give_to(int fd) const {
   return ::fsetxattr(fd, attribute, bytes_.data(), bytes_.size(), 0) == 0;
 }
 
-mode_t AccessList::leave_of(mode_t mode) const {
+mode_t AccessList::mode_without_list(mode_t mode) const {
   mode_t group = S_IRWXG;
   for (std::size_t i = header_size; i + entry_size <= bytes_.size(); i += entry_size) {
     if (bytes_[i] == owning_group) group = static_cast<mode_t>(bytes_[i + 2] & 7) << 3;

@@ -13,7 +13,7 @@ namespace zelvan::platform {
 /// but the owner and others may do.
 class AccessList {
  public:
-  /// Reads the list of a file. False on failure.
+  /// Reads the list of a file; a path may be a link to it. False on failure.
   bool read(int fd);
   bool read(const char* path);
 
@@ -21,8 +21,9 @@ class AccessList {
   /// where the file system holds no lists and this one is not empty.
   bool give_to(int fd) const;
 
-  /// Returns what is left of a file's `mode` without the list: the group keeps its own bits.
-  mode_t leave_of(mode_t mode) const;
+  /// Returns the file's `mode` as it is without the list: the group keeps its own permissions,
+  /// within the mask.
+  mode_t mode_without_list(mode_t mode) const;
 
  private:
   template <typename Call>

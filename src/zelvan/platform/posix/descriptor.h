@@ -8,7 +8,7 @@
 
 namespace zelvan::platform {
 
-/// Closes its descriptor, -1 for none, when it goes out of scope. `errno` stays.
+/// Owns a descriptor, or none (-1), and closes it when it goes out of scope. `errno` stays.
 class Descriptor {
  public:
   explicit Descriptor(int fd) : fd_(fd) {}
@@ -23,10 +23,10 @@ class Descriptor {
   int get() const { return fd_; }
   bool is_open() const { return fd_ >= 0; }
 
-  /// Returns the descriptor, which the caller closes from now on.
+  /// Returns the descriptor and gives it up: the caller closes it.
   int release() { return std::exchange(fd_, -1); }
 
-  /// False if what was written may not have arrived.
+  /// Closes the descriptor, if any. False if what was written may not have arrived.
   bool close() {
     const int fd = release();
     return fd < 0 || _close(fd) == 0;

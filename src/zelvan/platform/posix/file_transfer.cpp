@@ -5,6 +5,7 @@
 #include <zelvan/platform/posix/renames.h>
 #include <zelvan/platform/posix/replacement.h>
 #include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/status.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -21,7 +22,6 @@ namespace {
 
 constexpr mode_t all_mode_bits = 07777;
 constexpr mode_t permission_bits = 0777;
-constexpr mode_t write_bits = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t private_file = S_IRUSR | S_IWUSR;
 
 bool refuse(int why) {
@@ -29,24 +29,24 @@ bool refuse(int why) {
   return false;
 }
 
-bool is_regular(const struct stat& status) {
+bool check_regular(const struct stat& status) {
   return S_ISREG(status.st_mode) || refuse(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
 }
 
-/// Opens a regular file to be copied; -1 for anything else, which is not even opened: to open a
-/// FIFO and close it again would lose what others write into it. Waits for others to give up a
-/// lease.
+/// Opens a regular file to be copied. Returns -1 for anything else, and does not even open it: to
+/// open a FIFO and close it again would lose what others write into it. Waits for others to give up
+/// a lease.
 int open_source(const char* path, struct stat* status) {
-  if (::stat(path, status) != 0 || !is_regular(*status)) return -1;
+  if (::stat(path, status) != 0 || !check_regular(*status)) return -1;
   Descriptor file(resumed([=] { return ::open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
-  const bool is_usable = file.is_open() && ::fstat(file.get(), status) == 0 && is_regular(*status);
+  const bool is_usable =
+      file.is_open() && ::fstat(file.get(), status) == 0 && check_regular(*status);
   return is_usable ? file.release() : -1;
 }
 
 bool copy_content(int from, int to) {
 #if defined(__linux__)
-  // By the kernel alone as far as it goes. What it leaves, or refuses, is read and written, and if
-  // that fails as well, the reason is that of the write.
+  // The kernel copies as far as it can. The loop below copies the rest, or fails with the reason.
   constexpr std::size_t most_at_once = std::size_t{1} << 30;
   while (::copy_file_range(from, nullptr, to, nullptr, most_at_once, 0) > 0) {
   }
@@ -70,50 +70,53 @@ mode_t without_group(mode_t mode) {
   return mode & (rights_of_others | ~static_cast<mode_t>(S_IRWXG));
 }
 
-/// Sets a file's owner, group, permissions and access list to those of another; owner and group as
-/// far as that is allowed.
-bool resemble(int fd, const struct stat& other, mode_t mode, const AccessList& list) {
+/// Sets a file's owner and group to those of another as far as that is allowed, and its permissions
+/// and access list to `mode` and `list`.
+///
+/// In this order: a new owner clears set-ID bits, and a list changes the permissions of the group.
+bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
+                               const AccessList& list) {
   const auto give_to = [&](uid_t owner) {
     return resumed([&] { return ::fchown(fd, owner, other.st_gid); }) == 0;
   };
   constexpr uid_t as_it_is = static_cast<uid_t>(-1);
   const bool has_owner = give_to(other.st_uid);
   const bool has_group = has_owner || give_to(as_it_is);
-  // Who can't hand on the owner must not hand on the right to act in the owner's name, and what one
-  // group may do is not for another.
+  // Without the owner, set-ID bits would let programs act as somebody else. Without the group, its
+  // permissions would go to another group.
   const mode_t kept = has_owner ? mode : mode & permission_bits;
   const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.give_to(fd)) return false;
   if (resumed([&] { return ::fchmod(fd, allowed); }) == 0) return true;
-  const int why = errno;  // on some file systems all files have the permissions of the mount
+  const int why = errno;  // on some file systems the mount decides the permissions of all files
   return has_permissions(fd, allowed) || refuse(why);
 }
 
-bool may_replace(const char* path, const struct stat& status, const struct stat& source) {
-  if (status.st_dev == source.st_dev && status.st_ino == source.st_ino) return refuse(EINVAL);
-  if (!is_regular(status)) return false;
-  if ((status.st_mode & write_bits) == 0) return refuse(EACCES);
+bool check_replaceable(const char* path, const struct stat& status, const struct stat& source) {
+  if (is_same_file(status, source)) return refuse(EINVAL);
+  if (!check_regular(status)) return false;
+  if (is_read_only(status)) return refuse(EACCES);
   return ::faccessat(AT_FDCWD, path, W_OK, AT_EACCESS) == 0;
 }
 
 bool copy_over(int from, const struct stat& source, const char* target, const struct stat& old) {
   AccessList list;
-  if (!may_replace(target, old, source) || !list.read(target)) return false;
+  if (!check_replaceable(target, old, source) || !list.read(target)) return false;
   Replacement copy(target, private_file);  // private until it has the old permissions
   return copy.is_open() && copy_content(from, copy.file()) &&
-         resemble(copy.file(), old, old.st_mode & permission_bits, list) &&
-         // Were the rename to reach the disk ahead of the content, a crash would leave neither.
-         reach_the_disk(copy.file()) && copy.replace_target();
+         set_owner_and_permissions(copy.file(), old, old.st_mode & permission_bits, list) &&
+         // If the rename reached the disk before the content, a power cut would leave neither.
+         send_to_disk(copy.file()) && copy.replace_target();
 }
 
 bool copy_to_new_name(int from, const struct stat& source, const char* target) {
   AccessList list;
   if (!list.read(from)) return false;
-  Replacement copy(target, list.leave_of(source.st_mode) & permission_bits);
+  Replacement copy(target, list.mode_without_list(source.st_mode) & permission_bits);
   return copy.is_open() && copy_content(from, copy.file()) && copy.replace_target();
 }
 
-/// Makes a copy that survives a loss of power before anything is removed.
+/// Makes a copy, sends it and its name to the disk, and only then removes the source.
 bool move_to_other_file_system(const char* from, const char* to) {
   struct stat status;
   if (::lstat(from, &status) != 0) return false;
@@ -124,13 +127,12 @@ bool move_to_other_file_system(const char* from, const char* to) {
   Replacement copy(to, private_file);
   const timespec times[] = {status.st_atim, status.st_mtim};
   if (!copy.is_open() || !copy_content(in.get(), copy.file()) ||
-      !resemble(copy.file(), status, status.st_mode & all_mode_bits, list) ||
-      ::futimens(copy.file(), times) != 0 || !reach_the_disk(copy.file()) ||
-      !copy.become_target()) {
+      !set_owner_and_permissions(copy.file(), status, status.st_mode & all_mode_bits, list) ||
+      ::futimens(copy.file(), times) != 0 || !send_to_disk(copy.file()) || !copy.become_target()) {
     return false;
   }
   const Name old_name = {AT_FDCWD, from};
-  if (copy.name_reaches_the_disk() && remove_old_name(old_name, status)) return true;
+  if (copy.send_name_to_disk() && remove_old_name(old_name, status)) return true;
   copy.take_back(old_name, status);
   return false;
 }

@@ -1,6 +1,7 @@
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/posix/descriptor.h>
 #include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/status.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,30 +15,27 @@
 namespace zelvan::platform {
 namespace {
 
-constexpr mode_t write_bits = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::size_t longest_mode = 62;  // of a stream
 constexpr int highest_descriptor = SHRT_MAX;
 
-bool is_read_only(const struct stat& status) { return (status.st_mode & write_bits) == 0; }
-
-/// Says so in `errno` if the path is a read-only file. The system itself would not stop a
-/// privileged user.
-bool is_protected(const char* path) {
+/// Fails with EACCES if the path is a read-only file. The system itself would not stop a privileged
+/// user.
+bool check_not_read_only(const char* path) {
   struct stat status;
-  if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode) || !is_read_only(status)) return false;
+  if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode) || !is_read_only(status)) return true;
   errno = EACCES;
-  return true;
+  return false;
 }
 
-/// Says so in `errno` if the descriptor leads to a directory.
-bool is_directory(int fd) {
+/// Fails with EISDIR if the descriptor leads to a directory.
+bool check_not_directory(int fd) {
   struct stat status;
-  if (::fstat(fd, &status) != 0 || !S_ISDIR(status.st_mode)) return false;
+  if (::fstat(fd, &status) != 0 || !S_ISDIR(status.st_mode)) return true;
   errno = EISDIR;
-  return true;
+  return false;
 }
 
-/// Empties an open file; what is no regular one, such as a device, stays as it is.
+/// Empties an open regular file. Anything else, such as a device, stays as it is.
 bool truncate(int fd) {
   struct stat status;
   if (::fstat(fd, &status) != 0) return false;
@@ -46,7 +44,7 @@ bool truncate(int fd) {
 
 int open_file(const char* path, int flags, mode_t mode) {
   Descriptor file(resumed([=] { return ::open(path, flags | O_CLOEXEC | O_NOCTTY, mode); }));
-  return file.is_open() && !is_directory(file.get()) ? file.release() : -1;
+  return file.is_open() && check_not_directory(file.get()) ? file.release() : -1;
 }
 
 }  // namespace
@@ -58,7 +56,7 @@ int _open(const char* path, int flags, int mode) {
     errno = EINVAL;
     return -1;
   }
-  if (access != _O_RDONLY && is_protected(path)) return -1;
+  if (access != _O_RDONLY && !check_not_read_only(path)) return -1;
   int native = access == _O_RDONLY ? O_RDONLY : access == _O_WRONLY ? O_WRONLY : O_RDWR;
   if ((flags & _O_APPEND) != 0) native |= O_APPEND;
   if ((flags & _O_CREAT) != 0) native |= (flags & _O_EXCL) != 0 ? O_CREAT | O_EXCL : O_CREAT;
@@ -124,8 +122,7 @@ int _fstat64i32(int fd, int* size) {
 bool is_same_file(int fd, int other) {
   struct stat a;
   struct stat b;
-  return ::fstat(fd, &a) == 0 && ::fstat(other, &b) == 0 && a.st_dev == b.st_dev &&
-         a.st_ino == b.st_ino;
+  return ::fstat(fd, &a) == 0 && ::fstat(other, &b) == 0 && is_same_file(a, b);
 }
 
 std::FILE* fopen(const char* path, const char* mode) {
@@ -134,13 +131,13 @@ std::FILE* fopen(const char* path, const char* mode) {
     return nullptr;
   }
   const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
-  if (writes && is_protected(path)) return nullptr;
-  // Closed when a program starts: the letter stands ahead of any that carries an argument.
+  if (writes && !check_not_read_only(path)) return nullptr;
+  // Closed when a program starts. The letter comes before any that carries an argument.
   char closed_on_start[longest_mode + 2] = {mode[0], 'e'};
   std::strcpy(closed_on_start + 2, mode + 1);
   std::FILE* stream = ::fopen(path, closed_on_start);
   while (stream == nullptr && errno == EINTR) stream = ::fopen(path, closed_on_start);
-  if (stream == nullptr || !is_directory(::fileno(stream))) return stream;
+  if (stream == nullptr || check_not_directory(::fileno(stream))) return stream;
   std::fclose(stream);
   errno = EISDIR;
   return nullptr;

@@ -1,4 +1,5 @@
 #include <zelvan/platform/posix/names.h>
+#include <zelvan/platform/posix/status.h>
 
 #include <cerrno>
 
@@ -14,8 +15,7 @@ bool get_status(Name name, struct stat* status) {
 Found look_for(Name name, const struct stat& file) {
   struct stat status;
   if (!get_status(name, &status)) return errno == ENOENT ? Found::other : Found::unknown;
-  const bool is_same = status.st_dev == file.st_dev && status.st_ino == file.st_ino;
-  return is_same ? Found::same : Found::other;
+  return is_same_file(status, file) ? Found::same : Found::other;
 }
 
 bool remove_old_name(Name name, const struct stat& file) {

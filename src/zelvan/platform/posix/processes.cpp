@@ -43,7 +43,7 @@ std::vector<std::string> split_command_line(std::string_view line) {
   return parts;
 }
 
-/// 0 if the path is a file that may be run, else the errno that says why not.
+/// Returns 0 if the path is a file that may be run, else the errno that says why not.
 int why_not_runnable(const char* path) {
   struct stat status;
   if (::stat(path, &status) != 0) return errno;
@@ -51,8 +51,8 @@ int why_not_runnable(const char* path) {
   return ::access(path, X_OK) == 0 ? 0 : errno;
 }
 
-/// Replaces a bare name by the first path along "PATH" that can be run. Gives 0, or the errno
-/// of what was found instead; a path is judged as it stands.
+/// Replaces a bare name by the first path along "PATH" that can be run; keeps a path as it is.
+/// Returns 0, or the errno of what was found instead.
 int find_program(std::string* program) {
   if (program->find('/') != std::string::npos) return why_not_runnable(program->c_str());
   if (program->empty()) return ENOENT;
@@ -80,7 +80,7 @@ struct Start {
   bool program_reports;  // keeps the report open, to write to it if it can't do its work
 };
 
-/// Ends a started process that came to nothing, and tells why.
+/// Ends a started process that can't become the program, and reports why.
 [[noreturn]] void give_up(int report) {
   const int trouble = errno;
   [[maybe_unused]] const ssize_t told = ::write(report, &trouble, sizeof trouble);
@@ -105,8 +105,8 @@ struct Start {
   give_up(report_fd);
 }
 
-/// What the report says: 0 if the program closed it unwritten by starting. A shell that doesn't
-/// know its word writes something else than an `errno`.
+/// Returns the errno in the report, 0 if the program closed it unwritten by starting. A shell that
+/// doesn't know its word writes less than an `errno`.
 int read_report(int report) {
   int trouble = 0;
   const ssize_t got = resumed([&] { return ::read(report, &trouble, sizeof trouble); });
@@ -114,7 +114,7 @@ int read_report(int report) {
 }
 
 /// Runs the program as the child of a child that ends at once: so it falls to the system to
-/// wait for it. Gives 0, or the errno of what failed.
+/// wait for it. Returns 0, or the errno of what failed.
 int run(const Start& start) {
   int report[2];
   if (::pipe2(report, O_CLOEXEC) != 0) return errno;

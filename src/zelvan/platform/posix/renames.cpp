@@ -11,9 +11,11 @@
 namespace zelvan::platform {
 namespace {
 
-/// Is there no such call here? Then a weaker one may do. EPERM is the answer of file systems
-/// without hard links, and where users may link nothing but their own files.
+/// True if the file system can't rename without overwriting; another way may do.
 bool is_missing_call() { return errno == EINVAL || errno == ENOSYS; }
+
+/// True if this file can't get a second name. EPERM comes from file systems without hard links, and
+/// where users may link only their own files.
 bool is_missing_link() { return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS; }
 
 /// Makes an empty file or directory under a free name.
@@ -24,11 +26,11 @@ bool reserve(Name name, bool is_directory) {
       .is_open();
 }
 
-/// A rename replaces the empty file or directory that was made for it. A directory replaces only
-/// an empty one; into a file somebody else may have written by then, and that is lost.
+/// Makes an empty file or directory under the new name, and renames over it. What somebody else
+/// writes into that file in the meantime is lost; a directory replaces only an empty one.
 bool rename_over_reserved(Name from, Name to, const struct stat& source) {
   if (!reserve(to, S_ISDIR(source.st_mode))) return false;
-  struct stat reserved = {};  // of no file at all, should the system not tell
+  struct stat reserved = {};  // no file has this status, in case the system does not tell
   get_status(to, &reserved);
   if (::renameat(from.folder, from.text, to.folder, to.text) == 0) return true;
   const int why = errno;
@@ -45,7 +47,7 @@ bool rename_to_free_name(Name from, Name to) {
   struct stat source;
   if (!is_missing_call() || !get_status(from, &source)) return false;
   if (!S_ISDIR(source.st_mode)) {
-    // A second name can only be a free one.
+    // A link never takes a name that is in use.
     if (::linkat(from.folder, from.text, to.folder, to.text, 0) == 0) {
       if (remove_old_name(from, source)) return true;
       take_back(to, source, from, source);

@@ -13,7 +13,7 @@ namespace {
 constexpr int most_names_tried = 10'000;
 constexpr int size_of_link = 40;
 
-/// The path by which the system shows an open file.
+/// Writes the path by which the system shows an open file.
 void write_link_of(int fd, char (&path)[size_of_link]) {
   std::snprintf(path, sizeof path, "/proc/self/fd/%d", fd);
 }
@@ -30,7 +30,9 @@ int open_folder_of(const std::string& path) {
 Replacement::Replacement(const std::string& target, mode_t mode)
     : name_(target.substr(target.rfind('/') + 1)),
       folder_(open_folder_of(target)),
-      file_(folder_.is_open() ? create(mode) : -1) {}
+      file_(folder_.is_open() ? create(mode) : -1) {
+  if (file_.is_open()) ::fstat(file_.get(), &made_);
+}
 
 Replacement::~Replacement() {
   const int why = errno;
@@ -38,8 +40,8 @@ Replacement::~Replacement() {
   errno = why;
 }
 
-/// Calls `make` with one name after the other until one was free. Other threads and processes make
-/// such files as well.
+/// Calls `make` with one name after the other until one is free: other threads and processes make
+/// such files as well. Returns the result of the last call.
 template <typename Make>
 int Replacement::make_under_own_name(Make make) {
   int result = -1;
@@ -60,7 +62,7 @@ int Replacement::create(mode_t mode) {
       [&](const char* name) { return ::openat(folder_.get(), name, flags, mode); });
 }
 
-/// Returns -1 where files must have names, or could not be named later.
+/// Creates a file without a name. Returns -1 where files must have names, or can't be named later.
 int Replacement::create_nameless(mode_t mode) const {
   constexpr int flags = O_WRONLY | O_TMPFILE | O_CLOEXEC;
   Descriptor file(resumed([&] { return ::openat(folder_.get(), ".", flags, mode); }));
@@ -81,21 +83,27 @@ bool Replacement::take_own_name() {
 
 bool Replacement::replace_target() {
   if (!take_own_name() || !file_.close()) return false;
-  has_own_name_ = ::renameat(folder_.get(), own_name_, folder_.get(), name_.c_str()) != 0;
-  return !has_own_name_;
+  if (::renameat(folder_.get(), own_name_, folder_.get(), name_.c_str()) != 0) {
+    const int why = errno;
+    const bool is_renamed = look_for(target(), made_) == Found::same;  // see `remove_old_name`
+    errno = why;
+    if (!is_renamed) return false;
+  }
+  has_own_name_ = false;
+  return true;
 }
 
 bool Replacement::become_target() {
-  ::fstat(file_.get(), &made_);
   if (!take_own_name() || !file_.close()) return false;
   has_own_name_ = !rename_to_free_name(own(), target());
   return !has_own_name_;
 }
 
-bool Replacement::name_reaches_the_disk() const {
+bool Replacement::send_name_to_disk() const {
   constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
   const Descriptor readable(resumed([&] { return ::openat(folder_.get(), ".", flags); }));
-  if (readable.is_open()) return reach_the_disk(readable.get()) || errno == EINVAL;
+  // EINVAL: a folder that knows no sync is taken as synced.
+  if (readable.is_open()) return send_to_disk(readable.get()) || errno == EINVAL;
   ::sync();
   return true;
 }
@@ -104,7 +112,7 @@ void Replacement::take_back(Name old_name, const struct stat& source) const {
   platform::take_back(target(), made_, old_name, source);
 }
 
-bool reach_the_disk(int fd) {
+bool send_to_disk(int fd) {
   return resumed([=] { return ::fsync(fd); }) == 0;
 }
 

@@ -1,4 +1,4 @@
-/// A new file that becomes another name's once it is complete.
+/// A new file that gets its name once it is complete.
 #pragma once
 
 #include <zelvan/platform/posix/descriptor.h>
@@ -10,14 +10,16 @@
 
 namespace zelvan::platform {
 
-/// A new file in the folder of its target. If it never takes the target's place, it vanishes with
+/// A new file in the folder of its target. If it never takes the target's place, it is deleted with
 /// this object.
 ///
-/// While it is written it has no name, where the file system allows that (O_TMPFILE), and vanishes
-/// as well if the process is killed. Elsewhere it is called `.zelvan-PID-N`: PID is the process,
-/// N a number that was free. Just before it takes the target's place it always has such a name.
+/// While it is written it has no name, where the file system allows that (O_TMPFILE), and is
+/// deleted as well if the process is killed. Elsewhere it is called `.zelvan-PID-N`: PID is the
+/// process, N a number that was free. Just before it takes the target's place it always has such a
+/// name.
 class Replacement {
  public:
+  /// Creates the file, with `mode` less what the process masks out. See `is_open`.
   Replacement(const std::string& target, mode_t mode);
   ~Replacement();
 
@@ -30,11 +32,13 @@ class Replacement {
   /// Closes the file and gives it the target's name, which must be free. False on failure.
   bool become_target();
 
-  /// Has the target's name reached the disk? Where the folder may not be read, the system writes
-  /// everything that it holds back.
-  bool name_reaches_the_disk() const;
+  /// Sends the target's name to the disk. False on failure.
+  ///
+  /// Where the folder may not be read, the system sends everything that it holds back.
+  bool send_name_to_disk() const;
 
-  /// After `become_target`: removes the target, unless the `source` has lost its old name.
+  /// Undoes `become_target`, unless the `source` has lost its old name or the target is no longer
+  /// this file.
   void take_back(Name old_name, const struct stat& source) const;
 
  private:
@@ -48,14 +52,15 @@ class Replacement {
   Name target() const { return {folder_.get(), name_.c_str()}; }
 
   std::string name_;
+  // The last member is made of those before it, and sets the name.
   char own_name_[40];
   bool has_own_name_ = false;
+  struct stat made_ = {};  // of this file, to know it from what others put in its place
   Descriptor folder_;
   Descriptor file_;
-  struct stat made_ = {};  // to be told from what others put in its place
 };
 
-/// Makes sure that what was written to a file, or in a folder, survives a loss of power.
-bool reach_the_disk(int fd);
+/// Sends to the disk what was written to a file, or the names in a folder. False on failure.
+bool send_to_disk(int fd);
 
 }  // namespace zelvan::platform

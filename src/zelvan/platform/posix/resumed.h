@@ -5,7 +5,8 @@
 
 namespace zelvan::platform {
 
-/// Makes a call that gives a negative number on failure, again for as long as signals cut it short.
+/// Makes a call that returns a negative number on failure, and repeats it while signals interrupt
+/// it.
 template <typename Call>
 auto resumed(Call call) {
   auto result = call();

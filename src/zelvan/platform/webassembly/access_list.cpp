@@ -6,6 +6,6 @@ namespace zelvan::platform {
 bool AccessList::read(int) { return true; }
 bool AccessList::read(const char*) { return true; }
 bool AccessList::give_to(int) const { return true; }
-mode_t AccessList::leave_of(mode_t mode) const { return mode; }
+mode_t AccessList::mode_without_list(mode_t mode) const { return mode; }
 
 }  // namespace zelvan::platform

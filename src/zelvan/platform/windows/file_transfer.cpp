@@ -25,8 +25,8 @@ HANDLE open_existing(const wchar_t* path, DWORD access) {
                        nullptr);
 }
 
-/// No device and no pipe: a copy must not take the place of one.
-bool is_on_disk(HANDLE file) {
+/// Fails for a device or pipe: a copy must not take the place of one.
+bool check_on_disk(HANDLE file) {
   return ::GetFileType(file) == FILE_TYPE_DISK || refuse(ERROR_INVALID_PARAMETER);
 }
 
@@ -60,7 +60,7 @@ std::wstring path_of(HANDLE file) {
 }
 
 /// A complete copy of a file in the directory of `target`, under a name of its own, that takes the
-/// target's place. If it never does, it vanishes with this object.
+/// target's place. If it never does, it is deleted with this object.
 class Replacement {
  public:
   Replacement(const wchar_t* source, const std::wstring& target) : target_(target) {
@@ -73,9 +73,9 @@ class Replacement {
 
   bool is_complete() const { return has_own_name_; }
 
-  /// Sends the content to the disk. The copy has no attributes then: a read-only file could not be
-  /// opened for that.
-  bool reach_the_disk() {
+  /// Sends the content to the disk. Clears the copy's attributes first: a read-only file could not
+  /// be opened for that.
+  bool send_to_disk() {
     if (!make_writable(own_name_)) return false;
     const Handle file(open_existing(own_name_.c_str(), GENERIC_WRITE));
     return file.is_open() && ::FlushFileBuffers(file.get());
@@ -85,10 +85,10 @@ class Replacement {
     return ::SetFileAttributesW(own_name_.c_str(), attributes);
   }
 
-  /// Takes the place of a file that is there, and its permissions. Were that to reach the disk
-  /// before the content, a crash would leave neither.
+  /// Takes the place of a file that is there, and its permissions.
   bool replace_target() {
-    if (!reach_the_disk()) return false;
+    // If the new name reached the disk before the content, a power cut would leave neither.
+    if (!send_to_disk()) return false;
     if (::ReplaceFileW(target_.c_str(), own_name_.c_str(), backup().c_str(),
                        REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
       has_own_name_ = false;
@@ -99,15 +99,15 @@ class Replacement {
     return false;
   }
 
-  /// Takes a name, which must be free unless the flags say otherwise.
+  /// Takes the target's name, which must be free unless the flags say otherwise.
   bool become_target(DWORD flags) {
     has_own_name_ = !::MoveFileExW(own_name_.c_str(), target_.c_str(), flags);
     return !has_own_name_;
   }
 
  private:
-  /// Other threads and processes make such files as well; each takes a name that is free. So must
-  /// be the backup's, since what it is put over would be lost.
+  /// Copies the source to a free name: other threads and processes make such files as well. The
+  /// name of the backup must be free, too, since a file of that name would be lost.
   void create(const wchar_t* source) {
     const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
     for (int i = 0; i < most_names_tried; ++i) {
@@ -118,8 +118,8 @@ class Replacement {
     }
   }
 
-  /// The system renames the target to this before it renames the copy. Without a backup it would
-  /// delete the target, and should the second step fail, there would be neither.
+  /// The name that the target gets before the copy takes its place. Without a backup the system
+  /// deletes the target; if the second step then failed, there would be neither.
   std::wstring backup() const { return own_name_ + L".old"; }
 
   /// Undoes a replacement that failed between its two steps. If that fails as well, both files stay
@@ -149,7 +149,7 @@ bool copy_to_new_name(const wchar_t* from, const wchar_t* target) {
 
 bool copy_file(const wchar_t* from, const wchar_t* to) {
   const Handle source(open_existing(from, GENERIC_READ));
-  if (!source.is_open() || !is_on_disk(source.get())) return false;
+  if (!source.is_open() || !check_on_disk(source.get())) return false;
   if (is_read_only(to)) return refuse(ERROR_ACCESS_DENIED);
   std::wstring target;
   {
@@ -161,7 +161,7 @@ bool copy_file(const wchar_t* from, const wchar_t* to) {
       if (::GetFileAttributesW(to) != INVALID_FILE_ATTRIBUTES) return refuse(ERROR_FILE_NOT_FOUND);
       return copy_to_new_name(from, to);
     }
-    if (!is_on_disk(old.get())) return false;
+    if (!check_on_disk(old.get())) return false;
     if (is_same_file(source.get(), old.get())) return refuse(ERROR_INVALID_PARAMETER);
     target = path_of(old.get());
   }
@@ -175,7 +175,7 @@ bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
     return refuse(ERROR_NOT_SAME_DEVICE);
   }
   Replacement copy(from, to);
-  if (!copy.is_complete() || !copy.reach_the_disk() || !copy.set_attributes(attributes) ||
+  if (!copy.is_complete() || !copy.send_to_disk() || !copy.set_attributes(attributes) ||
       !copy.become_target(MOVEFILE_WRITE_THROUGH)) {
     return false;
   }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t longest_mode = 62;  // of a stream
 
-/// A handle passes through an `int`: of its 64 bits only the lower 32 are in use.
+/// Returns a handle as an `int`: of its 64 bits only the lower 32 are in use.
 int number_of(HANDLE handle) { return static_cast<int>(reinterpret_cast<INT_PTR>(handle)); }
 HANDLE handle_of(int number) { return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(number)); }
 
@@ -33,12 +33,12 @@ unsigned attributes_of(const SystemPath& path) {
   return is_there ? information.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
 }
 
-/// Says so in `errno` if the path is a read-only file. Not every system stops a privileged user.
-bool is_protected(const SystemPath& path) {
+/// Fails with EACCES if the path is a read-only file. Not every system stops a privileged user.
+bool check_not_read_only(const SystemPath& path) {
   constexpr unsigned both = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
-  if ((attributes_of(path) & both) != FILE_ATTRIBUTE_READONLY) return false;
+  if ((attributes_of(path) & both) != FILE_ATTRIBUTE_READONLY) return true;
   errno = EACCES;
-  return true;
+  return false;
 }
 
 HANDLE handle_under(int fd) { return reinterpret_cast<HANDLE>(::_get_osfhandle(fd)); }
@@ -53,7 +53,7 @@ int _open(const char* path, int flags, int mode) {
     return -1;
   }
   const SystemPath name(path);
-  if (access != _O_RDONLY && is_protected(name)) return -1;
+  if (access != _O_RDONLY && !check_not_read_only(name)) return -1;
   return ::_wopen(name.get(), flags | _O_NOINHERIT, mode);
 }
 
@@ -92,7 +92,7 @@ std::FILE* fopen(const char* path, const char* mode) {
   }
   const SystemPath name(path);
   const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
-  if (writes && is_protected(name)) return nullptr;
+  if (writes && !check_not_read_only(name)) return nullptr;
   wchar_t not_inherited[longest_mode + 2] = {static_cast<wchar_t>(mode[0]), L'N'};
   std::copy(mode + 1, mode + std::strlen(mode), not_inherited + 2);  // a mode is ASCII
   return ::_wfopen(name.get(), not_inherited);

@@ -7,7 +7,8 @@ namespace zelvan::platform {
 
 inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// A file, or none, that is closed with its block. The reason of a failure before that is kept.
+/// Owns an open file, or none, and closes it when it goes out of scope. The reason of an earlier
+/// failure is kept.
 class Handle {
  public:
   explicit Handle(HANDLE handle) : handle_(handle) {}
@@ -26,7 +27,7 @@ class Handle {
   HANDLE handle_;
 };
 
-/// Do two handles lead to the same file? Not so if either can't be asked.
+/// True if two handles lead to one file; false if the system doesn't tell.
 inline bool is_same_file(HANDLE file, HANDLE other) {
   BY_HANDLE_FILE_INFORMATION a;
   BY_HANDLE_FILE_INFORMATION b;

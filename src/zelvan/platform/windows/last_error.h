@@ -8,7 +8,7 @@
 
 namespace zelvan::platform {
 
-/// The result of a call that gives 0 on failure, handed on; its reason goes into `errno`.
+/// Returns the result of a call, and stores the reason in `errno` if it is 0, a failure.
 template <typename Result>
 Result explained(Result result) {
   if (result != Result{}) return result;
