@@ -95,23 +95,25 @@ MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& t
 }
 
 DevicePolygons map_to_device(const MapPolygons& polygons, const View& view, Tally& tally) {
-  DevicePolygons out;
-  Mtx2D to_device = view.to_device();
-  // One by one: neighbours in a set that touch would run together.
-  for_each_polygon(polygons, [&](std::size_t first, std::size_t count) {
-    drw_pset_t source = part_of(polygons, first, count);
-    const std::size_t old_size = out.points.size();
-    resize(out, old_size + count);
-    drw_dpset_t target = {0, out.points.data() + old_size, out.edge_flags.data() + old_size};
-    to_device.XfmPolySetPts(&source, &target);
-    const bool has_area = target.n_points >= 3;
-    const std::size_t drawn = has_area ? static_cast<std::size_t>(target.n_points) : 0;
-    resize(out, old_size + drawn);
+  DevicePolygons mapped, out;
+  resize(mapped, polygons.points.size());
+  drw_dpset_t target = {0, mapped.points.data(), mapped.edge_flags.data()};
+  view.to_device().XfmPolygons(part_of(polygons, 0, polygons.points.size()), &target);
+  resize(mapped, static_cast<std::size_t>(target.n_points));
+  for_each_polygon(mapped, [&](std::size_t first, std::size_t count) {
+    const auto points = mapped.points.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto edge_flags = mapped.edge_flags.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto end = static_cast<std::ptrdiff_t>(count);
+    const bool is_line = count == 3 && points[2].x == points[0].x && points[2].y == points[0].y;
+    const bool has_area = count >= 3 && !is_line;
     tally.polygons.merged += has_area ? 0 : 1;
     tally.polygons.drawn += has_area ? 1 : 0;
-    tally.vertices.merged += static_cast<long long>(count - drawn);
-    tally.vertices.drawn += static_cast<long long>(drawn);
+    if (!has_area) return;
+    out.points.insert(out.points.end(), points, points + end);
+    out.edge_flags.insert(out.edge_flags.end(), edge_flags, edge_flags + end);
   });
+  tally.vertices.merged += std::ssize(polygons.points) - std::ssize(out.points);
+  tally.vertices.drawn += std::ssize(out.points);
   return out;
 }
 

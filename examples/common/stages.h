@@ -33,8 +33,8 @@ using ClipSet = void (*)(drw_pset_t* source, drw_pset_t* target, real_rect_t* re
 MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally,
                          ClipSet clip = ClipPolygonSetToView);
 
-/// The polygons in device units. Vertices that fall together are merged, and polygons of which
-/// fewer than three vertices are left are dropped.
+/// The polygons in device units. Vertices that fall together are merged, and polygons that become
+/// points or lines are dropped.
 DevicePolygons map_to_device(const MapPolygons& polygons, const View& view, Tally& tally);
 
 }  // namespace example

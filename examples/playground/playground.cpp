@@ -232,7 +232,6 @@ class Layer {
     clipped_.push_back({static_cast<int>(c), turn, old_size, kept_.size});
   }
 
-  // Polygon by polygon: neighbours in a set that touch would run together.
   void map() {
     Mtx2D to_grid = view.to_device;
     to_grid.Scale(view.units_per_pixel, view.units_per_pixel);
@@ -243,28 +242,36 @@ class Layer {
       placed.Translate(360.0 * clipped.turn, 0.0);
       const Mtx2D turned = clipped.turn == 0 ? to_grid : placed * to_grid;
       const std::size_t old_size = drawn_.size;
-      drawn_.make_room_for(clipped.end - clipped.first);
-      for (std::size_t i = clipped.first, first = i; i < clipped.end; ++i) {
-        if (kept_.room.edge_flags[i] < drw_edge_close_invisible) continue;
-        map_polygon(turned, first, i + 1 - first);
-        first = i + 1;
-      }
+      map_polygons(turned, clipped.first, clipped.end - clipped.first);
       if (drawn_.size == old_size) continue;
       pieces_.push_back(
           {clipped.country, static_cast<int>(old_size), static_cast<int>(drawn_.size - old_size)});
     }
   }
 
-  // One of fewer than three vertices isn't to be seen.
-  void map_polygon(Mtx2D to_grid, std::size_t first, std::size_t count) {
-    drw_pset_t source = {static_cast<int>(count), kept_.room.points.data() + first,
-                         kept_.room.edge_flags.data() + first};
-    drw_dpset_t target = {0, drawn_.room.points.data() + drawn_.size,
-                          drawn_.room.edge_flags.data() + drawn_.size};
-    to_grid.XfmPolySetPts(&source, &target);
-    if (target.n_points < 3) return;
-    drawn_.size += static_cast<std::size_t>(target.n_points);
-    ++report_.rings;
+  // Polygons that become points or lines aren't to be seen: the others close up.
+  void map_polygons(const Mtx2D& to_grid, std::size_t first, std::size_t count) {
+    drawn_.make_room_for(count);
+    int_pt_t* const points = drawn_.room.points.data();
+    int* const flags = drawn_.room.edge_flags.data();
+    const drw_pset_t source = {static_cast<int>(count), kept_.room.points.data() + first,
+                               kept_.room.edge_flags.data() + first};
+    drw_dpset_t target = {0, points + drawn_.size, flags + drawn_.size};
+    to_grid.XfmPolygons(source, &target);
+    const std::size_t end = drawn_.size + static_cast<std::size_t>(target.n_points);
+    for (std::size_t i = drawn_.size, start = i; i < end; ++i) {
+      if (flags[i] < drw_edge_close_invisible) continue;
+      const std::size_t vertices = i + 1 - start;
+      const bool is_line =
+          vertices == 3 && points[start].x == points[i].x && points[start].y == points[i].y;
+      if (vertices >= 3 && !is_line) {
+        std::copy_n(points + start, vertices, points + drawn_.size);
+        std::copy_n(flags + start, vertices, flags + drawn_.size);
+        drawn_.size += vertices;
+        ++report_.rings;
+      }
+      start = i + 1;
+    }
   }
 
   struct Clipped {

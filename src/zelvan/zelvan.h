@@ -2,11 +2,14 @@
 #pragma once
 
 #include <zelvan/colour/color_map.h>
+#include <zelvan/colour/color_map_functions.h>
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/colour/color_rw_map.h>
 #include <zelvan/colour/color_value.h>
 #include <zelvan/colour/color_xfm.h>
 #include <zelvan/export.h>
+#include <zelvan/geometry/check_polygon_set.h>
+#include <zelvan/geometry/clip_functions.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
@@ -16,6 +19,7 @@
 #include <zelvan/geometry/trig.h>
 #include <zelvan/geometry/units.h>
 #include <zelvan/linetypes/line_type_definition.h>
+#include <zelvan/linetypes/line_type_functions.h>
 #include <zelvan/linetypes/line_type_list.h>
 #include <zelvan/logger/logger.h>
 #include <zelvan/mem/mem.h>
@@ -26,6 +30,8 @@
 #include <zelvan/pick/pick_rect.h>
 #include <zelvan/pick/pick_region.h>
 #include <zelvan/pick/polygon.h>
+#include <zelvan/pick/polygon_of.h>
+#include <zelvan/pick/region_functions.h>
 #include <zelvan/text/glyph_tokenize.h>
 #include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>

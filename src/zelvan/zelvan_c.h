@@ -32,6 +32,25 @@ typedef struct real_rect_t {
   real_pt_t corners[4];
 } real_rect_t;
 
+typedef enum drw_edge_flag {
+  drw_edge_invisible = 0,
+  drw_edge_visible = 1,
+  drw_edge_close_invisible = 2,
+  drw_edge_close_visible = 3
+} drw_edge_flag;
+
+typedef struct drw_pset_t {
+  int n_points;
+  real_pt_t* points;
+  int* edge_flags;
+} drw_pset_t;
+
+typedef struct drw_dpset_t {
+  int n_points;
+  int_pt_t* points;
+  int* edge_flags;
+} drw_dpset_t;
+
 // ---- records of <zelvan/transforms/mtx2d.h>
 
 enum { Mtx2DTypeDiagonal = 0, Mtx2DTypeQuadrant = 1, Mtx2DTypeGeneral = 2, Mtx2DTypeIdentity = 3 };
@@ -60,6 +79,14 @@ typedef struct Mtx2D {
   int mirror;
   int type;
 } Mtx2D;
+
+// ---- classes that C only points to
+
+/// A pick region, made and released as <zelvan/pick/region_functions.h> says.
+typedef struct CPickRegion CPickRegion;
+
+/// A table of line types, made and released as <zelvan/linetypes/line_type_functions.h> says.
+typedef struct CLineTypeDefList CLineTypeDefList;
 
 // ---- records of <zelvan/geometry/conic.h>
 
@@ -254,14 +281,53 @@ void invert_matrix(Mtx2D* matrix, Mtx2D* result);
 void xfm_get_orientation(Mtx2D* matrix, double* angle, int* mirror);
 void XfmRect(real_rect_t* in, real_rect_t* out, Mtx2D* matrix);
 void til_xfm_pnt(double x, double y, double* xo, double* yo, Mtx2D* matrix);
+void zelvan_map_points(int n, const real_pt_t* in, real_pt_t* out, const Mtx2D* matrix);
+void zelvan_map_points_to_device(int n, const real_pt_t* in, int_pt_t* out, const Mtx2D* matrix);
+void zelvan_map_points_from_device(int n, const int_pt_t* in, real_pt_t* out, const Mtx2D* matrix);
+void zelvan_map_polygons(const drw_pset_t* in, drw_pset_t* out, const Mtx2D* matrix);
+void zelvan_map_polygons_to_device(const drw_pset_t* in, drw_dpset_t* out, const Mtx2D* matrix);
+void zelvan_map_polygons_from_device(const drw_dpset_t* in, drw_pset_t* out, const Mtx2D* matrix);
+
+// ---- <zelvan/pick/region_functions.h>
+
+CPickRegion* zelvan_new_rect_region(double x1, double y1, double x2, double y2);
+CPickRegion* zelvan_new_polyline_region(int n, const real_pt_t* points);
+CPickRegion* zelvan_new_polygon_region(int n, const real_pt_t* points);
+CPickRegion* zelvan_new_region_of_polygon(const drw_pset_t* set, int k);
+int zelvan_count_polygons(const drw_pset_t* set);
+CPickRegion* zelvan_map_region(const CPickRegion* region, const Mtx2D* matrix);
+void zelvan_delete_region(CPickRegion* region);
+int zelvan_hit_region(const CPickRegion* region, double x, double y, double tolerance);
+int zelvan_hit_region_with_points(const CPickRegion* region, int n, const real_pt_t* points,
+                                  double tolerance, unsigned char* hits);
+
+// ---- <zelvan/colour/color_map_functions.h>
+
+ColorMap* zelvan_new_color_map(int size, int max_value, const int* rgb);
+void zelvan_delete_color_map(ColorMap* map);
+int zelvan_set_color(ColorMap* map, int index, const char* text);
+int zelvan_set_named_color(ColorMap* map, int index, const char* name);
 
 // ---- <zelvan/colour/color_xfm.h>
 
-ColorMap* ColOpen(int size, int max_value);  // nothing that C can call gives it back
+ColorMap* ColOpen(int size, int max_value);  // zelvan_delete_color_map releases it
 ColorXfm* ColOpenXfm(int size);
 void ColCloseXfm(ColorXfm** xfm);
 int ColGetClosestColor(ColorRGB* target, ColorMap* map, int* distance);
 void ColMapColors(ColorMap* source, ColorMap* target, ColorXfm* xfm);
+
+// ---- <zelvan/geometry/check_polygon_set.h>
+
+int zelvan_check_polygon_set(const drw_pset_t* set, const real_rect_t* rect, char* reason,
+                             int size);
+
+// ---- <zelvan/geometry/clip_functions.h>
+
+void zelvan_clip_polygon_set(const drw_pset_t* source, drw_pset_t* target, const real_rect_t* rect);
+void zelvan_clip_polygon_set_to_view(const drw_pset_t* source, drw_pset_t* target,
+                                     const real_rect_t* rect);
+int zelvan_clip_polyline_to_view(const real_pt_t* points, int n_points, const real_rect_t* view,
+                                 real_pt_t* out, int* begins, int* n_pieces);
 
 // ---- <zelvan/geometry/conic.h>
 
@@ -298,6 +364,14 @@ double utl_angle2d(double x1, double y1, double x2, double y2);
 void drw_get_trig(int degrees, double* sine, double* cosine);
 double utl_inches_to_units(double value, int unit);
 double utl_units_to_inches(double value, int unit);
+
+// ---- <zelvan/linetypes/line_type_functions.h>
+
+CLineTypeDefList* zelvan_new_line_types(void);
+void zelvan_delete_line_types(CLineTypeDefList* list);
+int zelvan_count_fragments(const CLineTypeDefList* list, unsigned int index);
+double zelvan_get_fragment(const CLineTypeDefList* list, unsigned int index, int i);
+double zelvan_get_pattern_length(const CLineTypeDefList* list, unsigned int index);
 
 // ---- <zelvan/mem/mem.h>
 

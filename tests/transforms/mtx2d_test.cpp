@@ -1,6 +1,7 @@
 #include <zelvan/transforms/matrix_functions.h>
 
 #include "support/polygon_set.h"
+#include "support/random.h"
 #include "transforms/matrix.h"
 
 #include <climits>
@@ -214,12 +215,13 @@ TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
 using Reals = support::Vertices<real_pt_t>;
 using Ints = support::Vertices<int_pt_t>;
 
-Ints rounded(const Reals& in) {
+// Mapped as one chain, or each polygon apart.
+Ints rounded(const Reals& in, bool apart = false) {
   support::SetArrays<real_pt_t> source(in);
   support::SetArrays<int_pt_t> room(in.size());
   drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
   drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
-  Mtx2D().XfmPolySetPts(&set, &out);
+  apart ? Mtx2D().XfmPolygons(set, &out) : Mtx2D().XfmPolySetPts(&set, &out);
   return room.first(out.n_points);
 }
 
@@ -234,6 +236,44 @@ TEST(XfmPolySetPts, DropsVerticesThatLandOnTheOneBefore) {
   EXPECT_EQ(rounded({{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{2, 2}, 2}}),
             (Ints{{{0, 0}, 1}, {{1, 1}, 0}, {{2, 2}, 2}}))
       << "polygons that touch run together";
+}
+
+TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
+  const struct {
+    Reals in;
+    Ints out;
+    const char* why;
+  } rows[] = {
+      {{{{5, 0}, 1}, {{5.25, 0}, 1}, {{5, 0.25}, 0}, {{9, 0}, 3}},
+       {{{5, 0}, 0}, {{9, 0}, 3}},
+       "of vertices that fall together the last one's flag stays"},
+      {{{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{1.25, 1}, 2}, {{1, 1}, 2}},
+       {{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 2}, {{1, 1}, 2}},
+       "polygons that touch stay apart, and one vertex is left of each"},
+      {{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}},
+       {{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}},
+       "last and first aren't compared; what no flag closes is dropped, and 7 closes nothing"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(rounded(row.in, true), row.out) << row.why;
+}
+
+// Vertices at one point; every fifth closes a polygon.
+TEST(XfmPolygons, KeepsPolygonsApartInLongSets) {
+  Reals in;
+  for (int i = 0; i < 1280; ++i) in.push_back({{7 + i % 5 * 0.0625, 0}, i % 5 == 4 ? 3 : 1});
+  EXPECT_EQ(rounded(in, true), Ints(256, {{7, 0}, 3}));
+}
+
+TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
+  support::SetArrays<real_pt_t> in({{{1.25, 0}, 1}, {{1, -0.0}, 1}, {{1, 0}, 2}}), room(3);
+  drw_pset_t out = {-1, room.points.data(), room.flags.data()};
+  Mtx2D unmoved;
+  unmoved.ty = -0.0;  // keeps -0.0 as it is
+  unmoved.RealXfmPolygons({3, in.points.data(), in.flags.data()}, &out);
+  EXPECT_EQ(room.first(out.n_points), (Reals{{{1.25, 0}, 1}, {{1, 0}, 2}}))
+      << "-0.0 equals 0.0, and the last of equals stays";
+  unmoved.RealXfmPolygons({-1, nullptr, nullptr}, &out);
+  EXPECT_EQ(out.n_points, 0) << "a count below 0";
 }
 
 // Each of 100 vertices comes three times, an eighth apart.

@@ -8,9 +8,9 @@
 ///
 /// The polyline runs from `points[0]` to `points[n_points - 1]` and is not closed; to clip a ring,
 /// repeat its first point at the end. The pieces come in the order of the line. `*n_pieces`
-/// receives their number, and piece k consists of the points `out[begins[k]]` to `out[begins[k + 1]
-/// - 1]`: two or more. `begins[*n_pieces]` is the number of points written, so this holds for the
-/// last piece too.
+/// receives their number. Piece k begins at the point `out[begins[k]]` and ends before the point
+/// `out[begins[k + 1]]`; it has two points or more. `begins[*n_pieces]` is the number of points
+/// written, so this holds for the last piece too.
 ///
 /// What is inside, and where an edge is cut, is decided as by `ClipPolygonSetToView`: exactly, for
 /// all finite coordinates. The pieces are what a ring of visible edges, which runs along the same

@@ -34,6 +34,10 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   DblPt* start();
   DblPt* end();
 
+  /// The same for a const region. Inline, and no symbols.
+  const DblPt* start() const { return points; }
+  const DblPt* end() const { return points + n_points; }
+
   /// True when the point lies in the axis-aligned box of any segment, inflated by `tol`, edges
   /// included. A slanted segment is thus hit anywhere in the rectangle that it spans, and a
   /// negative tolerance shrinks each box. A NaN in the point or the tolerance answers false, and so
@@ -46,6 +50,10 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   /// A polyline of the mapped points, which the caller deletes; null when empty or when the
   /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
+
+  // The forms for const, see CPickRegion.
+  using CPickRegion::isInside;
+  using CPickRegion::xfm;
 
  protected:
   /// Empty, for derived classes that fill the fields.

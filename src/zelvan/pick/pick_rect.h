@@ -33,6 +33,10 @@ class ZELVAN_API CPickRect : public CPickRegion {
   /// mapped corners. The caller deletes it; null when the heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
+  // The forms for const, see CPickRegion.
+  using CPickRegion::isInside;
+  using CPickRegion::xfm;
+
  protected:
   /// All four coordinates 0.0, for derived classes that fill it with `setPoints`.
   CPickRect();

@@ -26,4 +26,16 @@ class ZELVAN_API CPickRegion {
   /// A new region of the same concrete class, mapped through `matrix`. The caller deletes it.
   /// Null when there is nothing to map or the heap refuses.
   virtual CPickRegion* xfm(Mtx2D& matrix) = 0;
+
+  /// For const regions, points and matrices: as the operation of that name, through virtual
+  /// dispatch. Inline, and no symbols. They require that a derived class only reads itself, too.
+  bool isInside(const DblPt& p, double tol) const {
+    return const_cast<CPickRegion*>(this)->isInside(const_cast<DblPt&>(p), tol);
+  }
+  bool isInside(double x, double y, double tol) const {
+    return const_cast<CPickRegion*>(this)->isInside(x, y, tol);
+  }
+  CPickRegion* xfm(const Mtx2D& matrix) const {
+    return const_cast<CPickRegion*>(this)->xfm(const_cast<Mtx2D&>(matrix));
+  }
 };

@@ -34,6 +34,10 @@ class ZELVAN_API CPolygon : public CPickRegion {
   DblPt* start();
   DblPt* end();
 
+  /// The same for a const region. Inline, and no symbols.
+  const DblPt* start() const { return points; }
+  const DblPt* end() const { return points + n_points; }
+
   /// True when the ring winds about the point; never for an empty region. The tolerance is ignored.
   ///
   /// A point exactly on the boundary counts as if moved a little towards smaller x and then
@@ -50,6 +54,10 @@ class ZELVAN_API CPolygon : public CPickRegion {
   /// A polygon of the mapped vertices, which the caller deletes; null when empty or when the
   /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
+
+  // The forms for const, see CPickRegion.
+  using CPickRegion::isInside;
+  using CPickRegion::xfm;
 
  protected:
   /// Empty, for derived classes that fill the fields.

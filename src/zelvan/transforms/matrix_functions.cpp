@@ -1,5 +1,7 @@
 #include <zelvan/transforms/matrix_functions.h>
 
+#include <algorithm>
+
 void initialize_matrix(Mtx2D* matrix) { matrix->Initialize(); }
 
 void set_matrix_type(Mtx2D* matrix) { matrix->SetType(); }
@@ -33,4 +35,31 @@ void XfmRect(real_rect_t* in, real_rect_t* out, Mtx2D* matrix) { matrix->XfmRect
 
 void til_xfm_pnt(double x, double y, double* xo, double* yo, Mtx2D* matrix) {
   matrix->XfmPt(x, y, xo, yo);
+}
+
+void zelvan_map_points(int n, const real_pt_t* in, real_pt_t* out, const Mtx2D* matrix) {
+  matrix->RealXfmPts(n, in, out);
+}
+
+void zelvan_map_points_to_device(int n, const real_pt_t* in, int_pt_t* out, const Mtx2D* matrix) {
+  matrix->XfmPts(n, in, out);
+}
+
+void zelvan_map_points_from_device(int n, const int_pt_t* in, real_pt_t* out, const Mtx2D* matrix) {
+  for (int i = 0; i < n; ++i) matrix->InvXfmPt(in + i, out + i);
+}
+
+void zelvan_map_polygons(const drw_pset_t* in, drw_pset_t* out, const Mtx2D* matrix) {
+  matrix->RealXfmPolygons(*in, out);
+}
+
+void zelvan_map_polygons_to_device(const drw_pset_t* in, drw_dpset_t* out, const Mtx2D* matrix) {
+  matrix->XfmPolygons(*in, out);
+}
+
+void zelvan_map_polygons_from_device(const drw_dpset_t* in, drw_pset_t* out, const Mtx2D* matrix) {
+  const int n = std::max(in->n_points, 0);
+  zelvan_map_points_from_device(n, in->points, out->points, matrix);
+  std::copy_n(in->edge_flags, n, out->edge_flags);
+  out->n_points = n;
 }

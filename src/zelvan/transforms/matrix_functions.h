@@ -62,3 +62,33 @@ ZELVAN_C_API void XfmRect(real_rect_t* in, real_rect_t* out, Mtx2D* matrix);
 
 /// As `matrix->XfmPt(x, y, xo, yo)`.
 ZELVAN_C_API void til_xfm_pnt(double x, double y, double* xo, double* yo, Mtx2D* matrix);
+
+// ---- mapping of arrays and drawings
+//
+// Requires: room in the output for as many elements as the input has, overlapping nothing of it. A
+// count of 0 or less reads and writes nothing, and makes an empty set.
+
+/// As `matrix->RealXfmPts(n, in, out)`: maps `n` points in reals.
+ZELVAN_C_API void zelvan_map_points(int n, const real_pt_t* in, real_pt_t* out,
+                                    const Mtx2D* matrix);
+
+/// As `matrix->XfmPts(n, in, out)`: maps `n` points and rounds them.
+ZELVAN_C_API void zelvan_map_points_to_device(int n, const real_pt_t* in, int_pt_t* out,
+                                              const Mtx2D* matrix);
+
+/// Maps `n` integer points in reals, each as `matrix->InvXfmPt(in, out)` does. Nothing is inverted
+/// here: to go back from the device, pass a matrix from `invert_matrix`.
+ZELVAN_C_API void zelvan_map_points_from_device(int n, const int_pt_t* in, real_pt_t* out,
+                                                const Mtx2D* matrix);
+
+/// As `matrix->RealXfmPolygons(*in, out)`: maps the polygons of a set in reals.
+ZELVAN_C_API void zelvan_map_polygons(const drw_pset_t* in, drw_pset_t* out, const Mtx2D* matrix);
+
+/// As `matrix->XfmPolygons(*in, out)`: maps the polygons of a set and rounds them.
+ZELVAN_C_API void zelvan_map_polygons_to_device(const drw_pset_t* in, drw_dpset_t* out,
+                                                const Mtx2D* matrix);
+
+/// Maps the vertices of a set as `zelvan_map_points_from_device` does, and copies its flags. All
+/// vertices are kept, repeats included. Of `*out`, the pointers are read and `n_points` is written.
+ZELVAN_C_API void zelvan_map_polygons_from_device(const drw_dpset_t* in, drw_pset_t* out,
+                                                  const Mtx2D* matrix);

@@ -265,8 +265,8 @@ class Mtx2D {
   // arrays, behind the count.
   //
   // A set is walked straight through: where the last vertex of one polygon and the first of
-  // the next land on the same point they collapse too, and the two polygons run together.
-  // Callers who must not have that map polygon by polygon.
+  // the next land on the same point they collapse too, and the two polygons run together. Drawings
+  // are mapped by `XfmPolygons` instead.
   //
   // Requires: output arrays with room for as many vertices as the input has, overlapping
   // nothing of the input. A count of 0 or less gives a count of 0 and touches no array.
@@ -280,6 +280,101 @@ class Mtx2D {
 
   /// Maps a polygon set in reals; repeats are those of the unrounded coordinates.
   ZELVAN_API void RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out);
+
+  // ---- mapping of drawings
+  //
+  // Each polygon of a set is mapped by itself: polygon k of `in` becomes polygon k of `*out`.
+  // Of consecutive vertices of a polygon that land on the same point the last one stays, with its
+  // flag. So a polygon keeps its closing flag, and at least one vertex. Its first vertex is
+  // compared neither with its last one nor with the polygon before.
+  //
+  // Vertices after the last closing flag are dropped. A count of 0 or less makes an empty set and
+  // touches no array.
+  //
+  // Requires: arrays of `*out` with room for as many vertices as `in` has, overlapping nothing of
+  // `in`. Their pointers are read and `n_points` is written; what the result leaves of that room
+  // can be overwritten.
+
+  /// Maps and rounds the polygons of a set, each by itself.
+  ZELVAN_API void XfmPolygons(const drw_pset_t& in, drw_dpset_t* out) const;
+
+  /// Maps the polygons of a set in reals, each by itself; 0.0 and -0.0 are the same coordinate.
+  ZELVAN_API void RealXfmPolygons(const drw_pset_t& in, drw_pset_t* out) const;
+
+  // ---- the operations that only read, for const matrices and const input
+  //
+  // Each calls the exported operation of its name. These overloads are inline and no symbols.
+
+  /// As the operation of that name, which leaves the matrix and its input as they are.
+  unsigned short IsIdentity() const { return writable().IsIdentity(); }
+  Mtx2D operator*(const Mtx2D& other) const { return writable() * other; }
+  Mtx2D Invert() const { return writable().Invert(); }
+  double GetDeterminant() const { return writable().GetDeterminant(); }
+  unsigned short ReversesOrientation() const { return writable().ReversesOrientation(); }
+  void GetElements(double* e11, double* e12, double* e21, double* e22, double* ex,
+                   double* ey) const {
+    writable().GetElements(e11, e12, e21, e22, ex, ey);
+  }
+  double GetScale() const { return writable().GetScale(); }
+  double GetRotation() const { return writable().GetRotation(); }
+  void GetOrientation(double* angle, int* mirrors) const {
+    writable().GetOrientation(angle, mirrors);
+  }
+  void GetOrientationAndXMirror(unsigned short* mirrored, int* orientation) const {
+    writable().GetOrientationAndXMirror(mirrored, orientation);
+  }
+  void GetXMirrorAndOrientation(unsigned short* mirrored, int* orientation) const {
+    writable().GetXMirrorAndOrientation(mirrored, orientation);
+  }
+  void GetXMirrorAndRotation(unsigned short* mirrored, double* angle) const {
+    writable().GetXMirrorAndRotation(mirrored, angle);
+  }
+  void XfmPt(double x, double y, double* xo, double* yo) const { writable().XfmPt(x, y, xo, yo); }
+  void XfmPt(const real_pt_t* in, int_pt_t* out) const { writable().XfmPt(writable(in), out); }
+  void RealXfmPt(const real_pt_t* in, real_pt_t* out) const {
+    writable().RealXfmPt(writable(in), out);
+  }
+  void InvXfmPt(const int_pt_t* in, real_pt_t* out) const {
+    writable().InvXfmPt(writable(in), out);
+  }
+  void RealXfmPts(int n, const real_pt_t* in, real_pt_t* out) const {
+    writable().RealXfmPts(n, writable(in), out);
+  }
+  void XfmPts(int n, const real_pt_t* in, int_pt_t* out) const {
+    writable().XfmPts(n, writable(in), out);
+  }
+  void XfmFPts(int n, const real_pt_t* in, int_pt_t* out) const {
+    writable().XfmFPts(n, writable(in), out);
+  }
+  void XfmSPts(int n, const real_pt_t* in, short_pt_t* out) const {
+    writable().XfmSPts(n, writable(in), out);
+  }
+  void XfmRect(const real_rect_t* in, real_rect_t* out) const {
+    writable().XfmRect(writable(in), out);
+  }
+  void XfmRect(const real_rect_t* in, int_rect_t* out) const {
+    writable().XfmRect(writable(in), out);
+  }
+  void XfmRect(const int_rect_t* in, real_rect_t* out) const {
+    writable().XfmRect(writable(in), out);
+  }
+  void XfmPolyPts(int n, int* n_out, const real_pt_t* in, int_pt_t* out) const {
+    writable().XfmPolyPts(n, n_out, writable(in), out);
+  }
+  void XfmPolySetPts(const drw_pset_t* in, drw_dpset_t* out) const {
+    writable().XfmPolySetPts(writable(in), out);
+  }
+  void RealXfmPolyPtSet(const drw_pset_t* in, drw_pset_t* out) const {
+    writable().RealXfmPolyPtSet(writable(in), out);
+  }
+
+ private:
+  // For operations that are exported without const and change nothing.
+  Mtx2D& writable() const { return const_cast<Mtx2D&>(*this); }
+  template <class Input>
+  static Input* writable(const Input* in) {
+    return const_cast<Input*>(in);
+  }
 };
 
 static_assert(sizeof(Mtx2D) == 56 && std::is_standard_layout<Mtx2D>::value &&

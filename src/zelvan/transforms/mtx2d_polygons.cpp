@@ -38,6 +38,51 @@ void map_set(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), const dr
   out->n_points = map_polygon(m, map_array, in->n_points, in->points, out->points, carry_flag);
 }
 
+bool is_closing(int edge_flag) {
+  return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
+}
+
+// Maps each polygon by itself. A block of vertices is mapped into place and, if some of them repeat
+// the one before, closed up there. No branch asks of a single vertex whether it is a repeat: in a
+// drawing seen from afar that can't be predicted.
+template <class OutSet, class Out>
+void map_each_polygon(const Mtx2D& m, void (Mtx2D::*map_array)(int, const real_pt_t*, Out*) const,
+                      const drw_pset_t& in, OutSet* out) {
+  constexpr int block = 128;
+  bool is_kept[block];
+  const int n = in.n_points;  // a copy, so the compiler knows that no flag written changes it
+  int kept = 0;
+  bool begins = true;  // a polygon, whose first vertex is kept
+  Out before = {};
+  for (int done = 0, count; done < n; done += count) {
+    count = std::min(block, n - done);
+    const int* const flags = in.edge_flags + done;
+    Out* const mapped = out->points + kept;
+    (m.*map_array)(count, in.points + done, mapped);
+    is_kept[0] = begins || !same(mapped[0], before);
+    int count_kept = is_kept[0];
+    for (int i = 1; i < count; ++i) {
+      is_kept[i] = is_closing(flags[i - 1]) | (mapped[i].x != mapped[i - 1].x) |
+                   (mapped[i].y != mapped[i - 1].y);
+      count_kept += is_kept[i];
+    }
+    begins = is_closing(flags[count - 1]);
+    before = mapped[count - 1];
+    if (count_kept == count) {
+      std::copy_n(flags, count, out->edge_flags + kept);
+      kept += count;
+      continue;
+    }
+    for (int i = 0; i < count; ++i) {
+      kept += is_kept[i];
+      out->points[kept - 1] = mapped[i];
+      out->edge_flags[kept - 1] = flags[i];
+    }
+  }
+  while (kept > 0 && !is_closing(out->edge_flags[kept - 1])) --kept;
+  out->n_points = kept;
+}
+
 }  // namespace
 
 void Mtx2D::XfmPolyPts(int n, int* n_out, real_pt_t* in, int_pt_t* out) {
@@ -50,4 +95,12 @@ void Mtx2D::XfmPolySetPts(drw_pset_t* in, drw_dpset_t* out) {
 
 void Mtx2D::RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out) {
   map_set(*this, &Mtx2D::RealXfmPts, in, out);
+}
+
+void Mtx2D::XfmPolygons(const drw_pset_t& in, drw_dpset_t* out) const {
+  map_each_polygon(*this, &Mtx2D::XfmPts, in, out);
+}
+
+void Mtx2D::RealXfmPolygons(const drw_pset_t& in, drw_pset_t* out) const {
+  map_each_polygon(*this, &Mtx2D::RealXfmPts, in, out);
 }

@@ -1,0 +1,48 @@
+/// Pick regions for callers that reach the library by flat names.
+///
+/// A region is made by one of the functions here that return one, asked, mapped, and released with
+/// `zelvan_delete_region`. It copies its points. Each function that makes a region returns null if
+/// there is nothing to make one of, or if the heap refuses; nothing is thrown.
+///
+/// Any number of threads may ask one region. Requires, except where a null pointer is named: none.
+#pragma once
+
+#include <zelvan/export.h>
+#include <zelvan/pick/pick_region.h>
+#include <zelvan/transforms/records.h>
+
+// ---- making
+
+/// Makes a `CPickRect` of two opposite corners, in any order.
+ZELVAN_C_API CPickRegion* zelvan_new_rect_region(double x1, double y1, double x2, double y2);
+
+/// Makes a `CPickPolyline` of `n` points, at least 2. Fewer make none, and read nothing.
+ZELVAN_C_API CPickRegion* zelvan_new_polyline_region(int n, const real_pt_t* points);
+
+/// Makes a `CPolygon` of `n` vertices, at least 3. Fewer make none, and read nothing.
+ZELVAN_C_API CPickRegion* zelvan_new_polygon_region(int n, const real_pt_t* points);
+
+/// Makes a `CPolygon` of polygon `k` of a set, counted from 0: as `zelvan::polygon_of`.
+ZELVAN_C_API CPickRegion* zelvan_new_region_of_polygon(const drw_pset_t* set, int k);
+
+/// Returns the number of polygons of a set, as `zelvan::count_polygons`.
+ZELVAN_C_API int zelvan_count_polygons(const drw_pset_t* set);
+
+/// Maps a region: a new one, as its `xfm` makes it. The old one stays.
+ZELVAN_C_API CPickRegion* zelvan_map_region(const CPickRegion* region, const Mtx2D* matrix);
+
+/// Releases a region and its points. Null does nothing.
+ZELVAN_C_API void zelvan_delete_region(CPickRegion* region);
+
+// ---- asking
+
+/// Returns 1 if the point hits the region, else 0: as its `isInside`.
+ZELVAN_C_API int zelvan_hit_region(const CPickRegion* region, double x, double y, double tolerance);
+
+/// Asks a region for `n` points: writes 1 or 0 for each to `hits`, returns the number of hits.
+///
+/// `hits` has room for `n` bytes, or is null if only the number is wanted. A count of 0 or less
+/// reads and writes nothing.
+ZELVAN_C_API int zelvan_hit_region_with_points(const CPickRegion* region, int n,
+                                               const real_pt_t* points, double tolerance,
+                                               unsigned char* hits);
