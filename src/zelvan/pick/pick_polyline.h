@@ -34,7 +34,7 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   DblPt* start();
   DblPt* end();
 
-  /// The same for a const region. Inline, and no symbols.
+  /// Calls the operation above for a const region. Inline, so no symbol of the library.
   const DblPt* start() const { return points; }
   const DblPt* end() const { return points + n_points; }
 
