@@ -5,6 +5,8 @@
 /// thread.
 #pragma once
 
+#include <initializer_list>
+
 namespace heap {
 
 /// Refuses the `nth` request from now on, and all after it if `for_good`. Refuses none if `nth` is
