@@ -57,16 +57,16 @@ Kernel mapping(void (Mtx2D::*map)(int, real_pt_t*, Out*)) {
   };
 }
 
-/// `translate(count, src, dst)` on elements of `size` bytes, in place and on buffers that overlap.
-template <class Translate>
-Kernel translation(int size, Translate translate) {
-  return [size, translate](Inputs& in) {
+/// Translates elements of `size` bytes, in place and on buffers that overlap.
+template <class Translate, class... Options>
+Kernel translation(int size, Translate translate, Options... options) {
+  return [=](Inputs& in) {
     GuardedArray<unsigned char> bytes(in.bytes);
     unsigned char* const last = bytes.end() - size * in.n;
     for (const int distance : {0, 1, 8, 31, 40, 8 * in.n}) {
       unsigned char* const other = std::max(bytes.data(), last - distance);
-      translate(in.n, other, last);
-      translate(in.n, last, other);
+      translate(options..., in.n, other, last);
+      translate(options..., in.n, last, other);
     }
     return Results(bytes.begin(), bytes.end());
   };
@@ -116,16 +116,16 @@ const NamedKernel kernels[] = {
     {"XfmPts", mapping(&Mtx2D::XfmPts)},
     {"XfmFPts", mapping(&Mtx2D::XfmFPts)},
     {"XfmSPts", mapping(&Mtx2D::XfmSPts)},
-    {"SwapBytesBy2", translation(2, std::bind_front(tra_swap_bytes, 0x42))},
-    {"SwapBytesBy4", translation(4, std::bind_front(tra_swap_bytes, 0x94))},
-    {"SwapBytesBy8", translation(8, std::bind_front(tra_swap_bytes, 0xB8))},
+    {"SwapBytesBy2", translation(2, tra_swap_bytes, 0x42)},
+    {"SwapBytesBy4", translation(4, tra_swap_bytes, 0x94)},
+    {"SwapBytesBy8", translation(8, tra_swap_bytes, 0xB8)},
     {"ReverseBits", translation(1, tra_reverse_bits)},
-    {"CharactersToEbcdic", translation(1, std::bind_front(tra_convert_charset, 1))},
-    {"CharactersToAscii", translation(1, std::bind_front(tra_convert_charset, 2))},
-    {"SinglesToIbm", translation(4, std::bind_front(tra_convert_flpt, 4, 0xA4))},
-    {"SinglesToIeee", translation(4, std::bind_front(tra_convert_flpt, 16, 0xA4))},
-    {"DoublesToIbm", translation(8, std::bind_front(tra_convert_flpt, 4, 0xB8))},
-    {"DoublesToIeee", translation(8, std::bind_front(tra_convert_flpt, 16, 0xB8))},
+    {"CharactersToEbcdic", translation(1, tra_convert_charset, 1)},
+    {"CharactersToAscii", translation(1, tra_convert_charset, 2)},
+    {"SinglesToIbm", translation(4, tra_convert_flpt, 4, 0xA4)},
+    {"SinglesToIeee", translation(4, tra_convert_flpt, 16, 0xA4)},
+    {"DoublesToIbm", translation(8, tra_convert_flpt, 4, 0xB8)},
+    {"DoublesToIeee", translation(8, tra_convert_flpt, 16, 0xB8)},
     {"ClipPolygonSet", clipping(ClipPolygonSet)},
     {"ClipPolygonSetToView", clipping(ClipPolygonSetToView)},
     {"PolygonIsInside", contain},
