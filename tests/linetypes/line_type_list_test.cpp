@@ -1,15 +1,12 @@
 #include <zelvan/linetypes/line_type_list.h>
 
-#include <algorithm>
 #include <climits>
 #include <cmath>
-#include <map>
 #include <memory>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <support/random.h>
 
 namespace {
 
@@ -69,6 +66,7 @@ TEST(AddLineTypeDefinition, FindsAnEqualOneAndLeavesTheCallersAlone) {
   EXPECT_EQ(list.AddLineTypeDefinition(dashed.get(), already_there), 2);
   EXPECT_TRUE(already_there);
   EXPECT_EQ(dashed->GetIndex(), 99u);
+  EXPECT_EQ(add(list, definition(99, 6.0, {60, 40})), (Added{99, false})) << "another length";
   CLineTypeDefinition* const own = list.GetDefinition(2);
   own->AddFragment(std::nan(""));
   EXPECT_EQ(list.AddLineTypeDefinition(own, already_there), 2) << "the very object, with a NaN";
@@ -93,26 +91,22 @@ TEST(AddLineTypeDefinition, TakesEightHundredAndFifty) {
   EXPECT_EQ(list.GetDefinition(850)->GetIndex(), 850u) << "the last";
 }
 
-TEST(CLineTypeDefList, BehavesLikeAMapFromIndicesToDefinitions) {
-  support::Random random(1);
-  for (int round = 0; round < 100; ++round) {
-    CLineTypeDefList list;
-    std::map<int, double> model;  // from an index to the only fragment
-    for (int step = 0; step < 40; ++step) {
-      int index = 14 + random.below(20);
-      const double length = 1.0 + random.below(20);
-      const auto known = std::find_if(model.begin(), model.end(),
-                                      [&](const auto& entry) { return entry.second == length; });
-      const bool is_there = known != model.end();
-      auto made = definition(index, 0.5, {length});
-      if (is_there) index = known->first;
-      if (!is_there && model.contains(index)) index = model.rbegin()->first + 1;
-      model[index] = length;
-      ASSERT_EQ(add(list, std::move(made)), (Added{index, is_there})) << "step " << step;
-    }
-    for (const auto& [index, length] : model) {
-      EXPECT_TRUE(*list.GetDefinition(index) == *definition(0, 0.5, {length})) << index;
-    }
+TEST(AddLineTypeDefinition, TakesTheIndexAboveAllOthersIfItsOwnIsTaken) {
+  const struct {
+    unsigned int index;
+    double fragment;
+    Added expected;
+    const char* why;
+  } rows[] = {
+      {40, 1.0, {40, false}, "a free index"},
+      {40, 2.0, {41, false}, "a taken index"},
+      {30, 1.0, {40, true}, "an equal definition under another index"},
+      {30, 3.0, {30, false}, "a free index below others"},
+      {30, 4.0, {42, false}, "above all, not above its own"},
+  };
+  CLineTypeDefList list;
+  for (const auto& row : rows) {
+    EXPECT_EQ(add(list, definition(row.index, 0.5, {row.fragment})), row.expected) << row.why;
   }
 }
 

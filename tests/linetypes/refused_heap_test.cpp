@@ -1,7 +1,5 @@
 #include <zelvan/linetypes/line_type_list.h>
 
-#include <memory>
-
 #include <gtest/gtest.h>
 #include <support/heap.h>
 
@@ -11,20 +9,6 @@ int count(CLineTypeDefList& list) {
   int found = 0;
   for (unsigned int index = 1; index <= 13; ++index) found += list.GetDefinition(index) != nullptr;
   return found;
-}
-
-TEST(CLineTypeDefList, LeavesOutABuiltInThatFindsNoMemory) {
-  std::unique_ptr<CLineTypeDefList> list;
-  heap::refuse(2, false);  // the list itself is the first request
-  list = std::make_unique<CLineTypeDefList>();
-  EXPECT_TRUE(heap::grant_all());
-  EXPECT_EQ(list->GetDefinition(1), nullptr);
-  EXPECT_EQ(count(*list), 12) << "the others keep their numbers";
-  auto* const definition = new CLineTypeDefinition;
-  definition->SetIndex(2);
-  bool already_there = false;
-  EXPECT_EQ(list->AddLineTypeDefinition(definition, already_there), 14)
-      << "the number that is missing is handed to nobody";
 }
 
 TEST(CLineTypeDefList, StaysAsItWasWhereACopyFindsNoMemory) {

@@ -6,13 +6,9 @@
 struct LoggerInside {
   static constexpr auto init = &Logger::init;
   static constexpr auto open = &Logger::openFile;
-  static constexpr auto date = &Logger::getCurrentDate;
-  static constexpr auto outlog = &Logger::outlog;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
-  static constexpr auto reserved = &Logger::reserved_flag;
   static inline auto& files = Logger::max_num_files;
-  static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
   static inline auto& number = Logger::file_number;
   static inline auto& appends = Logger::reopen_for_append;

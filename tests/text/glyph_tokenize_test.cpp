@@ -28,8 +28,6 @@ bool is_language(const char* language) {
 TEST(GlyphTokenize, CutsAtPunctuationWhereWordsAreSetApart) {
   if (!is_language("en")) GTEST_SKIP() << "the system has another language";
   EXPECT_EQ(glyphs(u"one,two a\\b"), (Tokens{u"one,", u"two", u"a\\b"})) << "no backslash";
-  EXPECT_EQ(glyphs(u" x 3.14"), (Tokens{u"", u"x", u"3.14"})) << "as wtokenize2";
-  EXPECT_EQ(glyphs(u"漢字\u201Cx\u201Dy"), (Tokens{u"漢字\u201C", u"x\u201D", u"y"}));
   EXPECT_EQ(glyphs(u""), (Tokens{u""}));
   const std::u16string punctuation = u" !\"#$%&'()*+,-./:;<=>?@[]^_`{|}~\u201C\u201D";
   for (char16_t unit = 1; unit != 0; ++unit) {
@@ -45,7 +43,6 @@ TEST(GlyphTokenize, CutsChineseAndJapaneseByTheUnit) {
     EXPECT_EQ(glyphs(u"漢 字"), (Tokens{u"漢", u"", u"字"})) << "a stretch of blanks alone";
     EXPECT_EQ(glyphs(u" a \u201C"), (Tokens{u"a", u"\u201C"})) << "stretches are trimmed";
     EXPECT_EQ(glyphs(u"x\x7F\x80"), (Tokens{u"x\x7F", u"\x80"})) << "ASCII ends at 0x80";
-    EXPECT_EQ(glyphs(u"\U0001F600"), (Tokens{u"\xD83D", u"\xDE00"})) << "a pair is two";
     EXPECT_EQ(glyphs(u""), Tokens{});
   }
 }

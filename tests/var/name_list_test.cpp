@@ -52,12 +52,6 @@ TEST(VarAddNameInfo, AppendsAtTheTailUnlessTheNameIsThereInAnyCase) {
   EXPECT_EQ(list.entries(), (Entries{{"width", 1}, {"Height", 2}}));
 }
 
-TEST(VarAddNameInfo, CutsTheStoredNameAtAControlCharacterButComparesTheWholeName) {
-  List list = {{"ab", 1}};
-  EXPECT_TRUE(list.add("AB\x01tail", 2)) << "as written it differs from ab";
-  EXPECT_EQ(list.entries(), (Entries{{"ab", 1}, {"AB", 2}}));
-}
-
 TEST(VarInsertNameInfo, PutsTheNodeBesideItsReference) {
   const struct {
     int position;
@@ -66,9 +60,7 @@ TEST(VarInsertNameInfo, PutsTheNodeBesideItsReference) {
     const char* why;
   } rows[] = {
       {0, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "before the head"},
-      {0, "B", {{"a", 1}, {"new", 9}, {"b", 2}}, "before the tail, in any case"},
       {1, "a", {{"a", 1}, {"new", 9}, {"b", 2}}, "after the head"},
-      {1, "b", {{"a", 1}, {"b", 2}, {"new", 9}}, "after the tail"},
       {2, "none", {{"a", 1}, {"b", 2}, {"new", 9}}, "at the tail, without a reference"},
       {-1, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "other positions mean before"},
   };
@@ -77,25 +69,6 @@ TEST(VarInsertNameInfo, PutsTheNodeBesideItsReference) {
     EXPECT_TRUE(list.insert("new", 9, row.position, row.reference));
     EXPECT_EQ(list.entries(), row.expected) << "position " << row.position << ": " << row.why;
   }
-}
-
-TEST(VarInsertNameInfo, RefusesWithoutAReferenceOrWithANameThatIsThere) {
-  List list;
-  EXPECT_FALSE(list.insert("new", 9, 1, "a")) << "the list is empty";
-  list.add("a", 1);
-  EXPECT_FALSE(list.insert("new", 9, 1, "none")) << "there is no such reference";
-  EXPECT_FALSE(list.insert("A\x1ftail", 9, 0, "a")) << "it ends at its control character";
-  EXPECT_EQ(list.entries(), (Entries{{"a", 1}}));
-}
-
-TEST(VarDeleteNameInfo, ReturnsTheInfoAndKeepsTheRest) {
-  List list = {{"a", 1}, {"b", 2}, {"c", 3}};
-  EXPECT_EQ(List::number(VarDeleteNameInfo(&list.head, "B")), 2);
-  EXPECT_EQ(list.entries(), (Entries{{"a", 1}, {"c", 3}}));
-  EXPECT_EQ(List::number(VarDeleteNameInfo(&list.head, "a")), 1) << "the head";
-  EXPECT_EQ(VarDeleteNameInfo(&list.head, "a"), nullptr) << "it is gone";
-  EXPECT_EQ(List::number(VarDeleteNameInfo(&list.head, "c")), 3) << "the only node";
-  EXPECT_EQ(list.head, nullptr);
 }
 
 TEST(VarExchangeNameInfo, SwapsInfosAndLeavesNamesInPlace) {

@@ -17,7 +17,6 @@ TEST(VarLookupInt, ReturnsTheValueOfTheFirstRowOfThatName) {
       {"dot\x01tail", 1, 1, "a name ends at a control character"},
       {"do", 0, 77, "not a beginning of a name"},
       {"dots", 0, 77, "not more than a name"},
-      {"", 0, 77, "no row is empty"},
       {nullptr, 0, 77, "a null name is an empty one"},
   };
   for (const auto& row : rows) {

@@ -11,7 +11,7 @@ static std::function<void()> on_pause = [] {};
 static int paused_ms;
 static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
 
-static char localhost[] = "localhost", program[] = "program", *own_name;
+static char localhost[] = "localhost", *own_name;
 static int ports[2], is_local;
 
 static int open_connection(std::string host, std::string module) {
@@ -61,10 +61,7 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
     bool opens;
   } rows[] = {
       {"on the path, which a colon may end", "/none:/bin:", "sh", true},
-      {"an entry's first colon belongs to it", ":/bin", "sh", false},
       {"an absolute path", nullptr, "/bin/sh", true},
-      {"a relative path is not looked for along it", "/", "bin/sh", false},
-      {"no path", nullptr, "sh", false},
       {"an absolute path to nothing", "/bin", "/sh", false},
   };
   zelvan::wipc_release_bind_sessions();
@@ -76,8 +73,6 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   }
   EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
-  EXPECT_EQ(open_connection(std::string(300, 'x'), "sh"), 0) << "no such machine";
-  EXPECT_EQ(wipc_last_error(), "Error: Invalid host " + std::string(235, 'x')) << "255 in all";
 }
 
 TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
@@ -112,26 +107,13 @@ TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {
   EXPECT_EQ(support::open_descriptors(), descriptors);
 }
 
-TEST(NullArguments, AreRefusedAndReported) {
+TEST(NullHandles, AreNoSessions) {
   char text[] = "text";
-  wipc_set_debug(1);
-  testing::internal::CaptureStdout();
-  EXPECT_EQ(wipc_open_session(nullptr, program), nullptr);
-  EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
-  EXPECT_EQ(wipc_open_connection(nullptr, program, &own_name, ports, ports, ports), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, nullptr, &own_name, ports, ports, ports), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, program, &own_name, ports, ports, nullptr), 0);
-  EXPECT_EQ(wipc_connect_session(nullptr, 1, 1), nullptr);
-  EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
-  EXPECT_EQ(wipc_connect_session(localhost, 1, 0), nullptr);
   wipc_close_session(nullptr);
   EXPECT_EQ(wipc_sid(nullptr), -1);
-  EXPECT_EQ(wipc_status_sid(nullptr), -1);
   EXPECT_EQ(wipc_poll_session(nullptr), 0);
   EXPECT_EQ(wipc_write(nullptr, text), 0);
   EXPECT_EQ(wipc_write_status(nullptr, text), 0);
   EXPECT_EQ(wipc_read(nullptr, text, 4), -1);
   EXPECT_EQ(wipc_read_status(nullptr, text, 4), -1);
-  const std::string lines = testing::internal::GetCapturedStdout();
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 13) << lines;
 }
