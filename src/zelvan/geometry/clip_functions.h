@@ -8,8 +8,7 @@
 #include <zelvan/export.h>
 #include <zelvan/transforms/records.h>
 
-/// Calls `ClipPolygonSet(source, target, rect)`: cuts polygons into rings, in general position
-/// only.
+/// Calls `ClipPolygonSet(source, target, rect)`: cuts into rings, right only in general position.
 ZELVAN_C_API void zelvan_clip_polygon_set(const drw_pset_t* source, drw_pset_t* target,
                                           const real_rect_t* rect);
 

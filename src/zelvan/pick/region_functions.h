@@ -4,7 +4,8 @@
 /// `zelvan_delete_region`. It has its own copy of the points. The result is null if there is
 /// nothing to make a region of, or if the heap refuses; nothing is thrown.
 ///
-/// Any number of threads may ask one region. Requires: no null pointer, except where one is named.
+/// Any number of threads may ask one region. Requires: no null pointer, except where a comment
+/// allows one.
 #pragma once
 
 #include <zelvan/export.h>

@@ -79,8 +79,8 @@ class ClipView {
   real_pt_t corners_[4];
   real_pt_t directions_[4];  // of the sides, of a length near 1; only of a turned view
   ClipBox box_;
-  real_pt_t centre_;  // the origin of sums that cross an upright view
-  real_pt_t reach_;   // how large such a sum may be, see `WeighedPoint::is_within`
+  real_pt_t centre_;  // the origin that `cross_upright` computes from
+  real_pt_t reach_;   // how far its ends may lie in the mean, see `WeighedPoint::is_within`
   bool is_upright_;
 };
 
