@@ -1,10 +1,11 @@
 /// The library for C: each flat function that is found by its bare name, and its records.
 ///
-/// What a function does, wants and gives stands once, in its header for C++; a line above each
-/// group names it. The classes among the records are plain data here, with the same fields.
+/// What a function does, requires and returns is stated once, in its header for C++; a line above
+/// each group names that header. The classes among the records are plain data here, with the same
+/// fields.
 ///
-/// In C++ this header is zelvan.h, and its declarations of functions say again what is said there:
-/// so a compiler refuses any difference. A test compares records, constants and names.
+/// In C++ this header includes zelvan.h and declares the functions once more, so that a compiler
+/// refuses any difference. A test compares records, constants and names.
 #pragma once
 
 #ifdef __cplusplus
@@ -68,7 +69,7 @@ typedef enum Mtx2DOrient {
 
 enum { Mtx2DRotateFirst = 1, Mtx2DRotateLast = 2 };
 
-/// To begin with, `initialize_matrix` or `set_xfm` fills it.
+/// A transform. Fill a new one with `initialize_matrix` or `set_xfm`.
 typedef struct Mtx2D {
   double m11;
   double m12;
@@ -154,7 +155,8 @@ typedef struct ColorRGB {
   int blue;
 } ColorRGB;
 
-/// A map of the caller's own, over entries of its own, serves wherever one is only searched.
+/// A table of colours. A record of your own over an array of your own serves as well, but is never
+/// passed to `zelvan_delete_color_map`.
 typedef struct ColorMap {
   unsigned int map_size;
   unsigned int map_count;

@@ -2,6 +2,7 @@
 
 #include "support/printers.h"
 
+#include <climits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -22,9 +23,11 @@ TEST(PolygonOf, CopiesPolygonsByTheirClosingFlags) {
   EXPECT_EQ(zelvan::count_polygons(set), 3) << "nothing closes the last two vertices";
   EXPECT_EQ(points_of(zelvan::polygon_of(set, 0)), (Points{{0, 0}, {4, 0}, {0, 4}}));
   EXPECT_EQ(zelvan::polygon_of(set, 2).start(), nullptr) << "two vertices enclose nothing";
-  EXPECT_EQ(zelvan::polygon_of(set, 3).start(), nullptr) << "no such polygon";
   EXPECT_EQ(points_of(zelvan::polyline_of(set, 0)), (Points{{0, 0}, {4, 0}, {0, 4}, {0, 0}}));
-  EXPECT_EQ(zelvan::polyline_of(set, 3).start(), nullptr) << "no such polygon";
+  for (const int k : {3, -1, INT_MIN}) {
+    EXPECT_EQ(zelvan::polygon_of(set, k).start(), nullptr) << "no polygon " << k;
+    EXPECT_EQ(zelvan::polyline_of(set, k).start(), nullptr) << "no polygon " << k;
+  }
 }
 
 }  // namespace

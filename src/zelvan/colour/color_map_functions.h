@@ -1,7 +1,7 @@
 /// Colour maps for callers that reach the library by flat names: made, filled and released.
 ///
-/// What is here belongs to `ColorMap`, and so do the rules for threads. Requires, except where a
-/// null pointer is named: none.
+/// The rules of `ColorMap` hold, those for threads among them: see color_map.h. Requires: no null
+/// pointer, except where a comment allows one.
 #pragma once
 
 #include <zelvan/colour/color_map.h>
@@ -9,21 +9,22 @@
 
 /// Makes a map of `size` entries on the scale `max_value`, as `ColNewColorMap` does.
 ///
-/// `rgb` holds red, green and blue of each entry in turn, or is null for black entries. The result
-/// is null if the heap refuses. It goes back with `zelvan_delete_color_map`.
+/// `rgb` holds 3 * `size` numbers: red, green and blue of each entry in turn. It is copied, and may
+/// be null for black entries. A `size` of 0 or less makes an empty map. The result is null if the
+/// heap refuses. It goes back with `zelvan_delete_color_map`.
 ZELVAN_C_API ColorMap* zelvan_new_color_map(int size, int max_value, const int* rgb);
 
-/// Releases a map of `zelvan_new_color_map` or `ColOpen`, its entries with it. Null does nothing.
+/// Releases a map of `zelvan_new_color_map` or `ColOpen` with its entries. Null does nothing.
 ZELVAN_C_API void zelvan_delete_color_map(ColorMap* map);
 
 /// Sets entry `index` to the colour that `text` describes, as `ColorMap::SetIndex` does.
 ///
-/// Texts are those of `ColorRGB::SetValue`, such as "RGB 1 0.5 0" and "HSV 240 1 1". Returns 1, or
-/// 0 with the entry as it was: for an `index` that the map doesn't have, a null `text`, or another
-/// text.
+/// The texts are those of `ColorRGB::SetValue`, such as "RGB 1 0.5 0" and "HSV 240 1 1". Channels
+/// are on the scale 255, whatever the map's is. Returns 1, or 0 with the entry as it was: for an
+/// `index` that the map doesn't have, a null `text`, or one that `SetValue` refuses.
 ZELVAN_C_API int zelvan_set_color(ColorMap* map, int index, const char* text);
 
-/// Sets entry `index` to the colour of that name, as `ColorRGB::FindName` finds it.
+/// Sets entry `index` to the colour of that name, one of those that `ColorRGB::FindName` knows.
 ///
 /// Channels are on the scale 255, whatever the map's is. Returns 1, or 0 with the entry as it was:
 /// for an `index` that the map doesn't have, a null or an unknown name.

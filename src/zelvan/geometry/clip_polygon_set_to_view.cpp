@@ -18,18 +18,18 @@ bool is_visible(int edge_flag) {
 // Goes once round an outline and writes what becomes of it in the view.
 //
 // What lies outside is drawn onto the border: a vertex beyond a side can move to any place of
-// that side without passing through the view. So of an outline that is outside no more is kept
-// than the side at which it is, and the corners around which it comes to another one. About each
-// place inside the windings stay as they are.
+// that side without passing through the view. So while the outline is outside, the walk keeps only
+// the side at which it is, and writes the corners that it passes on its way to another side. The
+// winding numbers of all places inside stay as they are.
 class RingWalk {
  public:
-  // Writes behind what the target holds.
+  // Writes after what the target holds.
   RingWalk(const ClipView& view, const drw_pset_t& target)
       : view_(view),
         points_(target.points + target.n_points),
         edge_flags_(target.edge_flags + target.n_points) {}
 
-  // Gives the number of vertices written.
+  // Returns the number of vertices written.
   int clip(const Outline& outline);
 
  private:
@@ -49,13 +49,13 @@ class RingWalk {
 
   const ClipView& view_;
   real_pt_t* const points_;
-  int* const edge_flags_;  // of the last vertex it comes with the next one
+  int* const edge_flags_;  // that of the last vertex is set when the next one is written
   int count_ = 0;
   Written first_{}, last_{};
   int side_ = 0;  // at which the outline is while it is outside
   bool has_inside_ = false;
-  // As long as nothing was inside, in eighths of the way around the view: where the last vertex is,
-  // corner k being at 2 k and side k at 2 k + 1; and how far it has come, counter-clockwise.
+  // Both in eighths of the way around the view, as long as nothing was inside: the place of the
+  // last vertex, 2 k for corner k and 2 k + 1 for side k; and the way so far, counter-clockwise.
   int place_ = -1;
   int eighths_turned_ = 0;
 };
@@ -90,17 +90,18 @@ int RingWalk::clip(const Outline& outline) {
 }
 
 // Most vertices have neighbours that lie as they do: strictly inside, and are copied, or beyond
-// the side at which the outline is, and are left out. Gives the number of such behind `i`.
+// the side at which the outline is, and are left out. Returns the number of such vertices after
+// vertex `i`.
 int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint b) {
-  const real_pt_t* const behind = outline.points + i + 2;
+  const real_pt_t* const after_b = outline.points + i + 2;
   const int left = view_.is_upright() ? outline.count - i - 2 : 0;
   if ((a.not_within | b.not_within) == 0) {
     edge_flags_[count_ - 1] = is_visible(outline.edge_flags[i]);
     points_[count_] = *b.at;
     edge_flags_[count_] = outline.edge_flags[i + 1];
-    const int more = count_inside(behind, left, view_.box());
+    const int more = count_inside(after_b, left, view_.box());
     if (more > 0) {
-      std::copy_n(behind, more, points_ + count_ + 1);
+      std::copy_n(after_b, more, points_ + count_ + 1);
       std::copy_n(outline.edge_flags + i + 2, more, edge_flags_ + count_ + 1);
     }
     has_inside_ = true;
@@ -108,13 +109,13 @@ int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint
     return 1 + more;
   }
   if (holds(a.beyond & b.beyond, side_)) {
-    return 1 + count_beyond(behind, left, view_.box(), side_);
+    return 1 + count_beyond(after_b, left, view_.box(), side_);
   }
   return 0;
 }
 
-// `a` has been written if it is in the view; else the outline is at `side_`, on which the last
-// vertex lies that has been written.
+// Writes what becomes of the edge from `a` to `b`. If `a` is in the view, it has been written. Else
+// the outline is at `side_`, and the last vertex written, if any, lies on that side.
 void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
   const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
   if (const Sides common = a.not_within & b.not_within; common != 0) {
@@ -146,8 +147,8 @@ void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
   }
 }
 
-// Goes along the border to one of the sides `to`. The outline is outside and no farther in than
-// on the lines of the sides `through`, which follow each other.
+// Goes along the border to one of the sides `to`. The outline has come to a vertex outside that is
+// beyond or on the lines of the sides `through`, which follow each other around the view.
 void RingWalk::go_to(Sides to, Sides through) {
   if (holds(to, side_)) return;
   const int next = next_side(side_);
@@ -163,7 +164,7 @@ void RingWalk::go_round(Sides to, bool counter_clockwise) {
 }
 
 // Writes a vertex, and whether the edge that leads to it is visible. A point of the border is not
-// repeated, and gives way to a vertex of the outline at the same place.
+// repeated, and a vertex of the outline at the same place replaces it.
 inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool visible) {
   if (count_ > 0) {
     const real_pt_t& last = points_[count_ - 1];
@@ -186,8 +187,9 @@ void RingWalk::write_on_border(const real_pt_t& p, Sides on, bool is_vertex) {
   write(p, on, is_vertex, false);
 }
 
-// An outline without a part inside winds about all of the view alike. It comes from one place on
-// the border to the next along one side.
+// An outline without a part inside winds equally often about every place of the view. From one
+// place on the border to the next it runs along one side, so the shorter way round is the right
+// one.
 void RingWalk::count_turn(Sides on) {
   static constexpr int places[16] = {0, 1, 3, 2, 5, 0, 4, 0, 7, 0, 0, 0, 6};  // by the sides
   const int place = places[on];
@@ -195,7 +197,7 @@ void RingWalk::count_turn(Sides on) {
   place_ = place;
 }
 
-// The whole view, as often as the outline winds about it, and nothing if it doesn't.
+// Writes the corners of the view as often as the outline winds about it; returns their number.
 int RingWalk::write_borders() {
   const int windings = eighths_turned_ / 8;
   count_ = 4 * std::abs(windings);

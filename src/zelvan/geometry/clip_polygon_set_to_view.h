@@ -18,8 +18,8 @@
 /// that was there before. Each vertex is one of the polygon's inside the closed rectangle, as it
 /// was given, or a point on the border. An edge and its reverse are cut at the same point. A part
 /// inside that rounds to one point produces nothing. A polygon strictly inside comes back
-/// unchanged, duplicates included; around one that holds the rectangle come its four corners, once
-/// for each winding.
+/// unchanged, duplicates included. A polygon that holds the rectangle becomes its four corners,
+/// once for each winding.
 ///
 /// Everything but the coordinates of a crossing is decided exactly and without a tolerance. This
 /// holds for all finite coordinates, also for vertices on the border, edges through corners, rings
@@ -28,9 +28,9 @@
 /// A crossing is rounded. Each of its coordinates is within 64 units in the last place of the
 /// rectangle's largest coordinate from where the edge meets the side, and within 3 units if the
 /// rectangle's width and height are less than 1/64 of that coordinate. This holds however long the
-/// edge is, and bounds how far a crossing is off along its side. It is not off an upright side: it
-/// has exactly the side's coordinate and does not leave the rectangle. Off a turned one it may be
-/// by as much.
+/// edge is. It bounds the error along the side. Across an upright side there is none: a crossing
+/// has exactly the side's coordinate and does not leave the rectangle. Across a turned side the
+/// bound is the same.
 ///
 /// `rect` is taken by its four corners in record order, in either sense, upright or turned. Four
 /// corners of any other convex shape will do if each is a corner: three in line, or one repeated,

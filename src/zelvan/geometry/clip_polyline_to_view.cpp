@@ -23,8 +23,8 @@ bool are_finite(const real_pt_t* points, int n) {
   return (sums & sign_bit) == 0;
 }
 
-// True when the whole line lies beyond one side of the box around the view. Most lines of a drawing
-// do, and for short ones the preparation of the view would take the longest.
+// True if the whole line lies beyond one side of the box around the view. Most lines of a drawing
+// do, and for a short one, preparing the view would take most of the time.
 bool is_beyond_a_side(const real_pt_t* points, int n, const real_rect_t& view) {
   const ClipBox box = box_around(view.corners, 4);
   const Sides beyond = sides_out(box, points[0]).beyond;
@@ -75,8 +75,9 @@ void LineWalk::clip(const real_pt_t* points, int n) {
   }
 }
 
-// Most points lie as the one before them does: strictly inside, and are copied, or beyond a side of
-// the box around the view, and are left out. Returns the number of such points from `next` on.
+// Most points lie as the one before them does: strictly inside, and are copied, or beyond the same
+// side of the box around the view, and are left out. Returns the number of such points from `next`
+// on.
 int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
   const ClipBox& box = view_.box();
   if (last.beyond != 0) {
@@ -93,8 +94,8 @@ int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
   return run;
 }
 
-// Writes the part of an edge inside. An edge along a side has none and ends the piece, unless it
-// has no length.
+// Writes the part of an edge inside the view. An edge along a side has none and ends the piece,
+// unless its ends are the same point.
 void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   if ((a.not_within & b.not_within) != 0) {
     is_open_ = is_open_ && are_same(*a.at, *b.at);
@@ -115,7 +116,7 @@ void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   is_open_ = !goes_out;
 }
 
-// Begins a piece, unless one has come this far.
+// Begins a piece at `p`, unless one already ends there.
 void LineWalk::begin_at(const real_pt_t& p) {
   if (is_open_) return;
   begins_[n_pieces_++] = n_points_;

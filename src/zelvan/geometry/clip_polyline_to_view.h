@@ -4,32 +4,33 @@
 #include <zelvan/export.h>
 #include <zelvan/transforms/records.h>
 
-/// Writes the pieces of a polyline inside `view` one after the other; returns the points written.
+/// Writes the pieces of a polyline inside `view` to `out`; returns the number of points written.
 ///
 /// The polyline runs from `points[0]` to `points[n_points - 1]` and is not closed; to clip a ring,
-/// repeat its first point at the end. The pieces come in the order of the line. `*n_pieces`
-/// receives their number. Piece k begins at the point `out[begins[k]]` and ends before the point
-/// `out[begins[k + 1]]`; it has two points or more. `begins[*n_pieces]` is the number of points
-/// written, so this holds for the last piece too.
+/// repeat its first point at the end. The pieces come one after the other, in the order of the
+/// line. `*n_pieces` receives their number. Piece k begins at the point `out[begins[k]]` and ends
+/// before the point `out[begins[k + 1]]`; it has two points or more. `begins[*n_pieces]` is the
+/// number of points written, so this holds for the last piece too.
 ///
 /// What is inside, and where an edge is cut, is decided as by `ClipPolygonSetToView`: exactly, for
-/// all finite coordinates. The pieces are what a ring of visible edges, which runs along the same
-/// points, keeps visible there. So an edge along a side is outside and ends a piece. A line that
-/// only touches a side or a corner from outside produces nothing; one that touches it from inside
-/// stays in one piece. A part that rounds to one point, or onto a side, produces nothing.
+/// all finite coordinates. The pieces are what that operation leaves visible of a polygon with the
+/// same vertices and visible edges, but for its closing edge. So an edge along a side is outside
+/// and ends a piece. A line that only touches a side or a corner from outside produces nothing; one
+/// that touches it from inside stays in one piece. A part that rounds to one point, or onto a side,
+/// produces nothing.
 ///
 /// Each point written is one of the line's, as it was given, or a point on the border where an edge
 /// was cut. A line strictly inside comes back unchanged, duplicates included. A point repeated on
-/// the border is written once. A point alone, on the line or in the view, is no piece.
+/// the border is written once.
 ///
 /// `view` is taken as by `ClipPolygonSetToView`: four corners in ring order, in either sense,
-/// upright or turned. Corners that this operation rejects produce nothing. So do fewer than two
-/// points, a negative number of them, and a line with a coordinate that is not finite.
+/// upright or turned. Corners that are rejected there produce nothing. So do fewer than two
+/// points, and a line with a coordinate that is not finite.
 ///
 /// Room: 2 * (`n_points` - 1) points in `out`; `n_points` numbers, and at least one, in `begins`.
 /// There are at most `n_points` - 1 pieces.
-/// Requires: no null pointer except for `points` and `out` without points; no overlap between the
-/// arrays; at most 2^30 points.
+/// Requires: no null pointer, but `points` and `out` may be null for fewer than two points; no
+/// overlap between the arrays; at most 2^30 points.
 ///
 /// No heap is used and no state kept: calls may run on different threads.
 ZELVAN_API int ClipPolylineToView(const real_pt_t* points, int n_points, const real_rect_t* view,

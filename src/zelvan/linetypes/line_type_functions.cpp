@@ -4,7 +4,7 @@
 
 namespace {
 
-// For an operation that is exported without const and only reads.
+// GetDefinition is exported without const but only reads.
 CLineTypeDefinition* find(const CLineTypeDefList* list, unsigned int index) {
   return const_cast<CLineTypeDefList*>(list)->GetDefinition(index);
 }
@@ -22,8 +22,7 @@ int zelvan_count_fragments(const CLineTypeDefList* list, unsigned int index) {
 
 double zelvan_get_fragment(const CLineTypeDefList* list, unsigned int index, int i) {
   if (i < 0 || i >= zelvan_count_fragments(list, index)) return -1.0;
-  CLineTypeDefPattern pattern =
-      find(list, index)->GetPattern();  // a copy, with a cursor of its own
+  CLineTypeDefPattern pattern = find(list, index)->GetPattern();  // a copy, with its own cursor
   double length = pattern.GetFirstFragment();
   for (; i > 0; --i) length = pattern.GetNextFragment();
   return length;

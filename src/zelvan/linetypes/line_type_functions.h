@@ -1,26 +1,31 @@
 /// Line types for callers that reach the library by flat names: read fragment by fragment.
 ///
-/// What is here belongs to `CLineTypeDefList` and its definitions. Asking changes nothing, so any
-/// number of threads may ask one list. Requires, except where a null pointer is named: none.
+/// The rules of `CLineTypeDefList` and its definitions hold. Asking changes nothing, so any number
+/// of threads may ask one list. Requires: no null pointer, except where a comment allows one.
 #pragma once
 
 #include <zelvan/export.h>
 #include <zelvan/linetypes/line_type_list.h>
 
-/// Makes a table of the 13 built-in line types; null if the heap refuses it.
-/// It goes back with `zelvan_delete_line_types`.
+/// Makes a table of the built-in line types, 1 to 13; null if the heap refuses it.
+///
+/// A line type that finds no memory is missing. The table goes back with
+/// `zelvan_delete_line_types`.
 ZELVAN_C_API CLineTypeDefList* zelvan_new_line_types();
 
 /// Releases a table. Null does nothing.
 ZELVAN_C_API void zelvan_delete_line_types(CLineTypeDefList* list);
 
-/// Returns the number of fragments of the line type of that index, 0 to 20; -1 if there is none.
+/// Returns the number of fragments of a line type, 0 to 20; -1 if `index` has no line type.
 ZELVAN_C_API int zelvan_count_fragments(const CLineTypeDefList* list, unsigned int index);
 
-/// Returns the length of fragment `i`, counted from 0, of a line type: an even one is a dash, an
-/// odd one a gap. -1.0 if there is no such line type or fragment.
+/// Returns the length of fragment `i` of a line type; -1.0 if there is no such fragment or type.
+///
+/// Fragments are counted from 0: even ones are dashes, odd ones gaps. The time grows with `i`.
 ZELVAN_C_API double zelvan_get_fragment(const CLineTypeDefList* list, unsigned int index, int i);
 
-/// Returns the pattern length of a line type, as `CLineTypeDefinition::GetPatternLength`; -1.0 if
-/// there is no such line type.
+/// Returns the pattern length of a line type; -1.0 if there is no such line type.
+///
+/// It is the number of `CLineTypeDefinition::GetPatternLength`: kept beside the fragments, and not
+/// their sum.
 ZELVAN_C_API double zelvan_get_pattern_length(const CLineTypeDefList* list, unsigned int index);

@@ -34,7 +34,7 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   DblPt* start();
   DblPt* end();
 
-  /// Calls the operation above for a const region. Inline, so no symbol of the library.
+  /// The first point of a const region, and one past the last. Inline, and no symbols.
   const DblPt* start() const { return points; }
   const DblPt* end() const { return points + n_points; }
 

@@ -14,17 +14,18 @@ struct Part {
 };
 
 Part find_polygon(const drw_pset_t& set, int k) {
+  int number = 0;
   int first = 0;
   for (int i = 0; i < set.n_points; ++i) {
     if (!is_closing(set.edge_flags[i])) continue;
-    if (k == 0) return {set.points + first, static_cast<unsigned int>(i + 1 - first)};
-    --k;
+    if (number == k) return {set.points + first, static_cast<unsigned int>(i + 1 - first)};
+    ++number;
     first = i + 1;
   }
   return {nullptr, 0};
 }
 
-// Requires: a region of as many points, or an empty one.
+// Requires: a region with room for the points, or an empty one.
 template <class Region>
 void fill(Region& region, const Part& part) {
   DblPt* to = region.start();

@@ -2,8 +2,8 @@
 ///
 /// A region is a copy: it owns its points, and the set may change or go. Polygons are counted from
 /// 0 in set order, by their closing flags. Each call walks the flags from the start of the set, so
-/// the time to reach a polygon grows with the vertices before it. Nothing is kept, and nothing is
-/// thrown: calls may run on any thread.
+/// the time to reach a polygon grows with the vertices before it. Nothing is thrown and no state
+/// kept: calls may run on any thread.
 #pragma once
 
 #include <zelvan/export.h>
@@ -13,16 +13,20 @@
 
 namespace zelvan {
 
-/// Returns the number of polygons of a set. Vertices after the last closing flag belong to none.
+/// Returns the number of polygons of a set: of its closing flags. Vertices after the last one
+/// belong to no polygon.
 ZELVAN_API int count_polygons(const drw_pset_t& set);
 
-/// Returns polygon `k` of a set as a filled region. It is empty if the set has no such polygon, if
-/// that has fewer than 3 vertices, or if the heap refuses.
+/// Returns polygon `k` of a set as a filled region.
+///
+/// It is empty if the set has no such polygon, if the polygon has fewer than 3 vertices, or if the
+/// heap refuses.
 ZELVAN_API CPolygon polygon_of(const drw_pset_t& set, int k);
 
-/// Returns the outline of polygon `k` of a set as a chain of segments, the closing one included:
-/// the first vertex stands at the end once more. Invisible edges are segments, too. The region is
-/// empty if the set has no such polygon, or if the heap refuses.
+/// Returns the outline of polygon `k` of a set as a chain of segments, the closing one included.
+///
+/// The first vertex is repeated at the end. Invisible edges are segments, too. The region is empty
+/// if the set has no such polygon, or if the heap refuses.
 ZELVAN_API CPickPolyline polyline_of(const drw_pset_t& set, int k);
 
 }  // namespace zelvan

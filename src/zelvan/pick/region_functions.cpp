@@ -8,7 +8,7 @@
 
 namespace {
 
-// A region that found no memory for its points is empty, and of no use to the caller.
+// Returns the region, or deletes it and returns null if it is empty, for want of points or memory.
 template <class Region>
 Region* unless_empty(Region* region) {
   if (region == nullptr || region->start() != nullptr) return region;

@@ -1,10 +1,11 @@
 /// Pick regions for callers that reach the library by flat names.
 ///
-/// A region is made by one of the functions here that return one, asked, mapped, and released with
-/// `zelvan_delete_region`. It copies its points. Each function that makes a region returns null if
-/// there is nothing to make one of, or if the heap refuses; nothing is thrown.
+/// Each region that a function here returns is the caller's and goes back with
+/// `zelvan_delete_region`. It has its own copy of the points. The result is null if there is
+/// nothing to make a region of, or if the heap refuses; nothing is thrown.
 ///
-/// Any number of threads may ask one region. Requires, except where a null pointer is named: none.
+/// Any number of threads may ask one region. Requires: no null pointer, except where a comment
+/// allows one.
 #pragma once
 
 #include <zelvan/export.h>
@@ -16,19 +17,22 @@
 /// Makes a `CPickRect` of two opposite corners, in any order.
 ZELVAN_C_API CPickRegion* zelvan_new_rect_region(double x1, double y1, double x2, double y2);
 
-/// Makes a `CPickPolyline` of `n` points, at least 2. Fewer make none, and read nothing.
+/// Makes a `CPickPolyline` of `n` points, at least 2. With fewer, returns null and reads nothing.
 ZELVAN_C_API CPickRegion* zelvan_new_polyline_region(int n, const real_pt_t* points);
 
-/// Makes a `CPolygon` of `n` vertices, at least 3. Fewer make none, and read nothing.
+/// Makes a `CPolygon` of `n` vertices, at least 3. With fewer, returns null and reads nothing.
 ZELVAN_C_API CPickRegion* zelvan_new_polygon_region(int n, const real_pt_t* points);
 
-/// Makes a `CPolygon` of polygon `k` of a set, counted from 0: as `zelvan::polygon_of`.
+/// Makes a `CPolygon` of polygon `k` of a set, as `zelvan::polygon_of` does.
+///
+/// Polygons are counted from 0. Returns null if the set has no such polygon, or if it has fewer
+/// than 3 vertices. Each call walks the set from its start.
 ZELVAN_C_API CPickRegion* zelvan_new_region_of_polygon(const drw_pset_t* set, int k);
 
-/// Returns the number of polygons of a set, as `zelvan::count_polygons`.
+/// Returns the number of polygons of a set, as `zelvan::count_polygons` does.
 ZELVAN_C_API int zelvan_count_polygons(const drw_pset_t* set);
 
-/// Maps a region: a new one, as its `xfm` makes it. The old one stays.
+/// Makes a mapped copy of a region, as its `xfm` does.
 ZELVAN_C_API CPickRegion* zelvan_map_region(const CPickRegion* region, const Mtx2D* matrix);
 
 /// Releases a region and its points. Null does nothing.
@@ -36,10 +40,10 @@ ZELVAN_C_API void zelvan_delete_region(CPickRegion* region);
 
 // ---- asking
 
-/// Returns 1 if the point hits the region, else 0: as its `isInside`.
+/// Returns 1 if the point hits the region, else 0, as its `isInside` decides.
 ZELVAN_C_API int zelvan_hit_region(const CPickRegion* region, double x, double y, double tolerance);
 
-/// Asks a region for `n` points: writes 1 or 0 for each to `hits`, returns the number of hits.
+/// Tests `n` points: writes 1 or 0 for each to `hits`, and returns the number of hits.
 ///
 /// `hits` has room for `n` bytes, or is null if only the number is wanted. A count of 0 or less
 /// reads and writes nothing.

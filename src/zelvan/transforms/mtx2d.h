@@ -96,7 +96,7 @@ class Mtx2D {
     type = Mtx2DTypeDiagonal;
   }
 
-  /// The same as `Identity`.
+  /// Calls `Identity`.
   ZELVAN_INLINE_API void Initialize() { Identity(); }
 
   /// Tags the matrix as `Mtx2DTypeIdentity` if its six elements are exactly the identity's,
@@ -204,15 +204,17 @@ class Mtx2D {
   /// `GetOrientationAndXMirror` where nothing is mirrored.
   ZELVAN_API void GetXMirrorAndOrientation(unsigned short* mirrored, int* orientation);
 
-  /// The same with the turn in degrees, 0 to 360, that is drawn to the quadrant turns: strictly
-  /// between 89.9 and 90.1 it becomes 90.0, likewise about 0, 180 and 270. 360.0 itself stays;
-  /// it comes out where m12 is below zero by next to nothing. NaN where the first row is zero.
+  /// Reads the matrix as a reflection in the x axis first and a turn after it, in degrees.
+  ///
+  /// The turn is 0 to 360, and drawn to the quadrant turns: strictly between 89.9 and 90.1 it
+  /// becomes 90.0, likewise about 0, 180 and 270. 360.0 itself stays; it comes out where m12 is
+  /// below zero by next to nothing. NaN where the first row is zero.
   ZELVAN_API void GetXMirrorAndRotation(unsigned short* mirrored, double* angle);
 
   // ---- mapping of points and rectangles
   //
   // Reals become integers by adding 0.5 with the sign of the value and truncating: halves go
-  // away from zero. Nothing is clamped: what does not fit 32 signed bits, and NaN, gives
+  // away from zero. Nothing is clamped: what does not fit 32 signed bits, and NaN, becomes
   // -2147483648. One point maps to the same bits through every operation below; only the payload
   // of a NaN can differ where two NaN meet in a sum.
   //
@@ -229,7 +231,7 @@ class Mtx2D {
   ZELVAN_API void RealXfmPt(real_pt_t* in, real_pt_t* out);
 
   /// Maps an integer point by this matrix. Nothing is inverted here: to go back from device
-  /// coordinates, call this on the matrix that `Invert` gives.
+  /// coordinates, call this on the matrix that `Invert` returns.
   ZELVAN_API void InvXfmPt(int_pt_t* in, real_pt_t* out);
 
   /// Maps `n` points in reals.
@@ -250,10 +252,10 @@ class Mtx2D {
   /// be the same record as `in`.
   ZELVAN_API void XfmRect(real_rect_t* in, real_rect_t* out);
 
-  /// The same, rounded after the box has been taken.
+  /// Writes the box of the four mapped corners, rounded after it has been taken.
   ZELVAN_API void XfmRect(real_rect_t* in, int_rect_t* out);
 
-  /// The same, for integer corners, in reals.
+  /// Writes the box of four mapped integer corners, in reals.
   ZELVAN_API void XfmRect(int_rect_t* in, real_rect_t* out);
 
   // ---- mapping of polygons
@@ -262,14 +264,14 @@ class Mtx2D {
   // dropped, and in a set the dropped vertex hands its edge flag to the one that it repeats,
   // so that a closing flag survives. If exactly three vertices remain and the third equals
   // the first, the count becomes 2; the third vertex and its flag then still stand in the
-  // arrays, behind the count.
+  // arrays, after the count.
   //
   // A set is walked straight through: where the last vertex of one polygon and the first of
   // the next land on the same point they collapse too, and the two polygons run together. Drawings
   // are mapped by `XfmPolygons` instead.
   //
   // Requires: output arrays with room for as many vertices as the input has, overlapping
-  // nothing of the input. A count of 0 or less gives a count of 0 and touches no array.
+  // nothing of the input. A count of 0 or less makes a count of 0 and touches no array.
 
   /// Maps and rounds a polygon of `n` vertices; `*n_out` is the number kept.
   ZELVAN_API void XfmPolyPts(int n, int* n_out, real_pt_t* in, int_pt_t* out);
@@ -286,7 +288,7 @@ class Mtx2D {
   // Each polygon of a set is mapped by itself: polygon k of `in` becomes polygon k of `*out`.
   // Of consecutive vertices of a polygon that land on the same point the last one stays, with its
   // flag. So a polygon keeps its closing flag, and at least one vertex. Its first vertex is
-  // compared neither with its last one nor with the polygon before.
+  // compared neither with its last one nor with the polygon before it.
   //
   // Vertices after the last closing flag are dropped. A count of 0 or less makes an empty set and
   // touches no array.
@@ -303,9 +305,10 @@ class Mtx2D {
 
   // ---- the operations that only read, for const matrices and const input
   //
-  // Each calls the exported operation of its name. These overloads are inline and no symbols.
+  // Each calls the exported overload without const, which changes neither the matrix nor its input.
+  // These overloads are inline and export no symbols.
 
-  /// As the operation of that name, which leaves the matrix and its input as they are.
+  /// Calls the overload without const, which changes nothing.
   unsigned short IsIdentity() const { return writable().IsIdentity(); }
   Mtx2D operator*(const Mtx2D& other) const { return writable() * other; }
   Mtx2D Invert() const { return writable().Invert(); }

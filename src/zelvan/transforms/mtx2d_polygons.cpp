@@ -7,9 +7,9 @@ namespace {
 bool same(const int_pt_t& a, const int_pt_t& b) { return a.x == b.x && a.y == b.y; }
 bool same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
-// Maps n vertices and drops repeats; gives the number kept. `carry_flag(i, k)` is told that
-// the flag of input vertex i now belongs to output vertex k. The vertices are mapped block by
-// block through the array operation, whose vector forms thus serve here as well.
+// Maps n vertices and drops repeats; returns the number kept. `carry_flag(i, k)` is called when the
+// flag of input vertex i belongs to output vertex k. The vertices are mapped block by block through
+// the array operation, for the sake of its vector forms.
 template <class Out, class CarryFlag>
 int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n, real_pt_t* in,
                 Out* out, CarryFlag carry_flag) {
@@ -24,7 +24,7 @@ int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n
       carry_flag(done, kept - 1);
     }
   }
-  // There and back is a line: only the count forgets the way back.
+  // There and back is a line: the count leaves out the way back, the array still holds it.
   if (kept == 3 && same(out[2], out[0])) kept = 2;
   return kept;
 }
@@ -43,8 +43,8 @@ bool is_closing(int edge_flag) {
 }
 
 // Maps each polygon by itself. A block of vertices is mapped into place and, if some of them repeat
-// the one before, closed up there. No branch asks of a single vertex whether it is a repeat: in a
-// drawing seen from afar that can't be predicted.
+// the one before, compacted there. No branch depends on a single vertex: in a drawing seen from
+// afar the processor could not predict which ones repeat.
 template <class OutSet, class Out>
 void map_each_polygon(const Mtx2D& m, void (Mtx2D::*map_array)(int, const real_pt_t*, Out*) const,
                       const drw_pset_t& in, OutSet* out) {
@@ -52,7 +52,7 @@ void map_each_polygon(const Mtx2D& m, void (Mtx2D::*map_array)(int, const real_p
   bool is_kept[block];
   const int n = in.n_points;  // a copy, so the compiler knows that no flag written changes it
   int kept = 0;
-  bool begins = true;  // a polygon, whose first vertex is kept
+  bool begins = true;  // the next vertex is the first of its polygon, which is always kept
   Out before = {};
   for (int done = 0, count; done < n; done += count) {
     count = std::min(block, n - done);

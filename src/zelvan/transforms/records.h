@@ -33,7 +33,7 @@ struct real_rect_t {
   real_pt_t corners[4];  ///< in ring order, in either sense
 };
 
-/// The same in device coordinates.
+/// A rectangle in device coordinates, as the closed ring of its four corners.
 struct int_rect_t {
   int_pt_t corners[4];  ///< in ring order, in either sense
 };
@@ -59,7 +59,7 @@ struct drw_pset_t {
   int* edge_flags;    ///< one `drw_edge_flag` for each vertex
 };
 
-/// The same in device coordinates.
+/// A polygon set in device coordinates, laid out as `drw_pset_t` is.
 struct drw_dpset_t {
   int n_points;      ///< vertices of all polygons together
   int_pt_t* points;  ///< the vertices, `n_points` of them

@@ -13,8 +13,8 @@ bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(
 
 bool are_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
-// The direction from `a` to `b`, scaled by a power of 2, so that it has each coordinate within
-// rounding. Where that is beyond doubles they are NaN.
+// The direction from `a` to `b`, scaled by a power of 2 to a length near 1. Each coordinate is off
+// by the rounding of one subtraction, or NaN if it can't be scaled without a further loss.
 real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   const double dx = b.x - a.x, dy = b.y - a.y;
   const int exponent = std::ilogb(std::max(std::fabs(dx), std::fabs(dy)));
@@ -26,20 +26,21 @@ real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   return {scaled(dx), scaled(dy)};
 }
 
-// Twice the area of a triangle, and how far it may be off.
+// Twice the area of a triangle, and a bound for its error.
 struct Area {
   double size, noise;
 };
 
-// Subtracts the coordinates of `a`.
+// Computes the area from differences to `a`.
 Area area(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c) {
   const double left = (b.x - a.x) * (c.y - a.y);
   const double right = (b.y - a.y) * (c.x - a.x);
   return {std::fabs(left - right), orientation_noise(left, right)};
 }
 
-// How far from `start` to `end`, from 0 to 1, the edge from `a` to `b` crosses: the areas of the
-// triangles that it forms with both are in the ratio of the ways. Within 27 * 2^-53.
+// Where the edge from `a` to `b` crosses the side from `start` to `end`: 0 at its start, 1 at its
+// end. The triangles that the edge forms with both corners have areas in the ratio of their
+// distances from the crossing. The error is at most 27 * 2^-53.
 double crossing_share(const real_pt_t& a, const real_pt_t& b, const real_pt_t& start,
                       const real_pt_t& end) {
   constexpr double most_noise = 24 * 0x1p-53;
@@ -92,7 +93,8 @@ bool ClipView::set(const real_rect_t& rect) {
   return true;
 }
 
-// 1 for a point inside the line of a side, 0 on it, and -1 beyond.
+// 1 for a point inside the line of a side, 0 on it, and -1 beyond. A direction that is NaN leads to
+// the exact computation.
 int ClipView::sign_inside(int side, const real_pt_t& p) const {
   const real_pt_t& start = corners_[side];
   const double left = directions_[side].x * (p.y - start.y);
@@ -147,7 +149,8 @@ BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) 
   return point;
 }
 
-// Between the ends of the side, so that no end of the edge, however far away, enters the sum.
+// The crossing as a mean of the ends of the side, so that no end of the edge, however far away,
+// enters the sum.
 real_pt_t ClipView::cross_side(int side, PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& start = corners_[side];
   const real_pt_t& end = corners_[next_side(side)];

@@ -11,30 +11,33 @@
 
 namespace zelvan {
 
-/// Side k runs from corner k to the next; both are counted counter-clockwise, in an upright view
-/// as in `box_side`.
+// Side k of a view runs from corner k to the next one. Both are counted counter-clockwise, and in
+// an upright view from the left, as in `box_side`.
+
+/// True if side `k` is in the set.
 inline bool holds(Sides sides, int k) { return (sides >> k & 1) != 0; }
 inline int next_side(int k) { return (k + 1) % 4; }
 inline int previous_side(int k) { return (k + 3) % 4; }
 
-/// A point and the sides that keep it out. Those that a point lies beyond follow each other
-/// around the view, and are never all four.
+/// A point and the sides that keep it out. The sides that it lies beyond follow each other around
+/// the view, and are never all four.
 struct PlacedPoint {
   const real_pt_t* at;
-  Sides beyond;      ///< whose line it lies beyond; none for a point of the view or its border
-  Sides not_within;  ///< whose line it lies beyond or on
+  Sides beyond;      ///< the sides whose line it lies beyond; 0 in the view or on its border
+  Sides not_within;  ///< the sides whose line it lies beyond or on
 };
 
 /// Where an edge crosses the border.
 struct BorderPoint {
   real_pt_t at;
-  Sides on;  ///< two at a corner
-  int side;  ///< the one that is crossed
+  Sides on;  ///< the sides that it lies on: two at a corner
+  int side;  ///< the side that is crossed
 };
 
 class ClipView {
  public:
-  /// False for corners that are not finite or do not go round a convex polygon with an area.
+  /// Takes over the corners; false if they are not finite or are not, in their order, the corners
+  /// of a convex polygon.
   bool set(const real_rect_t& rect);
 
   /// The view if it is upright, else the upright box around it.
@@ -43,7 +46,7 @@ class ClipView {
 
   const real_pt_t& corner(int k) const { return corners_[k]; }
 
-  /// The two that meet in a corner.
+  /// The two sides that meet in a corner.
   static Sides sides_at(int corner) { return 1u << corner | 1u << previous_side(corner); }
 
   PlacedPoint place(const real_pt_t& p) const {
@@ -52,8 +55,8 @@ class ClipView {
     return {&p, out.beyond, out.not_within};
   }
 
-  /// True when the line through both points has corners of the view on either side. If not,
-  /// `*view_is_left` tells where the view lies, seen from `a` towards `b`.
+  /// True if the line through both points has corners of the view on both sides of it. If not,
+  /// `*view_is_left` tells on which side the view lies, seen from `a` towards `b`.
   bool is_split(const real_pt_t& a, const real_pt_t& b, bool* view_is_left) const;
 
   /// Where the edge between both points, in either direction, passes between outside and inside.
@@ -76,29 +79,31 @@ class ClipView {
   real_pt_t corners_[4];
   real_pt_t directions_[4];  // of the sides, of a length near 1; only of a turned view
   ClipBox box_;
-  // The ends of an edge are seen from here, and may be so far away, weighed, that their roundings
-  // do not show in the view.
-  real_pt_t centre_, reach_;
+  real_pt_t centre_;  // the origin that `cross_upright` computes from
+  real_pt_t reach_;   // how far its ends may lie in the mean, see `WeighedPoint::is_within`
   bool is_upright_;
 };
 
-/// `v`, brought between two bounds that come in either order.
+/// Returns `v`, or the nearer bound if it lies outside. The bounds may come in either order.
 inline double clamp(double v, double a, double b) {
   const double low = a < b ? a : b, high = a > b ? a : b;
   const double raised = low > v ? low : v;
   return high < raised ? high : raised;
 }
 
-/// A point on the line between two others: each has the share of the other one's distance from it.
+/// A point between two ends as their weighted mean: the weight of each end is the distance of the
+/// other one.
 ///
-/// Its error is at most 7 roundings of the quotient that takes the ends without their signs. That
-/// is far greater than the point itself if ends far out, to both sides of 0, meet near to it. Then,
-/// and where products overflow or underflow, the quotient is not to be used.
+/// The error is at most 7 roundings of the same mean of |a| and |b|. If the ends are far from 0 and
+/// on different sides of it, that can be far larger than the point itself.
 struct WeighedPoint {
   double a_distance, b_distance;
 
   double sum() const { return a_distance + b_distance; }
   double at(double a, double b) const { return (a * b_distance + b * a_distance) / sum(); }
+
+  /// True if the mean of |a| and |b| is at most `reach`, and no product overflows or underflows.
+  /// If not, `at` is too inexact.
   bool is_within(double reach, double a, double b) const {
     const double limit = reach * sum();
     return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= 0x1p-900 &&
