@@ -91,28 +91,6 @@ TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
   EXPECT_EQ(find({285, 285, 285}, 999), 0) << "three full scales away";
 }
 
-TEST(GetValue, ReturnsWhatAnImageHolds) {
-  int rgb[] = {0x11, 0x22, 0x33};
-  ColorMap map(1, 255, rgb);
-  EXPECT_EQ(map.GetValue(ImageType1Bit, RGBOrderRedHigh, 0), 0x112233U);
-  EXPECT_EQ(map.GetValue(ImageType32Bit, RGBOrderBlueHigh, 0), 0x332211U);
-  EXPECT_EQ(map.GetValue(ImageType32Bit, RGBOrderRedHigh, 1), 1U) << "no such pen";
-  EXPECT_EQ(map.GetValue(ImageType8Bit, RGBOrderRedHigh, 77), 77U) << "the pen, whatever it is";
-}
-
-TEST(MakeRoList, ListsTheLowestOtherPens) {
-  ColorRWMap used(6);
-  ColorRWMap target(6);
-  used.rw_list[0] = 1;
-  used.rw_list[1] = 3;
-  used.rw_count = 2;
-  used.MakeRoList(&target, 1);
-  EXPECT_EQ(std::vector(target.rw_list, target.rw_list + target.rw_count),
-            (std::vector<unsigned int>{0, 2, 4}));
-  used.MakeRoList(&target, 5);
-  EXPECT_EQ(target.rw_count, 0U) << "4 less 5";
-}
-
 TEST(MapColors, CountsHowCloseItCame) {
   ColorMap source(10, 255);
   ColorMap target(2, 255);

@@ -31,7 +31,6 @@ TEST(ColorRGB, TakesATextualValue) {
       {"HSV 0 1 -0.5", before, "value below 0"},
       {"NAME \"dark BLUE\"", {0, 0, 128}, "in any case"},
       {"Name dark blue", before, "there is no dark"},
-      {"Name", before, "no operand"},
       {"", before, "no keyword"},
   };
   for (auto row : rows) {
@@ -81,14 +80,6 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
   ColorRGB color;
   color.HsvToRgb(&negative, 6000);
   EXPECT_EQ(color, ColorRGB(3000, 0, 6000)) << "270 degrees";
-}
-
-TEST(ColorRGB, UnpacksTheLower24Bits) {
-  ColorRGB color;
-  color.RGB32BitToRGBColor(static_cast<int>(0xFF332211));
-  EXPECT_EQ(color, ColorRGB(0x11, 0x22, 0x33));
-  color.BGR32BitToRGBColor(static_cast<int>(0xFF332211));
-  EXPECT_EQ(color, ColorRGB(0x33, 0x22, 0x11));
 }
 
 TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {

@@ -1,4 +1,3 @@
-#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_value.h>
 
 #include <cmath>
@@ -22,37 +21,4 @@ TEST(ColorValue, TakesColoursFromOtherForms) {
   EXPECT_EQ(color, ColorValue(0x23, 0, 0, 0, 0)) << "a pen: the low 8 bits";
   color.SetColorValueFromPackedColor(0x80332211);
   EXPECT_EQ(color, ColorValue(-1, 255, 0x11, 0x22, 0x33)) << "any of the high bits: a colour";
-}
-
-TEST(AdjustForeground, MovesAwayWithinFourteenStepsAndBack) {
-  const auto adjusted = [](ColorValue color, ColAdjT mode) {
-    ColorValue background(1, 2, 100, 100, 100);
-    color.AdjustForeground(background, mode);
-    return color;
-  };
-  EXPECT_EQ(adjusted({7, 8, 105, 95, 104}, ColAdjNudge), ColorValue(7, 8, 106, 95, 104)) << "by 14";
-  EXPECT_EQ(adjusted({7, 8, 105, 95, 105}, ColAdjNudge), ColorValue(7, 8, 105, 95, 105)) << "by 15";
-  EXPECT_EQ(adjusted({7, 8, 114, 100, 100}, ColAdjInvert), ColorValue(7, 8, 141, 155, 155));
-  ColorValue saved(1, 2, 255, 0, 0);
-  ColorValue color = saved;
-  color.AdjustForeground(saved, ColAdjNudge);
-  EXPECT_EQ(color, ColorValue(1, 2, 254, 0, 0)) << "a step down where there is none up";
-  color.UndoAdjustForeground(saved);
-  EXPECT_EQ(color, saved);
-  color = ColorValue(1, 2, 254, 0, 1);
-  color.UndoAdjustForeground(saved);
-  EXPECT_EQ(color.red, 254) << "no nudge: blue differs";
-}
-
-TEST(ColorValue, LooksItsPenUpInAMap) {
-  int rgb[] = {9, 9, 9, 50, 50, 50, 90, 90, 90};
-  ColorMap map(3, 255, rgb);
-  ColorValue color(7, 8, 89, 91, 90);
-  color.SetExactColorValuePenFromRGB(map);
-  EXPECT_EQ(color.pen, 7) << "two steps away";
-  color.SetColorValuePenFromRGB(map);
-  EXPECT_EQ(color, ColorValue(2, 8, 89, 91, 90));
-  color.SetColorValue(7, 8, 51, 50, 50);
-  color.SetExactColorValuePenFromRGB(map);
-  EXPECT_EQ(color.pen, 1) << "one step away counts as exact";
 }

@@ -21,7 +21,7 @@ inline const real_rect_t upright_and_other_views[] = {
     {{{-5, -2}, {2, -1}, {3, 4}, {-4, 3}}},
 };
 
-/// What `clip` appends behind one vertex. For the call the coordinates are multiplied by `scale`.
+/// What `clip` appends after one vertex. For the call the coordinates are multiplied by `scale`.
 inline Set clipped(decltype(&ClipPolygonSet) clip, const Set& in, real_rect_t view,
                    double scale = 1) {
   support::SetArrays<real_pt_t> source(in), target(9 * in.size() + 1);

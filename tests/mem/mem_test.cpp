@@ -55,22 +55,4 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
   MemListDelete(&list);
 }
 
-TEST(MemListRemoveFromSearch, SparesAnObjectUntilTheNextSearch) {
-  MemPool pool = {9, 0};
-  MemList* list = MemListNew(&pool, answer);
-  void* spared = nullptr;
-  void* other = nullptr;
-  MemSetDefaultList(list);
-  MemAllocate(nullptr, 2, &spared, &spared);
-  MemAllocate(nullptr, 1, &other, &other);
-  MemListRemoveFromSearch(list, &spared);
-  EXPECT_EQ(MemListRemoveLargest(list), 1) << "the other";
-  EXPECT_EQ(MemListRemoveLargest(list), 0) << "nothing else to choose";
-  MemListInitializeSearch(list);
-  EXPECT_EQ(MemListRemoveLargest(list), 1);
-  MemListDelete(&list);
-  EXPECT_EQ(MemAllocate(nullptr, 1, nullptr, &other), MEM_SUCCESS) << "the default list is gone";
-  MemFree(nullptr, other);
-}
-
 }  // namespace

@@ -14,17 +14,6 @@ unsigned short free_row_3(MemException* exception) {
   return 1;
 }
 
-TEST(MemListNew, ReturnsNullWhereTheHeapRefuses) {
-  MemPool pool = {1, 0};
-  for (const int nth : {1, 2}) {
-    heap::refuse(nth, false);
-    const MemList* const list = MemListNew(&pool, give_up);
-    heap::grant_all();
-    EXPECT_EQ(list, nullptr) << "request " << nth << " of list and table";
-    EXPECT_EQ(heap::blocks_left(), 0) << "request " << nth << " leaks the other";
-  }
-}
-
 // The table of 16 rows is full, so the heap is asked for a larger one first, then for the block.
 TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
   const struct {
@@ -39,7 +28,6 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
       {1, true, free_row_3, MEM_MALLOC_FAILED, -1, "a row, but no block"},
       {1, false, free_row_3, MEM_SUCCESS, 3, "the old table has a free row"},
       {2, false, go_on, MEM_SUCCESS, 16, "a block when asked once more"},
-      {2, true, go_on, MEM_MALLOC_FAILED, -1, "no block, twice"},
   };
   for (const auto& row : rows) {
     MemPool pool = {99, 0};
@@ -52,18 +40,6 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     EXPECT_EQ(owner, row.row < 0 ? nullptr : list->entries[row.row].address) << row.why;
     MemListDelete(&list);
   }
-}
-
-TEST(MemListDelete, ReleasesFamiliesWithoutAnyHeap) {
-  MemPool pool = {99, 0};
-  MemList* list = MemListNew(&pool, give_up);
-  void* parent = nullptr;
-  MemAllocate(list, sizeof(void*), nullptr, &parent);
-  MemAllocate(list, 1, nullptr, static_cast<void**>(parent));
-  heap::refuse(1, true);
-  MemListDelete(&list);
-  EXPECT_TRUE(heap::grant_all()) << "a list of the children was refused";
-  EXPECT_EQ(parent, nullptr);
 }
 
 }  // namespace
