@@ -1,9 +1,8 @@
 // What is so on Windows alone. Drive Q lies on another disk: `windows` in ../../dev makes it.
 #include <zelvan/osh/file_access.h>
 #include <zelvan/osh/paths.h>
-#include <zelvan/osh/system_services.h>
 
-#include <set>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 #include <mbctype.h>
@@ -40,13 +39,6 @@ TEST(WindowsFiles, MoveToAnotherDriveAndLoseNothing) {
   EXPECT_EQ(osh_chmod("Q:\\new"_c, 0200) + osh_unlink("Q:\\new"_c) + osh_unlink("Q:\\taken"_c), 1);
 }
 
-TEST(WindowsFiles, AreOpenedWithTheFlagsOfTheRuntime) {
-  World world;
-  const int fd = osh_open_binary("new"_c, 0x142, 0600);  // and one that deletes it at the end
-  EXPECT_EQ(osh_write(fd, "x"_c, 1) + osh_file_exists("new"_c), 2);
-  EXPECT_EQ(osh_close(fd) + osh_file_exists("new"_c), 0);
-}
-
 TEST(WindowsFiles, HaveNamesOfManyForms) {
   World world;
   char form[1024], path[] = "a\\b\x81\\c", file[9];
@@ -66,27 +58,6 @@ TEST(WindowsFiles, HaveNamesOfManyForms) {
   EXPECT_EQ(osh_truncate_path(path, path, file), 1);
   EXPECT_EQ(path + std::string("|") + file, "a|b\x81\\c");
   _setmbcp(_MB_CP_ANSI);
-}
-
-std::set<std::string> fonts() {
-  char** list = osh_GetFontFileList();
-  std::set<std::string> paths;
-  for (char** path = list; list != nullptr && *path != nullptr; ++path) paths.insert(*path);
-  if (list != nullptr) osh_FreeFontFileList(&list);
-  return paths;
-}
-
-TEST(WindowsFiles, HaveFontsInTheShellsFolder) {
-  const std::string start = std::getenv("windir") + std::string("\\Fonts\\zelvan");
-  std::set<std::string> expected = fonts();
-  expected.insert({start + ".ttf", start + ".TTC", start + ".x.tty"});
-  for (const char* end : {".ttf", ".TTC", ".x.tty", ".ttfx", ".tt", ".otf"}) put(start + end);
-  EXPECT_EQ(fonts(), expected);
-  for (int i = 0; i < 1300; ++i) put(start + std::to_string(i) + ".ttf");
-  EXPECT_EQ(fonts().size(), 1200);
-  for (const auto& entry : fs::directory_iterator(fs::path(start).parent_path())) {
-    if (entry.path().filename().string().starts_with("zelvan")) fs::remove_all(entry);
-  }
 }
 
 }  // namespace
