@@ -1,9 +1,7 @@
 // What is so on Windows alone. Drive Q lies on another disk: `windows` in ../../dev makes it.
 #include <zelvan/osh/file_access.h>
-#include <zelvan/osh/paths.h>
 
 #include <gtest/gtest.h>
-#include <mbctype.h>
 #include <osh/world.h>
 
 namespace {
@@ -35,20 +33,6 @@ TEST(WindowsFiles, MoveToAnotherDriveAndLoseNothing) {
   EXPECT_EQ(content("other") + std::to_string(std::distance(fs::directory_iterator("."), {})),
             "abc4");
   EXPECT_EQ(osh_chmod("Q:\\new"_c, 0200) + osh_unlink("Q:\\new"_c) + osh_unlink("Q:\\taken"_c), 1);
-}
-
-TEST(WindowsFiles, HaveNamesOfManyForms) {
-  World world;
-  char form[1024], path[] = "a\\b\x81\\c", file[9];
-  put("a long name.text");
-  EXPECT_EQ(osh_alternate_pathname("a long name.text"_c, form) + osh_file_exists(form), 2);
-  EXPECT_EQ(osh_alternate_pathname("PLAIN"_c, form), 0);
-  EXPECT_EQ(osh_alternate_pathname("missing"_c, form), -1);
-  EXPECT_STREQ(form, "missing");
-  ASSERT_EQ(_setmbcp(932), 0);  // whose characters of two bytes may end in a backslash
-  EXPECT_EQ(osh_truncate_path(path, path, file), 1);
-  EXPECT_EQ(path + std::string("|") + file, "a|b\x81\\c");
-  _setmbcp(_MB_CP_ANSI);
 }
 
 }  // namespace
