@@ -47,7 +47,6 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"create, exclusive", 0, -1, "new", [](char* p) { return osh_close(osh_open_text(p, 0x501, 0600)); }},
       {"truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); }},
       {"stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); }},
-      {"stream a", 1, 0, "plain link new dangling", [](char* p) { return closed(osh_fopen_text(p, "a"_c)); }},
       {"exists", 1, 0, "plain locked dir empty link", osh_file_exists},
       {"may write", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); }},
       {"is a writable file", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; }},
@@ -130,14 +129,12 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_lseek(fd, 1, 1), 4);
   EXPECT_EQ(osh_lseek(fd, 0, -1), -1) << "no such origin";
   EXPECT_EQ(osh_lseek(fd, 0, 1), 4) << "a failure moves nothing";
-  EXPECT_EQ(osh_write(fd, nullptr, 1u << 31), -1) << "a count above INT_MAX";
   EXPECT_EQ(osh_close(fd), 0);
-  EXPECT_EQ(osh_close(fd), -1);
 }
 
 TEST(Streams, TakeTheirModesAndTellWhatArrives) {
   const World world;
-  std::FILE* fp = osh_fopen_binary("new"_c, "wx+"_c);  // the plus is dropped
+  std::FILE* const fp = osh_fopen_binary("new"_c, "wx+"_c);  // the plus is dropped
   EXPECT_FALSE(support::is_inherited(osh_fileno(fp)));
   EXPECT_EQ(osh_getc(fp), EOF) << "it was opened to write";
   EXPECT_EQ(osh_fputint(7, 0, fp), 1);
@@ -150,16 +147,6 @@ TEST(Streams, TakeTheirModesAndTellWhatArrives) {
   EXPECT_EQ(osh_close(osh_fileno(fp)), 0);
   EXPECT_EQ(osh_fclose(fp), -1) << "it has not arrived";
   EXPECT_EQ(osh_fopen_binary("new"_c, "wx"_c), nullptr) << "the file is there by now";
-  EXPECT_EQ(osh_fopen_binary("new"_c, nullptr), nullptr) << "no mode";
-  fp = osh_fopen_text("new"_c, "w"_c);
-  EXPECT_GE(osh_fputs("12\n"_c, fp), 0);
-  EXPECT_EQ(osh_fclose(fp), 0);
-  EXPECT_EQ(content("new"), support::is_posix ? "12\n" : "12\r\n");
-  fp = osh_fdopen(osh_open_binary("plain"_c, 0, 0), "r"_c);
-  char text[9] = "";
-  EXPECT_EQ(osh_fread(text, 2, 1, fp), 1u);
-  EXPECT_STREQ(text, "12");
-  EXPECT_EQ(osh_fclose(fp), 0);
 }
 
 // A line feed ends a line, and so does a carriage return that neither of them follows. Texts are
