@@ -6,7 +6,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <osh/world.h>
 #include <support/guarded_array.h>
 
 namespace {
@@ -47,7 +46,5 @@ TEST(Setenv, SplitsAtTheFirstEqualsSign) {
     EXPECT_STREQ(std::getenv("ZELVAN"), after) << why;
   }
 }
-
-TEST(SystemType, IsALibraryConstant) { EXPECT_EQ(osh_system_type(), 8); }
 
 }  // namespace

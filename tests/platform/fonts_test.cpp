@@ -35,7 +35,6 @@ TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {
   for (int i = 1; i <= 1201; ++i) put("f/" + std::to_string(i) + ".ttf");
   list = osh_GetFontFileListCount(&count);
   EXPECT_EQ(count, 1200) << "more are left out";
-  EXPECT_EQ(list[1200], nullptr);
   osh_FreeFontFileList(&list);
 }
 

@@ -65,8 +65,8 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
   failures.insert(failures.end(), promise.always.begin(), promise.always.end());
   errno = 0;
   const bool done = support::run_failing(promise.operation, failures, interrupted);
-  const bool tells_why = !promise.change.empty();  // an operation on files
-  EXPECT_TRUE(done || errno == why || !tells_why) << "says " << std::strerror(errno);
+  const bool is_on_files = !promise.change.empty();
+  EXPECT_TRUE(done || errno == why || !is_on_files) << "says " << std::strerror(errno);
   std::string change;
   const std::set<std::string> after = everything();
   for (const auto& line : before) change += after.contains(line) ? "" : '-' + line;
@@ -133,15 +133,15 @@ const support::Failure no_links{"linkat", 0, EPERM};
 TEST(Copies, ArriveWholeOrChangeNothing) {
   const std::string whose = geteuid() == 0 ? " foreign\n" : "\n";
   const std::string before = "-other 4606 abc" + whose;
+  const Harmless close_after{"close", {2, 3}, "nothing was written there"};
   check("over a file", copy_to("other"_c), before + "+other 606 12345" + whose,
         {no_draft_without_name,
          no_copy_by_the_kernel,
          {"faccessat", {3}, "without /proc the draft has a name"},
          identity_unknown,
          {"fchown", {1}, "its owner where possible", before + "+other 606 12345\n"},
-         {"close", {2, 3}, "nothing was written there"}});
+         close_after});
   const Harmless no_proc{"faccessat", {2}, "without /proc the draft has a name"};
-  const Harmless close_after{"close", {2, 3}, "nothing was written there"};
   check("to a new name", copy_to("new"_c), "+new 770 12345\n",
         {no_draft_without_name, no_copy_by_the_kernel, no_proc, identity_unknown, close_after});
   check("with a draft that has a name", copy_to("new"_c), "+new 770 12345\n",
