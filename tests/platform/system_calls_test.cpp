@@ -170,7 +170,7 @@ TEST(Moves, ArriveWholeOrChangeNothing) {
 TEST(Processes, HaveANumberForWhatFails) {
   const std::pair<int, int> rows[] = {{EPERM, 5}, {ENOMEM, 8}, {E2BIG, 8}, {ENOEXEC, 11}, {EIO, 2}};
   for (const auto& [why, number] : rows) {
-    const auto told = [&] { return osh_system(1, "true"_c) == number; };
+    const auto told = [number = number] { return osh_system(1, "true"_c) == number; };
     EXPECT_TRUE(support::run_failing(told, {{"fork", 2, why}})) << std::strerror(why);
   }
 }
