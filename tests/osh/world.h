@@ -38,7 +38,9 @@ inline void put(const std::string& path, std::string_view text = {}) {
 
 struct World : support::TemporaryFolder {
   World() {
-    put("plain", "12345"), put("other", "abc"), put("locked", "safe");
+    put("plain", "12345");
+    put("other", "abc");
+    put("locked", "safe");
     fs::permissions("locked", fs::perms{0444});
     fs::create_directories("dir/inner");
     fs::create_directory("empty");

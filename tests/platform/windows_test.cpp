@@ -1,11 +1,7 @@
 #include <zelvan/osh/file_access.h>
-#include <zelvan/osh/system_services.h>
-#include <zelvan/platform/clock.h>
-#include <zelvan/platform/processes.h>
 
 #include <set>
 #include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
@@ -14,9 +10,7 @@
 
 namespace {
 
-DWORD replace_error, flush_error, undo_error, delete_error;  // 0: the system's own answer
-int deletes_to_fail;
-int exec_result = -1;
+DWORD replace_error, undo_error;  // 0: the system's own answer
 
 }  // namespace
 
@@ -25,15 +19,12 @@ int exec_result = -1;
 extern "C" {
 extern decltype(&::ReplaceFileW) __real___imp_ReplaceFileW;
 extern decltype(&::MoveFileExW) __real___imp_MoveFileExW;
-extern decltype(&::DeleteFileW) __real___imp_DeleteFileW;
-extern decltype(&::FlushFileBuffers) __real___imp_FlushFileBuffers;
-extern decltype(&::WinExec) __real___imp_WinExec;
 
 decltype(&::ReplaceFileW) __wrap___imp_ReplaceFileW =
     [](LPCWSTR target, LPCWSTR copy, LPCWSTR backup, DWORD flags, LPVOID a, LPVOID b) -> BOOL {
   if (replace_error == 0) return __real___imp_ReplaceFileW(target, copy, backup, flags, a, b);
   if (replace_error == ERROR_UNABLE_TO_MOVE_REPLACEMENT && backup == nullptr) {
-    __real___imp_DeleteFileW(target);
+    ::DeleteFileW(target);
   }
   if (replace_error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2) {
     __real___imp_MoveFileExW(target, backup != nullptr ? backup : L"elsewhere", 0);
@@ -46,33 +37,15 @@ decltype(&::MoveFileExW) __wrap___imp_MoveFileExW = [](LPCWSTR from, LPCWSTR to,
   ::SetLastError(undo_error);
   return undo_error == 0 ? __real___imp_MoveFileExW(from, to, flags) : FALSE;
 };
-
-decltype(&::DeleteFileW) __wrap___imp_DeleteFileW = [](LPCWSTR path) {
-  const bool fails = deletes_to_fail > 0 && deletes_to_fail-- > 0;
-  const bool deletes =
-      !fails || delete_error == ERROR_FILE_NOT_FOUND;  // by an answer that was lost
-  const BOOL done = deletes && __real___imp_DeleteFileW(path);
-  if (fails) ::SetLastError(delete_error);
-  return fails ? FALSE : done;
-};
-
-decltype(&::FlushFileBuffers) __wrap___imp_FlushFileBuffers = [](HANDLE file) {
-  ::SetLastError(flush_error);
-  return flush_error == 0 ? __real___imp_FlushFileBuffers(file) : FALSE;
-};
-
-decltype(&::WinExec) __wrap___imp_WinExec = [](LPCSTR line, UINT show) {
-  return exec_result < 0 ? __real___imp_WinExec(line, show) : static_cast<UINT>(exec_result);
-};
 }
 
 namespace {
 
-/// Every file of a folder with what is in it, in order, the process's number left out.
-std::string files(const std::string& folder = ".") {
+/// Every file with what is in it, in order, the process's number left out.
+std::string files() {
   std::set<std::string> lines;
   const std::string id = "-" + std::to_string(_getpid());
-  for (const auto& entry : fs::directory_iterator(folder)) {
+  for (const auto& entry : fs::directory_iterator(".")) {
     std::string name = entry.path().filename().string();
     if (name.starts_with(".zelvan" + id)) name.erase(7, id.size());
     if (entry.is_regular_file()) lines.insert(name + '=' + content(entry.path().string()));
@@ -99,85 +72,15 @@ TEST(Copies, LoseNothingWhenTheyCannotTakeTheirPlace) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.error);
     World world;
-    replace_error = row.error, undo_error = row.undo_error;
+    replace_error = row.error;
+    undo_error = row.undo_error;
     errno = 0;
     EXPECT_EQ(osh_copyfile("other"_c, "plain"_c) != 0, row.error == 0);
     EXPECT_EQ(errno != 0, row.error != 0);
-    replace_error = undo_error = 0;
+    replace_error = 0;
+    undo_error = 0;
     EXPECT_EQ(files(), row.after);
-    if (row.error == 0) continue;
-    // What such a failure has left is nobody's to delete.
-    put(".zelvan-" + std::to_string(_getpid()) + "-0.old", "kept");
-    EXPECT_NE(osh_copyfile("plain"_c, "locked"_c), 0);
-    EXPECT_NE(files().find(".zelvan-0.old=kept"), std::string::npos);
   }
-}
-
-TEST(Moves, ToAnotherDriveReachTheDiskBeforeTheSourceGoes) {
-  const std::string before = "locked=safe other=abc plain=12345 ", moved = "other=abc plain=12345 ";
-  const struct {
-    DWORD flush_error, delete_error;
-    int deletes_to_fail;
-    std::string here, there;
-    const char* why;
-  } rows[] = {
-      {0, 0, 0, moved, "moved=safe ", "nothing fails"},
-      {ERROR_DISK_FULL, 0, 0, before, "", "the content does not reach the disk"},
-      {0, ERROR_SHARING_VIOLATION, 1, before, "", "somebody has the source open"},
-      {0, ERROR_ACCESS_DENIED, 2, before, "moved=safe ", "the copy can't be deleted either"},
-      {0, ERROR_FILE_NOT_FOUND, 1, moved, "moved=safe ", "the source goes, the answer is lost"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    World world;
-    fs::create_directory("Q:\\folder");
-    flush_error = row.flush_error, delete_error = row.delete_error;
-    deletes_to_fail = row.deletes_to_fail;
-    EXPECT_EQ(osh_rename("locked"_c, "Q:\\folder\\moved"_c), row.here == moved ? 0 : -1);
-    flush_error = 0, deletes_to_fail = 0;
-    EXPECT_EQ(files(), row.here);
-    EXPECT_EQ(files("Q:\\folder"), row.there);
-    char* const still_read_only = row.here == moved ? "Q:\\folder\\moved"_c : "locked"_c;
-    EXPECT_EQ(osh_file_access(still_read_only, 1) - osh_file_access(still_read_only, 2), 1);
-    osh_chmod("Q:\\folder\\moved"_c, 0200);
-    fs::remove_all("Q:\\folder");
-  }
-}
-
-TEST(Processes, ReturnTheSystemsOwnResult) {
-  for (const auto& [answer, result] : {std::pair{0, 0}, {2, 2}, {31, 31}, {32, 0}, {33, 0}}) {
-    exec_result = answer;
-    EXPECT_EQ(osh_system(0, "x"_c), result) << answer;
-  }
-  exec_result = -1;
-}
-
-namespace platform = zelvan::platform;
-
-void wait_for(const char* file) {
-  for (int i = 0; i < 1000 && !fs::exists(file); ++i) platform::Sleep(10);
-}
-
-// The program that is started below.
-TEST(Processes, DISABLED_WaitUntilStopped) { put("started"), wait_for("stop"); }
-
-TEST(Processes, HoldNoHandleOfTheirStarter) {
-  const support::TemporaryFolder folder;
-  SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
-  const HANDLE held =
-      ::CreateFileA("held", GENERIC_WRITE, 0, &inheritable, CREATE_ALWAYS, 0, nullptr);
-  const std::string line =
-      '"' + support::own_path() + "\" --gtest_also_run_disabled_tests --gtest_filter=*UntilStopped";
-  EXPECT_EQ(platform::CreateProcessA(line.c_str()), 1);
-  wait_for("started");
-  ::CloseHandle(held);
-  EXPECT_TRUE(::DeleteFileA("held")) << "the program holds it, too";
-  EXPECT_GT(platform::WinExec("cmd /c echo > stop"), 31);
-  wait_for("stop");
-  for (const char* missing : {"", "zelvan-none-such", "\"C:/none/such.exe\" x"}) {
-    EXPECT_EQ(platform::CreateProcessA(missing), 0) << missing;
-  }
-  EXPECT_EQ(platform::WinExec("zelvan-none-such"), 2);
 }
 
 }  // namespace

@@ -17,7 +17,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
-#include <time.h>
 
 namespace support {
 
@@ -112,7 +111,7 @@ CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(for
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
-CALL(gethostbyname_r, gives_reason) REAL(clock_gettime) REAL(clock_nanosleep)
+CALL(gethostbyname_r, gives_reason)
 REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
@@ -134,20 +133,6 @@ extern "C" Word __wrap_open(Word path, Word flags, Word mode) {
 
 // Other people's disks have nothing to do with the test.
 extern "C" void __wrap_sync() { call_fails(sync_id, false); }
-
-// Meanwhile the clock stands still, and a pause only tells when it would end.
-inline timespec end_of_pause;
-extern "C" Word __wrap_clock_gettime(Word clock, Word now) {
-  if (!is_armed) return __real_clock_gettime(clock, now);
-  *reinterpret_cast<timespec*>(now) = {5, 1'000'000};
-  return 0;
-}
-extern "C" Word __wrap_clock_nanosleep(Word clock, Word flags, Word end, Word rest) {
-  if (!is_armed) return __real_clock_nanosleep(clock, flags, end, rest);
-  if (call_fails(clock_nanosleep_id, true)) return errno;
-  end_of_pause = *reinterpret_cast<timespec*>(end);
-  return 0;
-}
 
 // An interrupted one goes on by itself, and how it ends shows later.
 int end_of_connect = 0;
