@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+#include <osh/machine_with_drives.h>
+
+namespace {
+
+using namespace std::string_literals;
+namespace machine = machine_with_drives;
+
+TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
+  const std::string roots = "C:\\\0D:\\\0a:\\\0B:\\\0"s;
+  const struct {
+    int drive;
+    std::string roots;
+    std::set<std::string> existing;
+    std::string fixed;
+    int is_found;
+    const char* why;
+  } rows[] = {
+      {4, roots, {"C:\\x", "D:\\x"}, "D:\\x", 1, "the current drive comes first"},
+      {4, roots, {"C:\\x", "B:\\x"}, "C:\\x", 1, "then the first of the list"},
+      {0, roots, {"D:\\x", "\\x"}, "D:\\x", 1, "on a share no drive is the current one"},
+      {0, roots, {"\\x"}, "\\x", 0, "where there are drives only they count"},
+      {3, roots, {"a:\\x"}, "\\x", 0, "a small a is passed over"},
+      {-1, roots, {"\\x"}, "\\x", 1, "without drives it is a file of that name"},
+  };
+  for (const auto& row : rows) {
+    machine::platform::drive = row.drive;
+    machine::platform::roots = row.roots;
+    machine::platform::existing = row.existing;
+    char path[machine::path_size] = "\\x";
+    char fixed[machine::path_size];
+    EXPECT_EQ(machine::osh1_fix_path(path, fixed, 0), row.is_found) << row.why;
+    EXPECT_EQ(fixed, row.fixed) << row.why;
+  }
+}
+
+}  // namespace
