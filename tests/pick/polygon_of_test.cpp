@@ -2,6 +2,7 @@
 
 #include "support/printers.h"
 
+#include <climits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -23,6 +24,7 @@ TEST(PolygonOf, CopiesPolygonsByTheirClosingFlags) {
   EXPECT_EQ(points_of(zelvan::polygon_of(set, 0)), (Points{{0, 0}, {4, 0}, {0, 4}}));
   EXPECT_EQ(zelvan::polygon_of(set, 2).start(), nullptr) << "two vertices enclose nothing";
   EXPECT_EQ(zelvan::polygon_of(set, 3).start(), nullptr) << "no such polygon";
+  EXPECT_EQ(zelvan::polygon_of(set, INT_MIN).start(), nullptr) << "nor one so far below 0";
   EXPECT_EQ(points_of(zelvan::polyline_of(set, 0)), (Points{{0, 0}, {4, 0}, {0, 4}, {0, 0}}));
   EXPECT_EQ(zelvan::polyline_of(set, 3).start(), nullptr) << "no such polygon";
 }

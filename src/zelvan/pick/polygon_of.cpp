@@ -15,10 +15,11 @@ struct Part {
 
 Part find_polygon(const drw_pset_t& set, int k) {
   int first = 0;
+  int index = 0;
   for (int i = 0; i < set.n_points; ++i) {
     if (!is_closing(set.edge_flags[i])) continue;
-    if (k == 0) return {set.points + first, static_cast<unsigned int>(i + 1 - first)};
-    --k;
+    if (index == k) return {set.points + first, static_cast<unsigned int>(i + 1 - first)};
+    ++index;
     first = i + 1;
   }
   return {nullptr, 0};
