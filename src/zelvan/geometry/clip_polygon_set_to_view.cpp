@@ -169,7 +169,10 @@ inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool v
   if (count_ > 0) {
     const real_pt_t& last = points_[count_ - 1];
     const bool is_repeated = last.x == p.x && last.y == p.y;
-    if (is_repeated && !is_vertex) return;
+    if (is_repeated && !is_vertex) {
+      last_.on = on;  // the next edge runs from here; cuts of two sides may round to one point
+      return;
+    }
     if (is_repeated && !last_.is_vertex) {
       --count_;
     } else {
