@@ -28,9 +28,6 @@ using support::Random;
 inline auto fields(const real_pt_t& p) { return std::tie(p.x, p.y); }
 inline auto fields(const int_pt_t& p) { return std::tie(p.x, p.y); }
 inline auto fields(const short_pt_t& p) { return std::tie(p.x, p.y); }
-inline auto fields(const DblPt& p) { return std::tie(p.x, p.y); }
-inline auto fields(const real_rect_t& rect) { return std::tie(rect.corners); }
-inline auto fields(const int_rect_t& rect) { return std::tie(rect.corners); }
 inline auto fields(const Mtx2D& m) {
   return std::tie(m.m11, m.m12, m.m21, m.m22, m.tx, m.ty, m.mirror, m.type);
 }
@@ -49,7 +46,6 @@ inline auto fields(const utl_parabola_t& p) {
 }
 inline auto fields(const ColorRGB& c) { return std::tie(c.red, c.green, c.blue); }
 inline auto fields(const ColorHSV& c) { return std::tie(c.hue, c.saturation, c.value); }
-inline auto fields(const ColorValue& c) { return std::tie(c.pen, c.alpha, c.red, c.green, c.blue); }
 
 /// Calls `visit` with each number, a double or an int64_t, that `value` consists of: a number, a
 /// record, or anything with elements.
@@ -75,7 +71,8 @@ class Log {
   template <class... Inputs, class... Results>
   void operator()(const char* operation, const std::tuple<const Inputs&...>& inputs,
                   const Results&... results) {
-    (for_each_number(results, [this](auto number) { digest_(number); }), ...);
+    (for_each_number(results, [this](auto number) { support::add_to_digest(digest_, number); }),
+     ...);
     if (!is_traced_) return;
     std::printf("%s", operation);
     std::apply([](const auto&... input) { (print(input), ...); }, inputs);
@@ -84,17 +81,15 @@ class Log {
     std::printf("\n");
   }
 
-  std::uint64_t digest() const { return digest_.value(); }
+  std::uint64_t digest() const { return digest_; }
 
  private:
   template <class Value>
   static void print(const Value& value) {
     std::printf(" (");
-    const char* separator = "";
     for_each_number(value, [&](auto number) {
       const double v = static_cast<double>(number);
-      std::printf("%s%.17g", separator, std::isnan(v) ? NAN : v);
-      separator = " ";
+      std::printf("%.17g ", std::isnan(v) ? NAN : v);
     });
     std::printf(")");
   }
@@ -104,7 +99,7 @@ class Log {
     std::printf("\"");
   }
 
-  support::Digest digest_;
+  std::uint64_t digest_ = 0;
   bool is_traced_;
 };
 

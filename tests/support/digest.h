@@ -6,31 +6,17 @@
 
 namespace support {
 
-class Digest {
- public:
-  template <class... Numbers>
-  void operator()(Numbers... numbers) {
-    (mix(bits(numbers)), ...);
-  }
+/// Takes a number into the digest. No step loses anything, so a difference stays one.
+inline void add_to_digest(std::uint64_t& digest, std::int64_t number) {
+  digest = (digest ^ static_cast<std::uint64_t>(number)) * 0x9E3779B97F4A7C15;
+  digest ^= digest >> 32;
+}
 
-  std::uint64_t value() const { return value_; }
-
- private:
-  static std::uint64_t bits(std::int64_t v) { return static_cast<std::uint64_t>(v); }
-
-  // All NaN are one: which operand's payload survives an addition of two is the compiler's choice,
-  // and no result of the library depends on it.
-  static std::uint64_t bits(double v) {
-    return std::isnan(v) ? 0x7ff8000000000000 : __builtin_bit_cast(std::uint64_t, v);
-  }
-
-  // No step loses anything, so a difference stays one.
-  void mix(std::uint64_t v) {
-    value_ = (value_ ^ v) * 0x9E3779B97F4A7C15;
-    value_ ^= value_ >> 32;
-  }
-
-  std::uint64_t value_ = 0;
-};
+/// Takes all NaN as one: which operand's payload survives an addition of two is the compiler's
+/// choice, and no result of the library depends on it.
+inline void add_to_digest(std::uint64_t& digest, double number) {
+  if (std::isnan(number)) number = NAN;
+  add_to_digest(digest, __builtin_bit_cast(std::int64_t, number));
+}
 
 }  // namespace support
