@@ -9,7 +9,6 @@
 
 #include <zelvan/zelvan.h>
 
-#include "support/digest.h"
 #include "support/random.h"
 
 #include <cmath>
@@ -71,8 +70,7 @@ class Log {
   template <class... Inputs, class... Results>
   void operator()(const char* operation, const std::tuple<const Inputs&...>& inputs,
                   const Results&... results) {
-    (for_each_number(results, [this](auto number) { support::add_to_digest(digest_, number); }),
-     ...);
+    (for_each_number(results, [this](auto number) { this->add(number); }), ...);
     if (!is_traced_) return;
     std::printf("%s", operation);
     std::apply([](const auto&... input) { (print(input), ...); }, inputs);
@@ -84,6 +82,18 @@ class Log {
   std::uint64_t digest() const { return digest_; }
 
  private:
+  // No step loses anything, so a difference stays one.
+  void add(std::int64_t number) {
+    digest_ = (digest_ ^ static_cast<std::uint64_t>(number)) * 0x9E3779B97F4A7C15;
+    digest_ ^= digest_ >> 32;
+  }
+
+  // All NaN are one: which operand's payload survives an addition of two is the compiler's choice,
+  // and no result of the library depends on it.
+  void add(double number) {
+    add(__builtin_bit_cast(std::int64_t, std::isnan(number) ? double{NAN} : number));
+  }
+
   template <class Value>
   static void print(const Value& value) {
     std::printf(" (");
@@ -109,18 +119,14 @@ std::tuple<const Inputs&...> inputs(const Inputs&... values) {
   return std::tuple<const Inputs&...>(values...);
 }
 
+using Workload = void (*)(Log& log);
+
+/// All groups, in the order of their names.
+inline std::map<std::string, Workload> groups;
+
 /// A group of operations that share code, with one digest of all that they return.
 ///
-/// Each is an object with the life of the program, and adds itself to `all`.
+/// `name` is "family.operations". Each is an object with the life of the program, and adds itself.
 struct Group {
-  using Workload = void (*)(Log& log);
-
-  /// `name` is "family.operations".
-  Group(const char* name, Workload run) { all()[name] = run; }
-
-  /// In the order of their names.
-  static std::map<std::string, Workload>& all() {
-    static std::map<std::string, Workload> groups;
-    return groups;
-  }
+  Group(const char* name, Workload run) { groups[name] = run; }
 };
