@@ -4,6 +4,7 @@
 
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>
+#include <zelvan/tra/foreign_floats.h>
 
 #include "bytes.h"
 #include "support/float_models.h"

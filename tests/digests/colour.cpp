@@ -1,19 +1,9 @@
 #include "digests/group.h"
 
 #include <climits>
-#include <cmath>
+#include <span>
 
 namespace {
-
-/// From 0 to 1 in steps of half a degree of a full turn, or any; often an edge case.
-float channel(Random& random) {
-  static constexpr float hard[] = {NAN,  INFINITY,      -INFINITY, -0x1p-149f,   -0.0f,
-                                   1.0f, 0x1.000002p0f, 0.9f,      0x1.0101p-9f, 0x1.010102p-9f};
-  const int kind = random.below(16);
-  if (kind == 0) return hard[random.below(10)];
-  if (kind < 9) return static_cast<float>(random.below(721)) / 720.0f;
-  return static_cast<float>(random.unit());
-}
 
 // Small ranges make channels equal, which decides the third of the colour wheel.
 const Group rgb_to_hsv("colour.rgb_to_hsv", [](Log& log) {
@@ -30,29 +20,6 @@ const Group rgb_to_hsv("colour.rgb_to_hsv", [](Log& log) {
   }
 });
 
-const Group hsv_to_rgb("colour.hsv_to_rgb", [](Log& log) {
-  constexpr int scales[] = {INT_MAX, 255, 1, 1000, -7};
-  Random random(2);
-  for (int i = 0; i < 20'000; ++i) {
-    const float turn = i % 4 > 0 ? 360.0f : 9000.0f;
-    ColorHSV hsv = {channel(random) * turn, channel(random), channel(random)};
-    const int scale = scales[random.below(5)];
-    ColorRGB color;
-    color.HsvToRgb(&hsv, scale);
-    log("HsvToRgb", inputs(hsv, scale), color);
-  }
-});
-
-// Halves on the scale, and numbers far beyond what an `int` holds.
-const Group float_channels("colour.float_channels", [](Log& log) {
-  Random random(3);
-  for (int i = 0; i < 6000; ++i) {
-    const float half = (static_cast<float>(random.below(256)) + 0.5f) / 255.0f;
-    const float far = std::ldexp(channel(random), i % 48 - 24);
-    log("ColorValue", inputs(half, far), ColorValue(half, far, std::nextafter(half, 0.0f)));
-  }
-});
-
 // 0.9 as a `float` is 229 on the scale, as a `double` 230.
 const Group set_value("colour.set_value", [](Log& log) {
   const char* const operands[] = {"1",         "0.5",        "0.9",   "\"1\"", "-0", "1.5", "240",
@@ -64,6 +31,49 @@ const Group set_value("colour.set_value", [](Log& log) {
     ColorRGB color(11, 12, 13);
     const int is_set = color.SetValue(0, text.data());
     log("SetValue", inputs(text), is_set, color);
+  }
+});
+
+constexpr int map_scales[] = {255, 255, 20'000};
+
+/// By kind: few colours, so that many are equally close; any; or so far apart that a `float` rounds
+/// their distances, which decides between colours with the same channels in another order.
+ColorRGB some_color(Random& random, int kind) {
+  constexpr int ranges[] = {9, 256, 10};
+  const auto channel = [&] { return random.below(ranges[kind]) * (kind == 2 ? 1999 : 1); };
+  return {channel(), channel(), channel()};
+}
+
+void fill(ColorMap& map, Random& random, int kind) {
+  for (ColorRGB& entry : std::span(map.colors, map.map_size)) entry = some_color(random, kind);
+}
+
+void log_closest(Log& log, ColorMap& map, ColorRGB target) {
+  int distance = -1;
+  const int index = map.GetClosestColor(&target, &distance, 1);
+  log("GetClosestColor", inputs(map.map_size, target), index, distance);
+  log("GetSimilarColor", inputs(map.map_size, target), map.GetSimilarColor(&target));
+}
+
+// Maps of every size that leaves a vector a rest of its own.
+const Group closest_color("colour.closest_color", [](Log& log) {
+  Random random(1);
+  for (int i = 0; i < 3 * 72; ++i) {
+    ColorMap map(i / 3, map_scales[i % 3]);
+    fill(map, random, i % 3);
+    for (int k = 0; k < 30; ++k) log_closest(log, map, some_color(random, i % 3));
+  }
+});
+
+// Black is a full scale away: the last digit of a `float` tells whether that is too far.
+const Group far_colors("colour.far_colors", [](Log& log) {
+  Random random(2);
+  for (int i = 0; i < 20'000; ++i) {
+    const bool is_black = i % 2 == 0;
+    const int scale = is_black ? 2300 + i / 2 : map_scales[2];
+    ColorMap map(2 + i % 19, scale);
+    if (!is_black) fill(map, random, 2);
+    log_closest(log, map, {scale, scale, scale});
   }
 });
 

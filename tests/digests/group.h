@@ -9,7 +9,6 @@
 
 #include <zelvan/zelvan.h>
 
-#include "support/digest.h"
 #include "support/random.h"
 
 #include <cmath>
@@ -28,9 +27,6 @@ using support::Random;
 inline auto fields(const real_pt_t& p) { return std::tie(p.x, p.y); }
 inline auto fields(const int_pt_t& p) { return std::tie(p.x, p.y); }
 inline auto fields(const short_pt_t& p) { return std::tie(p.x, p.y); }
-inline auto fields(const DblPt& p) { return std::tie(p.x, p.y); }
-inline auto fields(const real_rect_t& rect) { return std::tie(rect.corners); }
-inline auto fields(const int_rect_t& rect) { return std::tie(rect.corners); }
 inline auto fields(const Mtx2D& m) {
   return std::tie(m.m11, m.m12, m.m21, m.m22, m.tx, m.ty, m.mirror, m.type);
 }
@@ -49,7 +45,6 @@ inline auto fields(const utl_parabola_t& p) {
 }
 inline auto fields(const ColorRGB& c) { return std::tie(c.red, c.green, c.blue); }
 inline auto fields(const ColorHSV& c) { return std::tie(c.hue, c.saturation, c.value); }
-inline auto fields(const ColorValue& c) { return std::tie(c.pen, c.alpha, c.red, c.green, c.blue); }
 
 /// Calls `visit` with each number, a double or an int64_t, that `value` consists of: a number, a
 /// record, or anything with elements.
@@ -75,7 +70,7 @@ class Log {
   template <class... Inputs, class... Results>
   void operator()(const char* operation, const std::tuple<const Inputs&...>& inputs,
                   const Results&... results) {
-    (for_each_number(results, [this](auto number) { digest_(number); }), ...);
+    (for_each_number(results, [this](auto number) { this->add(number); }), ...);
     if (!is_traced_) return;
     std::printf("%s", operation);
     std::apply([](const auto&... input) { (print(input), ...); }, inputs);
@@ -84,17 +79,27 @@ class Log {
     std::printf("\n");
   }
 
-  std::uint64_t digest() const { return digest_.value(); }
+  std::uint64_t digest() const { return digest_; }
 
  private:
+  // No step loses anything, so a difference stays one.
+  void add(std::int64_t number) {
+    digest_ = (digest_ ^ static_cast<std::uint64_t>(number)) * 0x9E3779B97F4A7C15;
+    digest_ ^= digest_ >> 32;
+  }
+
+  // All NaN are one: which operand's payload survives an addition of two is the compiler's choice,
+  // and no result of the library depends on it.
+  void add(double number) {
+    add(__builtin_bit_cast(std::int64_t, std::isnan(number) ? double{NAN} : number));
+  }
+
   template <class Value>
   static void print(const Value& value) {
     std::printf(" (");
-    const char* separator = "";
     for_each_number(value, [&](auto number) {
       const double v = static_cast<double>(number);
-      std::printf("%s%.17g", separator, std::isnan(v) ? NAN : v);
-      separator = " ";
+      std::printf("%.17g ", std::isnan(v) ? NAN : v);
     });
     std::printf(")");
   }
@@ -104,7 +109,7 @@ class Log {
     std::printf("\"");
   }
 
-  support::Digest digest_;
+  std::uint64_t digest_ = 0;
   bool is_traced_;
 };
 
@@ -114,18 +119,14 @@ std::tuple<const Inputs&...> inputs(const Inputs&... values) {
   return std::tuple<const Inputs&...>(values...);
 }
 
+using Workload = void (*)(Log& log);
+
+/// All groups, in the order of their names.
+inline std::map<std::string, Workload> groups;
+
 /// A group of operations that share code, with one digest of all that they return.
 ///
-/// Each is an object with the life of the program, and adds itself to `all`.
+/// `name` is "family.operations". Each is an object with the life of the program, and adds itself.
 struct Group {
-  using Workload = void (*)(Log& log);
-
-  /// `name` is "family.operations".
-  Group(const char* name, Workload run) { all()[name] = run; }
-
-  /// In the order of their names.
-  static std::map<std::string, Workload>& all() {
-    static std::map<std::string, Workload> groups;
-    return groups;
-  }
+  Group(const char* name, Workload run) { groups[name] = run; }
 };

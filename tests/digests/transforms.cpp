@@ -1,7 +1,5 @@
 #include "digests/group.h"
 
-#include <cmath>
-
 namespace {
 
 /// A matrix of any type, unknown ones included; every seventh is the identity.
@@ -31,22 +29,6 @@ const Group map_points("transforms.map_points", [](Log& log) {
       m.InvXfmPt(&ints[k], &reals[0]);
       log("InvXfmPt", inputs(m, ints[k]), reals[0]);
     }
-  }
-});
-
-// Zeros of both signs and NaN show which operand a tie returns.
-const Group map_rects("transforms.map_rects", [](Log& log) {
-  Random random(3);
-  for (int i = 0; i < 6000; ++i) {
-    Mtx2D m = some_matrix(random, i);
-    real_rect_t in;
-    for (real_pt_t& corner : in.corners) corner = random.hard_points(1)[0];
-    real_rect_t real;
-    int_rect_t device;
-    m.XfmRect(&in, &real);
-    log("XfmRect", inputs(m, in), real);
-    m.XfmRect(&in, &device);
-    log("XfmRect to device", inputs(m, in), device);
   }
 });
 

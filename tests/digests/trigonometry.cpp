@@ -5,30 +5,34 @@
 #include <cmath>
 #include <numbers>
 
-namespace {
-
 using std::numbers::pi;
 
-constexpr int last_term = 26;  // of a power series; later terms are too small even for half a turn
+static constexpr int last_term = 26;  // of a power series; later ones are too small to count
 
-double sine(double angle) {
+extern "C" {
+double __wrap_sin(double angle) {
   const double x = std::remainder(angle, 2 * pi);
   double sum = 1.0;
   for (int n = last_term; n > 0; n -= 2) sum = 1.0 - x * x / (n * (n + 1)) * sum;
   return x * sum;
 }
 
-double cosine(double angle) {
+double __wrap_cos(double angle) {
   const double x = std::remainder(angle, 2 * pi);
   double sum = 1.0;
   for (int n = last_term; n > 0; n -= 2) sum = 1.0 - x * x / (n * (n - 1)) * sum;
   return sum;
 }
 
-/// Halves the angle three times, so that a few terms of the power series are enough. Where a square
-/// overflows or underflows, the angle is wrong, but equally so on every machine.
-double arc_tangent(double y, double x) {
-  if (std::signbit(x)) return std::copysign(pi, y) - arc_tangent(y, -x);
+void __wrap_sincos(double x, double* sine, double* cosine) {  // gcc calls both at once
+  *sine = __wrap_sin(x);
+  *cosine = __wrap_cos(x);
+}
+
+// Halves the angle three times, so that a few terms of the power series are enough. Where a square
+// overflows or underflows, the angle is wrong, but equally so on every machine.
+double __wrap_atan2(double y, double x) {
+  if (std::signbit(x)) return std::copysign(pi, y) - __wrap_atan2(y, -x);
   if (y == 0.0) return y;
   for (int halved = 0; halved < 3; ++halved) x += std::sqrt(x * x + y * y);
   const double tangent = y / x;
@@ -37,15 +41,5 @@ double arc_tangent(double y, double x) {
   return 8 * (tangent * sum);
 }
 
-}  // namespace
-
-extern "C" {
-double __wrap_sin(double x) { return sine(x); }
-double __wrap_cos(double x) { return cosine(x); }
-double __wrap_acos(double x) { return arc_tangent(std::sqrt((1.0 - x) * (1.0 + x)), x); }
-double __wrap_atan2(double y, double x) { return arc_tangent(y, x); }
-void __wrap_sincos(double x, double* sine_of_x, double* cosine_of_x) {  // gcc calls both at once
-  *sine_of_x = sine(x);
-  *cosine_of_x = cosine(x);
-}
+double __wrap_acos(double x) { return __wrap_atan2(std::sqrt((1.0 - x) * (1.0 + x)), x); }
 }

@@ -3,13 +3,10 @@
 /// and `bits` says which kind: 24 or 56, the bits in the fraction of an IBM number.
 #pragma once
 
-#include <zelvan/tra/foreign_floats.h>
-
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 
 namespace support {
 
@@ -44,30 +41,6 @@ inline Word ieee_of(Word ibm, int bits) {
   if (value >= 0x1p128) return sign | 0x7F800000;
   if (value < 0x1p-126) return sign | Word(value * 0x1p149);
   return sign | __builtin_bit_cast(unsigned, static_cast<float>(value));  // exact: it has 24 bits
-}
-
-/// Converts the singles from `first` up to `last` in both directions, 32 at a time. Returns true if
-/// each becomes what it must.
-inline bool converts_singles(Word first, Word last) {
-  constexpr int n = 32;
-  unsigned source[n];
-  unsigned ibm[n];
-  unsigned ieee[n];
-  for (; first < last; first += n) {
-    for (int k = 0; k < n; ++k) source[k] = __builtin_bswap32(static_cast<unsigned>(first + k));
-    tra_convert_flpt(4, 0xA4, n, source, ibm);
-    tra_convert_flpt(16, 0xA4, n, source, ieee);
-    for (int k = 0; k < n; ++k) {
-      const Word single = first + k;
-      if (__builtin_bswap32(ibm[k]) == ibm_of(single, 24) &&
-          __builtin_bswap32(ieee[k]) == ieee_of(single, 24)) {
-        continue;
-      }
-      std::printf("%llx is converted wrongly\n", static_cast<unsigned long long>(single));
-      return false;
-    }
-  }
-  return true;
 }
 
 }  // namespace support

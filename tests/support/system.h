@@ -54,7 +54,7 @@ int open_descriptors();
 /// Would a program that is started now get this descriptor?
 bool is_inherited(int fd);
 
-/// Sets a variable of the environment, or with a null value removes it.
+/// Sets a variable of the environment, or with a null value removes it. On Windows none is empty.
 void set_environment(const char* name, const char* value);
 
 /// The language of the user in two letters where the system has one; empty where the
@@ -64,8 +64,8 @@ std::string language();
 /// The path of the running test program.
 std::string own_path();
 
-/// Memory for `size` bytes in front of an unreadable page: the address of that page. It goes back
-/// with the same size.
+/// Memory for `size` bytes in front of an unreadable page, save on Windows: the address of that
+/// page. It goes back with the same size.
 char* guarded_pages(std::size_t size);
 void release_guarded_pages(char* guard, std::size_t size);
 

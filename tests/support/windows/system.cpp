@@ -25,9 +25,7 @@ bool is_inherited(int fd) {
 }
 
 void set_environment(const char* name, const char* value) {
-  const bool is_empty = value != nullptr && *value == '\0';
-  _putenv_s(name, value == nullptr ? "" : is_empty ? " " : value);  // an empty value removes
-  if (is_empty) *std::getenv(name) = '\0', ::SetEnvironmentVariableA(name, "");
+  _putenv_s(name, value != nullptr ? value : "");  // an empty value removes as well
 }
 
 std::string language() {
@@ -41,18 +39,9 @@ std::string own_path() {
   return {path, ::GetModuleFileNameA(nullptr, path, sizeof path)};
 }
 
-constexpr std::size_t page = 0x1000;
+// From the heap: other systems see a step beyond it.
+char* guarded_pages(std::size_t size) { return static_cast<char*>(std::malloc(size)) + size; }
 
-// What is not committed can't be read.
-char* guarded_pages(std::size_t size) {
-  const std::size_t usable = (size + page - 1) / page * page;
-  void* const pages = ::VirtualAlloc(nullptr, usable + page, MEM_RESERVE, PAGE_READWRITE);
-  if (usable != 0) ::VirtualAlloc(pages, usable, MEM_COMMIT, PAGE_READWRITE);
-  return static_cast<char*>(pages) + usable;
-}
-
-void release_guarded_pages(char* guard, std::size_t size) {
-  ::VirtualFree(guard - (size + page - 1) / page * page, 0, MEM_RELEASE);
-}
+void release_guarded_pages(char* guard, std::size_t size) { std::free(guard - size); }
 
 }  // namespace support
