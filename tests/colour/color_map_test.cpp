@@ -38,20 +38,6 @@ TEST(ColorMap, SetsEntriesThatItHas) {
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
 }
 
-TEST(ColorMap, ComparesAndCopiesAsManyEntries) {
-  ColorMap map = five_pens();
-  ColorMap other(5, 31);
-  ColorMap smaller(4, 31);
-  map.CopyColorMap(&smaller);
-  EXPECT_EQ(smaller.max_value, 31U) << "one entry too few";
-  map.CopyColorMap(&other);
-  EXPECT_EQ(other.max_value, 255U);
-  other.max_value = 1;
-  EXPECT_EQ(map.Identical(&other), 1) << "the scale has no say";
-  other.colors[4].blue = 0;
-  EXPECT_EQ(map.Identical(&other), 0);
-}
-
 TEST(GetClosestColor, RemembersTheLastAnswer) {
   ColorMap map = five_pens();
   ColorMap empty(0, 255);

@@ -78,16 +78,6 @@ TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
   }
 }
 
-TEST_F(LoggerTest, BoundsASetLevelAndReadsOnlyOnce) {
-  Logger log(nullptr);
-  log.setLogLevel(static_cast<logPriorities>(77));
-  (log.*In::init)();
-  EXPECT_EQ(In::level, logError);
-  support::set_environment("LOGGER_MAX_NUM_FILES", "5");
-  (log.*In::init)();
-  EXPECT_EQ(In::files, 2) << "a second init reads nothing";
-}
-
 TEST_F(LoggerTest, TakesThePrefixFromEnvironmentProgramOrSystem) {
   Logger log(nullptr);
   (log.*In::init)();
@@ -126,17 +116,6 @@ TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
   EXPECT_EQ(In::file, nullptr);
   EXPECT_EQ(content(prefix + "7.log"), "12345") << "a second opening begins the file anew";
   std::filesystem::remove(prefix + "7.log");
-}
-
-TEST_F(LoggerTest, WritingReturnsTrueAndOpensNothing) {
-  Logger log("log");
-  EXPECT_TRUE(log.log(logError, "origin", "message"));
-  EXPECT_TRUE(log.logf(logError, nullptr, nullptr));
-  EXPECT_TRUE(log.debug("origin", "message"));
-  EXPECT_TRUE(log.error("origin", "message"));
-  EXPECT_TRUE(log.trace("origin", "message"));
-  EXPECT_TRUE(log.warn(nullptr, nullptr));
-  EXPECT_EQ(In::file, nullptr);
 }
 
 TEST_F(LoggerTest, SurvivesARefusingHeap) {

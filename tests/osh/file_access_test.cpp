@@ -132,23 +132,6 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_close(fd), 0);
 }
 
-TEST(Streams, TakeTheirModesAndTellWhatArrives) {
-  const World world;
-  std::FILE* const fp = osh_fopen_binary("new"_c, "wx+"_c);  // the plus is dropped
-  EXPECT_FALSE(support::is_inherited(osh_fileno(fp)));
-  EXPECT_EQ(osh_getc(fp), EOF) << "it was opened to write";
-  EXPECT_EQ(osh_fputint(7, 0, fp), 1);
-  EXPECT_EQ(osh_fputint(-7, 3, fp), 3);
-  EXPECT_EQ(osh_fputint(7, -2, fp), 2);
-  EXPECT_EQ(osh_fwrite("xyz\n"_c, 2, 2, fp), 2u);
-  EXPECT_EQ(osh_fflush(fp), 0);
-  EXPECT_EQ(content("new"), "7 -77 xyz\n");
-  EXPECT_EQ(osh_fputc('!', fp), '!');
-  EXPECT_EQ(osh_close(osh_fileno(fp)), 0);
-  EXPECT_EQ(osh_fclose(fp), -1) << "it has not arrived";
-  EXPECT_EQ(osh_fopen_binary("new"_c, "wx"_c), nullptr) << "the file is there by now";
-}
-
 // A line feed ends a line, and so does a carriage return that neither of them follows. Texts are
 // all of up to six of four bytes, and longer ones, by buffers of any size.
 TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {

@@ -75,18 +75,6 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(absolute("./x"), "/x");
 }
 
-TEST(GetWorkingDir, WritesThePathOfADirectoryThatIsThere) {
-  if (!support::is_posix) GTEST_SKIP() << "a current directory can't be removed";
-  const World world;
-  fs::current_path("empty");
-  Text directory(1024);
-  EXPECT_EQ(osh_get_working_dir(directory.data()), 1);
-  EXPECT_EQ(directory.data(), world.path + "/empty");
-  fs::remove(world.path + "/empty");
-  EXPECT_EQ(osh_get_working_dir(directory.data()), 0) << "it is gone";
-  EXPECT_EQ(absolute("x"), "") << "it is gone";
-}
-
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
   const World world;
   const std::string longest = padded("x", 1022);
@@ -107,15 +95,6 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
     EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
     EXPECT_EQ(result.data(), name);
     fs::remove(prefix + taken);
-  }
-}
-
-TEST(FileParms, AreTenNumbers) {
-  short copy[10];
-  osh_get_file_parms(copy);
-  osh_get_sys_parms()[2] = 7;  // it is written again
-  for (const short* parms : {copy, osh_get_sys_parms()}) {
-    EXPECT_EQ(std::vector(parms, parms + 10), (std::vector<short>{1, 2, 8, 2, 1, 1, 2, 4, 4, 8}));
   }
 }
 

@@ -106,14 +106,3 @@ TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {
   EXPECT_EQ(paused_ms, 6000) << "the first port answers the fifth attempt, the second none";
   EXPECT_EQ(support::open_descriptors(), descriptors);
 }
-
-TEST(NullHandles, AreNoSessions) {
-  char text[] = "text";
-  wipc_close_session(nullptr);
-  EXPECT_EQ(wipc_sid(nullptr), -1);
-  EXPECT_EQ(wipc_poll_session(nullptr), 0);
-  EXPECT_EQ(wipc_write(nullptr, text), 0);
-  EXPECT_EQ(wipc_write_status(nullptr, text), 0);
-  EXPECT_EQ(wipc_read(nullptr, text, 4), -1);
-  EXPECT_EQ(wipc_read_status(nullptr, text, 4), -1);
-}
