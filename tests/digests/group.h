@@ -126,7 +126,8 @@ inline std::map<std::string, Workload> groups;
 
 /// A group of operations that share code, with one digest of all that they return.
 ///
-/// `name` is "family.operations". Each is an object with the life of the program, and adds itself.
+/// `name` is "family.operations". Each group is an object with the life of the program, and adds
+/// itself to `groups`.
 struct Group {
   Group(const char* name, Workload run) { groups[name] = run; }
 };

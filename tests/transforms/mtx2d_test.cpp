@@ -80,6 +80,7 @@ TEST(Decomposition, ReadsScaleAndTurnsOfTheXAxis) {
   expect(matrix({2, 0}, {0, 8}, {0, 0}, 0), 2, 0, 1.0 / 3, "2 by 8 is 4 by 4: the cosine is 2 / 4");
   expect(matrix({3, 4}, {6, 8}, {0, 0}, 2), 5, std::acos(0.6) / M_PI, 0, "3 / 0 counts as 1");
   expect(matrix({4, 0}, {0, 3.9}, {0, 0}, 0), 4, 0, 0, "a little above 1 counts as 1");
+  expect(matrix({-4, 0}, {0, -3.9}, {0, 0}, 0), 4, 1, 1, "a little below -1 counts as -1");
   expect(matrix({1, 0}, {0, -1}, {0, 0}, 0, 1), 1, 0, 1, "bit 0 of mirror negates m11");
   expect(matrix({0, 1}, {1, 0}, {0, 0}, 1, 2), 1, 0.5, -0.5, "bit 1 of mirror negates m12");
 }
