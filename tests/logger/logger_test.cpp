@@ -22,7 +22,7 @@ class LoggerTest : public testing::Test {
   void SetUp() override {
     In::files = 2;
     In::level = logTrace;
-    In::prefix.clear();
+    std::string().swap(In::prefix);  // without the room that an earlier test made
     In::lines = 0;
     In::number = 0;
     In::appends = false;
