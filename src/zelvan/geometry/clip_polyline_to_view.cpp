@@ -17,8 +17,8 @@ bool are_finite(const real_pt_t* points, int n) {
   constexpr std::uint64_t lowest_of_exponent = std::uint64_t{1} << 52;
   std::uint64_t sums = 0;
   for (int i = 0; i < n; ++i) {
-    sums |= (std::bit_cast<std::uint64_t>(points[i].x) & ~sign_bit) + lowest_of_exponent;
-    sums |= (std::bit_cast<std::uint64_t>(points[i].y) & ~sign_bit) + lowest_of_exponent;
+    sums |= (__builtin_bit_cast(std::uint64_t, points[i].x) & ~sign_bit) + lowest_of_exponent;
+    sums |= (__builtin_bit_cast(std::uint64_t, points[i].y) & ~sign_bit) + lowest_of_exponent;
   }
   return (sums & sign_bit) == 0;
 }
