@@ -32,7 +32,8 @@ bool is_inside(CPolygon& ring, double x, double y) {
 template <class IsInside>
 std::optional<std::size_t> Picker::index_by(IsInside is_inside_ring) {
   for (std::size_t i = entries_.size(); i-- > 0;) {
-    const auto n = std::ranges::count_if(entries_[i].rings, is_inside_ring);
+    auto& rings = entries_[i].rings;
+    const auto n = std::count_if(rings.begin(), rings.end(), is_inside_ring);
     if (n % 2 == 1) return i;
   }
   return std::nullopt;
