@@ -82,7 +82,6 @@ TEST(StrParse, TakesANumberThatStandsByItself) {
                     {"1.", "number '1.' = 1.000000, left ''", "a point without decimals"},
                     {"2E+003", "number '2E+003' = 2000.000000, left ''", "of 3 digits at most"},
                     {"12E", "number '12' = 12.000000, left ''", "an E alone is stepped over"},
-                    {"12E- 3", "number '12' = 12.000000, left ' 3'", "with its sign"},
                     {"1e1234", "word '1e1234', left ''", "4 digits are too many"},
                     {"12.5x", "word '12.5x', left ''", "something follows"},
                     {"12\tx", "word '12\tx', left ''", "a tab follows, which is no blank"},
@@ -183,9 +182,7 @@ TEST(StrToken, CutsAtADelimiterOutsideQuotesAndEscapes) {
   } rows[] = {
       {" a b,c", "a b", "c", "leading blanks are skipped"},
       {"a ;b", "a ", "b", "any of the set; trailing blanks stay"},
-      {"a,", "a", "", "a last delimiter"},
       {",x", nullptr, "x", "an empty token"},
-      {"  ", nullptr, nullptr, "nothing but blanks"},
       {"\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay"},
       {"\"\",\",d", "\"\",\"", "d", "the first of two stands alone, the second opens"},
       {"a\\,b,c", "a\\,b", "c", "a backslash hides the next one and stays"},
