@@ -42,7 +42,7 @@ class Picker {
   /// Its name; null where there is none. The name is the picker's.
   const std::string* at(double x, double y);
 
-  /// The name of the country at a place of the globe; null where there is none. Of outlines in
+  /// Returns the name of the country at a place of the globe, or null. Of outlines in
   /// degrees, those a turn to the east or west of the place count as well.
   const std::string* at_place(double longitude, double latitude);
 

@@ -44,7 +44,7 @@ MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
   return table;
 }
 
-/// Gives the list 16 more rows; false, with nothing changed, if the heap refuses or no `int` counts
+/// Adds 16 rows to the list. False, with nothing changed, if the heap refuses or no `int` counts
 /// them.
 bool grow(MemList* list) {
   if (list->n_entries > INT_MAX - rows_at_a_time) return false;

@@ -23,7 +23,7 @@ class Descriptor {
   int get() const { return fd_; }
   bool is_open() const { return fd_ >= 0; }
 
-  /// Returns the descriptor and gives it up: the caller closes it.
+  /// Returns the descriptor and releases it: the caller closes it.
   int release() { return std::exchange(fd_, -1); }
 
   /// Closes the descriptor, if any. False if what was written may not have arrived.

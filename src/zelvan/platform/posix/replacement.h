@@ -29,7 +29,7 @@ class Replacement {
   /// Closes the file and puts it in the target's place. False on failure.
   bool replace_target();
 
-  /// Closes the file and gives it the target's name, which must be free. False on failure.
+  /// Closes the file and puts it under the target's name, which must be free. False on failure.
   bool become_target();
 
   /// Sends the target's name to the disk. False on failure.
