@@ -3,11 +3,11 @@
 /// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
 /// negative is an unset slot, which the searches for a close colour pass over.
 ///
-/// Threads: all searches share one memory of the last answer, without a lock. A search with
-/// `fresh` 1 only writes it, so its own result is safe; searches with `fresh` 0 belong on one
-/// thread, with no other search beside them. `SetIndex` with three arguments parses in the one
-/// record of `str_parse`: one thread at a time. Otherwise many threads may read one map, and a
-/// thread that changes it excludes the others.
+/// Threads: all searches share one cache of the last answer, without a lock. A search with `fresh`
+/// 1 only writes the cache, so its own result is safe. While a search with `fresh` 0 runs, no other
+/// thread may search. `SetIndex` with three arguments uses the one record of `str_parse`: one
+/// thread at a time. Otherwise many threads may read one map, and a thread that changes it must
+/// have it to itself.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -30,25 +30,25 @@ enum RGBOrder : int {
   RGBOrderRedHigh = 1,   ///< blue in the bits 0-7, green in 8-15, red in 16-23
 };
 
-/// A table of colours. It owns its entries.
+/// A table of colours, which owns its entries.
 ///
-/// A size of 0 or less makes an empty map, without entries. So does a heap that refuses, in a
-/// constructor or an assignment; no exception leaves either.
+/// A size of 0 or less makes an empty map. If the heap refuses, a constructor or an assignment
+/// makes an empty map, too; neither throws.
 class ColorMap {
  public:
   unsigned int map_size;   ///< entries in `colors`
-  unsigned int map_count;  ///< the same: what `Identical` and `CopyColorMap` look at
+  unsigned int map_count;  ///< equal to `map_size`; `Identical` and `CopyColorMap` read this one
   unsigned int max_value;  ///< the largest channel, 255 for a map of 8 bits
   ColorRGB* colors;        ///< the entries, of `new`; null in an empty map
 
-  /// `size` black entries, on the scale `max_value0`.
+  /// Makes a map of `size` black entries on the scale `max_value0`.
   ZELVAN_API ColorMap(int size, int max_value0);
 
-  /// `size` entries from `rgb`, which holds red, green and blue of each in turn and stays the
-  /// caller's. Requires: 3 * `size` numbers.
+  /// Makes a map of `size` entries from `rgb`: red, green and blue of each in turn, copied.
+  /// Requires: 3 * `size` numbers.
   ZELVAN_API ColorMap(int size, int max_value0, int* rgb);
 
-  /// A copy has entries of its own. What an assignment replaces is freed.
+  /// Copies scale and entries. An assignment frees the old entries.
   ZELVAN_API ColorMap(const ColorMap& other);
   ZELVAN_API ColorMap& operator=(const ColorMap& other);
   ZELVAN_API ~ColorMap();
@@ -77,53 +77,57 @@ class ColorMap {
   /// no null pointer.
   ZELVAN_API void CopyColorMap(ColorMap* target);
 
-  /// 1 if both maps have as many entries and the same ones, else 0. The scale has no say. Requires:
-  /// no null pointer.
+  /// Returns 1 if both maps have equal entries, else 0. The scale is not compared. Requires: no
+  /// null pointer.
   ZELVAN_API unsigned short Identical(ColorMap* other);
 
   // ---- searching
 
-  /// The index of the entry closest to `*target`, by the sum of the squared differences of its
-  /// channels, reckoned in `float`. Of equally close entries it is the lowest.
+  /// Returns the index of the entry closest to `*target`; the lowest of equally close ones.
   ///
-  /// Entry 0 is left out: its index comes back only if all others are unset or beyond the far
-  /// end of the scale. `*distance` becomes the mean of the three absolute differences, rounded:
-  /// so it may be 0 for a neighbour one step away. In an empty map the index is 0, and the
-  /// distance the largest `int`.
+  /// Closest is the smallest sum of the squared differences of the channels, computed in `float`.
+  /// Entry 0 is not searched: 0 is returned only if all others are unset or farther away than black
+  /// is from white. `*distance` becomes the mean of the three absolute differences, rounded: so it
+  /// may be 0 for a neighbour one step away. In an empty map the index is 0, and the distance the
+  /// largest `int`.
   ///
-  /// With `fresh` 0, a search for the colour searched for last returns the last answer without
-  /// looking, though that was in another map, or the entries have changed since. Before
-  /// the first search the colour is black, the answer index 0 and distance 0.
+  /// With `fresh` 0, a search for the same colour as the last search returns the last answer at
+  /// once, even if that was in another map or the entries have changed since. Before the first
+  /// search the last colour is black, its answer index 0 and distance 0.
   ///
   /// Requires: no null pointer.
   ZELVAN_API int GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh);
 
-  /// The index of the closest entry that is another colour than `*target`, by the sum of the
-  /// squared differences of its channels in 32 bits; the lowest of equals. Entry 0 counts. 0 if
-  /// all of them are beyond the far end of the scale or there is none. Nothing of the last answer
-  /// is read or written. Requires: no null pointer.
+  /// Returns the index of the closest entry that is another colour than `*target`; the lowest of
+  /// equally close ones.
+  ///
+  /// Closest is the smallest sum of the squared differences of the channels, in 32 bits. Entry 0 is
+  /// searched, too. Returns 0 if there is no such entry, or if all are farther away than black is
+  /// from white. The cache is neither read nor written. Requires: no null pointer.
   ZELVAN_API int GetSimilarColor(ColorRGB* target);
 
-  /// 1 if one of the first `list->rw_count` entries is the colour, or differs from it by less
-  /// than `tolerance` in each channel and by less than three full scales in all; else 0. Channels
-  /// and tolerance are on the map's scale. The pens in the list have no say, and unset entries
-  /// are entries like any other. Requires: no null pointer.
+  /// Returns 1 if one of the first `list->rw_count` entries matches the colour, else 0.
+  ///
+  /// An entry matches if it is equal, or if it differs by less than `tolerance` in each channel and
+  /// by less than three full scales in the sum. Channels and tolerance are on the map's scale. The
+  /// pens in the list are not read, and unset entries count like any other. Requires: no null
+  /// pointer.
   ZELVAN_API unsigned short ColxGetReadOnlyColor(ColorRWMap* list, int red, int green, int blue,
                                                  int tolerance);
 
   // ---- export
 
-  /// What an image of that type holds for the pen `index`: the pen itself with 8 bits, the
-  /// packed colour with 1 or 32. An unknown type or a pen that the map doesn't have results in 1.
+  /// Returns the pixel value of pen `index` in an image of that type: the pen itself with 8 bits,
+  /// the packed colour with 1 or 32.
   ///
-  /// It may be called through a null pointer: without a map it returns 1 for pen 0, and 0 for all
-  /// others. (A compiler may conclude from such a call that the pointer isn't null: test it
-  /// before, not after.)
+  /// Returns 1 for an unknown type or a pen that the map doesn't have. Called through a null
+  /// pointer, it returns 1 for pen 0 and 0 for all others. (A compiler may conclude from such a
+  /// call that the pointer isn't null: test it before, not after.)
   ZELVAN_API unsigned int GetValue(ImageType type, RGBOrder order, int index);
 };
 
-/// A new map, as the constructor with three arguments makes it; null if the heap refuses it or
-/// its entries. It goes back with `ColDeleteColorMap`.
+/// Returns a new map, made as by the constructor with three arguments; null if the heap refuses.
+/// Release it with `ColDeleteColorMap`.
 ZELVAN_API void* ColNewColorMap(int size, int max_value, int* rgb);
 
 /// Releases a map of `ColNewColorMap` or `ColOpen`, its entries with it. Null does nothing.

@@ -1,17 +1,17 @@
 /// Colour maps for callers that reach the library by flat names: made, filled and released.
 ///
-/// The rules of `ColorMap` hold, those for threads among them: see color_map.h. Requires: no null
+/// The rules of `ColorMap` hold, also those for threads: see color_map.h. Requires: no null
 /// pointer, except where a comment allows one.
 #pragma once
 
 #include <zelvan/colour/color_map.h>
 #include <zelvan/export.h>
 
-/// Makes a map of `size` entries on the scale `max_value`, as `ColNewColorMap` does.
+/// Returns a new map of `size` entries on the scale `max_value`; null if the heap refuses.
 ///
 /// `rgb` holds 3 * `size` numbers: red, green and blue of each entry in turn. It is copied, and may
-/// be null for black entries. A `size` of 0 or less makes an empty map. The result is null if the
-/// heap refuses. It goes back with `zelvan_delete_color_map`.
+/// be null for black entries. A `size` of 0 or less makes an empty map. Release the map with
+/// `zelvan_delete_color_map`.
 ZELVAN_C_API ColorMap* zelvan_new_color_map(int size, int max_value, const int* rgb);
 
 /// Releases a map of `zelvan_new_color_map` or `ColOpen` with its entries. Null does nothing.

@@ -1,10 +1,10 @@
 /// Colours as three integers on a scale of the caller's choice, and as hue, saturation, value.
 ///
-/// The scale is 255 wherever the library chooses one. No operation clamps a channel. Operations
-/// that can refuse give 1, or 0 with the colour as it was.
+/// The scale is 255 wherever the library chooses one. No operation clamps a channel. An operation
+/// that can refuse its argument returns 1, or 0 with the colour unchanged.
 ///
-/// Threads: plain values, so every operation may run on any thread, save `SetValue` with two
-/// arguments, which parses in the one record of `str_parse`: one thread at a time.
+/// Threads: plain values, so every operation may be called from any thread, except `SetValue` with
+/// two arguments, which uses the one record of `str_parse`: one thread at a time.
 #pragma once
 
 #include <zelvan/colour/color_value.h>
@@ -19,14 +19,14 @@ struct ColorHSV {
   float value;       ///< the largest channel, 0 for black
 };
 
-/// Three channels.
+/// A colour as red, green and blue.
 class ColorRGB {
  public:
   int red;    ///< from 0 to the end of the scale; below 0 in an unset slot of a `ColorMap`
   int green;  ///< from 0 to the end of the scale
   int blue;   ///< likewise
 
-  /// Black, or the three channels as they are.
+  /// Makes black, or a colour of the three channels, unchecked.
   ZELVAN_INLINE_API ColorRGB() : red(0), green(0), blue(0) {}
   ZELVAN_INLINE_API ColorRGB(int r, int g, int b) : red(r), green(g), blue(b) {}
 
@@ -42,22 +42,27 @@ class ColorRGB {
     Set(color.red, color.green, color.blue);
   }
 
-  /// Channels of 0 to 1, rounded to the scale 255. Refuses one that is below 0 or above 1. A
-  /// channel that is not a number passes and becomes the smallest `int`.
+  /// Takes three channels of 0 to 1 and rounds them to the scale 255.
+  ///
+  /// Refuses a channel below 0 or above 1. A NaN is accepted and becomes the smallest `int`.
   ZELVAN_API unsigned short SetRGBColor(float r, float g, float b);
 
-  /// The colour of `HsvToRgb` at scale 255. Refuses an argument below 0, a hue of 360 or more,
-  /// a saturation or value above 1. What is not a number passes, as in `SetRGBColor`.
+  /// Takes the colour that `HsvToRgb` computes at scale 255.
+  ///
+  /// Refuses an argument below 0, a hue of 360 or more, and a saturation or value above 1. A NaN is
+  /// accepted, as in `SetRGBColor`.
   ZELVAN_API unsigned short SetHSVColor(float hue, float saturation, float value);
 
-  /// Takes the colour of that name, one of 658, without regard to the case of ASCII letters.
+  /// Takes the colour of that name, one of 658; the case of ASCII letters is ignored.
+  ///
   /// Blanks count: "dark blue" is a name and "DarkBlue" is not. Refuses a null pointer.
   ZELVAN_API unsigned short FindName(char* name);
   ZELVAN_API unsigned short SetNamedColor(char* name);
 
-  /// Stores the name of this colour, on the scale 255, in `*name` and returns 1. Of several names
-  /// it is the first in the table: black, not gray0. It is the library's, never to be changed or
-  /// freed. Returns 0 and leaves `*name` alone if the colour has no name.
+  /// Stores the name of this colour, on the scale 255, in `*name` and returns 1.
+  ///
+  /// Of several names it is the first in the table: black, not gray0. The caller must neither
+  /// change nor free it. Returns 0 and leaves `*name` unchanged if the colour has no name.
   ///
   /// Requires: no null pointer.
   ZELVAN_API unsigned short FindNameForRgb(char** name);
@@ -99,19 +104,21 @@ class ColorRGB {
   /// its neighbours.
   ZELVAN_API unsigned int RGBToBGR32BitColor();
 
-  /// Takes the colour of `*hsv`, each channel from 0 to `scale`. Where the saturation is not
-  /// above 0 the hue plays no part. A hue outside 0 to 360 is wrapped, as an angle is; one that
-  /// is not finite counts as 0. Saturation and value are taken as they are: channels beyond the
-  /// scale come of what is beyond 1.
+  /// Takes the colour of `*hsv`, each channel from 0 to `scale`.
+  ///
+  /// If the saturation is not above 0, the hue is ignored. A hue outside 0 to 360 is wrapped as an
+  /// angle; one that is not finite counts as 0. Saturation and value are not checked: above 1 they
+  /// make channels above the scale.
   ///
   /// Requires: no null pointer.
   ZELVAN_API void HsvToRgb(ColorHSV* hsv, int scale);
 
-  /// Stores hue, saturation and value of this colour, its channels being on the scale `scale`.
-  /// A grey has hue 0, black saturation 0 too. Where two channels are the largest, red counts
-  /// before green before blue.
+  /// Stores hue, saturation and value of this colour, whose channels are on the scale `scale`.
   ///
-  /// Requires: no null pointer; `scale` not 0, lest infinities and NaN flow through.
+  /// A grey has hue 0, black also saturation 0. If several channels are the largest, the first of
+  /// red, green and blue counts.
+  ///
+  /// Requires: no null pointer. With a `scale` of 0 the result holds infinities and NaN.
   ZELVAN_API void RgbToHsv(int scale, ColorHSV* hsv);
 };
 

@@ -1,35 +1,36 @@
-/// Lists of pens of a colour table: those in read-write use, and from them the others.
+/// Lists of pens of a colour table: those in read-write use, and the read-only rest.
 #pragma once
 
 #include <zelvan/export.h>
 
 #include <cstddef>
 
-/// Pen numbers, in a block that the list owns. The caller fills it through the fields.
+/// A list of pen numbers, in a block that the list owns. The caller fills it through the fields.
 ///
-/// A size of 0 or less makes an empty list; so does a heap that refuses.
+/// A size of 0 or less makes an empty list; so does a request that the heap refuses.
 class ColorRWMap {
  public:
   unsigned int rw_size;   ///< pens of the table, and room in `rw_list`
   unsigned int rw_count;  ///< pens in use in `rw_list`
   unsigned int* rw_list;  ///< of `malloc`, freed by the destructor; null in an empty list
 
-  /// No pens, room for `size`.
+  /// Makes a list without pens, with room for `size`.
   ZELVAN_API explicit ColorRWMap(int size);
 
-  /// Not to be had: two lists would free one block.
+  /// Deleted: two lists would free one block.
   ColorRWMap(const ColorRWMap&) = delete;
 
-  /// Copies the fields as they are, so that both objects hold one block: set `rw_list` of one
-  /// to null before it is destroyed. The block held so far is left to the caller.
+  /// Copies the fields, so that both objects hold the same block: set `rw_list` of one to null
+  /// before it is destroyed. The old block is not freed; the caller frees it.
   ZELVAN_API ColorRWMap& operator=(const ColorRWMap& other);
 
   /// Frees the block.
   ZELVAN_API ~ColorRWMap();
 
-  /// Fills `*target` with the lowest pens that this list doesn't hold, but for the topmost
-  /// `reserved`: its `rw_size` less this list's `rw_count` less `reserved` of them, none if
-  /// that is less than nothing and at most `rw_size`.
+  /// Fills `*target` with the lowest pens that this list doesn't hold.
+  ///
+  /// It gets `target->rw_size - rw_count - reserved` pens: none if that is negative, and at most
+  /// `target->rw_size`. So `reserved` keeps the topmost pens free.
   ///
   /// Requires: `target` is another list and not null, and this one is in ascending order.
   ZELVAN_API void MakeRoList(ColorRWMap* target, int reserved);

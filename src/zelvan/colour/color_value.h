@@ -1,7 +1,7 @@
 /// The colour that a drawing attribute holds: a pen of a colour table, and channels of its own.
 ///
-/// Plain values of 6 bytes: nothing is allocated, so every operation may run on any thread.
-/// The operations that look a pen up in a map are the exception: see color_map.h.
+/// Plain values of 6 bytes, without heap: every operation may be called from any thread, except
+/// those that look a pen up in a map (see color_map.h).
 #pragma once
 
 #include <zelvan/export.h>
@@ -11,8 +11,8 @@
 class ColorMap;
 class ColorRGB;
 
-/// What `ColorValue::AdjustForeground` does to a foreground too close to its background. Any
-/// other value asks for nothing.
+/// What `ColorValue::AdjustForeground` does to a foreground too close to its background. With any
+/// other value it does nothing.
 enum ColAdjT : int {
   ColAdjNudge = 1,   ///< moves red by one step, which can be undone
   ColAdjInvert = 2,  ///< turns each channel into 255 minus itself
@@ -20,8 +20,8 @@ enum ColAdjT : int {
 
 /// A pen, an alpha and three channels of 0 to 255.
 ///
-/// A pen of -1 says that the colour is given by its channels and no place in a table is known.
-/// Alpha is 255 for a foreground made of channels, 0 for a background or a value made of a pen.
+/// A pen of -1 means that only the channels are known, not a place in a table. Alpha is 255 for a
+/// foreground made of channels, 0 for a background or a value made of a pen.
 class ColorValue {
  public:
   short pen;            ///< a place in a colour table, or -1
@@ -30,40 +30,42 @@ class ColorValue {
   unsigned char green;  ///< from 0 to 255
   unsigned char blue;   ///< from 0 to 255
 
-  /// Pen 1, opaque black.
+  /// Makes pen 1, opaque black.
   ZELVAN_INLINE_API ColorValue() : ColorValue(short{1}, 255, 0, 0, 0) {}
 
-  /// A pen alone: alpha and channels are 0.
+  /// Makes a value of a pen alone: alpha and channels are 0.
   ZELVAN_INLINE_API ColorValue(short pen0) : ColorValue(pen0, 0, 0, 0, 0) {}
 
-  /// Channels alone: pen -1, alpha 255.
+  /// Makes a value of channels alone: pen -1, alpha 255.
   ZELVAN_INLINE_API ColorValue(unsigned char r, unsigned char g, unsigned char b)
       : ColorValue(short{-1}, 255, r, g, b) {}
 
-  /// Alpha first, then the channels; pen -1.
+  /// Makes a value of alpha (first) and channels; pen -1.
   ZELVAN_INLINE_API ColorValue(unsigned char a, unsigned char r, unsigned char g, unsigned char b)
       : ColorValue(short{-1}, a, r, g, b) {}
 
-  /// All five fields, in their order.
+  /// Makes a value of all five fields, in their order.
   ZELVAN_INLINE_API ColorValue(short pen0, unsigned char a, unsigned char r, unsigned char g,
                                unsigned char b)
       : pen(pen0), alpha(a), red(r), green(g), blue(b) {}
 
-  /// Red, green and blue from the bits 0-7, 8-15 and 16-23 of `packed`; alpha 0. The pen is -1
-  /// if one of the bits 24-31 is set, else the low 16 bits of `pen0`.
+  /// Unpacks red, green and blue from the bits 0-7, 8-15 and 16-23 of `packed`; alpha 0.
+  ///
+  /// The pen is -1 if one of the bits 24-31 is set, else the low 16 bits of `pen0`.
   ZELVAN_API ColorValue(int packed, int pen0);
 
-  /// Channels of 0 to 1, rounded to the scale 255; pen -1, alpha 255. Nothing is tested: what
-  /// doesn't fit keeps its low 8 bits, and what is no number becomes 0.
+  /// Makes a value of channels of 0 to 1, rounded to the scale 255; pen -1, alpha 255.
+  ///
+  /// Nothing is checked: a channel out of range keeps its low 8 bits, and a NaN becomes 0.
   ZELVAN_API ColorValue(float r, float g, float b);
 
-  /// Copies take all five fields. An assignment gives nothing.
+  /// Copies all five fields. An assignment returns nothing.
   ColorValue(const ColorValue&) = default;
   ZELVAN_INLINE_API void operator=(const ColorValue& other) {
     SetColorValue(other.pen, other.alpha, other.red, other.green, other.blue);
   }
 
-  /// The one field.
+  /// Returns the field of that name.
   ZELVAN_INLINE_API short GetPen() const { return pen; }
   ZELVAN_INLINE_API short GetPen() { return pen; }
   ZELVAN_INLINE_API unsigned char GetAlpha() const { return alpha; }
@@ -75,7 +77,7 @@ class ColorValue {
   ZELVAN_INLINE_API unsigned char GetBlue() const { return blue; }
   ZELVAN_INLINE_API unsigned char GetBlue() { return blue; }
 
-  /// Replaces the one field, by any value.
+  /// Replaces the field of that name by any value.
   ZELVAN_INLINE_API void SetPen(short pen0) { pen = pen0; }
   ZELVAN_INLINE_API void SetAlpha(unsigned char a) { alpha = a; }
   ZELVAN_INLINE_API void SetRed(unsigned char r) { red = r; }
@@ -117,14 +119,14 @@ class ColorValue {
   ZELVAN_API void SetXorValue(ColorValue& a, ColorValue& b);
 
   /// Moves this foreground away from `background` if the differences of their channels sum up
-  /// to less than 15. Pen and alpha of neither take part.
+  /// to less than 15. Pen and alpha are ignored.
   ///
   /// A nudge adds 1 to red, or takes 1 off where red is 255.
   ZELVAN_API void AdjustForeground(ColorValue& background, ColAdjT mode);
 
-  /// Takes a nudge back: copies all of `saved`, the value from before, if red differs from its
-  /// red by exactly 1 and green and blue are its own. Otherwise does nothing, so that a
-  /// foreground stays inverted.
+  /// Undoes a nudge: copies all of `saved`, the value from before, if red differs from its red by
+  /// exactly 1 and green and blue are equal. Otherwise does nothing, so an inverted foreground
+  /// stays inverted.
   ZELVAN_API void UndoAdjustForeground(ColorValue& saved);
 
   /// Sets the pen to the one that `ColorMap::GetClosestColor` finds for the channels, its low 16
@@ -132,11 +134,13 @@ class ColorValue {
   ZELVAN_API void GetClosestColor(ColorMap& map);
   ZELVAN_API void SetColorValuePenFromRGB(ColorMap& map);
 
-  /// Sets the pen as `GetClosestColor` does if the distance reported is 0, as it may be for a
-  /// neighbour one step away too; otherwise the pen stays.
+  /// Sets the pen as `GetClosestColor` does, if the distance reported is 0; otherwise the pen
+  /// stays.
+  ///
+  /// The distance may be 0 for a neighbour one step away, too.
   ZELVAN_API void SetExactColorValuePenFromRGB(ColorMap& map);
 
-  /// 1 if all five fields are equal, else 0.
+  /// Returns 1 if all five fields are equal, else 0.
   ZELVAN_INLINE_API unsigned short operator==(const ColorValue& other) const {
     return pen == other.pen && alpha == other.alpha && red == other.red && green == other.green &&
            blue == other.blue;

@@ -12,9 +12,9 @@
 
 /// For each pen of a source map the closest pen of a target map, and how close they came.
 ///
-/// The distance counted is the one that `GetClosestColor` reports; a pen farther away than 31
-/// is in no count, and neither is pen 0. A size of 0 or less makes an empty table; so does a
-/// heap that refuses.
+/// The counts are of the distances that `GetClosestColor` reports; pen 0 and pens farther away than
+/// 31 are in no count. A size of 0 or less makes an empty table; so does a request that the heap
+/// refuses.
 class ColorXfm {
  public:
   unsigned int xfm_size;    ///< pens in the table
@@ -25,39 +25,44 @@ class ColorXfm {
   unsigned int hist_15;     ///< at 8 to 15
   unsigned int hist_31;     ///< at 16 to 31
 
-  /// A table that translates each of `size` pens into pen 0; all counts are 0.
+  /// Makes a table that translates each of `size` pens into pen 0; all counts are 0.
   ZELVAN_API explicit ColorXfm(int size);
 
-  /// Not to be had: two tables would free one block.
+  /// Deleted: two tables would free one block.
   ColorXfm(const ColorXfm&) = delete;
 
-  /// Copies the fields as they are, so that both objects hold one block: set `xfm_table` of one
-  /// to null before it is destroyed. The block held so far is left to the caller.
+  /// Copies the fields, so that both objects hold the same block: set `xfm_table` of one to null
+  /// before it is destroyed. The old block is not freed; the caller frees it.
   ZELVAN_API ColorXfm& operator=(const ColorXfm& other);
 
   /// Frees the block.
   ZELVAN_API ~ColorXfm();
 
-  /// Looks each pen of `*source` up in `*target`, and counts anew. Unset entries of the source
-  /// are looked up as they are. Pens that the source doesn't have keep their translation.
+  /// Looks each pen of `*source` up in `*target`, and counts anew.
+  ///
+  /// Unset entries of the source are looked up like any other. Pens that the source doesn't have
+  /// keep their translation.
   ///
   /// Requires: no null pointer.
   ZELVAN_API void MapColors(ColorMap* source, ColorMap* target);
 
-  /// Returns the translation of `pen`: beyond the table that of its last pen, in an empty table 0.
+  /// Returns the translation of `pen`; for a pen beyond the table, that of its last pen; 0 if the
+  /// table is empty.
   ZELVAN_API unsigned int DoColorXfm(unsigned int pen);
 };
 
-/// A new map of `size` black entries on the scale `max_value`, empty if `size` is 0 or less; null
-/// if the heap refuses it or its entries. It goes back with `ColDeleteColorMap`.
+/// Returns a new map of `size` black entries on the scale `max_value`; null if the heap refuses.
+///
+/// It is empty if `size` is 0 or less. Release it with `ColDeleteColorMap`.
 ZELVAN_C_API ColorMap* ColOpen(int size, int max_value);
 
-/// A new table that translates each of `size` pens into pen 0, empty if `size` is 0 or less; null
-/// if the heap refuses it or its block. It goes back with `ColCloseXfm`.
+/// Returns a new table that translates each of `size` pens into pen 0; null if the heap refuses.
+///
+/// It is empty if `size` is 0 or less. Release it with `ColCloseXfm`.
 ZELVAN_C_API ColorXfm* ColOpenXfm(int size);
 
-/// Releases `**xfm` with its block, unless `*xfm` is null. The caller's pointer stays as it is.
-/// Requires: `xfm` is not null.
+/// Releases `**xfm` with its block; does nothing if `*xfm` is null. The caller's pointer is not
+/// changed. Requires: `xfm` is not null.
 ZELVAN_C_API void ColCloseXfm(ColorXfm** xfm);
 
 /// Calls `map->GetClosestColor(target, distance, 1)`: always a fresh search.

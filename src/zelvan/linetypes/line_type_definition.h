@@ -1,11 +1,11 @@
 /// Dash patterns, and the numbered line types that hold one.
 ///
-/// Both classes are plain values of fixed size: they copy bit by bit, ask no heap, and may be
-/// passed by value. Lengths are doubles of whatever unit the caller gives them, negative ones
-/// and NaN included; the library draws nothing.
+/// Both classes are plain values of fixed size: they copy byte by byte, use no heap, and may be
+/// passed by value. A length is a double in the caller's own unit; negative lengths and NaN are
+/// allowed. The library draws nothing.
 ///
-/// Threads: any, as long as whoever changes an object excludes the others. To walk over a
-/// pattern changes it, since the cursor is in it.
+/// Threads: a thread that changes an object must have it to itself. A walk over a pattern changes
+/// the pattern, which holds the cursor.
 #pragma once
 
 #include <zelvan/export.h>
@@ -13,38 +13,44 @@
 #include <type_traits>
 
 /// Up to 20 fragment lengths: the first, third and so on are dashes, those between them gaps.
-/// What a program makes of a length is its own affair.
 class ZELVAN_API CLineTypeDefPattern {
  public:
-  /// No fragments.
+  /// Makes a pattern without fragments.
   CLineTypeDefPattern();
 
-  /// Appends a fragment. False, and nothing is changed, when there are 20 already, or when it
-  /// would be the second, fourth and so on, and is 0.0 or -0.0: a dash may be a dot, a gap has
-  /// to be one.
+  /// Appends a fragment; returns false and changes nothing if the pattern can't take it.
+  ///
+  /// That is so if there are 20 fragments already, or if a gap would be 0.0 or -0.0. A dash may be
+  /// 0.0: a dot.
   bool AddFragment(double length);
 
-  /// Walk over the fragments. The first call takes up the walk anew; each gives one fragment, or
-  /// -1.0 at the end, which a fragment of -1.0 can't be told from: count with `GetNumFragments`
-  /// where there may be one. A copy goes on from where its original was.
+  /// Starts a walk over the fragments: returns the first one, or -1.0 if there is none.
+  ///
+  /// Count with `GetNumFragments` if a fragment may itself be -1.0:
   ///
   ///     double length = pattern.GetFirstFragment();
   ///     for (int n = pattern.GetNumFragments(); n > 0; --n, length = pattern.GetNextFragment())
   ///     ...
   double GetFirstFragment();
+
+  /// Returns the next fragment of the walk, or -1.0 after the last one.
+  ///
+  /// A copy of a pattern continues the walk from where the original was.
   double GetNextFragment();
 
-  /// From 0 to 20.
+  /// Returns the number of fragments, 0 to 20.
   int GetNumFragments();
 
-  /// The fragments added up in the order in which they came, 0.0 for none.
+  /// Returns the sum of the fragments, added in the order in which they were appended.
   double GetFragmentSum() const;
 
-  /// Back to no fragments.
+  /// Removes all fragments.
   void RemoveAllFragments();
 
-  /// Equal are patterns of as many fragments, each exactly equal to its counterpart: 0.0 equals
-  /// -0.0, and a NaN nothing at all. Sum and cursor don't count.
+  /// True if both patterns have the same number of fragments and each equals its counterpart.
+  ///
+  /// As in all comparisons of doubles, 0.0 equals -0.0 and a NaN equals nothing. Sum and cursor are
+  /// not compared.
   bool operator==(const CLineTypeDefPattern& other) const;
   bool operator!=(const CLineTypeDefPattern& other) const;
 
@@ -52,42 +58,43 @@ class ZELVAN_API CLineTypeDefPattern {
   static constexpr int capacity = 20;
 
   int num_fragments = 0;
-  int next_fragment = 0;  ///< the cursor: what `GetNextFragment` gives next
+  int next_fragment = 0;  ///< the cursor: what `GetNextFragment` returns next
   double fragment_sum = 0.0;
   double fragments[capacity] = {};  ///< 0.0 from `num_fragments` on
 };
 
-/// A pattern with an index, the number of the line type, and a pattern length.
+/// A line type: its index, its dash pattern, and a pattern length.
 class ZELVAN_API CLineTypeDefinition {
  public:
-  /// Index 0, which stands for none, length 0.0, no fragments.
+  /// Makes a definition of index 0 (not set), length 0.0, without fragments.
   CLineTypeDefinition();
 
   /// Appends a fragment to the pattern, as `CLineTypeDefPattern::AddFragment` does.
   bool AddFragment(double length);
 
-  /// Empties the pattern. Index and pattern length stay.
+  /// Removes all fragments. Index and pattern length stay.
   void RemoveAllFragments();
 
-  /// The number of the line type, 0 until it is set. Any number can be set, also one that another
-  /// definition has.
+  /// Returns the number of the line type, 0 until it is set.
   unsigned int GetIndex() const;
+
+  /// Sets the number of the line type. Two definitions may have the same number.
   void SetIndex(unsigned int index);
 
-  /// A length kept beside the pattern, 0.0 until it is set. Nothing ties it to the fragments or
-  /// to their sum.
+  /// Returns the pattern length, 0.0 until it is set. It is independent of the fragments.
   double GetPatternLength() const;
+
+  /// Sets the pattern length.
   void SetPatternLength(double length);
 
-  /// The pattern itself, for the caller to walk over or change. It lives as long as the definition.
+  /// Returns the pattern itself, to walk over or change. It lives as long as the definition.
   CLineTypeDefPattern& GetPattern();
 
-  /// Replaces the fragments, one by one, by those of `source`, and rewinds the cursor. Index and
-  /// pattern length stay.
+  /// Replaces the fragments by those of `source` and rewinds the cursor. Index and pattern length
+  /// stay.
   void SetPattern(CLineTypeDefPattern source);
 
-  /// Equal are definitions of equal patterns and exactly equal pattern lengths. The index
-  /// doesn't count.
+  /// True if the patterns are equal and the pattern lengths are equal. The index is not compared.
   bool operator==(const CLineTypeDefinition& other) const;
   bool operator!=(const CLineTypeDefinition& other) const;
 

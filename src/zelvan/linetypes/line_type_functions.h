@@ -1,15 +1,16 @@
 /// Line types for callers that reach the library by flat names: read fragment by fragment.
 ///
-/// The rules of `CLineTypeDefList` and its definitions hold. Asking changes nothing, so any number
-/// of threads may ask one list. Requires: no null pointer, except where a comment allows one.
+/// The rules of `CLineTypeDefList` and its definitions hold. These functions only read a list, so
+/// any number of threads may read one. Requires: no null pointer, except where a comment allows
+/// one.
 #pragma once
 
 #include <zelvan/export.h>
 #include <zelvan/linetypes/line_type_list.h>
 
-/// Makes a table of the built-in line types, 1 to 13; null if the heap refuses it.
+/// Returns a new table of the built-in line types, 1 to 13; null if the heap refuses it.
 ///
-/// A line type that finds no memory is missing. The table goes back with
+/// If the heap refuses a line type, that one is missing. Release the table with
 /// `zelvan_delete_line_types`.
 ZELVAN_C_API CLineTypeDefList* zelvan_new_line_types();
 

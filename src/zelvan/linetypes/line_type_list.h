@@ -3,51 +3,55 @@
 ///     CLineTypeDefList line_types;                              // holds the 13 built-in ones
 ///     CLineTypeDefinition* dashed = line_types.GetDefinition(2);
 ///
-/// The list owns the definitions in it, heap objects of `new`, and never lets go of one before
-/// it is destroyed or assigned to. Where the heap refuses, nothing is thrown: each operation says
-/// what it does instead.
+/// The list owns its definitions, made by `new`, until it is destroyed or assigned to. If the heap
+/// refuses, nothing is thrown: each operation says what it does instead.
 ///
-/// Threads: whoever changes a list excludes all others from it.
+/// Threads: a thread that changes a list must have it to itself.
 #pragma once
 
 #include <zelvan/export.h>
 #include <zelvan/linetypes/line_type_definition.h>
 
-/// Up to 850 line types. None is added that is equal to another or takes its index.
+/// A table of up to 850 line types, no two of which are added equal or with the same index.
 class ZELVAN_API CLineTypeDefList {
  public:
-  /// The built-in line types, 1 to 13. One that finds no memory is missing; the others keep
-  /// their numbers, and no later definition is given the missing one's.
+  /// Makes a table of the built-in line types, 1 to 13.
+  ///
+  /// If the heap refuses one, it is missing. The others keep their numbers, and no later definition
+  /// gets the missing number.
   CLineTypeDefList();
 
-  /// Copies every definition, so that each list owns its own. The definitions that an assigned
-  /// list held are destroyed, and pointers to them end. Where the heap refuses, an assigned list
-  /// stays as it was, and a new one is empty.
+  /// Copies every definition, so that each list owns its own.
+  ///
+  /// An assignment destroys the definitions that the list held, and pointers to them become
+  /// invalid. If the heap refuses, an assigned list stays as it was, and a new one is empty.
   CLineTypeDefList(const CLineTypeDefList&);
   CLineTypeDefList& operator=(const CLineTypeDefList&);
 
-  /// Destroys every definition in it.
+  /// Destroys every definition of the list.
   ~CLineTypeDefList();
 
-  /// Adds a line type, or finds the one that is equal to it. Gives the index under which the
-  /// table has it, and tells in `already_there` whether it had it before.
+  /// Adds a line type, or finds the one that is equal to it; returns its index in the table.
   ///
-  /// Added, `definition` belongs to the list. Where another line type has its index, it gets a new
-  /// one, which is set in it: one above every index under which a definition was ever added. What
-  /// `CLineTypeDefinition::SetIndex` did to a definition in the table since then doesn't count.
-  /// Found, it stays the caller's, its own index untouched, unless it is the very object that the
-  /// list holds.
+  /// `already_there` becomes true if an equal one was found, else false.
   ///
-  /// -1, not `already_there` and still the caller's: the table of 850 is full, the index of
-  /// `definition` is 0, or it would have to go in with the index 0xFFFFFFFF, which reads as -1
-  /// and has no successor. Other indices beyond 2147483647 come back as their negative
-  /// counterparts below -1.
+  /// - Added: the list owns `definition`. If another line type has its index, the list sets a new
+  ///   one in it: one above every index under which a definition was ever added. Indices changed in
+  ///   the table by `CLineTypeDefinition::SetIndex` don't count.
+  /// - Found: the caller still owns `definition`, and its index is unchanged, unless it is the very
+  ///   object that the list holds.
+  /// - Refused: returns -1, and the caller still owns `definition`. The table holds 850 line types
+  ///   already, the index of `definition` is 0, or its index in the table would be 0xFFFFFFFF,
+  ///   which reads as -1 and has no successor.
   ///
+  /// Other indices above 2147483647 are returned as negative numbers below -1.
   /// Requires: `definition` comes from `new` and isn't null.
   int AddLineTypeDefinition(CLineTypeDefinition* definition, bool& already_there);
 
-  /// The line type of that index, or null. It stays the list's. Whoever changes its index keeps
-  /// indices apart: of several equal ones the first in the table is found, and 0 never.
+  /// Returns the line type of that index, or null. The list still owns it.
+  ///
+  /// A caller who changes its index must keep indices distinct: of several equal ones the first in
+  /// the table is found, and 0 is never found.
   CLineTypeDefinition* GetDefinition(unsigned int index);
 
  private:

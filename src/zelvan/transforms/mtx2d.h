@@ -6,8 +6,8 @@
 ///     y' = m12 x + m22 y + ty
 ///
 /// From the identity, a positive angle turns the positive x axis towards the positive y axis:
-/// counter-clockwise where y runs up. Angles given to this class are in degrees; an angle that
-/// it gives back is in the unit that the operation names.
+/// counter-clockwise where y runs up. Angles passed to this class are in degrees; an angle that
+/// it returns is in the unit that the operation names.
 ///
 /// No operation reports an error or refuses an argument: infinities and NaN flow through the
 /// arithmetic. Nothing is allocated. Any number of threads may map through one matrix while
@@ -66,25 +66,26 @@ class Mtx2D {
 
   // ---- construction and state
 
-  /// The identity. Its type is diagonal: the identity's own tag takes a `SetIdentity`.
+  /// Makes an identity of type diagonal; only `SetIdentity` sets the type `Mtx2DTypeIdentity`.
   ZELVAN_INLINE_API Mtx2D() { Identity(); }
 
-  /// The matrix that `SetXfm` builds.
+  /// Makes the matrix that `SetXfm` builds.
   ZELVAN_API Mtx2D(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
                    double dy);
 
-  /// Copies are the compiler's own: all eight fields, as they stand.
+  /// Copies all eight fields as they are.
   Mtx2D(const Mtx2D&) = default;
   Mtx2D& operator=(const Mtx2D&) = default;
   Mtx2D& operator=(Mtx2D&&) = default;
 
   /// Replaces the matrix by the transform that carries the reference point (x0, y0) to
-  /// (dx, dy), with the given orientation and then the scales sx, sy about it. `mirror` tells
-  /// of the orientation alone: a negative scale leaves no trace in it.
+  /// (dx, dy), with the given orientation and then the scales sx, sy about it.
+  ///
+  /// `mirror` records the orientation only, not a negative scale.
   ZELVAN_API void SetXfm(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
                          double dy);
 
-  /// Back to the state of a fresh matrix: identity elements, no reflection, type diagonal.
+  /// Makes this the state of a new matrix: identity elements, no reflection, type diagonal.
   ZELVAN_INLINE_API void Identity() {
     m11 = 1.0;
     m12 = 0.0;
@@ -99,19 +100,21 @@ class Mtx2D {
   /// Calls `Identity`.
   ZELVAN_INLINE_API void Initialize() { Identity(); }
 
-  /// Tags the matrix as `Mtx2DTypeIdentity` if its six elements are exactly the identity's,
-  /// and otherwise leaves it as it is. It makes no matrix the identity.
+  /// Sets the type `Mtx2DTypeIdentity` if the six elements are exactly the identity's; otherwise
+  /// does nothing. It never changes an element.
   ZELVAN_API void SetIdentity();
 
-  /// Derives the type from the elements by exact comparison with zero; never the identity's.
+  /// Derives the type from the elements by exact comparison with zero; never `Mtx2DTypeIdentity`.
   ZELVAN_API void SetType();
 
-  /// 1 when the matrix is tagged as the identity, else 0. The tag is not looked behind: it
-  /// outlives a `Translate` or `Scale`, until something derives the type anew.
+  /// Returns 1 if the type is `Mtx2DTypeIdentity`, else 0.
+  ///
+  /// The elements are not looked at: the type stays after a `Translate` or `Scale`, until an
+  /// operation derives it anew.
   ZELVAN_INLINE_API unsigned short IsIdentity() { return type == Mtx2DTypeIdentity; }
 
-  /// 1 when any of the six elements differs, else 0; `mirror` and `type` do not count. A
-  /// matrix that holds a NaN differs from itself.
+  /// Returns 1 if any of the six elements differs, else 0; `mirror` and `type` are not compared.
+  /// A matrix that holds a NaN differs from itself.
   ZELVAN_API unsigned short operator!=(const Mtx2D& other) const;
 
   // ---- composition in place: the new step acts after what the matrix already does
@@ -119,18 +122,20 @@ class Mtx2D {
   /// Adds to the translation.
   ZELVAN_API void Translate(double dx, double dy);
 
-  /// Scales x' by sx and y' by sy, the translation with them. A negative factor mirrors without
-  /// a trace in `mirror`.
+  /// Scales x' by sx and y' by sy, the translation included. `mirror` does not record a negative
+  /// factor.
   ZELVAN_API void Scale(double sx, double sy);
 
-  /// Turns by `angle` degrees, on the side that `mode` says, a `Mtx2DRotateMode`. Exactly 0, 90,
-  /// 180 and 270 use exact sines and cosines and so keep exact zeros; every other angle, 360 and
-  /// -90 among them, goes through `sin` and `cos` with 3.141592654 for pi. With
-  /// `Mtx2DRotateFirst` the turn acts before the matrix and leaves the translation alone.
+  /// Turns by `angle` degrees, before or after what the matrix does: `mode` is a
+  /// `Mtx2DRotateMode`.
+  ///
+  /// Exactly 0, 90, 180 and 270 use exact sines and cosines and so keep exact zeros; every other
+  /// angle, 360 and -90 among them, goes through `sin` and `cos` with 3.141592654 for pi. With
+  /// `Mtx2DRotateFirst` the translation does not change.
   ZELVAN_API void Rotate(double angle, int mode);
 
-  /// Composes one of the eight orientations; any other value changes no element. Derives the
-  /// type in either case.
+  /// Composes one of the eight orientations and derives the type. Any other value changes no
+  /// element.
   ZELVAN_API void Orient(Mtx2DOrient orient);
 
   /// Mirrors in the x axis: y' changes sign, a zero becomes -0.0, bit 0 of `mirror` toggles.
@@ -143,58 +148,64 @@ class Mtx2D {
   /// Derives the type.
   ZELVAN_API void ShearInX(double shear);
 
-  /// The device flip: m22 changes sign and ty becomes `height`, so that y' = height - m22 y.
-  /// Made for a matrix whose y' depends neither on x nor on a translation: whatever stood in
-  /// ty is lost, and `mirror` does not record the flip.
+  /// Flips y for a device: m22 changes sign and ty becomes `height`, so that y' = height - m22 y.
+  ///
+  /// Meant for a matrix whose y' depends neither on x nor on a translation: the old ty is lost.
+  /// `mirror` does not record the flip.
   ZELVAN_API void InvertYAxis(double height);
 
   // ---- products and measures
 
-  /// The product that acts with this matrix first and with `other` after it.
+  /// Returns the product that acts with this matrix first and with `other` after it.
   ZELVAN_API Mtx2D operator*(const Mtx2D& other);
 
   /// Writes `*first * *second` to `*result`. Requires: no null pointer, and `result` is neither of
   /// the two operands.
   ZELVAN_API static void Multiply(Mtx2D* first, Mtx2D* second, Mtx2D* result);
 
-  /// The inverse. A singular matrix is not detected: the result then holds infinities and
-  /// NaN. Callers who need to know ask `GetDeterminant` first.
+  /// Returns the inverse. A singular matrix is not detected: the result then holds infinities and
+  /// NaN. Check `GetDeterminant` first.
   ZELVAN_API Mtx2D Invert();
 
-  /// m22 m11 - m21 m12: the factor by which areas grow, below 0.0 where a ring's sense is
-  /// reversed, 0.0 for a singular matrix.
+  /// Returns the determinant, m22 m11 - m21 m12: the factor by which areas grow.
+  ///
+  /// It is below 0.0 if the matrix reverses the sense of rings, and 0.0 if it is singular.
   ZELVAN_API double GetDeterminant();
 
-  /// 1 when the determinant is strictly below 0.0, so that a ring's sense is reversed, else 0.
+  /// Returns 1 if the determinant is strictly below 0.0, so that a ring's sense is reversed, else
+  /// 0.
   ZELVAN_API unsigned short ReversesOrientation();
 
   // ---- decomposition
   //
-  // The ways of reading an angle back are no stand-ins for one another: they differ in unit, in
-  // range, in whether a reflection counts, and in whether it is thought to act before the turn
-  // or after it. A positive angle is one by which `Rotate` turns with a positive angle.
+  // The operations that read an angle are not interchangeable. They differ in unit, in range, in
+  // whether a reflection counts, and in whether it acts before the turn or after it. A positive
+  // angle is one by which `Rotate` turns with a positive angle.
   //
-  // Quadrant codes are 0, 1, 2, 3 for so many quarter turns, and -1 where the first row is
-  // zero. They are exact for a matrix of quadrant turns and no rounding of any other: m12 is
-  // looked at first, so a turn of 30 degrees has code 1 and one of 200 degrees code 3.
+  // Quadrant codes 0, 1, 2, 3 count quarter turns; -1 means that the first row is zero. They are
+  // right only for a matrix of quadrant turns, and do not round others: m12 is tested first, so a
+  // turn of 30 degrees has code 1 and one of 200 degrees code 3.
   //
   // "Mirrored" is 1 when the determinant is strictly below 0.0, else 0, whatever `mirror` says.
   // Requires, throughout: no null pointers.
 
-  /// Copies the six elements, each to the place of its name.
+  /// Copies the six elements to the variables of their names.
   ZELVAN_API void GetElements(double* m11, double* m12, double* m21, double* m22, double* tx,
                               double* ty);
 
-  /// The scale along the x axis: the length of the first row. A scale in y does not show.
+  /// Returns the scale along the x axis: the length of the first row. A scale in y has no effect.
   ZELVAN_API double GetScale();
 
-  /// The unsigned turn of the x axis in radians, 0 to pi: -30 degrees reads as 30. NaN where
-  /// the first row is zero.
+  /// Returns the unsigned turn of the x axis in radians, 0 to pi; NaN if the first row is zero.
+  ///
+  /// A turn by -30 degrees results in the radians of 30 degrees.
   ZELVAN_API double GetRotation();
 
-  /// The turn in radians, -pi to pi, with each reflection that `mirror` records taken out by a
-  /// change of sign: of m11 for bit 0, of m12 for bit 1. So a lone reflection in either axis
-  /// reads as pi. Only a uniform scale is divided out. `*mirror` gets the matrix's `mirror`.
+  /// Stores the turn in radians, -pi to pi, and the matrix's `mirror`.
+  ///
+  /// Each reflection that `mirror` records is first taken out by a change of sign: of m11 for bit
+  /// 0, of m12 for bit 1. So a single reflection in either axis results in pi. Only a uniform scale
+  /// is divided out.
   ZELVAN_API void GetOrientation(double* angle, int* mirror);
 
   /// Reads the matrix as a turn first and a reflection in the x axis after it.
@@ -206,9 +217,9 @@ class Mtx2D {
 
   /// Reads the matrix as a reflection in the x axis first and a turn after it, in degrees.
   ///
-  /// The turn is 0 to 360, and drawn to the quadrant turns: strictly between 89.9 and 90.1 it
-  /// becomes 90.0, likewise about 0, 180 and 270. 360.0 itself stays; it comes out where m12 is
-  /// below zero by next to nothing. NaN where the first row is zero.
+  /// The turn is 0 to 360, and snaps to the quadrant turns: strictly between 89.9 and 90.1 it
+  /// becomes 90.0, likewise about 0, 180 and 270. 360.0 itself stays; it results from an m12 that
+  /// is just below zero. The turn is NaN if the first row is zero.
   ZELVAN_API void GetXMirrorAndRotation(unsigned short* mirrored, double* angle);
 
   // ---- mapping of points and rectangles
@@ -247,9 +258,9 @@ class Mtx2D {
   /// Maps `n` points, rounds them and keeps the low 16 bits: coordinates wrap modulo 65536.
   ZELVAN_API void XfmSPts(int n, real_pt_t* in, short_pt_t* out);
 
-  /// Writes the axis-aligned box of the four mapped corners in the corner order of
-  /// `real_rect_t`, whatever the matrix did. The input may be any four points. Here `out` may
-  /// be the same record as `in`.
+  /// Writes the axis-aligned box of the four mapped corners, in the corner order of `real_rect_t`.
+  ///
+  /// The input may be any four points. Here `out` may be the same record as `in`.
   ZELVAN_API void XfmRect(real_rect_t* in, real_rect_t* out);
 
   /// Writes the box of the four mapped corners, rounded after it has been taken.
@@ -260,11 +271,10 @@ class Mtx2D {
 
   // ---- mapping of polygons
   //
-  // Repeats collapse on the way: a vertex that lands on the output vertex before it is
-  // dropped, and in a set the dropped vertex hands its edge flag to the one that it repeats,
-  // so that a closing flag survives. If exactly three vertices remain and the third equals
-  // the first, the count becomes 2; the third vertex and its flag then still stand in the
-  // arrays, after the count.
+  // Repeated points collapse: a vertex that lands on the output vertex before it is dropped. In a
+  // set, its edge flag replaces that of the vertex it repeats, so that a closing flag survives. If
+  // exactly three vertices remain and the third equals the first, the count becomes 2; the third
+  // vertex and its flag remain in the arrays, after the count.
   //
   // A set is walked straight through: where the last vertex of one polygon and the first of
   // the next land on the same point they collapse too, and the two polygons run together. Drawings
@@ -294,8 +304,8 @@ class Mtx2D {
   // touches no array.
   //
   // Requires: arrays of `*out` with room for as many vertices as `in` has, overlapping nothing of
-  // `in`. Their pointers are read and `n_points` is written; what the result leaves of that room
-  // can be overwritten.
+  // `in`. Their pointers are read and `n_points` is written. Elements after the result may be
+  // overwritten.
 
   /// Maps and rounds the polygons of a set, each by itself.
   ZELVAN_API void XfmPolygons(const drw_pset_t& in, drw_dpset_t* out) const;

@@ -1,5 +1,6 @@
-/// Point classes, real and integer, in whatever units the caller has. Plain values: copied bit
-/// by bit, no heap, any thread.
+/// Point classes, real and integer, in the caller's own units.
+///
+/// Plain values: they copy byte by byte and use no heap.
 #pragma once
 
 #include <zelvan/export.h>
@@ -12,7 +13,7 @@ class DblPt {
   double x;  ///< any value, infinities and NaN included
   double y;  ///< likewise
 
-  /// (0.0, 0.0), or the two coordinates.
+  /// Makes the point (0.0, 0.0), or that of the two coordinates.
   ZELVAN_INLINE_API DblPt() : x(0.0), y(0.0) {}
   ZELVAN_INLINE_API DblPt(double x0, double y0) : x(x0), y(y0) {}
 
@@ -22,9 +23,11 @@ class DblPt {
     y = y0;
   }
 
-  /// True when both coordinates differ by strictly less than `tol`: a square about the point,
-  /// no circle. So at a tolerance of 0.0 or less no point equals any other, itself included, and
-  /// neither does one that holds a NaN at any.
+  /// Returns true if both coordinates differ by strictly less than `tol`: a square about the point,
+  /// not a circle.
+  ///
+  /// With a tolerance of 0.0 or less, or a NaN in either point, the result is false, even for a
+  /// point and itself.
   ZELVAN_API bool isEqualTo(const DblPt& other, double tol) const;
 };
 
@@ -34,7 +37,7 @@ class IntPt {
   int x;  ///< any value of 32 bits
   int y;  ///< likewise
 
-  /// (0, 0), or the two coordinates.
+  /// Makes the point (0, 0), or that of the two coordinates.
   ZELVAN_INLINE_API IntPt() : x(0), y(0) {}
   ZELVAN_INLINE_API IntPt(int x0, int y0) : x(x0), y(y0) {}
 
@@ -44,7 +47,7 @@ class IntPt {
     y = y0;
   }
 
-  /// True when both coordinates are equal.
+  /// Returns true if both coordinates are equal.
   ZELVAN_INLINE_API bool operator==(const IntPt& other) const {
     return x == other.x && y == other.y;
   }

@@ -1,20 +1,20 @@
-/// Lists of names, each with a value of the caller's.
+/// Lists of names, each with a pointer of the caller's.
 ///
-/// A list is a pointer to its first node, null when empty. Order is order of insertion, and
-/// every operation walks from the first node. To walk a list yourself:
+/// A list is a pointer to its first node, null when empty. Nodes stand in order of insertion, and
+/// every operation walks from the first node. To walk a list:
 ///
 ///     for (VarNameInfo* entry = list; entry != nullptr; VarNextListEntry(&entry)) ...
 ///
-/// Names compare without the case of ASCII letters. For a comparison, a name ends at its first
-/// control character (codes 1 to 31) or after 1600 characters, and a null name is an empty
-/// one. A name is stored as a copy in which every control character became a terminator, its
-/// case kept.
+/// Comparisons ignore the case of ASCII letters. For a comparison, a name ends at its first
+/// control character (codes 1 to 31) or after 1600 characters, and a null name is empty. A name is
+/// stored as a copy that keeps its case and in which every control character is replaced by a
+/// terminator.
 ///
-/// The list owns nodes and names, both from `malloc`; `info` is the caller's and never looked
-/// into. No operation frees a whole list: delete it name by name. Where the heap refuses, an
-/// adding or renaming operation gives null and the list stays as it was.
+/// The list owns nodes and names, both from `malloc`. `info` belongs to the caller and is never
+/// dereferenced. No operation frees a whole list: delete it name by name. If the heap refuses, an
+/// operation that adds or renames returns null and leaves the list as it was.
 ///
-/// Threads: whoever changes a list excludes all others from it.
+/// Threads: a thread that changes a list must have it to itself.
 #pragma once
 
 #include <zelvan/export.h>
@@ -24,62 +24,69 @@
 /// A node of a list.
 struct VarNameInfo {
   VarNameInfo* next;  ///< null at the tail
-  char* name;         ///< the stored name, the list's; ended by a terminator
-  void* info;         ///< the caller's value, of any meaning
+  char* name;         ///< the stored name, owned by the list; ended by a terminator
+  void* info;         ///< the caller's
 };
 
-/// Adds a node at the tail. Gives the stored name; null if the name is there already.
+/// Adds a node at the tail. Returns the stored name; null if the list has the name already.
 ///
-/// The test for a name that is there takes `name` as it is written, not up to its first control
-/// character. So a name with one may enter although its stored form is there; lookups then find
-/// the older node.
+/// Here alone the search for an equal name takes `name` as it is written, not up to its first
+/// control character. So a name with a control character is added even if its stored form is in
+/// the list; lookups then find the older node.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info);
 
 /// Adds a node beside the node named `reference`: after it if `position` is 1, before it
-/// otherwise. With a `position` of 2 it is `VarAddNameInfo`, and `reference` plays no part.
+/// otherwise.
 ///
-/// Returns the stored name; null if the name is there already. With another `position` than 2 also
-/// null if `reference` is not there, so always for an empty list. Of several nodes named
-/// `reference` the last one counts.
+/// If `position` is 2, it does what `VarAddNameInfo` does and ignores `reference`.
+///
+/// Returns the stored name; null if the list has the name already, or if it has no `reference`
+/// (unless `position` is 2). Of several nodes named `reference` the last one is taken.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarInsertNameInfo(VarNameInfo** list, const char* name, void* info, int position,
                                      const char* reference);
 
-/// Takes the first node of that name out, frees it with its name, and gives its `info`. Null
-/// if there is no such node, which a stored null can't be told from.
+/// Removes the first node of that name, frees it with its name, and returns its `info`.
 ///
+/// Returns null if there is no such node; a stored null looks the same.
 /// Requires: `list` is not null.
 ZELVAN_C_API void* VarDeleteNameInfo(VarNameInfo** list, const char* name);
 
-/// Swaps the `info` of two named nodes, which keep their names and places. Changes nothing if
-/// either is missing. Of several nodes of a name the last one counts. `list` may be null.
+/// Swaps the `info` of two named nodes; does nothing if either is missing.
+///
+/// The nodes keep their names and places. Of several nodes of a name the last one is taken. `list`
+/// may be null.
 ZELVAN_C_API void VarExchangeNameInfo(VarNameInfo* list, const char* name1, const char* name2);
 
-/// Renames the first node named `old_name`. Gives the new stored name; null if there is no such
-/// node. No test is made whether `new_name` is there already. `list` may be null, and
+/// Renames the first node named `old_name`. Returns the new stored name; null if there is no such
+/// node.
+///
+/// The list may then hold `new_name` twice: that is not checked. `list` may be null, and
 /// `new_name` may be the stored name itself.
 ///
 /// Requires: `new_name` is not null.
 ZELVAN_C_API char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name,
                                       const char* new_name);
 
-/// Stores the `info` of the first node of that name in `*info` and gives 1. Gives 0 and leaves
-/// `*info` alone if there is none. `list` may be null.
+/// Stores the `info` of the first node of that name in `*info` and returns 1.
+///
+/// Returns 0 and leaves `*info` unchanged if there is no such node. `list` may be null.
 ///
 /// Requires: `info` is not null.
 ZELVAN_C_API unsigned short VarLookupNameInfo(VarNameInfo* list, const char* name, void** info);
 
-/// The stored name of a node. Requires: `entry` is not null.
+/// Returns the stored name of a node. Requires: `entry` is not null.
 ZELVAN_C_API char* VarGetName(VarNameInfo* entry);
 
-/// The `info` of a node; null for a null `entry`.
+/// Returns the `info` of a node; null if `entry` is null.
 ZELVAN_C_API void* VarListInfo(VarNameInfo* entry);
 
-/// Moves the cursor `*entry` to the next node, or to null behind the last one. Does nothing if
-/// `entry` is null. Requires: `*entry` is not null.
+/// Moves the cursor `*entry` to the next node, or to null after the last one.
+///
+/// Does nothing if `entry` is null. Requires: `*entry` is not null.
 ZELVAN_C_API void VarNextListEntry(VarNameInfo** entry);
 
 static_assert(offsetof(VarNameInfo, next) == 0 && offsetof(VarNameInfo, name) == sizeof(void*) &&
