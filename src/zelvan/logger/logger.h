@@ -1,12 +1,11 @@
 /// The settings and the file of a log.
 ///
-/// As it stands, the class writes nothing: its writing operations return true at once and look
-/// at none of their arguments, so calls of them may stay in hot loops. The settings are kept,
-/// and the machinery that opens the file is complete but private, and nothing calls it. No
-/// program gets a log file by using this class.
+/// The class writes nothing: its writing operations return true at once and read none of their
+/// arguments, so calls may stay in hot loops. The settings are stored. The code that opens the file
+/// is complete, but private and never called: no program gets a log file by using this class.
 ///
-/// One output file and one set of settings serve all objects. They are plain data without
-/// locks: only the writing operations may run on any thread.
+/// All objects share one output file and one set of settings, without locks. Only the writing
+/// operations may be called from any thread.
 #pragma once
 
 #include <zelvan/export.h>
@@ -14,8 +13,7 @@
 #include <cstdio>
 #include <string>
 
-/// How much a message matters, from 0 on up: the higher, the more. A log tells of its own
-/// beginning at the highest, so that no level hides it.
+/// How important a message is; higher is more important.
 enum logPriorities : int {
   logTrace = 0,  ///< each step
   logDebug = 1,  ///< what helps to find a fault
@@ -24,20 +22,20 @@ enum logPriorities : int {
   logError = 4,  ///< what is one
 };
 
-/// The log as one class writes to it; it keeps that class's name.
+/// A writer to the log, with the name of the class that it writes for.
 class ZELVAN_API Logger {
  public:
   /// Keeps a copy of `classname`; null counts as the empty string. Opens nothing.
   explicit Logger(const char* classname);
 
-  /// Takes the two flags over, and a copy of the name: each object owns its own.
+  /// Copies the two flags and the name: each object owns its own copy.
   Logger(const Logger&);
   Logger& operator=(const Logger&);
 
-  /// Closes the log file if one is open, whichever object opened it.
+  /// Closes the log file if it is open, even if another object opened it.
   ~Logger();
 
-  /// Writing. Each returns true and does nothing; null is as good as any argument.
+  /// Returns true and does nothing. Any argument may be null.
   bool log(logPriorities priority, const char* origin, const char* message);
   bool logf(logPriorities priority, const char* origin, const char* format, ...);
   bool debug(const char* origin, const char* message);
@@ -52,10 +50,10 @@ class ZELVAN_API Logger {
   /// empty string. When the heap refuses, the old one stays.
   void setFilePrefix(const char* prefix);
 
-  /// Keeps `level` for all objects, whatever its value.
+  /// Stores `level` for all objects, whatever its value.
   void setLogLevel(logPriorities level);
 
-  /// Keeps `value` for this object. Nothing reads it.
+  /// Stores `value` for this object. Nothing reads it.
   void setStout(bool value);
 
  private:
@@ -63,8 +61,8 @@ class ZELVAN_API Logger {
 
   /// Reads LOGGER_MAX_NUM_FILES (at least 1), LOGGER_MAX_NUM_LINES (at least 1000),
   /// LOGGER_LOG_LEVEL (0 to 4) and LOGGER_FILE_PREFIX, in this order. A value that does not
-  /// begin with a number leaves the setting as it was; the bounds apply in any case. Does all
-  /// that just once.
+  /// begin with a number leaves the setting as it was; the bounds apply in any case. Only the first
+  /// call has an effect.
   void init();
 
   /// Opens the log file, "<file_prefix><file_number>.log": a new one, or to append if the
@@ -73,9 +71,11 @@ class ZELVAN_API Logger {
 
   bool outlog(logPriorities priority, const char* origin, const char* message);
 
-  /// The local time, as `strftime` puts it into `format`, in a block that the caller frees with
-  /// `free`: 64 characters and a terminator, the unused ones zero. What does not fit gives the
-  /// empty string, and a heap that refuses null.
+  /// Stores the local time, formatted by `strftime`, in a new block that the caller frees with
+  /// `free`.
+  ///
+  /// The block holds 64 characters and a terminator; unused ones are zero. A text that does not fit
+  /// becomes the empty string. `*date` is null if the heap refuses.
   void getCurrentDate(const char* format, char** date);
 
   char* classname;     ///< from `malloc`, the object's own; null if the heap refused

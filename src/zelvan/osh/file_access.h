@@ -41,8 +41,8 @@
 /// the second step that can't be undone. A move to another drive whose source can't be deleted is
 /// undone; if that can't be done either, the file is in both places.
 ///
-/// Threads: the library keeps nothing, so every function may run on any thread. A stream is locked
-/// for the length of a call. On POSIX a thread that is cancelled in a call leaves no stream locked.
+/// Threads: the library keeps no state, so every function may be called from any thread. A stream
+/// is locked during a call. On POSIX a thread that is cancelled in a call leaves no stream locked.
 #pragma once
 
 #include <zelvan/export.h>
@@ -210,7 +210,7 @@ ZELVAN_C_API short osh_file_access(char* path, unsigned short mode);
 ZELVAN_C_API int osh_inquire_file(char* path, unsigned short* mode);
 
 /// Returns the size of a file that may be read, its low 32 bits, or -1. For a directory it is -1.
-/// For a FIFO it is 0, and its writers go on waiting.
+/// For a FIFO it is 0, and its writers keep waiting.
 ZELVAN_C_API int osh_filesize(char* path);
 
 /// Appends `source` to `destination`, which is created if need be, for its owner alone. Returns 1,

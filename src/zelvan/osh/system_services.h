@@ -1,88 +1,84 @@
-/// Fonts, time, environment, programs: what a portable caller asks the system for.
+/// Fonts, time, environment and programs of the system.
 ///
-/// Nothing is reported but by results, and these differ from function to function.
+/// Failures are reported by results only, which differ from function to function.
 ///
-/// Threads: every function may run on any thread, but no other thread may read or change the
-/// environment during `osh_setenv`; the font list, the time stamp and `osh_system` read it.
+/// Threads: every function may be called from any thread, but no other thread may read or change
+/// the environment during `osh_setenv`. The font list, the time stamp and `osh_system` read it.
 #pragma once
 
 #include <zelvan/export.h>
 
-/// The files of the TrueType fonts that the system has: an array of full paths with one null
-/// pointer after the last, and their number in `*count`. It is released by
-/// `osh_FreeFontFileList`.
+/// Returns a list of the system's TrueType font files, and stores their number in `*count`.
 ///
-/// Result: the list, or null with `*count` unchanged if there are no fonts or the heap refuses.
+/// The list is an array of full paths with a null pointer after the last. Release it with
+/// `osh_FreeFontFileList`. Returns null, with `*count` unchanged, if there are no fonts or the heap
+/// refuses.
 ///
-/// Listed are the files named `*.tt?`, in either case: on Windows those in the system's folder of
-/// fonts, in the order in which the system finds them; elsewhere those in `/usr/share/fonts`,
-/// `/usr/local/share/fonts`, `$XDG_DATA_HOME/fonts` (`~/.local/share/fonts` if that is unset)
-/// and `~/.fonts`, 1200 at most, the rest unlooked at. Within each folder the files come first,
-/// then its folders, 16 deep and each in the order of their bytes. Links to folders are not
-/// followed. To sort the whole list, pass it to `qsort` with `osh_qsort_compare_strings`.
+/// Font files are those named `*.tt?`, in either case. On Windows they come from the system's font
+/// folder, in the system's order. Elsewhere they come from `/usr/share/fonts`,
+/// `/usr/local/share/fonts`, `$XDG_DATA_HOME/fonts` (`~/.local/share/fonts` if that is unset) and
+/// `~/.fonts`: the first 1200. In each folder the files come first, then its folders, up to 16
+/// levels deep; both are sorted by their bytes. Links to folders are not followed. To sort the
+/// whole list, pass it to `qsort` with `osh_qsort_compare_strings`.
 ///
 /// Requires: `count` is not null.
 ZELVAN_C_API char** osh_GetFontFileListCount(int* count);
 
-/// Returns the list of `osh_GetFontFileListCount` without its number. Result: the list, or null.
+/// Returns the list of `osh_GetFontFileListCount`, or null, without a count.
 ZELVAN_C_API char** osh_GetFontFileList(void);
 
 /// Releases the paths up to the first null pointer, then the array, and sets `*list` to null.
-/// No result. Requires: `list` and `*list` are not null.
+/// Requires: `list` and `*list` are not null.
 ZELVAN_C_API void osh_FreeFontFileList(char*** list);
 
-/// The order of two strings, for `qsort` over an array of `char*`: the arguments are the
-/// addresses of two elements.
+/// Compares two strings for `qsort` over an array of `char*`: the arguments are the addresses of
+/// two elements.
 ///
-/// Result: -1, 0 or 1 by the first byte in which they differ, taken as unsigned; a string comes
-/// after its own beginnings. Case counts, and no locale is asked.
+/// Returns -1, 0 or 1 by the first byte that differs, taken as unsigned. A string that begins with
+/// the other comes after it. Case counts, and the locale has no effect.
 ZELVAN_C_API int osh_qsort_compare_strings(const void* first, const void* second);
 
-/// Writes the local time as `yymmdd.hhmmss` with its terminator, 14 bytes, to `stamp`: two
-/// digits for each field, the year modulo 100.
+/// Writes the local time as `yymmdd.hhmmss` with a terminator, 14 bytes, to `stamp`. Returns 13.
 ///
-/// Result: 13, the number of characters.
+/// Each field has two digits; the year is taken modulo 100.
 ZELVAN_C_API int osh_get_time_stamp(char* stamp);
 
-/// Writes "localhost" to the `size` bytes of `name`, whatever the machine is called, and fills
-/// the rest with zeros. With a `size` of 9 or less what fits is written, without a terminator;
-/// with 0 or less nothing.
+/// Writes "localhost" to the `size` bytes of `name`, whatever the machine's name is. Returns 0.
 ///
-/// Result: 0, always.
+/// The rest is filled with zeros. With a `size` of 9 or less, the text is cut and has no
+/// terminator; with 0 or less nothing is written.
 ZELVAN_C_API int osh_gethostname(char* name, int size);
 
-/// Sets an environment variable; a null `value` counts as the empty string, and an empty value
-/// sets the variable to it. Both strings are copied. A `name` with an `=` in it ends there, and
-/// the rest becomes the beginning of the value.
+/// Sets an environment variable. Returns 0, or -1 with nothing changed.
 ///
-/// Result: 0, or -1 with nothing changed for a null `name`, a name that is empty or begins with
-/// `=`, or where the heap refuses.
+/// Both strings are copied. A null `value` counts as the empty string, which is a value like any
+/// other. A `name` with an `=` in it ends there, and the rest becomes the beginning of the value.
+/// Fails if `name` is null, empty or begins with `=`, or if the heap refuses.
 ZELVAN_C_API int osh_setenv(char* name, char* value);
 
-/// Returns after that many seconds, at once for 0. A signal doesn't cut the time short.
+/// Waits that many seconds; with 0 it returns at once. A signal doesn't shorten the wait.
 ZELVAN_C_API void osh_sleep(unsigned int seconds);
 
-/// Starts a command and doesn't wait for it to end; nothing is left to wait for. `reserved` is
-/// ignored.
+/// Starts a command and returns without waiting for its end. `reserved` is ignored.
 ///
-/// On POSIX the shell runs it, unless it is the plain words of a program, which is then started
-/// directly. On Windows it is the command line of a program; what only the shell knows takes
-/// `cmd /c` before it.
+/// Nothing is left to wait for. On POSIX a command of plain words is started directly, any other by
+/// the shell. On Windows it is the command line of a program; put `cmd /c` before a command of the
+/// shell.
 ///
-/// Result: 0 if the command was started, else why not: 2 for a command that isn't there, 5 for
-/// one that may not be run, 8 if memory or processes ran out, 11 for a file that is no program (a
-/// script needs its `#!` line). If the command has more than plain words, such as a quote or a
-/// pipe, the shell alone finds out about 11; if its first word is not plain, the command is started
-/// as soon as the shell is. On Windows the system's own 0, out of memory, is 0 as well.
+/// Returns 0 if the command was started. Otherwise 2: there is no such command; 5: it may not be
+/// run; 8: memory or processes ran out; 11: the file is no program (a script needs its `#!` line).
+/// If the command has more than plain words, such as a quote or a pipe, the shell starts it and 11
+/// is not reported; if its first word is not plain, the result is 0 as soon as the shell runs. On
+/// Windows the system's own 0, out of memory, is returned as 0 as well.
 ///
 /// Requires: `command` is not null.
 ZELVAN_C_API int osh_system(int reserved, char* command);
 
-/// Result: 8, always. It is the library's number for its own interface, not the system's.
+/// Returns 8, the library's number for its own interface on every system.
 ZELVAN_C_API int osh_system_type(void);
 
-/// Does nothing: there is nothing to prepare. No result.
+/// Does nothing: there is nothing to prepare.
 ZELVAN_C_API void osh_initialize(void);
 
-/// Does nothing: no failure leaves a text to print. No result.
+/// Does nothing: no failure leaves a text to print.
 ZELVAN_C_API void osh_perror(void);

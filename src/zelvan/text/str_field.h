@@ -6,13 +6,13 @@
 ///
 /// The parsers read the caller's text and never change it. Their results live in records and
 /// buffers of the library, one set for `str_parse` and `str_parseEx` and one for
-/// `str_parse_vvcp`, with one buffer for numbers that both share: take what you need from a
-/// result before the next call. Nothing is allocated. The C library tells what is blank and what is
-/// printable, by the locale of the process, but the byte 0xFF is neither in any locale. Letters,
+/// `str_parse_vvcp`, with one buffer for numbers that both share: copy what you need from a
+/// result before the next call. Nothing is allocated. The C library decides what is blank and what
+/// is printable, by the locale of the process, but the byte 0xFF is neither in any locale. Letters,
 /// digits and the decimal point are ASCII's in every locale.
 ///
-/// Threads: one thread at a time calls a parser, `ColorRGB::SetValue(0, text)` included.
-/// `str_token` and `str_lower_string` keep nothing and may run on any thread, and so may
+/// Threads: only one thread at a time may call a parser, `ColorRGB::SetValue(0, text)` included.
+/// `str_token` and `str_lower_string` keep no state and may be called from any thread, and so may
 /// `zelvan::read_field`, the parser with a record of the caller's (read_field.h).
 #pragma once
 
@@ -83,7 +83,7 @@ ZELVAN_C_API str_field* str_parse_vvcp(char* text);
 /// Requires: no null pointer; `text` writable. `delimiters` may be empty.
 ZELVAN_C_API char* str_token(char* text, char* delimiters, char** next, char* found);
 
-/// Makes each ASCII letter of `text` small, in place. Other bytes stay as they are.
+/// Converts the ASCII letters of `text` to lower case, in place. Other bytes do not change.
 ///
 /// Requires: `text` is not null.
 ZELVAN_C_API void str_lower_string(char* text);

@@ -13,9 +13,9 @@
 /// | a number across a delimiter | cut | whole | whole |
 /// | blanks at a token's ends | kept | trimmed | trimmed |
 ///
-/// Delimiters are a set: their order says nothing, and with an empty set the text is one
-/// token. Inputs are only read and there is no state: calls may run on any thread. What the
-/// standard library throws when the heap refuses goes through to the caller.
+/// Delimiters are a set: their order has no meaning, and with an empty set the text is one
+/// token. Inputs are only read and there is no state: calls may run on any thread. If the heap
+/// refuses, the exception of the standard library (`std::bad_alloc`) reaches the caller.
 #pragma once
 
 #include <zelvan/export.h>

@@ -14,8 +14,8 @@ ZELVAN_C_API void tra_swap_8(void* value);
 
 /// Reverses the bytes of each of `count` elements, from `src` to `dst`.
 ///
-/// `type` says what the elements are. Its low four bits are their size in bytes, the others
-/// tell types of one size apart; these are all that exist:
+/// `type` names the type of the elements. Its low four bits are the size in bytes, the others
+/// distinguish types of one size. These are all that exist:
 ///
 ///     0x42  0x52  0x62          2 bytes
 ///     0x74  0x84  0x94  0xA4    4 bytes, 0xA4 is single-precision floating point
@@ -35,6 +35,6 @@ ZELVAN_C_API void tra_swap_bytes(unsigned short type, unsigned int count, const 
 /// does nothing, and the pointers may be null then.
 ZELVAN_C_API void tra_reverse_bits(unsigned short count, const void* src, void* dst);
 
-/// Always 1: the processors that the library is built for keep the low byte first.
+/// Returns 1: the library is built only for processors that store the low byte first.
 ZELVAN_C_API int UtlByteOrderIsIntel();
 ZELVAN_C_API int utl_is_little_endian();

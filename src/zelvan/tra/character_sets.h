@@ -9,13 +9,13 @@ enum {
   TRA_EBCDIC_TO_ASCII = 2,  ///< from the other machine to this one
 };
 
-/// Translates `count` bytes from `src` to `dst`, in ascending order; both may be the same
-/// buffer. `code` is one of the two conversions above.
+/// Translates `count` bytes from `src` to `dst`, in ascending order; both may be the same buffer.
 ///
-/// A NUL is a byte like any other, and none is added. A count of 0 does nothing, and the pointers
-/// may be null then. To EBCDIC, bit 7 of a byte has no say.
-/// To ASCII, a byte without a meaning there becomes a NUL. There and back gives every ASCII
-/// byte but two: 0x13 becomes a NUL, and the underscore (0x5F) a minus (0x2D).
+/// `code` is one of the two conversions above. A NUL is a byte like any other, and none is added. A
+/// count of 0 does nothing, and the pointers may be null then. To EBCDIC, bit 7 of a byte is
+/// ignored. To ASCII, a byte without a meaning there becomes a NUL. A translation there and back
+/// restores every ASCII byte except two: 0x13 becomes a NUL, and the underscore (0x5F) a minus
+/// (0x2D).
 ///
 /// With any other `code`, also when `count` is 0, a line on standard output says so and the
 /// process ends with `exit(1)`. There is no state: calls may run on any thread.

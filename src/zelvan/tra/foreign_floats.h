@@ -1,5 +1,6 @@
-/// Floating-point numbers of other machines: IEEE 754 and IBM hexadecimal. The body is
-/// tra_prm0.cpp.
+/// Floating-point numbers of other machines: IEEE 754 and IBM hexadecimal.
+///
+/// The source file is tra_prm0.cpp.
 #pragma once
 
 #include <zelvan/export.h>
@@ -33,7 +34,7 @@
 ///   bits. A zero fraction with anything in the first byte, a sign included, becomes a NaN of
 ///   all ones.
 ///
-/// Any other `format` or `type`, also when `count` is 0, gets a line on standard error, and
-/// `dst` stays as it was. There is no state: calls may run on any thread.
+/// For any other `format` or `type`, also when `count` is 0, prints a line to standard error and
+/// leaves `dst` unchanged. There is no state: calls may run on any thread.
 ZELVAN_C_API void tra_convert_flpt(int format, unsigned short type, unsigned short count,
                                    const void* src, void* dst);
