@@ -6,22 +6,23 @@
 
 /// An open polyline: `n_points` - 1 segments, none from the last point to the first.
 ///
-/// It owns its points, a block of `malloc`. An array constructor given fewer than 2 points
-/// makes an empty region: no points, no array, nothing ever inside. So does a heap that
-/// refuses in any constructor or in an assignment; no exception leaves either.
+/// It owns its points, a block of `malloc`. With fewer than 2 points, a constructor that takes
+/// arrays makes an empty region: no points, no array, nothing inside. If the heap refuses, every
+/// constructor and the assignment make an empty region; none throws.
 class ZELVAN_API CPickPolyline : public CPickRegion {
  public:
-  /// `n` points at (0.0, 0.0), to be filled with `set`.
+  /// Makes `n` points at (0.0, 0.0), to be filled with `set`.
   explicit CPickPolyline(unsigned int n);
 
-  /// Point i is (xs[i], ys[i]), i from 0 to n - 1. Requires: `n` numbers in each of the two.
+  /// Makes the points (xs[i], ys[i]), i from 0 to n - 1. Requires: `n` numbers in each array.
   CPickPolyline(unsigned int n, double* xs, double* ys);
 
-  /// Copies the `n` points of `pts`, an array that stays the caller's.
+  /// Copies the `n` points of `pts`.
   CPickPolyline(unsigned int n, DblPt* pts);
 
-  /// A copy has points of its own, and what an assignment replaces is freed. Where the heap
-  /// refuses, the copy or the target is empty. Assigned to itself, a region stays as it is.
+  /// Copies the points. An assignment frees the old points; to itself it changes nothing.
+  ///
+  /// If the heap refuses, the copy or the target is empty.
   CPickPolyline(const CPickPolyline&);
   CPickPolyline& operator=(const CPickPolyline&);
   ~CPickPolyline() override;
@@ -29,25 +30,32 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   /// Replaces point `i`. Requires: 0 <= i < number of points.
   void set(int i, double x, double y);
 
-  /// The first point, and one past the last; both null for a region without an array. The
-  /// array is the region's and lives until its destruction or the next assignment.
+  /// Returns the first point; null for a region without an array.
+  ///
+  /// The region owns the array, which lives until its destruction or the next assignment.
   DblPt* start();
+
+  /// Returns one past the last point; null for a region without an array.
   DblPt* end();
 
-  /// The first point of a const region, and one past the last. Inline, and no symbols.
+  /// Returns the first point of a const region. Inline, without a symbol, as is the next one.
   const DblPt* start() const { return points; }
+
+  /// Returns one past the last point of a const region.
   const DblPt* end() const { return points + n_points; }
 
-  /// True when the point lies in the axis-aligned box of any segment, inflated by `tol`, edges
-  /// included. A slanted segment is thus hit anywhere in the rectangle that it spans, and a
-  /// negative tolerance shrinks each box. A NaN in the point or the tolerance answers false, and so
-  /// does an empty region.
+  /// Returns true if the point lies in the axis-aligned box of any segment, inflated by `tol`,
+  /// edges included.
+  ///
+  /// So a slanted segment is hit anywhere in the rectangle that it spans. A negative tolerance
+  /// shrinks each box. With a NaN in the point or the tolerance, or an empty region, the result is
+  /// false.
   bool isInside(DblPt& p, double tol) override;
 
-  /// Asks the form above, through virtual dispatch: overriding that one changes both.
+  /// Calls the form above through virtual dispatch: overriding that one changes both.
   bool isInside(double x, double y, double tol) override;
 
-  /// A polyline of the mapped points, which the caller deletes; null when empty or when the
+  /// Returns a polyline of the mapped points, which the caller deletes; null if it is empty or the
   /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
@@ -56,7 +64,7 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   using CPickRegion::xfm;
 
  protected:
-  /// Empty, for derived classes that fill the fields.
+  /// Makes an empty region, for derived classes that fill the fields.
   CPickPolyline();
 
   unsigned int n_points;  ///< 0 for an empty region

@@ -8,7 +8,7 @@
 /// An axis-aligned rectangle; filled and sorted as `CAlignedRect` is.
 class ZELVAN_API CPickRect : public CPickRegion {
  public:
-  /// The rectangle of two opposite corners, in any order.
+  /// Makes the rectangle of two opposite corners, in any order.
   CPickRect(DblPt& p, DblPt& q);
   CPickRect(double x1, double y1, double x2, double y2);
 
@@ -17,20 +17,24 @@ class ZELVAN_API CPickRect : public CPickRegion {
   CPickRect& operator=(const CPickRect&);
   ~CPickRect() override;
 
-  /// Refills as the constructors do.
+  /// Replaces the corners, as the constructors do.
   void setPoints(double x1, double y1, double x2, double y2);
 
   /// Writes (left, bottom) to `*low` and (right, top) to `*high`. Requires: no null pointer.
   void getPoints(DblPt* low, DblPt* high);
 
-  /// True when the point lies in the rectangle inflated by `tol` on all sides, edges included;
-  /// a negative tolerance deflates. With a NaN anywhere in the test the answer is false.
+  /// Returns true if the point lies in the rectangle inflated by `tol` on all sides, edges
+  /// included.
+  ///
+  /// A negative tolerance deflates. With a NaN anywhere the result is false.
   bool isInside(DblPt& p, double tol) override;
   bool isInside(double x, double y, double tol) override;
 
-  /// The rectangle of the images of (left, bottom) and (right, top), sorted like any other.
-  /// It stays axis-aligned under every matrix, so under a turn it is not the box of the four
-  /// mapped corners. The caller deletes it; null when the heap refuses.
+  /// Returns the rectangle of the images of (left, bottom) and (right, top), sorted; null if the
+  /// heap refuses.
+  ///
+  /// It stays axis-aligned under every matrix, so after a turn it is not the box of the four mapped
+  /// corners. The caller deletes it.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
   // The forms for const, see CPickRegion.
@@ -38,7 +42,7 @@ class ZELVAN_API CPickRect : public CPickRegion {
   using CPickRegion::xfm;
 
  protected:
-  /// All four coordinates 0.0, for derived classes that fill it with `setPoints`.
+  /// Makes all four coordinates 0.0, for derived classes that call `setPoints`.
   CPickRect();
 
  private:

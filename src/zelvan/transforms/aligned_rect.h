@@ -1,4 +1,4 @@
-/// The axis-aligned box.
+/// An axis-aligned box and the test whether a point lies in it.
 #pragma once
 
 #include <zelvan/export.h>
@@ -14,22 +14,23 @@
 /// `q > p ? q : p`, which settles equal zeros of opposite sign (one of each is kept) and NaN.
 class CAlignedRect {
  public:
-  /// The box of two opposite corners, in any order.
+  /// Makes the box of two opposite corners, in any order.
   ZELVAN_API CAlignedRect(DblPt& p, DblPt& q);
   ZELVAN_API CAlignedRect(double x1, double y1, double x2, double y2);
 
-  /// Refills as the constructors do.
+  /// Replaces the corners, as the constructors do.
   ZELVAN_API void set(DblPt& p, DblPt& q);
   ZELVAN_API void set(double x1, double y1, double x2, double y2);
 
-  /// The sides: smallest x, smallest y, largest x, largest y.
+  /// Returns one side: the smallest x, smallest y, largest x or largest y.
   ZELVAN_INLINE_API double left() { return left_; }
   ZELVAN_INLINE_API double bottom() { return bottom_; }
   ZELVAN_INLINE_API double right() { return right_; }
   ZELVAN_INLINE_API double top() { return top_; }
 
-  /// True when the point lies in the box inflated by `tol` on all four sides, edges included.
-  /// A negative tolerance deflates. With a NaN anywhere in the test the answer is false.
+  /// Returns true if the point lies in the box inflated by `tol` on all four sides, edges included.
+  ///
+  /// A negative tolerance deflates. With a NaN anywhere the result is false.
   ZELVAN_API bool isInside(DblPt& p, double tol);
   ZELVAN_API bool isInside(double x, double y, double tol);
 
