@@ -121,13 +121,18 @@ std::tuple<const Inputs&...> inputs(const Inputs&... values) {
 
 using Workload = void (*)(Log& log);
 
-/// All groups, in the order of their names.
-inline std::map<std::string, Workload> groups;
+/// Returns all groups, in the order of their names.
+///
+/// A function, since clang 14 with -flto initialises an inline variable after objects that use it.
+inline std::map<std::string, Workload>& groups() {
+  static std::map<std::string, Workload> all;
+  return all;
+}
 
 /// A group of operations that share code, with one digest of all that they return.
 ///
 /// `name` is "family.operations". Each group is an object with the life of the program, and adds
-/// itself to `groups`.
+/// itself to `groups()`.
 struct Group {
-  Group(const char* name, Workload run) { groups[name] = run; }
+  Group(const char* name, Workload run) { groups()[name] = run; }
 };

@@ -25,14 +25,14 @@ int main(int argc, char** argv) {
   arguments.resize(2);
   if (arguments[0] == "--trace") {
     Log log(true);
-    groups.at(arguments[1])(log);
+    groups().at(arguments[1])(log);
     return std::fflush(stdout);  // WebAssembly does not flush it at the end
   }
   std::set<std::string> expected;
   std::ifstream file(arguments[1]);
   for (std::string line; std::getline(file, line);) expected.insert(line);
   std::size_t right = 0;
-  for (const auto& [name, run] : groups) {
+  for (const auto& [name, run] : groups()) {
     Log log(false);
     run(log);
     char digest[17];
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
     right += is_right ? 1 : 0;
     if (!is_right) std::printf("%s\n", line.c_str());
   }
-  const std::size_t all = std::max(expected.size(), groups.size());
+  const std::size_t all = std::max(expected.size(), groups().size());
   if (arguments[0] == "--expect") {
     std::printf("%d of %d as expected, %s\n", static_cast<int>(right), static_cast<int>(all), form);
   }
