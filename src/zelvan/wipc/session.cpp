@@ -1,5 +1,6 @@
 #include <zelvan/detail/array_size.h>
 #include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/owners.h>
 #include <zelvan/wipc/detail/queue.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/session.h>
@@ -23,18 +24,13 @@ char wipc_local_host[256] = "";
 
 namespace {
 
-/// The bind session of a socket, on a port of the system's choice; null on failure, with the
-/// socket still the caller's.
-wipc_session* bind_to_free_port(int socket, int* port) {
-  wipc_session* session = wipc_new_session(socket, bind_session);
-  if (session == nullptr) return nullptr;
+/// Binds a socket to a port of the system's choice and stores the port. Returns whether it did.
+bool bind_to_free_port(int socket, int* port) {
   platform::SocketAddress address{};
-  if (platform::bind(socket, address) != 0 || platform::getsockname(socket, &address) != 0) {
-    release_session(session);
-    return nullptr;
-  }
+  if (platform::bind(socket, address) != 0) return false;
+  if (platform::getsockname(socket, &address) != 0) return false;
   *port = platform::ntohs(address.port);
-  return session;
+  return true;
 }
 
 }  // namespace
@@ -61,15 +57,16 @@ int wipc_startup(void) {
 }
 
 wipc_session* wipc_create_bind(int* port) {
-  if (wipc_startup() == 0) return nullptr;
-  const int socket = platform::socket();
-  if (socket > 0) {
-    wipc_session* session = bind_to_free_port(socket, port);
-    if (session != nullptr) return session;
-    platform::closesocket(socket);
-  }
-  platform::WSACleanup();
-  return nullptr;
+  SocketStartup startup;
+  if (!startup.is_usable()) return nullptr;
+  OwnedSocket socket(platform::socket());
+  if (!socket.is_open()) return nullptr;
+  BindSession session(wipc_new_session(socket.get(), bind_session));
+  if (session == nullptr) return nullptr;
+  socket.pass_on();
+  if (!bind_to_free_port(session->sid, port)) return nullptr;
+  startup.keep();
+  return session.release();
 }
 
 int wipc_check_sockets(int n) {
