@@ -1,10 +1,13 @@
 #include <zelvan/platform/clock.h>
+#include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/detail/connection.h>
 
 #include "wipc/scripted_peer.h"
 
 #include <support/heap.h>
 #include <support/system.h>
+
+namespace platform = zelvan::platform;
 
 // What happens in a pause, which is over at once, and how long all of them would have been.
 static std::function<void()> on_pause = [] {};
@@ -93,6 +96,44 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
   EXPECT_EQ(heap::blocks_left(), 0) << "records and queued messages are released";
   EXPECT_EQ(arrived(peers[0]), "SessionClosed");
   EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
+}
+
+// Asks to be the secondary, from the address 127.0.0.`last` of this machine.
+static int connect_from(std::uint8_t last, int port) {
+  const int made = platform::socket();
+  platform::bind(made, {{127, 0, 0, last}, 0});
+  EXPECT_EQ(platform::connect(made, {{127, 0, 0, 1}, platform::htons(port)}), 0);
+  return made;
+}
+
+TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhileItWaits) {
+  const struct {
+    bool is_on;
+    std::vector<std::pair<int, int>> connections;  // last number of the address, which port
+  } rows[] = {
+      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is met
+      {false, {{2, 0}, {2, 1}}},                 // the first on each port is met
+  };
+  for (const auto& [is_on, connections] : rows) {
+    zelvan_set_local_sessions_only(is_on);
+    ASSERT_EQ(open_connection("localhost", "/bin/sh"), 1);
+    EXPECT_EQ(std::string(own_name) == "localhost", is_on) << own_name;
+    for (const auto* bound : {zelvan::wipc_bind_primary, zelvan::wipc_bind_secondary}) {
+      platform::SocketAddress own{};
+      platform::getsockname(bound->sid, &own);
+      EXPECT_EQ(own.host[0], is_on ? 127 : 0) << "a port's address, 0 is any";
+    }
+    std::vector<int> sockets;
+    on_pause = [&] {
+      const auto& [last, port] = connections[sockets.size()];
+      sockets.push_back(connect_from(last, ports[port]));
+    };
+    EXPECT_NE(wipc_accept_connection(), nullptr) << "switch " << is_on;
+    for (std::size_t i = 0; i < sockets.size(); ++i) {
+      const bool is_closed = platform::select(sockets[i]) == 1;
+      EXPECT_EQ(is_closed, is_on && i % 2 == 0) << "switch " << is_on << ", connection " << i;
+    }
+  }
 }
 
 TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {

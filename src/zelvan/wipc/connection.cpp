@@ -29,9 +29,20 @@ constexpr std::uint64_t first_retry_ms = 200;
 // a socket is closed can cost the peer what is still on its way to it.
 constexpr int answer_size = 1599;
 
+// What a secondary on this machine connects to when other machines are kept out.
+char loopback_name[] = "localhost";
+
 constexpr int exists = 0;  // mode of `_access`
 
 bool is_empty(const char* text) { return text == nullptr || text[0] == '\0'; }
+
+/// Returns whether the peer of an accepted connection may be the secondary.
+bool may_connect(int socket) {
+  if (keeps_machines_out == 0) return true;
+  platform::SocketAddress peer{};
+  if (platform::getpeername(socket, &peer) != 0) return false;
+  return std::memcmp(peer.host, platform::loopback.host, sizeof peer.host) == 0;
+}
 
 /// Makes a session of two connections, which it owns from here on. Null if the heap refuses; the
 /// connections are still the caller's then.
@@ -91,13 +102,15 @@ int wipc_wait_accept(int socket) {
     return -1;
   }
   std::int64_t looks = 0;
-  while (platform::select(socket) <= 0) {
+  do {
+    if (platform::select(socket) > 0) {
+      OwnedSocket peer(platform::accept(socket));
+      if (!peer.is_open() || may_connect(peer.get())) return peer.pass_on();
+    }
     platform::Sleep(look_again_ms);
-    if (looks++ < 2 * std::int64_t{wipc_connect_timeout}) continue;
-    wipc_print("Error: Timed out while attempting\tto accept connection\n");
-    return -1;
-  }
-  return platform::accept(socket);
+  } while (looks++ < 2 * std::int64_t{wipc_connect_timeout});
+  wipc_print("Error: Timed out while attempting\tto accept connection\n");
+  return -1;
 }
 
 int wipc_connect_port(const char* host, int port) {
@@ -219,7 +232,7 @@ int wipc_open_connection(char* host, char* module, char** local_host, int* prima
     return 0;
   }
   platform::gethostname(wipc_local_host, sizeof wipc_local_host);
-  *local_host = wipc_local_host;
+  *local_host = keeps_machines_out != 0 ? loopback_name : wipc_local_host;
   *is_local = std::strcmp(host, wipc_local_host) == 0 || std::strcmp(host, "localhost") == 0;
   if (*is_local != 0 && !has_module(module)) return 0;
   make_pending(std::move(primary), std::move(secondary));

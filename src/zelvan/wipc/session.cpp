@@ -17,6 +17,7 @@ namespace zelvan {
 int wipc_connect_timeout = 10;
 int wipc_debug = 0;
 int wipc_nostart = 0;
+int keeps_machines_out = 0;
 char wipc_error_text[256] = "";
 wipc_session* wipc_bind_primary = nullptr;
 wipc_session* wipc_bind_secondary = nullptr;
@@ -26,7 +27,7 @@ namespace {
 
 /// Binds a socket to a port of the system's choice and stores the port. Returns whether it did.
 bool bind_to_free_port(int socket, int* port) {
-  platform::SocketAddress address{};
+  auto address = keeps_machines_out != 0 ? platform::loopback : platform::SocketAddress{};
   if (platform::bind(socket, address) != 0) return false;
   if (platform::getsockname(socket, &address) != 0) return false;
   *port = platform::ntohs(address.port);
@@ -137,6 +138,8 @@ void wipc_set_nostart(int on) {
   wipc_nostart = on;
   wipc_connect_timeout = 600;
 }
+
+void zelvan_set_local_sessions_only(int on) { keeps_machines_out = on; }
 
 int wipc_sid(void* session) {
   const wipc_session* record = usable_session(session);

@@ -32,6 +32,13 @@ int move_above_standard_streams(int socket) {
   return moved;
 }
 
+SocketAddress from_system(const sockaddr_in& address) {
+  SocketAddress result{};
+  std::memcpy(result.host, &address.sin_addr, sizeof result.host);
+  result.port = address.sin_port;
+  return result;
+}
+
 sockaddr_in to_system(const SocketAddress& address) {
   sockaddr_in result{};
   result.sin_family = AF_INET;
@@ -80,8 +87,15 @@ int getsockname(int socket, SocketAddress* address) {
   sockaddr_in own{};
   socklen_t length = sizeof own;
   if (::getsockname(socket, reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
-  std::memcpy(address->host, &own.sin_addr, sizeof address->host);
-  address->port = own.sin_port;
+  *address = from_system(own);
+  return 0;
+}
+
+int getpeername(int socket, SocketAddress* address) {
+  sockaddr_in peer{};
+  socklen_t length = sizeof peer;
+  if (::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &length) != 0) return -1;
+  *address = from_system(peer);
   return 0;
 }
 
