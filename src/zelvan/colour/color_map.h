@@ -113,8 +113,9 @@ class ColorMap {
 
   // ---- export
 
-  /// What an image of that type holds for the pen `index`: the pen itself with 8 bits, the
-  /// packed colour with 1 or 32. An unknown type or a pen that the map doesn't have results in 1.
+  /// Returns what an image of that type holds for the pen `index`: with 8 bits the pen itself, also
+  /// one that the map doesn't have; with 1 or 32 bits the packed colour, or 1 for such a pen. An
+  /// unknown type results in 1.
   ///
   /// It may be called through a null pointer: without a map it returns 1 for pen 0, and 0 for all
   /// others. (A compiler may conclude from such a call that the pointer isn't null: test it
