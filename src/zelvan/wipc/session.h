@@ -45,14 +45,14 @@ ZELVAN_API void wipc_set_nostart(int on);
 /// Not 0: no other machine can connect to a session that this process opens. 0, as at first: any
 /// can.
 ///
-/// While it is on, ports are opened on 127.0.0.1 alone, an address that only programs of this
-/// machine reach. Each connection that comes in is checked as well: from another address than
+/// While the switch is on, ports are opened on 127.0.0.1 alone, an address that only programs of
+/// this machine reach. Each connection that comes in is checked as well: from another address than
 /// 127.0.0.1 it is closed, and the wait continues. Set it before opening; for the ports of a
 /// connection that is already pending only the check is new.
 ///
-/// The secondary has to connect to "localhost", which is also what `*local_host` of
-/// `wipc_open_connection` then is: pass "localhost" to `wipc_open_session`, since this machine's
-/// own name can mean another of its addresses. `wipc_connect_session` connects wherever it is told.
+/// The secondary has to connect to "localhost". `wipc_open_connection` then stores that as the
+/// local host. Pass it to `wipc_open_session`, since this machine's own name can mean another of
+/// its addresses. `wipc_connect_session` connects wherever it is told.
 ///
 /// Machines are told apart, not users and programs: any program on this machine can still be the
 /// first to connect.
