@@ -1,7 +1,8 @@
-// Fills a colour map with texts and numbers, and asks for pens. A plain search over all entries
-// says which pen is another colour and close.
+// Fills two colour maps with texts and numbers, asks them for pens, and translates the pens of one
+// into those of the other, which has to find what a search for each pen finds.
 
 #include <zelvan/colour/color_map.h>
+#include <zelvan/colour/color_xfm.h>
 
 #include "bytes.h"
 
@@ -68,6 +69,17 @@ void ask(ColorMap& map, fuzz::Bytes& bytes) {
   }
 }
 
+void translate(ColorMap& source, ColorMap& target) {
+  ColorXfm table(static_cast<int>(source.map_size));
+  table.MapColors(&source, &target);
+  for (unsigned pen = 0; pen < source.map_size; ++pen) {
+    ColorRGB color = source.colors[pen];
+    int distance = 0;
+    const int closest = target.GetClosestColor(&color, &distance, 1);
+    require(table.DoColorXfm(pen) == static_cast<unsigned>(closest));
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -75,10 +87,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int most = bytes.below(2) == 0 ? 255 : 65535;
   ColorMap map(static_cast<std::int8_t>(bytes.byte()) / 4, most);
   require(map.map_size <= 31 && map.map_count == map.map_size);
+  ColorMap target(static_cast<std::int8_t>(bytes.byte()) / 4, most);
   while (bytes.left() > 0) {
-    change(map, bytes);
-    ask(map, bytes);
+    ColorMap& changed = bytes.below(4) == 0 ? target : map;
+    change(changed, bytes);
+    ask(changed, bytes);
   }
+  translate(map, target);
+  translate(target, map);
   ColorMap copy(map);
   require(copy.Identical(&map) == 1);
   ColorMap other(static_cast<int>(map.map_size), 255);

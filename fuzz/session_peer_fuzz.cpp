@@ -149,9 +149,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   while (bytes.left() > 0) {
     const int code = bytes.byte();
     std::string piece = bytes.text(static_cast<std::size_t>(code / 8));
-    // Pieces about as long as the reader's buffer, out of few bytes.
-    if (code % 8 == 7 && !piece.empty()) {
-      piece.insert(0, 3990 - 2 * piece.size(), piece.front());
+    // Pieces as long as one read takes at most, or a little shorter, out of few bytes.
+    const bool is_long = code % 8 == 4 || code % 8 == 7;
+    if (is_long && !piece.empty()) {
+      piece.insert(0, std::min<std::size_t>(3990, 4000 - piece.size()), piece.front());
     } else if (code % 8 == 6) {
       piece = "SessionClosed" + piece.substr(0, 1);
     }

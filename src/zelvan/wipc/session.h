@@ -42,8 +42,8 @@ ZELVAN_API void wipc_set_debug(int on);
 /// becomes 600 seconds; call `wipc_set_connect_timeout` afterwards for another.
 ZELVAN_API void wipc_set_nostart(int on);
 
-/// Not 0: no other machine can connect to a session that this process opens. 0, as at first: any
-/// can.
+/// Keeps other machines out of the sessions that this process opens, if `on` is not 0. With 0, as
+/// at first, any machine can connect.
 ///
 /// While the switch is on, ports are opened on 127.0.0.1 alone, an address that only programs of
 /// this machine reach. Each connection that comes in is checked as well: from another address than
