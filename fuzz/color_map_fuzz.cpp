@@ -16,6 +16,9 @@ bool is_same(const ColorRGB& a, const ColorRGB& b) {
   return a.red == b.red && a.green == b.green && a.blue == b.blue;
 }
 
+/// A channel on the scale, or one of any bits.
+int channel(fuzz::Bytes& bytes) { return bytes.below(8) == 0 ? bytes.any<int>() : bytes.byte(); }
+
 bool is_on_scale(const ColorRGB& color) {
   const auto [low, high] = std::minmax({color.red, color.green, color.blue});
   return low >= 0 && high <= 65535;
@@ -37,7 +40,8 @@ void change(ColorMap& map, fuzz::Bytes& bytes) {
       is_set = map.SetRGBIndex(index, bytes.any<float>(), bytes.any<float>(), bytes.any<float>());
       break;
     default: {
-      ColorRGB color(bytes.byte(), bytes.byte(), bytes.byte());
+      ColorRGB color;
+      for (int* value : {&color.red, &color.green, &color.blue}) *value = channel(bytes);
       if (has_index) map.SetMap(index, &color);
       return;
     }
@@ -47,12 +51,13 @@ void change(ColorMap& map, fuzz::Bytes& bytes) {
 
 void ask(ColorMap& map, fuzz::Bytes& bytes) {
   const int size = static_cast<int>(map.map_size);
-  ColorRGB target(bytes.byte(), bytes.byte(), bytes.byte());
+  ColorRGB target;
+  for (int* value : {&target.red, &target.green, &target.blue}) *value = channel(bytes);
   int distance = -1;
   const int closest = map.GetClosestColor(&target, &distance, 1);
   require(closest >= 0 && closest < std::max(size, 1));
   // A mean of differences that doesn't fit in an int wraps.
-  require(distance >= 0 || !is_on_scale(map.colors[closest]));
+  require(distance >= 0 || !is_on_scale(map.colors[closest]) || !is_on_scale(target));
   int again = -1;
   require(map.GetClosestColor(&target, &again, 0) == closest && again == distance);
 
@@ -71,6 +76,7 @@ void ask(ColorMap& map, fuzz::Bytes& bytes) {
 
 void translate(ColorMap& source, ColorMap& target) {
   ColorXfm table(static_cast<int>(source.map_size));
+  require(table.DoColorXfm(source.map_size + 7) == 0);
   table.MapColors(&source, &target);
   for (unsigned pen = 0; pen < source.map_size; ++pen) {
     ColorRGB color = source.colors[pen];

@@ -49,7 +49,7 @@ void ask(const CPickRegion* region, const std::vector<real_pt_t>& points, double
 }
 
 void check_ring(drw_pset_t set, int k, const PolygonSet& ring, const std::vector<real_pt_t>& points,
-                bool on_grid) {
+                double tolerance, bool on_grid) {
   CPickRegion* const region = zelvan_new_region_of_polygon(&set, k);
   require((region != nullptr) == (ring.points.size() >= 3));
   ask(region, points, 0.0);
@@ -62,12 +62,12 @@ void check_ring(drw_pset_t set, int k, const PolygonSet& ring, const std::vector
 
   CPolygon polygon = zelvan::polygon_of(set, k);
   CPickPolyline outline = zelvan::polyline_of(set, k);
-  ask(&outline, points, 0.5);
+  ask(&outline, points, tolerance);
   for (const real_pt_t p : points) {
     const bool is_inside = polygon.isInside(p.x, p.y, 0.0);
-    const bool is_hit = outline.isInside(p.x, p.y, 0.25);
+    const bool is_hit = outline.isInside(p.x, p.y, tolerance);
     if (!on_grid) continue;
-    require(is_hit == hits_a_box(ring, p, 0.25));
+    require(is_hit == hits_a_box(ring, p, tolerance));
     if (ring.points.size() < 3) require(!is_inside);
     if (ring.points.size() < 3 || is_on_an_edge(ring, p)) continue;
     require(is_inside == (winding(ring, p) != 0));
@@ -79,6 +79,7 @@ void check_ring(drw_pset_t set, int k, const PolygonSet& ring, const std::vector
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Bytes bytes(data, size);
   const bool any_bits = bytes.byte() % 4 == 0;
+  const double tolerance = bytes.number();
   std::vector<real_pt_t> asked(static_cast<std::size_t>(bytes.below(20)));
   for (real_pt_t& p : asked) p = {coordinate(bytes, any_bits), coordinate(bytes, any_bits)};
   PolygonSet all;
@@ -96,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(zelvan::count_polygons(set) == count && zelvan_count_polygons(&set) == count);
   require(zelvan_new_region_of_polygon(&set, count) == nullptr);
   for (int k = 0; k < count; ++k) {
-    check_ring(set, k, rings[static_cast<std::size_t>(k)], asked, !any_bits);
+    check_ring(set, k, rings[static_cast<std::size_t>(k)], asked, tolerance, !any_bits);
   }
   return 0;
 }
