@@ -102,7 +102,7 @@ int connect_from(int last, int port) {
   return peer;
 }
 
-/// Whoever comes, only a peer from 127.0.0.1 gets in.
+/// Of all peers that come, only one from 127.0.0.1 gets in.
 void open_among_others(fuzz::Bytes& bytes) {
   char host[] = "127.0.0.1";
   char module[] = "none";
