@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -12,9 +13,11 @@
 
 namespace fuzz {
 
-/// Stops the program where something that always holds doesn't.
-inline void require(bool holds) {
-  if (!holds) std::abort();
+/// Stops the program where something that always holds doesn't, and says where that is.
+inline void require(bool holds, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+  if (holds) return;
+  std::fprintf(stderr, "%s:%d: does not hold\n", file, line);
+  std::abort();
 }
 
 /// Reads the bytes from the first to the last; behind the last come zeros.

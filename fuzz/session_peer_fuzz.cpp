@@ -1,6 +1,10 @@
 // A session whose peer sends any bytes, in any pieces, on both channels, and is gone afterwards.
-// The channels are sockets that keep the pieces apart, so that each is one read off the wire.
+// The channels are sockets that keep the pieces apart, so that each is one read off the wire. Or
+// peers from several addresses, which may leave at once, while a session opens that keeps other
+// machines out. Pauses are over at once.
 
+#include <zelvan/platform/clock.h>
+#include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/messages.h>
@@ -8,8 +12,21 @@
 
 #include "bytes.h"
 
+#include <functional>
+#include <vector>
+
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+namespace {
+
+std::function<void()> on_pause = [] {};
+
+}  // namespace
+
+void zelvan::platform::GetLocalTime(LocalTime*) {}
+void zelvan::platform::Sleep(std::uint64_t) { on_pause(); }
 
 namespace {
 
@@ -64,18 +81,78 @@ std::string without_nuls(std::string text) {
   return text;
 }
 
+/// A socket at 127.0.0.`last` that has asked a port of this machine for a connection. Closing it
+/// leaves nothing in the system that would keep its own port for a while.
+int connect_from(int last, int port) {
+  const auto loopback = [](int number, int port_there) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port_there));
+    address.sin_addr.s_addr = htonl(0x7F000000U + static_cast<unsigned>(number));
+    return address;
+  };
+  const int peer = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+  require(peer >= 0);
+  const linger at_once{1, 0};
+  setsockopt(peer, SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
+  const sockaddr_in own = loopback(last, 0);
+  const sockaddr_in there = loopback(1, port);
+  require(bind(peer, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0);
+  connect(peer, reinterpret_cast<const sockaddr*>(&there), sizeof there);  // or nobody listens
+  return peer;
+}
+
+/// Of all peers that come, only one from 127.0.0.1 gets in.
+void open_among_others(fuzz::Bytes& bytes) {
+  char host[] = "127.0.0.1";
+  char module[] = "none";
+  char* local_host = nullptr;
+  int ports[2];
+  int is_local = 0;
+  zelvan_set_local_sessions_only(1);
+  wipc_set_connect_timeout(4);
+  require(wipc_open_connection(host, module, &local_host, &ports[0], &ports[1], &is_local) == 1);
+  std::vector<int> peers;
+  on_pause = [&] {
+    const int code = bytes.byte();
+    if (code % 4 == 0) return;  // nobody comes
+    const int peer = connect_from(code % 4, ports[code / 4 % 2]);
+    const bool leaves = code / 8 % 4 == 3;
+    if (leaves) {
+      close(peer);
+    } else {
+      peers.push_back(peer);
+    }
+  };
+  void* session = wipc_accept_connection();
+  for (const int socket : {wipc_sid(session), wipc_status_sid(session)}) {
+    zelvan::platform::SocketAddress peer{};
+    if (session == nullptr || zelvan::platform::getpeername(socket, &peer) != 0) continue;
+    require(std::memcmp(peer.host, zelvan::platform::loopback.host, sizeof peer.host) == 0);
+  }
+  for (const int peer : peers) close(peer);
+  wipc_close_session(session);
+  zelvan::wipc_release_bind_sessions();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Bytes bytes(data, size);
-  const bool is_primary = bytes.below(2) == 0;
+  const int kind = bytes.below(3);
+  if (kind == 2) {
+    open_among_others(bytes);
+    return 0;
+  }
+  const bool is_primary = kind == 0;
   Channel channels[2];  // data and status
   while (bytes.left() > 0) {
     const int code = bytes.byte();
     std::string piece = bytes.text(static_cast<std::size_t>(code / 8));
-    // Pieces about as long as the reader's buffer, out of few bytes.
-    if (code % 8 == 7 && !piece.empty()) {
-      piece.insert(0, 3990 - 2 * piece.size(), piece.front());
+    // Pieces as long as one read takes at most, or a little shorter, out of few bytes.
+    const bool is_long = code % 8 == 4 || code % 8 == 7;
+    if (is_long && !piece.empty()) {
+      piece.insert(0, std::min<std::size_t>(3990, 4000 - piece.size()), piece.front());
     } else if (code % 8 == 6) {
       piece = "SessionClosed" + piece.substr(0, 1);
     }

@@ -3,6 +3,7 @@
 // a walk that stands still is seen here.
 
 #include <zelvan/colour/color_rgb.h>
+#include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
 
 #include "bytes.h"
@@ -25,6 +26,23 @@ void walk(char* line, Parser parse) {
   }
 }
 
+/// The parser with a record of the caller's finds the same fields.
+template <class Parser>
+void compare(char* line, zelvan::string_rules rules, Parser parse) {
+  const auto record = std::make_unique<zelvan::field_record>();
+  for (char* at = line;;) {
+    const str_field* own = zelvan::read_field(at, record.get(), rules);
+    const str_field* shared = parse(at);
+    require(own->type == shared->type && own->length == shared->length);
+    require(own->next == shared->next);
+    require(std::memcmp(&own->value, &shared->value, sizeof own->value) == 0);
+    require((own->text == nullptr) == (shared->text == nullptr));
+    if (own->text != nullptr) require(std::strcmp(own->text, shared->text) == 0);
+    if (own->type == STR_END) return;
+    at = own->next;
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -35,6 +53,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   walk(line.get(), str_parse_vvcp);
   walk(line.get(), [](char* at) { return str_parseEx(at, 0); });
   walk(line.get(), [](char* at) { return str_parseEx(at, 1); });
+
+  compare(line.get(), zelvan::string_rules::of_str_parse, str_parse);
+  compare(line.get(), zelvan::string_rules::of_str_parse_vvcp, str_parse_vvcp);
+  compare(line.get(), zelvan::string_rules::of_str_parse_mode_1,
+          [](char* at) { return str_parseEx(at, 1); });
 
   ColorRGB color(-1, -2, -3);
   if (color.SetValue(0, line.get())) {

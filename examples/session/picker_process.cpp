@@ -38,6 +38,7 @@ pid_t start(const std::string& module, int primary_port, int secondary_port) {
 PickerProcess::PickerProcess(const Options& options) {
   std::string module = options.module;
   if (options.host.empty()) {
+    zelvan_set_local_sessions_only(1);
     session_ = wipc_open_session(localhost, module.data());
     if (session_ == nullptr) throw Error(module + ": can't be started, or doesn't connect");
   } else {

@@ -500,6 +500,10 @@ int osh_system_type(void);
 void osh_initialize(void);
 void osh_perror(void);
 
+// ---- <zelvan/wipc/session.h>
+
+void zelvan_set_local_sessions_only(int on);
+
 #ifdef __cplusplus
 }
 #endif

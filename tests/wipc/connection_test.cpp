@@ -1,10 +1,13 @@
 #include <zelvan/platform/clock.h>
+#include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/detail/connection.h>
 
 #include "wipc/scripted_peer.h"
 
 #include <support/heap.h>
 #include <support/system.h>
+
+namespace platform = zelvan::platform;
 
 // What happens in a pause, which is over at once, and how long all of them would have been.
 static std::function<void()> on_pause = [] {};
@@ -93,6 +96,42 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
   EXPECT_EQ(heap::blocks_left(), 0) << "records and queued messages are released";
   EXPECT_EQ(arrived(peers[0]), "SessionClosed");
   EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
+}
+
+TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhileItWaits) {
+  const struct {
+    bool is_on;
+    std::vector<std::pair<std::uint8_t, int>>
+        connections;  // last number of the address, which port
+  } rows[] = {
+      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is met
+      {false, {{2, 0}, {2, 1}}},                 // the first on each port is met
+  };
+  for (const auto& row : rows) {
+    zelvan_set_local_sessions_only(row.is_on);
+    ASSERT_EQ(open_connection("localhost", "/bin/sh"), 1);
+    EXPECT_EQ(std::string(own_name) == "localhost", row.is_on) << own_name;
+    for (const auto* bound : {zelvan::wipc_bind_primary, zelvan::wipc_bind_secondary}) {
+      platform::SocketAddress own{};
+      platform::getsockname(bound->sid, &own);
+      EXPECT_EQ(own.host[0], row.is_on ? 127 : 0) << "a port's address, 0 is any";
+    }
+    std::vector<int> peers;
+    on_pause = [&] {  // the next one asks to be the secondary
+      const auto& [last, port] = row.connections[peers.size()];
+      peers.push_back(platform::socket());
+      platform::bind(peers.back(), {{127, 0, 0, last}, 0});
+      platform::connect(peers.back(), {{127, 0, 0, 1}, platform::htons(ports[port])});
+    };
+    void* session = wipc_accept_connection();
+    EXPECT_NE(session, nullptr) << "switch " << row.is_on;
+    for (std::size_t i = 0; i < peers.size(); ++i) {
+      const bool is_closed = platform::select(peers[i]) == 1;
+      EXPECT_EQ(is_closed, row.is_on && i % 2 == 0) << "switch " << row.is_on << ", peer " << i;
+      platform::closesocket(peers[i]);
+    }
+    wipc_close_session(session);
+  }
 }
 
 TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {

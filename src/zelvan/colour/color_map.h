@@ -120,9 +120,10 @@ class ColorMap {
   /// Returns the pixel value of pen `index` in an image of that type: the pen itself with 8 bits,
   /// the packed colour with 1 or 32.
   ///
-  /// Returns 1 for an unknown type or a pen that the map doesn't have. Called through a null
-  /// pointer, it returns 1 for pen 0 and 0 for all others. (A compiler may conclude from such a
-  /// call that the pointer isn't null: test it before, not after.)
+  /// For a pen that the map doesn't have it returns that pen with 8 bits, and 1 with 1 or 32. It
+  /// returns 1 for an unknown type. Called through a null pointer, it returns 1 for pen 0 and 0 for
+  /// all others. (A compiler may conclude from such a call that the pointer isn't null: test it
+  /// before, not after.)
   ZELVAN_API unsigned int GetValue(ImageType type, RGBOrder order, int index);
 };
 

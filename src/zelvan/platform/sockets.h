@@ -21,6 +21,9 @@ struct SocketAddress {
   std::uint16_t port;  ///< in the order of the network: see `htons`
 };
 
+/// The address by which a machine reaches itself and no other machine does.
+constexpr SocketAddress loopback{{127, 0, 0, 1}, 0};
+
 /// Makes the sockets usable. Returns 0 on success.
 int WSAStartup();
 
@@ -35,6 +38,9 @@ int bind(int socket, const SocketAddress& address);
 
 /// Stores the socket's own address, with the port that the system chose.
 int getsockname(int socket, SocketAddress* address);
+
+/// Stores the address of the other end of a connection.
+int getpeername(int socket, SocketAddress* address);
 
 /// Lets connections queue up, about `backlog` of them. May be repeated.
 int listen(int socket, int backlog);

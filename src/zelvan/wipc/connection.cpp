@@ -5,6 +5,7 @@
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/detail/connection.h>
 #include <zelvan/wipc/detail/heap_text.h>
+#include <zelvan/wipc/detail/owners.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/detail/words.h>
 
@@ -12,7 +13,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -25,34 +25,27 @@ constexpr int connect_attempts = 5;
 // soon, and together well beyond the half second by which the listening side can be late.
 constexpr std::uint64_t first_retry_ms = 200;
 
+// Room for the answer to the end of a session and for texts sent before it. What stays unread when
+// a socket is closed can cost the peer what is still on its way to it.
+constexpr int answer_size = 1599;
+
+// What a secondary on this machine connects to when other machines are kept out.
+char loopback_name[] = "localhost";
+
 constexpr int exists = 0;  // mode of `_access`
-
-/// Owns a socket until it is passed on.
-class OwnedSocket {
- public:
-  explicit OwnedSocket(int socket) : socket_(socket) {}
-  OwnedSocket(const OwnedSocket&) = delete;
-  OwnedSocket& operator=(const OwnedSocket&) = delete;
-  ~OwnedSocket() {
-    if (is_open()) platform::closesocket(socket_);
-  }
-  bool is_open() const { return socket_ > 0; }
-  int get() const { return socket_; }
-  int pass_on() { return std::exchange(socket_, -1); }
-
- private:
-  int socket_;
-};
-
-struct ReleaseBindSession {
-  void operator()(wipc_session* session) const { release_bind_session(session); }
-};
-using BindSession = std::unique_ptr<wipc_session, ReleaseBindSession>;
 
 bool is_empty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
-/// A session of two connections, which it owns from here on. If the heap refuses it is null, and
-/// the connections are still the caller's.
+/// Returns whether the peer of an accepted connection may be the secondary.
+bool may_connect(int socket) {
+  if (keeps_machines_out == 0) return true;
+  platform::SocketAddress peer{};
+  if (platform::getpeername(socket, &peer) != 0) return false;
+  return std::memcmp(peer.host, platform::loopback.host, sizeof peer.host) == 0;
+}
+
+/// Makes a session of two connections, which it owns from here on. Null if the heap refuses; the
+/// connections are still the caller's then.
 wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_type) {
   wipc_session* session = wipc_new_session(data.get(), session_type);
   if (session == nullptr) return nullptr;
@@ -61,7 +54,7 @@ wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_
   return session;
 }
 
-/// Gets the secondary going, or publishes the line that will. 1 unless that failed.
+/// Starts the secondary, or publishes the command line that does. 1 unless that failed.
 int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
   if (primary_port <= 0 || secondary_port <= 0) {
     wipc_print("Error: Cannot start the secondary since the ports are invalid (%d and %d)\n",
@@ -79,9 +72,25 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   return wipc_nostart != 0;
 }
 
-/// The path of a module on this machine; null if there is none.
+/// Returns the path of a module on this machine; null if there is none.
 HeapText local_path(const char* module) {
   return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
+}
+
+/// Returns whether the module exists on this machine. A path that doesn't is the last error.
+bool has_module(const char* module) {
+  const HeapText path = local_path(module);
+  if (path == nullptr) return false;
+  if (platform::_access(path.get(), exists) == 0) return true;
+  set_error_text("Error: Invalid secondary path %s\n", module);
+  wipc_print("%s", wipc_error_text);
+  return false;
+}
+
+/// Makes the two the pending connection.
+void make_pending(BindSession primary, BindSession secondary) {
+  wipc_bind_primary = primary.release();
+  wipc_bind_secondary = secondary.release();
 }
 
 }  // namespace
@@ -93,32 +102,31 @@ int wipc_wait_accept(int socket) {
     return -1;
   }
   std::int64_t looks = 0;
-  while (platform::select(socket) <= 0) {
+  do {
+    if (platform::select(socket) > 0) {
+      OwnedSocket peer(platform::accept(socket));
+      if (!peer.is_open() || may_connect(peer.get())) return peer.pass_on();
+    }
     platform::Sleep(look_again_ms);
-    if (looks++ < 2 * std::int64_t{wipc_connect_timeout}) continue;
-    wipc_print("Error: Timed out while attempting\tto accept connection\n");
-    return -1;
-  }
-  return platform::accept(socket);
+  } while (looks++ < 2 * std::int64_t{wipc_connect_timeout});
+  wipc_print("Error: Timed out while attempting\tto accept connection\n");
+  return -1;
 }
 
 int wipc_connect_port(const char* host, int port) {
-  int socket = platform::socket();
-  if (socket <= 0) return -1;
+  OwnedSocket socket(platform::socket());
+  if (!socket.is_open()) return -1;
   platform::SocketAddress address{};
-  if (platform::gethostbyname(host, &address) == 0) {
-    platform::closesocket(socket);
-    return -1;
-  }
+  if (platform::gethostbyname(host, &address) == 0) return -1;
   address.port = platform::htons(static_cast<std::uint16_t>(port));
   std::uint64_t pause_ms = first_retry_ms;
-  for (int attempt = 1; socket > 0; ++attempt) {
-    if (platform::connect(socket, address) == 0) return socket;
-    platform::closesocket(socket);
+  for (int attempt = 1; socket.is_open(); ++attempt) {
+    if (platform::connect(socket.get(), address) == 0) return socket.pass_on();
+    socket.close();
     if (attempt == connect_attempts) break;
     platform::Sleep(pause_ms);
     pause_ms *= 2;
-    socket = platform::socket();
+    socket.open();
   }
   return -1;
 }
@@ -208,15 +216,11 @@ int wipc_open_connection(char* host, char* module, char** local_host, int* prima
     return 0;
   }
   wipc_release_bind_sessions();  // of a connection that was never accepted
-  wipc_bind_primary = wipc_create_bind(primary_port);
-  if (wipc_bind_primary == nullptr) return 0;
-  wipc_bind_secondary = wipc_create_bind(secondary_port);
-  if (wipc_bind_secondary == nullptr) {
-    wipc_release_bind_sessions();
-    return 0;
-  }
+  BindSession primary(wipc_create_bind(primary_port));
+  if (primary == nullptr) return 0;
+  BindSession secondary(wipc_create_bind(secondary_port));
+  if (secondary == nullptr) return 0;
   if (wipc_check_sockets(2) == 0) {
-    wipc_release_bind_sessions();
     wipc_print("Error: not enough sockets to open a connection\n");
     return 0;
   }
@@ -224,23 +228,14 @@ int wipc_open_connection(char* host, char* module, char** local_host, int* prima
   if (platform::gethostbyname(host, &address) == 0) {
     set_error_text("Error: Invalid host %s or no file descriptors\n", host);
     wipc_print("%s", wipc_error_text);
+    make_pending(std::move(primary), std::move(secondary));
     return 0;
   }
   platform::gethostname(wipc_local_host, sizeof wipc_local_host);
-  *local_host = wipc_local_host;
+  *local_host = keeps_machines_out != 0 ? loopback_name : wipc_local_host;
   *is_local = std::strcmp(host, wipc_local_host) == 0 || std::strcmp(host, "localhost") == 0;
-  if (*is_local == 0) return 1;
-  const HeapText path = local_path(module);
-  if (path == nullptr) {
-    wipc_release_bind_sessions();
-    return 0;
-  }
-  if (platform::_access(path.get(), exists) != 0) {
-    set_error_text("Error: Invalid secondary path %s\n", module);
-    wipc_print("%s", wipc_error_text);
-    wipc_release_bind_sessions();
-    return 0;
-  }
+  if (*is_local != 0 && !has_module(module)) return 0;
+  make_pending(std::move(primary), std::move(secondary));
   return 1;
 }
 
@@ -268,21 +263,21 @@ void* wipc_connect_session(char* host, int primary_port, int secondary_port) {
                primary_port, secondary_port);
     return nullptr;
   }
-  if (wipc_startup() == 0) return nullptr;
+  SocketStartup startup;
+  if (!startup.is_usable()) return nullptr;
   OwnedSocket data(wipc_connect_port(host, primary_port));
   if (!data.is_open()) {
     wipc_print("Error: Connect session failed because the primary port failed to connect (%d)\n",
                primary_port);
-    platform::WSACleanup();
     return nullptr;
   }
   OwnedSocket status(wipc_connect_port(host, secondary_port));
   if (!status.is_open()) {
     wipc_print("Error: Connect session failed because the secondary port failed to connect (%d)\n",
                secondary_port);
-    platform::WSACleanup();
     return nullptr;
   }
+  startup.keep();
   return session_over(data, status, secondary_end);
 }
 
@@ -291,8 +286,8 @@ void wipc_close_session(void* session) {
   if (record == nullptr) return;
   if (record->session_type == primary_end) {
     send_text(record->sid, end_of_session);
-    char ignored[1599];  // the answer, or that the peer has gone
-    platform::recv(record->sid, ignored, sizeof ignored);
+    char answer[answer_size];
+    platform::recv(record->sid, answer, answer_size);  // or learns that the peer has gone
     platform::closesocket(record->sid);
     platform::closesocket(record->status_sid);
   }

@@ -12,8 +12,9 @@
 /// and passes them to `wipc_connect_session`. Then both talk (messages.h), until the primary
 /// calls `wipc_close_session`.
 ///
-/// Ports are the system's choice and open to any local address; whoever connects first is the
-/// secondary. `Last error` below means the text of `wipc_last_error`.
+/// Ports are the system's choice and open to any local address, or to this machine alone, see
+/// `zelvan_set_local_sessions_only`; whoever connects first is the secondary. `Last error` below
+/// means the text of `wipc_last_error`.
 #pragma once
 
 #include <zelvan/export.h>
@@ -37,10 +38,11 @@ ZELVAN_API void* wipc_open_session(char* host, char* module);
 /// or 0 with any of them undefined.
 ///
 /// `host` is the machine on which the secondary will run. `*local_host` is the name of this
-/// machine, the library's memory, and with the two ports it is what the secondary needs to
-/// connect. `*is_local` is 1 if `host` is just that name or "localhost", in this very spelling,
-/// and then `module` must exist: a path if it holds a `/`, else a name along "PATH". Such a path
-/// that doesn't exist, or a `host` that has no address, is also the last error.
+/// machine, or "localhost" while `zelvan_set_local_sessions_only` is on. It is the library's
+/// memory, and with the two ports it is what the secondary needs to connect. `*is_local` is 1 if
+/// `host` is just the name of this machine or "localhost", in this very spelling, and then `module`
+/// must exist: a path if it holds a `/`, else a name along "PATH". Such a path that doesn't exist,
+/// or a `host` that has no address, is also the last error.
 ///
 /// One connection can be pending in a process. Another call with valid arguments ends the one
 /// before; its ports are closed. An unknown `host` leaves the connection pending.

@@ -1,5 +1,6 @@
 #include <zelvan/detail/array_size.h>
 #include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/owners.h>
 #include <zelvan/wipc/detail/queue.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/session.h>
@@ -16,6 +17,7 @@ namespace zelvan {
 int wipc_connect_timeout = 10;
 int wipc_debug = 0;
 int wipc_nostart = 0;
+int keeps_machines_out = 0;
 char wipc_error_text[256] = "";
 wipc_session* wipc_bind_primary = nullptr;
 wipc_session* wipc_bind_secondary = nullptr;
@@ -23,18 +25,13 @@ char wipc_local_host[256] = "";
 
 namespace {
 
-/// The bind session of a socket, on a port of the system's choice; null on failure, with the
-/// socket still the caller's.
-wipc_session* bind_to_free_port(int socket, int* port) {
-  wipc_session* session = wipc_new_session(socket, bind_session);
-  if (session == nullptr) return nullptr;
-  platform::SocketAddress address{};
-  if (platform::bind(socket, address) != 0 || platform::getsockname(socket, &address) != 0) {
-    release_session(session);
-    return nullptr;
-  }
+/// Binds a socket to a port of the system's choice and stores the port. Returns whether it did.
+bool bind_to_free_port(int socket, int* port) {
+  auto address = keeps_machines_out != 0 ? platform::loopback : platform::SocketAddress{};
+  if (platform::bind(socket, address) != 0) return false;
+  if (platform::getsockname(socket, &address) != 0) return false;
   *port = platform::ntohs(address.port);
-  return session;
+  return true;
 }
 
 }  // namespace
@@ -61,15 +58,16 @@ int wipc_startup(void) {
 }
 
 wipc_session* wipc_create_bind(int* port) {
-  if (wipc_startup() == 0) return nullptr;
-  const int socket = platform::socket();
-  if (socket > 0) {
-    wipc_session* session = bind_to_free_port(socket, port);
-    if (session != nullptr) return session;
-    platform::closesocket(socket);
-  }
-  platform::WSACleanup();
-  return nullptr;
+  SocketStartup startup;
+  if (!startup.is_usable()) return nullptr;
+  OwnedSocket socket(platform::socket());
+  if (!socket.is_open()) return nullptr;
+  BindSession session(wipc_new_session(socket.get(), bind_session));
+  if (session == nullptr) return nullptr;
+  socket.pass_on();
+  if (!bind_to_free_port(session->sid, port)) return nullptr;
+  startup.keep();
+  return session.release();
 }
 
 int wipc_check_sockets(int n) {
@@ -140,6 +138,8 @@ void wipc_set_nostart(int on) {
   wipc_nostart = on;
   wipc_connect_timeout = 600;
 }
+
+void zelvan_set_local_sessions_only(int on) { keeps_machines_out = on; }
 
 int wipc_sid(void* session) {
   const wipc_session* record = usable_session(session);

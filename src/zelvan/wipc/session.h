@@ -13,7 +13,7 @@
 /// only after `wipc_set_debug`.
 ///
 /// Whoever has access to the machine's ports can connect to a session being opened, and nothing
-/// is encrypted: for trusted hosts only.
+/// is encrypted: for trusted hosts only. `zelvan_set_local_sessions_only` keeps other machines out.
 ///
 /// Threads: the family shares its switches and pending connections, unguarded. One thread at a
 /// time may be inside any of its operations, whatever the session.
@@ -41,6 +41,22 @@ ZELVAN_API void wipc_set_debug(int on);
 /// `wipc_last_error()` for a person or a debugger to run. Whatever the value, the time to wait
 /// becomes 600 seconds; call `wipc_set_connect_timeout` afterwards for another.
 ZELVAN_API void wipc_set_nostart(int on);
+
+/// Keeps other machines out of the sessions that this process opens, if `on` is not 0. With 0, as
+/// at first, any machine can connect.
+///
+/// While the switch is on, ports are opened on 127.0.0.1 alone, an address that only programs of
+/// this machine reach. Each connection that comes in is checked as well: from another address than
+/// 127.0.0.1 it is closed, and the wait continues. Set it before opening; for the ports of a
+/// connection that is already pending only the check is new.
+///
+/// The secondary has to connect to "localhost". `wipc_open_connection` then stores that as the
+/// local host. Pass it to `wipc_open_session`, since this machine's own name can mean another of
+/// its addresses. `wipc_connect_session` connects wherever it is told.
+///
+/// Machines are told apart, not users and programs: any program on this machine can still be the
+/// first to connect.
+ZELVAN_C_API void zelvan_set_local_sessions_only(int on);
 
 /// The socket of the data channel, for a caller's own poll loop; -1 for a null handle.
 ///

@@ -4,7 +4,7 @@
 #include <zelvan/platform/posix/descriptor.h>
 #include <zelvan/platform/posix/renames.h>
 #include <zelvan/platform/posix/replacement.h>
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 #include <zelvan/platform/posix/status.h>
 
 #include <cerrno>
@@ -38,7 +38,7 @@ bool check_regular(const struct stat& status) {
 /// a lease.
 int open_source(const char* path, struct stat* status) {
   if (::stat(path, status) != 0 || !check_regular(*status)) return -1;
-  Descriptor file(resumed([=] { return ::open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
+  Descriptor file(retry_interrupted([=] { return ::open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
   const bool is_usable =
       file.is_open() && ::fstat(file.get(), status) == 0 && check_regular(*status);
   return is_usable ? file.release() : -1;
@@ -77,7 +77,7 @@ mode_t without_group(mode_t mode) {
 bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
                                const AccessList& list) {
   const auto give_to = [&](uid_t owner) {
-    return resumed([&] { return ::fchown(fd, owner, other.st_gid); }) == 0;
+    return retry_interrupted([&] { return ::fchown(fd, owner, other.st_gid); }) == 0;
   };
   constexpr uid_t as_it_is = static_cast<uid_t>(-1);
   const bool has_owner = give_to(other.st_uid);
@@ -87,7 +87,7 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   const mode_t kept = has_owner ? mode : mode & permission_bits;
   const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.give_to(fd)) return false;
-  if (resumed([&] { return ::fchmod(fd, allowed); }) == 0) return true;
+  if (retry_interrupted([&] { return ::fchmod(fd, allowed); }) == 0) return true;
   const int why = errno;  // on some file systems the mount decides the permissions of all files
   return has_permissions(fd, allowed) || refuse(why);
 }

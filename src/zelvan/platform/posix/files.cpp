@@ -1,6 +1,6 @@
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/posix/descriptor.h>
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 #include <zelvan/platform/posix/status.h>
 
 #include <algorithm>
@@ -39,11 +39,12 @@ bool check_not_directory(int fd) {
 bool truncate(int fd) {
   struct stat status;
   if (::fstat(fd, &status) != 0) return false;
-  return !S_ISREG(status.st_mode) || resumed([=] { return ::ftruncate(fd, 0); }) == 0;
+  return !S_ISREG(status.st_mode) || retry_interrupted([=] { return ::ftruncate(fd, 0); }) == 0;
 }
 
 int open_file(const char* path, int flags, mode_t mode) {
-  Descriptor file(resumed([=] { return ::open(path, flags | O_CLOEXEC | O_NOCTTY, mode); }));
+  Descriptor file(
+      retry_interrupted([=] { return ::open(path, flags | O_CLOEXEC | O_NOCTTY, mode); }));
   return file.is_open() && check_not_directory(file.get()) ? file.release() : -1;
 }
 
@@ -82,7 +83,7 @@ int _close(int fd) {
 
 int _read(int fd, void* buffer, unsigned count) {
   const std::size_t wanted = std::min<std::size_t>(count, INT_MAX);  // the result is an int
-  return static_cast<int>(resumed([=] { return ::read(fd, buffer, wanted); }));
+  return static_cast<int>(retry_interrupted([=] { return ::read(fd, buffer, wanted); }));
 }
 
 int _write(int fd, const void* buffer, unsigned count) {
@@ -90,7 +91,8 @@ int _write(int fd, const void* buffer, unsigned count) {
   const char* const bytes = static_cast<const char*>(buffer);
   std::size_t written = 0;
   do {
-    const ssize_t took = resumed([=] { return ::write(fd, bytes + written, wanted - written); });
+    const ssize_t took =
+        retry_interrupted([=] { return ::write(fd, bytes + written, wanted - written); });
     if (took < 0) return written > 0 ? static_cast<int>(written) : -1;
     if (took == 0) break;
     written += static_cast<std::size_t>(took);

@@ -1,5 +1,5 @@
 #include <zelvan/platform/fonts.h>
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -43,7 +43,8 @@ Content read_folder(const std::string& path, Search* search) {
   struct Close {
     void operator()(DIR* folder) const { ::closedir(folder); }
   };
-  const int fd = resumed([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+  const int fd =
+      retry_interrupted([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
   if (fd < 0) return {};
   const std::unique_ptr<DIR, Close> folder(::fdopendir(fd));
   if (folder == nullptr) {

@@ -1,4 +1,4 @@
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 #include <zelvan/platform/processes.h>
 
 #include <cerrno>
@@ -109,7 +109,7 @@ struct Start {
 /// doesn't know its word writes less than an `errno`.
 int read_report(int report) {
   int trouble = 0;
-  const ssize_t got = resumed([&] { return ::read(report, &trouble, sizeof trouble); });
+  const ssize_t got = retry_interrupted([&] { return ::read(report, &trouble, sizeof trouble); });
   return got > 0 && got < static_cast<ssize_t>(sizeof trouble) ? ENOENT : trouble;
 }
 
@@ -134,7 +134,7 @@ int run(const Start& start) {
   ::close(report[1]);
   if (child > 0) {
     // A caller that waits for just any child may get this one first; nothing depends on it.
-    resumed([&] { return ::waitpid(child, nullptr, 0); });
+    retry_interrupted([&] { return ::waitpid(child, nullptr, 0); });
     trouble = read_report(report[0]);
   }
   ::close(report[0]);

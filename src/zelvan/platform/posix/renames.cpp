@@ -1,6 +1,6 @@
 #include <zelvan/platform/posix/descriptor.h>
 #include <zelvan/platform/posix/renames.h>
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -22,7 +22,8 @@ bool is_missing_link() { return errno == EPERM || errno == EOPNOTSUPP || errno =
 bool reserve(Name name, bool is_directory) {
   if (is_directory) return ::mkdirat(name.folder, name.text, 0777) == 0;
   constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-  return Descriptor(resumed([&] { return ::openat(name.folder, name.text, flags, 0600); }))
+  return Descriptor(
+             retry_interrupted([&] { return ::openat(name.folder, name.text, flags, 0600); }))
       .is_open();
 }
 

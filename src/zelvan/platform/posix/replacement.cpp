@@ -1,5 +1,5 @@
 #include <zelvan/platform/posix/replacement.h>
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -22,7 +22,7 @@ int open_folder_of(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
   constexpr int flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
-  return resumed([&] { return ::open(folder.c_str(), flags); });
+  return retry_interrupted([&] { return ::open(folder.c_str(), flags); });
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ int Replacement::make_under_own_name(Make make) {
   int result = -1;
   for (int i = 0; i < most_names_tried; ++i) {
     std::snprintf(own_name_, sizeof own_name_, ".zelvan-%d-%d", ::getpid(), i);
-    result = resumed([&] { return make(own_name_); });
+    result = retry_interrupted([&] { return make(own_name_); });
     if (result >= 0 || errno != EEXIST) break;
   }
   has_own_name_ = result >= 0;
@@ -65,7 +65,7 @@ int Replacement::create(mode_t mode) {
 /// Creates a file without a name. Returns -1 where files must have names, or can't be named later.
 int Replacement::create_nameless(mode_t mode) const {
   constexpr int flags = O_WRONLY | O_TMPFILE | O_CLOEXEC;
-  Descriptor file(resumed([&] { return ::openat(folder_.get(), ".", flags, mode); }));
+  Descriptor file(retry_interrupted([&] { return ::openat(folder_.get(), ".", flags, mode); }));
   if (!file.is_open()) return -1;
   char link[size_of_link];
   write_link_of(file.get(), link);
@@ -101,7 +101,7 @@ bool Replacement::become_target() {
 
 bool Replacement::send_name_to_disk() const {
   constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-  const Descriptor readable(resumed([&] { return ::openat(folder_.get(), ".", flags); }));
+  const Descriptor readable(retry_interrupted([&] { return ::openat(folder_.get(), ".", flags); }));
   // EINVAL: a folder that knows no sync is taken as synced.
   if (readable.is_open()) return send_to_disk(readable.get()) || errno == EINVAL;
   ::sync();
@@ -113,7 +113,7 @@ void Replacement::take_back(Name old_name, const struct stat& source) const {
 }
 
 bool send_to_disk(int fd) {
-  return resumed([=] { return ::fsync(fd); }) == 0;
+  return retry_interrupted([=] { return ::fsync(fd); }) == 0;
 }
 
 }  // namespace zelvan::platform

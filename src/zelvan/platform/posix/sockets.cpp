@@ -1,4 +1,4 @@
-#include <zelvan/platform/posix/resumed.h>
+#include <zelvan/platform/posix/retry_interrupted.h>
 #include <zelvan/platform/sockets.h>
 
 #include <cerrno>
@@ -24,12 +24,19 @@ namespace {
 
 constexpr int first_own_fd = 3;  // below it are the standard streams
 
-/// The same socket under a number that no standard stream has.
-int above_standard_streams(int socket) {
+/// Moves a socket to a number that no standard stream has. Returns the number, or -1.
+int move_above_standard_streams(int socket) {
   if (socket < 0 || socket >= first_own_fd) return socket;
   const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, first_own_fd);
   ::close(socket);
   return moved;
+}
+
+SocketAddress from_system(const sockaddr_in& address) {
+  SocketAddress result{};
+  std::memcpy(result.host, &address.sin_addr, sizeof result.host);
+  result.port = address.sin_port;
+  return result;
 }
 
 sockaddr_in to_system(const SocketAddress& address) {
@@ -43,7 +50,7 @@ sockaddr_in to_system(const SocketAddress& address) {
 /// A connection that a signal interrupted is made all the same: waits for how it ends.
 bool connects_in_the_end(int socket) {
   pollfd waiting{socket, POLLOUT, 0};
-  if (resumed([&] { return ::poll(&waiting, 1, -1); }) < 0) return false;
+  if (retry_interrupted([&] { return ::poll(&waiting, 1, -1); }) < 0) return false;
   int error = 0;
   socklen_t length = sizeof error;
   return ::getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
@@ -65,7 +72,7 @@ int WSAStartup() { return 0; }
 void WSACleanup() {}
 
 int socket() {
-  const int made = above_standard_streams(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const int made = move_above_standard_streams(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   const int at_once = 1;  // accepted sockets have it from the one that listens
   if (made >= 0) ::setsockopt(made, IPPROTO_TCP, TCP_NODELAY, &at_once, sizeof at_once);
   return made;
@@ -80,16 +87,23 @@ int getsockname(int socket, SocketAddress* address) {
   sockaddr_in own{};
   socklen_t length = sizeof own;
   if (::getsockname(socket, reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
-  std::memcpy(address->host, &own.sin_addr, sizeof address->host);
-  address->port = own.sin_port;
+  *address = from_system(own);
+  return 0;
+}
+
+int getpeername(int socket, SocketAddress* address) {
+  sockaddr_in peer{};
+  socklen_t length = sizeof peer;
+  if (::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &length) != 0) return -1;
+  *address = from_system(peer);
   return 0;
 }
 
 int listen(int socket, int backlog) { return ::listen(socket, backlog); }
 
 int accept(int socket) {
-  return above_standard_streams(
-      resumed([&] { return ::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC); }));
+  return move_above_standard_streams(
+      retry_interrupted([&] { return ::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC); }));
 }
 
 int connect(int socket, const SocketAddress& address) {
@@ -103,7 +117,7 @@ int connect(int socket, const SocketAddress& address) {
 
 int select(int socket) {
   pollfd tested{socket, POLLIN, 0};  // select itself knows no descriptor above 1023
-  if (resumed([&] { return ::poll(&tested, 1, 0); }) < 0) return -1;
+  if (retry_interrupted([&] { return ::poll(&tested, 1, 0); }) < 0) return -1;
   if ((tested.revents & POLLNVAL) != 0) return -1;
   return tested.revents != 0;
 }
@@ -111,7 +125,7 @@ int select(int socket) {
 int send(int socket, const char* bytes, int count) {
   int sent = 0;
   do {
-    const ssize_t more = resumed([&] {
+    const ssize_t more = retry_interrupted([&] {
       return ::send(socket, bytes + sent, static_cast<std::size_t>(count - sent), MSG_NOSIGNAL);
     });
     if (more < 0) return sent > 0 ? sent : -1;
@@ -126,7 +140,7 @@ int _write_socket(int socket, const char* bytes, unsigned count) {
 
 int recv(int socket, char* bytes, int count) {
   return static_cast<int>(
-      resumed([&] { return ::recv(socket, bytes, static_cast<std::size_t>(count), 0); }));
+      retry_interrupted([&] { return ::recv(socket, bytes, static_cast<std::size_t>(count), 0); }));
 }
 
 void closesocket(int socket) { ::close(socket); }

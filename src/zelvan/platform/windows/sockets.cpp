@@ -19,13 +19,20 @@ bool set_option(int socket, int level, int option, const Value& value) {
                       sizeof value) == 0;
 }
 
-/// Takes a new socket over, which is kept from started programs and sends at once.
-int prepared(SOCKET made) {
+/// Keeps a new socket from started programs and has it send at once. Returns -1 without a socket.
+int configure_new(SOCKET made) {
   if (made == INVALID_SOCKET) return -1;
   ::SetHandleInformation(reinterpret_cast<HANDLE>(made), HANDLE_FLAG_INHERIT, 0);
   const int socket = static_cast<int>(made);
   set_option(socket, IPPROTO_TCP, TCP_NODELAY, yes);
   return socket;
+}
+
+SocketAddress from_system(const sockaddr_in& address) {
+  SocketAddress result{};
+  std::memcpy(result.host, &address.sin_addr, sizeof result.host);
+  result.port = address.sin_port;
+  return result;
 }
 
 sockaddr_in to_system(const SocketAddress& address) {
@@ -56,7 +63,7 @@ void WSACleanup() { ::WSACleanup(); }
 
 int socket() {
   constexpr DWORD flags = WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT;
-  return prepared(::WSASocketW(AF_INET, SOCK_STREAM, 0, nullptr, 0, flags));
+  return configure_new(::WSASocketW(AF_INET, SOCK_STREAM, 0, nullptr, 0, flags));
 }
 
 int bind(int socket, const SocketAddress& address) {
@@ -70,14 +77,21 @@ int getsockname(int socket, SocketAddress* address) {
   sockaddr_in own{};
   int length = sizeof own;
   if (::getsockname(handle_of(socket), reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
-  std::memcpy(address->host, &own.sin_addr, sizeof address->host);
-  address->port = own.sin_port;
+  *address = from_system(own);
+  return 0;
+}
+
+int getpeername(int socket, SocketAddress* address) {
+  sockaddr_in peer{};
+  int length = sizeof peer;
+  if (::getpeername(handle_of(socket), reinterpret_cast<sockaddr*>(&peer), &length) != 0) return -1;
+  *address = from_system(peer);
   return 0;
 }
 
 int listen(int socket, int backlog) { return ::listen(handle_of(socket), backlog); }
 
-int accept(int socket) { return prepared(::accept(handle_of(socket), nullptr, nullptr)); }
+int accept(int socket) { return configure_new(::accept(handle_of(socket), nullptr, nullptr)); }
 
 int connect(int socket, const SocketAddress& address) {
   const sockaddr_in peer = to_system(address);

@@ -31,6 +31,7 @@ constexpr char bind_session = 'B';
 extern int wipc_connect_timeout;           ///< seconds to wait for a connection
 extern int wipc_debug;                     ///< not 0: `wipc_print` prints
 extern int wipc_nostart;                   ///< not 0: opening starts no program
+extern int keeps_machines_out;             ///< not 0: other machines can't connect
 extern char wipc_error_text[256];          ///< behind `wipc_last_error`
 extern wipc_session* wipc_bind_primary;    ///< of the connection that is pending, or null
 extern wipc_session* wipc_bind_secondary;  ///< likewise

@@ -8,7 +8,7 @@ namespace zelvan::platform {
 /// Makes a call that returns a negative number on failure, and repeats it while signals interrupt
 /// it.
 template <typename Call>
-auto resumed(Call call) {
+auto retry_interrupted(Call call) {
   auto result = call();
   while (result < 0 && errno == EINTR) result = call();
   return result;

@@ -1,0 +1,43 @@
+#!/usr/bin/env python3
+"""Turns kept inputs of a fuzz target into files, and files into kept inputs.
+
+    corpus.py unpack CORPUS FOLDER     writes each input of the corpus to a file of its own
+    corpus.py pack FOLDER CORPUS       writes the files of the folder as a corpus
+
+A corpus is a text with one input a line, sorted. Printable ASCII stands for itself; a backslash and
+two hexadecimal digits are any byte. Empty lines and those that begin with # are no inputs.
+replay.cpp reads the same.
+"""
+import hashlib
+import pathlib
+import re
+import sys
+
+
+def encode(data):
+    """Bytes as a line. A # in front and a blank at the end would be lost, so they are digits."""
+    line = "".join(chr(b) if 32 <= b < 127 and b != 92 else f"\\{b:02x}" for b in data)
+    line = re.sub(r"^#", r"\\23", line)
+    return re.sub(r" $", r"\\20", line)
+
+
+def decode(line):
+    return re.sub(rb"\\(..)", lambda found: bytes.fromhex(found[1].decode()), line)
+
+
+def unpack(corpus, folder):
+    folder.mkdir(parents=True, exist_ok=True)
+    for line in corpus.read_bytes().split(b"\n"):
+        if line and not line.startswith(b"#"):
+            data = decode(line)
+            (folder / hashlib.sha1(data).hexdigest()).write_bytes(data)  # as libFuzzer names them
+
+
+def pack(folder, corpus):
+    lines = sorted(filter(None, (encode(path.read_bytes()) for path in folder.iterdir())))
+    head = f"# Inputs of {corpus.stem}_fuzz.cpp, one a line: corpus.py says what a line means."
+    corpus.write_text("".join(line + "\n" for line in [head, *lines]))
+
+
+if __name__ == "__main__":
+    {"unpack": unpack, "pack": pack}[sys.argv[1]](*map(pathlib.Path, sys.argv[2:4]))

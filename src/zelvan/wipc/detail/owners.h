@@ -1,0 +1,60 @@
+/// What the family holds on its way to a session, each with one owner that releases it.
+#pragma once
+
+#include <zelvan/platform/sockets.h>
+#include <zelvan/wipc/detail/session.h>
+
+#include <memory>
+#include <utility>
+
+namespace zelvan {
+
+/// Closes a socket unless it is passed on.
+class OwnedSocket {
+ public:
+  explicit OwnedSocket(int socket) : socket_(socket) {}
+  OwnedSocket(const OwnedSocket&) = delete;
+  OwnedSocket& operator=(const OwnedSocket&) = delete;
+  ~OwnedSocket() { close(); }
+
+  bool is_open() const { return socket_ > 0; }
+  int get() const { return socket_; }
+  int pass_on() { return std::exchange(socket_, -1); }
+  void close() {
+    if (is_open()) platform::closesocket(pass_on());
+  }
+  void open() {
+    close();
+    socket_ = platform::socket();
+  }
+
+ private:
+  int socket_;
+};
+
+/// Makes the sockets usable, and undoes that unless it is kept.
+class SocketStartup {
+ public:
+  SocketStartup() : is_usable_(wipc_startup() != 0), is_kept_(false) {}
+  SocketStartup(const SocketStartup&) = delete;
+  SocketStartup& operator=(const SocketStartup&) = delete;
+  ~SocketStartup() {
+    if (is_usable_ && !is_kept_) platform::WSACleanup();
+  }
+
+  bool is_usable() const { return is_usable_; }
+  void keep() { is_kept_ = true; }
+
+ private:
+  bool is_usable_;
+  bool is_kept_;
+};
+
+struct ReleaseBindSession {
+  void operator()(wipc_session* session) const { release_bind_session(session); }
+};
+
+/// Closes the listening socket and releases the record.
+using BindSession = std::unique_ptr<wipc_session, ReleaseBindSession>;
+
+}  // namespace zelvan
