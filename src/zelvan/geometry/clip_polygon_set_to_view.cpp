@@ -221,14 +221,15 @@ void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* r
   ClipView view;
   if (!view.set(*rect)) return;
   for (int from = 0;;) {
-    const FoundOutline found = find_outline(*source, from, view.box());
+    OutlineKind kind;
+    const FoundOutline found = find_outline_within(*source, from, view.box(), &kind);
     if (found.count == 0) return;
     from = found.first + found.count;
     const Outline outline = {source->points + found.first, source->edge_flags + found.first,
                              found.count};
-    if (found.kind == OutlineKind::inside && view.is_upright()) {
+    if (kind == OutlineKind::inside && view.is_upright()) {
       append(outline, target);
-    } else if (found.kind != OutlineKind::not_finite) {
+    } else if (kind != OutlineKind::not_finite) {
       target->n_points += RingWalk(view, *target).clip(outline);
     }
   }
