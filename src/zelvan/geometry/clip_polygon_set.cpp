@@ -114,7 +114,7 @@ bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* h
   int n = 0;  // of this edge
   for (ClipEdges near = edges_near(s0, s1, clip); near != 0; near &= near - 1) {
     const int k = std::countr_zero(near);
-    if (!hits->has_room(arena)) return false;
+    if (!hits->make_room(arena)) return false;
     ClipHit* const hit = hits->end;
     if (!find_crossing(s0, s1, clip.corners[k], clip.corners[k + 1], hit)) continue;
     hit->edge[of_subject] = i;
@@ -135,9 +135,9 @@ bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena*
     const int n = std::min(outline.count - first, most_in_edge_set);
     EdgeSet near = near_edges(outline.points + first, n, clip.outer, clip.inner);
     const bool has_closing_edge = first + n == outline.count;
-    if (has_closing_edge && closing_beyond == 0) near |= EdgeSet{1} << 2 * (n - 1);
+    if (has_closing_edge && closing_beyond == 0) near |= EdgeSet{1} << (n - 1);
     for (; near != 0; near &= near - 1) {
-      const int i = first + std::countr_zero(near) / 2;
+      const int i = first + std::countr_zero(near);
       if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;
     }
   }

@@ -107,7 +107,7 @@ EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const C
          (a.y < outer.bottom && b.y < outer.bottom) || (a.y > outer.top && b.y > outer.top));
     const bool is_inside_b = !is_apart && is_inside(inner, b);
     const bool is_near = !is_apart && !(is_inside_a && is_inside_b);
-    near |= EdgeSet{is_near} << 2 * i;
+    near |= EdgeSet{is_near} << i;
     is_inside_a = is_inside_b;
   }
   return near;

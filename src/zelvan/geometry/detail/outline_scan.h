@@ -91,8 +91,8 @@ inline bool is_closing(int edge_flag) {
 
 enum class OutlineKind : int { inside, mixed, not_finite };  ///< inside: all of it, strictly
 
-/// A set of edges between points: bit 2 i stands for the one from point i to the next.
-using EdgeSet = std::uint64_t;
+/// A set of edges between points: bit i stands for the one from point i to the next.
+using EdgeSet = std::uint32_t;
 constexpr int most_in_edge_set = 32;  ///< points
 
 /// An outline within a set: a run of vertices of which the last one is the first that closes.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <limits>
 
 #include <immintrin.h>
@@ -85,9 +86,18 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
   return n & ~1;
 }
 
-// All edges between so many points.
-inline zelvan::EdgeSet edges_between(int n) {
-  return 0x5555555555555555 & ((zelvan::EdgeSet{1} << 2 * (n - 1)) - 1);
+// A bit for each coordinate of 32 points, x and y by turns, as in `lanes`.
+using LaneSet = std::uint64_t;
+
+// For each point: is the bit of its x or y set?
+inline std::uint32_t of_points(LaneSet lanes) {
+  // Bits 0, 2, 4 and so on, moved together in steps that halve the gaps.
+  LaneSet bits = (lanes | lanes >> 1) & 0x5555555555555555;
+  bits = (bits | bits >> 1) & 0x3333333333333333;
+  bits = (bits | bits >> 2) & 0x0f0f0f0f0f0f0f0f;
+  bits = (bits | bits >> 4) & 0x00ff00ff00ff00ff;
+  bits = (bits | bits >> 8) & 0x0000ffff0000ffff;
+  return static_cast<std::uint32_t>(bits | bits >> 16);
 }
 
 // Finds one closing flag after the other. Where the next eight flags stand does not depend on what
@@ -251,20 +261,24 @@ ZELVAN_AVX2 bool has_repeats(const real_pt_t* points, int n) {
 ZELVAN_AVX2 EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer,
                                const ClipBox& inner) {
   const Bounds out(outer), in(inner);
-  // Two bits a point, as in `lanes`; each two points come in at the top.
-  EdgeSet below = 0, above = 0, not_inside = 0;
+  LaneSet below = 0, above = 0, not_inside = 0;  // each two points come in at the top
   const auto look_at = [&](__m256d v) ZELVAN_AVX2 {
-    below = below >> 4 | EdgeSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
-    above = above >> 4 | EdgeSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
-    not_inside = not_inside >> 4 | EdgeSet{lanes(not_between(v, in))} << 60;
+    below = below >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
+    above = above >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
+    not_inside = not_inside >> 4 | LaneSet{lanes(not_between(v, in))} << 60;
   };
   int i = 0;
   for (; i + 1 < n; i += 2) look_at(load(points + i));
-  if (i < n) look_at(load_one(points + i)), i += 2;
-  const EdgeSet apart = (below & below >> 2) | (above & above >> 2);
-  const EdgeSet near = not_inside | not_inside >> 2;
-  const EdgeSet is_near = (near | near >> 1) & ~(apart | apart >> 1);
-  return is_near >> (64 - 2 * i) & edges_between(n);
+  if (i < n) {
+    look_at(load_one(points + i));
+    i += 2;
+  }
+  const int unused = 64 - 2 * i;
+  // An edge is left out if both ends are apart in one lane, or both are inside.
+  const LaneSet apart = (below & below >> 2) | (above & above >> 2);
+  const LaneSet reaches_out = not_inside | not_inside >> 2;
+  const EdgeSet all = (EdgeSet{1} << (n - 1)) - 1;
+  return of_points(reaches_out >> unused) & ~of_points(apart >> unused) & all;
 }
 
 }  // namespace zelvan::avx2
