@@ -34,6 +34,8 @@ namespace zelvan::plain {
 
 namespace {
 
+bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
 // Returns the next outline of two vertices or more that is wanted.
 template <class Test>
 FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
@@ -65,15 +67,13 @@ FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& b
 FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
                                  OutlineKind* kind) {
   return find_outline(set, from, [&](const real_pt_t* points, int count) {
-    bool inside = true, finite = true;
     Sides not_within = 0b1111;
-    for (int i = 0; i < count; ++i) {
-      inside = inside && is_inside(box, points[i]);
-      finite = finite && std::isfinite(points[i].x) && std::isfinite(points[i].y);
-      not_within &= plain::sides_out(box, points[i]).not_within;
-    }
+    for (int i = 0; i < count; ++i) not_within &= plain::sides_out(box, points[i]).not_within;
+    if (not_within != 0) return false;
+    const bool inside = plain::count_inside(points, count, box) == count;
+    const bool finite = std::all_of(points, points + count, is_finite);
     *kind = inside ? OutlineKind::inside : finite ? OutlineKind::mixed : OutlineKind::not_finite;
-    return not_within == 0;
+    return true;
   });
 }
 
