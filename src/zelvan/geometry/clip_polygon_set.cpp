@@ -81,7 +81,7 @@ ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& c
 }
 
 // True when the edges cross, both ends of each included, with the place in `hit`. A NaN gets past
-// the comparisons: the crossing then has a NaN place, as the arithmetic gives it.
+// the comparisons: the place of the crossing is then NaN, as the arithmetic has it.
 bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0,
                    const real_pt_t& c1, ClipHit* hit) {
   const double dxs = s1.x - s0.x;
@@ -193,21 +193,21 @@ Outline without_repeats(const Outline& outline, ClipArena* arena) {
   return {points, flags, count};
 }
 
-// Appends all but the last vertex of a part of a ring, and gives the index of that. No flag among
-// them closes.
-int append_all_but_last(const ClipRing& ring, int first, int behind, drw_pset_t* target) {
-  const int n = behind - 1 - first;
+// Appends all but the last vertex of a part of a ring, of which no flag closes. Returns the index
+// of the last.
+int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* target) {
+  const int n = end - 1 - first;
   std::copy_n(ring.points + first, n, target->points + target->n_points);
   std::copy_n(ring.edge_flags + first, n, target->edge_flags + target->n_points);
   target->n_points += n;
-  return behind - 1;
+  return end - 1;
 }
 
 // Appends the vertices of a ring from one index up to another.
-inline void append_vertices(const ClipRing& ring, int first, int behind, drw_pset_t* target) {
+inline void append_vertices(const ClipRing& ring, int first, int end, drw_pset_t* target) {
   constexpr int few = 8;  // that are sooner copied than the C library is called
-  if (behind - first > few) first = append_all_but_last(ring, first, behind, target);
-  for (int i = first; i < behind; ++i) {
+  if (end - first > few) first = append_all_but_last(ring, first, end, target);
+  for (int i = first; i < end; ++i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
   }
 }
@@ -219,8 +219,8 @@ inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_
   }
 }
 
-// Visits a crossing: appends it and what lies behind it on the ring up to the next crossing, which
-// is given; forward where the ring leads into the other outline, else backward.
+// Visits a crossing: appends it and the vertices of the ring up to the next crossing, forward where
+// the ring leads into the other outline, else backward. Returns the next crossing.
 template <clip_ring_kind kind>
 ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   const int edge = hit->edge[kind], turn = hit->turn[kind];
