@@ -43,7 +43,7 @@ class ClipArena {
 
   struct alignas(alignment) Block {
     Block* previous;
-    std::size_t size;  // of the bytes behind this header
+    std::size_t size;  // of the bytes after this header
   };
 
   /// The largest block that a heap can have. Smaller sizes can be rounded up and doubled without
