@@ -142,7 +142,7 @@ int ColorMap::GetClosestColor(ColorRGB* target, int* distance, unsigned short fr
   }
 
   const zelvan::Closest found =
-      zelvan::closest_in_vectors(colors, 1, map_size, *target, zelvan::closest_to_beat(*this));
+      zelvan::find_closest(*this, *target, zelvan::closest_to_beat(*this));
   return zelvan::closest_answer(*this, *target, found, distance);
 }
 
