@@ -62,6 +62,11 @@ const ColorMap* unknown(const ColorMap* map) {
 
 }  // namespace
 
+zelvan::Closest zelvan::find_closest(const ColorMap& map, const ColorRGB& target, Closest best) {
+  return with_best_form(
+      [&](auto form) { return find_closest(form, map.colors, 1, map.map_size, target, best); });
+}
+
 zelvan::Closest zelvan::closest_to_beat(const ColorMap& map) {
   return {static_cast<float>(farthest(map.max_value)) + 1.0f, 0};
 }

@@ -49,19 +49,20 @@ using VectorForms = FormList<>;
 #endif
 
 template <class Kernel>
-auto with_best_form(const Kernel& kernel, FormList<> /*none*/) {
+[[gnu::always_inline]] inline auto with_best_form(const Kernel& kernel, FormList<> /*none*/) {
   return kernel(Plain{});
 }
 
 template <class Kernel, class First, class... Others>
-auto with_best_form(const Kernel& kernel, FormList<First, Others...> /*forms*/) {
+[[gnu::always_inline]] inline auto with_best_form(const Kernel& kernel,
+                                                  FormList<First, Others...> /*forms*/) {
   if (First::may_run) return kernel(First{});
   return with_best_form(kernel, FormList<Others...>{});
 }
 
 /// Calls `kernel(form)` with the best form that this processor can run, and returns its result.
 template <class Kernel>
-auto with_best_form(const Kernel& kernel) {
+[[gnu::always_inline]] inline auto with_best_form(const Kernel& kernel) {
   return with_best_form(kernel, VectorForms{});
 }
 

@@ -19,7 +19,7 @@ void map_array(const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out*
   zelvan::with_best_form([&](auto form) { zelvan::map_points<Result>(form, m, n, in, out); });
 }
 
-using Pair = double __attribute__((vector_size(16)));  // x and y
+using zelvan::Pair;
 
 struct Box {
   Pair low;
@@ -93,7 +93,7 @@ void Mtx2D::XfmRect(real_rect_t* in, real_rect_t* out) {
 
 void Mtx2D::XfmRect(real_rect_t* in, int_rect_t* out) {
   const Box box = box_of_mapped(*this, *in);
-  write_box(out, round_to_device(point(box.low)), round_to_device(point(box.high)));
+  write_box(out, round_to_device(box.low), round_to_device(box.high));
 }
 
 void Mtx2D::XfmRect(int_rect_t* in, real_rect_t* out) {

@@ -28,10 +28,7 @@ Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned i
 
 /// Returns the entry of the map that is closest to `target`, or `best` if none is closer. Entry 0
 /// does not count.
-inline Closest find_closest(const ColorMap& map, const ColorRGB& target, const Closest& best) {
-  return with_best_form(
-      [&](auto form) { return find_closest(form, map.colors, 1, map.map_size, target, best); });
-}
+Closest find_closest(const ColorMap& map, const ColorRGB& target, Closest best);
 
 /// Returns what a search has to beat when it begins: one more than entries of the map can be apart.
 Closest closest_to_beat(const ColorMap& map);
