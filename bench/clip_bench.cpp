@@ -212,31 +212,47 @@ void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
   }
 }
 
-void clip_by_hand(const Set& in, const real_rect_t& frame, Set& out) {
+// Strictly beyond a side of the frame, which is upright.
+bool is_apart(const real_pt_t& low, const real_pt_t& high, const real_rect_t& frame) {
+  const real_pt_t from = frame.corners[0], to = frame.corners[2];
+  return high.x < from.x || low.x > to.x || high.y < from.y || low.y > to.y;
+}
+
+void clip_by_hand(const Set& in, const real_rect_t& frame, bool box_first, Set& out) {
   out.points.clear();
   out.flags.clear();
   out.polygons = 0;
   std::vector<real_pt_t> ring, next;
-  for (std::size_t i = 0; i < in.points.size(); ++i) {
-    ring.push_back(in.points[i]);
-    if (in.flags[i] < drw_edge_close_invisible) continue;
+  for (std::size_t first = 0, last; first < in.points.size(); first = last + 1) {
+    last = first;
+    real_pt_t low = in.points[first], high = low;
+    while (in.flags[last] < drw_edge_close_invisible) {
+      const real_pt_t p = in.points[++last];
+      if (!box_first) continue;
+      low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+      high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+    if (box_first && is_apart(low, high, frame)) continue;
+    ring.assign(in.points.data() + first, in.points.data() + last + 1);
     for (int side = 0; side < 4 && !ring.empty(); ++side) {
       keep_left(frame.corners[side], frame.corners[(side + 1) % 4], ring, next);
       ring.swap(next);
     }
     out.points.insert(out.points.end(), ring.begin(), ring.end());
     if (!ring.empty()) out.close_polygon();
-    ring.clear();
   }
 }
 
-struct PlainLoop {
-  explicit PlainLoop(const Row& row) : in(row.set), frame(row.frame) {}
-  void clip_all() { clip_by_hand(in, frame, out); }
+template <bool box_first>
+struct ByHand {
+  explicit ByHand(const Row& row) : in(row.set), frame(row.frame) {}
+  void clip_all() { clip_by_hand(in, frame, box_first, out); }
   double kept_area() const { return area(out); }
   Set in, out;
   real_rect_t frame;
 };
+using PlainLoop = ByHand<false>;
+using BoxFirst = ByHand<true>;
 
 bool is_upright(const real_rect_t& frame) { return frame.corners[0].y == frame.corners[1].y; }
 
@@ -450,6 +466,7 @@ const bench::Rows all_rows([] {
     add<RingByRing>(row, "zelvan, into rings");
     add<PlainLoop>(row, "plain loop");
     if (!is_upright(row.frame)) continue;
+    add<BoxFirst>(row, "plain loop, box first");
 #ifdef ZELVAN_BENCH_AGG
     add<Agg>(row, "AGG");
 #endif

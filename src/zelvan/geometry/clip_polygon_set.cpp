@@ -8,7 +8,6 @@
 #include <bit>
 #include <cmath>
 #include <iterator>
-#include <limits>
 
 namespace zelvan {
 
@@ -23,9 +22,6 @@ constexpr double tiny = 1.1754943508222875e-38;
 
 // A set of edges of the clip ring: bit k stands for the one from corner k.
 using ClipEdges = unsigned;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr ClipBox nowhere = {infinity, infinity, -infinity, -infinity};
 
 // The rectangle, and the boxes by which most edges of a subject are told to be rejected.
 struct ClipRect {
@@ -61,26 +57,6 @@ void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
 }
 
 bool is_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
-
-// Apart: strictly beyond one side of the box, so all edges would be rejected and both containment
-// tests fail. Inside: strictly, and the rectangle is upright.
-enum class Place { apart, inside, near };
-
-Place place_of(const Outline& outline, const ClipRect& clip) {
-  const auto& [points, edge_flags, count] = outline;
-  Sides beyond = 0b1111, not_within = 0;  // of three vertices, which mostly tell that it is near
-  for (const int i : {0, count / 2, count - 1}) {
-    const SidesOut out = sides_out(clip.outer, points[i]);
-    beyond &= out.beyond;
-    not_within |= out.not_within;
-  }
-  for (; beyond != 0; beyond &= beyond - 1) {
-    const int side = std::countr_zero(beyond);
-    if (count_beyond(points, count, clip.outer, side) == count) return Place::apart;
-  }
-  const bool is_inside = not_within == 0 && count_inside(points, count, clip.inner) == count;
-  return is_inside ? Place::inside : Place::near;
-}
 
 // The side of the box around a clip edge beyond which the whole subject edge lies, if there is one:
 // of two the left or right one.
@@ -138,7 +114,7 @@ bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* h
   int n = 0;  // of this edge
   for (ClipEdges near = edges_near(s0, s1, clip); near != 0; near &= near - 1) {
     const int k = std::countr_zero(near);
-    if (!hits->has_room(arena)) return false;
+    if (!hits->make_room(arena)) return false;
     ClipHit* const hit = hits->end;
     if (!find_crossing(s0, s1, clip.corners[k], clip.corners[k + 1], hit)) continue;
     hit->edge[of_subject] = i;
@@ -159,9 +135,9 @@ bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena*
     const int n = std::min(outline.count - first, most_in_edge_set);
     EdgeSet near = near_edges(outline.points + first, n, clip.outer, clip.inner);
     const bool has_closing_edge = first + n == outline.count;
-    if (has_closing_edge && closing_beyond == 0) near |= EdgeSet{1} << 2 * (n - 1);
+    if (has_closing_edge && closing_beyond == 0) near |= EdgeSet{1} << (n - 1);
     for (; near != 0; near &= near - 1) {
-      const int i = first + std::countr_zero(near) / 2;
+      const int i = first + std::countr_zero(near);
       if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;
     }
   }
@@ -284,12 +260,12 @@ constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edg
 // heap refuses the polygon leaves no trace.
 void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
                     ClipArena* arena) {
-  const Place place = place_of(outline, clip);
-  if (place == Place::apart) return;
+  const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
+                         count_inside(outline.points, outline.count, clip.inner) == outline.count;
   Outline ring = outline;
   ClipHit few[16];
   ClipHits hits = {few, few, std::end(few)};
-  if (place == Place::near) {
+  if (!is_inside) {
     if (!find_hits(outline, clip, &hits, arena)) return;
     if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
       // Repeats matter only now: crossings of the edges between them are none of the ring's.
@@ -301,7 +277,7 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
   ClipRing corners = {of_clip, clip.corners, corner_flags, 4};
   if (hits.count() == 0) {
     if (!has_two_vertices(outline)) return;
-    if (place == Place::near && !spans_the_rectangle(outline, clip)) return;
+    if (!is_inside && !spans_the_rectangle(outline, clip)) return;
     return append_uncrossed(outline, subject, corners, target);
   }
   if (!ClipSpliceHits(hits, &subject, &corners, arena)) return;
@@ -322,13 +298,13 @@ void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   using namespace zelvan;
   const ClipRect clip(*rect);
   ClipArena arena;
-  for (int first = 0;;) {
-    while (first < source->n_points && is_closing(source->edge_flags[first])) ++first;
-    const int last = find_closing(source->edge_flags, first, source->n_points);
-    if (last >= source->n_points) return;
-    ClipOnePolygon({source->points + first, source->edge_flags + first, last - first + 1}, target,
-                   clip, &arena);
+  // Of an outline beyond a side all edges would be rejected, and both containment tests would fail.
+  for (int from = 0;;) {
+    const FoundOutline found = find_near_outline(*source, from, clip.outer);
+    if (found.count == 0) return;
+    from = found.first + found.count;
+    ClipOnePolygon({source->points + found.first, source->edge_flags + found.first, found.count},
+                   target, clip, &arena);
     ClipFreeRings(&arena);
-    first = last + 1;
   }
 }

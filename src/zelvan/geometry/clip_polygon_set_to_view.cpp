@@ -37,34 +37,30 @@ class RingWalk {
   void take_edge(PlacedPoint a, PlacedPoint b, bool visible);
   void go_to(Sides to, Sides through);
   void go_round(Sides to, bool counter_clockwise);
-  void write_on_border(const real_pt_t& p, Sides on, bool is_vertex);
-  void write(const real_pt_t& p, Sides on, bool is_vertex, bool visible);
-  void count_turn(Sides on);
-  int write_borders();
-
-  struct Written {
-    bool is_vertex;  // of the outline; else a point of the border
-    Sides on;        // the sides on which it lies
-  };
+  void write_vertex(const real_pt_t& p, Sides on, bool visible);
+  void write_border_point(const real_pt_t& p, Sides on, bool visible);
+  bool repeats_last(const real_pt_t& p) const;
+  void end_edge(Sides on, bool visible);
+  void append(const real_pt_t& p, Sides on, bool is_vertex);
+  int count_windings() const;
+  int write_borders(int windings);
 
   const ClipView& view_;
   real_pt_t* const points_;
   int* const edge_flags_;  // that of the last vertex is set when the next one is written
   int count_ = 0;
-  Written first_{}, last_{};
-  int side_ = 0;  // at which the outline is while it is outside
-  bool has_inside_ = false;
-  // Both in eighths of the way around the view, as long as nothing was inside: the place of the
-  // last vertex, 2 k for corner k and 2 k + 1 for side k; and the way so far, counter-clockwise.
-  int place_ = -1;
-  int eighths_turned_ = 0;
+  bool first_is_vertex_ = false;  // of the outline; else a point of the border
+  bool last_is_vertex_ = false;
+  Sides last_on_ = 0;        // the sides on which the last vertex lies
+  int side_ = 0;             // at which the outline is while it is outside
+  bool has_inside_ = false;  // of what was written, something is inside
 };
 
 int RingWalk::clip(const Outline& outline) {
   const int n = outline.count;
   const PlacedPoint first = view_.place(outline.points[0]);
   if (first.beyond == 0) {
-    write_on_border(*first.at, first.not_within, true);
+    write_vertex(*first.at, first.not_within, false);
   } else {
     side_ = std::countr_zero(first.beyond);
   }
@@ -79,11 +75,12 @@ int RingWalk::clip(const Outline& outline) {
   }
   if (first.beyond != 0) {
     go_to(first_side, first.not_within);
-    if (count_ > 0) write_on_border(points_[0], first_.on, first_.is_vertex);
+    if (count_ > 0 && first_is_vertex_) write_vertex(points_[0], 0, false);
+    if (count_ > 0 && !first_is_vertex_) write_border_point(points_[0], 0, false);
   }
   // Either way the first vertex is now there twice, or once if none differed from it.
   count_ -= count_ > 0;
-  if (!has_inside_) return write_borders();
+  if (!has_inside_) return write_borders(count_windings());
   if (count_ < 2) return 0;  // what was inside came to one point by rounding
   edge_flags_[count_ - 1] += drw_edge_close_invisible;
   return count_;
@@ -124,26 +121,25 @@ void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
     } else {
       side_ = std::countr_zero(common);
     }
-    if (!goes_out) write_on_border(*b.at, b.not_within, true);
+    if (!goes_out) write_vertex(*b.at, b.not_within, false);
     return;
   }
-  bool view_is_left;
-  if (comes_in && goes_out && !view_.is_split(*a.at, *b.at, &view_is_left)) {
-    go_round(b.not_within, view_is_left);
-    return;
+  if (comes_in && goes_out) {
+    const LineSide view_is = view_.side_of_line(*a.at, *b.at);
+    if (view_is != LineSide::both) return go_round(b.not_within, view_is == LineSide::left);
   }
   has_inside_ = true;
   if (comes_in) {
     const BorderPoint entry = view_.crossing(a, b);
     go_to(1u << entry.side, a.not_within);
-    write(entry.at, entry.on, false, false);
+    write_border_point(entry.at, entry.on, false);
   }
   if (goes_out) {
     const BorderPoint exit = view_.crossing(b, a);
-    write(exit.at, exit.on, false, visible);
+    write_border_point(exit.at, exit.on, visible);
     side_ = exit.side;
   } else {
-    write(*b.at, b.not_within, true, visible);
+    write_vertex(*b.at, b.not_within, visible);
   }
 }
 
@@ -158,51 +154,68 @@ void RingWalk::go_to(Sides to, Sides through) {
 void RingWalk::go_round(Sides to, bool counter_clockwise) {
   while (!holds(to, side_)) {
     const int corner = counter_clockwise ? next_side(side_) : side_;
-    write_on_border(view_.corner(corner), ClipView::sides_at(corner), false);
+    write_border_point(view_.corner(corner), ClipView::sides_at(corner), false);
     side_ = counter_clockwise ? next_side(side_) : previous_side(side_);
   }
 }
 
-// Writes a vertex, and whether the edge that leads to it is visible. A point of the border is not
-// repeated, and a vertex of the outline at the same place replaces it.
-inline void RingWalk::write(const real_pt_t& p, Sides on, bool is_vertex, bool visible) {
-  if (count_ > 0) {
-    const real_pt_t& last = points_[count_ - 1];
-    const bool is_repeated = last.x == p.x && last.y == p.y;
-    if (is_repeated && !is_vertex) {
-      last_.on = on;  // the next edge runs from here; cuts of two sides may round to one point
-      return;
-    }
-    if (is_repeated && !last_.is_vertex) {
-      --count_;
-    } else {
-      edge_flags_[count_ - 1] = visible && (last_.on & on) == 0;
-    }
+// Writes a vertex of the outline, and whether the edge that leads to it is visible. A point of the
+// border at the same place makes way for it; another vertex stays.
+inline void RingWalk::write_vertex(const real_pt_t& p, Sides on, bool visible) {
+  if (repeats_last(p) && !last_is_vertex_) {
+    --count_;
+  } else {
+    end_edge(on, visible);
   }
+  append(p, on, true);
+}
+
+// Likewise a point of the border, unless the last vertex is already there.
+inline void RingWalk::write_border_point(const real_pt_t& p, Sides on, bool visible) {
+  if (repeats_last(p)) {
+    last_on_ = on;  // the next edge runs from here; cuts of two sides may round to one point
+    return;
+  }
+  end_edge(on, visible);
+  append(p, on, false);
+}
+
+inline bool RingWalk::repeats_last(const real_pt_t& p) const {
+  return count_ > 0 && points_[count_ - 1].x == p.x && points_[count_ - 1].y == p.y;
+}
+
+// Writes the flag of the edge from the last vertex to one on the sides `on`. Along a side it is
+// invisible.
+inline void RingWalk::end_edge(Sides on, bool visible) {
+  if (count_ > 0) edge_flags_[count_ - 1] = visible && (last_on_ & on) == 0;
+}
+
+inline void RingWalk::append(const real_pt_t& p, Sides on, bool is_vertex) {
+  if (count_ == 0) first_is_vertex_ = is_vertex;
   points_[count_++] = p;
-  last_ = {is_vertex, on};
-  if (count_ == 1) first_ = last_;
+  last_on_ = on;
+  last_is_vertex_ = is_vertex;
 }
 
-// Writes a vertex to which an edge outside leads, or which is the first.
-void RingWalk::write_on_border(const real_pt_t& p, Sides on, bool is_vertex) {
-  if (!has_inside_) count_turn(on);
-  write(p, on, is_vertex, false);
+// Returns how often the vertices written wind about the view, counter-clockwise. Requires: nothing
+// is inside. Each edge then runs along one side, so it is enough to count those that leave corner 0
+// along side 0, less those that come back to it.
+int RingWalk::count_windings() const {
+  constexpr int side = 0;
+  const Sides corner = ClipView::sides_at(side);
+  int windings = 0;
+  for (int i = 0; i < count_; ++i) {
+    const Sides from = view_.place(points_[i]).not_within;
+    const Sides to = view_.place(points_[i + 1 < count_ ? i + 1 : 0]).not_within;
+    if (!holds(from & to, side)) continue;
+    windings += (from == corner) - (to == corner);
+  }
+  return windings;
 }
 
-// An outline without a part inside winds equally often about every place of the view. From one
-// place on the border to the next it runs along one side, so the shorter way round is the right
-// one.
-void RingWalk::count_turn(Sides on) {
-  static constexpr int places[16] = {0, 1, 3, 2, 5, 0, 4, 0, 7, 0, 0, 0, 6};  // by the sides
-  const int place = places[on];
-  if (place_ >= 0) eighths_turned_ += ((place - place_ + 12) & 7) - 4;
-  place_ = place;
-}
-
-// Writes the corners of the view as often as the outline winds about it; returns their number.
-int RingWalk::write_borders() {
-  const int windings = eighths_turned_ / 8;
+// Replaces what was written by the corners of the view, once for each winding. Returns their
+// number.
+int RingWalk::write_borders(int windings) {
   count_ = 4 * std::abs(windings);
   for (int i = 0; i < count_; ++i) {
     points_[i] = view_.corner(windings > 0 ? i % 4 : 3 - i % 4);
@@ -221,14 +234,15 @@ void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* r
   ClipView view;
   if (!view.set(*rect)) return;
   for (int from = 0;;) {
-    const FoundOutline found = find_outline(*source, from, view.box());
+    OutlineKind kind;
+    const FoundOutline found = find_outline_within(*source, from, view.box(), &kind);
     if (found.count == 0) return;
     from = found.first + found.count;
     const Outline outline = {source->points + found.first, source->edge_flags + found.first,
                              found.count};
-    if (found.kind == OutlineKind::inside && view.is_upright()) {
+    if (kind == OutlineKind::inside && view.is_upright()) {
       append(outline, target);
-    } else if (found.kind != OutlineKind::not_finite) {
+    } else if (kind != OutlineKind::not_finite) {
       target->n_points += RingWalk(view, *target).clip(outline);
     }
   }

@@ -102,8 +102,8 @@ void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
     return;
   }
   const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
-  bool view_is_left;
-  if (comes_in && goes_out && !view_.is_split(*a.at, *b.at, &view_is_left)) return;
+  const bool may_miss = comes_in && goes_out;
+  if (may_miss && view_.side_of_line(*a.at, *b.at) != LineSide::both) return;
   const BorderPoint from = comes_in ? view_.crossing(a, b) : BorderPoint{*a.at, a.not_within, 0};
   const BorderPoint to = goes_out ? view_.crossing(b, a) : BorderPoint{*b.at, b.not_within, 0};
   const bool is_cut = comes_in || goes_out;

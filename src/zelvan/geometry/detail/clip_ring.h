@@ -36,7 +36,7 @@ struct ClipHits {
 
   int count() const { return static_cast<int>(end - begin); }
   /// Makes room for one more; false when the heap refuses.
-  bool has_room(ClipArena* arena) { return end != room_end || grow(arena); }
+  bool make_room(ClipArena* arena) { return end != room_end || grow(arena); }
 
  private:
   bool grow(ClipArena* arena);

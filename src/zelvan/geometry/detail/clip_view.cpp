@@ -74,6 +74,8 @@ bool ClipView::set(const real_rect_t& rect) {
     return low <= 0.0 && high >= 0.0 ? 0.0 : 0.5 * low + 0.5 * high;
   };
   centre_ = {middle(left, right), middle(bottom, top)};
+  // Then 7 roundings are at most 28 of the width: less than half a unit in the last place of a
+  // coordinate 64 times as large.
   reach_ = {4.0 * (right - left), 4.0 * (top - bottom)};
   is_upright_ = zelvan::is_upright(rect);
   if (is_upright_) {
@@ -114,15 +116,15 @@ PlacedPoint ClipView::place_by_orientation(const real_pt_t& p) const {
   return placed;
 }
 
-bool ClipView::is_split(const real_pt_t& a, const real_pt_t& b, bool* view_is_left) const {
+LineSide ClipView::side_of_line(const real_pt_t& a, const real_pt_t& b) const {
   bool has_left = false, has_right = false;
   for (const real_pt_t& c : corners_) {
     const int sign = orientation_sign(a, b, c);
     has_left = has_left || sign > 0;
     has_right = has_right || sign < 0;
   }
-  *view_is_left = has_left;
-  return has_left && has_right;
+  if (has_left && has_right) return LineSide::both;
+  return has_left ? LineSide::left : LineSide::right;
 }
 
 // Of two neighbouring sides that the outer end lies beyond, the edge crosses one on the border

@@ -34,6 +34,8 @@ struct BorderPoint {
   int side;  ///< the side that is crossed
 };
 
+enum class LineSide { left, right, both };
+
 class ClipView {
  public:
   /// Takes over the corners; false if they are not finite or are not, in their order, the corners
@@ -55,9 +57,9 @@ class ClipView {
     return {&p, out.beyond, out.not_within};
   }
 
-  /// True if the line through both points has corners of the view on both sides of it. If not,
-  /// `*view_is_left` tells on which side the view lies, seen from `a` towards `b`.
-  bool is_split(const real_pt_t& a, const real_pt_t& b, bool* view_is_left) const;
+  /// Where the view lies, seen along the line from `a` to `b`. On both sides: it has corners left
+  /// and right of the line.
+  LineSide side_of_line(const real_pt_t& a, const real_pt_t& b) const;
 
   /// Where the edge between both points, in either direction, passes between outside and inside.
   /// Requires: `outer` beyond some side, and a part of the edge strictly inside.
@@ -105,9 +107,11 @@ struct WeighedPoint {
   /// True if the mean of |a| and |b| is at most `reach`, and no product overflows or underflows.
   /// If not, `at` is too inexact.
   bool is_within(double reach, double a, double b) const {
+    // An underflow is off by 2^-1075: nothing beside the least. The largest keeps out infinity.
+    constexpr double least = 0x1p-900, largest = 0x1p1000;
     const double limit = reach * sum();
-    return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= 0x1p-900 &&
-           limit <= 0x1p1000;
+    return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= least &&
+           limit <= largest;
   }
 };
 

@@ -1,6 +1,7 @@
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -14,7 +15,7 @@ bool is_upright_from(const real_rect_t& rect, int k) {
 
 ClipBox box_around(const real_pt_t* points, int n) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
-  ClipBox box = {infinity, infinity, -infinity, -infinity};
+  ClipBox box = nowhere;
   // Of zeros with different signs, the first is the least, the last the largest.
   const auto include = [](double v, double* least, double* largest) {
     *least = std::isnan(v) ? -infinity : std::min(*least, v);
@@ -31,32 +32,49 @@ ClipBox box_around(const real_pt_t* points, int n) {
 
 namespace zelvan::plain {
 
-int find_closing(const int* edge_flags, int from, int end) {
-  if (from >= end) return end;
-  return static_cast<int>(std::find_if(edge_flags + from, edge_flags + end, is_closing) -
-                          edge_flags);
+namespace {
+
+bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
+// Returns the next outline of two vertices or more that is wanted.
+template <class Test>
+FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
+  const int* const flags = set.edge_flags;
+  for (int first = from;;) {
+    const int* const closing = std::find_if(flags + first, flags + set.n_points, is_closing);
+    const int last = static_cast<int>(closing - flags);
+    if (last >= set.n_points) return {};
+    const int count = last - first + 1;
+    if (count > 1 && is_wanted(set.points + first, count)) return {first, count};
+    first = last + 1;
+  }
 }
 
-FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
-  for (int first = from, last; first < set.n_points; first = last + 1) {
-    last = first;
-    bool inside = true, finite = true;
-    Sides sides = 0b1111;
-    for (;; ++last) {
-      if (last == set.n_points) return {};
-      const real_pt_t& p = set.points[last];
-      inside = inside && is_inside(box, p);
-      finite = finite && std::isfinite(p.x) && std::isfinite(p.y);
-      sides &= plain::sides_out(box, p).not_within;
-      if (is_closing(set.edge_flags[last])) break;
+}  // namespace
+
+FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+  return find_outline(set, from, [&](const real_pt_t* points, int count) {
+    const Sides of_first = plain::sides_out(box, points[0]).beyond;
+    Sides beyond = of_first & plain::sides_out(box, points[count / 2]).beyond;
+    for (; beyond != 0; beyond &= beyond - 1) {
+      const int side = std::countr_zero(beyond);
+      if (plain::count_beyond(points, count, box, side) == count) return false;
     }
-    if (sides != 0 || last == first) continue;
-    return {first, last - first + 1,
-            inside   ? OutlineKind::inside
-            : finite ? OutlineKind::mixed
-                     : OutlineKind::not_finite};
-  }
-  return {};
+    return true;
+  });
+}
+
+FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+                                 OutlineKind* kind) {
+  return find_outline(set, from, [&](const real_pt_t* points, int count) {
+    Sides not_within = 0b1111;
+    for (int i = 0; i < count; ++i) not_within &= plain::sides_out(box, points[i]).not_within;
+    if (not_within != 0) return false;
+    const bool inside = plain::count_inside(points, count, box) == count;
+    const bool finite = std::all_of(points, points + count, is_finite);
+    *kind = inside ? OutlineKind::inside : finite ? OutlineKind::mixed : OutlineKind::not_finite;
+    return true;
+  });
 }
 
 int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
@@ -89,7 +107,7 @@ EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const C
          (a.y < outer.bottom && b.y < outer.bottom) || (a.y > outer.top && b.y > outer.top));
     const bool is_inside_b = !is_apart && is_inside(inner, b);
     const bool is_near = !is_apart && !(is_inside_a && is_inside_b);
-    near |= EdgeSet{is_near} << 2 * i;
+    near |= EdgeSet{is_near} << i;
     is_inside_a = is_inside_b;
   }
   return near;

@@ -6,6 +6,7 @@
 #include <zelvan/transforms/records.h>
 
 #include <cstdint>
+#include <limits>
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -17,6 +18,10 @@ namespace zelvan {
 struct ClipBox {
   double left, bottom, right, top;
 };
+
+constexpr ClipBox nowhere = {
+    std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
+    -std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
 
 /// The box around points. Along an axis on which one is not a number it reaches from end to end.
 ClipBox box_around(const real_pt_t* points, int n);
@@ -86,21 +91,21 @@ inline bool is_closing(int edge_flag) {
 
 enum class OutlineKind : int { inside, mixed, not_finite };  ///< inside: all of it, strictly
 
-/// A set of edges between points: bit 2 i stands for the one from point i to the next.
-using EdgeSet = std::uint64_t;
+/// A set of edges between points: bit i stands for the one from point i to the next.
+using EdgeSet = std::uint32_t;
 constexpr int most_in_edge_set = 32;  ///< points
 
 /// An outline within a set: a run of vertices of which the last one is the first that closes.
 struct FoundOutline {
   int first;
   int count;  ///< 0 when there is none left
-  OutlineKind kind;
 };
 
 namespace plain {
 
-int find_closing(const int* edge_flags, int from, int end);
-FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box);
+FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box);
+FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+                                 OutlineKind* kind);
 int count_inside(const real_pt_t* points, int n, const ClipBox& box);
 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side);
 bool has_repeats(const real_pt_t* points, int n);
@@ -111,8 +116,9 @@ EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const C
 namespace avx2 {
 
 /// The same for processors with AVX2. Only called where `has_avx2` is true.
-int find_closing(const int* edge_flags, int from, int end);
-FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box);
+FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box);
+FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+                                 OutlineKind* kind);
 int count_inside(const real_pt_t* points, int n, const ClipBox& box);
 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side);
 bool has_repeats(const real_pt_t* points, int n);
@@ -120,16 +126,19 @@ EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const C
 
 }  // namespace avx2
 
-/// The index of the first flag that closes, from index `from` on, or `end`.
-inline int find_closing(const int* edge_flags, int from, int end) {
-  return has_avx2 ? avx2::find_closing(edge_flags, from, end)
-                  : plain::find_closing(edge_flags, from, end);
+/// The next outline of two vertices or more, from vertex `from` on, that does not lie strictly
+/// beyond one side of the box.
+inline FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+  return has_avx2 ? avx2::find_near_outline(set, from, box)
+                  : plain::find_near_outline(set, from, box);
 }
 
 /// The next outline of two vertices or more, from vertex `from` on, that has vertices strictly
 /// within each side of the box.
-inline FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
-  return has_avx2 ? avx2::find_outline(set, from, box) : plain::find_outline(set, from, box);
+inline FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+                                        OutlineKind* kind) {
+  return has_avx2 ? avx2::find_outline_within(set, from, box, kind)
+                  : plain::find_outline_within(set, from, box, kind);
 }
 
 /// How many points from the first on lie strictly inside the box.

@@ -5,7 +5,10 @@
 
 #if defined(__x86_64__)
 
+#include <algorithm>
 #include <bit>
+#include <cstdint>
+#include <limits>
 
 #include <immintrin.h>
 
@@ -14,6 +17,8 @@
 namespace {
 
 using zelvan::ClipBox;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 struct Bounds {
   __m256d low, high;
@@ -35,6 +40,11 @@ ZELVAN_AVX2 inline __m256d load_one(const real_pt_t* point) {
 // Bit 0 for the x of the first point, bit 1 for its y, bits 2 and 3 for the second.
 ZELVAN_AVX2 inline unsigned lanes(__m256d mask) {
   return static_cast<unsigned>(_mm256_movemask_pd(mask));
+}
+
+// True if the mask is set for the x of both points or for the y of both.
+ZELVAN_AVX2 inline bool of_both_points(__m256d mask) {
+  return (lanes(mask) & lanes(mask) >> 2 & 0b0011) != 0;
 }
 
 ZELVAN_AVX2 inline __m256d not_between(__m256d v, const Bounds& bounds) {
@@ -76,69 +86,155 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
   return n & ~1;
 }
 
-// All edges between so many points.
-inline zelvan::EdgeSet edges_between(int n) {
-  return 0x5555555555555555 & ((zelvan::EdgeSet{1} << 2 * (n - 1)) - 1);
+// A bit for each coordinate of 32 points, x and y by turns, as in `lanes`.
+using LaneSet = std::uint64_t;
+
+// For each point: is the bit of its x or y set?
+inline std::uint32_t of_points(LaneSet lanes) {
+  // Bits 0, 2, 4 and so on, moved together in steps that halve the gaps.
+  LaneSet bits = (lanes | lanes >> 1) & 0x5555555555555555;
+  bits = (bits | bits >> 1) & 0x3333333333333333;
+  bits = (bits | bits >> 2) & 0x0f0f0f0f0f0f0f0f;
+  bits = (bits | bits >> 4) & 0x00ff00ff00ff00ff;
+  bits = (bits | bits >> 8) & 0x0000ffff0000ffff;
+  return static_cast<std::uint32_t>(bits | bits >> 16);
 }
 
-// What is seen of an outline, pair by pair.
-struct Seen {
-  __m256d low, high;   // set where none is strictly within that bound
-  __m256d some;        // set where some are not, of either bound
-  __m256d not_finite;  // +0 where all are finite
+// Finds one closing flag after the other. Where the next eight flags stand does not depend on what
+// was found among the last, so the processor works on several outlines at once.
+class ClosingFlags {
+ public:
+  ClosingFlags(const int* edge_flags, int from, int end)
+      : edge_flags_(edge_flags), end_(end), next_block_(from) {}
 
-  ZELVAN_AVX2 Seen()
-      : low(_mm256_castsi256_pd(_mm256_set1_epi64x(-1))),
-        high(low),
-        some(_mm256_setzero_pd()),
-        not_finite(some) {}
-  ZELVAN_AVX2 void add(__m256d v, const Bounds& bounds) {
-    const __m256d is_low = _mm256_cmp_pd(v, bounds.low, _CMP_NGT_UQ);
-    const __m256d is_high = _mm256_cmp_pd(v, bounds.high, _CMP_NLT_UQ);
-    low = _mm256_and_pd(low, is_low);
-    high = _mm256_and_pd(high, is_high);
-    some = _mm256_or_pd(some, _mm256_or_pd(is_low, is_high));
-    not_finite = _mm256_or_pd(not_finite, _mm256_sub_pd(v, v));
+  // Returns the index of the next one, or the end.
+  ZELVAN_AVX2 int next() {
+    while (closing_ == 0) {
+      const int left = end_ - next_block_;
+      if (left <= 0) return end_;
+      block_ = next_block_;
+      next_block_ += std::min(left, 8);
+      closing_ = left >= 8 ? closing_of_eight() : closing_of_rest();
+    }
+    const int found = block_ + std::countr_zero(closing_);
+    closing_ &= closing_ - 1;
+    return found;
+  }
+
+ private:
+  ZELVAN_AVX2 unsigned closing_of_eight() const {
+    // The closing flags are the two numbers that are 2 but for their last bit.
+    const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
+    const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
+    const auto* flags = reinterpret_cast<const __m256i*>(edge_flags_ + block_);
+    const __m256i closes =
+        _mm256_cmpeq_epi32(_mm256_and_si256(_mm256_loadu_si256(flags), all_but_last_bit), closing);
+    return static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(closes)));
+  }
+  unsigned closing_of_rest() const {
+    unsigned closing = 0;
+    for (int i = block_; i < end_; ++i) {
+      closing |= unsigned{zelvan::is_closing(edge_flags_[i])} << (i - block_);
+    }
+    return closing;
+  }
+
+  const int* const edge_flags_;
+  const int end_;
+  int block_ = 0, next_block_;
+  unsigned closing_ = 0;  // of the block, those not yet returned: bit k for flag k
+};
+
+// The extent of an outline: for x and y, of every other point each. NaN coordinates are left out.
+struct Extent {
+  __m256d least, largest;
+  __m256d has_nan;  // set where some coordinate is
+
+  ZELVAN_AVX2 Extent()
+      : least(_mm256_set1_pd(infinity)),
+        largest(_mm256_set1_pd(-infinity)),
+        has_nan(_mm256_setzero_pd()) {}
+  ZELVAN_AVX2 void add(__m256d v) {
+    least = _mm256_min_pd(v, least);  // the second one if either is a NaN
+    largest = _mm256_max_pd(v, largest);
+    has_nan = _mm256_or_pd(has_nan, _mm256_cmp_pd(v, v, _CMP_UNORD_Q));
+  }
+  ZELVAN_AVX2 void add(const Extent& other) {
+    least = _mm256_min_pd(other.least, least);
+    largest = _mm256_max_pd(other.largest, largest);
+    has_nan = _mm256_or_pd(has_nan, other.has_nan);
+  }
+  ZELVAN_AVX2 bool is_beyond_a_side(const Bounds& bounds) const {
+    const __m256d below = _mm256_cmp_pd(largest, bounds.low, _CMP_LT_OQ);
+    const __m256d above = _mm256_cmp_pd(least, bounds.high, _CMP_GT_OQ);
+    return of_both_points(_mm256_andnot_pd(has_nan, below)) ||
+           of_both_points(_mm256_andnot_pd(has_nan, above));
+  }
+  ZELVAN_AVX2 bool reaches_within(const Bounds& bounds) const {
+    return !of_both_points(_mm256_cmp_pd(largest, bounds.low, _CMP_NGT_UQ)) &&
+           !of_both_points(_mm256_cmp_pd(least, bounds.high, _CMP_NLT_UQ));
+  }
+  ZELVAN_AVX2 zelvan::OutlineKind kind(const Bounds& bounds) const {
+    const __m256d has_infinity =
+        _mm256_or_pd(_mm256_cmp_pd(least, _mm256_set1_pd(-infinity), _CMP_EQ_OQ),
+                     _mm256_cmp_pd(largest, _mm256_set1_pd(infinity), _CMP_EQ_OQ));
+    if (lanes(_mm256_or_pd(has_nan, has_infinity)) != 0) return zelvan::OutlineKind::not_finite;
+    const __m256d is_out = _mm256_or_pd(not_between(least, bounds), not_between(largest, bounds));
+    return lanes(is_out) == 0 ? zelvan::OutlineKind::inside : zelvan::OutlineKind::mixed;
   }
 };
+
+// Of a run of two points or more.
+ZELVAN_AVX2 inline Extent extent_of(const real_pt_t* points, const real_pt_t* end) {
+  Extent extent, other;  // two that don't wait for each other
+  for (; end - points >= 4; points += 4) {
+    extent.add(load(points));
+    other.add(load(points + 2));
+  }
+  if (end - points >= 2) extent.add(load(points));
+  if ((end - points) % 2 != 0) other.add(load(end - 2));  // the last one, and one once more
+  extent.add(other);
+  return extent;
+}
+
+// Returns the next outline of two vertices or more that is wanted.
+template <class Test>
+ZELVAN_AVX2 zelvan::FoundOutline find_outline(const drw_pset_t& set, int from,
+                                              const Test& is_wanted) {
+  ClosingFlags closing_flags(set.edge_flags, from, set.n_points);
+  for (int first = from;;) {
+    const int last = closing_flags.next();
+    if (last >= set.n_points) return {};
+    const int count = last - first + 1;
+    if (count > 1 && is_wanted(set.points + first, count)) return {first, count};
+    first = last + 1;
+  }
+}
 
 }  // namespace
 
 namespace zelvan::avx2 {
 
-ZELVAN_AVX2 int find_closing(const int* edge_flags, int from, int end) {
-  // The closing flags are the two numbers that are 2 but for their last bit.
-  const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
-  const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
-  int i = from;
-  for (; end - i >= 8; i += 8) {
-    const __m256i flags = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(edge_flags + i));
-    const __m256i closes = _mm256_cmpeq_epi32(_mm256_and_si256(flags, all_but_last_bit), closing);
-    const int mask = _mm256_movemask_ps(_mm256_castsi256_ps(closes));
-    if (mask != 0) return i + std::countr_zero(static_cast<unsigned>(mask));
-  }
-  return plain::find_closing(edge_flags, i, end);
+ZELVAN_AVX2 FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+  const Bounds bounds(box);
+  return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
+    const __m256d two =
+        _mm256_insertf128_pd(load_one(points), _mm_loadu_pd(&points[count / 2].x), 1);
+    const bool may_be_beyond = of_both_points(_mm256_cmp_pd(two, bounds.low, _CMP_LT_OQ)) ||
+                               of_both_points(_mm256_cmp_pd(two, bounds.high, _CMP_GT_OQ));
+    return !may_be_beyond || !extent_of(points, points + count).is_beyond_a_side(bounds);
+  });
 }
 
-ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+ZELVAN_AVX2 FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+                                             OutlineKind* kind) {
   const Bounds bounds(box);
-  for (int first = from, last; first < set.n_points; first = last + 1) {
-    last = find_closing(set.edge_flags, first, set.n_points);
-    if (last == set.n_points) return {};
-    Seen seen;
-    int i = first;
-    for (; i < last; i += 2) seen.add(load(set.points + i), bounds);
-    if (i == last) seen.add(load_one(set.points + i), bounds);
-    const unsigned low = lanes(seen.low), high = lanes(seen.high);
-    const bool is_apart = ((low & low >> 2 & 0b0011) | (high & high >> 2 & 0b0011)) != 0;
-    if (is_apart || last == first) continue;
-    const auto has_nan = _mm256_cmp_pd(seen.not_finite, seen.not_finite, _CMP_UNORD_Q);
-    return {first, last - first + 1,
-            lanes(has_nan) != 0     ? OutlineKind::not_finite
-            : lanes(seen.some) == 0 ? OutlineKind::inside
-                                    : OutlineKind::mixed};
-  }
-  return {};
+  return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
+    const Extent extent = extent_of(points, points + count);
+    if (!extent.reaches_within(bounds)) return false;
+    *kind = extent.kind(bounds);
+    return true;
+  });
 }
 
 ZELVAN_AVX2 int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
@@ -165,20 +261,24 @@ ZELVAN_AVX2 bool has_repeats(const real_pt_t* points, int n) {
 ZELVAN_AVX2 EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer,
                                const ClipBox& inner) {
   const Bounds out(outer), in(inner);
-  // Two bits a point, as in `lanes`; each two points come in at the top.
-  EdgeSet below = 0, above = 0, not_inside = 0;
+  LaneSet below = 0, above = 0, not_inside = 0;  // each two points come in at the top
   const auto look_at = [&](__m256d v) ZELVAN_AVX2 {
-    below = below >> 4 | EdgeSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
-    above = above >> 4 | EdgeSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
-    not_inside = not_inside >> 4 | EdgeSet{lanes(not_between(v, in))} << 60;
+    below = below >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
+    above = above >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
+    not_inside = not_inside >> 4 | LaneSet{lanes(not_between(v, in))} << 60;
   };
   int i = 0;
   for (; i + 1 < n; i += 2) look_at(load(points + i));
-  if (i < n) look_at(load_one(points + i)), i += 2;
-  const EdgeSet apart = (below & below >> 2) | (above & above >> 2);
-  const EdgeSet near = not_inside | not_inside >> 2;
-  const EdgeSet is_near = (near | near >> 1) & ~(apart | apart >> 1);
-  return is_near >> (64 - 2 * i) & edges_between(n);
+  if (i < n) {
+    look_at(load_one(points + i));
+    i += 2;
+  }
+  const int unused = 64 - 2 * i;
+  // An edge is left out if both ends are apart in one lane, or both are inside.
+  const LaneSet apart = (below & below >> 2) | (above & above >> 2);
+  const LaneSet reaches_out = not_inside | not_inside >> 2;
+  const EdgeSet all = (EdgeSet{1} << (n - 1)) - 1;
+  return of_points(reaches_out >> unused) & ~of_points(apart >> unused) & all;
 }
 
 }  // namespace zelvan::avx2
