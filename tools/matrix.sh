@@ -10,7 +10,6 @@ matrix_cells() {
     cell "$compiler-lto" "$compiler" -O3 -flto=auto
     cell "$compiler-v3" "$compiler" -O3 -march=x86-64-v3
     cell "$compiler-v4" "$compiler" -O3 -march=x86-64-v4
-    cell "$compiler-no-sse2" "$compiler" -O3 -U__SSE2__  # the forms for all processors alone
     # What the library undoes.
     cell "$compiler-unsigned-char" "$compiler" -O3 -funsigned-char
     cell "$compiler-unsafe-math" "$compiler" -O3 -funsafe-math-optimizations

@@ -16,12 +16,11 @@
 
 int main(int argc, char** argv) {
   std::vector<std::string> arguments(argv + 1, argv + argc);
-  const char* form = zelvan::has_avx2 ? "avx2" : zelvan::has_neon ? "neon" : "plain";
   if (!arguments.empty() && arguments[0] == "--plain") {
     support::force_plain_forms();
-    form = "plain";
     arguments.erase(arguments.begin());
   }
+  const char* form = zelvan::with_best_form([](auto best) { return best.name; });
   arguments.resize(2);
   if (arguments[0] == "--trace") {
     Log log(true);

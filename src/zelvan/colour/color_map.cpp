@@ -62,6 +62,11 @@ const ColorMap* unknown(const ColorMap* map) {
 
 }  // namespace
 
+zelvan::Closest zelvan::find_closest(const ColorMap& map, const ColorRGB& target, Closest best) {
+  return with_best_form(
+      [&](auto form) { return find_closest(form, map.colors, 1, map.map_size, target, best); });
+}
+
 zelvan::Closest zelvan::closest_to_beat(const ColorMap& map) {
   return {static_cast<float>(farthest(map.max_value)) + 1.0f, 0};
 }
@@ -142,7 +147,7 @@ int ColorMap::GetClosestColor(ColorRGB* target, int* distance, unsigned short fr
   }
 
   const zelvan::Closest found =
-      zelvan::closest_in_vectors(colors, 1, map_size, *target, zelvan::closest_to_beat(*this));
+      zelvan::find_closest(*this, *target, zelvan::closest_to_beat(*this));
   return zelvan::closest_answer(*this, *target, found, distance);
 }
 

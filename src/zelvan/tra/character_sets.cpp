@@ -1,7 +1,6 @@
 #include <zelvan/tra/character_sets.h>
-#include <zelvan/tra/detail/vector_kernels.h>
+#include <zelvan/tra/detail/elements.h>
 
-#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 
@@ -52,29 +51,14 @@ constexpr unsigned char tra_ebcdic_to_ascii[256] = {
 };
 // clang-format on
 
-constexpr zelvan::SteppedTable to_ebcdic_in_steps(tra_ascii_to_ebcdic);
-constexpr zelvan::SteppedTable to_ascii_in_steps(tra_ebcdic_to_ascii);
-
-void translate(const unsigned char (&table)[256], const zelvan::SteppedTable& steps,
-               std::size_t count, const void* src, void* dst) {
-  const auto* from = static_cast<const unsigned char*>(src);
-  auto* to = static_cast<unsigned char*>(dst);
-  std::size_t i = 0;
-  if (zelvan::has_avx2 && zelvan::may_run_ahead(count, from, to)) {
-    i = zelvan::avx2::translate(steps, count, from, to);
-  }
-  for (; i < count; ++i) to[i] = table[from[i]];
-}
+constexpr zelvan::LookUp to_ebcdic(tra_ascii_to_ebcdic);
+constexpr zelvan::LookUp to_ascii(tra_ebcdic_to_ascii);
 
 }  // namespace
 
 void tra_convert_charset(short code, unsigned short count, const void* src, void* dst) {
-  if (code == TRA_ASCII_TO_EBCDIC) {
-    return translate(tra_ascii_to_ebcdic, to_ebcdic_in_steps, count, src, dst);
-  }
-  if (code == TRA_EBCDIC_TO_ASCII) {
-    return translate(tra_ebcdic_to_ascii, to_ascii_in_steps, count, src, dst);
-  }
+  if (code == TRA_ASCII_TO_EBCDIC) return translate(to_ebcdic, count, src, dst);
+  if (code == TRA_EBCDIC_TO_ASCII) return translate(to_ascii, count, src, dst);
   std::printf("tra_convert_charset: invalid conversion %x\n", static_cast<unsigned>(code));
   std::exit(1);
 }

@@ -1,8 +1,7 @@
 // Only whole-number steps stand here, so neither the rounding mode nor the floating-point
 // unit of the machine has any say. Each conversion holds one number as a big-endian word.
 
-#include <zelvan/tra/detail/byte_strings.h>
-#include <zelvan/tra/detail/vector_kernels.h>
+#include <zelvan/tra/detail/elements.h>
 #include <zelvan/tra/foreign_floats.h>
 
 #include <bit>
@@ -75,18 +74,27 @@ inline std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm) {
   return dropped < 32 ? sign | m >> dropped : sign;
 }
 
-template <class Word, zelvan::VectorKernel kernel, class Conversion>
-void convert_elements(unsigned count, const void* src, void* dst, Conversion convert) {
-  const auto* from = static_cast<const unsigned char*>(src);
-  auto* to = static_cast<unsigned char*>(dst);
-  const std::size_t bytes = count * sizeof(Word);
-  for (std::size_t i = zelvan::run<kernel>(bytes, from, to); i < bytes; i += sizeof(Word)) {
-    const Word number = zelvan::reversed(zelvan::load<Word>(from + i));
-    zelvan::store(to + i, zelvan::reversed(convert(number)));
-  }
+}  // namespace
+
+namespace zelvan {
+
+std::uint32_t IeeeToIbmSingle::operator()(std::uint32_t ieee) const {
+  return reversed(tra_ieee_to_ibm_single(reversed(ieee)));
 }
 
-}  // namespace
+std::uint32_t IbmToIeeeSingle::operator()(std::uint32_t ibm) const {
+  return reversed(tra_ibm_to_ieee_single(reversed(ibm)));
+}
+
+std::uint64_t IeeeToIbmDouble::operator()(std::uint64_t ieee) const {
+  return reversed(tra_ieee_to_ibm_double(reversed(ieee)));
+}
+
+std::uint64_t IbmToIeeeDouble::operator()(std::uint64_t ibm) const {
+  return reversed(tra_ibm_to_ieee_double(reversed(ibm)));
+}
+
+}  // namespace zelvan
 
 void tra_convert_flpt(int format, unsigned short type, unsigned short count, const void* src,
                       void* dst) {
@@ -97,15 +105,11 @@ void tra_convert_flpt(int format, unsigned short type, unsigned short count, con
         if (count != 0) std::memmove(dst, src, std::size_t{count} * (is_single ? 4 : 8));
         return;
       case 4:
-        return is_single ? convert_elements<std::uint32_t, zelvan::avx2::ieee_to_ibm_singles>(
-                               count, src, dst, [](auto n) { return tra_ieee_to_ibm_single(n); })
-                         : convert_elements<std::uint64_t, zelvan::avx2::ieee_to_ibm_doubles>(
-                               count, src, dst, [](auto n) { return tra_ieee_to_ibm_double(n); });
+        return is_single ? translate(zelvan::IeeeToIbmSingle{}, count, src, dst)
+                         : translate(zelvan::IeeeToIbmDouble{}, count, src, dst);
       case 16:
-        return is_single ? convert_elements<std::uint32_t, zelvan::avx2::ibm_to_ieee_singles>(
-                               count, src, dst, [](auto n) { return tra_ibm_to_ieee_single(n); })
-                         : convert_elements<std::uint64_t, zelvan::avx2::ibm_to_ieee_doubles>(
-                               count, src, dst, [](auto n) { return tra_ibm_to_ieee_double(n); });
+        return is_single ? translate(zelvan::IbmToIeeeSingle{}, count, src, dst)
+                         : translate(zelvan::IbmToIeeeDouble{}, count, src, dst);
     }
   }
   std::fprintf(stderr, "ZVN MSG(%s,%d): %s\n", __FILE__, __LINE__,

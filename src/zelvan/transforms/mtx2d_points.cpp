@@ -1,4 +1,3 @@
-#include <zelvan/detail/instruction_set.h>
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
 #include <zelvan/transforms/detail/rounding.h>
@@ -15,15 +14,12 @@ real_pt_t mapped(const Mtx2D& m, double x, double y) {
   return p;
 }
 
-// The judge of the vector forms, and the form of processors that have none.
-template <class Out, class Finish>
-void map_plainly(const Mtx2D& m, int n, const real_pt_t* in, Out* out, Finish finish) {
-  with_mapping_of(m, [&](auto map) {
-    for (int i = 0; i < n; ++i) out[i] = finish(map(in[i].x, in[i].y));
-  });
+template <class Result>
+void map_array(const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out) {
+  zelvan::with_best_form([&](auto form) { zelvan::map_points<Result>(form, m, n, in, out); });
 }
 
-using Pair = double __attribute__((vector_size(16)));  // x and y
+using zelvan::Pair;
 
 struct Box {
   Pair low;
@@ -75,27 +71,19 @@ void Mtx2D::RealXfmPt(real_pt_t* in, real_pt_t* out) { *out = mapped(*this, in->
 void Mtx2D::InvXfmPt(int_pt_t* in, real_pt_t* out) { *out = mapped(*this, in->x, in->y); }
 
 void Mtx2D::RealXfmPts(int n, real_pt_t* in, real_pt_t* out) {
-  if (zelvan::has_avx2) return zelvan::avx2::map_to_real(*this, n, in, out);
-  if (zelvan::has_neon) return zelvan::neon::map_to_real(*this, n, in, out);
-  map_plainly(*this, n, in, out, [](real_pt_t p) { return p; });
+  map_array<zelvan::ToReal>(*this, n, in, out);
 }
 
 void Mtx2D::XfmPts(int n, real_pt_t* in, int_pt_t* out) {
-  if (zelvan::has_avx2) return zelvan::avx2::map_to_int(*this, n, in, out);
-  if (zelvan::has_neon) return zelvan::neon::map_to_int(*this, n, in, out);
-  map_plainly(*this, n, in, out, [](real_pt_t p) { return round_to_device(p); });
+  map_array<zelvan::ToInt>(*this, n, in, out);
 }
 
 void Mtx2D::XfmFPts(int n, real_pt_t* in, int_pt_t* out) {
-  if (zelvan::has_avx2) return zelvan::avx2::map_to_int_times_eight(*this, n, in, out);
-  if (zelvan::has_neon) return zelvan::neon::map_to_int_times_eight(*this, n, in, out);
-  map_plainly(*this, n, in, out, zelvan::round_to_device_times_eight);
+  map_array<zelvan::ToIntTimesEight>(*this, n, in, out);
 }
 
 void Mtx2D::XfmSPts(int n, real_pt_t* in, short_pt_t* out) {
-  if (zelvan::has_avx2) return zelvan::avx2::map_to_short(*this, n, in, out);
-  if (zelvan::has_neon) return zelvan::neon::map_to_short(*this, n, in, out);
-  map_plainly(*this, n, in, out, zelvan::round_to_device_short);
+  map_array<zelvan::ToShort>(*this, n, in, out);
 }
 
 void Mtx2D::XfmRect(real_rect_t* in, real_rect_t* out) {
@@ -105,7 +93,7 @@ void Mtx2D::XfmRect(real_rect_t* in, real_rect_t* out) {
 
 void Mtx2D::XfmRect(real_rect_t* in, int_rect_t* out) {
   const Box box = box_of_mapped(*this, *in);
-  write_box(out, round_to_device(point(box.low)), round_to_device(point(box.high)));
+  write_box(out, round_to_device(box.low), round_to_device(box.high));
 }
 
 void Mtx2D::XfmRect(int_rect_t* in, real_rect_t* out) {

@@ -3,6 +3,7 @@
 
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_rgb.h>
+#include <zelvan/detail/vector_forms.h>
 
 namespace zelvan {
 
@@ -18,28 +19,16 @@ inline void take_closer(float distance, unsigned int index, Closest& best) {
   if (distance < best.distance || is_ahead) best = {distance, index};
 }
 
-/// Looks through the entries from `from` up to but not including `to`, one by one. An entry at
-/// distance 0 ends the search; any other takes the place of `best` if it is closer.
-Closest closest_one_by_one(const ColorRGB* colors, unsigned int from, unsigned int to,
-                           const ColorRGB& target, Closest best);
+/// Looks through the entries from `from` up to but not including `to`. An entry at distance 0 ends
+/// the search; any other takes the place of `best` if it is closer.
+Closest find_closest(Plain, const ColorRGB* colors, unsigned int from, unsigned int to,
+                     const ColorRGB& target, Closest best);
+Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned int to,
+                     const ColorRGB& target, Closest best);
 
-/// Returns what `closest_one_by_one` does, and looks at four entries at a time where the processor
-/// can.
-Closest closest_by_fours(const ColorRGB* colors, unsigned int from, unsigned int to,
-                         const ColorRGB& target, Closest best);
-
-namespace avx2 {
-
-/// Returns what `closest_one_by_one` does, eight entries at a time. Requires: `has_avx2`, and 8
-/// entries or more.
-Closest closest_by_eights(const ColorRGB* colors, unsigned int from, unsigned int to,
-                          const ColorRGB& target, Closest best);
-
-}  // namespace avx2
-
-/// Returns what `closest_one_by_one` does, by the widest form that this processor has.
-Closest closest_in_vectors(const ColorRGB* colors, unsigned int from, unsigned int to,
-                           const ColorRGB& target, Closest best);
+/// Returns the entry of the map that is closest to `target`, or `best` if none is closer. Entry 0
+/// does not count.
+Closest find_closest(const ColorMap& map, const ColorRGB& target, Closest best);
 
 /// Returns what a search has to beat when it begins: one more than entries of the map can be apart.
 Closest closest_to_beat(const ColorMap& map);

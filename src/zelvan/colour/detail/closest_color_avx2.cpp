@@ -1,17 +1,15 @@
-// The form by fours twice over: the upper half of a vector holds the next four entries.
+// Each lane keeps the best of every eighth entry; where lanes are equal at the end, the lowest
+// index is the one that a walk finds first. The last step goes back to a whole eight: an entry that
+// is looked at twice is no closer the second time.
 
 #include <zelvan/colour/detail/closest_color.h>
-
-#if defined(__x86_64__)
 
 #include <algorithm>
 #include <bit>
 
 #include <immintrin.h>
 
-#define ZELVAN_AVX2 __attribute__((target("avx2")))
-
-namespace zelvan::avx2 {
+namespace zelvan {
 namespace {
 
 /// Four channels from `first` on, and four of the entries that are four places on.
@@ -38,8 +36,9 @@ ZELVAN_AVX2 __m256i lowest(__m256i v) {
 
 }  // namespace
 
-ZELVAN_AVX2 Closest closest_by_eights(const ColorRGB* colors, unsigned int from, unsigned int to,
-                                      const ColorRGB& target, Closest best) {
+ZELVAN_AVX2 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned int to,
+                                 const ColorRGB& target, Closest best) {
+  if (to < from || to - from < 8) return find_closest(Plain{}, colors, from, to, target, best);
   const __m256i target_red = _mm256_set1_epi32(target.red);
   const __m256i target_green = _mm256_set1_epi32(target.green);
   const __m256i target_blue = _mm256_set1_epi32(target.blue);
@@ -49,6 +48,8 @@ ZELVAN_AVX2 Closest closest_by_eights(const ColorRGB* colors, unsigned int from,
 
   for (unsigned int next = from; next < to; next += 8) {
     const unsigned int i = std::min(next, to - 8);
+    // Twelve channels in each half, r g b r | g b r g | b r g b, sorted into reds, greens and
+    // blues.
     const __m256 a = channels(&colors[i].red);
     const __m256 b = channels(&colors[i + 1].green);
     const __m256 c = channels(&colors[i + 2].blue);
@@ -63,6 +64,7 @@ ZELVAN_AVX2 Closest closest_by_eights(const ColorRGB* colors, unsigned int from,
     const __m256 db = _mm256_cvtepi32_ps(_mm256_sub_epi32(blue, target_blue));
     const __m256 sum = _mm256_add_ps(_mm256_add_ps(_mm256_mul_ps(dg, dg), _mm256_mul_ps(dr, dr)),
                                      _mm256_mul_ps(db, db));
+    // A negative red makes a NaN of the distance, which is neither 0 nor less than anything.
     const __m256 distance = _mm256_or_ps(sum, _mm256_castsi256_ps(_mm256_srai_epi32(red, 31)));
 
     const int exact = _mm256_movemask_ps(_mm256_cmp_ps(distance, _mm256_setzero_ps(), _CMP_EQ_OQ));
@@ -83,6 +85,4 @@ ZELVAN_AVX2 Closest closest_by_eights(const ColorRGB* colors, unsigned int from,
           static_cast<unsigned int>(_mm_cvtsi128_si32(_mm256_castsi256_si128(index)))};
 }
 
-}  // namespace zelvan::avx2
-
-#endif
+}  // namespace zelvan

@@ -1,6 +1,5 @@
 #include <zelvan/colour/detail/closest_index.h>
 #include <zelvan/detail/array_size.h>
-#include <zelvan/detail/instruction_set.h>
 
 #include <new>
 #include <utility>
@@ -73,21 +72,22 @@ ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(ma
   blocks_ = std::move(blocks);
 }
 
-Closest ClosestIndex::find(const ColorRGB& target, Closest best) const {
-  if (blocks_ == nullptr || !is_exact(target)) {
-    return closest_in_vectors(map_.colors, 1, map_.map_size, target, best);
-  }
-  const ColorBlock* const start = &blocks_[first_[target.green] / ColorBlock::size];
-  const FloatColor t = in_float(target);
-  if (has_avx2) return avx2::closest_around(start, t, best);
-  return closest_around(start, t, best, [&t](const ColorBlock& block, Closest& nearest) {
+Closest closest_around(Plain, const ColorBlock* start, const FloatColor& target, Closest best) {
+  return walk_blocks(start, target, best, [&target](const ColorBlock& block, Closest& nearest) {
     for (unsigned int i = 0; i < ColorBlock::size; ++i) {
-      const float dr = block.red[i] - t.red;
-      const float dg = block.green[i] - t.green;
-      const float db = block.blue[i] - t.blue;
+      const float dr = block.red[i] - target.red;
+      const float dg = block.green[i] - target.green;
+      const float db = block.blue[i] - target.blue;
       take_closer(dr * dr + dg * dg + db * db, block.index[i], nearest);
     }
   });
+}
+
+Closest ClosestIndex::find(const ColorRGB& target, Closest best) const {
+  if (blocks_ == nullptr || !is_exact(target)) return find_closest(map_, target, best);
+  const ColorBlock* const start = &blocks_[first_[target.green] / ColorBlock::size];
+  const FloatColor t = in_float(target);
+  return with_best_form([&](auto form) { return closest_around(form, start, t, best); });
 }
 
 }  // namespace zelvan

@@ -25,9 +25,8 @@ struct FloatColor {
 /// the best entry so far. Blocks that are just as far are looked at: with a lower index an entry
 /// there is the answer. Calls `look(block, best)`.
 template <class Look>
-[[gnu::always_inline]] inline Closest closest_around(const ColorBlock* start,
-                                                     const FloatColor& target, Closest best,
-                                                     const Look& look) {
+[[gnu::always_inline]] inline Closest walk_blocks(const ColorBlock* start, const FloatColor& target,
+                                                  Closest best, const Look& look) {
   const ColorBlock* above = start;
   const ColorBlock* below = start - 1;
   look(*above++, best);
@@ -42,12 +41,9 @@ template <class Look>
   return best;
 }
 
-namespace avx2 {
-
-/// The search around a block for processors with AVX2, where `has_avx2` is true.
-Closest closest_around(const ColorBlock* start, const FloatColor& target, Closest best);
-
-}  // namespace avx2
+/// The entry closest to `target` among the blocks around `start`, or `best` if none is closer.
+Closest closest_around(Plain, const ColorBlock* start, const FloatColor& target, Closest best);
+Closest closest_around(Avx2, const ColorBlock* start, const FloatColor& target, Closest best);
 
 /// The entries of a map sorted by their green, so that a search can end where green alone is
 /// farther away than the best entry so far. Each search gives what one through the whole map

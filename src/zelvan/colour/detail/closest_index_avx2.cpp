@@ -3,17 +3,13 @@
 
 #include <zelvan/colour/detail/closest_index.h>
 
-#if defined(__x86_64__)
-
 #include <bit>
 
 #include <immintrin.h>
 
-#define ZELVAN_AVX2 __attribute__((target("avx2")))
+namespace zelvan {
 
-namespace zelvan::avx2 {
-
-ZELVAN_AVX2 Closest closest_around(const ColorBlock* start, const FloatColor& target,
+ZELVAN_AVX2 Closest closest_around(Avx2, const ColorBlock* start, const FloatColor& target,
                                    Closest best) {
   const __m256 red = _mm256_set1_ps(target.red);
   const __m256 green = _mm256_set1_ps(target.green);
@@ -35,9 +31,7 @@ ZELVAN_AVX2 Closest closest_around(const ColorBlock* start, const FloatColor& ta
       take_closer(distances[i], block.index[i], nearest);
     }
   };
-  return zelvan::closest_around(start, target, best, look);
+  return walk_blocks(start, target, best, look);
 }
 
-}  // namespace zelvan::avx2
-
-#endif
+}  // namespace zelvan

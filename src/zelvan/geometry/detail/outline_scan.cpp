@@ -28,10 +28,6 @@ ClipBox box_around(const real_pt_t* points, int n) {
   return box;
 }
 
-}  // namespace zelvan
-
-namespace zelvan::plain {
-
 namespace {
 
 bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
@@ -52,51 +48,52 @@ FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted
 
 }  // namespace
 
-FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+FoundOutline find_near_outline(Plain, const drw_pset_t& set, int from, const ClipBox& box) {
   return find_outline(set, from, [&](const real_pt_t* points, int count) {
-    const Sides of_first = plain::sides_out(box, points[0]).beyond;
-    Sides beyond = of_first & plain::sides_out(box, points[count / 2]).beyond;
+    const Sides of_first = sides_out(box, points[0]).beyond;
+    Sides beyond = of_first & sides_out(box, points[count / 2]).beyond;
     for (; beyond != 0; beyond &= beyond - 1) {
       const int side = std::countr_zero(beyond);
-      if (plain::count_beyond(points, count, box, side) == count) return false;
+      if (count_beyond(Plain{}, points, count, box, side) == count) return false;
     }
     return true;
   });
 }
 
-FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+FoundOutline find_outline_within(Plain, const drw_pset_t& set, int from, const ClipBox& box,
                                  OutlineKind* kind) {
   return find_outline(set, from, [&](const real_pt_t* points, int count) {
     Sides not_within = 0b1111;
-    for (int i = 0; i < count; ++i) not_within &= plain::sides_out(box, points[i]).not_within;
+    for (int i = 0; i < count; ++i) not_within &= sides_out(box, points[i]).not_within;
     if (not_within != 0) return false;
-    const bool inside = plain::count_inside(points, count, box) == count;
+    const bool inside = count_inside(Plain{}, points, count, box) == count;
     const bool finite = std::all_of(points, points + count, is_finite);
     *kind = inside ? OutlineKind::inside : finite ? OutlineKind::mixed : OutlineKind::not_finite;
     return true;
   });
 }
 
-int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
+int count_inside(Plain, const real_pt_t* points, int n, const ClipBox& box) {
   int i = 0;
   while (i < n && is_inside(box, points[i])) ++i;
   return i;
 }
 
-int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
+int count_beyond(Plain, const real_pt_t* points, int n, const ClipBox& box, int side) {
   int i = 0;
   while (i < n && is_beyond(box, side, points[i])) ++i;
   return i;
 }
 
-bool has_repeats(const real_pt_t* points, int n) {
+bool has_repeats(Plain, const real_pt_t* points, int n) {
   const auto is_same = [](const real_pt_t& a, const real_pt_t& b) {
     return a.x == b.x && a.y == b.y;
   };
   return std::adjacent_find(points, points + n, is_same) != points + n;
 }
 
-EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const ClipBox& inner) {
+EdgeSet near_edges(Plain, const real_pt_t* points, int n, const ClipBox& outer,
+                   const ClipBox& inner) {
   EdgeSet near = 0;
   bool is_inside_a = is_inside(inner, points[0]);
   for (int i = 0; i + 1 < n; ++i) {
@@ -113,4 +110,4 @@ EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const C
   return near;
 }
 
-}  // namespace zelvan::plain
+}  // namespace zelvan

@@ -2,15 +2,11 @@
 /// in the same way. Most vertices of a drawing need no more than this.
 #pragma once
 
-#include <zelvan/detail/instruction_set.h>
+#include <zelvan/detail/vector_forms.h>
 #include <zelvan/transforms/records.h>
 
 #include <cstdint>
 #include <limits>
-
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
 
 namespace zelvan {
 
@@ -46,32 +42,18 @@ struct SidesOut {
   Sides not_within;
 };
 
-namespace plain {
-
 inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
-  const auto sides = [](bool left, bool bottom, bool right, bool top) -> Sides {
-    return unsigned{left} | unsigned{bottom} << 1 | unsigned{right} << 2 | unsigned{top} << 3;
+  using Pair = double __attribute__((vector_size(16)));  // of x and of y
+  const Pair v = {p.x, p.y};
+  const Pair low = {box.left, box.bottom};
+  const Pair high = {box.right, box.top};
+  const auto sides = [](auto of_low, auto of_high) {
+    using Mask = decltype(of_low);
+    const Mask bits = (of_low & Mask{1 << left_side, 1 << bottom_side}) |
+                      (of_high & Mask{1 << right_side, 1 << top_side});
+    return static_cast<Sides>(bits[0] | bits[1]);
   };
-  return {sides(box.left > p.x, box.bottom > p.y, p.x > box.right, p.y > box.top),
-          sides(!(box.left < p.x), !(box.bottom < p.y), !(p.x < box.right), !(p.y < box.top))};
-}
-
-}  // namespace plain
-
-inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
-#if defined(__x86_64__)  // two bits at a time, as every processor of the kind can
-  const __m128d v = _mm_loadu_pd(&p.x);
-  const __m128d low = _mm_loadu_pd(&box.left), high = _mm_loadu_pd(&box.right);
-  const auto sides = [](__m128d of_low, __m128d of_high) {
-    const __m128 first_halves =
-        _mm_shuffle_ps(_mm_castpd_ps(of_low), _mm_castpd_ps(of_high), _MM_SHUFFLE(2, 0, 2, 0));
-    return static_cast<Sides>(_mm_movemask_ps(first_halves));
-  };
-  return {sides(_mm_cmplt_pd(v, low), _mm_cmpgt_pd(v, high)),
-          sides(_mm_cmpngt_pd(v, low), _mm_cmpnlt_pd(v, high))};
-#else
-  return plain::sides_out(box, p);
-#endif
+  return {sides(v<low, v> high), sides(~(v > low), ~(v < high))};
 }
 
 inline bool is_inside(const ClipBox& box, const real_pt_t& p) {
@@ -101,57 +83,49 @@ struct FoundOutline {
   int count;  ///< 0 when there is none left
 };
 
-namespace plain {
+// The kernels, form by form; what each does stands below.
 
-FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box);
-FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+FoundOutline find_near_outline(Plain, const drw_pset_t& set, int from, const ClipBox& box);
+FoundOutline find_outline_within(Plain, const drw_pset_t& set, int from, const ClipBox& box,
                                  OutlineKind* kind);
-int count_inside(const real_pt_t* points, int n, const ClipBox& box);
-int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side);
-bool has_repeats(const real_pt_t* points, int n);
-EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const ClipBox& inner);
+int count_inside(Plain, const real_pt_t* points, int n, const ClipBox& box);
+int count_beyond(Plain, const real_pt_t* points, int n, const ClipBox& box, int side);
+bool has_repeats(Plain, const real_pt_t* points, int n);
+EdgeSet near_edges(Plain, const real_pt_t* points, int n, const ClipBox& outer,
+                   const ClipBox& inner);
 
-}  // namespace plain
-
-namespace avx2 {
-
-/// The same for processors with AVX2. Only called where `has_avx2` is true.
-FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box);
-FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+FoundOutline find_near_outline(Avx2, const drw_pset_t& set, int from, const ClipBox& box);
+FoundOutline find_outline_within(Avx2, const drw_pset_t& set, int from, const ClipBox& box,
                                  OutlineKind* kind);
-int count_inside(const real_pt_t* points, int n, const ClipBox& box);
-int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side);
-bool has_repeats(const real_pt_t* points, int n);
-EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer, const ClipBox& inner);
-
-}  // namespace avx2
+int count_inside(Avx2, const real_pt_t* points, int n, const ClipBox& box);
+int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox& box, int side);
+bool has_repeats(Avx2, const real_pt_t* points, int n);
+EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipBox& outer,
+                   const ClipBox& inner);
 
 /// The next outline of two vertices or more, from vertex `from` on, that does not lie strictly
 /// beyond one side of the box.
 inline FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
-  return has_avx2 ? avx2::find_near_outline(set, from, box)
-                  : plain::find_near_outline(set, from, box);
+  return with_best_form([&](auto form) { return find_near_outline(form, set, from, box); });
 }
 
 /// The next outline of two vertices or more, from vertex `from` on, that has vertices strictly
 /// within each side of the box.
 inline FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
                                         OutlineKind* kind) {
-  return has_avx2 ? avx2::find_outline_within(set, from, box, kind)
-                  : plain::find_outline_within(set, from, box, kind);
+  return with_best_form([&](auto form) { return find_outline_within(form, set, from, box, kind); });
 }
 
 /// How many points from the first on lie strictly inside the box.
 inline int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
   if (n <= 0 || !is_inside(box, points[0])) return 0;
-  return has_avx2 ? avx2::count_inside(points, n, box) : plain::count_inside(points, n, box);
+  return with_best_form([&](auto form) { return count_inside(form, points, n, box); });
 }
 
 /// How many points from the first on lie strictly beyond a side of the box.
 inline int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
   if (n <= 0 || !is_beyond(box, side, points[0])) return 0;
-  return has_avx2 ? avx2::count_beyond(points, n, box, side)
-                  : plain::count_beyond(points, n, box, side);
+  return with_best_form([&](auto form) { return count_beyond(form, points, n, box, side); });
 }
 
 /// The edges between up to 32 points that may come near what lies between two boxes: their ends are
@@ -159,13 +133,12 @@ inline int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int 
 /// one.
 inline EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer,
                           const ClipBox& inner) {
-  return has_avx2 ? avx2::near_edges(points, n, outer, inner)
-                  : plain::near_edges(points, n, outer, inner);
+  return with_best_form([&](auto form) { return near_edges(form, points, n, outer, inner); });
 }
 
 /// True when some point is the same as the one before it.
 inline bool has_repeats(const real_pt_t* points, int n) {
-  return has_avx2 ? avx2::has_repeats(points, n) : plain::has_repeats(points, n);
+  return with_best_form([&](auto form) { return has_repeats(form, points, n); });
 }
 
 }  // namespace zelvan

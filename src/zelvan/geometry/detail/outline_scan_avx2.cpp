@@ -3,8 +3,6 @@
 
 #include <zelvan/geometry/detail/outline_scan.h>
 
-#if defined(__x86_64__)
-
 #include <algorithm>
 #include <bit>
 #include <cstdint>
@@ -12,11 +10,8 @@
 
 #include <immintrin.h>
 
-#define ZELVAN_AVX2 __attribute__((target("avx2")))
-
+namespace zelvan {
 namespace {
-
-using zelvan::ClipBox;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -58,9 +53,9 @@ struct Beyond {
   unsigned wanted;
 
   ZELVAN_AVX2 Beyond(const ClipBox& box, int side)
-      : wanted(side == zelvan::left_side || side == zelvan::right_side ? 0b0101 : 0b1010) {
+      : wanted(side == left_side || side == right_side ? 0b0101 : 0b1010) {
     const double bounds[] = {box.left, box.bottom, box.right, box.top};
-    const bool is_high = side == zelvan::right_side || side == zelvan::top_side;
+    const bool is_high = side == right_side || side == top_side;
     sign = _mm256_set1_pd(is_high ? -0.0 : 0.0);
     bound = _mm256_xor_pd(_mm256_set1_pd(bounds[side]), sign);
   }
@@ -134,7 +129,7 @@ class ClosingFlags {
   unsigned closing_of_rest() const {
     unsigned closing = 0;
     for (int i = block_; i < end_; ++i) {
-      closing |= unsigned{zelvan::is_closing(edge_flags_[i])} << (i - block_);
+      closing |= unsigned{is_closing(edge_flags_[i])} << (i - block_);
     }
     return closing;
   }
@@ -174,13 +169,13 @@ struct Extent {
     return !of_both_points(_mm256_cmp_pd(largest, bounds.low, _CMP_NGT_UQ)) &&
            !of_both_points(_mm256_cmp_pd(least, bounds.high, _CMP_NLT_UQ));
   }
-  ZELVAN_AVX2 zelvan::OutlineKind kind(const Bounds& bounds) const {
+  ZELVAN_AVX2 OutlineKind kind(const Bounds& bounds) const {
     const __m256d has_infinity =
         _mm256_or_pd(_mm256_cmp_pd(least, _mm256_set1_pd(-infinity), _CMP_EQ_OQ),
                      _mm256_cmp_pd(largest, _mm256_set1_pd(infinity), _CMP_EQ_OQ));
-    if (lanes(_mm256_or_pd(has_nan, has_infinity)) != 0) return zelvan::OutlineKind::not_finite;
+    if (lanes(_mm256_or_pd(has_nan, has_infinity)) != 0) return OutlineKind::not_finite;
     const __m256d is_out = _mm256_or_pd(not_between(least, bounds), not_between(largest, bounds));
-    return lanes(is_out) == 0 ? zelvan::OutlineKind::inside : zelvan::OutlineKind::mixed;
+    return lanes(is_out) == 0 ? OutlineKind::inside : OutlineKind::mixed;
   }
 };
 
@@ -199,8 +194,7 @@ ZELVAN_AVX2 inline Extent extent_of(const real_pt_t* points, const real_pt_t* en
 
 // Returns the next outline of two vertices or more that is wanted.
 template <class Test>
-ZELVAN_AVX2 zelvan::FoundOutline find_outline(const drw_pset_t& set, int from,
-                                              const Test& is_wanted) {
+ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
   ClosingFlags closing_flags(set.edge_flags, from, set.n_points);
   for (int first = from;;) {
     const int last = closing_flags.next();
@@ -213,9 +207,8 @@ ZELVAN_AVX2 zelvan::FoundOutline find_outline(const drw_pset_t& set, int from,
 
 }  // namespace
 
-namespace zelvan::avx2 {
-
-ZELVAN_AVX2 FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+ZELVAN_AVX2 FoundOutline find_near_outline(Avx2, const drw_pset_t& set, int from,
+                                           const ClipBox& box) {
   const Bounds bounds(box);
   return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
     const __m256d two =
@@ -226,8 +219,8 @@ ZELVAN_AVX2 FoundOutline find_near_outline(const drw_pset_t& set, int from, cons
   });
 }
 
-ZELVAN_AVX2 FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
-                                             OutlineKind* kind) {
+ZELVAN_AVX2 FoundOutline find_outline_within(Avx2, const drw_pset_t& set, int from,
+                                             const ClipBox& box, OutlineKind* kind) {
   const Bounds bounds(box);
   return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
     const Extent extent = extent_of(points, points + count);
@@ -237,18 +230,18 @@ ZELVAN_AVX2 FoundOutline find_outline_within(const drw_pset_t& set, int from, co
   });
 }
 
-ZELVAN_AVX2 int count_inside(const real_pt_t* points, int n, const ClipBox& box) {
+ZELVAN_AVX2 int count_inside(Avx2, const real_pt_t* points, int n, const ClipBox& box) {
   const int found = count_pairs(points, n, Inside(box));
-  return found == n - 1 ? found + plain::count_inside(points + found, 1, box) : found;
+  return found == n - 1 ? found + count_inside(Plain{}, points + found, 1, box) : found;
 }
 
-ZELVAN_AVX2 int count_beyond(const real_pt_t* points, int n, const ClipBox& box, int side) {
+ZELVAN_AVX2 int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox& box, int side) {
   const int found = count_pairs(points, n, Beyond(box, side));
-  return found == n - 1 ? found + plain::count_beyond(points + found, 1, box, side) : found;
+  return found == n - 1 ? found + count_beyond(Plain{}, points + found, 1, box, side) : found;
 }
 
-ZELVAN_AVX2 bool has_repeats(const real_pt_t* points, int n) {
-  if (n < 3) return plain::has_repeats(points, n);
+ZELVAN_AVX2 bool has_repeats(Avx2, const real_pt_t* points, int n) {
+  if (n < 3) return has_repeats(Plain{}, points, n);
   const auto compare = [=](int i) ZELVAN_AVX2 {  // two points with those before, both coordinates
     const __m256d same = _mm256_cmp_pd(load(points + i - 1), load(points + i), _CMP_EQ_OQ);
     return _mm256_and_pd(same, _mm256_permute_pd(same, 0b0101));
@@ -258,7 +251,7 @@ ZELVAN_AVX2 bool has_repeats(const real_pt_t* points, int n) {
   return lanes(repeats) != 0;
 }
 
-ZELVAN_AVX2 EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& outer,
+ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipBox& outer,
                                const ClipBox& inner) {
   const Bounds out(outer), in(inner);
   LaneSet below = 0, above = 0, not_inside = 0;  // each two points come in at the top
@@ -281,6 +274,4 @@ ZELVAN_AVX2 EdgeSet near_edges(const real_pt_t* points, int n, const ClipBox& ou
   return of_points(reaches_out >> unused) & ~of_points(apart >> unused) & all;
 }
 
-}  // namespace zelvan::avx2
-
-#endif
+}  // namespace zelvan

@@ -1,6 +1,7 @@
 /// The winding number of a ring about a point.
 #pragma once
 
+#include <zelvan/detail/vector_forms.h>
 #include <zelvan/transforms/points.h>
 
 namespace zelvan {
@@ -34,15 +35,11 @@ inline int winding_of_chain(const DblPt* points, unsigned int n, bool is_closed,
   return winding;
 }
 
-/// Shorter rings gain nothing by the vector forms.
-inline constexpr unsigned int fewest_for_vectors = 6;
-
-namespace avx2 {
-
-/// The sum over all edges of the ring, the closing one included, for processors with AVX2. Only
-/// called where `has_avx2` is true.
-int winding_of_ring(const DblPt* points, unsigned int n, double x, double y);
-
-}  // namespace avx2
+/// The sum over all edges of a ring, the closing one included. Requires: `n` is not 0.
+inline int winding_of_ring(Plain /*form*/, const DblPt* points, unsigned int n, double x,
+                           double y) {
+  return winding_of_chain(points, n, true, x, y);
+}
+int winding_of_ring(Avx2, const DblPt* points, unsigned int n, double x, double y);
 
 }  // namespace zelvan

@@ -4,16 +4,12 @@
 
 #include <zelvan/pick/detail/winding.h>
 
-#if defined(__x86_64__)
-
 #include <bit>
 #include <cstdint>
 
 #include <immintrin.h>
 
-#define ZELVAN_AVX2 __attribute__((target("avx2")))
-
-namespace zelvan::avx2 {
+namespace zelvan {
 namespace {
 
 constexpr unsigned int block = 16;
@@ -41,7 +37,7 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
 
 }  // namespace
 
-ZELVAN_AVX2 int winding_of_ring(const DblPt* points, unsigned int n, double x, double y) {
+ZELVAN_AVX2 int winding_of_ring(Avx2, const DblPt* points, unsigned int n, double x, double y) {
   const DblPt& last = points[n - 1];
   const bool starts_reached = y >= last.y;
   int winding = 0;
@@ -55,13 +51,11 @@ ZELVAN_AVX2 int winding_of_ring(const DblPt* points, unsigned int n, double x, d
     const std::uint32_t changing = reached ^ (reached >> 1 | last_end << (block - 1));
     winding += winding_of_changes(points, changing, reached, x, y);
   }
-  if (n < 4) return winding + zelvan::winding_of_chain(points, n, false, x, y);
+  if (n < 4) return winding + winding_of_chain(points, n, false, x, y);
   std::uint32_t reached = four_reached(points + n - 4, y) << (n - 4);  // some of them twice
   for (unsigned int i = 0; i + 4 < n; i += 4) reached |= four_reached(points + i, y) << i;
   const std::uint32_t changing = (reached ^ reached >> 1) & ((1U << (n - 1)) - 1);
   return winding + winding_of_changes(points, changing, reached, x, y);
 }
 
-}  // namespace zelvan::avx2
-
-#endif
+}  // namespace zelvan

@@ -1,25 +1,50 @@
-/// The array mappings of `Mtx2D` in vector forms: the same bits as the plain loops.
-///
-/// Each is only called where its form may run. A count of 0 or less does nothing.
+/// The array mappings of `Mtx2D`: a kernel for each kind of result.
 #pragma once
 
+#include <zelvan/detail/vector_forms.h>
+#include <zelvan/transforms/detail/rounding.h>
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/records.h>
 
-namespace zelvan::avx2 {
+namespace zelvan {
 
-void map_to_real(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out);
-void map_to_int(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out);
-void map_to_int_times_eight(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out);
-void map_to_short(const Mtx2D& m, int n, const real_pt_t* in, short_pt_t* out);
+// What becomes of a mapped point.
 
-}  // namespace zelvan::avx2
+struct ToReal {
+  using Out = real_pt_t;
+  Out operator()(real_pt_t p) const { return p; }
+};
 
-namespace zelvan::neon {
+struct ToInt {
+  using Out = int_pt_t;
+  Out operator()(real_pt_t p) const { return round_to_device(p); }
+};
 
-void map_to_real(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out);
-void map_to_int(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out);
-void map_to_int_times_eight(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out);
-void map_to_short(const Mtx2D& m, int n, const real_pt_t* in, short_pt_t* out);
+/// The rounded point times 8 in 32 bits, high bits being lost.
+struct ToIntTimesEight {
+  using Out = int_pt_t;
+  Out operator()(real_pt_t p) const {
+    const auto shift = [](int v) { return static_cast<int>(static_cast<unsigned>(v) << 3); };
+    const int_pt_t r = round_to_device(p);
+    return {shift(r.x), shift(r.y)};
+  }
+};
 
-}  // namespace zelvan::neon
+/// The low 16 bits of the rounded point's coordinates.
+struct ToShort {
+  using Out = short_pt_t;
+  Out operator()(real_pt_t p) const {
+    const int_pt_t r = round_to_device(p);
+    return {static_cast<short>(r.x), static_cast<short>(r.y)};
+  }
+};
+
+/// Maps `n` points. A count of 0 or less does nothing.
+template <class Result>
+void map_points(Plain, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out);
+template <class Result>
+void map_points(Avx2, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out);
+template <class Result>
+void map_points(Neon, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out);
+
+}  // namespace zelvan

@@ -1,22 +1,13 @@
-// A vector holds two points, x and y by turns. The compiler may use AVX2 in the functions so
-// marked and nowhere else; fused multiply-add is never asked for, since it would skip a
-// rounding that callers see.
+// A vector holds two points, x and y by turns. Fused multiply-add is never asked for, since it
+// would skip a rounding that callers see.
 
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
-#include <zelvan/transforms/detail/rounding.h>
-
-#if defined(__x86_64__)
 
 #include <immintrin.h>
 
-#define ZELVAN_AVX2 __attribute__((target("avx2")))
-
+namespace zelvan {
 namespace {
-
-using zelvan::DiagonalMapping;
-using zelvan::GeneralMapping;
-using zelvan::QuadrantMapping;
 
 // Each mapping once more, for two points at a time.
 
@@ -71,80 +62,47 @@ ZELVAN_AVX2 inline __m128i round_pair(__m256d v) {
   return _mm256_cvttpd_epi32(_mm256_add_pd(v, half));
 }
 
-// What becomes of two mapped points, and of the odd one at the end.
+ZELVAN_AVX2 void store(ToReal, real_pt_t* out, __m256d v) {
+  _mm256_storeu_pd(reinterpret_cast<double*>(out), v);
+}
 
-struct Real {
-  using Out = real_pt_t;
-  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
-    _mm256_storeu_pd(reinterpret_cast<double*>(out), v);
-  }
-  static Out one(real_pt_t p) { return p; }
-};
+ZELVAN_AVX2 void store(ToInt, int_pt_t* out, __m256d v) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), round_pair(v));
+}
 
-struct Int {
-  using Out = int_pt_t;
-  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), round_pair(v));
-  }
-  static Out one(real_pt_t p) { return zelvan::round_to_device(p); }
-};
+ZELVAN_AVX2 void store(ToIntTimesEight, int_pt_t* out, __m256d v) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_slli_epi32(round_pair(v), 3));
+}
 
-struct IntTimesEight {
-  using Out = int_pt_t;
-  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_slli_epi32(round_pair(v), 3));
-  }
-  static Out one(real_pt_t p) { return zelvan::round_to_device_times_eight(p); }
-};
+ZELVAN_AVX2 void store(ToShort, short_pt_t* out, __m256d v) {
+  const __m128i low_halves =
+      _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1, -1, -1);
+  const __m128i packed = _mm_shuffle_epi8(round_pair(v), low_halves);
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(out), packed);
+}
 
-struct Short {
-  using Out = short_pt_t;
-  ZELVAN_AVX2 static void store(Out* out, __m256d v) {
-    const __m128i low_halves =
-        _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1, -1, -1);
-    const __m128i packed = _mm_shuffle_epi8(round_pair(v), low_halves);
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), packed);
-  }
-  static Out one(real_pt_t p) { return zelvan::round_to_device_short(p); }
-};
-
-template <class Finish, class Mapping>
+template <class Result, class Mapping>
 ZELVAN_AVX2 void map_pairs(const Mapping& map, int n, const real_pt_t* in,
-                           typename Finish::Out* out) {
+                           typename Result::Out* out) {
   const auto map_pair = pair_of(map);
   int i = 0;
   for (; i + 1 < n; i += 2) {
     const __m256d two_points = _mm256_loadu_pd(reinterpret_cast<const double*>(in + i));
-    Finish::store(out + i, map_pair(two_points));
+    store(Result{}, out + i, map_pair(two_points));
   }
-  if (i < n) out[i] = Finish::one(map(in[i].x, in[i].y));
-}
-
-template <class Finish>
-void map_all(const Mtx2D& m, int n, const real_pt_t* in, typename Finish::Out* out) {
-  zelvan::with_mapping_of(m, [=](const auto& map) { map_pairs<Finish>(map, n, in, out); });
+  if (i < n) out[i] = Result{}(map(in[i].x, in[i].y));
 }
 
 }  // namespace
 
-namespace zelvan::avx2 {
-
-void map_to_real(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out) {
-  map_all<Real>(m, n, in, out);
+template <class Result>
+void map_points(Avx2, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out) {
+  with_mapping_of(m, [=](const auto& map) { map_pairs<Result>(map, n, in, out); });
 }
 
-void map_to_int(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out) {
-  map_all<Int>(m, n, in, out);
-}
+template void map_points<ToReal>(Avx2, const Mtx2D&, int, const real_pt_t*, real_pt_t*);
+template void map_points<ToInt>(Avx2, const Mtx2D&, int, const real_pt_t*, int_pt_t*);
+template void map_points<ToIntTimesEight>(Avx2, const Mtx2D&, int, const real_pt_t*, int_pt_t*);
+template void map_points<ToShort>(Avx2, const Mtx2D&, int, const real_pt_t*, short_pt_t*);
 
-void map_to_int_times_eight(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out) {
-  map_all<IntTimesEight>(m, n, in, out);
-}
-
-void map_to_short(const Mtx2D& m, int n, const real_pt_t* in, short_pt_t* out) {
-  map_all<Short>(m, n, in, out);
-}
-
-}  // namespace zelvan::avx2
-
-#endif
+}  // namespace zelvan

@@ -3,19 +3,13 @@
 
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
-#include <zelvan/transforms/detail/rounding.h>
-
-#if defined(__aarch64__)
 
 #include <climits>
 
 #include <arm_neon.h>
 
+namespace zelvan {
 namespace {
-
-using zelvan::DiagonalMapping;
-using zelvan::GeneralMapping;
-using zelvan::QuadrantMapping;
 
 float64x2_t vector_of(double x, double y) { return vcombine_f64(vdup_n_f64(x), vdup_n_f64(y)); }
 
@@ -55,9 +49,9 @@ struct GeneralVector {
   }
 };
 
-DiagonalVector vector_form(const DiagonalMapping& m) { return DiagonalVector(m); }
-QuadrantVector vector_form(const QuadrantMapping& m) { return QuadrantVector(m); }
-GeneralVector vector_form(const GeneralMapping& m) { return GeneralVector(m); }
+DiagonalVector vector_for(const DiagonalMapping& m) { return DiagonalVector(m); }
+QuadrantVector vector_for(const QuadrantMapping& m) { return QuadrantVector(m); }
+GeneralVector vector_for(const GeneralMapping& m) { return GeneralVector(m); }
 
 // The conversion gives the nearest of 64 bits, and 0 for NaN. What it gives for less than 2^31
 // either way fits 32 bits, and INT_MIN takes the place of all else; it is also what the numbers
@@ -75,74 +69,44 @@ int32x4_t round_pair(float64x2_t first, float64x2_t second) {
                     vreinterpretq_s32_s64(round_wide(second)));
 }
 
-// What becomes of two mapped points, and of the odd one at the end.
+// Two points at a time, for the sake of the narrow results.
 
-struct Real {
-  using Out = real_pt_t;
-  static void store(Out* out, float64x2_t first, float64x2_t second) {
-    vst1q_f64(&out[0].x, first);
-    vst1q_f64(&out[1].x, second);
-  }
-  static Out one(real_pt_t p) { return p; }
-};
+void store(ToReal, real_pt_t* out, float64x2_t first, float64x2_t second) {
+  vst1q_f64(&out[0].x, first);
+  vst1q_f64(&out[1].x, second);
+}
 
-struct Int {
-  using Out = int_pt_t;
-  static void store(Out* out, float64x2_t first, float64x2_t second) {
-    vst1q_s32(&out->x, round_pair(first, second));
-  }
-  static Out one(real_pt_t p) { return zelvan::round_to_device(p); }
-};
+void store(ToInt, int_pt_t* out, float64x2_t first, float64x2_t second) {
+  vst1q_s32(&out->x, round_pair(first, second));
+}
 
-struct IntTimesEight {
-  using Out = int_pt_t;
-  static void store(Out* out, float64x2_t first, float64x2_t second) {
-    vst1q_s32(&out->x, vshlq_n_s32(round_pair(first, second), 3));
-  }
-  static Out one(real_pt_t p) { return zelvan::round_to_device_times_eight(p); }
-};
+void store(ToIntTimesEight, int_pt_t* out, float64x2_t first, float64x2_t second) {
+  vst1q_s32(&out->x, vshlq_n_s32(round_pair(first, second), 3));
+}
 
-struct Short {
-  using Out = short_pt_t;
-  static void store(Out* out, float64x2_t first, float64x2_t second) {
-    vst1_s16(&out->x, vmovn_s32(round_pair(first, second)));
-  }
-  static Out one(real_pt_t p) { return zelvan::round_to_device_short(p); }
-};
-
-template <class Finish>
-void map_all(const Mtx2D& m, int n, const real_pt_t* in, typename Finish::Out* out) {
-  zelvan::with_mapping_of(m, [=](const auto& map) {
-    const auto map_vector = vector_form(map);
-    int i = 0;
-    for (; i + 1 < n; i += 2) {
-      const float64x2_t first = vld1q_f64(&in[i].x), second = vld1q_f64(&in[i + 1].x);
-      Finish::store(out + i, map_vector(first), map_vector(second));
-    }
-    if (i < n) out[i] = Finish::one(map(in[i].x, in[i].y));
-  });
+void store(ToShort, short_pt_t* out, float64x2_t first, float64x2_t second) {
+  vst1_s16(&out->x, vmovn_s32(round_pair(first, second)));
 }
 
 }  // namespace
 
-namespace zelvan::neon {
-
-void map_to_real(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out) {
-  map_all<Real>(m, n, in, out);
+template <class Result>
+void map_points(Neon, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out) {
+  with_mapping_of(m, [=](const auto& map) {
+    const auto map_vector = vector_for(map);
+    int i = 0;
+    for (; i + 1 < n; i += 2) {
+      const float64x2_t first = vld1q_f64(&in[i].x);
+      const float64x2_t second = vld1q_f64(&in[i + 1].x);
+      store(Result{}, out + i, map_vector(first), map_vector(second));
+    }
+    if (i < n) out[i] = Result{}(map(in[i].x, in[i].y));
+  });
 }
 
-void map_to_int(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out) {
-  map_all<Int>(m, n, in, out);
-}
+template void map_points<ToReal>(Neon, const Mtx2D&, int, const real_pt_t*, real_pt_t*);
+template void map_points<ToInt>(Neon, const Mtx2D&, int, const real_pt_t*, int_pt_t*);
+template void map_points<ToIntTimesEight>(Neon, const Mtx2D&, int, const real_pt_t*, int_pt_t*);
+template void map_points<ToShort>(Neon, const Mtx2D&, int, const real_pt_t*, short_pt_t*);
 
-void map_to_int_times_eight(const Mtx2D& m, int n, const real_pt_t* in, int_pt_t* out) {
-  map_all<IntTimesEight>(m, n, in, out);
-}
-
-void map_to_short(const Mtx2D& m, int n, const real_pt_t* in, short_pt_t* out) {
-  map_all<Short>(m, n, in, out);
-}
-
-}  // namespace zelvan::neon
-
-#endif
+}  // namespace zelvan

@@ -1,4 +1,4 @@
-#include <zelvan/detail/instruction_set.h>
+#include <zelvan/detail/vector_forms.h>
 
 #if defined(__x86_64__)
 
@@ -11,10 +11,10 @@ bool processor_has_avx2() {
 
 }  // namespace
 
-bool zelvan::has_avx2 = processor_has_avx2();
+bool zelvan::Avx2::may_run = processor_has_avx2();
 
 #elif defined(__aarch64__)
 
-bool zelvan::has_neon = true;  // it is part of every such processor
+bool zelvan::Neon::may_run = true;
 
 #endif

@@ -1,0 +1,69 @@
+/// The forms of kernels: which ones exist, and which one runs.
+///
+/// A kernel is a function whose first parameter is its form. Every kernel has a plain form. A form
+/// for an instruction set is an overload in a file that is named after the set (`*_avx2.cpp`) and
+/// compiled only for such processors. Where it is missing, the plain form runs:
+///
+///     int sum(Plain, const int* values, int n);  // in sum.cpp
+///     int sum(Avx2, const int* values, int n);   // in sum_avx2.cpp
+///
+///     return with_best_form([=](auto form) { return sum(form, values, n); });
+///
+/// All forms of a kernel produce the same bits, so nothing but the time depends on the choice. It
+/// is made once, when the library is loaded, and by the processor alone; a call before that runs
+/// the plain form.
+#pragma once
+
+namespace zelvan {
+
+/// The form for every processor, and the judge of the others.
+struct Plain {
+  static constexpr const char* name = "plain";
+};
+
+/// AVX2, which some 64-bit x86 processors have.
+struct Avx2 : Plain {
+  static constexpr const char* name = "avx2";
+  static bool may_run;  ///< only tests change it, to compare the forms
+};
+
+/// NEON with vectors of doubles, which every 64-bit ARM processor has.
+struct Neon : Plain {
+  static constexpr const char* name = "neon";
+  static bool may_run;  ///< only tests change it, to compare the forms
+};
+
+template <class... Form>
+struct FormList {};
+
+/// The vector forms for this kind of processor, the preferred one first.
+#if defined(__x86_64__)
+using VectorForms = FormList<Avx2>;
+/// Marks a function that may contain AVX2 instructions. No other function may, so that none of a
+/// header gets them, which the linker could then choose for all of the library.
+#define ZELVAN_AVX2 __attribute__((target("avx2")))
+#elif defined(__aarch64__)
+using VectorForms = FormList<Neon>;
+#else
+using VectorForms = FormList<>;
+#endif
+
+template <class Kernel>
+[[gnu::always_inline]] inline auto with_best_form(const Kernel& kernel, FormList<> /*none*/) {
+  return kernel(Plain{});
+}
+
+template <class Kernel, class First, class... Others>
+[[gnu::always_inline]] inline auto with_best_form(const Kernel& kernel,
+                                                  FormList<First, Others...> /*forms*/) {
+  if (First::may_run) return kernel(First{});
+  return with_best_form(kernel, FormList<Others...>{});
+}
+
+/// Calls `kernel(form)` with the best form that this processor can run, and returns its result.
+template <class Kernel>
+[[gnu::always_inline]] inline auto with_best_form(const Kernel& kernel) {
+  return with_best_form(kernel, VectorForms{});
+}
+
+}  // namespace zelvan

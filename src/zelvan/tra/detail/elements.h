@@ -1,0 +1,107 @@
+/// Translations of arrays, element by element.
+#pragma once
+
+#include <zelvan/detail/vector_forms.h>
+#include <zelvan/tra/detail/byte_strings.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zelvan {
+
+// A step returns what becomes of one element; `Word` is the element as it stands in memory.
+
+/// Reverses the bytes of an element.
+template <class Element>
+struct SwapBytes {
+  using Word = Element;
+  Word operator()(Word element) const { return reversed(element); }
+};
+
+/// Reverses the bits of a byte.
+struct ReverseBits {
+  using Word = std::uint8_t;
+  Word operator()(Word byte) const;
+};
+
+/// Looks a byte up in a table of 256.
+struct LookUp {
+  using Word = std::uint8_t;
+
+  const unsigned char* table;
+  /// The table for vectors, which look it up in rows of 16 bytes: in each half of it, each row as
+  /// its difference from the row before.
+  alignas(16) unsigned char steps[16][16];
+
+  constexpr explicit LookUp(const unsigned char (&bytes)[256]) : table(bytes), steps{} {
+    for (int row = 0; row < 16; ++row) {
+      for (int i = 0; i < 16; ++i) {
+        const unsigned char before = row % 8 == 0 ? 0 : table[16 * (row - 1) + i];
+        steps[row][i] = table[16 * row + i] ^ before;
+      }
+    }
+  }
+  Word operator()(Word byte) const { return table[byte]; }
+};
+
+// Conversions of floating-point numbers, which are stored with the highest byte first.
+
+struct IeeeToIbmSingle {
+  using Word = std::uint32_t;
+  Word operator()(Word ieee) const;
+};
+
+struct IbmToIeeeSingle {
+  using Word = std::uint32_t;
+  Word operator()(Word ibm) const;
+};
+
+struct IeeeToIbmDouble {
+  using Word = std::uint64_t;
+  Word operator()(Word ieee) const;
+};
+
+struct IbmToIeeeDouble {
+  using Word = std::uint64_t;
+  Word operator()(Word ibm) const;
+};
+
+/// What is translated, and where to.
+struct Buffers {
+  std::size_t bytes;
+  const unsigned char* from;
+  unsigned char* to;
+
+  /// True unless the target begins inside the source: there an element that is written is read
+  /// again as a later one, and they have to be done one by one. In place is harmless.
+  bool may_run_ahead() const {
+    const auto ahead =
+        reinterpret_cast<std::uintptr_t>(to) - reinterpret_cast<std::uintptr_t>(from);
+    return ahead == 0 || ahead >= bytes;
+  }
+};
+
+/// Translates as many of the leading bytes as fill whole vectors, and returns their number.
+template <class Step>
+std::size_t translate_vectors(Plain /*form*/, const Step& /*step*/, const Buffers& /*buffers*/) {
+  return 0;
+}
+template <class Step>
+std::size_t translate_vectors(Avx2, const Step& step, const Buffers& buffers);
+
+/// Translates `count` elements in ascending order, each read before it is written.
+template <class Step>
+void translate(const Step& step, std::size_t count, const void* src, void* dst) {
+  using Word = typename Step::Word;
+  const Buffers buffers = {count * sizeof(Word), static_cast<const unsigned char*>(src),
+                           static_cast<unsigned char*>(dst)};
+  std::size_t i = 0;
+  if (buffers.may_run_ahead()) {
+    i = with_best_form([&](auto form) { return translate_vectors(form, step, buffers); });
+  }
+  for (; i < buffers.bytes; i += sizeof(Word)) {
+    store(buffers.to + i, step(load<Word>(buffers.from + i)));
+  }
+}
+
+}  // namespace zelvan
