@@ -59,12 +59,12 @@ bool grow(MemList* list) {
 
 bool is_full(const MemList* list) { return list->n_used == list->n_entries; }
 
-/// What the pool would stand at with `size` bytes more. Any two ints have a sum here.
+/// Returns what the pool would use with `size` bytes more, in a type that holds any such sum.
 long long sum_with(const MemPool* pool, int size) {
   return static_cast<long long>(pool->used) + size;
 }
 
-/// A negative size becomes one that no heap can give.
+/// Asks the heap for a block. A negative size becomes one that every heap refuses.
 void* block_of(int size) { return std::malloc(static_cast<std::size_t>(size)); }
 
 /// The entry's block holds `place`. An empty entry has no length, so nothing lies in it.

@@ -9,8 +9,8 @@ using zelvan::MemTrace;
 
 namespace {
 
-/// Releases, with its children, the first entry of the highest rank that may be chosen. A rank
-/// of 0 is never chosen.
+/// Releases, with its children, the first entry of the highest rank among those that may be chosen;
+/// returns 1 if there is one. An entry of rank 0 may not.
 template <typename Rank>
 unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_of) {
   if (mem_trace != 0) MemTrace("!!Remove: %s\n", rule);
