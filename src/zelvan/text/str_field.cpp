@@ -84,7 +84,7 @@ std::size_t copy_until(const char* from, char* to, std::size_t room) {
 }
 
 /// Stores and returns STR_END: there is no field at `p`, or it doesn't fit the buffer.
-str_field* give_end(char* p, Result& result) {
+str_field* store_end(char* p, Result& result) {
   result.field = {STR_END, 0.0, 0, nullptr, p};
   return &result.field;
 }
@@ -93,7 +93,7 @@ str_field* give_end(char* p, Result& result) {
 
 str_field* scan_word(char* p, Result& result) {
   const std::size_t length = copy_until<ends_field>(p, result.text, buffer_size - 1);
-  if (!ends_field.contains(p[length])) return give_end(p, result);
+  if (!ends_field.contains(p[length])) return store_end(p, result);
   result.text[length] = '\0';
   result.field = {STR_WORD, 0.0, length, result.text, p + length};
   return &result.field;
@@ -114,7 +114,7 @@ str_field* scan_word(char* p, Result& result) {
       break;
     }
     if (*next == '\\' && escapes && *++next == '\0') break;  // the last backslash is dropped
-    if (length == buffer_size - 1) return give_end(p, result);
+    if (length == buffer_size - 1) return store_end(p, result);
     result.text[length++] = *next++;
   }
   result.text[length] = '\0';
@@ -240,11 +240,11 @@ str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax
     while (is_blank(*p)) ++p;
     return parse(p, result, number_text, syntax);
   }
-  return *p != '\0' && is_printable(*p) ? scan_word(p, result) : give_end(p, result);
+  return *p != '\0' && is_printable(*p) ? scan_word(p, result) : store_end(p, result);
 }
 
 str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax) {
-  if (p == nullptr) return give_end(p, result);
+  if (p == nullptr) return store_end(p, result);
   while (*p == ' ') ++p;
   switch (kind_of(*p)) {
     case opens_word:
