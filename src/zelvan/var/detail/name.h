@@ -20,6 +20,8 @@ class SoughtName {
 
  private:
   static constexpr int significant_characters = 1600;
+  static constexpr int block = 8;  // of characters, whose loop the compiler unrolls
+  static_assert(significant_characters % block == 0);
   using Bytes = std::array<unsigned char, 256>;
 
   /// What each byte counts as: a letter as its small form, whatever ends a name as `end`.
@@ -42,10 +44,13 @@ class SoughtName {
   }
 
   bool is_all_of(const char* other) const {
-    int i = 0;
-    while (i < significant_characters && byte_of_other(other[i]) == byte_of_sought(name_[i])) ++i;
-    return i == significant_characters ||
-           (byte_of_other(other[i]) == 0 && byte_of_other(name_[i]) == 0);
+    for (int n = 0; n < significant_characters; n += block) {
+      for (int i = n; i < n + block; ++i) {
+        if (byte_of_other(other[i]) == byte_of_sought(name_[i])) continue;
+        return byte_of_other(other[i]) == 0 && byte_of_other(name_[i]) == 0;
+      }
+    }
+    return true;
   }
 
   const char* name_;
