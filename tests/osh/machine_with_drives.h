@@ -21,7 +21,6 @@ unsigned GetLogicalDriveStringsA(unsigned, char* list) {
   std::memcpy(list, roots.c_str(), roots.size() + 1);
   return static_cast<unsigned>(roots.size());
 }
-bool IsCharAlphaA(char c) { return (c | 32) >= 'a' && (c | 32) <= 'z'; }
 int _open(const char*, int, int) { return -1; }
 int _close(int) { return 0; }
 std::FILE* fopen(const char*, const char*) { return nullptr; }

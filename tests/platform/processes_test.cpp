@@ -53,7 +53,8 @@ TEST(Processes, GetTheirWordsAndNothingElseOfTheCallers) {
     EXPECT_EQ(CreateProcessA(line), 1) << line;
     EXPECT_EQ(told(), words + descriptors + "alone\n") << line;
   }
-  for (const char* command : {"a\\ folder/tell  'b  c' > x; exit", " \ttell 'b  c'"}) {
+  for (const char* command :
+       {"a\\ folder/tell  'b  c' > x; exit", " \ttell 'b  c'", "eval \"tell 'b  c'\""}) {
     EXPECT_GT(WinExec(command), 31) << command;
     EXPECT_EQ(told(), "[b  c]\n" + descriptors) << command;
   }
@@ -70,7 +71,8 @@ TEST(Processes, TellAtOnceWhyTheyDontStart) {
   } rows[] = {
       {" \t", 0, 33, "to a shell nothing is a command"}, {"./none 1", 0, 2, "no such file"},
       {"none,1:2@3", 0, 2, "nothing along PATH"},        {"plain", 0, 5, "no right to run it"},
-      {" noformat\t-1,a:b@c 2", 0, 11, "no program"},    {"true ''", 1, 33, "a program"}};
+      {" noformat\t-1,a:b@c 2", 0, 11, "no program"},    {"true ''", 1, 33, "a program"},
+      {"export A=1", 0, 33, "a word of the shell's own"}};
   for (const auto& [command, as_line, as_command, why] : rows) {
     EXPECT_EQ(CreateProcessA(command), as_line) << command << ": " << why;
     EXPECT_EQ(WinExec(command), as_command) << command << ": " << why;

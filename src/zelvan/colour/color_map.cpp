@@ -53,9 +53,9 @@ int mean_difference(const ColorRGB& a, const ColorRGB& b) {
   return static_cast<int>((sum + 1) / 3);
 }
 
-/// `map` again, though the compiler can't know that. Of a `this` it takes for granted that it
-/// isn't null, and would leave out the test.
-const ColorMap* unknown(const ColorMap* map) {
+/// Returns `map`, hidden from the optimiser: it takes for granted that `this` is not null, and
+/// would remove a test for that.
+const ColorMap* hide_from_optimiser(const ColorMap* map) {
   asm("" : "+r"(map));
   return map;
 }
@@ -190,7 +190,7 @@ __attribute__((no_sanitize("null")))
 #endif
 unsigned int
 ColorMap::GetValue(ImageType type, RGBOrder order, int index) {
-  const ColorMap* const map = unknown(this);
+  const ColorMap* const map = hide_from_optimiser(this);
   if (map == nullptr) return index == 0 ? 1 : 0;
   if (type == ImageType8Bit) return static_cast<unsigned int>(index);
   if (type != ImageType1Bit && type != ImageType32Bit) return 1;

@@ -1,5 +1,5 @@
 #include <zelvan/colour/color_rgb.h>
-#include <zelvan/colour/detail/truncate.h>
+#include <zelvan/detail/truncate.h>
 
 #include <algorithm>
 #include <cmath>
@@ -7,6 +7,9 @@
 namespace {
 
 bool is_in_unit_range(float channel) { return !(channel < 0.0f || channel > 1.0f); }
+
+/// A channel of 0 to 1 on a scale from 0 to `scale`. Halves go up.
+int quantise(double channel, int scale) { return zelvan::truncate_to_int(channel * scale + 0.5); }
 
 /// An angle in degrees, from 0 up to but not including 360.
 double wrapped_hue(double hue) {
@@ -27,9 +30,9 @@ unsigned int packed(int low, int middle, int high) {
 
 unsigned short ColorRGB::SetRGBColor(float r, float g, float b) {
   if (!is_in_unit_range(r) || !is_in_unit_range(g) || !is_in_unit_range(b)) return 0;
-  red = zelvan::quantise(r, 255);
-  green = zelvan::quantise(g, 255);
-  blue = zelvan::quantise(b, 255);
+  red = quantise(r, 255);
+  green = quantise(g, 255);
+  blue = quantise(b, 255);
   return 1;
 }
 
@@ -62,9 +65,9 @@ void ColorRGB::HsvToRgb(ColorHSV* hsv, int scale) {
   const double s = hsv->saturation;
   const double v = hsv->value;
   const auto set = [this, scale](double r, double g, double b) {
-    red = zelvan::quantise(r, scale);
-    green = zelvan::quantise(g, scale);
-    blue = zelvan::quantise(b, scale);
+    red = quantise(r, scale);
+    green = quantise(g, scale);
+    blue = quantise(b, scale);
   };
   if (!(s > 0.0)) return set(v, v, v);
 

@@ -1,7 +1,6 @@
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/colour/detail/named_color_table.h>
-#include <zelvan/detail/bytes_at_once.h>
-#include <zelvan/detail/name.h>
+#include <zelvan/detail/comparison.h>
 #include <zelvan/text/read_field.h>
 #include <zelvan/text/str_field.h>
 #include <zelvan/var/name_table.h>
@@ -9,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <iterator>
 
 namespace {
@@ -19,109 +17,68 @@ using zelvan::NamedColor;
 
 constexpr std::size_t row_count = std::size(named_colors);
 
-/// Something for each row, made by the compiler.
-template <class Make>
-constexpr auto for_each_row(Make make) {
-  std::array<decltype(make(named_colors[0])), row_count> results{};
-  std::transform(std::begin(named_colors), std::end(named_colors), results.begin(), make);
-  return results;
-}
-
-// ---- What rows are found by
-
-constexpr std::uint32_t packed(int red, int green, int blue) {
+constexpr std::uint32_t number_of_color(int red, int green, int blue) {
   return static_cast<std::uint32_t>(red << 16 | green << 8 | blue);
 }
 
-constexpr auto packed_colors = for_each_row(
-    [](const NamedColor& color) { return packed(color.red, color.green, color.blue); });
-
-constexpr std::size_t length_of(const char* text) {
-  std::size_t length = 0;
-  while (text[length] != '\0') ++length;
-  return length;
+/// The same for all ways of writing a name, and another for each name of the table.
+constexpr std::uint32_t number_of_name(const char* name) {
+  std::uint32_t number = 0;
+  for (; *name != '\0'; ++name) {
+    number = number * 31 + static_cast<std::uint32_t>(zelvan::small_form(*name));
+  }
+  return number;
 }
 
-constexpr auto lengths =
-    for_each_row([](const NamedColor& color) { return length_of(color.name); });
-constexpr std::size_t shortest_name = *std::min_element(lengths.begin(), lengths.end());
-constexpr std::size_t longest_name = *std::max_element(lengths.begin(), lengths.end());
+/// A hash table of row numbers, three quarters empty, made by the compiler. A row whose slot is
+/// taken goes into the next free one, so a search ends at an empty slot.
+class Index {
+ public:
+  static constexpr std::uint16_t no_row = 0xFFFF;
 
-/// A name in two words, its letters small: its first eight bytes and its last eight, which are the
-/// same or overlap if it is short. The terminator counts as the last byte, and the length stands in
-/// its place.
-struct NameKey {
-  std::uint64_t first;
-  std::uint64_t last;
+  /// Finds rows by what `number_of_row` returns for them: of rows with one number, the first.
+  template <class NumberOfRow>
+  constexpr explicit Index(NumberOfRow number_of_row) {
+    for (std::uint16_t row = 0; row < row_count; ++row) {
+      const std::uint32_t number = number_of_row(named_colors[row]);
+      std::size_t slot = slot_of(number);
+      while (slots_[slot].row != no_row && slots_[slot].number != number) slot = next(slot);
+      if (slots_[slot].row == no_row) slots_[slot] = {number, row};
+    }
+  }
 
-  constexpr bool operator==(const NameKey&) const = default;
+  /// Returns the row of that number, or `no_row`.
+  constexpr std::uint16_t row_of(std::uint32_t number) const {
+    std::size_t slot = slot_of(number);
+    while (slots_[slot].row != no_row && slots_[slot].number != number) slot = next(slot);
+    return slots_[slot].row;
+  }
+
+  constexpr std::size_t size() const {
+    return std::count_if(slots_.begin(), slots_.end(), [](Slot s) { return s.row != no_row; });
+  }
+
+ private:
+  struct Slot {
+    std::uint32_t number = 0;
+    std::uint16_t row = no_row;
+  };
+
+  static constexpr std::size_t slot_of(std::uint32_t number) {
+    return number * 0x9E3779B9u >> 20;  // the golden ratio spreads numbers that are close together
+  }
+  static constexpr std::size_t next(std::size_t slot) { return (slot + 1) % slot_count; }
+
+  static constexpr std::size_t slot_count = 4096;
+  std::array<Slot, slot_count> slots_{};
 };
 
-constexpr std::size_t longest_name_in_key = 15;  // with the terminator, both words
+constexpr Index by_name([](const NamedColor& color) { return number_of_name(color.name); });
+constexpr Index by_color([](const NamedColor& color) {
+  return number_of_color(color.red, color.green, color.blue);
+});
 
-/// Four bytes at a time at places that fit any length, since a branch for each length costs more.
-constexpr NameKey key_of_name(const char* name, std::size_t length) {
-  static_assert(shortest_name >= 3, "four bytes with the terminator");
-  const std::size_t last = length - 3;
-  const std::size_t second = std::min<std::size_t>(4, last);
-  const auto eight_bytes = [name](std::size_t low, std::size_t high) {
-    const std::uint64_t bytes =
-        zelvan::four_bytes(name + low) | std::uint64_t{zelvan::four_bytes(name + high)} << 32;
-    return bytes | zelvan::case_bits(bytes);
-  };
-  return {eight_bytes(0, second), eight_bytes(last - second, last) | std::uint64_t{length} << 56};
-}
-
-constexpr auto name_keys = for_each_row(
-    [](const NamedColor& color) { return key_of_name(color.name, length_of(color.name)); });
-
-// ---- The indices, made by the compiler: hash tables of row numbers, three quarters empty. A row
-// whose slot is taken goes into the next free one, so a search ends at an empty slot.
-
-constexpr std::size_t slot_count = 4096;  // a power of two
-constexpr std::uint16_t empty_slot = 0xFFFF;
-using Index = std::array<std::uint16_t, slot_count>;
-
-constexpr std::size_t slot_of(std::uint64_t key) {
-  return (key * 0x9E3779B97F4A7C15) >> 52;  // the golden ratio spreads keys that are close together
-}
-
-/// The row in the slot where the search for a key ends: one that `matches`, or `empty_slot`.
-template <class Matches>
-constexpr std::uint16_t search(const Index& index, std::uint64_t key, Matches matches) {
-  std::size_t slot = slot_of(key);
-  while (index[slot] != empty_slot && !matches(index[slot])) slot = (slot + 1) % slot_count;
-  return index[slot];
-}
-
-/// Puts every row in, save those that come behind a row with which they are `same`.
-template <class KeyOf, class Same>
-constexpr Index index_by(KeyOf key_of, Same same) {
-  Index index{};
-  index.fill(empty_slot);
-  for (std::uint16_t row = 0; row < row_count; ++row) {
-    const std::uint64_t key = key_of(row);
-    if (search(index, key, [&](auto other) { return same(row, other); }) != empty_slot) continue;
-    std::size_t slot = slot_of(key);
-    while (index[slot] != empty_slot) slot = (slot + 1) % slot_count;
-    index[slot] = row;
-  }
-  return index;
-}
-
-/// Both words of a key in one. Any odd factor with many bits keeps them apart.
-constexpr std::uint64_t number_of(const NameKey& key) {
-  return key.first * 0xD6E8FEB86659FD93 ^ key.last;
-}
-
-constexpr Index by_name = index_by([](auto row) { return number_of(name_keys[row]); },
-                                   [](auto a, auto b) { return name_keys[a] == name_keys[b]; });
-constexpr Index by_color =
-    index_by([](auto row) { return packed_colors[row]; },
-             [](auto a, auto b) { return packed_colors[a] == packed_colors[b]; });
-
-static_assert(std::count(by_name.begin(), by_name.end(), empty_slot) == slot_count - row_count,
-              "no two names have the same key");
+static_assert(by_name.size() == row_count, "no two names have one number");
 
 // ---- The textual value
 
@@ -160,15 +117,8 @@ bool are_channels(int red, int green, int blue) { return ((red | green | blue) &
 
 unsigned short ColorRGB::FindName(char* name) {
   if (name == nullptr) return 0;
-  const std::size_t length = std::strlen(name);
-  if (length < shortest_name || length > longest_name) return 0;
-  const NameKey key = key_of_name(name, length);
-  const std::uint16_t row =
-      search(by_name, number_of(key), [&](auto candidate) { return name_keys[candidate] == key; });
-  if (row == empty_slot) return 0;
-  if (length > longest_name_in_key) {  // the key leaves out some behind the first eight
-    if (!zelvan::is_same<zelvan::AsWritten>(named_colors[row].name + 8, name + 8)) return 0;
-  }
+  const std::uint16_t row = by_name.row_of(number_of_name(name));
+  if (row == Index::no_row || zelvan::_stricmp(named_colors[row].name, name) != 0) return 0;
   Set(named_colors[row].red, named_colors[row].green, named_colors[row].blue);
   return 1;
 }
@@ -177,10 +127,8 @@ unsigned short ColorRGB::SetNamedColor(char* name) { return FindName(name); }
 
 unsigned short ColorRGB::FindNameForRgb(char** name) {
   if (!are_channels(red, green, blue)) return 0;
-  const std::uint32_t wanted = packed(red, green, blue);
-  const std::uint16_t row = search(
-      by_color, wanted, [wanted](auto candidate) { return packed_colors[candidate] == wanted; });
-  if (row == empty_slot) return 0;
+  const std::uint16_t row = by_color.row_of(number_of_color(red, green, blue));
+  if (row == Index::no_row) return 0;
   *name = const_cast<char*>(named_colors[row].name);
   return 1;
 }

@@ -1,3 +1,4 @@
+#include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/check_polygon_set.h>
 #include <zelvan/geometry/detail/orientation.h>
 
@@ -61,7 +62,7 @@ bool Check::accepts(const real_rect_t& rect) {
   }
   for (int k = 0; k < 4; ++k) {
     for (int other = k + 1; other < 4; ++other) {
-      if (corners[k].x == corners[other].x && corners[k].y == corners[other].y) {
+      if (zelvan::is_same_point(corners[k], corners[other])) {
         return refuse("corners %d and %d are the same", k, other);
       }
     }

@@ -1,37 +1,18 @@
+#include <zelvan/detail/extremes.h>
+#include <zelvan/detail/short_pi.h>
 #include <zelvan/geometry/detail/conic_samples.h>
-#include <zelvan/geometry/detail/short_pi.h>
 #include <zelvan/geometry/distance.h>
 
 #include <cmath>
 #include <utility>
 
-#if defined(__SSE2__)
-#include <immintrin.h>
-#endif
+using zelvan::larger_or_second;
+using zelvan::smaller_or_second;
 
 namespace {
 
 // More than any coordinate: the answer where nothing can be measured.
 constexpr double no_distance = 6.022e+23;
-
-// Branch-free maximum: compilers merge maximum and minimum into one branch that the processor
-// mispredicts. With a NaN, returns `b`.
-double larger(double a, double b) {
-#if defined(__SSE2__)
-  return _mm_cvtsd_f64(_mm_max_sd(_mm_set_sd(a), _mm_set_sd(b)));
-#else
-  return a > b ? a : b;
-#endif
-}
-
-// Branch-free minimum. With a NaN, returns `b`.
-double smaller(double a, double b) {
-#if defined(__SSE2__)
-  return _mm_cvtsd_f64(_mm_min_sd(_mm_set_sd(a), _mm_set_sd(b)));
-#else
-  return a < b ? a : b;
-#endif
-}
 
 // The octagonal estimate of a length from its absolute differences.
 double octagonal(double longer, double shorter) { return 0.96 * longer + 0.398 * shorter; }
@@ -39,7 +20,8 @@ double octagonal(double longer, double shorter) { return 0.96 * longer + 0.398 *
 double estimate(double dx, double dy) {
   dx = std::fabs(dx);
   dy = std::fabs(dy);
-  return octagonal(larger(dx, dy), smaller(dy, dx));  // so a NaN is one of the two
+  return octagonal(larger_or_second(dx, dy),
+                   smaller_or_second(dy, dx));  // so a NaN is one of the two
 }
 
 double estimate(const real_pt_t& p, const real_pt_t& q) { return estimate(p.x - q.x, p.y - q.y); }
@@ -53,8 +35,8 @@ real_pt_t midpoint(const real_pt_t& p, const real_pt_t& q) {
 real_pt_t nearest_on_segment(const real_pt_t& p, const real_pt_t& low, const real_pt_t& high) {
   const double dx = high.x - low.x;
   const double dy = high.y - low.y;
-  if (dx == 0.0) return {low.x, p.y > high.y ? high.y : larger(low.y, p.y)};
-  if (dy == 0.0) return {p.x > high.x ? high.x : larger(low.x, p.x), low.y};
+  if (dx == 0.0) return {low.x, p.y > high.y ? high.y : larger_or_second(low.y, p.y)};
+  if (dy == 0.0) return {p.x > high.x ? high.x : larger_or_second(low.x, p.x), low.y};
   const double foot_x =
       ((p.y - low.y) * (dy * dx) + (dx * dx) * p.x + low.x * (dy * dy)) / (dy * dy + dx * dx);
   if (foot_x < low.x) return low;
@@ -85,7 +67,7 @@ double utl_point_box(real_pt_t* p, real_pt_t* box) {
   real_pt_t right = midpoint(box[3], box[1]);
   const double d1 = utl_point_line(p, &bottom, &top) - 0.5 * estimate(box[0], box[1]);
   const double d2 = utl_point_line(p, &left, &right) - 0.5 * estimate(box[0], box[2]);
-  const double d = larger(d1, d2);
+  const double d = larger_or_second(d1, d2);
   return d < 0.0 ? 0.0 : d;
 }
 
@@ -106,7 +88,7 @@ double utl_point_circarc(real_pt_t* p, real_pt_t* center, double radius, real_pt
   while (start_angle > end_angle) end_angle += zelvan::short_two_pi;
   while (start_angle > point_angle) point_angle += zelvan::short_two_pi;
   if (point_angle > end_angle) {
-    return smaller(estimate(*p, *start), estimate(*p, *end));
+    return smaller_or_second(estimate(*p, *start), estimate(*p, *end));
   }
   return utl_point_circle(p, center, radius);
 }

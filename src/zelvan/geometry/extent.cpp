@@ -1,14 +1,17 @@
+#include <zelvan/detail/extremes.h>
+#include <zelvan/detail/same_point.h>
+#include <zelvan/detail/short_pi.h>
 #include <zelvan/geometry/detail/conic_samples.h>
-#include <zelvan/geometry/detail/short_pi.h>
 #include <zelvan/geometry/extent.h>
 
 #include <cmath>
 #include <limits>
 
-namespace {
+using zelvan::is_same_point;
+using zelvan::larger_or_second;
+using zelvan::smaller_or_second;
 
-double larger(double a, double b) { return a > b ? a : b; }
-double smaller(double a, double b) { return a < b ? a : b; }
+namespace {
 
 struct Range {
   double max, min;
@@ -19,52 +22,52 @@ struct Range {
   }
 };
 
-Range range_of(double a, double b) { return {larger(a, b), smaller(a, b)}; }
+Range range_of(double a, double b) { return {larger_or_second(a, b), smaller_or_second(a, b)}; }
 
-// Where an extreme of an arc lies: at its start, at its end, at the further of the two, or on
-// the axis that the arc crosses.
-enum reach : unsigned char { s, e, further, circle };
+// Where an extreme of an arc lies: at one of its ends, at the further of the two, or on an axis
+// of the circle that the arc crosses.
+enum Extreme : unsigned char { at_start, at_end, at_further, on_axis };
 
-struct ArcReach {
-  reach max_x, max_y, min_x, min_y;
+struct ArcExtremes {
+  Extreme max_x, max_y, min_x, min_y;
 };
 
 // By the quadrants of the start and of the end, in which the arc runs counter-clockwise.
-constexpr ArcReach arc_reach[4][4] = {
-    {{s, e, e, s},
-     {s, circle, e, further},
-     {s, circle, circle, e},
-     {further, circle, circle, circle}},
-    {{circle, further, circle, circle},
-     {s, s, e, e},
-     {further, s, circle, e},
-     {e, s, circle, circle}},
-    {{circle, e, s, circle},
-     {circle, circle, further, circle},
-     {e, s, s, e},
-     {e, further, s, circle}},
-    {{circle, e, further, s},
-     {circle, circle, e, s},
-     {circle, circle, circle, further},
-     {e, e, s, s}},
+constexpr ArcExtremes extremes_of_arcs[4][4] = {
+    {{at_start, at_end, at_end, at_start},
+     {at_start, on_axis, at_end, at_further},
+     {at_start, on_axis, on_axis, at_end},
+     {at_further, on_axis, on_axis, on_axis}},
+    {{on_axis, at_further, on_axis, on_axis},
+     {at_start, at_start, at_end, at_end},
+     {at_further, at_start, on_axis, at_end},
+     {at_end, at_start, on_axis, on_axis}},
+    {{on_axis, at_end, at_start, on_axis},
+     {on_axis, on_axis, at_further, on_axis},
+     {at_end, at_start, at_start, at_end},
+     {at_end, at_further, at_start, on_axis}},
+    {{on_axis, at_end, at_further, at_start},
+     {on_axis, on_axis, at_end, at_start},
+     {on_axis, on_axis, on_axis, at_further},
+     {at_end, at_end, at_start, at_start}},
 };
 
-double upper(reach where, double start, double end, double on_circle) {
+double maximum(Extreme where, double start, double end, double axis) {
   switch (where) {
-    case s:
+    case at_start:
       return start;
-    case e:
+    case at_end:
       return end;
-    case further:
-      return larger(start, end);
-    case circle:
+    case at_further:
+      return larger_or_second(start, end);
+    case on_axis:
       break;
   }
-  return on_circle;
+  return axis;
 }
 
-double lower(reach where, double start, double end, double on_circle) {
-  return where == further ? smaller(start, end) : upper(where, start, end, on_circle);
+double minimum(Extreme where, double start, double end, double axis) {
+  return where == at_further ? smaller_or_second(start, end) : maximum(where, start, end, axis);
 }
 
 // From 0 up to a whole turn.
@@ -79,8 +82,6 @@ int quadrant_of(double turn) {
   const int quadrant = static_cast<int>((turn + turn) / zelvan::short_pi);
   return quadrant < 4 ? quadrant : 3;
 }
-
-bool coincide(const real_pt_t& p, const real_pt_t& q) { return p.x == q.x && p.y == q.y; }
 
 void fold_in(double* coefficients, double t, Range* range) {
   if (t > 0.0 && t < 1.0) range->widen(utl_evaluate_cubic(coefficients, t));
@@ -113,7 +114,7 @@ void utl_maxmin_arc(real_pt_t* center, float radius, real_pt_t* a, real_pt_t* b,
   const real_pt_t start = clockwise == 0 ? *a : *b;
   const real_pt_t end = clockwise == 0 ? *b : *a;
   const double r = radius;
-  if (coincide(start, c) || coincide(end, c)) {
+  if (is_same_point(start, c) || is_same_point(end, c)) {
     *max = c;
     *min = c;
     return;
@@ -129,9 +130,10 @@ void utl_maxmin_arc(real_pt_t* center, float radius, real_pt_t* a, real_pt_t* b,
   const int from = quadrant_of(start_turn);
   const int to = quadrant_of(end_turn);
   const bool all_round = from == to && start_turn >= end_turn;
-  const ArcReach reach = all_round ? ArcReach{circle, circle, circle, circle} : arc_reach[from][to];
-  *max = {upper(reach.max_x, start.x, end.x, c.x + r), upper(reach.max_y, start.y, end.y, c.y + r)};
-  *min = {lower(reach.min_x, start.x, end.x, c.x - r), lower(reach.min_y, start.y, end.y, c.y - r)};
+  const ArcExtremes at =
+      all_round ? ArcExtremes{on_axis, on_axis, on_axis, on_axis} : extremes_of_arcs[from][to];
+  *max = {maximum(at.max_x, start.x, end.x, c.x + r), maximum(at.max_y, start.y, end.y, c.y + r)};
+  *min = {minimum(at.min_x, start.x, end.x, c.x - r), minimum(at.min_y, start.y, end.y, c.y - r)};
 }
 
 void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t* max, real_pt_t* min) {

@@ -1,4 +1,4 @@
-#include <zelvan/geometry/detail/short_pi.h>
+#include <zelvan/detail/short_pi.h>
 #include <zelvan/geometry/trig.h>
 
 #include <cmath>

@@ -1,4 +1,4 @@
-/// Turning points and measuring angles. Positive is counter-clockwise where y runs up.
+/// Rotation of points, and angles. Positive is counter-clockwise where y runs up.
 ///
 /// Requires, throughout: no null pointers. Nothing is kept; every function may run on any thread.
 #pragma once

@@ -4,7 +4,7 @@
 
 namespace {
 
-// By unit code: how many of the unit make an inch.
+// By unit code: how many of the unit make an inch. Three codes mean inches.
 constexpr double units_per_inch[] = {
     1.0,            // inches
     1.0,            // inches
@@ -21,8 +21,8 @@ constexpr double units_per_inch[] = {
 };
 
 double factor(int unit) {
-  const bool known = unit >= 0 && unit < static_cast<int>(std::size(units_per_inch));
-  return known ? units_per_inch[unit] : 1.0;
+  const bool is_known = unit >= 0 && unit < static_cast<int>(std::size(units_per_inch));
+  return is_known ? units_per_inch[unit] : 1.0;
 }
 
 }  // namespace

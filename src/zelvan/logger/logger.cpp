@@ -1,3 +1,4 @@
+#include <zelvan/detail/heap_text.h>
 #include <zelvan/logger/logger.h>
 #include <zelvan/platform/directories.h>
 
@@ -26,13 +27,7 @@ bool Logger::init_pending = true;
 namespace {
 
 // A block of `malloc`; null if the heap refuses.
-char* copy_of(const char* name) {
-  if (name == nullptr) name = "";
-  const std::size_t size = std::strlen(name) + 1;
-  char* const copy = static_cast<char*>(std::malloc(size));
-  if (copy != nullptr) std::memcpy(copy, name, size);
-  return copy;
-}
+char* copy_of(const char* name) { return zelvan::heap_copy(name == nullptr ? "" : name).release(); }
 
 // Reads `variable` as a scan for "%d" would; a number beyond the range of `int` counts as the
 // nearest within.

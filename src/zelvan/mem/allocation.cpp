@@ -59,12 +59,12 @@ bool grow(MemList* list) {
 
 bool is_full(const MemList* list) { return list->n_used == list->n_entries; }
 
-/// What the pool would stand at with `size` bytes more. Any two ints have a sum here.
+/// Returns what the pool would use with `size` bytes more, in a type that holds any such sum.
 long long sum_with(const MemPool* pool, int size) {
   return static_cast<long long>(pool->used) + size;
 }
 
-/// A negative size becomes one that no heap can give.
+/// Asks the heap for a block. A negative size becomes one that every heap refuses.
 void* block_of(int size) { return std::malloc(static_cast<std::size_t>(size)); }
 
 /// The entry's block holds `place`. An empty entry has no length, so nothing lies in it.
@@ -97,13 +97,13 @@ bool may_go_on(const Request& request, int code) {
 }
 
 /// Where a new block goes, and the block that its back pointer lies in.
-struct Place {
+struct NewRow {
   MemEntry* row;   ///< the free row of lowest index; null if there is none
   MemEntry* home;  ///< null if there is none
 };
 
-/// One walk for both.
-Place find_place(MemList* list, const void* back_ptr) {
+/// Finds both in one walk.
+NewRow find_new_row(MemList* list, const void* back_ptr) {
   MemEntry* const end = list->entries + list->n_entries;
   const auto is_empty = [](const MemEntry& entry) { return entry.address == nullptr; };
   MemEntry* const first = std::find_if(list->entries, end, [&](const MemEntry& entry) {
@@ -173,7 +173,7 @@ int track(const Request& request, void* block) {
   }
   // Full again if a handler has allocated from the list since the table was looked at.
   if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
-  const auto [entry, home] = find_place(list, request.back_ptr);
+  const auto [entry, home] = find_new_row(list, request.back_ptr);
   if (entry == nullptr) return MEM_TABLE_FAILED;
 
   list->pool->used = static_cast<int>(used);

@@ -9,18 +9,18 @@ using zelvan::MemTrace;
 
 namespace {
 
-/// Releases, with its children, the first entry of the highest rank that may be chosen. A rank
-/// of 0 is never chosen.
+/// Releases, with its children, the first entry of the highest rank among those that may be chosen;
+/// returns 1 if there is one. An entry of rank 0 may not.
 template <typename Rank>
 unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_of) {
   if (mem_trace != 0) MemTrace("!!Remove: %s\n", rule);
   if (list->n_used == 0) return 0;
   int victim = -1;
   unsigned best = 0;
-  int signs = -1;  // of all parents: negative while no row is a child
+  bool has_child = false;
   for (int i = 0; i < list->n_entries; ++i) {
     const MemEntry& entry = list->entries[i];
-    signs &= entry.parent;
+    if (entry.parent >= 0) has_child = true;
     if (entry.total_size == 0 || entry.excluded != 0) continue;
     const unsigned rank = rank_of(entry);
     if (rank > best) {
@@ -29,9 +29,9 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
     }
   }
   if (victim < 0) return 0;
-  zelvan::Children children(signs < 0 ? list->n_entries : 0);
-  // Each child of the victim is looked for and then asked for children of its own: where there
-  // seem to be some, one look at the table for all of it.
+  zelvan::Children children(has_child ? 0 : list->n_entries);
+  // If the victim may have children, index them once; otherwise each child costs a scan of the
+  // table.
   const MemEntry& entry = list->entries[victim];
   if (entry.total_size != entry.size) children.list_by_parent(list);
   zelvan::MemEntryReleaseWithChildren(list, victim, children);

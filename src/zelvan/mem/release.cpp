@@ -35,19 +35,6 @@ void Children::list_by_parent(const MemList* list) {
   }
 }
 
-int Children::find_next(const MemList* list, int parent, int last) const {
-  const auto is_child = [parent](const MemEntry& entry) { return entry.parent == parent; };
-  const MemEntry* const rows = list->entries;
-  const int n = list->n_entries;
-  if (first_ == nullptr) {
-    const int first = std::max(first_row_, last + 1);
-    return static_cast<int>(std::find_if(rows + first, rows + n, is_child) - rows);
-  }
-  int child = last < 0 ? first_[parent] : next_[last];
-  while (child < n && !is_child(rows[child])) child = next_[child];
-  return child;
-}
-
 void MemEntryRelease(MemList* list, int index, const Children& children) {
   MemEntry& entry = list->entries[index];
   if (entry.address == nullptr || entry.back_ptr == nullptr) return;
@@ -57,7 +44,7 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
     }
     return;
   }
-  if (children.next(list, index, -1) != list->n_entries) {
+  if (children.first(list, index) != list->n_entries) {
     // Readers of the trace know this line as it is, a slash at its end and no new line.
     if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
     return;
@@ -84,8 +71,8 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
 }
 
 void MemEntryReleaseWithChildren(MemList* list, int index, const Children& children) {
-  int child = -1;
-  while ((child = children.next(list, index, child)) != list->n_entries) {
+  for (int child = children.first(list, index); child != list->n_entries;
+       child = children.next(list, index, child)) {
     MemEntryRelease(list, child, children);
   }
   MemEntryRelease(list, index, children);
@@ -105,21 +92,19 @@ void MemFree(MemList* list, void* address) {
   if (mem_trace != 0) {
     MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
   }
-  // One walk finds the row, and whether any of those ahead of it is a child.
-  MemEntry* const end = list->entries + list->n_entries;
-  int signs = -1;
-  MemEntry* const entry = std::find_if(list->entries, end, [&](const MemEntry& row) {
-    if (row.address == address) return true;
-    signs &= row.parent;
-    return false;
-  });
-  if (entry == end) {
+  // One walk finds the row, and whether a child stands before it.
+  int index = 0;
+  bool has_child_before = false;
+  while (index < list->n_entries && list->entries[index].address != address) {
+    if (list->entries[index].parent >= 0) has_child_before = true;
+    ++index;
+  }
+  if (index == list->n_entries) {
     if (mem_trace != 0) MemTrace("**Address not found\n");
     std::free(address);
     return;
   }
-  const int index = static_cast<int>(entry - list->entries);
-  zelvan::MemEntryRelease(list, index, zelvan::Children(signs < 0 ? index : 0));
+  zelvan::MemEntryRelease(list, index, zelvan::Children(has_child_before ? 0 : index));
 }
 
 void MemSetPointer(MemList* list, void* address, void** back_ptr) {

@@ -1,8 +1,8 @@
+#include <zelvan/detail/heap_text.h>
 #include <zelvan/osh/system_services.h>
 #include <zelvan/platform/fonts.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <new>
 #include <string>
 #include <vector>
@@ -18,13 +18,11 @@ char** make_list(const std::vector<std::string>& paths) {
   char** list = static_cast<char**>(std::calloc(paths.size() + 1, sizeof(char*)));
   if (list == nullptr) return nullptr;
   for (std::size_t i = 0; i < paths.size(); ++i) {
-    const std::size_t size = paths[i].size() + 1;
-    list[i] = static_cast<char*>(std::malloc(size));
+    list[i] = zelvan::heap_copy(paths[i]).release();
     if (list[i] == nullptr) {
       osh_FreeFontFileList(&list);
       return nullptr;
     }
-    std::memcpy(list[i], paths[i].c_str(), size);
   }
   return list;
 }

@@ -1,9 +1,9 @@
+#include <zelvan/detail/comparison.h>
 #include <zelvan/osh/detail/fixed_path.h>
 #include <zelvan/osh/file_access.h>
 #include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
 #include <zelvan/platform/characters.h>
-#include <zelvan/platform/comparison.h>
 #include <zelvan/platform/directories.h>
 
 #include <algorithm>
@@ -48,7 +48,7 @@ int osh_alternate_pathname(char* path, char* alternate) {
     std::memmove(alternate, fits ? path : "", fits ? std::strlen(path) + 1 : 1);
     return -1;
   }
-  return platform::_stricmp(path, alternate) != 0;
+  return zelvan::_stricmp(path, alternate) != 0;
 }
 
 int osh_append_path(char* first, char* second, char* result) {

@@ -1,6 +1,8 @@
 #include <zelvan/pick/detail/point_array.h>
 #include <zelvan/pick/pick_polyline.h>
 
+#include <algorithm>
+#include <memory>
 #include <new>
 
 namespace {
@@ -19,33 +21,21 @@ bool box_holds(const DblPt& a, const DblPt& b, const DblPt& p, double tol) {
 CPickPolyline::CPickPolyline() : n_points(0), points(nullptr) {}
 
 CPickPolyline::CPickPolyline(unsigned int n)
-    : n_points(usable(n)), points(zelvan::make_points(n_points)) {
-  if (points == nullptr) n_points = 0;
-}
+    : n_points(usable(n)), points(zelvan::make_points(&n_points)) {}
 
 CPickPolyline::CPickPolyline(unsigned int n, double* xs, double* ys)
-    : n_points(usable(n)), points(zelvan::make_points(n_points, xs, ys)) {
-  if (points == nullptr) n_points = 0;
-}
+    : n_points(usable(n)), points(zelvan::make_points(&n_points, xs, ys)) {}
 
 CPickPolyline::CPickPolyline(unsigned int n, DblPt* pts)
-    : n_points(usable(n)), points(zelvan::copy_points(n_points, pts)) {
-  if (points == nullptr) n_points = 0;
-}
+    : n_points(usable(n)), points(zelvan::copy_points(&n_points, pts)) {}
 
 CPickPolyline::CPickPolyline(const CPickPolyline& other)
     : CPickRegion(other),
       n_points(other.n_points),
-      points(zelvan::copy_points(n_points, other.points)) {
-  if (points == nullptr) n_points = 0;
-}
+      points(zelvan::copy_points(&n_points, other.points)) {}
 
 CPickPolyline& CPickPolyline::operator=(const CPickPolyline& other) {
-  if (this == &other) return *this;
-  DblPt* copy = zelvan::copy_points(other.n_points, other.points);
-  std::free(points);
-  points = copy;
-  n_points = copy != nullptr ? other.n_points : 0;
+  if (this != &other) zelvan::assign_points(&n_points, &points, other.n_points, other.points);
   return *this;
 }
 
@@ -70,13 +60,8 @@ bool CPickPolyline::isInside(double x, double y, double tol) {
 }
 
 CPickRegion* CPickPolyline::xfm(Mtx2D& matrix) {
-  if (points == nullptr || n_points == 0) return nullptr;
-  auto* copy = new (std::nothrow) CPickPolyline(*this);
-  if (copy == nullptr) return nullptr;
-  if (copy->points == nullptr) {
-    delete copy;
-    return nullptr;
-  }
+  std::unique_ptr<CPickPolyline> copy(new (std::nothrow) CPickPolyline(*this));
+  if (copy == nullptr || copy->points == nullptr) return nullptr;
   zelvan::map_points(matrix, copy->n_points, copy->points);
-  return copy;
+  return copy.release();
 }

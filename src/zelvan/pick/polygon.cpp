@@ -2,6 +2,7 @@
 #include <zelvan/pick/detail/winding.h>
 #include <zelvan/pick/polygon.h>
 
+#include <memory>
 #include <new>
 
 namespace {
@@ -13,33 +14,21 @@ unsigned int usable(unsigned int n) { return n < 3 ? 0 : n; }
 
 CPolygon::CPolygon() : n_points(0), points(nullptr) {}
 
-CPolygon::CPolygon(unsigned int n) : n_points(usable(n)), points(zelvan::make_points(n_points)) {
-  if (points == nullptr) n_points = 0;
-}
+CPolygon::CPolygon(unsigned int n) : n_points(usable(n)), points(zelvan::make_points(&n_points)) {}
 
 CPolygon::CPolygon(unsigned int n, double* xs, double* ys)
-    : n_points(usable(n)), points(zelvan::make_points(n_points, xs, ys)) {
-  if (points == nullptr) n_points = 0;
-}
+    : n_points(usable(n)), points(zelvan::make_points(&n_points, xs, ys)) {}
 
 CPolygon::CPolygon(unsigned int n, DblPt* pts)
-    : n_points(usable(n)), points(zelvan::copy_points(n_points, pts)) {
-  if (points == nullptr) n_points = 0;
-}
+    : n_points(usable(n)), points(zelvan::copy_points(&n_points, pts)) {}
 
 CPolygon::CPolygon(const CPolygon& other)
     : CPickRegion(other),
       n_points(other.n_points),
-      points(zelvan::copy_points(n_points, other.points)) {
-  if (points == nullptr) n_points = 0;
-}
+      points(zelvan::copy_points(&n_points, other.points)) {}
 
 CPolygon& CPolygon::operator=(const CPolygon& other) {
-  if (this == &other) return *this;
-  DblPt* copy = zelvan::copy_points(other.n_points, other.points);
-  std::free(points);
-  points = copy;
-  n_points = copy != nullptr ? other.n_points : 0;
+  if (this != &other) zelvan::assign_points(&n_points, &points, other.n_points, other.points);
   return *this;
 }
 
@@ -60,13 +49,8 @@ bool CPolygon::isInside(double x, double y, double /*tol*/) {
 }
 
 CPickRegion* CPolygon::xfm(Mtx2D& matrix) {
-  if (points == nullptr || n_points == 0) return nullptr;
-  auto* copy = new (std::nothrow) CPolygon(*this);
-  if (copy == nullptr) return nullptr;
-  if (copy->points == nullptr) {
-    delete copy;
-    return nullptr;
-  }
+  std::unique_ptr<CPolygon> copy(new (std::nothrow) CPolygon(*this));
+  if (copy == nullptr || copy->points == nullptr) return nullptr;
   zelvan::map_points(matrix, copy->n_points, copy->points);
-  return copy;
+  return copy.release();
 }

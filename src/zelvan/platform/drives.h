@@ -14,7 +14,4 @@ int _getdrive();
 /// size needed if `size` bytes don't hold it, and 0 on failure and where there are no drives.
 unsigned GetLogicalDriveStringsA(unsigned size, char* roots);
 
-/// True for the letters A to Z and a to z.
-bool IsCharAlphaA(char c);
-
 }  // namespace zelvan::platform

@@ -1,13 +1,8 @@
+#include <zelvan/detail/extremes.h>
 #include <zelvan/transforms/aligned_rect.h>
 
-namespace {
-
-// The order of the operands is interface: it decides between zeros of opposite sign, and what
-// becomes of a NaN. std::min and std::max would answer differently.
-double smaller(double p, double q) { return p < q ? p : q; }
-double larger(double p, double q) { return q > p ? q : p; }
-
-}  // namespace
+using zelvan::larger_or_second;
+using zelvan::smaller_or_second;
 
 CAlignedRect::CAlignedRect(DblPt& p, DblPt& q) { set(p, q); }
 
@@ -16,10 +11,12 @@ CAlignedRect::CAlignedRect(double x1, double y1, double x2, double y2) { set(x1,
 void CAlignedRect::set(DblPt& p, DblPt& q) { set(p.x, p.y, q.x, q.y); }
 
 void CAlignedRect::set(double x1, double y1, double x2, double y2) {
-  left_ = smaller(x1, x2);
-  bottom_ = smaller(y1, y2);
-  right_ = larger(x1, x2);
-  top_ = larger(y1, y2);
+  // The order of the operands is interface: of two zeros, or with a NaN, the left side is x2 and
+  // the right one x1.
+  left_ = smaller_or_second(x1, x2);
+  bottom_ = smaller_or_second(y1, y2);
+  right_ = larger_or_second(x2, x1);
+  top_ = larger_or_second(y2, y1);
 }
 
 bool CAlignedRect::isInside(DblPt& p, double tol) { return isInside(p.x, p.y, tol); }

@@ -1,11 +1,11 @@
+#include <zelvan/detail/same_point.h>
 #include <zelvan/transforms/mtx2d.h>
 
 #include <algorithm>
 
-namespace {
+using zelvan::is_same_point;
 
-bool same(const int_pt_t& a, const int_pt_t& b) { return a.x == b.x && a.y == b.y; }
-bool same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
+namespace {
 
 // Maps n vertices and drops repeats; returns the number kept. `carry_flag(i, k)` is called when the
 // flag of input vertex i belongs to output vertex k. The vertices are mapped block by block through
@@ -20,12 +20,12 @@ int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n
     const int count = std::min(block, n - done);
     (m.*map_array)(count, in + done, mapped);
     for (int i = 0; i < count; ++i, ++done) {
-      if (kept == 0 || !same(mapped[i], out[kept - 1])) out[kept++] = mapped[i];
+      if (kept == 0 || !is_same_point(mapped[i], out[kept - 1])) out[kept++] = mapped[i];
       carry_flag(done, kept - 1);
     }
   }
   // There and back is a line: the count leaves out the way back, the array still holds it.
-  if (kept == 3 && same(out[2], out[0])) kept = 2;
+  if (kept == 3 && is_same_point(out[2], out[0])) kept = 2;
   return kept;
 }
 
@@ -59,7 +59,7 @@ void map_each_polygon(const Mtx2D& m, void (Mtx2D::*map_array)(int, const real_p
     const int* const flags = in.edge_flags + done;
     Out* const mapped = out->points + kept;
     (m.*map_array)(count, in.points + done, mapped);
-    is_kept[0] = begins || !same(mapped[0], before);
+    is_kept[0] = begins || !is_same_point(mapped[0], before);
     int count_kept = is_kept[0];
     for (int i = 1; i < count; ++i) {
       is_kept[i] = is_closing(flags[i - 1]) | (mapped[i].x != mapped[i - 1].x) |

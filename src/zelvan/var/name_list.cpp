@@ -1,14 +1,13 @@
 // A link is the pointer that leads to a node: the caller's head or the `next` of the node
 // before. With it, the first node of a list is no special case.
 
-#include <zelvan/var/detail/find_name.h>
+#include <zelvan/detail/comparison.h>
+#include <zelvan/var/detail/name.h>
 #include <zelvan/var/name_list.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <utility>
-
-using zelvan::AsName, zelvan::AsWritten;
 
 namespace {
 
@@ -24,7 +23,7 @@ char* stored_copy(const char* name) {
   return copy;
 }
 
-/// Puts a new node where `link` leads and gives its stored name. Null, with nothing changed, if
+/// Puts a new node where `link` leads and returns its stored name. Null, with nothing changed, if
 /// the heap refuses the node or the name.
 char* insert_node(VarNameInfo** link, const char* name, void* info) {
   char* const copy = stored_copy(name);
@@ -39,26 +38,19 @@ char* insert_node(VarNameInfo** link, const char* name, void* info) {
   return copy;
 }
 
-/// A node of a list, or the end behind the last one.
-struct Place {
-  VarNameInfo** link;
-
-  bool is_end() const { return *link == nullptr; }
-  const char* name() const { return or_empty((*link)->name); }
-  void advance() { link = &(*link)->next; }
-};
-
-/// The link to the first node of that name; the link behind the tail if there is none.
-template <class Rule>
+/// Returns the link to the first node of that name, or the link after the tail.
 VarNameInfo** find_link(VarNameInfo** list, const char* name) {
-  return zelvan::find_name<Rule>(Place{list}, or_empty(name)).link;
+  const zelvan::SoughtName sought(or_empty(name));
+  VarNameInfo** link = list;
+  while (*link != nullptr && !sought.is(or_empty((*link)->name))) link = &(*link)->next;
+  return link;
 }
 
-/// The link to the last node of that name; null if there is none.
+/// Returns the link to the last node of that name, or null.
 VarNameInfo** find_last_link(VarNameInfo** list, const char* name) {
   VarNameInfo** last = nullptr;
-  for (VarNameInfo** link = find_link<AsName>(list, name); *link != nullptr;
-       link = find_link<AsName>(&(*link)->next, name)) {
+  for (VarNameInfo** link = find_link(list, name); *link != nullptr;
+       link = find_link(&(*link)->next, name)) {
     last = link;
   }
   return last;
@@ -67,22 +59,26 @@ VarNameInfo** find_last_link(VarNameInfo** list, const char* name) {
 }  // namespace
 
 char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info) {
-  VarNameInfo** const link = find_link<AsWritten>(list, name);
-  return *link != nullptr ? nullptr : insert_node(link, name, info);
+  VarNameInfo** link = list;
+  for (; *link != nullptr; link = &(*link)->next) {
+    if (zelvan::_stricmp(or_empty((*link)->name), or_empty(name)) == 0) return nullptr;
+  }
+  return insert_node(link, name, info);
 }
 
 char* VarInsertNameInfo(VarNameInfo** list, const char* name, void* info, int position,
                         const char* reference) {
-  constexpr int right_behind = 1, at_tail = 2;
+  constexpr int after = 1;
+  constexpr int at_tail = 2;
   if (position == at_tail) return VarAddNameInfo(list, name, info);
-  if (*find_link<AsName>(list, name) != nullptr) return nullptr;
-  VarNameInfo** const place = find_last_link(list, reference);
-  if (place == nullptr) return nullptr;
-  return insert_node(position == right_behind ? &(*place)->next : place, name, info);
+  if (*find_link(list, name) != nullptr) return nullptr;
+  VarNameInfo** const link = find_last_link(list, reference);
+  if (link == nullptr) return nullptr;
+  return insert_node(position == after ? &(*link)->next : link, name, info);
 }
 
 void* VarDeleteNameInfo(VarNameInfo** list, const char* name) {
-  VarNameInfo** const link = find_link<AsName>(list, name);
+  VarNameInfo** const link = find_link(list, name);
   VarNameInfo* const node = *link;
   if (node == nullptr) return nullptr;
   void* const info = node->info;
@@ -100,7 +96,7 @@ void VarExchangeNameInfo(VarNameInfo* list, const char* name1, const char* name2
 }
 
 char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name, const char* new_name) {
-  VarNameInfo* const node = *find_link<AsName>(&list, old_name);
+  VarNameInfo* const node = *find_link(&list, old_name);
   if (node == nullptr) return nullptr;
   char* const copy = stored_copy(new_name);
   if (copy == nullptr) return nullptr;
@@ -110,7 +106,7 @@ char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name, const char* ne
 }
 
 unsigned short VarLookupNameInfo(VarNameInfo* list, const char* name, void** info) {
-  const VarNameInfo* const node = *find_link<AsName>(&list, name);
+  const VarNameInfo* const node = *find_link(&list, name);
   if (node == nullptr) return 0;
   *info = node->info;
   return 1;

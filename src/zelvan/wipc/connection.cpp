@@ -1,10 +1,10 @@
+#include <zelvan/detail/heap_text.h>
 #include <zelvan/platform/clock.h>
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/processes.h>
 #include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/detail/connection.h>
-#include <zelvan/wipc/detail/heap_text.h>
 #include <zelvan/wipc/detail/owners.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/detail/words.h>

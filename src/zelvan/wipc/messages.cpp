@@ -1,5 +1,5 @@
+#include <zelvan/detail/heap_text.h>
 #include <zelvan/platform/sockets.h>
-#include <zelvan/wipc/detail/heap_text.h>
 #include <zelvan/wipc/detail/queue.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/detail/words.h>

@@ -10,6 +10,9 @@ namespace {
 // Up to here the sum of three squared differences is a whole number that a float holds exactly.
 constexpr int largest_channel = 2047;
 
+// Each count stands two places after its green, so that the sums are the first places in the end.
+constexpr int n_counts = largest_channel + 1 + 2;
+
 // Below either, the searches cost less than the sorting.
 constexpr unsigned int fewest_searches = 32;
 constexpr unsigned int fewest_entries = 64;
@@ -43,21 +46,21 @@ void put(ColorBlock* blocks, unsigned int place, const FloatColor& color, unsign
 ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(map) {
   if (searches < fewest_searches || map.map_size < fewest_entries) return;
   if (map.max_value > largest_channel) return;
-  const unsigned int n_blocks = map.map_size / ColorBlock::size + 3;
+  const unsigned int n_filled = map.map_size / ColorBlock::size + 1;  // the last not to its end
+  const unsigned int n_blocks = n_filled + 2;                         // with one more at each end
   if (!is_possible_array<ColorBlock>(n_blocks)) return;
-  first_.reset(new (std::nothrow) unsigned int[largest_channel + 3]());
+  first_.reset(new (std::nothrow) unsigned int[n_counts]());
   std::unique_ptr<ColorBlock[]> blocks(new (std::nothrow) ColorBlock[n_blocks]);
   if (first_ == nullptr || blocks == nullptr) return;
 
-  // Sorted by counting, which keeps entries of one green in their order. The counts stand two
-  // places on, so that they are the first places in the end.
+  // A counting sort, which keeps entries of one green in their order.
   for (unsigned int i = 1; i < map.map_size; ++i) {
     if (map.colors[i].red < 0) continue;
     if (!is_exact(map.colors[i])) return;
     ++first_[map.colors[i].green + 2];
   }
   first_[0] = first_[1] = ColorBlock::size;
-  for (int green = 2; green < largest_channel + 3; ++green) first_[green] += first_[green - 1];
+  for (int green = 2; green < n_counts; ++green) first_[green] += first_[green - 1];
   for (unsigned int i = 1; i < map.map_size; ++i) {
     const ColorRGB& color = map.colors[i];
     if (color.red >= 0) put(blocks.get(), first_[color.green + 1]++, in_float(color), i);

@@ -38,9 +38,8 @@ void become_child(MemList* list, MemEntry* entry, MemEntry* home);
 /// links and makes none.
 class Children {
  public:
-  /// No row before `first` is a child: so much is known from an earlier look. With the number of
-  /// all rows for it there is none.
-  explicit Children(int first) : first_row_(first) {}
+  /// Requires: no row before `first_row` is a child.
+  explicit Children(int first_row) : first_row_(first_row) {}
   ~Children();
   Children(const Children&) = delete;
   Children& operator=(const Children&) = delete;
@@ -49,18 +48,33 @@ class Children {
   /// looks through the table.
   void list_by_parent(const MemList* list);
 
-  /// The child of the entry at `parent` that comes next behind the row `last`, which is one of its
-  /// children or -1; `n_entries` if there is none.
+  /// Returns the row of the first child of the entry at `parent`; `n_entries` if there is none.
+  int first(const MemList* list, int parent) const {
+    return first_ == nullptr ? find_child(list, parent, first_row_)
+                             : skip_released(list, parent, first_[parent]);
+  }
+
+  /// Returns the row of the next child of that entry after its child at `last`, or `n_entries`.
   int next(const MemList* list, int parent, int last) const {
-    const bool has_none = first_row_ == list->n_entries;
-    return has_none ? list->n_entries : find_next(list, parent, last);
+    return first_ == nullptr ? find_child(list, parent, last + 1)
+                             : skip_released(list, parent, next_[last]);
   }
 
  private:
-  int find_next(const MemList* list, int parent, int last) const;
+  /// Returns the first row from `row` on that is a child of the entry at `parent`, or `n_entries`.
+  static int find_child(const MemList* list, int parent, int row) {
+    while (row < list->n_entries && list->entries[row].parent != parent) ++row;
+    return row;
+  }
+
+  /// Returns the first from the listed child at `child` on that is still one, or `n_entries`.
+  int skip_released(const MemList* list, int parent, int child) const {
+    while (child < list->n_entries && list->entries[child].parent != parent) child = next_[child];
+    return child;
+  }
 
   int first_row_;
-  int* first_ = nullptr;  ///< of each entry's children; `n_entries` for none
+  int* first_ = nullptr;  ///< of each entry, its first child; `n_entries` for none
   int* next_ = nullptr;   ///< of each child, the next child of its parent; `n_entries` at the end
 };
 

@@ -11,6 +11,8 @@
 namespace zelvan {
 namespace {
 
+bool is_ascii_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
 bool exists(const char* path) { return platform::_access(path, 0) == 0; }
 
 /// Puts the path on a drive, if it fits and exists there.
@@ -23,15 +25,15 @@ bool exists_on_drive(char letter, const char* path, char* candidate) {
 /// current one (0) while the current directory is on a share.
 bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
   constexpr unsigned last_root = path_size - 3;  // a root has three bytes at least
-  const char current_letter = static_cast<char>(current_drive + 64);
+  const char current_letter = static_cast<char>('A' - 1 + current_drive);
   if (current_drive != 0 && exists_on_drive(current_letter, path, candidate)) return true;
   char roots[path_size];
   const unsigned length = platform::GetLogicalDriveStringsA(path_size, roots);
   if (length == 0 || length >= path_size) return false;
   for (unsigned i = 0; i < last_root && roots[i] != '\0'; i += std::strlen(roots + i) + 1) {
     const std::string_view root = roots + i;
-    const bool is_drive = platform::IsCharAlphaA(root[0]) && root[0] != 'a' && root[0] != 'b' &&
-                          root.substr(1, 2) == ":\\";
+    const bool is_drive =
+        is_ascii_letter(root[0]) && root[0] != 'a' && root[0] != 'b' && root.substr(1, 2) == ":\\";
     if (is_drive && exists_on_drive(root[0], path, candidate)) return true;
   }
   return false;

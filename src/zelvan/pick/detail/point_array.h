@@ -1,44 +1,56 @@
 /// The arrays of points that polylines and polygons own: blocks of `malloc`, never shared.
 ///
-/// Every function returns null, and takes nothing, when there is no point or the heap refuses.
+/// A function that makes an array returns null and sets the count to 0 if there is no point or the
+/// heap refuses.
 #pragma once
 
 #include <zelvan/detail/array_size.h>
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/points.h>
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdlib>
 #include <memory>
 
 namespace zelvan {
 
-inline DblPt* allocate_points(std::size_t n) {
-  if (n == 0 || !is_possible_array<DblPt>(n)) return nullptr;
-  return static_cast<DblPt*>(std::malloc(n * sizeof(DblPt)));
-}
-
-/// `n` points at the origin.
-inline DblPt* make_points(unsigned int n) {
-  DblPt* points = allocate_points(n);
-  if (points != nullptr) std::uninitialized_fill_n(points, n, DblPt());
+inline DblPt* allocate_points(unsigned int* n) {
+  DblPt* points = nullptr;
+  if (*n != 0 && is_possible_array<DblPt>(*n)) {
+    points = static_cast<DblPt*>(std::malloc(*n * sizeof(DblPt)));
+  }
+  if (points == nullptr) *n = 0;
   return points;
 }
 
-/// The points (xs[i], ys[i]).
-inline DblPt* make_points(unsigned int n, const double* xs, const double* ys) {
-  DblPt* points = allocate_points(n);
-  if (points == nullptr) return nullptr;
-  for (unsigned int i = 0; i < n; ++i) std::construct_at(points + i, xs[i], ys[i]);
+/// Makes `n` points at the origin.
+inline DblPt* make_points(unsigned int* n) {
+  DblPt* const points = allocate_points(n);
+  std::uninitialized_fill_n(points, *n, DblPt());
   return points;
 }
 
-/// A copy of `n` points; of none when `from` is null.
-inline DblPt* copy_points(unsigned int n, const DblPt* from) {
-  DblPt* points = from != nullptr ? allocate_points(n) : nullptr;
-  if (points != nullptr) std::uninitialized_copy_n(from, n, points);
+/// Makes the points (xs[i], ys[i]).
+inline DblPt* make_points(unsigned int* n, const double* xs, const double* ys) {
+  DblPt* const points = allocate_points(n);
+  for (unsigned int i = 0; i < *n; ++i) std::construct_at(points + i, xs[i], ys[i]);
   return points;
+}
+
+/// Copies `n` points; none if `from` is null.
+inline DblPt* copy_points(unsigned int* n, const DblPt* from) {
+  if (from == nullptr) *n = 0;
+  DblPt* const points = allocate_points(n);
+  std::uninitialized_copy_n(from, *n, points);
+  return points;
+}
+
+/// Replaces an array and its count by a copy of another array.
+inline void assign_points(unsigned int* n, DblPt** points, unsigned int other_n,
+                          const DblPt* other) {
+  DblPt* const copy = copy_points(&other_n, other);
+  std::free(*points);
+  *points = copy;
+  *n = other_n;
 }
 
 /// Replaces each point by its image.

@@ -1,12 +1,11 @@
+#include <zelvan/detail/heap_text.h>
 #include <zelvan/platform/directories.h>
 #include <zelvan/platform/files.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
@@ -19,10 +18,7 @@ namespace {
 /// Of any length, or empty if it can't be had. The kernel marks a directory that lies outside
 /// the root of the process by a text that does not begin with `/`.
 std::string current_directory() {
-  struct Free {
-    void operator()(char* text) const { std::free(text); }
-  };
-  const std::unique_ptr<char, Free> text(::getcwd(nullptr, 0));
+  const HeapText text(::getcwd(nullptr, 0));
   return text != nullptr && text.get()[0] == '/' ? text.get() : "";
 }
 

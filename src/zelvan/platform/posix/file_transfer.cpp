@@ -1,3 +1,4 @@
+#include <zelvan/detail/heap_text.h>
 #include <zelvan/platform/file_transfer.h>
 #include <zelvan/platform/files.h>
 #include <zelvan/platform/posix/access_list.h>
@@ -8,8 +9,6 @@
 #include <zelvan/platform/posix/status.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
 #include <new>
 #include <string>
 
@@ -146,7 +145,7 @@ int CopyFileA(const char* from, const char* to) try {
   struct stat old;
   if (::lstat(to, &old) != 0) return errno == ENOENT && copy_to_new_name(in.get(), source, to);
   if (!S_ISLNK(old.st_mode)) return copy_over(in.get(), source, to, old);
-  const std::unique_ptr<char, decltype(&std::free)> target(::realpath(to, nullptr), &std::free);
+  const HeapText target(::realpath(to, nullptr));
   return target != nullptr && ::stat(target.get(), &old) == 0 &&
          copy_over(in.get(), source, target.get(), old);
 } catch (const std::bad_alloc&) {

@@ -76,8 +76,8 @@ int find_program(std::string* program) {
 struct Start {
   const char* program;
   char* const* arguments;
-  bool detached;         // in a session of its own
-  bool program_reports;  // keeps the report open, to write to it if it can't do its work
+  bool detached;                       // in a session of its own
+  char* const* shell_check = nullptr;  // arguments of a shell that must succeed first, if any
 };
 
 /// Ends a started process that can't become the program, and reports why.
@@ -92,7 +92,6 @@ struct Start {
 [[noreturn]] void become(const Start& start, int report, const sigset_t& callers_mask) {
   if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) give_up(report);
   ::closefrom(report_fd + 1);
-  if (start.program_reports) ::fcntl(report_fd, F_SETFD, 0);
   if (start.detached) ::setsid();
   // The caller's handlers must not run here once the signals are let through again.
   for (int signal = 1; signal < NSIG; ++signal) {
@@ -105,12 +104,26 @@ struct Start {
   give_up(report_fd);
 }
 
-/// Returns the errno in the report, 0 if the program closed it unwritten by starting. A shell that
-/// doesn't know its word writes less than an `errno`.
+/// Gives up with ENOENT if the shell of the check fails. Runs in the child, where waiting disturbs
+/// nobody; a caller that ignores SIGCHLD would leave nothing to wait for.
+void check_by_shell(char* const* arguments, int report, const sigset_t& callers_mask) {
+  const auto callers_action = ::signal(SIGCHLD, SIG_DFL);
+  const pid_t checker = ::fork();
+  if (checker == 0) become({shell, arguments, false}, report, callers_mask);
+  if (checker < 0) give_up(report);
+  int status = 0;
+  ::waitpid(checker, &status, 0);
+  ::signal(SIGCHLD, callers_action);
+  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return;
+  errno = ENOENT;
+  give_up(report);
+}
+
+/// Returns the errno in the report, 0 if the program closed it unwritten by starting.
 int read_report(int report) {
   int trouble = 0;
-  const ssize_t got = retry_interrupted([&] { return ::read(report, &trouble, sizeof trouble); });
-  return got > 0 && got < static_cast<ssize_t>(sizeof trouble) ? ENOENT : trouble;
+  retry_interrupted([&] { return ::read(report, &trouble, sizeof trouble); });
+  return trouble;
 }
 
 /// Runs the program as the child of a child that ends at once: so it falls to the system to
@@ -125,6 +138,7 @@ int run(const Start& start) {
   ::pthread_sigmask(SIG_SETMASK, &all_signals, &callers_mask);
   const pid_t child = ::fork();
   if (child == 0) {
+    if (start.shell_check != nullptr) check_by_shell(start.shell_check, report[1], callers_mask);
     const pid_t grandchild = ::fork();
     if (grandchild == 0) become(start, report[1], callers_mask);
     if (grandchild < 0) give_up(report[1]);
@@ -183,25 +197,20 @@ int start_result(int trouble) {
 int run_command(const char* command) {
   const std::string name = plain_first_word(command);
   std::vector<std::string> in_shell = {"sh", "-c", command};
-  if (name.empty()) return run({shell, argument_array(in_shell).data(), false, false});
+  if (name.empty()) return run({shell, argument_array(in_shell).data(), false});
   std::string program = name;
   const int trouble = find_program(&program);
   if (trouble == 0) {
     // The shell would do nothing but start it, and take a file that is no program for a script.
     const bool is_plain = std::strpbrk(command, special_to_shells) == nullptr;
     std::vector<std::string> words = is_plain ? split_command_line(command) : in_shell;
-    return run({is_plain ? program.c_str() : shell, argument_array(words).data(), false, false});
+    return run({is_plain ? program.c_str() : shell, argument_array(words).data(), false});
   }
   if (name.find('/') != std::string::npos) return trouble;
   // It can still be a word of the shell's own, which the shell is asked for before it goes to work.
-  std::vector<std::string> if_known = {
-      "sh",
-      "-c",
-      "command -v -- \"$1\" >/dev/null 2>&1 || { echo >&3; exit; }; exec 3>&-; eval \"$2\"",
-      "sh",
-      name,
-      command};
-  const int result = run({shell, argument_array(if_known).data(), false, true});
+  std::vector<std::string> check = {"sh", "-c", "command -v -- \"$1\" >/dev/null 2>&1", "sh", name};
+  const int result =
+      run({shell, argument_array(in_shell).data(), false, argument_array(check).data()});
   return result == ENOENT ? trouble : result;
 }
 
@@ -212,7 +221,7 @@ int CreateProcessA(const char* command_line) try {
   if (parts.empty()) return 0;
   std::string program = parts[0];
   if (find_program(&program) != 0) return 0;
-  return run({program.c_str(), argument_array(parts).data(), true, false}) == 0;
+  return run({program.c_str(), argument_array(parts).data(), true}) == 0;
 } catch (const std::bad_alloc&) {
   return 0;
 }

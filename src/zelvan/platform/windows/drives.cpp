@@ -11,7 +11,4 @@ unsigned GetLogicalDriveStringsA(unsigned size, char* roots) {
   return ::GetLogicalDriveStringsA(size, roots);
 }
 
-// The system's own would let in letters beyond ASCII.
-bool IsCharAlphaA(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
 }  // namespace zelvan::platform

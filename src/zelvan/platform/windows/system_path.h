@@ -1,12 +1,12 @@
-/// Paths as the system takes them, for calls whose narrow forms end at 259 characters.
+/// Paths for the system's wide calls: the narrow ones take no more than 259 characters.
 #pragma once
 
 #include <windows.h>
 
 namespace zelvan::platform {
 
-/// The absolute form of a path of up to 1023 bytes. One that does not fit is empty, which names no
-/// file. Longer ones than the system would take by default bear the mark that lifts its limit.
+/// The absolute form of a path of up to 1023 bytes; empty, which names no file, if that does not
+/// fit. A long path begins with `\\?\`, which lifts the system's default limit.
 class SystemPath {
  public:
   explicit SystemPath(const char* path);
@@ -14,7 +14,7 @@ class SystemPath {
   const wchar_t* get() const { return text_; }
 
  private:
-  static constexpr DWORD size = 2400;  // a path, the current directory ahead of it, and the mark
+  static constexpr DWORD size = 2400;  // the current directory, a path and the prefix
   wchar_t text_[size] = L"";
 };
 

@@ -8,7 +8,7 @@
 
 namespace zelvan {
 
-/// Below 256 the answer is one look into a table of bits; above, it is searched for among the
+/// Below 256 the answer is one look into a table; above, it is searched for among the
 /// members, of which few sets have any there. *Requires:* the members outlive the set.
 template <class Char, class Traits = std::char_traits<Char>>
 class CharacterSet {
@@ -21,7 +21,7 @@ class CharacterSet {
     for (const Char member : members) {
       const unsigned c = number(member);
       if (c < 256) {
-        low_[c / 32] |= 1u << c % 32;
+        low_[c] = true;
       } else {
         has_high_ = true;
       }
@@ -30,8 +30,9 @@ class CharacterSet {
 
   constexpr bool contains(Char character) const {
     const unsigned c = number(character);
-    if (c < 256) return (low_[c / 32] >> c % 32 & 1) != 0;
-    return has_high_ && members_.find(character) != none;
+    if (c >= 256) [[unlikely]]
+      return is_high_member(character);
+    return low_[c];
   }
 
   /// The first position in `text`, from `from` on, of a member. A search from `none` gives
@@ -55,15 +56,18 @@ class CharacterSet {
  private:
   static constexpr unsigned number(Char c) { return static_cast<std::make_unsigned_t<Char>>(c); }
 
+  // Out of line, so that the loops over a text stay short.
+  [[gnu::noinline]] constexpr bool is_high_member(Char character) const {
+    return has_high_ && members_.find(character) != none;
+  }
+
   constexpr std::size_t first(Text text, std::size_t from, bool member) const {
-    for (std::size_t i = from; i < text.size(); ++i) {
-      if (contains(text[i]) == member) return i;
-    }
-    return none;
+    while (from < text.size() && contains(text[from]) != member) ++from;
+    return from < text.size() ? from : none;
   }
 
   Text members_;
-  unsigned low_[8] = {};
+  bool low_[256] = {};
   bool has_high_ = false;
 };
 

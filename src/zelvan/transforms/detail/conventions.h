@@ -1,14 +1,12 @@
 /// What composing a matrix and reading it back agree on.
 #pragma once
 
+#include <zelvan/detail/short_pi.h>
+
 namespace zelvan {
 
 /// Bits of `Mtx2D::mirror`.
 enum : int { mirrored_in_x = 1, mirrored_in_y = 2 };
-
-/// Pi to ten digits, and not the full one: the elements of a turned matrix and the angle read
-/// back from it are stored and compared by callers, down to the last bit.
-constexpr double short_pi = 3.141592654;
 
 /// `short_pi / 180.0`, for angles that go in. Angles that come out are multiplied by 180.0 and
 /// then divided by `short_pi`, which is not always the same.
