@@ -1,7 +1,12 @@
 // Flat functions beside the operations that they stand for.
 #include <zelvan/zelvan.h>
 
+#include "support/printers.h"
+
+#include <algorithm>
 #include <cstring>
+#include <memory>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -35,8 +40,11 @@ TEST(FlatForms, MapAndClipToTheSameBits) {
   m.RealXfmPts(20, in.points, b.points);
   m.XfmPts(20, in.points, b.pixels);
   expect_same("zelvan_map_points", 0, 0);
-  zelvan_map_polygons_from_device(&pixels, &a_set, &m);
+  zelvan_map_points_from_device(20, in.pixels, a.points, &m);
   for (int i = 0; i < 20; ++i) m.InvXfmPt(&in.pixels[i], &b.points[i]);
+  expect_same("zelvan_map_points_from_device", 0, 0);
+  std::memset(a.points, 0, sizeof a.points);
+  zelvan_map_polygons_from_device(&pixels, &a_set, &m);
   std::memcpy(b.flags, in.flags, sizeof b.flags);
   expect_same("zelvan_map_polygons_from_device", a_set.n_points, 20);
   zelvan_map_polygons(&set, &a_set, &m);
@@ -55,6 +63,111 @@ TEST(FlatForms, MapAndClipToTheSameBits) {
   expect_same("zelvan_clip_polyline_to_view",
               zelvan_clip_polyline_to_view(in.points, 20, &view, a.points, a.begins, a.flags),
               ClipPolylineToView(in.points, 20, &view, b.points, b.begins, b.flags));
+}
+
+// Asks a region and the class form beside it at points on a grid, one by one and all at once.
+void expect_same_hits(const char* name, const CPickRegion* flat, const CPickRegion& region) {
+  SCOPED_TRACE(name);
+  ASSERT_NE(flat, nullptr);
+  std::vector<real_pt_t> points;
+  std::vector<unsigned char> expected;
+  for (int i = 0; i < 400; ++i) {
+    points.push_back({i % 20 / 2.0 - 2.0, i / 20 / 2.0 - 2.0});
+    expected.push_back(region.isInside(points[i].x, points[i].y, 0.5));
+    EXPECT_EQ(zelvan_hit_region(flat, points[i].x, points[i].y, 0.5), expected[i])
+        << "at " << testing::PrintToString(points[i]);
+  }
+  const auto n_hits = std::count(expected.begin(), expected.end(), 1);
+  std::vector<unsigned char> hits(400);
+  EXPECT_EQ(zelvan_hit_region_with_points(flat, 400, points.data(), 0.5, hits.data()), n_hits);
+  EXPECT_EQ(hits, expected);
+  EXPECT_EQ(zelvan_hit_region_with_points(flat, 400, points.data(), 0.5, nullptr), n_hits);
+}
+
+TEST(FlatForms, HitTheSameRegions) {
+  real_pt_t points[] = {{9, 9}, {0, 0}, {4, 1}, {1, 4}};
+  int flags[] = {drw_edge_close_visible, 1, 1, drw_edge_close_visible};
+  DblPt corners[] = {{0, 0}, {4, 1}, {1, 4}};
+  const drw_pset_t set = {4, points, flags};
+  CPickRect rect(4, 0, 1, 3);
+  CPickPolyline polyline(3, corners);
+  CPolygon polygon(3, corners);
+  const struct {
+    const char* name;
+    CPickRegion* flat;
+    CPickRegion& region;
+  } rows[] = {
+      {"zelvan_new_rect_region", zelvan_new_rect_region(4, 0, 1, 3), rect},
+      {"zelvan_new_polyline_region", zelvan_new_polyline_region(3, &points[1]), polyline},
+      {"zelvan_new_polygon_region", zelvan_new_polygon_region(3, &points[1]), polygon},
+      {"zelvan_new_region_of_polygon", zelvan_new_region_of_polygon(&set, 1), polygon},
+  };
+  Mtx2D turn(0, 0, Mtx2DOrientRot90, 1, 2, 4, 0);
+  for (const auto& row : rows) {
+    expect_same_hits(row.name, row.flat, row.region);
+    CPickRegion* const flat_mapped = zelvan_map_region(row.flat, &turn);
+    const std::unique_ptr<CPickRegion> mapped(row.region.xfm(turn));
+    expect_same_hits("zelvan_map_region", flat_mapped, *mapped);
+    zelvan_delete_region(flat_mapped);
+    zelvan_delete_region(row.flat);
+  }
+  EXPECT_EQ(zelvan_count_polygons(&set), 2);
+  EXPECT_EQ(zelvan_new_polyline_region(1, points), nullptr) << "one point is no line";
+  EXPECT_EQ(zelvan_new_polygon_region(2, points), nullptr) << "two points enclose nothing";
+  EXPECT_EQ(zelvan_new_region_of_polygon(&set, 0), nullptr) << "a polygon of one vertex";
+  EXPECT_EQ(zelvan_new_region_of_polygon(&set, 2), nullptr) << "no such polygon";
+  zelvan_delete_region(nullptr);
+}
+
+TEST(FlatForms, FillColorMapsAlike) {
+  const int rgb[] = {1, 2, 3, 4, 5, 6};
+  const char* const texts[] = {"HSV 240 1 1", "Name \"dark blue\"", "dark blue", nullptr};
+  for (const int* given : {&rgb[0], static_cast<const int*>(nullptr)}) {
+    ColorMap* const flat = zelvan_new_color_map(2, 31, given);
+    ColorMap map(2, 31);
+    if (given != nullptr) map = ColorMap(2, 31, const_cast<int*>(given));
+    EXPECT_TRUE(map.Identical(flat)) << "as made";
+    EXPECT_EQ(flat->max_value, 31u);
+    for (const int index : {-1, 0, 1, 2}) {
+      for (const char* text : texts) {
+        EXPECT_EQ(zelvan_set_color(flat, index, text), map.SetIndex(index, text)) << text;
+        EXPECT_TRUE(map.Identical(flat)) << "entry " << index << " set to " << text;
+      }
+      ColorRGB named(0, 0, 0);
+      EXPECT_TRUE(named.FindName(const_cast<char*>("navy")));
+      const bool has_index = index == 0 || index == 1;
+      EXPECT_EQ(zelvan_set_named_color(flat, index, "navy"), has_index) << index;
+      EXPECT_EQ(zelvan_set_named_color(flat, index, "no colour"), 0);
+      if (has_index) map.SetMap(index, &named);
+      EXPECT_TRUE(map.Identical(flat)) << "entry " << index << " set to navy";
+    }
+    zelvan_delete_color_map(flat);
+  }
+  zelvan_delete_color_map(nullptr);
+}
+
+TEST(FlatForms, ReadTheSameLineTypes) {
+  CLineTypeDefList list;
+  CLineTypeDefList* const flat = zelvan_new_line_types();
+  for (unsigned int index = 0; index <= 14; ++index) {
+    SCOPED_TRACE(testing::Message() << "line type " << index);
+    CLineTypeDefinition none;
+    none.SetPatternLength(-1.0);
+    CLineTypeDefinition* const found = list.GetDefinition(index);
+    CLineTypeDefinition& type = found == nullptr ? none : *found;
+    CLineTypeDefPattern& pattern = type.GetPattern();
+    const int count = pattern.GetNumFragments();
+    EXPECT_EQ(zelvan_count_fragments(flat, index), found == nullptr ? -1 : count);
+    EXPECT_EQ(zelvan_get_pattern_length(flat, index), type.GetPatternLength());
+    EXPECT_EQ(zelvan_get_fragment(flat, index, -1), -1.0);
+    double length = pattern.GetFirstFragment();
+    for (int i = 0; i <= count; ++i) {
+      EXPECT_EQ(zelvan_get_fragment(flat, index, i), length) << "fragment " << i;
+      length = pattern.GetNextFragment();
+    }
+  }
+  zelvan_delete_line_types(flat);
+  zelvan_delete_line_types(nullptr);
 }
 
 }  // namespace
