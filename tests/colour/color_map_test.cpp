@@ -38,6 +38,51 @@ TEST(ColorMap, SetsEntriesThatItHas) {
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
 }
 
+TEST(ColorMap, IsIdenticalToOneOfTheSameEntriesOnAnyScale) {
+  ColorMap map = five_pens(), other = five_pens(), short_one(4, 255);
+  other.max_value = 7;
+  EXPECT_EQ(map.Identical(&other), 1) << "on another scale";
+  EXPECT_EQ(map.Identical(&short_one), 0) << "of another size";
+  for (int ColorRGB::*channel : {&ColorRGB::red, &ColorRGB::green, &ColorRGB::blue}) {
+    other.colors[4].*channel += 1;
+    EXPECT_EQ(map.Identical(&other), 0) << testing::PrintToString(other.colors[4]);
+    map.CopyColorMap(&other);
+    EXPECT_EQ(map.Identical(&other), 1);
+  }
+  map.CopyColorMap(&short_one);
+  EXPECT_EQ(short_one.colors[0], ColorRGB(0, 0, 0)) << "another size is left alone";
+}
+
+TEST(GetValue, IsWhatAnImageHoldsForAPen) {
+  int rgb[] = {0, 0, 0, 0x11, 0x22, 0x33};
+  ColorMap map(2, 255, rgb), empty(0, 255);
+  EXPECT_EQ(map.GetValue(ImageType8Bit, RGBOrderRedHigh, 9), 9u) << "the pen itself";
+  for (const ImageType packed : {ImageType1Bit, ImageType32Bit}) {
+    EXPECT_EQ(map.GetValue(packed, RGBOrderBlueHigh, 1), 0x332211u);
+    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, 1), 0x112233u);
+    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, 2), 1u) << "beyond the map";
+    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, -1), 1u) << "before it";
+    EXPECT_EQ(empty.GetValue(packed, RGBOrderRedHigh, 0), 1u) << "no entries";
+  }
+  EXPECT_EQ(map.GetValue(static_cast<ImageType>(2), RGBOrderRedHigh, 1), 1u) << "no such type";
+}
+
+TEST(MakeRoList, FillsInTheLowestFreePens) {
+  ColorRWMap used(3), free_ones(6);
+  used.rw_count = 3;
+  for (const int i : {0, 1, 2}) used.rw_list[i] = 2 * i;  // 0, 2, 4
+  used.MakeRoList(&free_ones, 1);
+  EXPECT_EQ(std::vector(free_ones.rw_list, free_ones.rw_list + free_ones.rw_count),
+            (std::vector{1u, 3u}))
+      << "6 less 3 in use less 1 reserved";
+  used.rw_count = 0;
+  used.MakeRoList(&free_ones, -7);
+  EXPECT_EQ(free_ones.rw_count, 6u) << "no more than there is room for";
+  EXPECT_EQ(free_ones.rw_list[5], 5u);
+  used.MakeRoList(&free_ones, 7);
+  EXPECT_EQ(free_ones.rw_count, 0u) << "less than nothing";
+}
+
 TEST(GetClosestColor, RemembersTheLastAnswer) {
   ColorMap map = five_pens();
   ColorMap empty(0, 255);

@@ -1,3 +1,4 @@
+#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_value.h>
 
 #include <cmath>
@@ -21,4 +22,56 @@ TEST(ColorValue, TakesColoursFromOtherForms) {
   EXPECT_EQ(color, ColorValue(0x23, 0, 0, 0, 0)) << "a pen: the low 8 bits";
   color.SetColorValueFromPackedColor(0x80332211);
   EXPECT_EQ(color, ColorValue(-1, 255, 0x11, 0x22, 0x33)) << "any of the high bits: a colour";
+}
+
+TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {
+  const ColorValue value(1, 2, 3, 4, 5);
+  EXPECT_TRUE(value == ColorValue(value));
+  for (const ColorValue& other :
+       {ColorValue(0, 2, 3, 4, 5), ColorValue(1, 0, 3, 4, 5), ColorValue(1, 2, 0, 4, 5),
+        ColorValue(1, 2, 3, 0, 5), ColorValue(1, 2, 3, 4, 0)}) {
+    EXPECT_TRUE(value != other) << testing::PrintToString(other);
+  }
+}
+
+// The background is (7, 100, 100); pen and alpha of the foreground are 1 and 2.
+TEST(AdjustForeground, MovesAColourThatCannotBeToldFromTheBackground) {
+  const struct {
+    ColAdjT mode;
+    ColorRGB before, after, undone;
+    const char* why;
+  } rows[] = {
+      {ColAdjNudge, {0, 96, 103}, {1, 96, 103}, {0, 96, 103}, "7 + 4 + 3 is less than 15"},
+      {ColAdjNudge, {0, 96, 104}, {0, 96, 104}, {0, 96, 104}, "15 is not"},
+      {ColAdjInvert, {5, 96, 100}, {250, 159, 155}, {250, 159, 155}, "no nudge is taken back"},
+  };
+  for (const auto& [mode, before, after, undone, why] : rows) {
+    const auto with = [](const ColorRGB& c) { return ColorValue(1, 2, c.red, c.green, c.blue); };
+    ColorValue background(9, 9, 7, 100, 100), saved = with(before), value = saved;
+    value.AdjustForeground(background, mode);
+    EXPECT_EQ(value, with(after)) << why;
+    value.UndoAdjustForeground(saved);
+    EXPECT_EQ(value, with(undone)) << why;
+  }
+  ColorValue full(1, 2, 255, 255, 255), saved = full;
+  full.AdjustForeground(saved, ColAdjNudge);
+  EXPECT_EQ(full.GetRed(), 254) << "a full red goes down";
+  for (const auto set : {&ColorValue::SetGreen, &ColorValue::SetBlue}) {
+    ColorValue other = full;
+    (other.*set)(0);
+    other.UndoAdjustForeground(saved);
+    EXPECT_EQ(other.GetRed(), 254) << "green or blue has changed since";
+  }
+}
+
+TEST(ColorValue, TakesPensFromAMap) {
+  int rgb[] = {0, 0, 0, 1, 2, 3, 9, 9, 9};
+  ColorMap map(3, 255, rgb);
+  ColorValue near_2(7, 0, 9, 9, 12), at_2(7, 0, 9, 9, 10);
+  near_2.SetExactColorValuePenFromRGB(map);
+  at_2.SetExactColorValuePenFromRGB(map);
+  EXPECT_EQ(near_2.GetPen(), 7) << "3 away in blue, 1 in the mean";
+  EXPECT_EQ(at_2.GetPen(), 2) << "1 away in blue, 0 in the mean";
+  near_2.SetColorValuePenFromRGB(map);
+  EXPECT_EQ(near_2.GetPen(), 2) << "the closest";
 }

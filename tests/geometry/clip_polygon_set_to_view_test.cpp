@@ -40,7 +40,13 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   EXPECT_EQ(to_view({{{0, 0}, {10, 0}, {2, 2}, {0, 10}}}), Set{}) << "not convex";
   EXPECT_EQ(to_view({{{0, 0}, {10, 10}, {0, 10}, {10, 0}}}), Set{}) << "crosses over";
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {10, 0}, {5, 9}}}), Set{}) << "three corners in line";
-  EXPECT_EQ(to_view({{{0, 0}, {0, HUGE_VAL}, {10, HUGE_VAL}, {10, 0}}}), Set{}) << "not finite";
+  EXPECT_EQ(to_view({{{0, 0}, {0, 5}, {0, 5}, {0, 0}}}), Set{}) << "no width";
+  EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {5, 0}, {0, 0}}}), Set{}) << "no height";
+  for (int k = 0; k < 8; ++k) {
+    real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
+    (k % 2 == 0 ? view.corners[k / 2].x : view.corners[k / 2].y) = HUGE_VAL;
+    EXPECT_EQ(to_view(view), Set{}) << "corner " << k / 2 << " is not finite";
+  }
 }
 
 #ifdef __SIZEOF_INT128__

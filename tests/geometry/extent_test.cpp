@@ -1,5 +1,7 @@
 #include <zelvan/geometry/extent.h>
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 struct Box {
@@ -27,6 +29,8 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
       {{-3, 4}, {3, -4}, {{3, 4}, {-5, -5}}, "over due west and south"},
       {{-4, -3}, {4, 3}, {{5, 3}, {-4, -5}}, "over due south and east"},
       {{3, -4}, {4, 3}, {{5, 3}, {3, -4}}, "over due east"},
+      {{0, 0}, {4, 3}, {{0, 0}, {0, 0}}, "one end is the centre"},
+      {{4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other is"},
       {{9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north"},
   };
   for (auto [from, to, wanted, why] : rows) {
@@ -44,4 +48,29 @@ TEST(MaxminCubic, HoldsTheTurningPoints) {
   Box box;
   utl_maxmin_cubic(x_and_y, &box.max, &box.min);
   expect_box(box, {{1.25, 0}, {-12.25, -1}}, "turning at 1/8 and 7/8, and at 1/2");
+  double outside[] = {0, 1, 4, 0, 1, 0, 3, 2};
+  utl_maxmin_cubic(outside, &box.max, &box.min);
+  expect_box(box, {{5, 6}, {0, 2}}, "turning at -2, and nowhere");
+}
+
+TEST(MaxminConic, HoldsEndsAndSamples) {
+  Box box;
+  utl_conic_t half = {1, 0, 4, 0, 0, -16, {4, 0}, {-4, 0}, 0};  // x^2 + 4 y^2 = 16, above y = 0
+  utl_maxmin_conic(&half, &box.max, &box.min);
+  EXPECT_NEAR(box.max.y, 2, 0.0022 * 2) << "0.22 % short of the top at most";
+  expect_box({{box.max.x, 2}, box.min}, {{4, 2}, {-4, 0}}, "its ends");
+}
+
+TEST(MaxminCircle, ReachesTheRadiusToEachSide) {
+  real_pt_t center = {1, 2};
+  Box box;
+  utl_maxmin_circle(&center, 4, &box.max, &box.min);
+  expect_box(box, {{5, 6}, {-3, -2}}, "of radius 4");
+}
+
+TEST(MaxminRotrect, IsTheBoxOfTheTurnedBox) {
+  real_pt_t center = {1, 1};
+  double box[] = {1, 1, 4, 2};
+  utl_maxmin_rotrect(&center, box, M_PI / 2);
+  expect_box({{box[2], box[3]}, {box[0], box[1]}}, {{1, 4}, {0, 1}}, "a quarter turn");
 }

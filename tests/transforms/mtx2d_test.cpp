@@ -30,6 +30,32 @@ TEST(SetXfm, TurnsThenScalesAboutTheReferencePoint) {
   expect(Mtx2DOrientRot90ReflectX, {0, -3}, {-2, -0.0}, Mtx2DTypeQuadrant, 1);
 }
 
+TEST(Mtx2D, DiffersByAnyOfItsSixElements) {
+  for (double Mtx2D::*element :
+       {&Mtx2D::m11, &Mtx2D::m12, &Mtx2D::m21, &Mtx2D::m22, &Mtx2D::tx, &Mtx2D::ty}) {
+    Mtx2D identity = matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeGeneral), other = identity;
+    EXPECT_FALSE(identity != other);
+    other.*element += 7;
+    EXPECT_TRUE(identity != other) << testing::PrintToString(other);
+    identity.SetIdentity();
+    other.SetIdentity();
+    EXPECT_EQ(identity.type, Mtx2DTypeIdentity);
+    EXPECT_EQ(other.type, Mtx2DTypeGeneral) << testing::PrintToString(other);
+  }
+}
+
+TEST(SetType, TellsDiagonalAndQuadrantByTheZeros) {
+  const auto expect = [](real_pt_t x, real_pt_t y, int type) {
+    Mtx2D m = matrix(x, y, {5, 6}, Mtx2DTypeIdentity);
+    m.SetType();
+    EXPECT_EQ(m, matrix(x, y, {5, 6}, type));
+  };
+  expect({1, -0.0}, {0, 1}, Mtx2DTypeDiagonal);
+  expect({0, 1}, {1, -0.0}, Mtx2DTypeQuadrant);
+  expect({1, 0}, {2, 1}, Mtx2DTypeGeneral);
+  expect({0, 1}, {1, 2}, Mtx2DTypeGeneral);
+}
+
 TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
   for (int degrees = -720; degrees <= 720; degrees += 15) {
     Mtx2D m;
@@ -230,6 +256,7 @@ TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
   EXPECT_EQ(rounded({{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}}, true),
             (Ints{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}}))
       << "last and first aren't compared; what no flag closes is dropped, and 7 closes nothing";
+  EXPECT_EQ(rounded({{{0, 0}, 1}}, true), Ints{}) << "nothing is closed";
 }
 
 TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
