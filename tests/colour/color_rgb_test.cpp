@@ -79,15 +79,6 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
   }
 }
 
-TEST(ColorRGB, PacksChannelsIntoANumberEitherWay) {
-  ColorRGB color;
-  color.BGR32BitToRGBColor(0x7F112233);
-  EXPECT_EQ(color, ColorRGB(0x11, 0x22, 0x33)) << "bits 24 to 31 have no say";
-  EXPECT_EQ(color.RGBToBGR32BitColor(), 0x112233u);
-  color.RGB32BitToRGBColor(0x112233);
-  EXPECT_EQ(color, ColorRGB(0x33, 0x22, 0x11));
-}
-
 TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {
   std::map<unsigned int, std::string> first_names;
   for (const zelvan::NamedColor& row : zelvan::named_colors) {

@@ -1,4 +1,3 @@
-#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_value.h>
 
 #include <cmath>
@@ -53,25 +52,4 @@ TEST(AdjustForeground, MovesAColourThatCannotBeToldFromTheBackground) {
     value.UndoAdjustForeground(saved);
     EXPECT_EQ(value, with(undone)) << why;
   }
-  ColorValue full(1, 2, 255, 255, 255), saved = full;
-  full.AdjustForeground(saved, ColAdjNudge);
-  EXPECT_EQ(full.GetRed(), 254) << "a full red goes down";
-  for (const auto set : {&ColorValue::SetGreen, &ColorValue::SetBlue}) {
-    ColorValue other = full;
-    (other.*set)(0);
-    other.UndoAdjustForeground(saved);
-    EXPECT_EQ(other.GetRed(), 254) << "green or blue has changed since";
-  }
-}
-
-TEST(ColorValue, TakesPensFromAMap) {
-  int rgb[] = {0, 0, 0, 1, 2, 3, 9, 9, 9};
-  ColorMap map(3, 255, rgb);
-  ColorValue near_2(7, 0, 9, 9, 12), at_2(7, 0, 9, 9, 10);
-  near_2.SetExactColorValuePenFromRGB(map);
-  at_2.SetExactColorValuePenFromRGB(map);
-  EXPECT_EQ(near_2.GetPen(), 7) << "3 away in blue, 1 in the mean";
-  EXPECT_EQ(at_2.GetPen(), 2) << "1 away in blue, 0 in the mean";
-  near_2.SetColorValuePenFromRGB(map);
-  EXPECT_EQ(near_2.GetPen(), 2) << "the closest";
 }

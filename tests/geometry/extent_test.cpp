@@ -61,13 +61,6 @@ TEST(MaxminConic, HoldsEndsAndSamples) {
   expect_box({{box.max.x, 2}, box.min}, {{4, 2}, {-4, 0}}, "its ends");
 }
 
-TEST(MaxminCircle, ReachesTheRadiusToEachSide) {
-  real_pt_t center = {1, 2};
-  Box box;
-  utl_maxmin_circle(&center, 4, &box.max, &box.min);
-  expect_box(box, {{5, 6}, {-3, -2}}, "of radius 4");
-}
-
 TEST(MaxminRotrect, IsTheBoxOfTheTurnedBox) {
   real_pt_t center = {1, 1};
   double box[] = {1, 1, 4, 2};

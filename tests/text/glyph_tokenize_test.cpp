@@ -60,6 +60,9 @@ TEST(GlyphTokenize, AsksTheFirstVariableThatIsNotEmpty) {
       {"jv_ID.UTF-8", "", "", false, "another language that begins with j"},
       {"jam_JM", "", "", false, "a language of three letters that begins with ja"},
       {"", nullptr, "", false, "no language at all"},
+      {"J", nullptr, "", false, "one letter"},
+      {"1a", nullptr, "", false, "no letter first"},
+      {"j{", nullptr, "", false, "no letter second"},
   };
   for (const auto& row : rows) {
     support::set_environment("LC_ALL", row.lc_all);

@@ -86,6 +86,8 @@ TEST(StrParse, TakesANumberThatStandsByItself) {
                     {"12.5x", "word '12.5x', left ''", "something follows"},
                     {"12\tx", "word '12\tx', left ''", "a tab follows, which is no blank"},
                     {".", "word '.', left ''", "a point without a digit"},
+                    {"-", "word '-', left ''", "a sign alone"},
+                    {"-ab", "word '-ab', left ''", "a sign before letters"},
                     {"+ 5", "number '+' = 0.000000, left ' 5'", "a digit two places on"},
                     {"-. ", "number '-.' = 0.000000, left ' '", "no digit, so no sign"},
                 });

@@ -44,18 +44,6 @@ TEST(Mtx2D, DiffersByAnyOfItsSixElements) {
   }
 }
 
-TEST(SetType, TellsDiagonalAndQuadrantByTheZeros) {
-  const auto expect = [](real_pt_t x, real_pt_t y, int type) {
-    Mtx2D m = matrix(x, y, {5, 6}, Mtx2DTypeIdentity);
-    m.SetType();
-    EXPECT_EQ(m, matrix(x, y, {5, 6}, type));
-  };
-  expect({1, -0.0}, {0, 1}, Mtx2DTypeDiagonal);
-  expect({0, 1}, {1, -0.0}, Mtx2DTypeQuadrant);
-  expect({1, 0}, {2, 1}, Mtx2DTypeGeneral);
-  expect({0, 1}, {1, 2}, Mtx2DTypeGeneral);
-}
-
 TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
   for (int degrees = -720; degrees <= 720; degrees += 15) {
     Mtx2D m;

@@ -12,11 +12,3 @@ TEST(DblPt, EqualsPointsInASquareAboutIt) {
   EXPECT_FALSE(point.isEqualTo(point, 0)) << "no point equals itself without a tolerance";
   EXPECT_FALSE(point.isEqualTo({10, NAN}, 1));
 }
-
-TEST(IntPt, EqualsItsCopyAlone) {
-  IntPt point;
-  point.set(1, 2);
-  EXPECT_TRUE(point == IntPt(1, 2));
-  EXPECT_FALSE(point == IntPt(0, 2));
-  EXPECT_FALSE(point == IntPt(1, 0));
-}

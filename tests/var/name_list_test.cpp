@@ -45,32 +45,6 @@ struct List {
   VarNameInfo* head = nullptr;
 };
 
-TEST(VarAddNameInfo, AppendsAtTheTailUnlessTheNameIsThereInAnyCase) {
-  List list = {{"width", 1}};
-  EXPECT_STREQ(VarAddNameInfo(&list.head, "Height", List::info(2)), "Height");
-  EXPECT_FALSE(list.add("WIDTH", 3));
-  EXPECT_EQ(list.entries(), (Entries{{"width", 1}, {"Height", 2}}));
-}
-
-TEST(VarInsertNameInfo, PutsTheNodeBesideItsReference) {
-  const struct {
-    int position;
-    const char* reference;
-    Entries expected;
-    const char* why;
-  } rows[] = {
-      {0, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "before the head"},
-      {1, "a", {{"a", 1}, {"new", 9}, {"b", 2}}, "after the head"},
-      {2, "none", {{"a", 1}, {"b", 2}, {"new", 9}}, "at the tail, without a reference"},
-      {-1, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "other positions mean before"},
-  };
-  for (const auto& row : rows) {
-    List list = {{"a", 1}, {"b", 2}};
-    EXPECT_TRUE(list.insert("new", 9, row.position, row.reference));
-    EXPECT_EQ(list.entries(), row.expected) << "position " << row.position << ": " << row.why;
-  }
-}
-
 TEST(VarExchangeNameInfo, SwapsInfosAndLeavesNamesInPlace) {
   List list = {{"a", 1}, {"b", 2}, {"c", 3}};
   VarExchangeNameInfo(list.head, "C", "a");
@@ -167,10 +141,11 @@ TEST(VarNameList, BehavesLikeAVectorOfPairs) {
         if (fits) model.entries.emplace_back(stored, step);
         ASSERT_EQ(list.add(name, step), fits);
       } else if (operation == 4) {
-        const auto reference = model.last(other);
-        const bool fits = !is_there && reference != model.entries.end();
-        const int position = random.below(2);  // before or after
-        if (fits) model.entries.insert(reference + position, {stored, step});
+        const int position = random.below(4) - 1;  // 1: after, 2: at the tail, others: before
+        const auto reference = position == 2 ? model.entries.end() : model.last(other);
+        const bool fits = position == 2 ? !model.has_as_written(name)
+                                        : !is_there && reference != model.entries.end();
+        if (fits) model.entries.insert(reference + (position == 1), {stored, step});
         ASSERT_EQ(list.insert(name, step, position, other), fits);
       } else if (operation == 5) {
         ASSERT_EQ(List::number(VarDeleteNameInfo(&list.head, name.c_str())),
