@@ -54,7 +54,6 @@ decltype(&::FlushFileBuffers) __wrap___imp_FlushFileBuffers = [](HANDLE file) {
   ::SetLastError(flush_error);
   return flush_error == 0 ? __real___imp_FlushFileBuffers(file) : FALSE;
 };
-
 }
 
 namespace {
