@@ -84,12 +84,6 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
   expect_refusals("ColorRWMap", 1, [] { return ColorRWMap(1).rw_size == 1; });
   expect_refusals("ColorXfm", 1, [] { return ColorXfm(1).xfm_size == 1; });
   expect_refusals("ColOpen", 2, [] { return Map(ColOpen(1, 9), ColDeleteColorMap) != nullptr; });
-  expect_refusals("ColOpenXfm", 2, [] {
-    ColorXfm* xfm = ColOpenXfm(1);
-    const bool is_made = xfm != nullptr;
-    ColCloseXfm(&xfm);
-    return is_made;
-  });
   expect_refusals("ColNewColorMap", 2,
                   [&] { return Map(ColNewColorMap(1, 9, rgb), ColDeleteColorMap) != nullptr; });
 }

@@ -38,11 +38,10 @@ TEST(ColorMap, SetsEntriesThatItHas) {
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
 }
 
-TEST(ColorMap, IsIdenticalToOneOfTheSameEntriesOnAnyScale) {
-  ColorMap map = five_pens(), short_one(4, 255);
-  EXPECT_EQ(map.Identical(&short_one), 0) << "of another size";
+TEST(ColorMap, IsIdenticalToOneOfTheSameEntries) {
+  ColorMap map = five_pens(), other(5, 31), short_one(4, 255);
+  EXPECT_EQ(map.Identical(&short_one), 0);
   for (int ColorRGB::*channel : {&ColorRGB::red, &ColorRGB::green, &ColorRGB::blue}) {
-    ColorMap other(5, 31);
     map.CopyColorMap(&other);
     EXPECT_EQ(map.Identical(&other), 1);
     other.colors[4].*channel += 1;
@@ -62,16 +61,6 @@ TEST(GetValue, IsWhatAnImageHoldsForAPen) {
     EXPECT_EQ(empty.GetValue(packed, RGBOrderRedHigh, 0), 1u) << "no entries";
   }
   EXPECT_EQ(map.GetValue(static_cast<ImageType>(2), RGBOrderRedHigh, 1), 1u) << "no such type";
-}
-
-TEST(MakeRoList, FillsInTheLowestFreePens) {
-  ColorRWMap used(3), free_ones(6);
-  used.rw_count = 3;
-  for (const int i : {0, 1, 2}) used.rw_list[i] = 2 * i;  // 0, 2, 4
-  used.MakeRoList(&free_ones, 1);
-  EXPECT_EQ(std::vector(free_ones.rw_list, free_ones.rw_list + free_ones.rw_count),
-            (std::vector{1u, 3u}))
-      << "6 less 3 in use less 1 reserved";
 }
 
 TEST(GetClosestColor, RemembersTheLastAnswer) {

@@ -5,12 +5,10 @@
 
 struct LoggerInside {
   static constexpr auto init = &Logger::init;
-  static constexpr auto date = &Logger::getCurrentDate;
   static constexpr auto open = &Logger::openFile;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
   static inline auto& files = Logger::max_num_files;
-  static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
   static inline auto& number = Logger::file_number;
   static inline auto& appends = Logger::reopen_for_append;

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 #include <logger/inside.h>
-#include <support/heap.h>
 #include <support/system.h>
 
 namespace {
@@ -64,8 +63,6 @@ TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
       {variables[0], " +7 of them", 7, "begins with a number"},
       {variables[0], "0", 1, "at least 1"},
       {variables[0], "99999999999", 2147483647, "the nearest int"},
-      {variables[1], "999", 1000, "at least 1000"},
-      {variables[1], "2000", 2000, "more lines"},
       {variables[2], "-3", 0, "at least 0"},
       {variables[2], "9", 4, "at most 4"},
   };
@@ -74,9 +71,7 @@ TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
     support::set_environment(row.variable, row.value);
     Logger log(nullptr);
     (log.*In::init)();
-    const int found = row.variable == variables[0]   ? In::files
-                      : row.variable == variables[1] ? In::most_lines
-                                                     : In::level;
+    const int found = row.variable == variables[0] ? In::files : In::level;
     EXPECT_EQ(found, row.expected) << row.variable << ": " << row.why;
     EXPECT_FALSE(In::is_pending);
   }
@@ -120,28 +115,6 @@ TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
   EXPECT_EQ(In::file, nullptr);
   EXPECT_EQ(content(prefix + "7.log"), "12345") << "a second opening begins the file anew";
   std::filesystem::remove(prefix + "7.log");
-}
-
-TEST_F(LoggerTest, WritesTheDateInUpTo63Bytes) {
-  const std::string fits(63, '-');
-  for (const std::string& format : {std::string("%%"), fits, fits + '-'}) {
-    char* date = nullptr;
-    (Logger(nullptr).*In::date)(format.c_str(), &date);
-    EXPECT_STREQ(date, format == "%%" ? "%" : format == fits ? fits.c_str() : "") << format;
-    std::free(date);
-  }
-}
-
-TEST_F(LoggerTest, SurvivesARefusingHeap) {
-  Logger log("name");
-  log.setFilePrefix("kept-");
-  heap::refuse(1, false);  // not for good, or there would be no room for the exception
-  log.setFilePrefix("a prefix of more bytes than a string holds within itself");
-  heap::refuse(1, false);
-  log.setClassname(In::prefix.data());
-  heap::grant_all();
-  EXPECT_EQ(In::prefix, "kept-");
-  EXPECT_TRUE(heap::is_null(log.*In::name));
 }
 
 }  // namespace

@@ -19,28 +19,6 @@ TEST(MemList, BehavesLikeAPlainModelWithoutATrace) {
   }
 }
 
-TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
-  MemPool pool = {100, 0};
-  MemList* list = MemListNew(&pool, [](MemException*) -> unsigned short { return 0; });
-  int one, other;
-  void *large = nullptr, *small = nullptr;
-  MemSetDefaultList(list);
-  MemSetDefaultObject(&one);
-  EXPECT_EQ(MemAllocate(nullptr, 50, nullptr, &large), MEM_SUCCESS) << "by the defaults";
-  EXPECT_EQ(MemAllocate(list, 10, &other, &small), MEM_SUCCESS);
-  MemListRemoveFromSearch(list, &one);
-  EXPECT_EQ(MemListRemoveLargest(list), 1);
-  EXPECT_EQ(small, nullptr) << "the largest that may be chosen";
-  EXPECT_EQ(MemListRemoveOldest(list), 0) << "none may be";
-  EXPECT_NE(large, nullptr);
-  MemListInitializeSearch(list);
-  EXPECT_EQ(MemListRemoveOldest(list), 1);
-  EXPECT_EQ(large, nullptr);
-  MemSetDefaultList(nullptr);
-  MemSetDefaultObject(nullptr);
-  MemListDelete(&list);
-}
-
 std::vector<int> codes;  // that the handler was called with
 int gives_up_at;
 
@@ -74,6 +52,22 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
     EXPECT_EQ(pool.used, row.used + (row.status == MEM_SUCCESS ? row.size : 0)) << row.why;
     MemFree(list, owner);
   }
+  MemListDelete(&list);
+}
+
+TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
+  MemPool pool = {100, 0};
+  MemList* list = MemListNew(&pool, answer);
+  void *large = nullptr, *small = nullptr;
+  MemAllocate(list, 50, &large, &large);
+  MemAllocate(list, 10, &small, &small);
+  MemListRemoveFromSearch(list, &large);  // by the key
+  EXPECT_EQ(MemListRemoveLargest(list), 1);
+  EXPECT_EQ(small, nullptr) << "the largest that may be chosen";
+  EXPECT_EQ(MemListRemoveOldest(list), 0) << "none may be";
+  MemListInitializeSearch(list);
+  EXPECT_EQ(MemListRemoveOldest(list), 1);
+  EXPECT_EQ(large, nullptr);
   MemListDelete(&list);
 }
 

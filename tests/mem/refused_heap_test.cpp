@@ -44,14 +44,4 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
   }
 }
 
-TEST(MemListNew, IsNullWhereTheHeapRefuses) {
-  MemPool pool = {99, 0};
-  MemList* list = nullptr;
-  const auto make = [&] {
-    list = MemListNew(&pool, give_up);
-    MemListDelete(&list);
-  };
-  EXPECT_EQ(heap::refuse_each(make, [] { EXPECT_EQ(heap::blocks_left(), 0); }), 4);
-}
-
 }  // namespace

@@ -144,28 +144,6 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_close(fd), 0);
 }
 
-TEST(Streams, AreTheRuntimesOwn) {
-  const World world;
-  char text[9] = "";
-  std::FILE* const fp = osh_fopen_binary("new"_c, "w+"_c);
-  EXPECT_EQ(osh_fputint(-7, 5, fp), 5);
-  EXPECT_EQ(osh_fputint(42, 0, fp), 2);
-  EXPECT_GE(osh_fputs("ab\n"_c, fp), 0);
-  EXPECT_EQ(osh_fputc('c', fp), 'c');
-  EXPECT_EQ(osh_fwrite("de"_c, 1, 2, fp), 2u);
-  EXPECT_EQ(osh_fflush(fp), 0);
-  EXPECT_EQ(content("new"), "   -742ab\ncde");
-  EXPECT_EQ(osh_fseek(fp, -2, 2), 0);
-  EXPECT_EQ(osh_ftell(fp), 11);
-  EXPECT_EQ(osh_getc(fp), 'd');
-  EXPECT_EQ(osh_ungetc('x', fp), 'x');
-  EXPECT_STREQ(osh_fgets(text, 9, fp), "xe");
-  osh_rewind(fp);
-  EXPECT_EQ(osh_fread(text, 1, 5, fp), 5u);
-  EXPECT_EQ(osh_fdfilesize(osh_fileno(fp)), 13);
-  EXPECT_EQ(osh_fclose(fp), 0);
-}
-
 // A line feed ends a line, and so does a carriage return that neither of them follows. Texts are
 // all of up to six of four bytes, and longer ones, by buffers of any size.
 TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {

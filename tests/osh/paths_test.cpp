@@ -64,14 +64,6 @@ TEST(TruncatePath, SplitsAtTheLastSeparator) {
   }
 }
 
-TEST(TruncatePath, WantsThreePlaces) {
-  char text[] = "a/b";
-  EXPECT_EQ(osh_truncate_path(nullptr, text, text), 0);
-  EXPECT_EQ(osh_truncate_path(text, nullptr, text), 0);
-  EXPECT_EQ(osh_truncate_path(text, text, nullptr), 0);
-  EXPECT_STREQ(text, "a/b");
-}
-
 TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   if (!support::is_posix) GTEST_SKIP() << "the system makes the form";
   const World world;
@@ -81,33 +73,6 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(absolute(""), "");
   fs::current_path("/");
   EXPECT_EQ(absolute("./x"), "/x");
-}
-
-TEST(GetWorkingDir, WritesTheCurrentDirectoryUnlessItWasRemoved) {
-  if (!support::is_posix) GTEST_SKIP() << "no current directory can be removed";
-  const World world;
-  char directory[1024] = "as before";
-  fs::create_directory("Gone_{1}");
-  fs::current_path("Gone_{1}");
-  EXPECT_EQ(osh_get_working_dir(directory), 1);
-  EXPECT_EQ(directory, world.path + "/Gone_{1}");
-  char alternate[1024];
-  EXPECT_EQ(osh_alternate_pathname(directory, alternate), 0) << "a path has no other form";
-  EXPECT_STREQ(alternate, directory);
-  fs::remove(directory);
-  EXPECT_EQ(osh_alternate_pathname(directory, alternate), -1) << "it does not exist";
-  EXPECT_STREQ(alternate, directory);
-  directory[0] = '\0';
-  EXPECT_EQ(osh_get_working_dir(directory), 0);
-  EXPECT_STREQ(directory, "") << "left alone";
-}
-
-TEST(FileParameters, AreTenNumbers) {
-  short parameters[10];
-  osh_get_file_parms(parameters);
-  const std::vector<short> expected = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
-  EXPECT_EQ(std::vector(parameters, parameters + 10), expected);
-  EXPECT_EQ(std::vector(osh_get_sys_parms(), osh_get_sys_parms() + 10), expected);
 }
 
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {

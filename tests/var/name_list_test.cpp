@@ -65,15 +65,6 @@ TEST(VarReplaceNameInfo, RenamesTheFirstNodeWithoutATestForDuplicates) {
       << "the new name may be the stored one";
 }
 
-TEST(VarLookupNameInfo, LeavesTheInfoAloneIfThereIsNoSuchName) {
-  List list = {{"a", 1}, {"", 2}};
-  void* info = List::info(7);
-  EXPECT_EQ(VarLookupNameInfo(list.head, "b", &info), 0);
-  EXPECT_EQ(VarLookupNameInfo(nullptr, "a", &info), 0);
-  EXPECT_EQ(List::number(info), 7);
-  EXPECT_EQ(VarLookupNameInfo(list.head, nullptr, &info), 1) << "a null name is an empty one";
-}
-
 std::string in_small_letters(std::string text) {
   for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
   return text;

@@ -79,19 +79,16 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
 TEST(Connections, WantHostModulePortsAndPlacesForResults) {
   char none[] = "", module[] = "/bin/sh", *own;
   int first, second, local;
-  std::string long_module(1024, 'a');
-  for (char* const nothing : {none, static_cast<char*>(nullptr)}) {
-    EXPECT_EQ(wipc_open_session(nothing, module), nullptr);
-    EXPECT_EQ(wipc_open_session(localhost, nothing), nullptr);
-    EXPECT_EQ(wipc_open_connection(nothing, module, &own, &first, &second, &local), 0);
-    EXPECT_EQ(wipc_open_connection(localhost, nothing, &own, &first, &second, &local), 0);
-    EXPECT_EQ(wipc_connect_session(nothing, 1, 1), nullptr);
-  }
-  EXPECT_EQ(wipc_open_session(localhost, long_module.data()), nullptr);
+  EXPECT_EQ(wipc_open_session(none, module), nullptr);
+  EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
+  EXPECT_EQ(wipc_open_session(localhost, std::string(1024, 'a').data()), nullptr) << "too long";
+  EXPECT_EQ(wipc_open_connection(nullptr, module, &own, &first, &second, &local), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, none, &own, &first, &second, &local), 0);
   EXPECT_EQ(wipc_open_connection(localhost, module, nullptr, &first, &second, &local), 0);
   EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
   EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
   EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
+  EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
   EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
   EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
 }
