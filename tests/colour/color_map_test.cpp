@@ -38,17 +38,6 @@ TEST(ColorMap, SetsEntriesThatItHas) {
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
 }
 
-TEST(ColorMap, IsIdenticalToOneOfTheSameEntries) {
-  ColorMap map = five_pens(), other(5, 31), short_one(4, 255);
-  EXPECT_EQ(map.Identical(&short_one), 0);
-  for (int ColorRGB::*channel : {&ColorRGB::red, &ColorRGB::green, &ColorRGB::blue}) {
-    map.CopyColorMap(&other);
-    EXPECT_EQ(map.Identical(&other), 1);
-    other.colors[4].*channel += 1;
-    EXPECT_EQ(map.Identical(&other), 0) << testing::PrintToString(other.colors[4]);
-  }
-}
-
 TEST(GetValue, IsWhatAnImageHoldsForAPen) {
   int rgb[] = {0, 0, 0, 0x11, 0x22, 0x33};
   ColorMap map(2, 255, rgb), empty(0, 255);

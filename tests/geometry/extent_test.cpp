@@ -1,7 +1,5 @@
 #include <zelvan/geometry/extent.h>
 
-#include <cmath>
-
 #include <gtest/gtest.h>
 
 struct Box {
@@ -48,19 +46,4 @@ TEST(MaxminCubic, HoldsTheTurningPoints) {
   Box box;
   utl_maxmin_cubic(x_and_y, &box.max, &box.min);
   expect_box(box, {{1.25, 0}, {-12.25, -1}}, "turning at 1/8 and 7/8, and at 1/2");
-}
-
-TEST(MaxminConic, HoldsEndsAndSamples) {
-  Box box;
-  utl_conic_t half = {1, 0, 4, 0, 0, -16, {4, 0}, {-4, 0}, 0};  // x^2 + 4 y^2 = 16, above y = 0
-  utl_maxmin_conic(&half, &box.max, &box.min);
-  EXPECT_NEAR(box.max.y, 2, 0.0022 * 2) << "0.22 % short of the top at most";
-  expect_box({{box.max.x, 2}, box.min}, {{4, 2}, {-4, 0}}, "its ends");
-}
-
-TEST(MaxminRotrect, IsTheBoxOfTheTurnedBox) {
-  real_pt_t center = {1, 1};
-  double box[] = {1, 1, 4, 2};
-  utl_maxmin_rotrect(&center, box, M_PI / 2);
-  expect_box({{box[2], box[3]}, {box[0], box[1]}}, {{1, 4}, {0, 1}}, "a quarter turn");
 }

@@ -132,10 +132,8 @@ TEST(FlatForms, ReadTheSameLineTypes) {
     }
   }
   EXPECT_EQ(zelvan_get_fragment(flat, 1, -1), -1.0);
-  for (const unsigned int none : {0, 14}) {
-    EXPECT_EQ(zelvan_count_fragments(flat, none), -1) << "no line type " << none;
-    EXPECT_EQ(zelvan_get_pattern_length(flat, none), -1.0) << "no line type " << none;
-  }
+  EXPECT_EQ(zelvan_count_fragments(flat, 14), -1) << "no such line type";
+  EXPECT_EQ(zelvan_get_pattern_length(flat, 14), -1.0) << "no such line type";
   zelvan_delete_line_types(flat);
 }
 

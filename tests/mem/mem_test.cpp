@@ -55,20 +55,4 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
   MemListDelete(&list);
 }
 
-TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
-  MemPool pool = {100, 0};
-  MemList* list = MemListNew(&pool, answer);
-  void *large = nullptr, *small = nullptr;
-  MemAllocate(list, 50, &large, &large);
-  MemAllocate(list, 10, &small, &small);
-  MemListRemoveFromSearch(list, &large);  // by the key
-  EXPECT_EQ(MemListRemoveLargest(list), 1);
-  EXPECT_EQ(small, nullptr) << "the largest that may be chosen";
-  EXPECT_EQ(MemListRemoveOldest(list), 0) << "none may be";
-  MemListInitializeSearch(list);
-  EXPECT_EQ(MemListRemoveOldest(list), 1);
-  EXPECT_EQ(large, nullptr);
-  MemListDelete(&list);
-}
-
 }  // namespace

@@ -64,13 +64,6 @@ TEST(TruncatePath, SplitsAtTheLastSeparator) {
   }
 }
 
-TEST(TruncatePath, WantsThreePlaces) {
-  char text[] = "a/b";
-  EXPECT_EQ(osh_truncate_path(nullptr, text, text), 0);
-  EXPECT_EQ(osh_truncate_path(text, nullptr, text), 0);
-  EXPECT_EQ(osh_truncate_path(text, text, nullptr), 0);
-}
-
 TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   if (!support::is_posix) GTEST_SKIP() << "the system makes the form";
   const World world;
