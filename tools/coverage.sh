@@ -9,14 +9,14 @@ coverage() {
   mkdir -p "$folder" "$page"
   step "the contract tests and the fault injection, without the digests"
   LLVM_PROFILE_FILE=$PWD/$folder/%8m.profraw \
-    ctest --preset coverage -LE 'exhaustive|slow' -E '^(digests|guide|interface|install)/' ||
+    ctest --preset coverage -LE 'exhaustive|slow' -E '^(digests|guide|install|interface/[^F])' ||
     fail "tests failed; counts of failed tests say nothing"
   llvm-profdata-19 merge --sparse "$folder"/*.profraw -o "$folder/all.profdata"
-  # The programs for private parts hold the library's objects; the others load the library.
+  # Programs hold inline functions of headers, and those for private parts the objects themselves.
   local objects=()
-  for program in build/coverage/tests/*/*_private_test; do objects+=(-object "$program"); done
+  for program in build/coverage/tests/*/*_test; do objects+=(-object "$program"); done
   local what=(build/coverage/src/zelvan/libzelvan.so "${objects[@]}"
-    -instr-profile="$folder/all.profdata" -ignore-filename-regex='/(tests|usr)/')
+    -instr-profile="$folder/all.profdata" -ignore-filename-regex="^($PWD/tests|/usr)/")
   llvm-cov-19 show "${what[@]}" -format=html -output-dir="$page" -show-branches=count \
     -show-mcdc -show-mcdc-summary -show-region-summary=false -show-instantiation-summary=false
   llvm-cov-19 report "${what[@]}" -show-mcdc-summary -show-region-summary=false \

@@ -38,6 +38,20 @@ TEST(ColorMap, SetsEntriesThatItHas) {
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
 }
 
+TEST(GetValue, IsWhatAnImageHoldsForAPen) {
+  int rgb[] = {0, 0, 0, 0x11, 0x22, 0x33};
+  ColorMap map(2, 255, rgb), empty(0, 255);
+  EXPECT_EQ(map.GetValue(ImageType8Bit, RGBOrderRedHigh, 9), 9u) << "the pen itself";
+  for (const ImageType packed : {ImageType1Bit, ImageType32Bit}) {
+    EXPECT_EQ(map.GetValue(packed, RGBOrderBlueHigh, 1), 0x332211u);
+    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, 1), 0x112233u);
+    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, 2), 1u) << "beyond the map";
+    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, -1), 1u) << "before it";
+    EXPECT_EQ(empty.GetValue(packed, RGBOrderRedHigh, 0), 1u) << "no entries";
+  }
+  EXPECT_EQ(map.GetValue(static_cast<ImageType>(2), RGBOrderRedHigh, 1), 1u) << "no such type";
+}
+
 TEST(GetClosestColor, RemembersTheLastAnswer) {
   ColorMap map = five_pens();
   ColorMap empty(0, 255);

@@ -21,11 +21,17 @@ TEST(ColorRGB, TakesATextualValue) {
   } rows[] = {
       {"rgb 1 0.5 -0.0", {255, 128, 0}, "halves go up"},
       {"RGB 1.000001 0 0", before, "red above 1"},
+      {"RGB 0 -0.1 0", before, "green below 0"},
+      {"RGB 0 0 2", before, "blue above 1"},
       {"RGB x 1 \"1\"", {0, 255, 0}, "a word and a string count as 0"},
       {"RGB 1 0", before, "too few operands"},
       {"HSV 240 1 1 more", {0, 0, 255}, "what follows the last operand is ignored"},
       {"HSV 360 1 1", before, "the circle ends before 360"},
+      {"HSV -1 1 1", before, "and begins at 0"},
       {"HSV 0 1.5 1", before, "saturation above 1"},
+      {"HSV 0 1 -1", before, "value below 0"},
+      {"Name", before, "no name"},
+      {"", before, "no model"},
       {"NAME \"dark BLUE\"", {0, 0, 128}, "in any case"},
       {"Name dark blue", before, "there is no dark"},
   };

@@ -10,7 +10,7 @@ TEST(ColorValue, TakesColoursFromOtherForms) {
   EXPECT_EQ(ColorValue(0x563412, 0x10007), ColorValue(7, 0, 0x12, 0x34, 0x56))
       << "low 16 bits of pen";
   EXPECT_EQ(ColorValue(0x1000000, 7), ColorValue(-1, 0, 0, 0, 0)) << "a high bit: no pen";
-  EXPECT_EQ(ColorValue(0.5f, 1.0f, 0.001f), ColorValue(-1, 255, 128, 255, 0)) << "halves go up";
+  EXPECT_EQ(ColorValue(0.5f, 1.0f, 1e30f), ColorValue(-1, 255, 128, 255, 0)) << "halves go up";
   EXPECT_EQ(ColorValue(2.0f, -1.0f, NAN), ColorValue(-1, 255, 254, 2, 0))
       << "low 8 bits of 510, -254";
   ColorRGB wide(0x101, -1, 7);
@@ -21,4 +21,14 @@ TEST(ColorValue, TakesColoursFromOtherForms) {
   EXPECT_EQ(color, ColorValue(0x23, 0, 0, 0, 0)) << "a pen: the low 8 bits";
   color.SetColorValueFromPackedColor(0x80332211);
   EXPECT_EQ(color, ColorValue(-1, 255, 0x11, 0x22, 0x33)) << "any of the high bits: a colour";
+}
+
+TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {
+  const ColorValue value(1, 2, 3, 4, 5);
+  EXPECT_TRUE(value == ColorValue(value));
+  for (const ColorValue& other :
+       {ColorValue(0, 2, 3, 4, 5), ColorValue(1, 0, 3, 4, 5), ColorValue(1, 2, 0, 4, 5),
+        ColorValue(1, 2, 3, 0, 5), ColorValue(1, 2, 3, 4, 0)}) {
+    EXPECT_TRUE(value != other) << testing::PrintToString(other);
+  }
 }

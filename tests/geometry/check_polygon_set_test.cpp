@@ -23,6 +23,8 @@ TEST(CheckPolygonSet, NamesTheFirstFault) {
       {{{{0, 0}, 1}, {{1, 0}, 2}, {{1, 1}, 0}}, view, "no closing flag after vertex 1"},
       {{{{0, 0}, 1}, {{HUGE_VAL, 0}, 7}, {{1, 1}, 3}}, view, "vertex 1 has edge flag 7"},
       {{{{0, 0}, 1}, {{1, -HUGE_VAL}, 1}, {{1, 1}, 1}}, view, "vertex 1 is not finite"},
+      {{{{0, 0}, 1}, {{1, 0}, -1}, {{1, 1}, 3}}, view, "vertex 1 has edge flag -1"},
+      {{{{0, 0}, 1}, {{1, 0}, 1}, {{std::nan(""), 1}, 3}}, view, "vertex 2 is not finite"},
       {{}, {{{0, 0}, {0, 10}, {10, std::nan("")}, {10, 0}}}, "corner 2 is not finite"},
       {{}, {{{1, 1}, {10, 10}, {0, 0}, {0, 0}}}, "corners 2 and 3 are the same"},
       {{}, {{{0, 0}, {0, 10}, {0, 5}, {10, 0}}}, "corners 0, 1 and 2 are in line"},
@@ -43,6 +45,8 @@ TEST(CheckPolygonSet, NamesTheFirstFault) {
 
 TEST(CheckPolygonSet, WritesNoMoreThanThereIsRoomFor) {
   const drw_pset_t negative = {-1, nullptr, nullptr}, no_points = {1, nullptr, nullptr};
+  real_pt_t point = {0, 0};
+  const drw_pset_t no_flags = {1, &point, nullptr};
   const real_rect_t no_area = {};
   char reason[16] = "as before";
   EXPECT_EQ(zelvan_check_polygon_set(&no_points, nullptr, nullptr, 16), 0);
@@ -50,6 +54,9 @@ TEST(CheckPolygonSet, WritesNoMoreThanThereIsRoomFor) {
   EXPECT_STREQ(reason, "as before");
   EXPECT_EQ(zelvan_check_polygon_set(&negative, &no_area, reason, 10), 0);
   EXPECT_STREQ(reason, "the count") << "cut to 10 bytes, and the set comes first";
+  EXPECT_EQ(zelvan_check_polygon_set(&no_flags, nullptr, nullptr, 16), 0);
+  EXPECT_EQ(zelvan_check_polygon_set(nullptr, &no_area, reason, 8), 0);
+  EXPECT_STREQ(reason, "corners") << "no set";
 }
 
 }  // namespace

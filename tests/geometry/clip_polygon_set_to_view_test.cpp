@@ -1,6 +1,7 @@
 #include "geometry/clip_model.h"
 #include "support/vector_forms.h"
 
+#include <algorithm>
 #include <cmath>
 
 TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
@@ -39,25 +40,40 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   EXPECT_EQ(to_view({{{0, 0}, {10, 0}, {2, 2}, {0, 10}}}), Set{}) << "not convex";
   EXPECT_EQ(to_view({{{0, 0}, {10, 10}, {0, 10}, {10, 0}}}), Set{}) << "crosses over";
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {10, 0}, {5, 9}}}), Set{}) << "three corners in line";
-  EXPECT_EQ(to_view({{{0, 0}, {0, HUGE_VAL}, {10, HUGE_VAL}, {10, 0}}}), Set{}) << "not finite";
+  EXPECT_EQ(to_view({{{0, 0}, {0, 5}, {0, 5}, {0, 0}}}), Set{}) << "no width";
+  EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {5, 0}, {0, 0}}}), Set{}) << "no height";
+  for (int k = 0; k < 8; ++k) {
+    real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
+    (k % 2 == 0 ? view.corners[k / 2].x : view.corners[k / 2].y) = HUGE_VAL;
+    EXPECT_EQ(to_view(view), Set{}) << "corner " << k / 2 << " is not finite";
+  }
 }
 
 #ifdef __SIZEOF_INT128__
 __extension__ using Wide = __int128;
 
-// How far p is along an upright or level side that it is on from where the edge from a to b meets
-// that side. Exact for whole numbers; a fraction of p is dropped.
-static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, bool is_upright) {
-  const auto difference = [](double v, double from) {
-    return static_cast<Wide>(v) - static_cast<Wide>(from);
+// How far p is, in each coordinate, from where the line from a to b meets the side from c to d: the
+// solution of two equations, exact for whole numbers but for the last step. A fraction of p is
+// dropped.
+static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
+  struct Vector {
+    Wide x, y;
+    Wide across(Vector other) const { return x * other.y - y * other.x; }
   };
-  const Wide edge_x = difference(b.x, a.x), edge_y = difference(b.y, a.y);
-  const Wide error = difference(p.x, a.x) * edge_y - difference(p.y, a.y) * edge_x;
-  return std::fabs(static_cast<double>(error) / static_cast<double>(is_upright ? edge_x : edge_y));
+  const auto vector = [](real_pt_t from, real_pt_t to) {
+    return Vector{static_cast<Wide>(to.x) - static_cast<Wide>(from.x),
+                  static_cast<Wide>(to.y) - static_cast<Wide>(from.y)};
+  };
+  const Vector edge = vector(a, b), side = vector(c, d);
+  const double off_edge = static_cast<double>(vector(a, p).across(edge));
+  const double off_side = static_cast<double>(vector(c, p).across(side));
+  const double turn = static_cast<double>(edge.across(side));
+  return std::fmax(std::fabs(off_edge / turn * side.x - off_side / turn * edge.x),
+                   std::fabs(off_edge / turn * side.y - off_side / turn * edge.y));
 }
 
 // Where the largest coordinate of a view is from 2^52 to 2^53, its unit in the last place is 1.
-TEST(ClipPolygonSetToView, CutsOnUprightSidesWithinTheStatedUnits) {
+TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
   const struct {
     const char* where;
     real_pt_t low;
@@ -71,24 +87,33 @@ TEST(ClipPolygonSetToView, CutsOnUprightSidesWithinTheStatedUnits) {
   support::Random random(1);
   for (const auto& [where, low, size, doublings, most_units] : rows) {
     const real_pt_t high = {low.x + size, low.y + size};
-    const real_rect_t view = {{low, {low.x, high.y}, high, {high.x, low.y}}};
     int n_crossings = 0;
     for (int i = 0; i < 4000; ++i) {
+      // Upright, or turned, with a corner on each side of a square.
+      const double turn = i % 2 == 0 ? 0 : std::round(std::ldexp(size, -random.below(12)));
+      const real_pt_t c[] = {{low.x + turn, low.y},
+                             {high.x, low.y + turn},
+                             {high.x - turn, high.y},
+                             {low.x, high.y - turn},
+                             {low.x + turn, low.y}};
       const Place inside(random.between(low.x, high.x), random.between(low.y, high.y));
       const Place way(random.between(-1, 1), random.between(-1, 1));
       const Place before = inside - way * std::ldexp(size, random.below(doublings));
       const Place after = inside + way * std::ldexp(size, random.below(doublings));
       const real_pt_t a = {std::round(before.real()), std::round(before.imag())};
       const real_pt_t b = {std::round(after.real()), std::round(after.imag())};
+      const real_rect_t view = {{c[0], c[1], c[2], c[3]}};
       for (const auto& [p, flag] : clipped(ClipPolygonSetToView, {{a, 1}, {b, 3}}, view)) {
-        const bool is_upright = p.x == low.x || p.x == high.x;
-        const bool is_level = p.y == low.y || p.y == high.y;
-        if (p == a || p == b || (is_upright && is_level)) continue;  // the ring runs by corners
+        if (p == a || p == b || std::count(c, c + 4, p) > 0) continue;  // the ring runs by corners
+        double units = HUGE_VAL;
+        for (int k = 0; k < 4; ++k) units = std::fmin(units, off_crossing(p, a, b, c[k], c[k + 1]));
         SCOPED_TRACE(testing::Message()
-                     << where << ", cuts the edge from " << testing::PrintToString(a) << " to "
+                     << where << ", clipped to " << testing::PrintToString(view)
+                     << ", cuts the edge from " << testing::PrintToString(a) << " to "
                      << testing::PrintToString(b) << " at " << testing::PrintToString(p));
-        EXPECT_TRUE(is_upright || is_level) << "off the sides";
-        EXPECT_LE(off_crossing(p, a, b, is_upright), most_units);
+        ASSERT_LE(units, most_units) << "units away from where the edge meets a side";
+        const bool is_on_border = p.x == low.x || p.x == high.x || p.y == low.y || p.y == high.y;
+        EXPECT_TRUE(turn > 0 || is_on_border) << "off the sides, which are upright";
         ++n_crossings;
       }
     }

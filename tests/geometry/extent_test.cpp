@@ -27,6 +27,8 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
       {{-3, 4}, {3, -4}, {{3, 4}, {-5, -5}}, "over due west and south"},
       {{-4, -3}, {4, 3}, {{5, 3}, {-4, -5}}, "over due south and east"},
       {{3, -4}, {4, 3}, {{5, 3}, {3, -4}}, "over due east"},
+      {{0, 0}, {4, 3}, {{0, 0}, {0, 0}}, "one end is the centre"},
+      {{4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other is"},
       {{9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north"},
   };
   for (auto [from, to, wanted, why] : rows) {

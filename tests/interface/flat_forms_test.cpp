@@ -2,6 +2,8 @@
 #include <zelvan/zelvan.h>
 
 #include <cstring>
+#include <memory>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -35,8 +37,11 @@ TEST(FlatForms, MapAndClipToTheSameBits) {
   m.RealXfmPts(20, in.points, b.points);
   m.XfmPts(20, in.points, b.pixels);
   expect_same("zelvan_map_points", 0, 0);
-  zelvan_map_polygons_from_device(&pixels, &a_set, &m);
+  zelvan_map_points_from_device(20, in.pixels, a.points, &m);
   for (int i = 0; i < 20; ++i) m.InvXfmPt(&in.pixels[i], &b.points[i]);
+  expect_same("zelvan_map_points_from_device", 0, 0);
+  std::memset(a.points, 0, sizeof a.points);
+  zelvan_map_polygons_from_device(&pixels, &a_set, &m);
   std::memcpy(b.flags, in.flags, sizeof b.flags);
   expect_same("zelvan_map_polygons_from_device", a_set.n_points, 20);
   zelvan_map_polygons(&set, &a_set, &m);
@@ -55,6 +60,81 @@ TEST(FlatForms, MapAndClipToTheSameBits) {
   expect_same("zelvan_clip_polyline_to_view",
               zelvan_clip_polyline_to_view(in.points, 20, &view, a.points, a.begins, a.flags),
               ClipPolylineToView(in.points, 20, &view, b.points, b.begins, b.flags));
+}
+
+// Asks both at 400 points of a grid: one by one, and the flat form all at once.
+void expect_same_hits(const CPickRegion* flat, const CPickRegion& region) {
+  std::vector<real_pt_t> points;
+  for (int i = 0; i < 400; ++i) points.push_back({i % 20 / 2.0 - 2, i / 20 / 2.0 - 2});
+  std::vector<unsigned char> hits(400), expected;
+  int count = zelvan_hit_region_with_points(flat, 400, points.data(), 0.5, hits.data());
+  EXPECT_EQ(zelvan_hit_region_with_points(flat, 400, points.data(), 0.5, nullptr), count);
+  for (const auto& [x, y] : points) {
+    expected.push_back(region.isInside(x, y, 0.5));
+    EXPECT_EQ(zelvan_hit_region(flat, x, y, 0.5), expected.back()) << "at " << x << ", " << y;
+    count -= expected.back();
+  }
+  EXPECT_EQ(hits, expected);
+  EXPECT_EQ(count, 0);
+}
+
+TEST(FlatForms, HitTheSameRegions) {
+  real_pt_t points[] = {{9, 9}, {0, 0}, {4, 1}, {1, 4}};
+  int flags[] = {drw_edge_close_visible, 1, 1, drw_edge_close_visible};
+  DblPt corners[] = {{0, 0}, {4, 1}, {1, 4}};
+  const drw_pset_t set = {4, points, flags};
+  const auto expect_same = [](const char* name, CPickRegion* flat, const CPickRegion& region) {
+    SCOPED_TRACE(name);
+    ASSERT_NE(flat, nullptr);
+    const Mtx2D turn(0, 0, Mtx2DOrientRot90, 1, 2, 4, 0);
+    CPickRegion* const flat_image = zelvan_map_region(flat, &turn);
+    const std::unique_ptr<CPickRegion> image(region.xfm(turn));
+    expect_same_hits(flat, region);
+    expect_same_hits(flat_image, *image);
+    zelvan_delete_region(flat_image);
+    zelvan_delete_region(flat);
+  };
+  const CPolygon polygon(3, corners);
+  expect_same("rect", zelvan_new_rect_region(4, 0, 1, 3), CPickRect(4, 0, 1, 3));
+  expect_same("polyline", zelvan_new_polyline_region(3, &points[1]), CPickPolyline(3, corners));
+  expect_same("polygon", zelvan_new_polygon_region(3, &points[1]), polygon);
+  expect_same("polygon of a set", zelvan_new_region_of_polygon(&set, 1), polygon);
+  EXPECT_EQ(zelvan_count_polygons(&set), 2);
+}
+
+TEST(FlatForms, FillColorMapsAlike) {
+  int rgb[] = {1, 2, 3, 4, 5, 6};
+  ColorMap map(2, 31, rgb);
+  ColorMap* const flat = zelvan_new_color_map(2, 31, rgb);
+  EXPECT_TRUE(map.Identical(flat));
+  EXPECT_EQ(flat->max_value, 31u);
+  for (const int index : {-1, 0, 1, 2}) {
+    EXPECT_EQ(zelvan_set_color(flat, index, "HSV 240 1 1"), map.SetIndex(index, "HSV 240 1 1"));
+    EXPECT_TRUE(map.Identical(flat)) << "entry " << index << " by a text";
+    EXPECT_EQ(zelvan_set_named_color(flat, index, "navy"), map.SetIndex(index, "Name navy"));
+    EXPECT_TRUE(map.Identical(flat)) << "entry " << index << " by a name";
+  }
+  EXPECT_EQ(zelvan_set_named_color(flat, 0, "no colour"), 0);
+  zelvan_delete_color_map(flat);
+}
+
+TEST(FlatForms, ReadTheSameLineTypes) {
+  CLineTypeDefList list;
+  CLineTypeDefList* const flat = zelvan_new_line_types();
+  for (unsigned int index = 1; index <= 13; ++index) {
+    CLineTypeDefPattern& pattern = list.GetDefinition(index)->GetPattern();
+    EXPECT_EQ(zelvan_count_fragments(flat, index), pattern.GetNumFragments()) << index;
+    EXPECT_EQ(zelvan_get_pattern_length(flat, index),
+              list.GetDefinition(index)->GetPatternLength());
+    double length = pattern.GetFirstFragment();
+    for (int i = 0; i <= pattern.GetNumFragments(); ++i, length = pattern.GetNextFragment()) {
+      EXPECT_EQ(zelvan_get_fragment(flat, index, i), length) << index << ", fragment " << i;
+    }
+  }
+  EXPECT_EQ(zelvan_get_fragment(flat, 1, -1), -1.0);
+  EXPECT_EQ(zelvan_count_fragments(flat, 14), -1) << "no such line type";
+  EXPECT_EQ(zelvan_get_pattern_length(flat, 14), -1.0) << "no such line type";
+  zelvan_delete_line_types(flat);
 }
 
 }  // namespace

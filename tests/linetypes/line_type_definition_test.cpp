@@ -44,17 +44,6 @@ TEST(AddFragment, TakesADotButNoGapOfLengthZero) {
   }
 }
 
-TEST(GetNextFragment, TakesTheWalkOnWhereItWas) {
-  CLineTypeDefPattern walked = pattern({5.0, 3.0});
-  EXPECT_EQ(walked.GetNextFragment(), 5.0) << "a new pattern stands at its start";
-  CLineTypeDefPattern copy = walked;
-  EXPECT_EQ(copy.GetNextFragment(), 3.0) << "a copy goes on from where its original was";
-  EXPECT_EQ(copy.GetNextFragment(), -1.0) << "the end";
-  EXPECT_EQ(walked.GetFirstFragment(), 5.0) << "the first call starts anew";
-  walked.RemoveAllFragments();
-  EXPECT_EQ(walked.GetFirstFragment(), -1.0) << "an empty pattern";
-}
-
 TEST(PatternEquality, ComparesFragmentsExactlyAndNothingElse) {
   CLineTypeDefPattern walked = pattern({1.0, 2.0});
   walked.GetNextFragment();

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 #include <logger/inside.h>
-#include <support/heap.h>
 #include <support/system.h>
 
 namespace {
@@ -116,18 +115,6 @@ TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
   EXPECT_EQ(In::file, nullptr);
   EXPECT_EQ(content(prefix + "7.log"), "12345") << "a second opening begins the file anew";
   std::filesystem::remove(prefix + "7.log");
-}
-
-TEST_F(LoggerTest, SurvivesARefusingHeap) {
-  Logger log("name");
-  log.setFilePrefix("kept-");
-  heap::refuse(1, false);  // not for good, or there would be no room for the exception
-  log.setFilePrefix("a prefix of more bytes than a string holds within itself");
-  heap::refuse(1, false);
-  log.setClassname(In::prefix.data());
-  heap::grant_all();
-  EXPECT_EQ(In::prefix, "kept-");
-  EXPECT_TRUE(heap::is_null(log.*In::name));
 }
 
 }  // namespace

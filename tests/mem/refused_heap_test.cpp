@@ -25,6 +25,7 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
   } rows[] = {
       {1, false, give_up, MEM_TABLE_FAILED, -1, "no table"},
       {1, false, go_on, MEM_SUCCESS, 16, "the table grows when asked once more"},
+      {1, true, go_on, MEM_TABLE_FAILED, -1, "nor when asked once more"},
       {1, true, free_row_3, MEM_MALLOC_FAILED, -1, "a row, but no block"},
       {1, false, free_row_3, MEM_SUCCESS, 3, "the old table has a free row"},
       {2, false, go_on, MEM_SUCCESS, 16, "a block when asked once more"},
@@ -34,6 +35,7 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     MemList* list = MemListNew(&pool, row.handler);
     for (int i = 0; i < 16; ++i) MemAllocate(list, 1, nullptr, &owners[i]);
     void* owner = nullptr;
+    EXPECT_EQ(MemAvailable(list, 1), 0) << "the table is full";
     heap::refuse(row.refused, row.for_good);
     EXPECT_EQ(MemAllocate(list, 1, nullptr, &owner), row.status) << row.why;
     heap::grant_all();

@@ -21,6 +21,8 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
       {0, roots, {"D:\\x", "\\x"}, "D:\\x", 1, "on a share no drive is the current one"},
       {0, roots, {"\\x"}, "\\x", 0, "where there are drives only they count"},
       {3, roots, {"a:\\x"}, "\\x", 0, "a small a is passed over"},
+      {3, "1:\\\0c?\\\0c:?\0"s, {"1:\\x", "c:\\x"}, "\\x", 0, "no roots of drives"},
+      {3, "", {"D:\\x"}, "\\x", 0, "the list can't be had"},
       {-1, roots, {"\\x"}, "\\x", 1, "without drives it is a file of that name"},
   };
   for (const auto& row : rows) {
@@ -31,6 +33,12 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
     char fixed[machine::path_size];
     EXPECT_EQ(machine::osh1_fix_path(path, fixed, 0), row.is_found) << row.why;
     EXPECT_EQ(fixed, row.fixed) << row.why;
+  }
+  machine::platform::drive = 3;
+  for (std::string path : {"x", "\\\\x", ""}) {
+    char fixed[machine::path_size];
+    EXPECT_EQ(machine::osh1_fix_path(path.data(), fixed, 0), 0) << "not on a drive: " << path;
+    EXPECT_EQ(fixed, path);
   }
 }
 

@@ -1,6 +1,7 @@
 #include <zelvan/osh/file_access.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstring>
 #include <functional>
@@ -45,19 +46,26 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"open to write", 0, -1, "plain link", [](char* p) { return osh_close(osh_open_binary(p, 1, 0)); }},
       {"create", 0, -1, "plain new link dangling", [](char* p) { return osh_close(osh_open_binary(p, 0x102, 0600)); }},
       {"create, exclusive", 0, -1, "new", [](char* p) { return osh_close(osh_open_text(p, 0x501, 0600)); }},
+      {"open, two ways", 0, -1, "", [](char* p) { return osh_open_binary(p, 3, 0); }},
       {"truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); }},
       {"stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); }},
-      {"exists", 1, 0, "plain locked dir empty link", osh_file_exists},
-      {"may write", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); }},
-      {"is a writable file", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; }},
-      {"is a read-only file", 1, 0, "locked", [](char* p) { return inquired(p) == 0x56D; }},
+      {"stream r, as text", 1, 0, "plain locked link", [](char* p) { return closed(osh_fopen_text(p, "r"_c)); }},
+      {"stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, ""_c)); }},
+      {"stream of a null mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, nullptr)); }},
+      {"stream of 63 letters", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, given('r' + std::string(62, 'b')))); }},
+      {"exists?", 1, 0, "plain locked dir empty link", osh_file_exists},
+      {"may write?", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); }},
+      {"is a writable file?", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; }},
+      {"is a read-only file?", 1, 0, "locked", [](char* p) { return inquired(p) == 0x56D; }},
       {"size", 0, -1, "plain locked link", [](char* p) { return std::min(osh_filesize(p), 0); }},
       {"append to", 1, 0, "plain new link dangling", [](char* p) { return osh_cat(p, "other"_c); }},
+      {"append to itself", 1, 0, "", [](char* p) { return osh_cat(p, p); }},
       {"copy to", 1, 0, "plain new link", [](char* p) { return osh_copyfile(p, "other"_c); }},
       {"rename to", 0, -1, "new", [](char* p) { return osh_rename("other"_c, p); }},
       {"rename from", 0, -1, "plain locked dir empty link", [](char* p) { return osh_rename(p, "fresh"_c); }},
       {"unlink", 0, 1, "plain link", osh_unlink},
       {"chmod", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0020); }},
+      {"chmod, read-only", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0444); }},
       {"mkdir", 1, 0, "new", osh_mkdir},
       {"rmdir", 1, 0, "empty", osh_rmdir},
   };
@@ -74,8 +82,11 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       std::string path = name == "plain" ? padded(name, 1023) : name;
       if (name == "longer") path = padded("plain", 1024);
       SCOPED_TRACE(operation + (": '" + name + "'"));
+      errno = 0;
       EXPECT_EQ(call(path.data()), works ? success : failure);
       if (!works) {
+        const bool has_reason = support::is_posix && operation[std::strlen(operation) - 1] != '?';
+        EXPECT_TRUE(errno != 0 || !has_reason) << "a failure has a reason";
         EXPECT_EQ(all_files(), before) << "a failure changes nothing";
       }
     }
@@ -128,6 +139,7 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_lseek(fd, 3, 0), 3);
   EXPECT_EQ(osh_lseek(fd, 1, 1), 4);
   EXPECT_EQ(osh_lseek(fd, 0, -1), -1) << "no such origin";
+  EXPECT_EQ(osh_lseek(fd, 0, 3), -1) << "no such origin";
   EXPECT_EQ(osh_lseek(fd, 0, 1), 4) << "a failure moves nothing";
   EXPECT_EQ(osh_close(fd), 0);
 }

@@ -1,9 +1,7 @@
 // What only POSIX has: signals, and threads that are cancelled.
 #include <zelvan/osh/file_access.h>
 
-#include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <thread>
 #include <vector>
 
@@ -44,31 +42,6 @@ TEST(ReadLine, GoesOnAfterASignal) {
   EXPECT_EQ(lines, (std::vector<std::string>{"first\r\n", "second\r", "third\r\r\n", "last"}));
   EXPECT_EQ(errno, 77) << "nothing failed";
   EXPECT_EQ(std::ferror(fp), 0);
-  osh_fclose(fp);
-}
-
-// A search for a line feed through all that is buffered, at each line, would take minutes.
-TEST(ReadLine, IsWholeForEachOfTwoThreadsAndFast) {
-  const World world;
-  constexpr int count = 1'000'000;
-  std::string text, buffer(8 * count, ' ');
-  for (int i = 0; i < count; ++i) text += std::to_string(i) + '\r';
-  put("plain", text);
-  std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
-  std::setvbuf(fp, buffer.data(), _IOFBF, buffer.size());
-  int read[2] = {}, broken[2] = {};
-  const auto read_all = [&](int reader) {
-    for (std::string line; !(line = next_line(fp)).empty(); ++read[reader]) {
-      broken[reader] += line != std::to_string(std::atoi(line.c_str())) + '\r';
-    }
-  };
-  const auto start = std::chrono::steady_clock::now();
-  std::thread other(read_all, 1);
-  read_all(0);
-  other.join();
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
-  EXPECT_EQ(read[0] + read[1], count);
-  EXPECT_EQ(broken[0] + broken[1], 0);
   osh_fclose(fp);
 }
 

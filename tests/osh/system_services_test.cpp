@@ -3,21 +3,11 @@
 #include <cstdlib>
 #include <ctime>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <support/guarded_array.h>
 
 namespace {
-
-TEST(QsortCompareStrings, OrdersByUnsignedBytes) {
-  const std::vector<const char*> in_order = {"", "Y", "Z", "a", "ab", "z", "\xe9"};
-  for (const char* const& a : in_order) {
-    for (const char* const& b : in_order) {
-      EXPECT_EQ(osh_qsort_compare_strings(&a, &b), (&a > &b) - (&a < &b)) << a << " and " << b;
-    }
-  }
-}
 
 TEST(GetTimeStamp, IsTheLocalTimeInTwoDigitsEach) {
   support::GuardedArray<char> stamp(14);

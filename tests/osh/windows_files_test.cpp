@@ -1,23 +1,10 @@
-// What is so on Windows alone. Drive Q lies on another disk: `windows` in ../../dev makes it.
+// What is so on Windows alone.
 #include <zelvan/osh/file_access.h>
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
 
 namespace {
-
-TEST(WindowsFiles, AreFoundOnTheFirstDriveThatHasThem) {
-  World world;  // on drive C
-  char* const path = "\\zelvan-test"_c;
-  EXPECT_EQ(osh_filesize(path), -1);
-  put("Q:\\zelvan-test", "q");
-  EXPECT_EQ(osh_filesize(path), 1);
-  put("C:\\zelvan-test", "cc");
-  EXPECT_EQ(osh_filesize(path), 2);
-  fs::current_path("Q:\\");
-  EXPECT_EQ(osh_filesize(path), 1);
-  EXPECT_EQ(osh_unlink(path) + osh_unlink(path) + osh_file_exists(path), 0);
-}
 
 TEST(WindowsFiles, OpenWithTheRuntimesOwnFlags) {
   World world;

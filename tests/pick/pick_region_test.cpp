@@ -62,6 +62,7 @@ TYPED_TEST(OwnedPoints, AreNoneWhereTheHeapRefuses) {
   for (TypeParam* empty : {&made, &copy, &target}) {
     EXPECT_TRUE(heap::is_null(empty->start()));
     EXPECT_TRUE(heap::is_null(empty->end()));
+    EXPECT_TRUE(heap::is_null(empty->xfm(this->shift))) << "nothing to map";
     EXPECT_FALSE(empty->isInside(0.0, 0.0, 9.0));
   }
 }

@@ -16,7 +16,8 @@ namespace {
 TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {
   const support::TemporaryFolder folder;
   const std::string deep = "f/d/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/";
-  for (const char* name : {"ttf", "a.tt", "a.ttff", "folder.ttf/a"}) put("f/" + std::string(name));
+  for (const char* name : {"ttf", "a.tt", "a.ttff", "a.otf", "a.tof", "folder.ttf/a"})
+    put("f/" + std::string(name));
   const Strings fonts = {"f/.ttf",    "f/B.TTF",   "f/a b.ttc",    "f/old.tar.tTx",
                          "f/A/z.ttf", "f/a/x.ttf", deep + "a.ttf", "links/link.ttf"};
   for (const std::string& font : fonts) put(font);

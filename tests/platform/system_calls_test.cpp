@@ -175,6 +175,27 @@ TEST(Processes, HaveANumberForWhatFails) {
   }
 }
 
+TEST(Operations, ReportWhatFails) {
+  const Operation cat = [] { return osh_cat("other"_c, "plain"_c) != 0; };
+  const struct {
+    Operation operation;
+    support::Failure failure;
+  } rows[] = {{cat, {"open", 1, EIO}},
+              {cat, {"open", 2, EACCES}},
+              {cat, {"read", 1, EIO}},
+              {cat, {"write", 1, ENOSPC}},
+              {cat, {"close", 2, EIO}},
+              {[] { return osh_mkdir("new"_c) != 0; }, {"mkdir", 1, ENOSPC}},
+              {[] { return osh_chmod("plain"_c, 0444) != 0; }, {"chmod", 1, EPERM}},
+              {[] { return osh_fopen_text("plain"_c, "r"_c) != nullptr; }, {"fopen", 1, EIO}},
+              {[] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; }, {"ftruncate", 1, EIO}}};
+  for (const auto& [operation, failure] : rows) {
+    const World world;
+    EXPECT_FALSE(support::run_failing(operation, {failure})) << failure.call << failure.nth;
+    EXPECT_EQ(errno, failure.why) << failure.call << failure.nth;
+  }
+}
+
 // By each of the ways that a move can take.
 TEST(Moves, ReplaceNothing) {
   const struct {

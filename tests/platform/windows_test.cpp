@@ -1,9 +1,7 @@
 #include <zelvan/osh/file_access.h>
-#include <zelvan/osh/system_services.h>
 
 #include <set>
 #include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
@@ -14,7 +12,6 @@ namespace {
 
 DWORD replace_error, flush_error, undo_error, delete_error;  // 0: the system's own answer
 int deletes_to_fail;
-int exec_result = -1;
 
 }  // namespace
 
@@ -25,7 +22,6 @@ extern decltype(&::ReplaceFileW) __real___imp_ReplaceFileW;
 extern decltype(&::MoveFileExW) __real___imp_MoveFileExW;
 extern decltype(&::DeleteFileW) __real___imp_DeleteFileW;
 extern decltype(&::FlushFileBuffers) __real___imp_FlushFileBuffers;
-extern decltype(&::WinExec) __real___imp_WinExec;
 
 decltype(&::ReplaceFileW) __wrap___imp_ReplaceFileW =
     [](LPCWSTR target, LPCWSTR copy, LPCWSTR backup, DWORD flags, LPVOID a, LPVOID b) -> BOOL {
@@ -57,10 +53,6 @@ decltype(&::DeleteFileW) __wrap___imp_DeleteFileW = [](LPCWSTR path) {
 decltype(&::FlushFileBuffers) __wrap___imp_FlushFileBuffers = [](HANDLE file) {
   ::SetLastError(flush_error);
   return flush_error == 0 ? __real___imp_FlushFileBuffers(file) : FALSE;
-};
-
-decltype(&::WinExec) __wrap___imp_WinExec = [](LPCSTR line, UINT show) {
-  return exec_result < 0 ? __real___imp_WinExec(line, show) : static_cast<UINT>(exec_result);
 };
 }
 
@@ -139,14 +131,6 @@ TEST(Moves, ToAnotherDriveReachTheDiskBeforeTheSourceGoes) {
     osh_chmod("Q:\\folder\\moved"_c, 0200);
     fs::remove_all("Q:\\folder");
   }
-}
-
-TEST(Processes, ReturnTheSystemsOwnResult) {
-  for (const auto& [answer, result] : {std::pair{0, 0}, {2, 2}, {31, 31}, {32, 0}, {33, 0}}) {
-    exec_result = answer;
-    EXPECT_EQ(osh_system(0, "x"_c), result) << answer;
-  }
-  exec_result = -1;
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ TEST(GlyphTokenize, CutsAtPunctuationWhereWordsAreSetApart) {
 TEST(GlyphTokenize, CutsChineseAndJapaneseByTheUnit) {
   for (const char* language : {"zh", "ja"}) {
     if (!is_language(language)) continue;
-    EXPECT_EQ(glyphs(u"漢ab, cd.3.5 字"), (Tokens{u"漢", u"ab,", u"cd.", u"3.5", u"字"}));
+    EXPECT_EQ(glyphs(u"漢ab, cd.3.5 字c"), (Tokens{u"漢", u"ab,", u"cd.", u"3.5", u"字", u"c"}));
     EXPECT_EQ(glyphs(u"漢 字"), (Tokens{u"漢", u"", u"字"})) << "a stretch of blanks alone";
     EXPECT_EQ(glyphs(u" a \u201C"), (Tokens{u"a", u"\u201C"})) << "stretches are trimmed";
     EXPECT_EQ(glyphs(u"x\x7F\x80"), (Tokens{u"x\x7F", u"\x80"})) << "ASCII ends at 0x80";
@@ -60,6 +60,9 @@ TEST(GlyphTokenize, AsksTheFirstVariableThatIsNotEmpty) {
       {"jv_ID.UTF-8", "", "", false, "another language that begins with j"},
       {"jam_JM", "", "", false, "a language of three letters that begins with ja"},
       {"", nullptr, "", false, "no language at all"},
+      {"J", nullptr, "", false, "one letter"},
+      {"1a", nullptr, "", false, "no letter first"},
+      {"j{", nullptr, "", false, "no letter second"},
   };
   for (const auto& row : rows) {
     support::set_environment("LC_ALL", row.lc_all);

@@ -34,12 +34,6 @@ TEST(Tokenize, DropsRunsOfDelimitersEverywhere) {
   EXPECT_EQ(tokenize(with_zero, std::string("\0", 1)), (Narrow{"a", "b"}));
 }
 
-TEST(Trim, CutsMembersOfTheSetFromBothEnds) {
-  EXPECT_EQ(trim("  a b  ", " "), "a b");
-  EXPECT_EQ(trim("xyaxyb", "yx"), "axyb");
-  EXPECT_EQ(trim("   ", " "), "");
-}
-
 // One table for both, as in the header: they differ in what becomes of delimiters and of the start.
 TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
   const struct {
@@ -63,13 +57,6 @@ TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
     EXPECT_EQ(plain(wtokenize(wide(row.text), wide(row.delimiters))), row.dropped) << row.why;
     EXPECT_EQ(plain(wtokenize2(wide(row.text), wide(row.delimiters))), row.kept) << row.why;
   }
-}
-
-TEST(Wtrim, CutsByCodeUnit) {
-  const unsigned short set[] = {'x', 0x4E00, 0};
-  EXPECT_EQ(plain(wtrim(wide(u"x\u4E00ax\u4E00b\u4E00x"), set)), u"ax\u4E00b");
-  const unsigned short no_set[] = {0};
-  EXPECT_EQ(plain(wtrim(wide(u" a "), no_set)), u" a ");
 }
 
 }  // namespace

@@ -26,12 +26,6 @@ TEST(SwapBytes, ReversesEachElementOfItsTypesSize) {
   expect(0xB8, 1, "76543210........");
 }
 
-TEST(SwapBytes, FinishesAnElementBeforeTheNext) {
-  std::string text = "ab......";
-  tra_swap_bytes(0x42, 3, &text[0], &text[2]);
-  EXPECT_EQ(text, "abbaabba") << "each target is the next source";
-}
-
 TEST(ReverseBits, SwapsBitZeroWithBitSevenAndSoOn) {
   std::string bytes = "\x01\x92\x01";  // 0000'0001, 1001'0010 and a byte beyond the count
   tra_reverse_bits(2, bytes.data(), bytes.data());

@@ -30,6 +30,20 @@ TEST(SetXfm, TurnsThenScalesAboutTheReferencePoint) {
   expect(Mtx2DOrientRot90ReflectX, {0, -3}, {-2, -0.0}, Mtx2DTypeQuadrant, 1);
 }
 
+TEST(Mtx2D, DiffersByAnyOfItsSixElements) {
+  for (double Mtx2D::*element :
+       {&Mtx2D::m11, &Mtx2D::m12, &Mtx2D::m21, &Mtx2D::m22, &Mtx2D::tx, &Mtx2D::ty}) {
+    Mtx2D identity = matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeGeneral), other = identity;
+    EXPECT_FALSE(identity != other);
+    other.*element += 7;
+    EXPECT_TRUE(identity != other) << testing::PrintToString(other);
+    identity.SetIdentity();
+    other.SetIdentity();
+    EXPECT_EQ(identity.type, Mtx2DTypeIdentity);
+    EXPECT_EQ(other.type, Mtx2DTypeGeneral) << testing::PrintToString(other);
+  }
+}
+
 TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
   for (int degrees = -720; degrees <= 720; degrees += 15) {
     Mtx2D m;
@@ -110,7 +124,7 @@ TEST(Decomposition, ReadsQuarterTurnsBeforeOrAfterAMirror) {
 
 TEST(Decomposition, SnapsDegreesNearQuarterTurns) {
   for (int degrees = 0; degrees < 360; degrees += 90) {
-    for (const double beside : {0.09, 0.11, 89.89, 89.91}) {
+    for (const double beside : {0.0, 0.09, 0.11, 89.89, 89.91}) {
       Mtx2D m;
       unsigned short mirrored;
       double angle;
@@ -139,13 +153,6 @@ TEST(Mapping, DropsTheTermsThatTheTypeCallsZero) {
   expect(Mtx2DTypeDiagonal, {10 + 5, 400 + 6});
   expect(Mtx2DTypeQuadrant, {300 + 5, 20 + 6});
   for (const int type : {2, 3, 4, -1}) expect(type, {10 + 300 + 5, 20 + 400 + 6});
-}
-
-TEST(Mapping, AddsTheTranslationLast) {
-  Mtx2D m = matrix({1, 0x1p-53}, {0x1p-53, 1}, {0x1p-53, 0x1p-53}, Mtx2DTypeGeneral);
-  real_pt_t in = {1, 1}, out;
-  m.RealXfmPt(&in, &out);
-  EXPECT_EQ(out, in) << "1 + 2^-53 is rounded to 1, but 2^-53 + 2^-53 would count";
 }
 
 // Each row is a place where another rule would answer differently.
@@ -230,6 +237,7 @@ TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
   EXPECT_EQ(rounded({{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}}, true),
             (Ints{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}}))
       << "last and first aren't compared; what no flag closes is dropped, and 7 closes nothing";
+  EXPECT_EQ(rounded({{{0, 0}, 1}}, true), Ints{}) << "nothing is closed";
 }
 
 TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {

@@ -45,32 +45,6 @@ struct List {
   VarNameInfo* head = nullptr;
 };
 
-TEST(VarAddNameInfo, AppendsAtTheTailUnlessTheNameIsThereInAnyCase) {
-  List list = {{"width", 1}};
-  EXPECT_STREQ(VarAddNameInfo(&list.head, "Height", List::info(2)), "Height");
-  EXPECT_FALSE(list.add("WIDTH", 3));
-  EXPECT_EQ(list.entries(), (Entries{{"width", 1}, {"Height", 2}}));
-}
-
-TEST(VarInsertNameInfo, PutsTheNodeBesideItsReference) {
-  const struct {
-    int position;
-    const char* reference;
-    Entries expected;
-    const char* why;
-  } rows[] = {
-      {0, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "before the head"},
-      {1, "a", {{"a", 1}, {"new", 9}, {"b", 2}}, "after the head"},
-      {2, "none", {{"a", 1}, {"b", 2}, {"new", 9}}, "at the tail, without a reference"},
-      {-1, "a", {{"new", 9}, {"a", 1}, {"b", 2}}, "other positions mean before"},
-  };
-  for (const auto& row : rows) {
-    List list = {{"a", 1}, {"b", 2}};
-    EXPECT_TRUE(list.insert("new", 9, row.position, row.reference));
-    EXPECT_EQ(list.entries(), row.expected) << "position " << row.position << ": " << row.why;
-  }
-}
-
 TEST(VarExchangeNameInfo, SwapsInfosAndLeavesNamesInPlace) {
   List list = {{"a", 1}, {"b", 2}, {"c", 3}};
   VarExchangeNameInfo(list.head, "C", "a");
@@ -89,15 +63,6 @@ TEST(VarReplaceNameInfo, RenamesTheFirstNodeWithoutATestForDuplicates) {
   EXPECT_EQ(VarReplaceNameInfo(nullptr, "a", "x"), nullptr);
   EXPECT_STREQ(VarReplaceNameInfo(list.head, "a", list.head->next->next->name), "a")
       << "the new name may be the stored one";
-}
-
-TEST(VarLookupNameInfo, LeavesTheInfoAloneIfThereIsNoSuchName) {
-  List list = {{"a", 1}, {"", 2}};
-  void* info = List::info(7);
-  EXPECT_EQ(VarLookupNameInfo(list.head, "b", &info), 0);
-  EXPECT_EQ(VarLookupNameInfo(nullptr, "a", &info), 0);
-  EXPECT_EQ(List::number(info), 7);
-  EXPECT_EQ(VarLookupNameInfo(list.head, nullptr, &info), 1) << "a null name is an empty one";
 }
 
 std::string in_small_letters(std::string text) {
@@ -167,10 +132,11 @@ TEST(VarNameList, BehavesLikeAVectorOfPairs) {
         if (fits) model.entries.emplace_back(stored, step);
         ASSERT_EQ(list.add(name, step), fits);
       } else if (operation == 4) {
-        const auto reference = model.last(other);
-        const bool fits = !is_there && reference != model.entries.end();
-        const int position = random.below(2);  // before or after
-        if (fits) model.entries.insert(reference + position, {stored, step});
+        const int position = random.below(4) - 1;  // 1: after, 2: at the tail, others: before
+        const auto reference = position == 2 ? model.entries.end() : model.last(other);
+        const bool fits = position == 2 ? !model.has_as_written(name)
+                                        : !is_there && reference != model.entries.end();
+        if (fits) model.entries.insert(reference + (position == 1), {stored, step});
         ASSERT_EQ(list.insert(name, step, position, other), fits);
       } else if (operation == 5) {
         ASSERT_EQ(List::number(VarDeleteNameInfo(&list.head, name.c_str())),

@@ -64,6 +64,7 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
     bool opens;
   } rows[] = {
       {"on the path, which a colon may end", "/none:/bin:", "sh", true},
+      {"a colon at the start is part of the first name", ":/bin", "sh", false},
       {"an absolute path", nullptr, "/bin/sh", true},
       {"an absolute path to nothing", "/bin", "/sh", false},
   };
@@ -76,6 +77,23 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   }
   EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
+}
+
+TEST(Connections, WantHostModulePortsAndPlacesForResults) {
+  char none[] = "", module[] = "/bin/sh", *own;
+  int first, second, local;
+  EXPECT_EQ(wipc_open_session(none, module), nullptr);
+  EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
+  EXPECT_EQ(wipc_open_session(localhost, std::string(1024, 'a').data()), nullptr) << "too long";
+  EXPECT_EQ(wipc_open_connection(nullptr, module, &own, &first, &second, &local), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, none, &own, &first, &second, &local), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, module, nullptr, &first, &second, &local), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
+  EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
+  EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
+  EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
+  EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
 }
 
 TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {

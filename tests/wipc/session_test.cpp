@@ -1,5 +1,23 @@
 #include "wipc/scripted_peer.h"
 
+TEST(Sessions, AreRefusedIfNullOrNotOpen) {
+  char text[] = "~";
+  zelvan::wipc_session* const bind = zelvan::wipc_new_session(7, zelvan::bind_session);
+  for (void* const none : {static_cast<void*>(nullptr), static_cast<void*>(bind)}) {
+    EXPECT_EQ(wipc_write(none, text), 0);
+    EXPECT_EQ(wipc_write_status(none, text), 0);
+    EXPECT_EQ(wipc_read(none, text, 1), -1);
+    EXPECT_EQ(wipc_read_status(none, text, 1), -1);
+    wipc_close_session(none);
+  }
+  zelvan::release_session(bind);
+  ScriptedPeer peer('P');
+  EXPECT_EQ(wipc_write(peer.session, nullptr), 0);
+  EXPECT_EQ(wipc_write_status(ScriptedPeer('S').session, nullptr), 0);
+  EXPECT_EQ(wipc_read_status(peer.session, nullptr, 1), 0);
+  EXPECT_EQ(wipc_read_status(peer.session, text, 0), 0);
+}
+
 TEST(PollSession, TellsWhetherAReadWouldFindSomething) {
   ScriptedPeer peer('P');
   char text[] = "~~~~~~~~";

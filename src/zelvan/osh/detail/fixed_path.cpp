@@ -75,7 +75,10 @@ short osh1_open(char* path, int flags, short mode) {
 std::FILE* osh1_fopen(char* path, char* mode) {
   char fixed[path_size];
   osh1_fix_path(path, fixed, sizeof fixed);
-  return check_path(path) && mode != nullptr ? platform::fopen(fixed, mode) : nullptr;
+  if (!check_path(path)) return nullptr;
+  if (mode != nullptr) return platform::fopen(fixed, mode);
+  errno = EINVAL;
+  return nullptr;
 }
 
 }  // namespace zelvan
