@@ -1,4 +1,3 @@
-#include <zelvan/detail/instruction_set.h>
 #include <zelvan/pick/detail/point_array.h>
 #include <zelvan/pick/detail/winding.h>
 #include <zelvan/pick/polygon.h>
@@ -55,10 +54,7 @@ DblPt* CPolygon::end() { return points + n_points; }
 bool CPolygon::isInside(DblPt& p, double tol) { return CPolygon::isInside(p.x, p.y, tol); }
 
 bool CPolygon::isInside(double x, double y, double /*tol*/) {
-  if (n_points == 0) return false;
-  const bool uses_vectors = n_points >= zelvan::fewest_for_vectors && zelvan::has_avx2;
-  return (uses_vectors ? zelvan::avx2::winding_of_ring(points, n_points, x, y)
-                       : zelvan::winding_of_chain(points, n_points, true, x, y)) != 0;
+  return n_points != 0 && zelvan::winding_of_ring(points, n_points, x, y) != 0;
 }
 
 CPickRegion* CPolygon::xfm(Mtx2D& matrix) {

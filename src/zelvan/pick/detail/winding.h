@@ -1,6 +1,7 @@
 /// The winding number of a ring about a point.
 #pragma once
 
+#include <zelvan/detail/instruction_set.h>
 #include <zelvan/transforms/points.h>
 
 namespace zelvan {
@@ -34,9 +35,6 @@ inline int winding_of_chain(const DblPt* points, unsigned int n, bool is_closed,
   return winding;
 }
 
-/// Shorter rings gain nothing by the vector forms.
-inline constexpr unsigned int fewest_for_vectors = 6;
-
 namespace avx2 {
 
 /// The sum over all edges of the ring, the closing one included, for processors with AVX2. Only
@@ -44,5 +42,14 @@ namespace avx2 {
 int winding_of_ring(const DblPt* points, unsigned int n, double x, double y);
 
 }  // namespace avx2
+
+/// Shorter rings gain nothing by the vector forms.
+inline constexpr unsigned int fewest_for_vectors = 6;
+
+/// The sum over all edges of the ring, the closing one included. Requires: `n` is not 0.
+inline int winding_of_ring(const DblPt* points, unsigned int n, double x, double y) {
+  if (n >= fewest_for_vectors && has_avx2) return avx2::winding_of_ring(points, n, x, y);
+  return winding_of_chain(points, n, true, x, y);
+}
 
 }  // namespace zelvan
