@@ -82,6 +82,7 @@ void expect_answers_of_polygons(Polygons polygons, Random& random) {
     ASSERT_EQ(numbers, expected) << testing::PrintToString(p);
     ASSERT_EQ(index.windingNumber(n / 2, n, p.x, p.y), sum) << testing::PrintToString(p);
     ASSERT_EQ(index.isInside(p), !expected.empty()) << testing::PrintToString(p);
+    ASSERT_EQ(index.windingNumber(n, p.x, p.y), 0) << "there is no polygon " << n;
   }
 }
 
