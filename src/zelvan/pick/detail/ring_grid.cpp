@@ -1,17 +1,14 @@
 #include <zelvan/detail/new_array.h>
 #include <zelvan/pick/detail/ring_grid.h>
 
-#include <algorithm>
 #include <cstdint>
 
 namespace zelvan {
 namespace {
 
-constexpr unsigned int largest_side = 4096;
-
 bool is_empty(const Box& box) { return !(box.bottom < box.top); }
 
-// The box of all rings, save those that nothing is known about.
+// The box of all rings, save those that nothing is known about. The unit square if there is none.
 Box extent_of(const PreparedRing* rings, int n) {
   Box all;
   for (int i = 0; i < n; ++i) {
@@ -43,14 +40,14 @@ void RingGrid::divide(unsigned int side) {
   rows_per_unit_ = side / (extent_.top - extent_.bottom);
 }
 
-std::uint64_t RingGrid::count_entries(const PreparedRing* rings, int n) const {
-  std::uint64_t count = 0;
-  for (int i = 0; i < n; ++i) {
+bool RingGrid::fits(const PreparedRing* rings, int n, std::size_t room) const {
+  std::uint64_t count = cell_count();
+  for (int i = 0; i < n && count <= room; ++i) {
     if (is_empty(rings[i].box)) continue;
     const Cells cells = cells_of(rings[i].box);
     count += std::uint64_t{cells.right - cells.left + 1} * (cells.top - cells.bottom + 1);
   }
-  return count;
+  return count <= room;
 }
 
 // Calls `look(cell, i)` for each cell into which the box of ring i reaches, ring by ring.
@@ -69,19 +66,19 @@ void RingGrid::for_each_entry(const PreparedRing* rings, int n, const Look& look
 
 bool RingGrid::fill(const PreparedRing* rings, int n, std::size_t room) {
   extent_ = extent_of(rings, n);
-  unsigned int side = 2;
-  while (side < largest_side && std::uint64_t{side} * side < 2 * std::uint64_t(n)) side *= 2;
-  divide(side);
-  while (side_ > 1 && cell_count() + count_entries(rings, n) > room) divide(side_ / 2);
+  divide(1);
+  while (cell_count() < 2 * static_cast<std::size_t>(n)) divide(2 * side_);
+  while (side_ > 1 && !fits(rings, n, room)) divide(side_ / 2);
 
   // Sorted by counting, which keeps the rings of a cell in their order. The counts stand two places
   // on, so that they are the starts in the end.
-  const std::size_t n_entries = count_entries(rings, n);
-  starts_ = new_array<unsigned int>(cell_count() + 2);
-  entries_ = new_array<int>(n_entries);
-  if (starts_ == nullptr || entries_ == nullptr) return false;
+  const std::size_t n_starts = cell_count() + 2;
+  starts_ = new_array<unsigned int>(n_starts);
+  if (starts_ == nullptr) return false;
   for_each_entry(rings, n, [&](std::size_t cell, int) { ++starts_[cell + 2]; });
-  for (std::size_t i = 2; i < cell_count() + 2; ++i) starts_[i] += starts_[i - 1];
+  for (std::size_t i = 2; i < n_starts; ++i) starts_[i] += starts_[i - 1];
+  entries_ = new_array<int>(starts_[n_starts - 1]);
+  if (entries_ == nullptr) return false;
   for_each_entry(rings, n, [&](std::size_t cell, int i) { entries_[starts_[cell + 1]++] = i; });
   return true;
 }

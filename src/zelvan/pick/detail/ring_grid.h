@@ -4,7 +4,6 @@
 #include <zelvan/pick/detail/prepared_ring.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <span>
 
@@ -13,8 +12,8 @@ namespace zelvan {
 /// Finds the few of many rings that may wind about a point.
 class RingGrid {
  public:
-  /// Sorts `n` rings into cells, two to four for a ring. Cells get larger until they and their
-  /// entries together are at most `room`, or one is left. Returns false if the heap refuses.
+  /// Sorts `n` rings into cells, 2 to 8 for a ring, or fewer: cells get larger until they and
+  /// their entries together are at most `room`, or one is left. Returns false if the heap refuses.
   bool fill(const PreparedRing* rings, int n, std::size_t room);
 
   /// The numbers, ascending, of the rings near a point: all that wind about it are among them.
@@ -31,14 +30,14 @@ class RingGrid {
   Cells cells_of(const Box& box) const;
   std::size_t cell_count() const { return std::size_t{side_} * side_; }
   void divide(unsigned int side);
-  std::uint64_t count_entries(const PreparedRing* rings, int n) const;
+  bool fits(const PreparedRing* rings, int n, std::size_t room) const;
   template <class Look>
   void for_each_entry(const PreparedRing* rings, int n, const Look& look) const;
 
   Box extent_;
-  unsigned int side_ = 0;  ///< columns, and rows
-  double columns_per_unit_ = 0.0;
-  double rows_per_unit_ = 0.0;
+  unsigned int side_;  ///< columns, and rows
+  double columns_per_unit_;
+  double rows_per_unit_;
   std::unique_ptr<unsigned int[]> starts_;  ///< of each cell in `entries_`, and the end of the last
   std::unique_ptr<int[]> entries_;
 };
