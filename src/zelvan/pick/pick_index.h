@@ -4,12 +4,12 @@
 /// coordinate, but looks at few of the edges. It is made once and never changes, so any number of
 /// threads may ask one. It owns a copy of the points; the polygons that it was made of may go.
 ///
-/// Memory is at most 64 bytes a vertex and 512 more. Making takes time in proportion to the
-/// vertices, for many polygons times the logarithm of their number. Nothing is thrown.
+/// Memory is at most 64 bytes a vertex and 512 more. Making n vertices and k polygons ready takes
+/// time in proportion to n + k log k. Nothing is thrown.
 ///
 /// Polygons are counted from 0. One of fewer than 3 vertices holds no point. Coordinates may be
-/// anything; a ring with one whose magnitude is not 0 and not from 2^-300 to 2^300 is asked edge
-/// by edge, as `CPolygon` does.
+/// anything. A ring is asked edge by edge, as `CPolygon` does, if it has fewer than 128 vertices,
+/// or a coordinate that is neither 0 nor from 2^-300 to 2^300 in magnitude.
 #pragma once
 
 #include <zelvan/export.h>
@@ -29,18 +29,21 @@ class ZELVAN_API CPickIndex {
   /// Makes an index of one polygon, a copy of `polygon`.
   explicit CPickIndex(const CPolygon& polygon);
 
-  /// Makes an index of one polygon, the ring of the `n` vertices of `points`.
+  /// Makes an index of one polygon, the ring of the `n` vertices of `points`. If `n` is less than
+  /// 3, nothing is read.
   CPickIndex(unsigned int n, const DblPt* points);
 
   /// Makes an index of the polygons of a set, as `zelvan::polygon_of` makes a region of each.
   explicit CPickIndex(const drw_pset_t& set);
 
-  /// Takes over what `other` has, which is left without polygons. An index can't be copied.
+  /// Takes over what `other` has, which is left without polygons. An index can't be copied. What an
+  /// assignment replaces is freed.
   CPickIndex(CPickIndex&& other) noexcept;
   CPickIndex& operator=(CPickIndex&& other) noexcept;
   ~CPickIndex();
 
-  /// False if the heap refused. Then the index has no polygons, and holds no point.
+  /// False if the heap refused, and of an index that another one took over. Then it has no
+  /// polygons, and holds no point.
   bool isReady() const;
 
   /// Returns the number of polygons, those of fewer than 3 vertices included.
@@ -79,5 +82,9 @@ class ZELVAN_API CPickIndex {
   int windingNumber(int first, int count, double x, double y) const;
 
  private:
-  zelvan::PickTable* table;  ///< null if it has no polygons
+  explicit CPickIndex(zelvan::PickTable* made);
+
+  zelvan::PickTable* table;  ///< the index's own; null if it has no polygons
+  const DblPt* short_ring;   ///< the only polygon, if it is asked edge by edge; or null
+  unsigned int n_short;      ///< its vertices
 };
