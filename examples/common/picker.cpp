@@ -1,61 +1,62 @@
 #include "common/picker.h"
 
 #include <algorithm>
+#include <new>
 
 namespace example {
 
-namespace {
+void Picker::prepare() {
+  odd_.clear();
+  if (index_) return;
+  const drw_pset_t set = {static_cast<int>(polygons_.points.size()), polygons_.points.data(),
+                          polygons_.edge_flags.data()};
+  index_.emplace(set);
+  if (!index_->isReady()) throw std::bad_alloc();
+  numbers_.resize(origins_.size());
+}
 
-// Counts the edges to the right of the point; one that goes through it is on its right, as it is
-// for CPolygon.
-bool has_odd_winding(CPolygon& ring, double x, double y) {
-  bool is_odd = false;
-  const DblPt* a = ring.end() - 1;
-  for (const DblPt* b = ring.start(); b != ring.end(); a = b++) {
-    const bool rises = b->y > y;
-    if ((a->y > y) == rises) continue;
-    const double turn = (b->x - a->x) * (y - a->y) - (x - a->x) * (b->y - a->y);
-    if (rises ? turn >= 0.0 : turn <= 0.0) is_odd = !is_odd;
+// Adds the countries of the polygons that wind about the point an odd number of times.
+void Picker::find_odd(double x, double y, bool repeating_only) {
+  const int room = static_cast<int>(numbers_.size());
+  const int n = index_->findPolygons(x, y, numbers_.data(), room);
+  for (int i = 0; i < n; ++i) {
+    const Origin& origin = origins_[static_cast<std::size_t>(numbers_[i])];
+    if (repeating_only && !origin.repeats) continue;
+    if (index_->windingNumber(numbers_[i], x, y) % 2 != 0) odd_.push_back(origin.country);
   }
-  return is_odd;
 }
 
-// CPolygon fills by the non-zero rule and is fast. Only where it holds the point can the even-odd
-// rule differ.
-bool is_inside(CPolygon& ring, double x, double y) {
-  return ring.isInside(x, y, 0.0) && has_odd_winding(ring, x, y);
-}
-
-}  // namespace
-
-// The last country of which an odd number of rings holds the point.
-template <class IsInside>
-std::optional<std::size_t> Picker::index_by(IsInside is_inside_ring) {
-  for (std::size_t i = entries_.size(); i-- > 0;) {
-    auto& rings = entries_[i].rings;
-    const auto n = std::count_if(rings.begin(), rings.end(), is_inside_ring);
-    if (n % 2 == 1) return i;
+// The last country that was found an odd number of times.
+std::optional<std::size_t> Picker::top_country() {
+  std::sort(odd_.begin(), odd_.end());
+  while (!odd_.empty()) {
+    const std::size_t last = odd_.back();
+    const auto first = std::lower_bound(odd_.begin(), odd_.end(), last);
+    if ((odd_.end() - first) % 2 == 1) return last;
+    odd_.erase(first, odd_.end());
   }
   return std::nullopt;
 }
 
 std::optional<std::size_t> Picker::index_at(double x, double y) {
-  return index_by([=](Ring& ring) { return is_inside(ring.polygon, x, y); });
+  prepare();
+  find_odd(x, y, false);
+  return top_country();
 }
 
 const std::string* Picker::name_of(std::optional<std::size_t> index) const {
-  return index ? &entries_[*index].name : nullptr;
+  return index ? &names_[*index] : nullptr;
 }
 
 const std::string* Picker::at(double x, double y) { return name_of(index_at(x, y)); }
 
+// Where copies of a polygon overlap, they cancel out, as in the picture.
 const std::string* Picker::at_place(double longitude, double latitude) {
-  return name_of(index_by([=](Ring& ring) {
-    const auto holds = [&](double x) { return is_inside(ring.polygon, x, latitude); };
-    if (!ring.repeats) return holds(longitude);
-    // Where copies of the ring overlap, they cancel out, as in the picture.
-    return (holds(longitude) != holds(longitude + 360.0)) != holds(longitude - 360.0);
-  }));
+  prepare();
+  find_odd(longitude, latitude, false);
+  find_odd(longitude + 360.0, latitude, true);
+  find_odd(longitude - 360.0, latitude, true);
+  return name_of(top_country());
 }
 
 }  // namespace example

@@ -24,6 +24,7 @@ extern const Page distances_page;
 extern const Page line_types_page;
 extern const Page named_colours_page;
 extern const Page orientations_page;
+extern const Page pick_index_page;
 extern const Page pick_regions_page;
 
 /// All of them.

@@ -26,6 +26,8 @@
 #include <zelvan/osh/file_access.h>
 #include <zelvan/osh/paths.h>
 #include <zelvan/osh/system_services.h>
+#include <zelvan/pick/pick_index.h>
+#include <zelvan/pick/pick_index_functions.h>
 #include <zelvan/pick/pick_polyline.h>
 #include <zelvan/pick/pick_rect.h>
 #include <zelvan/pick/pick_region.h>

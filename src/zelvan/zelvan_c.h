@@ -86,6 +86,9 @@ typedef struct Mtx2D {
 /// A pick region, made and released as <zelvan/pick/region_functions.h> says.
 typedef struct CPickRegion CPickRegion;
 
+/// An index of polygons, made and released as <zelvan/pick/pick_index_functions.h> says.
+typedef struct CPickIndex CPickIndex;
+
 /// A table of line types, made and released as <zelvan/linetypes/line_type_functions.h> says.
 typedef struct CLineTypeDefList CLineTypeDefList;
 
@@ -289,6 +292,17 @@ void zelvan_map_points_from_device(int n, const int_pt_t* in, real_pt_t* out, co
 void zelvan_map_polygons(const drw_pset_t* in, drw_pset_t* out, const Mtx2D* matrix);
 void zelvan_map_polygons_to_device(const drw_pset_t* in, drw_dpset_t* out, const Mtx2D* matrix);
 void zelvan_map_polygons_from_device(const drw_dpset_t* in, drw_pset_t* out, const Mtx2D* matrix);
+
+// ---- <zelvan/pick/pick_index_functions.h>
+
+CPickIndex* zelvan_new_pick_index(const drw_pset_t* set);
+CPickIndex* zelvan_new_pick_index_of_ring(int n, const real_pt_t* points);
+void zelvan_delete_pick_index(CPickIndex* index);
+int zelvan_hit_pick_index(const CPickIndex* index, double x, double y);
+int zelvan_hit_pick_index_with_points(const CPickIndex* index, int n, const real_pt_t* points,
+                                      unsigned char* hits);
+int zelvan_find_polygons(const CPickIndex* index, double x, double y, int* numbers, int capacity);
+int zelvan_winding_number(const CPickIndex* index, int first, int count, double x, double y);
 
 // ---- <zelvan/pick/region_functions.h>
 

@@ -43,9 +43,7 @@ DblPt* CPolygon::end() { return points + n_points; }
 bool CPolygon::isInside(DblPt& p, double tol) { return CPolygon::isInside(p.x, p.y, tol); }
 
 bool CPolygon::isInside(double x, double y, double /*tol*/) {
-  if (n_points == 0) return false;
-  return zelvan::with_best_form(
-             [&](auto form) { return zelvan::winding_of_ring(form, points, n_points, x, y); }) != 0;
+  return n_points != 0 && zelvan::winding_of_ring(points, n_points, x, y) != 0;
 }
 
 CPickRegion* CPolygon::xfm(Mtx2D& matrix) {

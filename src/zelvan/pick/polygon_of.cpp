@@ -1,12 +1,9 @@
+#include <zelvan/pick/detail/polygon_parts.h>
 #include <zelvan/pick/polygon_of.h>
 
 namespace zelvan {
 
 namespace {
-
-bool is_closing(int edge_flag) {
-  return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
-}
 
 struct Part {
   const real_pt_t* points;

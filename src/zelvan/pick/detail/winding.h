@@ -42,4 +42,9 @@ inline int winding_of_ring(Plain /*form*/, const DblPt* points, unsigned int n, 
 }
 int winding_of_ring(Avx2, const DblPt* points, unsigned int n, double x, double y);
 
+/// Calls the best form for this processor. Requires: `n` is not 0.
+inline int winding_of_ring(const DblPt* points, unsigned int n, double x, double y) {
+  return with_best_form([=](auto form) { return winding_of_ring(form, points, n, x, y); });
+}
+
 }  // namespace zelvan

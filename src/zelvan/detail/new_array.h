@@ -1,0 +1,19 @@
+/// Arrays that are owned, made without exceptions.
+#pragma once
+
+#include <zelvan/detail/array_size.h>
+
+#include <cstddef>
+#include <memory>
+#include <new>
+
+namespace zelvan {
+
+/// Returns an array of `count` elements, numbers being 0; null if it is refused or can't exist.
+template <class T>
+std::unique_ptr<T[]> new_array(std::size_t count) {
+  return std::unique_ptr<T[]>(is_possible_array<T>(count) ? new (std::nothrow) T[count]()
+                                                          : nullptr);
+}
+
+}  // namespace zelvan

@@ -1,0 +1,13 @@
+/// Where the polygons of a set end.
+#pragma once
+
+#include <zelvan/transforms/records.h>
+
+namespace zelvan {
+
+/// True for the flag of a polygon's last vertex.
+inline bool is_closing(int edge_flag) {
+  return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
+}
+
+}  // namespace zelvan

@@ -1,0 +1,129 @@
+#include <zelvan/pick/detail/ring_tree.h>
+#include <zelvan/pick/detail/winding.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+namespace zelvan {
+namespace {
+
+bool is_ordinary(double v) {
+  const double size = std::fabs(v);
+  return size == 0.0 || (size >= 0x1p-300 && size <= 0x1p300);
+}
+
+// The edges below one box of the root group.
+std::size_t span_of_root(std::size_t n) {
+  std::size_t span = edges_in_leaf;
+  while (span * boxes_in_group < n) span *= boxes_in_group;
+  return span;
+}
+
+std::size_t child_of(std::size_t group, std::size_t j) { return boxes_in_group * group + 1 + j; }
+
+// Fills the boxes of a group, the first of which begins at edge `first`, and all groups below.
+Box fill_group(BoxGroup* tree, std::size_t group, const DblPt* points, std::size_t n,
+               std::size_t first, std::size_t span) {
+  Box all;
+  for (std::size_t j = 0; j < boxes_in_group; ++j, first += span) {
+    Box box;
+    if (first < n) {
+      box = span == edges_in_leaf
+                ? box_of_chain(points + first, std::min(span, n - first) + 1)
+                : fill_group(tree, child_of(group, j), points, n, first, span / boxes_in_group);
+    }
+    tree[group].left[j] = box.left;
+    tree[group].bottom[j] = box.bottom;
+    tree[group].right[j] = box.right;
+    tree[group].top[j] = box.top;
+    all = unite(all, box);
+  }
+  return all;
+}
+
+// Bit j is set if box j reaches the height of the point and lies not all to its left.
+unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
+  unsigned int counting = 0;
+  for (unsigned int j = 0; j < boxes_in_group; ++j) {
+    const bool counts = (y >= group.bottom[j]) & (y < group.top[j]) & (x <= group.right[j]);
+    counting |= static_cast<unsigned int>(counts) << j;
+  }
+  return counting;
+}
+
+struct Question {
+  const BoxGroup* tree;
+  const DblPt* points;
+  std::size_t n;
+  double x, y;
+
+  int winding_in_group(std::size_t group, std::size_t first, std::size_t span) const {
+    int winding = 0;
+    const BoxGroup& boxes = tree[group];
+    for (unsigned int rest = boxes_that_count(boxes, x, y); rest != 0; rest &= rest - 1) {
+      const auto j = static_cast<std::size_t>(std::countr_zero(rest));
+      const std::size_t begin = first + j * span;
+      const std::size_t end = std::min(begin + span, n);
+      if (x < boxes.left[j]) {
+        winding += (y >= points[begin].y) - (y >= points[end].y);
+      } else if (span == edges_in_leaf) {
+        winding += winding_of_chain(points + begin, static_cast<unsigned int>(end - begin + 1),
+                                    false, x, y);
+      } else {
+        winding += winding_in_group(child_of(group, j), begin, span / boxes_in_group);
+      }
+    }
+    return winding;
+  }
+};
+
+}  // namespace
+
+Box unite(const Box& a, const Box& b) {
+  return {std::min(a.left, b.left), std::min(a.bottom, b.bottom), std::max(a.right, b.right),
+          std::max(a.top, b.top)};
+}
+
+bool are_ordinary(const DblPt* points, std::size_t n) {
+  return std::all_of(points, points + n,
+                     [](const DblPt& p) { return is_ordinary(p.x) && is_ordinary(p.y); });
+}
+
+// Why the comparison is certain beyond the margin. Take an edge that passes the point's height,
+// with differences dx and dy of its ends and t of the heights of point and start, so |t| <= |dy|.
+// With D = x - a.x the comparison is between dx * t and D * dy. Where the point is farther than the
+// edge reaches, by d at least, either the two products have opposite signs, or |D| >= |dx| + d.
+// Each product carries three roundings of 2^-53, and d is more than 2^-50 of |dx|: after rounding
+// D * dy is still the larger in magnitude. It can't underflow, since |D| >= 2^-301 and |dy| >=
+// 2^-352, a multiple of the last place of 2^-300. If it overflows, its sign is right.
+Box box_of_chain(const DblPt* points, std::size_t n) {
+  Box box;
+  for (const DblPt* p = points; p != points + n; ++p) box = unite(box, {p->x, p->y, p->x, p->y});
+  const double reach = std::max(std::fabs(box.left), std::fabs(box.right));
+  const double margin = reach * 0x1p-48 + 0x1p-300;
+  box.left -= margin;
+  box.right += margin;
+  return box;
+}
+
+std::size_t groups_in_tree(std::size_t n) {
+  constexpr std::size_t edges_in_last_group = edges_in_leaf * boxes_in_group;
+  std::size_t above = 0;
+  std::size_t in_level = 1;
+  for (std::size_t span = span_of_root(n); span > edges_in_leaf; span /= boxes_in_group) {
+    above += in_level;
+    in_level *= boxes_in_group;
+  }
+  return above + (n + edges_in_last_group - 1) / edges_in_last_group;
+}
+
+Box fill_tree(BoxGroup* tree, const DblPt* points, std::size_t n) {
+  return fill_group(tree, 0, points, n, 0, span_of_root(n));
+}
+
+int winding_in_tree(const BoxGroup* tree, const DblPt* points, std::size_t n, double x, double y) {
+  return Question{tree, points, n, x, y}.winding_in_group(0, 0, span_of_root(n));
+}
+
+}  // namespace zelvan

@@ -1,0 +1,48 @@
+#include <zelvan/pick/pick_index_functions.h>
+
+#include "support/heap.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The ring is the square from 0, 0 to 4, 4; the set has it twice, the second time the other way.
+real_pt_t points[] = {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}, {0, 4}, {4, 4}, {4, 0}};
+int edge_flags[] = {1, 1, 1, 3, 1, 1, 1, 3};
+const drw_pset_t set = {8, points, edge_flags};
+
+TEST(PickIndexFunctions, AskAnIndex) {
+  CPickIndex* const index = zelvan_new_pick_index(&set);
+  EXPECT_EQ(zelvan_hit_pick_index(index, 1, 2), 1);
+  EXPECT_EQ(zelvan_hit_pick_index(index, 5, 2), 0);
+  std::string hits(8, '?');
+  EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 0, points, nullptr), 0);
+  const auto bytes = reinterpret_cast<unsigned char*>(hits.data());
+  EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 4, points, bytes), 1) << "4, 0 alone";
+  EXPECT_EQ(hits, std::string({0, 1, 0, 0, '?', '?', '?', '?'}));
+  int numbers[] = {-1, -1};
+  EXPECT_EQ(zelvan_find_polygons(index, 1, 2, numbers, 1), 2);
+  EXPECT_EQ(numbers[0] * 10 + numbers[1], -1) << "polygon 0, and room for no more";
+  EXPECT_EQ(zelvan_winding_number(index, 1, 1, 1, 2), -1) << "clockwise";
+  EXPECT_EQ(zelvan_winding_number(index, 0, 2, 1, 2), 0) << "they cancel out";
+  zelvan_delete_pick_index(index);
+}
+
+TEST(PickIndexFunctions, MakeNothingWithoutMemoryOrVertices) {
+  EXPECT_EQ(zelvan_new_pick_index_of_ring(2, nullptr), nullptr) << "two enclose nothing";
+  zelvan_delete_pick_index(nullptr);
+  CPickIndex* made = nullptr;
+  const auto expect_null = [&] { EXPECT_EQ(made, nullptr); };
+  const auto of_set = [&] { zelvan_delete_pick_index(made = zelvan_new_pick_index(&set)); };
+  EXPECT_GT(heap::refuse_each(of_set, expect_null), 0);
+  EXPECT_EQ(heap::blocks_left(), 0);
+  const auto of_ring = [&] {
+    zelvan_delete_pick_index(made = zelvan_new_pick_index_of_ring(4, points));
+  };
+  EXPECT_GT(heap::refuse_each(of_ring, expect_null), 0);
+  EXPECT_EQ(heap::blocks_left(), 0);
+}
+
+}  // namespace
