@@ -35,6 +35,12 @@ void Children::list_by_parent(const MemList* list) {
   }
 }
 
+int Children::find_child(const MemList* list, int parent, int row) {
+  const MemEntry* const rows = list->entries;
+  const auto is_child = [parent](const MemEntry& entry) { return entry.parent == parent; };
+  return static_cast<int>(std::find_if(rows + row, rows + list->n_entries, is_child) - rows);
+}
+
 void MemEntryRelease(MemList* list, int index, const Children& children) {
   MemEntry& entry = list->entries[index];
   if (entry.address == nullptr || entry.back_ptr == nullptr) return;
@@ -93,17 +99,18 @@ void MemFree(MemList* list, void* address) {
     MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
   }
   // One walk finds the row, and whether a child stands before it.
-  int index = 0;
+  const MemEntry* const end = list->entries + list->n_entries;
+  const MemEntry* entry = list->entries;
   bool has_child_before = false;
-  while (index < list->n_entries && list->entries[index].address != address) {
-    if (list->entries[index].parent >= 0) has_child_before = true;
-    ++index;
+  for (; entry != end && entry->address != address; ++entry) {
+    has_child_before |= entry->parent >= 0;
   }
-  if (index == list->n_entries) {
+  if (entry == end) {
     if (mem_trace != 0) MemTrace("**Address not found\n");
     std::free(address);
     return;
   }
+  const int index = static_cast<int>(entry - list->entries);
   zelvan::MemEntryRelease(list, index, zelvan::Children(has_child_before ? 0 : index));
 }
 

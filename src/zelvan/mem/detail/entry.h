@@ -50,6 +50,7 @@ class Children {
 
   /// Returns the row of the first child of the entry at `parent`; `n_entries` if there is none.
   int first(const MemList* list, int parent) const {
+    if (first_row_ == list->n_entries) return first_row_;  // there is no child at all
     return first_ == nullptr ? find_child(list, parent, first_row_)
                              : skip_released(list, parent, first_[parent]);
   }
@@ -62,10 +63,7 @@ class Children {
 
  private:
   /// Returns the first row from `row` on that is a child of the entry at `parent`, or `n_entries`.
-  static int find_child(const MemList* list, int parent, int row) {
-    while (row < list->n_entries && list->entries[row].parent != parent) ++row;
-    return row;
-  }
+  static int find_child(const MemList* list, int parent, int row);
 
   /// Returns the first from the listed child at `child` on that is still one, or `n_entries`.
   int skip_released(const MemList* list, int parent, int child) const {
