@@ -79,9 +79,10 @@ void expect_answers_of_polygons(Polygons polygons, Random& random) {
     }
     std::vector<int> numbers(n);
     numbers.resize(index.findPolygons(p.x, p.y, numbers.data(), n));
-    ASSERT_EQ(numbers, expected) << testing::PrintToString(p);
-    ASSERT_EQ(index.windingNumber(n / 2, n, p.x, p.y), sum) << testing::PrintToString(p);
-    ASSERT_EQ(index.isInside(p), !expected.empty()) << testing::PrintToString(p);
+    ASSERT_EQ(numbers, expected) << "findPolygons at " << testing::PrintToString(p);
+    ASSERT_EQ(index.windingNumber(n / 2, n, p.x, p.y), sum)
+        << "the sum at " << testing::PrintToString(p);
+    ASSERT_EQ(index.isInside(p), !expected.empty()) << "at " << testing::PrintToString(p);
     ASSERT_EQ(index.windingNumber(n, p.x, p.y), 0) << "there is no polygon " << n;
   }
 }
@@ -111,6 +112,14 @@ TEST(PickIndex, LeavesOutNoEdgeWhoseProductOverflows) {
   const CPickIndex index(static_cast<unsigned>(ring.size()), ring.data());
   EXPECT_FALSE(index.isInside(0.9e200, 0.5e200)) << "infinity - infinity: the edge does not count";
   EXPECT_TRUE(index.isInside(0.9e200, -1e200)) << "0 - -infinity: the edge counts";
+}
+
+TEST(PickIndex, LeavesOutNoEdgeThatRoundingPutsOnThePoint) {
+  std::vector<DblPt> ring = {{-0x1p60, -0x1p60}, {1, 1}};
+  for (int i = 100; i > -100; --i) ring.emplace_back(-0x1p60, i * 0x1p53);
+  const CPickIndex index(static_cast<unsigned>(ring.size()), ring.data());
+  EXPECT_TRUE(index.isInside(1 + 0x1p-52, 1 - 0x1p-53)) << "2^60 * 2^60 - 2^60 * 2^60 is 0";
+  EXPECT_FALSE(index.isInside(0x1p20, 1 - 0x1p-53)) << "2^60 * 2^60 - (2^60 + 2^20) * 2^60 is not";
 }
 
 // A square, a hole in it, a polygon of two vertices, a square about a corner of the first.
