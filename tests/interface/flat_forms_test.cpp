@@ -133,7 +133,6 @@ TEST(FlatForms, ReadTheSameLineTypes) {
   }
   EXPECT_EQ(zelvan_get_fragment(flat, 1, -1), -1.0);
   EXPECT_EQ(zelvan_count_fragments(flat, 14), -1) << "no such line type";
-  EXPECT_EQ(zelvan_get_pattern_length(flat, 14), -1.0) << "no such line type";
   zelvan_delete_line_types(flat);
 }
 

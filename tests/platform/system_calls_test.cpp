@@ -181,7 +181,6 @@ TEST(Operations, ReportWhatFails) {
     Operation operation;
     support::Failure failure;
   } rows[] = {{cat, {"open", 1, EIO}},
-              {cat, {"open", 2, EACCES}},
               {cat, {"read", 1, EIO}},
               {cat, {"write", 1, ENOSPC}},
               {cat, {"close", 2, EIO}},

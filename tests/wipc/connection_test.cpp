@@ -91,9 +91,12 @@ TEST(Connections, WantHostModulePortsAndPlacesForResults) {
   EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
   EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
   EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
+  EXPECT_EQ(open_connection(std::string(300, 'a'), "/bin/sh"), 0) << "no host";
+  paused_ms = 0;
   EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
   EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
   EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
+  EXPECT_EQ(paused_ms, 0) << "no port is tried";
 }
 
 TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {

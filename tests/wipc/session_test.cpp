@@ -8,6 +8,7 @@ TEST(Sessions, AreRefusedIfNullOrNotOpen) {
     EXPECT_EQ(wipc_write_status(none, text), 0);
     EXPECT_EQ(wipc_read(none, text, 1), -1);
     EXPECT_EQ(wipc_read_status(none, text, 1), -1);
+    EXPECT_EQ(wipc_status_sid(none), -1);
     wipc_close_session(none);
   }
   zelvan::release_session(bind);
