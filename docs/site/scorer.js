@@ -1,0 +1,19 @@
+// How found pages are ranked: a name that is asked for exactly comes first, then the guide, then
+// the reference. Sphinx reads Scorer; its numbers are the usual ones.
+var Scorer = {
+  score: ([page, title, anchor, description, score]) => {
+    const query = new URLSearchParams(window.location.search).get("q") || "";
+    const name = title.split(" (")[0].split("::").pop();
+    if (name.toLowerCase() === query.trim().toLowerCase()) return score + 200;
+    if (page === "README") return score + 120;
+    return /^(reference|names)/.test(page) ? score : score + 100;
+  },
+  objNameMatch: 11,
+  objPartialMatch: 6,
+  objPrio: {0: 15, 1: 5, 2: -5},
+  objPrioDefault: 0,
+  title: 15,
+  partialTitle: 7,
+  term: 5,
+  partialTerm: 2,
+};
