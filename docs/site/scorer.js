@@ -4,7 +4,7 @@ var Scorer = {
   score: ([page, title, anchor, description, score]) => {
     const query = new URLSearchParams(window.location.search).get("q") || "";
     const name = title.split(" (")[0].split("::").pop();
-    if (name.toLowerCase() === query.trim().toLowerCase()) return score + 200;
+    if (description && name.toLowerCase() === query.trim().toLowerCase()) return score + 200;
     if (page === "README") return score + 120;
     return /^(reference|names)/.test(page) ? score : score + 100;
   },

@@ -60,6 +60,18 @@ def navigation(readme, families):
                    for caption, names in groups.items())
 
 
+def mend_furo(static):
+    """Debian's Furo comes without two things: its scripts aren't joined into one, and a browser
+    that prefers dark pages is not asked."""
+    script, part = static / "scripts/furo.js", static / "scripts/gumshoe-patched.js"
+    if read(script).startswith("import "):
+        write(script, read(part) + read(script).partition("\n")[2])
+    for path in (static / "styles/furo.css", static / "site.css"):
+        for rule in re.findall(r'^ *body\[data-theme="dark"\] \{[^}]*\}', read(path), re.M):
+            rule = rule.replace('[data-theme="dark"]', ':not([data-theme="light"])')
+            write(path, f"{read(path)}\n@media (prefers-color-scheme: dark) {{\n{rule}\n}}\n")
+
+
 def main(output):
     shutil.rmtree(WORK, ignore_errors=True)
     for path in headers.public_headers():
@@ -78,7 +90,7 @@ def main(output):
         if path.stem == "LICENSE":
             text = f"# Licence\n\n{text}"
         if path.stem == "README" and path.parent == pathlib.Path():
-            text = ("---\nmyst:\n  html_meta:\n    keywords: getting started start\n---\n"
+            text = ("---\nmyst:\n  html_meta:\n    keywords: getting, started, start\n---\n"
                     + text + navigation(readme, families))
         write(PAGES / path.with_suffix(".md"), text)
     shutil.copytree("docs/images", PAGES / "docs/images")
@@ -96,6 +108,7 @@ def main(output):
     shutil.rmtree(output, ignore_errors=True)
     run("sphinx-build", "-q", "-W", "--keep-going", "-j", "auto", "-c", SITE, "-d",
         WORK / "doctrees", PAGES, output)
+    mend_furo(output / "_static")
     shutil.copy(output / "README.html", output / "index.html")
     faults = check.all_of(found, families, output)
     if faults:

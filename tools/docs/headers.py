@@ -39,7 +39,8 @@ def for_doxygen(text):
             in_paragraph = in_paragraph or not re.match(r"([-*+]|\d+\.) ", words)
             words = re.sub(r"\*?(Requires[^.:]*:)\*?", r"**\1**", words)
             if words.count("`") % 2 == 0:  # a quote would end the code
-                words = re.sub("`[^`]*'[^`]*`", r"`\g<0>`", words)
+                words = re.sub("`[^`]+`",
+                               lambda code: f"`{code[0]}`" if "'" in code[0] else code[0], words)
             line = start + words
         else:
             in_paragraph = False

@@ -62,9 +62,12 @@ class LinkCode(SphinxPostTransform):
     def run(self):
         page = self.env.docname
         for literal in list(self.document.findall(nodes.literal)):
-            place = names_of(self.env).find(literal.astext(), page)
+            text = literal.astext()
+            place = names_of(self.env).find(text, page)
+            if page == self.config.root_doc and f"families/{text}" in self.env.found_docs:
+                place = f"families/{text}", ""
             if (not place or isinstance(literal.parent, (nodes.reference, nodes.title))
-                    or literal.astext() in parameters(literal)):
+                    or literal.next_node(nodes.reference) or text in parameters(literal)):
                 continue
             link = make_refnode(self.app.builder, page, *place, literal.deepcopy())
             literal.replace_self(link)

@@ -250,4 +250,4 @@ def family_page(reference, family, root):
 def source_page(path):
     return (":orphan:\n:nosearch:\n" + heading(f"Source of ``{path.name}``", 0)
             + f"\n:doc:`Its page </reference/{path}>`\n"
-            + f"\n.. literalinclude:: /headers/{path}\n   :language: cpp\n   :linenos:\n")
+            + f"\n.. literalinclude:: /headers/{path}\n   :language: cpp\n")
