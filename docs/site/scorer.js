@@ -3,10 +3,12 @@
 var Scorer = {
   score: ([page, title, anchor, description, score]) => {
     const query = new URLSearchParams(window.location.search).get("q") || "";
-    const name = title.split(" (")[0].split("::").pop();
-    if (description && name.toLowerCase() === query.trim().toLowerCase()) return score + 200;
-    if (page === "README") return score + 120;
-    return /^(reference|names)/.test(page) ? score : score + 100;
+    const asked = query.trim().toLowerCase();
+    const name = title.split(" (")[0].split("::").pop().toLowerCase();
+    if (description && name === asked) return score + 200;
+    if (/^(reference|names)/.test(page)) return score;
+    if (page === "README") return score + 110;
+    return score + (name.startsWith(asked) ? 120 : 100);  // a page before sections of others
   },
   objNameMatch: 11,
   objPartialMatch: 6,

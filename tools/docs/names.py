@@ -1,10 +1,12 @@
-"""A Sphinx extension: in code, names of the library lead to their entries."""
+"""A Sphinx extension: in code, names of the library lead to their entries, and what a picture shows
+stands below it."""
 
 import re
 
 from docutils import nodes
 from pygments.lexers.special import TextLexer
 from sphinx import addnodes
+from sphinx.transforms import SphinxTransform
 from sphinx.transforms.post_transforms import SphinxPostTransform
 from sphinx.util.nodes import make_refnode
 
@@ -56,6 +58,17 @@ def parameters(node):
             if list(parameter.findall(addnodes.desc_sig_name))}
 
 
+class Captions(SphinxTransform):
+    default_priority = 10
+
+    def apply(self):
+        for image in list(self.document.findall(nodes.image)):
+            paragraph = image.parent
+            if isinstance(paragraph, nodes.paragraph) and len(paragraph) == 1 and image.get("alt"):
+                paragraph.replace_self(
+                    nodes.figure("", image.deepcopy(), nodes.caption("", image["alt"])))
+
+
 class LinkCode(SphinxPostTransform):
     default_priority = 300  # after references are resolved
 
@@ -93,6 +106,7 @@ def link_blocks(app, page, _template, context, doctree):
 
 def setup(app):
     app.add_lexer("mermaid", TextLexer)
+    app.add_transform(Captions)
     app.add_post_transform(LinkCode)
     app.connect("html-page-context", link_blocks)
     return {"parallel_read_safe": True, "parallel_write_safe": True}

@@ -112,7 +112,7 @@ class Reference:
         return ", ".join(f":ref:`{name} <{self.labels[entry]}>`"
                          for name in map(escape, entry.names() or ["constants"]))
 
-    def name_list(self, entries, style="names"):
+    def name_list(self, entries, style="names", with_members=True):
         """Each entry with the first sentence of its comment."""
         parts, rows = [], []
 
@@ -128,7 +128,7 @@ class Reference:
             text = first_sentence(headers.comment_of(entry.nodes[-1])) or ".."
             rows.append(f"{self.link(entry)}\n   {text}\n\n")
             members = [member for member in entry.members if not member.is_row()]
-            if members:
+            if members and with_members:
                 end_list()
                 parts.append(self.name_list(members, "names members"))
         end_list()
@@ -140,10 +140,8 @@ class Reference:
                 f"\n:doc:`Source of this header </source/{header.path}>`\n",
                 f"\n.. doxygenfile:: {header.path}\n"
                 "   :sections: briefdescription detaileddescription\n"]
-        named = [entry for entry in walk([header]) if not entry.is_row()]
-        if len(named) > 3:
-            page += [heading("Names", 1),
-                     self.name_list([entry for entry in header.entries if not entry.is_row()])]
+        if len(list(walk([header]))) > 3:
+            page += [heading("Names", 1), self.name_list(header.entries)]
         return "".join(page) + self.entries(header.entries, 1)
 
     def entries(self, entries, level):
@@ -236,7 +234,7 @@ def family_page(reference, family, root):
     for header in own:
         page += [heading(f":doc:`{header.path.name} </reference/{header.path}>`", 2),
                  f"\n{first_sentence(headers.comment_of(header.node))}\n",
-                 reference.name_list([entry for entry in header.entries if not entry.is_row()])]
+                 reference.name_list(header.entries, with_members=False)]
     guide = family.guides[0]
     blocks = FENCE.findall((root / guide).read_text(encoding="utf-8"))
     program = next(i for i, (_, code) in enumerate(blocks) if "int main(" in code)
