@@ -95,15 +95,14 @@ def main(output):
         write(PAGES / path.with_suffix(".md"), text)
     shutil.copytree("docs/images", PAGES / "docs/images")
 
-    reference = pages.Reference(found)
     for header in found:
-        write(PAGES / "reference" / f"{header.path}.rst", reference.header_page(header))
+        write(PAGES / "reference" / f"{header.path}.rst", pages.header_page(header))
     for family in families:
         write(PAGES / "families" / f"{family.name}.rst",
-              pages.family_page(reference, family, pathlib.Path()))
-    write(PAGES / "names.rst", reference.names_page())
+              pages.family_page(found, family))
+    write(PAGES / "names.rst", pages.names_page(found))
     write(PAGES / "reference" / f"{headers.C_HEADER}.rst",
-          reference.c_page(read(headers.SOURCE / headers.C_HEADER)))
+          pages.c_page(found, read(headers.SOURCE / headers.C_HEADER)))
 
     shutil.rmtree(output, ignore_errors=True)
     run("sphinx-build", "-q", "-W", "--keep-going", "-j", "auto", "-c", SITE, "-d",

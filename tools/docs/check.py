@@ -6,7 +6,6 @@ import re
 import urllib.parse
 
 import headers
-from pages import walk
 
 NAME = re.compile(r"[*&]*((?:\w+::)*[A-Za-z_]\w*)(?:\(.*\))?")
 EXPORTS = headers.SOURCE / "exports.txt"
@@ -27,9 +26,9 @@ def not_documented(found):
     for header in found:
         if not headers.comment_of(header.node):
             yield f"{header.path}: no opening comment"
-        for entry in walk([header]):
+        for entry in headers.walk([header]):
             if not headers.comment_of(entry.nodes[-1]):
-                yield f"{header.path}:{entry.line}: no comment speaks for {entry.shown()}"
+                yield f"{header.path}:{entry.line}: no comment speaks for {entry.names()}"
             for value in entry.values():
                 if not headers.comment_of(value):
                     name = headers.text_of(value.find("name"))
@@ -38,7 +37,7 @@ def not_documented(found):
 
 def not_exported(found):
     """Of the names that leave the library, those that have no entry."""
-    documented = {entry.qualified(name) for entry in walk(found) for name in entry.names()}
+    documented = {entry.qualified(name) for entry in headers.walk(found) for name in entry.names()}
     for line in EXPORTS.read_text(encoding="utf-8").splitlines():
         name = re.sub(r"^(typeinfo|typeinfo name|vtable) for |^zelvan::|\(.*", "", line)
         if name and not name.startswith("#") and name not in documented | NOT_FOR_CALLERS:
@@ -49,7 +48,7 @@ def unknown_names(found):
     """Of the names in code in a comment, those that nothing has. A comment may use what stands in
     its own header, and what stands alone in another; text goes between double quotes."""
     everywhere = set(LANGUAGE)
-    for entry in walk(found):
+    for entry in headers.walk(found):
         values = [headers.text_of(value.find("name")) for value in entry.values()]
         for name in [*map(entry.qualified, entry.names()), *values]:
             everywhere |= {name, *name.split("::")}

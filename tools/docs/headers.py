@@ -21,35 +21,21 @@ def public_headers():
 
 
 def for_doxygen(text):
-    """The header with as many lines as it has, in words that Doxygen understands."""
-    lines, in_statement, in_paragraph = [], False, False
-    for line in text.splitlines():
-        # What the compiler alone reads. Doxygen would copy what a class takes in by `using`.
-        in_statement = in_statement or bool(re.match(r" *(static_assert\b|friend\b|using \w+::)", line))
-        if in_statement:
-            in_statement = not re.sub(r"//.*", "", line).rstrip().endswith(";")
-            lines.append("")
-            continue
-        line = re.sub(r"^#pragma once$", r"/// \\file", line)
-        comment = re.fullmatch(r"( *///<? ?)(\S.*)", line)
-        if comment:
-            start, words = comment.groups()
-            if in_paragraph:  # a number that ends a sentence opens no list
-                words = re.sub(r"^(\d+)\. ", r"\1\\. ", words)
-            in_paragraph = in_paragraph or not re.match(r"([-*+]|\d+\.) ", words)
-            words = re.sub(r"\*?(Requires[^.:]*:)\*?", r"**\1**", words)
-            if words.count("`") % 2 == 0:  # a quote would end the code
-                words = re.sub("`[^`]+`",
-                               lambda code: f"`{code[0]}`" if "'" in code[0] else code[0], words)
-            line = start + words
-        else:
-            in_paragraph = False
-        lines.append(line)
-    return "\n".join(lines) + "\n"
+    """The header in words that Doxygen understands, every line in its place."""
+    # What the compiler alone reads, and names taken in from a base, which have their entries there.
+    text = re.sub(r"^ *(static_assert|friend|using \w+::)[^;]*;.*",
+                  lambda statement: "\n" * statement[0].count("\n"), text, flags=re.M)
+    text = text.replace("#pragma once", r"/// \file", 1)
+    text = re.sub(r"^( *///) (\d+)\. ", r"\1 \2\. ", text, flags=re.M)  # this opens no list
+    return re.sub(r"^( *///.*?)\*?(Requires[^.:]*:)\*?", r"\1**\2**", text, flags=re.M)
 
 
 def text_of(node):
     return "" if node is None else re.sub(r"\s+", " ", "".join(node.itertext())).strip()
+
+
+def name_of(node):
+    return text_of(node.find("name")) or text_of(node.find("compoundname"))
 
 
 class Entry:
@@ -67,15 +53,14 @@ class Entry:
 
     def names(self):
         """Each once, in order; none for an enumeration without a name."""
-        names = (text_of(node.find("name")) or text_of(node.find("compoundname"))
-                 for node in self.nodes)
-        return [name for name in dict.fromkeys(names) if not name.startswith("@")]
+        names = dict.fromkeys(map(name_of, self.nodes))
+        return [name for name in names if not name.startswith("@")]
 
     def qualified(self, name):
         return f"{self.scope.names()[0]}::{name}" if self.scope else name
 
-    def shown(self):
-        return ", ".join(self.names()) or "constants"
+    def label(self):
+        return "at-" + self.nodes[0].get("id").lower()  # Breathe makes a label of the id itself
 
     def values(self):
         return self.nodes[0].findall("enumvalue")
@@ -85,16 +70,24 @@ class Entry:
         return self.kind == "variable"
 
 
+def walk(things):
+    """Entries of headers or of classes, and those within them."""
+    for thing in things:
+        for entry in thing.members:
+            yield entry
+            yield from walk([entry])
+
+
 def comment_of(node):
     return node.findall("briefdescription/*") + node.findall("detaileddescription/*")
 
 
 class Header:
-    def __init__(self, path, node, entries):
+    def __init__(self, path, node, members):
         self.path = path
         self.family = path.parent.name
         self.node = node
-        self.entries = entries
+        self.members = members
 
 
 def sections_of(lines):
@@ -127,7 +120,7 @@ def read(folder):
             path = pathlib.PurePath(node.find("location").get("file"))
             lines = (SOURCE / path).read_text(encoding="utf-8").splitlines()
             header = Header(path, node, entries_of(node, compounds, lines))
-            give_sections(header.entries, list(sections_of(lines)))
+            give_sections(header.members, list(sections_of(lines)))
             headers.append(header)
     for path, tree in trees.items():
         tree.write(path, encoding="utf-8", xml_declaration=True)

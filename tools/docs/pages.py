@@ -21,7 +21,7 @@ class Family:
         self.name = name
         self.title = sentence(gloss if gloss == name else f"{gloss} ({name})")
         self.gives = sentence(gives) + "."
-        self.guides = [pathlib.Path(link) for _, link in links]
+        self.guides = [pathlib.Path(path) for _, path in links]
 
 
 def families(readme):
@@ -38,15 +38,6 @@ def escape(text):
     return re.sub(r"([*`|_\\])", r"\\\1", text or "")
 
 
-def running(parts):
-    """Text and code by turns. Where code touches a word, an escaped space parts them."""
-    shown = "".join(f"\x01``{part}``\x02" if i % 2 else escape(part)
-                    for i, part in enumerate(parts))
-    shown = re.sub("(?<=[^\\s'\"(\\[{<\\-/:])\x01", "\\\\ ", shown)
-    shown = re.sub("\x02(?=[^\\s'\")\\]}>\\-/.,:;!?])", "\\\\ ", shown)
-    return re.sub("[\x01\x02]", "", shown)
-
-
 def heading(text, level):
     return f"\n{text}\n{UNDERLINES[level] * len(text)}\n"
 
@@ -61,25 +52,27 @@ def toctree(option, lines):
 
 def markdown(text):
     """The little that the plain comments of a header use of it."""
-    return running(text.split("`"))
+    return "".join(f"``{part}``" if i % 2 else escape(part)
+                   for i, part in enumerate(text.split("`")))
 
 
 def first_sentence(comment):
     """Of the children of a comment, as far as no list or block of code begins."""
-    parts = [""]
+    shown = ""
     for paragraph in comment[:1]:
-        parts[-1] += paragraph.text or ""
+        shown = paragraph.text or ""
         for child in paragraph:
             if child.tag in BLOCKS:
                 break
             text = "".join(child.itertext())
-            if child.tag == "computeroutput":
-                parts += [text, ""]
-            else:
-                parts[-1] += text
-            parts[-1] += child.tail or ""
-    shown = re.sub(r"\s+", " ", running(parts)).strip()
-    return re.match(r".*?\.(?=\s|$)|.*", shown)[0]
+            shown += f"`{text}`" if child.tag == "computeroutput" else text
+            shown += child.tail or ""
+    return markdown(re.match(r".*?\.(?=\s|$)|.*", re.sub(r"\s+", " ", shown).strip())[0])
+
+
+def link(entry):
+    return ", ".join(f":ref:`{escape(name)} <{entry.label()}>`"
+                     for name in entry.names() or ["constants"])
 
 
 def in_code(names):
@@ -89,144 +82,109 @@ def in_code(names):
 
 # ---- the reference
 
-class Reference:
-    def __init__(self, all_headers):
-        self.headers = all_headers
-        self.labels = {}  # of entries, and which are taken
-        for header in all_headers:
-            self.give_labels(header.entries)
+def name_list(entries, style="names", with_members=True):
+    """Each entry with the first sentence of its comment."""
+    parts, rows = [], []
 
-    def give_labels(self, entries):
-        for entry in entries:
-            name = ".".join(entry.qualified((entry.names() or ["constants"])[0]).split("::"))
-            name = name.lower().replace(" ", "")
-            number = 2
-            label = name
-            while label in self.labels.values():
-                label = f"{name}-{number}"
-                number += 1
-            self.labels[entry] = label
-            self.give_labels(entry.members)
+    def end_list():
+        if rows:
+            parts.append(f"\n.. rst-class:: {style}\n\n" + "".join(rows))
+            rows.clear()
 
-    def link(self, entry):
-        return ", ".join(f":ref:`{name} <{self.labels[entry]}>`"
-                         for name in map(escape, entry.names() or ["constants"]))
-
-    def name_list(self, entries, style="names", with_members=True):
-        """Each entry with the first sentence of its comment."""
-        parts, rows = [], []
-
-        def end_list():
-            if rows:
-                parts.append(f"\n.. rst-class:: {style}\n\n" + "".join(rows))
-                rows.clear()
-
-        for entry in entries:
-            if entry.opens:
-                end_list()
-                parts += [f"\n**{sentence(title.partition(': ')[0])}**\n" for title, _ in entry.opens]
-            text = first_sentence(headers.comment_of(entry.nodes[-1])) or ".."
-            rows.append(f"{self.link(entry)}\n   {text}\n\n")
-            members = [member for member in entry.members if not member.is_row()]
-            if members and with_members:
-                end_list()
-                parts.append(self.name_list(members, "names members"))
-        end_list()
-        return "".join(parts)
-
-    def header_page(self, header):
-        page = [heading(f"``{header.path.name}``", 0),
-                block("code-block:: cpp", f"#include <zelvan/{header.path}>"),
-                f"\n:doc:`Source of this header </source/{header.path}>`\n",
-                f"\n.. doxygenfile:: {header.path}\n"
-                "   :sections: briefdescription detaileddescription\n"]
-        if len(list(walk([header]))) > 3:
-            page += [heading("Names", 1), self.name_list(header.entries)]
-        return "".join(page) + self.entries(header.entries, 1)
-
-    def entries(self, entries, level):
-        """Entries below the titles of their sections, as in the header."""
-        parts, deeper = [], 0
-        for entry in entries:
-            for title, text in entry.opens:
-                title, _, rest = title.partition(": ")
-                parts.append(heading(markdown(sentence(title)), level))
-                parts += [f"\n{markdown(sentence(rest))}.\n"] if rest else []
-                parts.append(f"\n{markdown(text)}\n")
-                deeper = 1
-            parts.append(f"\n.. _{self.labels[entry]}:\n")
-            if not entry.is_row():
-                parts.append(heading(in_code(entry.names()), level + deeper))
-            parts += [directive(entry, node) for node in entry.nodes]
-            parts.append(self.entries(entry.members, level + deeper + 1))
-        return "".join(parts)
-
-    def names_page(self):
-        entries = {}
-        for entry in walk(self.headers):
-            if not (entry.scope and entry.is_row()):
-                entries |= {entry.qualified(name): entry for name in entry.names()}
-            entries |= {headers.text_of(value.find("name")): entry for value in entry.values()}
-        parts, letter = [heading("All names", 0)], ""
-        for name in sorted(entries, key=lambda name: (name.lower(), name)):
-            if name[0].upper() != letter:
-                letter = name[0].upper()
-                parts.append(heading(letter, 1) + "\n.. rst-class:: names\n\n")
-            text = first_sentence(headers.comment_of(entries[name].nodes[-1]))
-            parts.append(f":ref:`{escape(name)} <{self.labels[entries[name]]}>`\n   {text}\n\n")
-        return "".join(parts)
-
-    def c_page(self, text):
-        """The header for C, with what its functions do."""
-        known = {name: entry for entry in walk(self.headers) for name in entry.names()
-                 if not entry.scope}
-        opening = "\n".join(re.findall(r"^/// ?(.*)", text[:text.index("#pragma once")], re.M))
-        page = [heading("C interface (zelvan_c.h)", 0),
-                block("code-block:: c", f"#include <zelvan/{headers.C_HEADER}>"),
-                f"\n:doc:`Source of this header </source/{headers.C_HEADER}>`\n",
-                f"\n{markdown(opening)}\n"]
-        for title, body in re.findall(r"^// ---- ([^\n]*)\n(.*?)(?=^// ---- |\Z)", text,
-                                     re.M | re.S):
-            title = re.sub(r"<zelvan/([\w/.]+)>", r":doc:`\1 </reference/\1>`", title)
-            page.append(heading(sentence(title), 1))
-            body = re.sub(r"^(#.*|})$", "", body, flags=re.M)
-            declarations = re.findall(r"^\S[^;{]*\([^;{]*\);", body, re.M)
-            functions = [one for one in declarations if not one.startswith("typedef")]
-            if not functions:
-                page.append(block("code-block:: c", body.strip()))
-            for function in functions:
-                function = re.sub(r"\s+", " ", function[:-1])
-                name = re.search(r"(\w+)\(", function)[1]
-                comment = headers.comment_of(known[name].nodes[-1])
-                page.append(block(f"c:function:: {function}",
-                                  f"{first_sentence(comment)} {self.link(known[name])}"))
-        return "".join(page)
+    for entry in entries:
+        if entry.opens:
+            end_list()
+            parts += [f"\n**{sentence(title.partition(': ')[0])}**\n" for title, _ in entry.opens]
+        text = first_sentence(headers.comment_of(entry.nodes[-1])) or ".."
+        rows.append(f"{link(entry)}\n   {text}\n\n")
+        members = [member for member in entry.members if not member.is_row()]
+        if members and with_members:
+            end_list()
+            parts.append(name_list(members, "names members"))
+    end_list()
+    return "".join(parts)
 
 
-def walk(things):
-    """Entries of headers, and those within them."""
-    for thing in things:
-        for entry in getattr(thing, "entries", None) or getattr(thing, "members", []):
-            yield entry
-            yield from walk_members(entry)
+def header_page(header):
+    page = [heading(f"``{header.path.name}``", 0),
+            block("code-block:: cpp", f"#include <zelvan/{header.path}>"),
+            f"\n:doc:`Source of this header </source/{header.path}>`\n",
+            f"\n.. doxygenfile:: {header.path}\n"
+            "   :sections: briefdescription detaileddescription\n"]
+    if len(list(headers.walk([header]))) > 3:
+        page += [heading("Names", 1), name_list(header.members)]
+    return "".join(page) + entry_list(header.members, 1)
 
 
-def walk_members(entry):
-    for member in entry.members:
-        yield member
-        yield from walk_members(member)
+def entry_list(entries, level):
+    """Entries below the titles of their sections, as in the header."""
+    parts, deeper = [], 0
+    for entry in entries:
+        for title, text in entry.opens:
+            title, _, rest = title.partition(": ")
+            parts.append(heading(markdown(sentence(title)), level))
+            parts += [f"\n{markdown(sentence(rest))}.\n"] if rest else []
+            parts.append(f"\n{markdown(text)}\n")
+            deeper = 1
+        parts.append(f"\n.. _{entry.label()}:\n")
+        if not entry.is_row():
+            parts.append(heading(in_code(entry.names()), level + deeper))
+        parts += [directive(entry, node) for node in entry.nodes]
+        parts.append(entry_list(entry.members, level + deeper + 1))
+    return "".join(parts)
+
+
+def names_page(found):
+    entries = {}
+    for entry in headers.walk(found):
+        if not (entry.scope and entry.is_row()):
+            entries |= {entry.qualified(name): entry for name in entry.names()}
+        entries |= {headers.text_of(value.find("name")): entry for value in entry.values()}
+    parts, letter = [heading("All names", 0)], ""
+    for name in sorted(entries, key=lambda name: (name.lower(), name)):
+        if name[0].upper() != letter:
+            letter = name[0].upper()
+            parts.append(heading(letter, 1) + "\n.. rst-class:: names\n\n")
+        text = first_sentence(headers.comment_of(entries[name].nodes[-1]))
+        parts.append(f":ref:`{escape(name)} <{entries[name].label()}>`\n   {text}\n\n")
+    return "".join(parts)
+
+
+def c_page(found, text):
+    """The header for C, with what its functions do."""
+    known = {name: entry for header in found for entry in header.members for name in entry.names()}
+    opening = "\n".join(re.findall(r"^/// ?(.*)", text[:text.index("#pragma once")], re.M))
+    page = [heading("C interface (zelvan\\_c.h)", 0),
+            block("code-block:: c", f"#include <zelvan/{headers.C_HEADER}>"),
+            f"\n:doc:`Source of this header </source/{headers.C_HEADER}>`\n",
+            f"\n{markdown(opening)}\n"]
+    for title, body in re.findall(r"^// ---- ([^\n]*)\n(.*?)(?=^// ---- |\Z)", text, re.M | re.S):
+        title = "".join(f":doc:`{escape(part)} </reference/{part}>`" if i % 2 else escape(part)
+                        for i, part in enumerate(re.split(r"<zelvan/([\w/.]+)>", title)))
+        page.append(heading(sentence(title), 1))
+        body = re.sub(r"^(#.*|})$", "", body, flags=re.M)
+        declarations = re.findall(r"^\S[^;{]*\([^;{]*\);", body, re.M)
+        functions = [one for one in declarations if not one.startswith("typedef")]
+        if not functions:
+            page.append(block("code-block:: c", body.strip()))
+        for function in functions:
+            function = re.sub(r"\s+", " ", function[:-1])
+            name = re.search(r"(\w+)\(", function)[1]
+            comment = headers.comment_of(known[name].nodes[-1])
+            page.append(block(f"c:function:: {function}",
+                              f"{first_sentence(comment)} {link(known[name])}"))
+    return "".join(page)
 
 
 def directive(entry, node):
-    name = entry.qualified(headers.text_of(node.find("name") if node.find("name") is not None
-                                           else node.find("compoundname")))
+    name = entry.qualified(headers.name_of(node))
     if entry.kind == "function":
         name += headers.text_of(node.find("argsstring"))
     return f"\n.. doxygen{entry.kind}:: {name}\n"
 
 
-def family_page(reference, family, root):
-    own = [header for header in reference.headers if header.family == family.name]
+def family_page(found, family):
+    own = [header for header in found if header.family == family.name]
     page = [heading(family.title, 0), f"\n{markdown(family.gives)}\n", heading("Guide", 1),
             toctree("maxdepth: 2", [f"/{path.with_suffix('')}" for path in family.guides]),
             heading("Reference", 1),
@@ -234,9 +192,9 @@ def family_page(reference, family, root):
     for header in own:
         page += [heading(f":doc:`{header.path.name} </reference/{header.path}>`", 2),
                  f"\n{first_sentence(headers.comment_of(header.node))}\n",
-                 reference.name_list(header.entries, with_members=False)]
+                 name_list(header.members, with_members=False)]
     guide = family.guides[0]
-    blocks = FENCE.findall((root / guide).read_text(encoding="utf-8"))
+    blocks = FENCE.findall(guide.read_text(encoding="utf-8"))
     program = next(i for i, (_, code) in enumerate(blocks) if "int main(" in code)
     page += [heading("A worked example", 1),
              f"\nFrom :doc:`/{guide.with_suffix('')}`:\n",
