@@ -7,8 +7,9 @@ var Scorer = {
     const name = title.split(" (")[0].split("::").pop().toLowerCase();
     if (description && name === asked) return score + 200;
     if (/^(reference|names)/.test(page)) return score;
-    if (page === "README") return score + 110;
-    return score + (name.startsWith(asked) ? 120 : 100);  // a page before sections of others
+    if (page === "README" && asked.includes("start")) return score + 200;
+    const bonus = title.includes(" > ") ? 60 : 100;  // a section of a page, or all of it
+    return score + bonus + (name.startsWith(asked) ? 20 : 0);
   },
   objNameMatch: 11,
   objPartialMatch: 6,
