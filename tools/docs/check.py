@@ -28,7 +28,7 @@ def not_documented(found):
             yield f"{header.path}: no opening comment"
         for entry in headers.walk([header]):
             if not headers.comment_of(entry.nodes[-1]):
-                yield f"{header.path}:{entry.line}: no comment speaks for {entry.names()}"
+                yield f"{header.path}:{entry.line}: no comment speaks for {', '.join(entry.names())}"
             for value in entry.values():
                 if not headers.comment_of(value):
                     name = headers.text_of(value.find("name"))

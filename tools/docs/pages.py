@@ -70,9 +70,10 @@ def first_sentence(comment):
     return markdown(re.match(r".*?\.(?=\s|$)|.*", re.sub(r"\s+", " ", shown).strip())[0])
 
 
-def link(entry):
+def link(entry, *names):
+    """To an entry, by these names or all that it has."""
     return ", ".join(f":ref:`{escape(name)} <{entry.label()}>`"
-                     for name in entry.names() or ["constants"])
+                     for name in names or entry.names() or ["constants"])
 
 
 def in_code(names):
@@ -146,7 +147,7 @@ def names_page(found):
             letter = name[0].upper()
             parts.append(heading(letter, 1) + "\n.. rst-class:: names\n\n")
         text = first_sentence(headers.comment_of(entries[name].nodes[-1]))
-        parts.append(f":ref:`{escape(name)} <{entries[name].label()}>`\n   {text}\n\n")
+        parts.append(f"{link(entries[name], name)}\n   {text}\n\n")
     return "".join(parts)
 
 
@@ -172,7 +173,7 @@ def c_page(found, text):
             name = re.search(r"(\w+)\(", function)[1]
             comment = headers.comment_of(known[name].nodes[-1])
             page.append(block(f"c:function:: {function}",
-                              f"{first_sentence(comment)} {link(known[name])}"))
+                              f"{first_sentence(comment)} {link(known[name], name)}"))
     return "".join(page)
 
 
