@@ -2,7 +2,8 @@
 # shellcheck shell=bash
 
 docs() {
-  need doxygen python3
+  need doxygen furo python3 python3-breathe python3-myst-parser python3-sphinx \
+    python3-sphinx-copybutton
   step "the guide and the reference"
   python3 -B tools/docs out/docs || fail "the site is not as it has to be; see above"
 }

@@ -1,9 +1,8 @@
 """Makes the site of guide and reference: python3 tools/docs FOLDER, from the project's folder.
 
-Doxygen reads the headers and the pages written in Markdown, made ready for it below build/docs, and
-refuses what isn't documented and references that lead nowhere. Of its XML the pages are made here:
-those of its own are laid out in tables that no stylesheet makes fit a phone, and with them there
-would be no page that says what a header says in the header's order.
+Doxygen reads the public headers, Breathe and Sphinx make pages of what it found. Written here, below
+build/docs/pages, is what Sphinx reads: the guide as it is, and for each header and each family a
+page that names its entries in the header's order.
 """
 
 import pathlib
@@ -13,15 +12,15 @@ import subprocess
 import sys
 
 import check
-import guide
 import headers
 import pages
-from header_page import add_header_page
-from reference import Reference
-from site_frame import Site
 
 WORK = pathlib.Path("build/docs")
-STATIC = pathlib.Path("docs/site")
+SITE = pathlib.Path("docs/site")
+PAGES = WORK / "pages"
+GUIDE = [pathlib.Path("README.md"), *sorted(pathlib.Path("docs").glob("*.md")),
+         pathlib.Path("CONTRIBUTING.md"), pathlib.Path("CHANGELOG.md"),
+         pathlib.Path("examples/mapview/data/README.md"), pathlib.Path("LICENSE")]
 
 
 def read(path):
@@ -33,56 +32,87 @@ def write(path, text):
     path.write_text(text, encoding="utf-8")
 
 
-def stop_at(faults):
-    if faults:
-        sys.exit("\n".join(faults))
+def run(*command):
+    if subprocess.run(command, check=False).returncode:
+        sys.exit(f"{command[0]} has warned or failed; see above. It reads what stands in {WORK}.")
 
 
-def public_headers():
-    folder = pathlib.Path("src/zelvan")
-    return [path for path in sorted([*folder.glob("*.h"), *folder.glob("*/*.h")])
-            if path.parent.name not in ("detail", "platform")]
+def for_site(text, path):
+    """A page of the guide, whose links to headers lead to their pages."""
+    up = "../" * (len(path.parts) - 1)
+    text = re.sub(r"\]\((?:\.\./)*src/zelvan/([\w/.]+\.h)\)", rf"]({up}reference/\1.rst)", text)
+    return text.replace("](LICENSE)", "](LICENSE.md)")
 
 
-def prepare():
-    """Writes what Doxygen reads, and gives the pages written in Markdown."""
-    shutil.rmtree(WORK, ignore_errors=True)
-    for path in public_headers():
-        write(WORK / "input" / path, headers.for_doxygen(read(path), path))
-    faults = []
-    collected = guide.collect(pathlib.Path("README.md"), pathlib.Path("."), pathlib.Path("docs"))
-    for page in collected.values():
-        write(WORK / "input" / page.path.with_suffix(".md"),
-              guide.for_doxygen(page, collected, public_headers(), faults))
-    stop_at(faults)
-    return collected
+def navigation(readme, families):
+    """Pages of no family stand in the order in which the front page leads to them."""
+    order = re.findall(r"\]\(([\w/]+)\.md\)|\]\((LICENSE)\)", readme)
+    order = [pathlib.Path(page or other) for page, other in order]
+    of_families = [path for family in families for path in family.guides]
+    others = [path.with_suffix("") for path in GUIDE[1:] if path not in of_families]
+    others.sort(key=lambda page: order.index(page) if page in order else len(order))
+    groups = {"Families": [f"families/{family.name}" for family in families],
+              "The whole library": ["reference/zelvan_c.h", "reference/zelvan.h",
+                                    "reference/export.h", "names"],
+              "More": others}
+    return "".join(f"\n```{{toctree}}\n:hidden:\n:caption: {caption}\n\n"
+                   + "".join(f"/{name}\n" for name in names) + "```\n"
+                   for caption, names in groups.items())
+
+
+def mend_furo(static):
+    """Debian's Furo comes without two things: its scripts aren't joined into one, and a browser
+    that prefers dark pages is not asked."""
+    script, part = static / "scripts/furo.js", static / "scripts/gumshoe-patched.js"
+    if read(script).startswith("import "):
+        write(script, read(part) + read(script).partition("\n")[2])
+    for path in (static / "styles/furo.css", static / "site.css"):
+        for rule in re.findall(r'^ *body\[data-theme="dark"\] \{[^}]*\}', read(path), re.M):
+            rule = rule.replace('[data-theme="dark"]', ':not([data-theme="light"])')
+            write(path, f"{read(path)}\n@media (prefers-color-scheme: dark) {{\n{rule}\n}}\n")
 
 
 def main(output):
-    collected = prepare()
-    if subprocess.run(["doxygen", STATIC / "Doxyfile"], check=False).returncode:
-        sys.exit(f"Doxygen has warned. It reads {WORK}/input, made of the files that it names.")
+    shutil.rmtree(WORK, ignore_errors=True)
+    for path in headers.public_headers():
+        text = read(headers.SOURCE / path)
+        write(PAGES / "headers" / path, text)
+        write(PAGES / "source" / f"{path}.rst", pages.source_page(path))
+        if path != headers.C_HEADER:
+            write(WORK / "headers" / path, headers.for_doxygen(text))
+    run("doxygen", SITE / "Doxyfile")
+    found = headers.read(WORK / "xml")
 
-    version = re.search(r"^project\(zelvan VERSION ([\d.]+)", read(pathlib.Path("CMakeLists.txt")),
-                        re.M)[1]
-    site = Site(Reference(WORK / "xml"), collected, read(STATIC / "page.html"), version)
-    for page in site.guide.values():
-        pages.add_guide_page(site, page)
-    for family in site.families:
-        pages.add_family_page(site, family)
-    for header in site.reference.headers:
-        add_header_page(site, header)
-    pages.add_names_page(site)
+    readme = read(pathlib.Path("README.md"))
+    families = pages.families(readme)
+    for path in GUIDE:
+        text = for_site(read(path), path)
+        if path.stem == "LICENSE":
+            text = f"# Licence\n\n{text}"
+        if path.stem == "README" and path.parent == pathlib.Path():
+            text = ("---\nmyst:\n  html_meta:\n    keywords: getting, started, start\n---\n"
+                    + text + navigation(readme, families))
+        write(PAGES / path.with_suffix(".md"), text)
+    shutil.copytree("docs/images", PAGES / "docs/images")
+
+    for header in found:
+        write(PAGES / "reference" / f"{header.path}.rst", pages.header_page(header))
+    for family in families:
+        write(PAGES / "families" / f"{family.name}.rst",
+              pages.family_page(found, family))
+    write(PAGES / "names.rst", pages.names_page(found))
+    write(PAGES / "reference" / f"{headers.C_HEADER}.rst",
+          pages.c_page(found, read(headers.SOURCE / headers.C_HEADER)))
 
     shutil.rmtree(output, ignore_errors=True)
-    for url, text in site.done.items():
-        write(output / url, text)
-    write(output / "search_index.js", site.search_index())
-    for name in ("site.css", "search.js"):
-        shutil.copy(STATIC / name, output)
-    shutil.copytree("docs/images", output / "images")
-    stop_at(check.all_of(site, output))
-    print(f"{len(site.done)} pages: {output / 'index.html'}")
+    run("sphinx-build", "-q", "-W", "--keep-going", "-j", "auto", "-c", SITE, "-d",
+        WORK / "doctrees", PAGES, output)
+    mend_furo(output / "_static")
+    shutil.copy(output / "README.html", output / "index.html")
+    faults = check.all_of(found, families, output)
+    if faults:
+        sys.exit("\n".join(faults))
+    print(f"{len(list(output.rglob('*.html')))} pages: {output / 'index.html'}")
 
 
 if __name__ == "__main__":

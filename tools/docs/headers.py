@@ -1,94 +1,153 @@
-"""The public headers as Doxygen reads them: what a reader of the plain text takes for granted is
-said in its commands, so that the headers themselves need none of them.
+"""The public headers: what Doxygen is given to read, and what it found in them.
 
-- The comment that opens a header speaks for the header.
-- A comment above a declaration speaks for the declarations that follow it without a blank line.
-- `// ---- title` opens a section; the plain comment behind it speaks for the section, which ends
-  where the next one begins, or with the class.
-- What the compiler alone reads, `static_assert` and `friend`, is left out.
-- A header for callers from C repeats what others declare; only its opening comment is taken.
+Doxygen knows neither our sections (`// ---- title`) nor that a comment speaks for all declarations
+up to the next blank line. Both are worked out here from the lines of the header.
 """
 
+import pathlib
 import re
+import xml.etree.ElementTree as ElementTree
 
-import markdown
-
-FOR_C = re.compile(r"^extern \"C\" {", re.M)
-SCOPE = re.compile(r"(template.*> )?(struct|class|enum|union|namespace)\b")
-SECTION = re.compile(r"( *)// ---- (.*)")
-
-
-def for_doxygen(text, path):
-    titles = [title for _, title in SECTION.findall(text)]
-    for title in {title.partition(":")[0] for title in titles}:
-        if sum(other.partition(":")[0] == title for other in titles) > 1:
-            raise SystemExit(f"{path}: two sections have the title '{title}'")
-    if FOR_C.search(text):
-        text = re.match(r"(///.*\n)*", text)[0] + "#pragma once\n"
-    text = markdown.for_doxygen(text, r"\s*///?<? ?")
-    lines = without_statements(text.splitlines(), "static_assert", "friend")
-    lines = [re.sub(r"^#pragma once$", r"/// \\file", line) for line in lines]
-    lines = [re.sub(r"^( *///.*?)\*?(Requires[^.:]*:)\*?", r"\1**\2**", line) for line in lines]
-    return "\n".join(with_comments_shared(with_sections(lines))) + "\n"
+SOURCE = pathlib.Path("src/zelvan")
+C_HEADER = pathlib.Path("zelvan_c.h")
+SECTION = re.compile(r" *// ---- (.*)")
 
 
-def without_statements(lines, *keywords):
-    opening = re.compile(r" *(%s)\b" % "|".join(keywords))
-    inside = False
-    for line in lines:
-        inside = inside or opening.match(line)
-        yield "" if inside else line
-        inside = inside and not re.sub(r"//.*", "", line).rstrip().endswith(";")
+def public_headers():
+    """Paths as one includes them, without zelvan/."""
+    paths = sorted([*SOURCE.glob("*.h"), *SOURCE.glob("*/*.h")])
+    return [path.relative_to(SOURCE) for path in paths
+            if path.parent.name not in ("detail", "platform")]
 
 
-def with_sections(lines):
-    """Sections become member groups."""
-    indent = None  # of the open section
-    in_title = False
-    for line in lines:
-        opening = SECTION.match(line)
-        ends = indent is not None and (opening or line.startswith("};") and indent)
-        if ends:
-            yield indent + "/// @}"
-            indent = None
-        if opening:
-            indent = opening[1]
-            title, _, rest = opening[2].replace("`", "").partition(": ")
-            yield f"{indent}/// @name {title[0].upper()}{title[1:]}"
-            if rest:
-                yield f"{indent}/// {rest[0].upper()}{rest[1:]}."
-            in_title = True
-        elif in_title and line.startswith(indent + "//") and not line.startswith(indent + "///"):
-            yield line.replace("//", "///", 1)
+def for_doxygen(text):
+    """The header in words that Doxygen understands, every line in its place."""
+    # What the compiler alone reads, and names taken in from a base, which have their entries there.
+    text = re.sub(r"^ *(static_assert|friend|using \w+::)[^;]*;.*",
+                  lambda statement: "\n" * statement[0].count("\n"), text, flags=re.M)
+    text = text.replace("#pragma once", r"/// \file", 1)
+    text = re.sub(r"^( *///) (\d+)\. ", r"\1 \2\. ", text, flags=re.M)  # this opens no list
+    return re.sub(r"^( *///.*?)\*?(Requires[^.:]*:)\*?", r"\1**\2**", text, flags=re.M)
+
+
+def text_of(node):
+    return "" if node is None else re.sub(r"\s+", " ", "".join(node.itertext())).strip()
+
+
+def name_of(node):
+    return text_of(node.find("name")) or text_of(node.find("compoundname"))
+
+
+class Entry:
+    """Declarations that share a comment; mostly it is one."""
+
+    def __init__(self, node, scope=None):
+        self.nodes = [node]
+        self.scope = scope  # the entry of the class
+        self.kind = node.get("kind")
+        self.members = []
+        self.opens = []     # title and text of the section that begins before it
+        place = node.find("location")
+        self.line = int(place.get("line"))
+        self.end = max(self.line, int(place.get("bodyend") or 0))
+
+    def names(self):
+        """Each once, in order; none for an enumeration without a name."""
+        names = dict.fromkeys(map(name_of, self.nodes))
+        return [name for name in names if not name.startswith("@")]
+
+    def qualified(self, name):
+        return f"{self.scope.names()[0]}::{name}" if self.scope else name
+
+    def label(self):
+        return "at-" + self.nodes[0].get("id").lower()  # Breathe makes a label of the id itself
+
+    def values(self):
+        return self.nodes[0].findall("enumvalue")
+
+    def is_row(self):
+        """Fields and constants are shown one below the other, without a heading."""
+        return self.kind == "variable"
+
+
+def walk(things):
+    """Entries of headers or of classes, and those within them."""
+    for thing in things:
+        for entry in thing.members:
+            yield entry
+            yield from walk([entry])
+
+
+def comment_of(node):
+    return node.findall("briefdescription/*") + node.findall("detaileddescription/*")
+
+
+class Header:
+    def __init__(self, path, node, members):
+        self.path = path
+        self.family = path.parent.name
+        self.node = node
+        self.members = members
+
+
+def sections_of(lines):
+    """Lines of titles, with title and text."""
+    for number, line in enumerate(lines, 1):
+        title = SECTION.match(line)
+        if title:
+            rest = lines[number:]
+            count = next(i for i, text in enumerate(rest) if not re.match(r" *//(?!/)", text))
+            text = "\n".join(re.sub(r"^ *// ?", "", line) for line in rest[:count])
+            yield number, title[1], text.strip()
+
+
+def give_sections(entries, sections):
+    for entry in entries:
+        while sections and sections[0][0] < entry.line:
+            entry.opens.append(sections.pop(0)[1:])
+        give_sections(entry.members, sections)
+
+
+def read(folder):
+    """The headers as Doxygen has understood them. In its files the comment of declarations that
+    share one is moved to the last of them, below which Breathe is to show it."""
+    trees = {path: ElementTree.parse(path) for path in sorted(folder.glob("*.xml"))
+             if path.name not in ("index.xml", "Doxyfile.xml")}
+    compounds = {node.get("id"): node for tree in trees.values() for node in tree.getroot()}
+    headers = []
+    for node in compounds.values():
+        if node.get("kind") == "file" and text_of(node.find("compoundname")).endswith(".h"):
+            path = pathlib.PurePath(node.find("location").get("file"))
+            lines = (SOURCE / path).read_text(encoding="utf-8").splitlines()
+            header = Header(path, node, entries_of(node, compounds, lines))
+            give_sections(header.members, list(sections_of(lines)))
+            headers.append(header)
+    for path, tree in trees.items():
+        tree.write(path, encoding="utf-8", xml_declaration=True)
+    return sorted(headers, key=lambda header: header.path)
+
+
+def entries_of(compound, compounds, lines, scope=None):
+    here = compound.find("location").get("file")
+    entries = [Entry(node, scope) for node in compound.findall("sectiondef/memberdef")
+               if node.get("prot") != "private"]
+    for inner in compound.findall("innernamespace"):  # which may have parts in several headers
+        entries += [Entry(node) for node in compounds[inner.get("refid")].iter("memberdef")
+                    if node.find("location").get("file") == here]
+    for inner in compound.findall("innerclass"):
+        entry = Entry(compounds[inner.get("refid")])
+        entry.members = entries_of(entry.nodes[0], compounds, lines, entry)
+        entries.append(entry)
+    merged = []
+    for entry in sorted(entries, key=lambda entry: entry.line):
+        last = merged[-1] if merged else None
+        if (last and last.kind == entry.kind and not comment_of(entry.nodes[0])
+                and all(line.strip() for line in lines[last.end:entry.line])):
+            for part in ("briefdescription", "detaileddescription"):
+                entry.nodes[0].find(part)[:] = last.nodes[-1].find(part)[:]
+                last.nodes[-1].find(part)[:] = []
+            last.nodes += entry.nodes
+            last.end = entry.end
         else:
-            if in_title:
-                yield indent + "/// @{"
-            in_title = False
-            yield line
-    if indent is not None:
-        yield indent + "/// @}"
-
-
-def with_comments_shared(lines):
-    """Gives each declaration of a paragraph the comment above the first one."""
-    comment = []       # the last one, while its paragraph lasts
-    is_fresh = False   # it stands right above
-    is_inside = False  # a declaration that goes on
-    depth = 0          # of its brackets
-    for line in lines:
-        code = re.sub(r"//.*|#.*", "", line).strip()
-        is_comment = not code and re.match(r" *///(?! @)", line)
-        if is_inside:
-            pass
-        elif is_comment:
-            comment = [*comment, line] if is_fresh else [line]
-        elif not code or code.endswith(":") or code == "};" or SCOPE.match(code):
-            comment = []
-        elif comment and not is_fresh and "///<" not in line:
-            yield from comment
-        is_fresh = bool(is_comment)
-        yield line
-        if code and not code.endswith(":") and not (SCOPE.match(code) and code.endswith("{")):
-            depth += sum(code.count(c) for c in "({") - sum(code.count(c) for c in ")}")
-            is_inside = depth > 0 or depth == 0 and not code.endswith((";", "}", ","))
-            depth = max(depth, 0)  # below 0 where the scope ends
+            merged.append(entry)
+    return merged

@@ -1,107 +1,210 @@
-"""The pages around the reference: guide, families, the list of all names."""
+"""The pages that Sphinx is given besides the guide, written in reStructuredText."""
 
-from markup import element, escape, name_in_code
-from reference import text_of, walk
+import pathlib
+import re
+import textwrap
 
+import headers
 
-def add_guide_page(site, page):
-    renderer = site.renderer(page.url)
-    text = site.reference.pages[page.name].find("detaileddescription")
-    site.found("guide", page.title, page.url, "",
-               " ".join(text_of(child) for child in text if child.tag == "para"))
-    contents = []
-    for section in text.findall("sect1"):
-        url = site.reference.urls[section.get("id")]
-        title = text_of(section.find("title"))
-        contents.append(("top", escape(title), url.partition("#")[2]))
-        site.found("guide", title, url, page.title, text_of(section))
-    site.add(renderer, page.title, element("h1", escape(page.title)) + renderer.blocks(text),
-             site.family_of(page), contents if len(contents) > 1 else ())
+UNDERLINES = "=-~^"
+BLOCKS = ("itemizedlist", "orderedlist", "verbatim", "programlisting", "table")
+# | `pick` | regions that say whether a point hits them | [pick regions](docs/pick.md) |
+FAMILY = re.compile(r"^\| `(\w+)` \| (.*?) \| (.*?) \|$", re.M)
+LINK = re.compile(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)")
+FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.S | re.M)
 
 
-def add_family_page(site, family):
-    """What a family gives, and the ways to its guide and to its reference."""
-    renderer = site.renderer(family.url)
-    parts = [element("h1", name_in_code(family.name)),
-             element("p", escape(family.gives), class_="lead"),
-             element("h2", "Guide", id="guide")]
-    for page in family.guides:
-        text = site.reference.pages[page.name].find("detaileddescription")
-        sections = "".join(
-            element("li", element("a", renderer.inline(section.find("title")),
-                                  href=renderer.link(site.reference.urls[section.get("id")])))
-            for section in text.findall("sect1"))
-        parts.append(card(renderer, page.url, escape(page.title),
-                          element("ul", sections, class_="row")))
-
-    parts.append(element("h2", "Reference", id="reference"))
-    for header in family.headers:
-        parts.append(card(renderer, header.url, name_in_code(header.name),
-                          element("p", renderer.sentence(header.comment))
-                          + name_table(renderer, header.entries)))
-
-    parts.append(element("h2", "A worked example", id="example"))
-    for page in family.guides:
-        source = element("a", escape(page.title), href=renderer.link(page.url))
-        example = element("p", "It prints").join(
-            renderer.block_programlisting(block) for block in worked_example(site, page))
-        parts.append(element("p", f"From {source}:") + example if page is family.guides[0] else
-                     element("details", element("summary", f"Another, from {source}") + example))
-    site.found("family", family.name, family.url, family.gives)
-    site.add(renderer, family.name, "\n".join(parts), family,
-             [("top", "Guide", "guide"), ("top", "Reference", "reference"),
-              ("top", "A worked example", "example")])
+class Family:
+    def __init__(self, name, gives, cell):
+        links = LINK.findall(cell)
+        gloss = ", ".join(text for text, _ in links)
+        self.name = name
+        self.title = sentence(gloss if gloss == name else f"{gloss} ({name})")
+        self.gives = sentence(gives) + "."
+        self.guides = [pathlib.Path(path) for _, path in links]
 
 
-def card(renderer, url, title, text):
-    heading = element("h3", element("a", title, href=renderer.link(url)))
-    return element("div", heading + text, class_="card")
+def families(readme):
+    return [Family(*row) for row in FAMILY.findall(readme)]
 
 
-def worked_example(site, page):
-    """The program of a guide page, and what it prints."""
-    listings = list(site.reference.pages[page.name].iter("programlisting"))
-    for program, output in zip(listings, listings[1:]):
-        if program.get("filename") == ".cpp" and "intmain(" in "".join(program.itertext()):
-            return program, output
-    raise SystemExit(f"{page.path}: no worked example with the text that it prints")
+# ---- pieces
+
+def sentence(text):
+    return text[:1].upper() + text[1:]
 
 
-def name_table(renderer, entries, with_members=False):
-    """The entries of a header, each with the first sentence of its comment."""
-    return element("dl", "".join(name_rows(renderer, entries, with_members)), class_="names")
+def escape(text):
+    return re.sub(r"([*`|_\\])", r"\\\1", text or "")
 
 
-def name_rows(renderer, entries, with_members, kind="name"):
-    section = None
+def heading(text, level):
+    return f"\n{text}\n{UNDERLINES[level] * len(text)}\n"
+
+
+def block(directive, body=""):
+    return f"\n.. {directive}\n\n{textwrap.indent(body, '   ')}\n"
+
+
+def toctree(option, lines):
+    return f"\n.. toctree::\n   :{option}\n\n" + "".join(f"   {line}\n" for line in lines)
+
+
+def markdown(text):
+    """The little that the plain comments of a header use of it."""
+    return "".join(f"``{part}``" if i % 2 else escape(part)
+                   for i, part in enumerate(text.split("`")))
+
+
+def first_sentence(comment):
+    """Of the children of a comment, as far as no list or block of code begins."""
+    shown = ""
+    for paragraph in comment[:1]:
+        shown = paragraph.text or ""
+        for child in paragraph:
+            if child.tag in BLOCKS:
+                break
+            text = "".join(child.itertext())
+            shown += f"`{text}`" if child.tag == "computeroutput" else text
+            shown += child.tail or ""
+    return markdown(re.match(r".*?\.(?=\s|$)|.*", re.sub(r"\s+", " ", shown).strip())[0])
+
+
+def link(entry, *names):
+    """To an entry, by these names or all that it has."""
+    return ", ".join(f":ref:`{escape(name)} <{entry.label()}>`"
+                     for name in names or entry.names() or ["constants"])
+
+
+def in_code(names):
+    shown = [f"``{name}``" for name in names[:3]] + ["…"] * (len(names) > 3)
+    return ", ".join(shown) or "Constants"
+
+
+# ---- the reference
+
+def name_list(entries, style="names", with_members=True):
+    """Each entry with the first sentence of its comment."""
+    parts, rows = [], []
+
+    def end_list():
+        if rows:
+            parts.append(f"\n.. rst-class:: {style}\n\n" + "".join(rows))
+            rows.clear()
+
     for entry in entries:
-        if entry.section is not section:
-            section = entry.section
-            yield element("dt", text_of(section.find("header")), class_="title")
-        names = ", ".join(map(name_in_code, entry.names())) or "constants"
-        link = element("a", names, href=renderer.link(renderer.urls[entry.nodes[0].get("id")]))
-        yield element("dt", link, class_=kind)
-        yield element("dd", renderer.sentence(entry.comment)) + "\n"
-        if with_members:
-            members = [member for member in entry.entries if member.kind != "variable"]
-            yield from name_rows(renderer, members, True, "member")
+        if entry.opens:
+            end_list()
+            parts += [f"\n**{sentence(title.partition(': ')[0])}**\n" for title, _ in entry.opens]
+        text = first_sentence(headers.comment_of(entry.nodes[-1])) or ".."
+        rows.append(f"{link(entry)}\n   {text}\n\n")
+        members = [member for member in entry.members if not member.is_row()]
+        if members and with_members:
+            end_list()
+            parts.append(name_list(members, "names members"))
+    end_list()
+    return "".join(parts)
 
 
-def add_names_page(site):
-    renderer = site.renderer("names.html")
+def header_page(header):
+    page = [heading(f"``{header.path.name}``", 0),
+            block("code-block:: cpp", f"#include <zelvan/{header.path}>"),
+            f"\n:doc:`Source of this header </source/{header.path}>`\n",
+            f"\n.. doxygenfile:: {header.path}\n"
+            "   :sections: briefdescription detaileddescription\n"]
+    if len(list(headers.walk([header]))) > 3:
+        page += [heading("Names", 1), name_list(header.members)]
+    return "".join(page) + entry_list(header.members, 1)
+
+
+def entry_list(entries, level):
+    """Entries below the titles of their sections, as in the header."""
+    parts, deeper = [], 0
+    for entry in entries:
+        for title, text in entry.opens:
+            title, _, rest = title.partition(": ")
+            parts.append(heading(markdown(sentence(title)), level))
+            parts += [f"\n{markdown(sentence(rest))}.\n"] if rest else []
+            parts.append(f"\n{markdown(text)}\n")
+            deeper = 1
+        parts.append(f"\n.. _{entry.label()}:\n")
+        if not entry.is_row():
+            parts.append(heading(in_code(entry.names()), level + deeper))
+        parts += [directive(entry, node) for node in entry.nodes]
+        parts.append(entry_list(entry.members, level + deeper + 1))
+    return "".join(parts)
+
+
+def names_page(found):
     entries = {}
-    for header in site.reference.headers:
-        for entry in walk(header.entries):
-            if not (entry.scope and entry.kind == "variable"):
-                entries |= {entry.qualified(name): entry for name in entry.names()}
-            entries |= {text_of(value.find("name")): entry for value in entry.values()}
-    letters = {}
+    for entry in headers.walk(found):
+        if not (entry.scope and entry.is_row()):
+            entries |= {entry.qualified(name): entry for name in entry.names()}
+        entries |= {headers.text_of(value.find("name")): entry for value in entry.values()}
+    parts, letter = [heading("All names", 0)], ""
     for name in sorted(entries, key=lambda name: (name.lower(), name)):
-        link = element("a", name_in_code(name), href=site.reference.names[name])
-        letters.setdefault(name[0].upper(), []).append(
-            element("dt", link) + element("dd", renderer.sentence(entries[name].comment)))
-    main = "\n".join(element("h2", letter, id=letter)
-                     + element("dl", "\n".join(rows), class_="names")
-                     for letter, rows in letters.items())
-    site.add(renderer, "All names", element("h1", "All names") + main,
-             contents=[("top", letter, letter) for letter in letters])
+        if name[0].upper() != letter:
+            letter = name[0].upper()
+            parts.append(heading(letter, 1) + "\n.. rst-class:: names\n\n")
+        text = first_sentence(headers.comment_of(entries[name].nodes[-1]))
+        parts.append(f"{link(entries[name], name)}\n   {text}\n\n")
+    return "".join(parts)
+
+
+def c_page(found, text):
+    """The header for C, with what its functions do."""
+    known = {name: entry for header in found for entry in header.members for name in entry.names()}
+    opening = "\n".join(re.findall(r"^/// ?(.*)", text[:text.index("#pragma once")], re.M))
+    page = [heading("C interface (zelvan\\_c.h)", 0),
+            block("code-block:: c", f"#include <zelvan/{headers.C_HEADER}>"),
+            f"\n:doc:`Source of this header </source/{headers.C_HEADER}>`\n",
+            f"\n{markdown(opening)}\n"]
+    for title, body in re.findall(r"^// ---- ([^\n]*)\n(.*?)(?=^// ---- |\Z)", text, re.M | re.S):
+        title = "".join(f":doc:`{escape(part)} </reference/{part}>`" if i % 2 else escape(part)
+                        for i, part in enumerate(re.split(r"<zelvan/([\w/.]+)>", title)))
+        page.append(heading(sentence(title), 1))
+        body = re.sub(r"^(#.*|})$", "", body, flags=re.M)
+        declarations = re.findall(r"^\S[^;{]*\([^;{]*\);", body, re.M)
+        functions = [one for one in declarations if not one.startswith("typedef")]
+        if not functions:
+            page.append(block("code-block:: c", body.strip()))
+        for function in functions:
+            function = re.sub(r"\s+", " ", function[:-1])
+            name = re.search(r"(\w+)\(", function)[1]
+            comment = headers.comment_of(known[name].nodes[-1])
+            page.append(block(f"c:function:: {function}",
+                              f"{first_sentence(comment)} {link(known[name], name)}"))
+    return "".join(page)
+
+
+def directive(entry, node):
+    name = entry.qualified(headers.name_of(node))
+    if entry.kind == "function":
+        name += headers.text_of(node.find("argsstring"))
+    return f"\n.. doxygen{entry.kind}:: {name}\n"
+
+
+def family_page(found, family):
+    own = [header for header in found if header.family == family.name]
+    page = [heading(family.title, 0), f"\n{markdown(family.gives)}\n", heading("Guide", 1),
+            toctree("maxdepth: 2", [f"/{path.with_suffix('')}" for path in family.guides]),
+            heading("Reference", 1),
+            toctree("hidden:", [f"/reference/{header.path}" for header in own])]
+    for header in own:
+        page += [heading(f":doc:`{header.path.name} </reference/{header.path}>`", 2),
+                 f"\n{first_sentence(headers.comment_of(header.node))}\n",
+                 name_list(header.members, with_members=False)]
+    guide = family.guides[0]
+    blocks = FENCE.findall(guide.read_text(encoding="utf-8"))
+    program = next(i for i, (_, code) in enumerate(blocks) if "int main(" in code)
+    page += [heading("A worked example", 1),
+             f"\nFrom :doc:`/{guide.with_suffix('')}`:\n",
+             block("code-block:: cpp", blocks[program][1]), "\nIt prints\n",
+             block("code-block:: text", blocks[program + 1][1])]
+    return "".join(page)
+
+
+def source_page(path):
+    return (":orphan:\n:nosearch:\n" + heading(f"Source of ``{path.name}``", 0)
+            + f"\n:doc:`Its page </reference/{path}>`\n"
+            + f"\n.. literalinclude:: /headers/{path}\n   :language: cpp\n")

@@ -1,0 +1,112 @@
+"""A Sphinx extension: in code, names of the library lead to their entries, and what a picture shows
+stands below it."""
+
+import re
+
+from docutils import nodes
+from pygments.lexers.special import TextLexer
+from sphinx import addnodes
+from sphinx.transforms import SphinxTransform
+from sphinx.transforms.post_transforms import SphinxPostTransform
+from sphinx.util.nodes import make_refnode
+
+CALL = re.compile(r"[*&]*((?:\w+::)*~?\w+)(?:\(.*\))?", re.S)
+BLOCK = re.compile(r'<div class="highlight-cpp .*?</pre>', re.S)
+WORD = re.compile(r'<span class="(?:n|nf|nc)">(\w+)</span>')
+INCLUDE = re.compile(r'<span class="cpf">&lt;zelvan/([\w/]+\.h)&gt;</span>')
+
+
+class Names:
+    """Pages and anchors of what has a name. A bare name stands for an operation or a constant if
+    only one is called so, and for a field on the page of its record."""
+
+    def __init__(self, env):
+        self.known, self.fields = {}, {}
+        bare = {}
+        objects = [*env.get_domain("cpp").get_objects(), *env.get_domain("c").get_objects()]
+        for name, _, kind, page, anchor, _ in objects:
+            if kind == "functionParam":
+                continue
+            self.known.setdefault(name, (page, anchor))
+            scope, _, last = name.rpartition("::")
+            if scope and kind == "member":
+                self.fields.setdefault((page, last), (page, anchor))
+            elif scope:
+                bare.setdefault(last, {})[name] = (page, anchor)
+        for name, places in bare.items():
+            if len(places) == 1:
+                self.known.setdefault(name, *places.values())
+
+    def find(self, text, page):
+        name = CALL.fullmatch(text)
+        return name and (self.known.get(name[1]) or self.fields.get((page, name[1])))
+
+
+def names_of(env):
+    if not hasattr(env.app, "zelvan_names"):
+        env.app.zelvan_names = Names(env)
+    return env.app.zelvan_names
+
+
+def parameters(node):
+    """Of the functions whose comment a node stands in: these names mean something nearer."""
+    while node.parent is not None and not isinstance(node, nodes.section):
+        node = node.parent
+    return {list(parameter.findall(addnodes.desc_sig_name))[-1].astext()
+            for child in node.children if isinstance(child, addnodes.desc)
+            for parameter in child.findall(addnodes.desc_parameter)
+            if list(parameter.findall(addnodes.desc_sig_name))}
+
+
+class Captions(SphinxTransform):
+    default_priority = 10
+
+    def apply(self):
+        for image in list(self.document.findall(nodes.image)):
+            paragraph = image.parent
+            if isinstance(paragraph, nodes.paragraph) and len(paragraph) == 1 and image.get("alt"):
+                paragraph.replace_self(
+                    nodes.figure("", image.deepcopy(), nodes.caption("", image["alt"])))
+
+
+class LinkCode(SphinxPostTransform):
+    default_priority = 300  # after references are resolved
+
+    def run(self):
+        page = self.env.docname
+        for literal in list(self.document.findall(nodes.literal)):
+            text = literal.astext()
+            place = names_of(self.env).find(text, page)
+            if page == self.config.root_doc and f"families/{text}" in self.env.found_docs:
+                place = f"families/{text}", ""
+            if (not place or isinstance(literal.parent, (nodes.reference, nodes.title))
+                    or literal.next_node(nodes.reference) or text in parameters(literal)):
+                continue
+            link = make_refnode(self.app.builder, page, *place, literal.deepcopy())
+            literal.replace_self(link)
+
+
+def link_blocks(app, page, _template, context, doctree):
+    if doctree is None:
+        return
+    names = names_of(app.env)
+
+    def link(span, place):
+        if not place:
+            return span
+        target = app.builder.get_relative_uri(page, place[0]) + (f"#{place[1]}" if place[1] else "")
+        return f'<a class="name" href="{target}">{span}</a>'
+
+    def block(match):
+        text = WORD.sub(lambda word: link(word[0], names.known.get(word[1])), match[0])
+        return INCLUDE.sub(lambda file: link(file[0], (f"reference/{file[1]}", "")), text)
+
+    context["body"] = BLOCK.sub(block, context["body"])
+
+
+def setup(app):
+    app.add_lexer("mermaid", TextLexer)
+    app.add_transform(Captions)
+    app.add_post_transform(LinkCode)
+    app.connect("html-page-context", link_blocks)
+    return {"parallel_read_safe": True, "parallel_write_safe": True}
