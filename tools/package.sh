@@ -34,10 +34,10 @@ package() {
 
   cp "$work/$name.tar.gz" "$work"/*.deb "$work/try"
   ! try_in_clean_root "$work/try" || touch "$work/tried"
-  made=("$name.tar.gz" $(cd "$work" && echo *.deb))
-  cp "${made[@]/#/$work/}" out/
+  made=("$work/$name.tar.gz" "$work"/*.deb)
+  cp "${made[@]}" out/
   printf '\nMade, with their sizes in bytes:\n'
-  (cd out && stat -c '%8s  out/%n' "${made[@]}")
+  stat -c '%8s  %n' "${made[@]/#$work/out}"
 }
 
 # try_in_clean_root FOLDER: in a clean root, the source archive in FOLDER must make the packages in
