@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <memory>
 #include <numbers>
 #include <random>
@@ -23,7 +22,7 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <nlohmann/json.hpp>
+#include <simdjson.h>
 
 #ifdef ZELVAN_BENCH_AGG
 #include <agg2/agg_vpgen_clip_polygon.h>
@@ -52,15 +51,17 @@ struct Set {
 };
 
 Set world() {
-  std::ifstream file(ZELVAN_WORLD);
+  simdjson::dom::parser parser;
   Set set;
-  const auto json = nlohmann::json::parse(file);
-  for (const auto& feature : json["features"]) {
-    for (const auto& polygon : feature["geometry"]["coordinates"]) {
-      for (const auto& ring : polygon) {
-        for (std::size_t i = 0; i + 1 < ring.size(); ++i) {  // the last repeats the first
-          set.points.push_back({ring[i][0].get<double>(), ring[i][1].get<double>()});
+  for (const auto feature : parser.load(ZELVAN_WORLD)["features"].get_array()) {
+    for (const auto polygon : feature["geometry"]["coordinates"].get_array()) {
+      for (const auto ring : polygon.get_array()) {
+        std::vector<real_pt_t> points;
+        for (const auto position : ring.get_array()) {
+          points.push_back({position.at(0).get_double(), position.at(1).get_double()});
         }
+        points.pop_back();  // the last repeats the first
+        set.points.insert(set.points.end(), points.begin(), points.end());
         set.close_polygon();
       }
     }

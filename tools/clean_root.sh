@@ -17,7 +17,7 @@ in_clean_root() {
   ((room < 2000000)) || local -x TMPDIR=/dev/shm
   mmdebstrap --variant=apt --format=null --dpkgopt=force-unsafe-io \
     --customize-hook="copy-in '$folder' /" \
-    --customize-hook='chroot "$1" sh -c "echo the root stands; exec sh -e /try/run"' \
+    --customize-hook='chroot "$1" sh -c "echo the root stands; exec env -u CMAKE_CXX_COMPILER_LAUNCHER -u CMAKE_C_COMPILER_LAUNCHER sh -e /try/run"' \
     --customize-hook="copy-out /try/said '$work'" \
     "$release" /dev/null "$work/sources.list" >"$work/root.log" 2>&1 && return
   cat "$work/root.log" >&2

@@ -15,7 +15,6 @@ playground() {
       printf 'Open %s/index.html, or the address below. Ctrl-C ends it.\n' "$page"
       exec python3 -u -m http.server --bind 127.0.0.1 --directory "$page" "${ZELVAN_PORT:-0}"
       ;;
-    *) fail "what is '$1'? ./dev playground [--check]" ;;
   esac
 }
 

@@ -5,138 +5,50 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <utility>
 
-#include <nlohmann/json.hpp>
+#include <simdjson.h>
 
 namespace example {
 
 namespace {
 
-using Json = nlohmann::json;
+namespace ondemand = simdjson::ondemand;
 
-// Walks over a text and tells a listener how far it has come.
-struct Walker {
-  using iterator_category = std::input_iterator_tag;
-  using value_type = char;
-  using difference_type = std::ptrdiff_t;
-  using pointer = const char*;
-  using reference = const char&;
-
-  const char* at;
-  const char** seen;
-
-  const char& operator*() const { return *at; }
-  Walker& operator++() {
-    *seen = ++at;
-    return *this;
+// The parser reads a value when it is asked for, so every value is asked for once: throws where the
+// text is no JSON, or a number is no finite one.
+void visit(ondemand::value value, int depth = 1) {
+  constexpr int deepest = 64;
+  if (depth > deepest) throw simdjson::simdjson_error(simdjson::DEPTH_ERROR);
+  switch (value.type().value()) {
+    case ondemand::json_type::array:
+      for (ondemand::value element : value.get_array()) visit(element, depth + 1);
+      break;
+    case ondemand::json_type::object:
+      for (ondemand::field field : value.get_object()) {
+        field.unescaped_key().value();
+        visit(field.value(), depth + 1);
+      }
+      break;
+    case ondemand::json_type::number:
+      value.get_double().value();
+      break;
+    case ondemand::json_type::string:
+      value.get_string().value();
+      break;
+    case ondemand::json_type::boolean:
+      value.get_bool().value();
+      break;
+    case ondemand::json_type::null:
+      if (!value.is_null()) throw simdjson::simdjson_error(simdjson::N_ATOM_ERROR);
+      break;
   }
-  bool operator==(const Walker& other) const { return at == other.at; }
-  bool operator!=(const Walker& other) const { return at != other.at; }
-};
+}
 
-// Listens to a text being parsed and notes its type and where its features start and end, or
-// where and why parsing failed.
-class FeatureFinder : public nlohmann::json_sax<Json> {
- public:
-  explicit FeatureFinder(std::string_view text) : text_(text), seen_(text.data()) {}
-
-  Walker begin() { return {text_.data(), &seen_}; }
-  Walker end() { return {text_.data() + text_.size(), &seen_}; }
-
-  std::string type;               // of the whole text
-  std::vector<Feature> features;  // the objects of that type in its member "features"
-  std::size_t n_elements = 0;     // in that member, whatever they are
-  std::size_t fault_offset = 0;
-  std::string fault;
-
-  bool null() override { return begin_value(); }
-  bool boolean(bool) override { return begin_value(); }
-  bool number_integer(number_integer_t) override { return begin_value(); }
-  bool number_unsigned(number_unsigned_t) override { return begin_value(); }
-  bool number_float(number_float_t, const string_t&) override { return begin_value(); }
-  bool binary(binary_t&) override { return begin_value(); }
-  bool string(string_t& value) override {
-    begin_value();
-    if (!levels_.empty() && levels_.back().key == "type") levels_.back().type = value;
-    return true;
-  }
-  bool key(string_t& value) override {
-    levels_.back().key = value;
-    return true;
-  }
-  bool start_object(std::size_t) override { return start_level(false); }
-  bool start_array(std::size_t) override { return start_level(true); }
-  bool end_array() override {
-    if (is_among_features()) n_elements = levels_.back().n_values;
-    levels_.pop_back();
-    return true;
-  }
-  bool end_object() override {
-    const Level level = std::move(levels_.back());
-    levels_.pop_back();
-    if (levels_.empty()) type = level.type;
-    if (is_among_features() && level.type == "Feature") {
-      features.push_back({level.start, offset() - level.start, place()});
-    }
-    return true;
-  }
-  bool parse_error(std::size_t position, const std::string& token,
-                   const nlohmann::detail::exception& error) override {
-    constexpr int number_overflow = 406;
-    constexpr std::size_t longest = 40;
-    const std::string shown = token.size() > longest ? token.substr(0, longest) + "..." : token;
-    fault_offset = std::max<std::size_t>(position, 1) - 1;
-    fault = error.id == number_overflow ? shown + " is no finite number"
-            : token.empty()             ? "no JSON: the file ends too early"
-                                        : "no JSON: can't make sense of '" + shown + "'";
-    return false;
-  }
-
- private:
-  struct Level {
-    bool is_array;
-    std::size_t start;
-    std::size_t n_values = 0;  // of an array, so far
-    std::string key = {};      // of an object, the latest
-    std::string type = {};     // of an object, once it is known
-  };
-
-  std::size_t offset() const { return static_cast<std::size_t>(seen_ - text_.data()); }
-
-  // True directly inside the member "features" of the outermost object.
-  bool is_among_features() const {
-    return levels_.size() == 2 && levels_[0].key == "features" && levels_[1].is_array;
-  }
-
-  bool begin_value() {
-    if (!levels_.empty() && levels_.back().is_array) ++levels_.back().n_values;
-    return true;
-  }
-
-  bool start_level(bool is_array) {
-    constexpr std::size_t deepest = 64;
-    begin_value();
-    levels_.push_back({is_array, offset() - 1});
-    if (levels_.size() <= deepest) return true;
-    fault_offset = offset() - 1;
-    fault = "nested too deeply";
-    return false;
-  }
-
-  // The JSON pointer of the value under way.
-  std::string place() const {
-    std::string result;
-    for (const Level& level : levels_) {
-      result += "/" + (level.is_array ? std::to_string(level.n_values - 1) : level.key);
-    }
-    return result;
-  }
-
-  std::string_view text_;
-  const char* seen_;
-  std::vector<Level> levels_;
-};
+bool is_of_type(ondemand::value object, std::string_view wanted) {
+  std::string_view type;
+  return object["type"].get_string().get(type) == simdjson::SUCCESS && type == wanted;
+}
 
 std::string line_and_column(std::string_view text, std::size_t offset) {
   const std::string_view before = text.substr(0, offset);
@@ -145,17 +57,34 @@ std::string line_and_column(std::string_view text, std::size_t offset) {
   return std::to_string(line) + ":" + std::to_string(before.size() - line_start + 1);
 }
 
+// What is wrong with `text`, which the parser read up to `offset`, and where.
+std::string describe_fault(simdjson::error_code error, std::string_view text, std::size_t offset) {
+  if (error == simdjson::UTF8_ERROR) return ": no JSON: not in UTF-8";
+  if (error == simdjson::UNESCAPED_CHARS) return ": no JSON: a control character in a string";
+  const std::size_t end = std::min(text.find_first_of(",:[]{}\" \t\r\n", offset), text.size());
+  if (error == simdjson::UNCLOSED_STRING || end == text.size()) {
+    return ":" + line_and_column(text, text.size()) + ": no JSON: the file ends too early";
+  }
+  constexpr std::size_t shortest = 1, longest = 40;  // a bracket is a word, too
+  const std::string word(text.substr(offset, std::clamp(end - offset, shortest, longest)));
+  const std::string place = ":" + line_and_column(text, offset) + ": ";
+  if (error == simdjson::DEPTH_ERROR) return place + "nested too deeply";
+  if (error == simdjson::NUMBER_ERROR) return place + word + " is no finite number";
+  // The parser may have taken the word before for granted until it saw this one.
+  return place + "no JSON: can't make sense of '" + word + "', or of what stands before it";
+}
+
 // Walks the tree of a feature; `place` is the JSON pointer of where it is.
 class Reader {
  public:
   explicit Reader(const std::string& path) : path_(path) {}
 
-  Country read(const Json& json, const std::string& place) {
+  Country read(ondemand::value json, const std::string& place) {
     country_.name = "unnamed";
     const std::string type = type_of(json, place);
     if (type == "Feature") {
       country_.name = name_of(json);
-      const Json& geometry = member(json, "geometry", place);
+      ondemand::value geometry = member(json, "geometry", place);
       if (!geometry.is_null()) read_geometry(geometry, place + "/geometry");
     } else if (type == "FeatureCollection") {  // without features, or these would be read
       array(member(json, "features", place), place + "/features");
@@ -165,54 +94,57 @@ class Reader {
     return std::move(country_);
   }
 
- private:
   [[noreturn]] void fail(const std::string& place, const std::string& what) const {
     throw Error(path_ + ": " + (place.empty() ? "" : "at " + place + ": ") + what);
   }
 
-  const Json& member(const Json& object, const char* key, const std::string& place) const {
-    if (!object.is_object()) fail(place, "an object was expected");
-    const auto found = object.find(key);
-    if (found == object.end()) fail(place, std::string("no \"") + key + "\"");
-    return *found;
+ private:
+  ondemand::value member(ondemand::value object, const char* key, const std::string& place) const {
+    if (object.type() != ondemand::json_type::object) fail(place, "an object was expected");
+    ondemand::value found;
+    if (object[key].get(found) != simdjson::SUCCESS) fail(place, std::string("no \"") + key + "\"");
+    return found;
   }
 
-  const Json& array(const Json& json, const std::string& place) const {
-    if (!json.is_array()) fail(place, "an array was expected");
-    return json;
+  ondemand::array array(ondemand::value json, const std::string& place) const {
+    if (json.type() != ondemand::json_type::array) fail(place, "an array was expected");
+    return json.get_array();
   }
 
   // Calls `read(element, its place)` for each element of an array.
   template <class Read>
-  void read_each(const Json& json, const std::string& place, Read read) {
+  void read_each(ondemand::value json, const std::string& place, Read read) {
     std::size_t i = 0;
-    for (const Json& element : array(json, place)) read(element, place + "/" + std::to_string(i++));
+    for (ondemand::value element : array(json, place)) {
+      read(element, place + "/" + std::to_string(i++));
+    }
   }
 
-  std::string type_of(const Json& object, const std::string& place) const {
-    const Json& type = member(object, "type", place);
-    return type.is_string() ? type.get<std::string>() : "";
+  std::string type_of(ondemand::value object, const std::string& place) const {
+    std::string_view type;
+    return member(object, "type", place).get_string().get(type) == simdjson::SUCCESS
+               ? std::string(type)
+               : "";
   }
 
-  std::string name_of(const Json& feature) const {
-    if (const auto properties = feature.find("properties"); properties != feature.end()) {
+  std::string name_of(ondemand::value feature) const {
+    std::string_view text;
+    ondemand::object properties;
+    if (feature["properties"].get_object().get(properties) == simdjson::SUCCESS) {
       for (const char* key : {"name", "NAME", "ADMIN"}) {
-        if (!properties->is_object()) break;
-        if (const auto name = properties->find(key);
-            name != properties->end() && name->is_string()) {
-          return name->get<std::string>();
-        }
+        if (properties[key].get_string().get(text) == simdjson::SUCCESS) return std::string(text);
       }
     }
-    const auto id = feature.find("id");
-    if (id == feature.end()) return "unnamed";
-    return id->is_string() ? id->get<std::string>() : id->dump();
+    ondemand::value id;
+    if (feature["id"].get(id) != simdjson::SUCCESS) return "unnamed";
+    const bool is_text = id.get_string().get(text) == simdjson::SUCCESS;
+    return std::string(is_text ? text : simdjson::to_json_string(id).value());
   }
 
-  void read_geometry(const Json& json, const std::string& place) {
+  void read_geometry(ondemand::value json, const std::string& place) {
     const std::string type = type_of(json, place);
-    const auto read_rings = [&](const Json& rings, const std::string& p) {
-      read_each(rings, p, [&](const Json& ring, const std::string& q) { read_ring(ring, q); });
+    const auto read_rings = [&](ondemand::value rings, const std::string& p) {
+      read_each(rings, p, [&](ondemand::value ring, const std::string& q) { read_ring(ring, q); });
     };
     if (type == "Polygon") {
       read_rings(member(json, "coordinates", place), place + "/coordinates");
@@ -220,37 +152,44 @@ class Reader {
       read_each(member(json, "coordinates", place), place + "/coordinates", read_rings);
     } else if (type == "GeometryCollection") {
       read_each(member(json, "geometries", place), place + "/geometries",
-                [&](const Json& j, const std::string& p) { read_geometry(j, p); });
+                [&](ondemand::value j, const std::string& p) { read_geometry(j, p); });
     } else if (type != "Point" && type != "MultiPoint" && type != "LineString" &&
                type != "MultiLineString") {
       fail(place, "no GeoJSON type: \"" + type + "\"");
     }
   }
 
-  void read_ring(const Json& json, const std::string& place) {
+  void read_ring(ondemand::value json, const std::string& place) {
     constexpr std::size_t fewest = 4;
-    if (array(json, place).size() < fewest) {
-      fail(place, "a ring of " + std::to_string(json.size()) + " positions, fewer than four");
-    }
     ring_.clear();
-    for (const Json& position : json) {
+    for (ondemand::value position : array(json, place)) {
       real_pt_t p;
-      if (!position.is_array() || position.size() < 2 || !read_coordinate(position[0], p.x) ||
-          !read_coordinate(position[1], p.y)) {
+      if (!read_position(position, p)) {
         fail(place + "/" + std::to_string(ring_.size()), "no position of two finite numbers");
       }
       ring_.push_back(p);
+    }
+    if (ring_.size() < fewest) {
+      fail(place, "a ring of " + std::to_string(ring_.size()) + " positions, fewer than four");
     }
     if (ring_.front().x == ring_.back().x && ring_.front().y == ring_.back().y) ring_.pop_back();
     add_ring_of_globe(country_.outline, ring_);
   }
 
   // The limit keeps products of coordinates far from infinity.
-  static bool read_coordinate(const Json& json, double& value) {
+  static bool read_position(ondemand::value json, real_pt_t& position) {
     constexpr double farthest = 1e9;
-    if (!json.is_number()) return false;
-    value = json.get<double>();
-    return std::abs(value) <= farthest;
+    double* const coordinates[] = {&position.x, &position.y};
+    ondemand::array numbers;
+    if (json.get_array().get(numbers) != simdjson::SUCCESS) return false;
+    std::size_t n = 0;
+    for (ondemand::value number : numbers) {
+      if (n == 2) break;  // heights may follow
+      if (number.get_double().get(*coordinates[n]) != simdjson::SUCCESS) return false;
+      if (std::abs(*coordinates[n]) > farthest) return false;
+      ++n;
+    }
+    return n == 2;
   }
 
   const std::string& path_;
@@ -261,26 +200,56 @@ class Reader {
 }  // namespace
 
 std::vector<Feature> find_features(const std::string& path, std::string_view text) {
-  FeatureFinder finder(text);
-  if (!Json::sax_parse(finder.begin(), finder.end(), &finder)) {
-    throw Error(path + ":" + line_and_column(text, finder.fault_offset) + ": " + finder.fault);
+  const simdjson::padded_string padded(text);
+  const std::vector<Feature> all = {{0, text.size(), ""}};
+  ondemand::parser parser;
+  ondemand::document document;
+  if (const auto error = parser.iterate(padded).get(document)) {
+    throw Error(path + describe_fault(error, text, text.size()));
   }
-  if (finder.type != "FeatureCollection") return {{0, text.size(), ""}};
-  std::vector<Feature>& features = finder.features;
-  for (std::size_t i = 0; i < finder.n_elements; ++i) {
-    const std::string place = "/features/" + std::to_string(i);
-    if (i >= features.size() || features[i].place != place) {
-      throw Error(path + ": at " + place + ": a Feature was expected");
+  try {
+    if (document.is_scalar()) return all;
+    visit(document.get_value());
+    if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) {
+      throw simdjson::simdjson_error(simdjson::TRAILING_CONTENT);
     }
+    document.rewind();
+    ondemand::value collection = document.get_value();
+    ondemand::array elements;
+    if (!is_of_type(collection, "FeatureCollection")) return all;
+    if (collection["features"].get_array().get(elements) != simdjson::SUCCESS) return all;
+    std::vector<Feature> features;
+    for (ondemand::value element : elements) {
+      std::string place = "/features/" + std::to_string(features.size());
+      if (!is_of_type(element, "Feature")) {
+        throw Error(path + ": at " + place + ": a Feature was expected");
+      }
+      ondemand::object object = element;
+      object.reset();
+      const std::string_view json = object.raw_json();
+      const auto start = static_cast<std::size_t>(json.data() - padded.data());
+      features.push_back({start, json.size(), std::move(place)});
+    }
+    return features.empty() ? all : features;
+  } catch (const simdjson::simdjson_error& error) {
+    const char* stopped = nullptr;
+    const bool is_at_end = document.current_location().get(stopped) != simdjson::SUCCESS;
+    const auto offset = is_at_end ? text.size() : static_cast<std::size_t>(stopped - padded.data());
+    throw Error(path + describe_fault(error.error(), text, offset));
   }
-  if (features.empty()) return {{0, text.size(), ""}};
-  return std::move(features);
 }
 
 Country read_feature(const std::string& path, const Feature& feature, std::string_view text) {
-  const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
-  if (json.is_discarded()) throw Error(path + ": has changed while it was in use");
-  return Reader(path).read(json, feature.place);
+  const simdjson::padded_string padded(text);
+  ondemand::parser parser;
+  Reader reader(path);
+  try {
+    ondemand::document document = parser.iterate(padded);
+    if (document.is_scalar()) reader.fail(feature.place, "an object was expected");
+    return reader.read(document.get_value(), feature.place);
+  } catch (const simdjson::simdjson_error&) {
+    throw Error(path + ": has changed while it was in use");
+  }
 }
 
 }  // namespace example

@@ -20,9 +20,10 @@ struct Feature {
 /// Finds the features of a FeatureCollection, in order; anything else is one feature. `text` is
 /// the content of the file at `path`.
 ///
-/// Throws `Error`, which names the file with line and column, for what is no JSON or nested
-/// deeper than 64 levels, and for a number beyond all finite ones; and for a FeatureCollection
-/// that holds anything but Features.
+/// Throws `Error`, which names the file and the place in it, for what is no JSON or nested deeper
+/// than 64 levels, for a number beyond all finite ones, and for a FeatureCollection that holds
+/// anything but Features. A place in a text that is no JSON has line and column; a file cut short
+/// names its end.
 std::vector<Feature> find_features(const std::string& path, std::string_view text);
 
 /// Reads a Feature or a bare geometry; `text` is the feature's own. The outline is empty when there

@@ -344,8 +344,12 @@ COMPACT = "outlines in 1/500 degree\n"
 
 class BadInput(unittest.TestCase):
     TABLE = [  # content of the file; what the error says after its name
-        ("", ":1:1: no JSON"), ('{"type":\n  nonsense}', ":2:4: no JSON"),
-        ('{"type":"Polygon"', ":1:18: no JSON"), ("[1e999]", ":1:6: 1e999 is no finite number"),
+        ("", ":1:1: no JSON"), ('{"type":\n  nonsense}', ":2:3: no JSON"),
+        ('{"type":"Polygon"', ":1:18: no JSON"), ("[1e999]", ":1:2: 1e999 is no finite number"),
+        ('{"features":[%s' % FEATURE, ":2:44: no JSON: the file ends too early"),  # cut after it
+        ('{"type":"Pol', ":1:13: no JSON: the file ends too early"),
+        ('{"type":"Polygon","coordinates":[[[0', ":1:37: no JSON: the file ends too early"),
+        (SQUARE + " ]", ":2:44: no JSON: can't make sense of ']'"),
         ("[]", ": an object was expected"), ("{}", ': no "type"'), ('{"type":"Globe"}', ": no GeoJSON"),
         ('{"type":"Point","coordinates":[1,2]}', ": no polygons"),
         ('{"type":"Topology","objects":[%s]}' % FEATURE, ': no GeoJSON type: "Topology"'),
@@ -363,7 +367,7 @@ class BadInput(unittest.TestCase):
         ('{"type":"FeatureCollection","features":[]}', ": no polygons"),
         ('{"type":"FeatureCollection","features":[{"type":"Feature","geometry":%s}]}'
          % polygon("[[0,0],[1,0],[0,0]]"), ": at /features/0/geometry/coordinates/0: a ring of 3"),
-        (polygon("[[0,0],[1,0],[1,1e999],[0,0]]"), ":2:36: 1e999 is no finite number"),
+        (polygon("[[0,0],[1,0],[1,1e999],[0,0]]"), ":2:32: 1e999 is no finite number"),
         (polygon("[[0,0],[1,0],[1,1e10],[0,0]]"), ": at /coordinates/0/2: no position"),
         (polygon('[[0,0],[1,0],["1",1],[0,0]]'), ": at /coordinates/0/2: no position"),
         (polygon("[[0,0],[1],[1,1],[0,0]]"), ": at /coordinates/0/1: no position"),

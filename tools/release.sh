@@ -1,0 +1,52 @@
+# ./dev release and ./dev verify, with the functions of dev at hand.
+# shellcheck shell=bash
+
+# release KEY: makes the release of the last commit in out/release, signed by the maintainer's KEY.
+release() {
+  . tools/package.sh
+  need gnupg reuse
+  local key=$1 folder=$PWD/out/release work=$PWD/build/package
+  gpg --batch --list-secret-keys "$key" >/dev/null 2>&1 || fail "gpg has no secret key '$key'"
+  git diff --quiet HEAD || fail "a release is made of a commit; commit first, or undo what you changed"
+  package
+  [[ -e $work/tried ]] || fail "a release has to pass the clean root"
+
+  step "the list of files and licences, the checksums, the signature"
+  rm -rf "$folder" "$work/listed"
+  mkdir -p "$folder" "$work/listed"
+  cp "$work"/zelvan-*.tar.gz "$work"/*.deb "$folder"
+  tar xf "$work"/zelvan-*.tar.gz -C "$work/listed"
+  reuse --root "$work"/listed/zelvan-* spdx |
+    sed '/^Creator: Person/d; s/^\(Creator: Organization: \).*/\1The zelvan authors/' \
+      >"$(echo "$folder"/zelvan-*.tar.gz).spdx" || fail "reuse could not list the licences"
+  (cd "$folder" && sha256sum -- * >"$work/SHA256SUMS" && mv "$work/SHA256SUMS" .)
+  gpg --batch --local-user "$key" --armor --detach-sign "$folder/SHA256SUMS" ||
+    fail "gpg did not sign with '$key'"
+  printf '\nMade in out/release:\n'
+  (cd "$folder" && stat -c '%9s  %n' -- *)
+}
+
+# verify FOLDER KEYFILE: what a stranger checks, who has KEYFILE from the maintainer.
+verify() {
+  . tools/package.sh
+  . tools/clean_root.sh
+  need_clean_root gnupg
+  local folder key_file=$2 work=$PWD/build/verify
+  folder=$(cd "$1" && pwd) || fail "there is no folder $1"
+  rm -rf "$work"
+  mkdir -p "$work/try"
+  mkdir -m 700 "$work/keys"
+  step "the signature"
+  local gpg=(gpg --homedir "$work/keys" --no-autostart --batch --quiet --trust-model always)
+  "${gpg[@]}" --import "$key_file" &&
+    "${gpg[@]}" --verify "$folder/SHA256SUMS.asc" "$folder/SHA256SUMS" ||
+    fail "$1/SHA256SUMS is not signed by the key in $key_file"
+  step "the checksums"
+  (cd "$folder" && sha256sum --check --strict SHA256SUMS &&
+    diff <(sed 's/^[^ ]*  //' SHA256SUMS | sort) \
+      <(find . -type f ! -name 'SHA256SUMS*' -printf '%P\n' | sort)) ||
+    fail "a file in $1 is not the one that was signed for"
+  cp "$folder"/zelvan-*.tar.gz "$folder"/*.deb "$work/try"
+  try_in_clean_root "$work/try" || fail "without a clean root it is not known what the packages are of"
+  printf 'Verified: %s\n' "$1"
+}
