@@ -53,7 +53,7 @@ inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
                       (of_high & Mask{1 << right_side, 1 << top_side});
     return static_cast<Sides>(bits[0] | bits[1]);
   };
-  return {sides(v<low, v> high), sides(~(v > low), ~(v < high))};
+  return {sides(low > v, v > high), sides(~(v > low), ~(high > v))};
 }
 
 inline bool is_inside(const ClipBox& box, const real_pt_t& p) {
