@@ -1,4 +1,4 @@
-"""Reads the #include lines of the library and refuses every arrow that is not drawn here."""
+"""Refuses includes that are not allowed here, and vector code outside the files for it."""
 
 import pathlib
 import re
@@ -19,11 +19,20 @@ ARROWS = {
     "osh": {"platform"},
     "wipc": {"platform"},
     "platform": set(),
-    "detail": set(),
+    "detail": {"transforms/records.h"},
 }
 FOR_ALL = {"export.h", "detail"}
 PRIVATE = {"detail", "platform"}  # among the folders beside those of the families
-VECTOR_HEADERS = {"immintrin.h", "arm_neon.h"}  # the compiler's own, not the operating system's
+# Only files whose names end so may include intrinsics, and each only its own.
+INTRINSICS = {"_avx2.cpp": "immintrin.h", "_neon.cpp": "arm_neon.h"}
+# A condition on one of these picks code for a processor, which detail/vector_forms.h does for all.
+INSTRUCTION_SET = re.compile(r"__(?:MMX|SSE|AVX|FMA|F16C|BMI|ARM_|VSX|ALTIVEC|riscv_)\w*"
+                             r"|__(?:x86_64|amd64|i386|aarch64|arm)(?:__)?\b|_M_(?:X64|IX86|ARM)\w*")
+MAY_ASK_FOR_PROCESSOR = {
+    "detail/vector_forms.h",
+    "detail/vector_forms.cpp",  # asks the processor at load
+    "arithmetic_guard.cpp",  # refuses x86 compilers that don't evaluate doubles as doubles
+}
 HEADERS_OF_C = {"stddef.h", "stdint.h", "stdio.h"}  # for callers in C
 
 
@@ -40,6 +49,9 @@ def faults_of(path, source):
     family = inside.parts[0] if len(inside.parts) > 1 else None
     is_public = len(inside.parts) == 2 and family not in PRIVATE and path.suffix == ".h"
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), start=1):
+        asked = INSTRUCTION_SET.search(line)
+        if asked and inside.as_posix() not in MAY_ASK_FOR_PROCESSOR:
+            yield f"{inside}:{number}: asks for {asked[0]}: detail/vector_forms.h picks the form"
         match = re.match(r'\s*#\s*include\s*([<"])([^>"]+)', line)
         if not match:
             continue
@@ -53,9 +65,11 @@ def faults_of(path, source):
                 yield f"{place}: no arrow leads there from {family}"
             if is_public and PRIVATE & set(target.split("/")):
                 yield f"{place}: a public header includes a private one"
+        elif "intrin" in name or name in INTRINSICS.values():
+            if name != INTRINSICS.get(path.name[path.name.rfind("_"):]):
+                yield f"{place}: intrinsics stand in files named after their instruction set only"
         elif (name.endswith(".h") or "/" in name) and family != "platform":
-            known = HEADERS_OF_C if inside.name == "zelvan_c.h" else VECTOR_HEADERS
-            if name not in known:
+            if inside.name != "zelvan_c.h" or name not in HEADERS_OF_C:
                 yield f"{place}: the operating system is asked in platform/ only"
 
 

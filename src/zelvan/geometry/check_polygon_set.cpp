@@ -1,14 +1,12 @@
 #include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/check_polygon_set.h>
+#include <zelvan/geometry/detail/finite_point.h>
 #include <zelvan/geometry/detail/orientation.h>
 
-#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 
 namespace {
-
-bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 // The caller's text. Every method that finds a fault returns false and leaves its reason there.
 class Check {
@@ -47,7 +45,7 @@ bool Check::accepts(const drw_pset_t& set) {
     if (edge_flag < drw_edge_invisible || edge_flag > drw_edge_close_visible) {
       return refuse("vertex %d has edge flag %d", i, edge_flag);
     }
-    if (!is_finite(set.points[i])) return refuse("vertex %d is not finite", i);
+    if (!zelvan::is_finite(set.points[i])) return refuse("vertex %d is not finite", i);
     if (edge_flag >= drw_edge_close_invisible) last_closing = i;
   }
   if (last_closing == n - 1) return true;
@@ -58,7 +56,7 @@ bool Check::accepts(const drw_pset_t& set) {
 bool Check::accepts(const real_rect_t& rect) {
   const real_pt_t* const corners = rect.corners;
   for (int k = 0; k < 4; ++k) {
-    if (!is_finite(corners[k])) return refuse("corner %d is not finite", k);
+    if (!zelvan::is_finite(corners[k])) return refuse("corner %d is not finite", k);
   }
   for (int k = 0; k < 4; ++k) {
     for (int other = k + 1; other < 4; ++other) {

@@ -1,3 +1,4 @@
+#include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
 #include <zelvan/geometry/detail/clip_view.h>
 #include <zelvan/geometry/detail/outline_scan.h>
@@ -33,8 +34,6 @@ bool is_beyond_a_side(const real_pt_t* points, int n, const real_rect_t& view) {
   }
   return false;
 }
-
-bool are_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
 // Goes along a polyline and writes its pieces.
 class LineWalk {
@@ -98,7 +97,7 @@ int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
 // unless its ends are the same point.
 void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   if ((a.not_within & b.not_within) != 0) {
-    is_open_ = is_open_ && are_same(*a.at, *b.at);
+    is_open_ = is_open_ && is_same_point(*a.at, *b.at);
     return;
   }
   const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
@@ -107,7 +106,7 @@ void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   const BorderPoint from = comes_in ? view_.crossing(a, b) : BorderPoint{*a.at, a.not_within, 0};
   const BorderPoint to = goes_out ? view_.crossing(b, a) : BorderPoint{*b.at, b.not_within, 0};
   const bool is_cut = comes_in || goes_out;
-  if (is_cut && ((from.on & to.on) != 0 || are_same(from.at, to.at))) {
+  if (is_cut && ((from.on & to.on) != 0 || is_same_point(from.at, to.at))) {
     is_open_ = false;
     return;
   }

@@ -1,4 +1,4 @@
-#include <zelvan/detail/array_size.h>
+#include <zelvan/detail/new_array.h>
 #include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/detail/owners.h>
 #include <zelvan/wipc/detail/queue.h>
@@ -75,9 +75,7 @@ int wipc_check_sockets(int n) {
     wipc_print("Error: Invalid number of sockets to check (%d)\n", n);
     return 0;
   }
-  const auto count = static_cast<std::size_t>(n);
-  const std::unique_ptr<int[]> sockets(is_possible_array<int>(count) ? new (std::nothrow) int[count]
-                                                                     : nullptr);
+  const std::unique_ptr<int[]> sockets = new_array<int>(static_cast<std::size_t>(n));
   if (sockets == nullptr) {
     wipc_print("Error: Memory allocation failure when checking for %d sockets\n", n);
     return 0;

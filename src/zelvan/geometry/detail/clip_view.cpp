@@ -1,4 +1,6 @@
+#include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/detail/clip_view.h>
+#include <zelvan/geometry/detail/finite_point.h>
 #include <zelvan/geometry/detail/orientation.h>
 
 #include <algorithm>
@@ -8,10 +10,6 @@
 namespace zelvan {
 
 namespace {
-
-bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
-
-bool are_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
 // The direction from `a` to `b`, scaled by a power of 2 to a length near 1. Each coordinate is off
 // by the rounding of one subtraction, or NaN if it can't be scaled without a further loss.
@@ -146,8 +144,8 @@ BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) 
   const int end = next_side(side);
   // Rounding must lead neither out of the edge's box nor off the side.
   point.at = clamp_both(clamp_both(point.at, a, b), corners_[side], corners_[end]);
-  if (are_same(point.at, corners_[side])) point.on |= sides_at(side);
-  if (are_same(point.at, corners_[end])) point.on |= sides_at(end);
+  if (is_same_point(point.at, corners_[side])) point.on |= sides_at(side);
+  if (is_same_point(point.at, corners_[end])) point.on |= sides_at(end);
   return point;
 }
 

@@ -1,3 +1,5 @@
+#include <zelvan/detail/same_point.h>
+#include <zelvan/geometry/detail/finite_point.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
@@ -29,8 +31,6 @@ ClipBox box_around(const real_pt_t* points, int n) {
 }
 
 namespace {
-
-bool is_finite(const real_pt_t& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 // Returns the next outline of two vertices or more that is wanted.
 template <class Test>
@@ -86,10 +86,7 @@ int count_beyond(Plain, const real_pt_t* points, int n, const ClipBox& box, int 
 }
 
 bool has_repeats(Plain, const real_pt_t* points, int n) {
-  const auto is_same = [](const real_pt_t& a, const real_pt_t& b) {
-    return a.x == b.x && a.y == b.y;
-  };
-  return std::adjacent_find(points, points + n, is_same) != points + n;
+  return std::adjacent_find(points, points + n, is_same_point<real_pt_t>) != points + n;
 }
 
 EdgeSet near_edges(Plain, const real_pt_t* points, int n, const ClipBox& outer,

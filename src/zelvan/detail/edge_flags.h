@@ -1,4 +1,4 @@
-/// Where the polygons of a set end.
+/// What the edge flags of a polygon set say.
 #pragma once
 
 #include <zelvan/transforms/records.h>
