@@ -14,7 +14,7 @@ EXPORTS = headers.SOURCE / "exports.txt"
 NOT_FOR_CALLERS = {"CAlignedRect::CAlignedRect"}
 
 # Words that stand in code without being names of the library.
-LANGUAGE = set("EOF cos errno exit fopen free getenv malloc memmove new qsort sin strftime".split())
+LANGUAGE = set("EOF bad_alloc cos errno exit fopen free getenv malloc memmove new qsort sin strftime".split())
 
 
 def all_of(found, families, output):
