@@ -4,7 +4,7 @@
 # Makes the source archive and the Debian packages of the last commit, in out/, and tries them.
 package() {
   . tools/clean_root.sh
-  need_clean_root git dpkg-dev debhelper lintian
+  need_clean_root git build-essential debhelper lintian
   need_to_build
   local version name work=$PWD/build/package made
   version=$(sed -n 's/^project(zelvan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
