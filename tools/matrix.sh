@@ -121,7 +121,7 @@ cell() {
 refused() { refusal=$1 cell "${@:2}"; }
 
 # try_cell NAME BUILDER FLAG...: says on descriptor 3 what goes into the table, if all is right. The
-# functions behind it look at its folder `dir`.
+# functions below read the folder `dir`.
 try_cell() {
   local dir=build/matrix/$1 flags="${*:3}" arguments forms started
   builder "$2"
