@@ -20,7 +20,7 @@ inline void require(bool holds, const char* file = __builtin_FILE(), int line = 
   std::abort();
 }
 
-/// Reads the bytes from the first to the last; behind the last come zeros.
+/// Reads the bytes from the first to the last, and zeros after the last.
 class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}

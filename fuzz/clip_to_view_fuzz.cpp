@@ -50,7 +50,7 @@ void check(const PolygonSet& in, const PolygonSet& out, const real_rect_t& rect,
   for (double y = -8.0 + 0.4131; y < 8.0; ++y) {
     for (double x = -8.0 + 0.3717; x < 8.0; ++x) places.push_back({x, y});
   }
-  PolygonSet closed = in;  // what is behind the last closing flag is nothing
+  PolygonSet closed = in;  // without what follows the last closing flag
   while (!closed.flags.empty() && closed.flags.back() < 2) {
     closed.flags.pop_back();
     closed.points.pop_back();

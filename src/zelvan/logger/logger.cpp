@@ -13,7 +13,7 @@
 #include <string>
 #include <utility>
 
-// One log for all objects, without locks: whoever sets, opens or destroys excludes the others.
+// One log for all objects, without locks: callers keep setting, opening and destroying apart.
 logPriorities Logger::log_level = logTrace;
 int Logger::max_num_files = 2;
 int Logger::max_num_lines = 5000;

@@ -1,7 +1,7 @@
 // A handler may do anything to the list while it allocates: release, evict, allocate, let the
 // table grow. So nothing that was read before a handler call is used after it. Where the answer
-// "go on" can't be followed (no block, no row, a sum that no int holds), the allocation is given
-// up, and the check for that stands behind the last handler call.
+// "go on" can't be followed (no block, no row, a sum that no int holds), the allocation fails; this
+// is checked after the last handler call.
 
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>

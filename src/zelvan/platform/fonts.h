@@ -22,7 +22,7 @@ std::vector<std::string> font_folders();
 /// begins with `tt` in either case.
 ///
 /// The order is that of `folders`; within a folder first its files, then its folders, each in
-/// the order of their bytes. So a call gives the same list as the last one unless a file came
+/// the order of their bytes. So a call returns the same list as the last one unless a file came
 /// or went. Links to folders are not followed, no folder is searched twice, and the search
 /// goes 16 folders deep. What may not be read is passed over.
 std::vector<std::string> find_font_files(const std::vector<std::string>& folders,

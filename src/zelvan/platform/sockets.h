@@ -6,7 +6,7 @@
 /// instead of waiting for more.
 ///
 /// Signals never show: an interrupted call is taken up again, and a write to a peer that has
-/// gone is a failure like any other and raises none. Failures give -1 unless a call says
+/// gone is a failure like any other and raises none. Failures return -1 unless a call says
 /// otherwise. Every function may run on any thread.
 #pragma once
 

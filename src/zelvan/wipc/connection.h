@@ -13,13 +13,13 @@
 /// calls `wipc_close_session`.
 ///
 /// Ports are the system's choice and open to any local address, or to this machine alone, see
-/// `zelvan_set_local_sessions_only`; whoever connects first is the secondary. `Last error` below
+/// `zelvan_set_local_sessions_only`; the first to connect is the secondary. `Last error` below
 /// means the text of `wipc_last_error`.
 #pragma once
 
 #include <zelvan/export.h>
 
-/// Starts a program and opens a session with it. Gives the session at the primary end, or null.
+/// Starts a program and opens a session with it. Returns the session at the primary end, or null.
 ///
 /// The command line is `"module" host port port pid`: the program in double quotes, so that its
 /// path may hold blanks, then `host`, by which the program will find this machine ("localhost"
@@ -34,7 +34,7 @@
 /// without connecting is noticed only when the time is up.
 ZELVAN_API void* wipc_open_session(char* host, char* module);
 
-/// Prepares a session whose secondary someone else will start. Gives 1 with all four outputs set,
+/// Prepares a session whose secondary someone else will start. Returns 1 with all four outputs set,
 /// or 0 with any of them undefined.
 ///
 /// `host` is the machine on which the secondary will run. `*local_host` is the name of this
@@ -49,13 +49,13 @@ ZELVAN_API void* wipc_open_session(char* host, char* module);
 ZELVAN_API int wipc_open_connection(char* host, char* module, char** local_host, int* primary_port,
                                     int* secondary_port, int* is_local);
 
-/// Waits for the secondary of the pending connection as `wipc_open_session` does. Gives the
+/// Waits for the secondary of the pending connection as `wipc_open_session` does. Returns the
 /// session at the primary end, or null. If the time is up the connection stays pending, so that
 /// the call can be repeated; a secondary of which only the first connection came has to
 /// connect anew.
 ZELVAN_API void* wipc_accept_connection(void);
 
-/// Connects to the primary on `host`. Gives the session at the secondary end, or null.
+/// Connects to the primary on `host`. Returns the session at the secondary end, or null.
 ///
 /// Each port is tried up to five times, with pauses of three seconds in all, since the primary gets
 /// ready for the second connection only after it has seen the first. So a port that refuses fails

@@ -20,8 +20,8 @@ std::size_t length_to_send(const char* text) {
                         : WIPC_MAX_MESSAGE + 1;
 }
 
-/// Fills the caller's buffer to its end, with zeros behind a shorter text and without a
-/// terminator behind a longer one. Gives the length delivered.
+/// Fills the caller's buffer to its end, with zeros after a shorter text and without a
+/// terminator after a longer one. Returns the length delivered.
 int deliver(const char* text, char* buffer, int length) {
   std::strncpy(buffer, text, static_cast<std::size_t>(length));
   return static_cast<int>(std::min(std::strlen(text), static_cast<std::size_t>(length)));

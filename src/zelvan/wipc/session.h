@@ -24,7 +24,7 @@
 /// The longest text of a message in bytes, without a terminator.
 #define WIPC_MAX_MESSAGE 4000
 
-/// The last text that an operation of connection.h left behind, empty before the first: what its
+/// The last text that an operation of connection.h stored, empty before the first: what its
 /// header says. At most 255 characters, longer ones are cut. It is never cleared, so it doesn't
 /// tell whether the last operation failed. The address is always the same; the memory is the
 /// library's.
@@ -61,7 +61,7 @@ ZELVAN_C_API void zelvan_set_local_sessions_only(int on);
 /// The socket of the data channel, for a caller's own poll loop; -1 for a null handle.
 ///
 /// Queued messages don't show on the socket: before you wait on it, read until
-/// `wipc_poll_session` gives 0. At the secondary it is also what to close when the session has
+/// `wipc_poll_session` returns 0. At the secondary it is also what to close when the session has
 /// ended: see `wipc_close_session` and `wipc_read`.
 ZELVAN_API int wipc_sid(void* session);
 

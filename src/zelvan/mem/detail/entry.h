@@ -76,7 +76,7 @@ class Children {
   int* next_ = nullptr;   ///< of each child, the next child of its parent; `n_entries` at the end
 };
 
-/// Gives the block at `index` back and empties the entry. Changes nothing where the owner's
+/// Releases the block at `index` and empties the entry. Changes nothing where the owner's
 /// pointer holds another value or the entry is a parent.
 void MemEntryRelease(MemList* list, int index, const Children& children);
 

@@ -126,7 +126,7 @@ int _write_socket(int socket, const char* bytes, unsigned count) {
 int recv(int socket, char* bytes, int count) { return ::recv(handle_of(socket), bytes, count, 0); }
 
 void closesocket(int socket) {
-  // The end of the stream goes out behind all that was sent, and is no abortion of it.
+  // Sends the end of the stream after all data; closing alone could abort the connection.
   ::shutdown(handle_of(socket), SD_SEND);
   ::closesocket(handle_of(socket));
 }

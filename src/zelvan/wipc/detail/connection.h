@@ -4,13 +4,13 @@
 namespace zelvan {
 
 /// Listens and waits for a connection, looking every half second while the connect time-out
-/// lasts. Gives the connection, or -1. The listening socket stays open.
+/// lasts. Returns the connection, or -1. The listening socket stays open.
 int wipc_wait_accept(int socket);
 
 /// A socket connected to a port of that host in at most five attempts, or -1.
 int wipc_connect_port(const char* host, int port);
 
-/// The path of a program, for the caller to `free`: a name with a `/` behind its first character
+/// The path of a program, for the caller to `free`: a name with a `/` after its first character
 /// as it stands, any other with the first entry of "PATH" that holds it. Null if none does.
 char* wipc_find_module(const char* module);
 
