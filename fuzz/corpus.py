@@ -5,8 +5,9 @@
     corpus.py pack FOLDER CORPUS       writes the files of the folder as a corpus
 
 A corpus is a text with one input a line, sorted. Printable ASCII stands for itself; a backslash and
-two hexadecimal digits are any byte. Empty lines and those that begin with # are no inputs.
-replay.cpp reads the same.
+two hexadecimal digits, letters small, are any byte. Empty lines and those that begin with # are no
+inputs; pack moves the latter to the top. Any other line is damaged, and both this and replay.cpp, which
+reads the same, fail.
 """
 import hashlib
 import pathlib
@@ -22,6 +23,8 @@ def encode(data):
 
 
 def decode(line):
+    if not re.fullmatch(rb"([ -\[\]-~]|\\[0-9a-f]{2})+", line):
+        sys.exit(f"corpus.py: damaged line: {line!r}")
     return re.sub(rb"\\(..)", lambda found: bytes.fromhex(found[1].decode()), line)
 
 
@@ -35,8 +38,11 @@ def unpack(corpus, folder):
 
 def pack(folder, corpus):
     lines = sorted(filter(None, (encode(path.read_bytes()) for path in folder.iterdir())))
-    head = f"# Inputs of {corpus.stem}_fuzz.cpp, one a line: corpus.py says what a line means."
-    corpus.write_text("".join(line + "\n" for line in [head, *lines]))
+    kept = corpus.read_text().splitlines() if corpus.exists() else []
+    head = [line for line in kept if line.startswith("#")]
+    if not head:
+        head = [f"# Inputs of {corpus.stem}_fuzz.cpp, one a line: corpus.py says what a line means."]
+    corpus.write_text("".join(line + "\n" for line in [*head, *lines]))
 
 
 if __name__ == "__main__":

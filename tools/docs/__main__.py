@@ -19,7 +19,8 @@ WORK = pathlib.Path("build/docs")
 SITE = pathlib.Path("docs/site")
 PAGES = WORK / "pages"
 GUIDE = [pathlib.Path("README.md"), *sorted(pathlib.Path("docs").glob("*.md")),
-         pathlib.Path("CONTRIBUTING.md"), pathlib.Path("CHANGELOG.md"), pathlib.Path("SECURITY.md"),
+         pathlib.Path("CONTRIBUTING.md"), pathlib.Path("SECURITY.md"),
+         pathlib.Path("CHANGELOG.md"),
          pathlib.Path("examples/mapview/data/README.md"), pathlib.Path("LICENSE")]
 
 

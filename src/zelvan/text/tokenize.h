@@ -15,7 +15,7 @@
 ///
 /// Delimiters are a set: their order has no meaning, and with an empty set the text is one
 /// token. Inputs are only read and there is no state: calls may run on any thread. If the heap
-/// refuses, the exception of the standard library (`std::bad_alloc`) reaches the caller.
+/// refuses, the exception of the standard library reaches the caller.
 #pragma once
 
 #include <zelvan/export.h>

@@ -36,8 +36,10 @@ constexpr int exists = 0;  // mode of `_access`
 
 bool is_empty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
-/// Returns whether the peer of an accepted connection may be the secondary.
-bool may_connect(int socket) {
+/// Returns whether an attempt to accept a connection ends the wait. While other machines are kept
+/// out, only one with a peer on this machine does: on some systems an attempt fails if the peer has
+/// left by then, and a stranger could end the wait by that.
+bool ends_wait(int socket) {
   if (keeps_machines_out == 0) return true;
   platform::SocketAddress peer{};
   if (platform::getpeername(socket, &peer) != 0) return false;
@@ -105,7 +107,7 @@ int wipc_wait_accept(int socket) {
   do {
     if (platform::select(socket) > 0) {
       OwnedSocket peer(platform::accept(socket));
-      if (!peer.is_open() || may_connect(peer.get())) return peer.pass_on();
+      if (ends_wait(peer.get())) return peer.pass_on();
     }
     platform::Sleep(look_again_ms);
   } while (looks++ < 2 * std::int64_t{wipc_connect_timeout});

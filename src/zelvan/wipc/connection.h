@@ -12,9 +12,9 @@
 /// and passes them to `wipc_connect_session`. Then both talk (messages.h), until the primary
 /// calls `wipc_close_session`.
 ///
-/// Ports are the system's choice and open to any local address, or to this machine alone, see
-/// `zelvan_set_local_sessions_only`; the first to connect is the secondary. `Last error` below
-/// means the text of `wipc_last_error`.
+/// Ports are the system's choice. They are open on all addresses of this machine, so that any
+/// machine can connect, unless `zelvan_set_local_sessions_only` keeps others out. The first to
+/// connect is the secondary. `Last error` below means the text of `wipc_last_error`.
 #pragma once
 
 #include <zelvan/export.h>

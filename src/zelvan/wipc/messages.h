@@ -54,5 +54,5 @@ ZELVAN_API int wipc_read(void* session, char* buffer, int length);
 /// Copies the next message of the status channel and returns its length, without waiting.
 ///
 /// Works as `wipc_read` does, but returns 0 also if nothing has arrived, and always at the
-/// secondary end.
+/// secondary end. After 3999 or 4000 bytes at once it does wait for more: see above.
 ZELVAN_API int wipc_read_status(void* session, char* buffer, int length);

@@ -47,15 +47,18 @@ ZELVAN_API void wipc_set_nostart(int on);
 ///
 /// While the switch is on, ports are opened on 127.0.0.1 alone, an address that only programs of
 /// this machine reach. Each connection that comes in is checked as well: from another address than
-/// 127.0.0.1 it is closed, and the wait continues. Set it before opening; for the ports of a
-/// connection that is already pending only the check is new.
+/// 127.0.0.1 it is closed, and the wait continues.
+///
+/// Set it before opening, and leave it so until the session stands. The ports of a pending
+/// connection keep the address with which they were opened; the check is made if the switch is on
+/// when a connection comes in.
 ///
 /// The secondary has to connect to "localhost". `wipc_open_connection` then stores that as the
 /// local host. Pass it to `wipc_open_session`, since this machine's own name can mean another of
 /// its addresses. `wipc_connect_session` connects wherever it is told.
 ///
 /// Machines are told apart, not users and programs: any program on this machine can still be the
-/// first to connect.
+/// first to connect, or keep the secondary from connecting by connecting all the time.
 ZELVAN_C_API void zelvan_set_local_sessions_only(int on);
 
 /// The socket of the data channel, for a caller's own poll loop; -1 for a null handle.

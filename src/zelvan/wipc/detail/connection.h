@@ -4,7 +4,9 @@
 namespace zelvan {
 
 /// Listens and waits for a connection, looking every half second while the connect time-out
-/// lasts. Returns the connection, or -1. The listening socket stays open.
+/// lasts. Returns the connection, or -1. A look takes one connection at most, and closes it if it
+/// comes from a machine that is kept out. An attempt to accept that fails returns -1 at once, or
+/// while machines are kept out counts as a look. The listening socket stays open.
 int wipc_wait_accept(int socket);
 
 /// A socket connected to a port of that host in at most five attempts, or -1.
