@@ -1,3 +1,4 @@
+#include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/detail/clip_arena.h>
 #include <zelvan/geometry/detail/clip_ring.h>
@@ -55,8 +56,6 @@ void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
       is_closing(edge_flag) ? edge_flag - drw_edge_close_invisible : edge_flag;
   ++target->n_points;
 }
-
-bool is_same(const real_pt_t& a, const real_pt_t& b) { return a.x == b.x && a.y == b.y; }
 
 // The side of the box around a clip edge beyond which the whole subject edge lies, if there is one:
 // of two the left or right one.
@@ -153,7 +152,7 @@ bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
     const real_pt_t& s0 = outline.points[i];
     const bool is_last = i + 1 == outline.count;
     const real_pt_t& s1 = outline.points[is_last ? 0 : i + 1];
-    if (!is_last && is_same(s0, s1)) continue;  // a repeat, and no vertex of the ring
+    if (!is_last && is_same_point(s0, s1)) continue;  // a repeat, and no vertex of the ring
     for (const ClipBox& box : clip.edge_boxes) sides |= side_of_edge(s0, s1, box);
     if ((sides & left_and_right) == left_and_right || (sides & bottom_and_top) == bottom_and_top) {
       return true;
@@ -165,7 +164,7 @@ bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
 // Is there a vertex that differs from the first?
 bool has_two_vertices(const Outline& outline) {
   return std::any_of(outline.points + 1, outline.points + outline.count,
-                     [&](const real_pt_t& p) { return !is_same(p, outline.points[0]); });
+                     [&](const real_pt_t& p) { return !is_same_point(p, outline.points[0]); });
 }
 
 void append_uncrossed(const Outline& outline, const ClipRing& subject, const ClipRing& corners,
@@ -186,7 +185,7 @@ Outline without_repeats(const Outline& outline, ClipArena* arena) {
   if (points == nullptr || flags == nullptr) return {};
   int count = 0;
   for (int i = 0; i < outline.count; ++i) {
-    if (i > 0 && is_same(outline.points[i - 1], outline.points[i])) continue;
+    if (i > 0 && is_same_point(outline.points[i - 1], outline.points[i])) continue;
     points[count] = outline.points[i];
     flags[count++] = outline.edge_flags[i];
   }

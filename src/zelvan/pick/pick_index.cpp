@@ -1,5 +1,5 @@
+#include <zelvan/detail/closing_flag.h>
 #include <zelvan/detail/new_array.h>
-#include <zelvan/pick/detail/polygon_parts.h>
 #include <zelvan/pick/detail/prepared_ring.h>
 #include <zelvan/pick/detail/ring_grid.h>
 #include <zelvan/pick/detail/winding.h>

@@ -1,4 +1,4 @@
-#include <zelvan/pick/detail/polygon_parts.h>
+#include <zelvan/detail/closing_flag.h>
 #include <zelvan/pick/polygon_of.h>
 
 namespace zelvan {

@@ -1,8 +1,10 @@
+#include <zelvan/detail/closing_flag.h>
 #include <zelvan/detail/same_point.h>
 #include <zelvan/transforms/mtx2d.h>
 
 #include <algorithm>
 
+using zelvan::is_closing;
 using zelvan::is_same_point;
 
 namespace {
@@ -36,10 +38,6 @@ void map_set(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), const dr
     to[k] = from[i];
   };
   out->n_points = map_polygon(m, map_array, in->n_points, in->points, out->points, carry_flag);
-}
-
-bool is_closing(int edge_flag) {
-  return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
 }
 
 // Maps each polygon by itself. A block of vertices is mapped into place and, if some of them repeat

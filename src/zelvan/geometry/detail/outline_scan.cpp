@@ -1,3 +1,4 @@
+#include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
@@ -86,10 +87,7 @@ int count_beyond(Plain, const real_pt_t* points, int n, const ClipBox& box, int 
 }
 
 bool has_repeats(Plain, const real_pt_t* points, int n) {
-  const auto is_same = [](const real_pt_t& a, const real_pt_t& b) {
-    return a.x == b.x && a.y == b.y;
-  };
-  return std::adjacent_find(points, points + n, is_same) != points + n;
+  return std::adjacent_find(points, points + n, is_same_point<real_pt_t>) != points + n;
 }
 
 EdgeSet near_edges(Plain, const real_pt_t* points, int n, const ClipBox& outer,

@@ -2,6 +2,7 @@
 /// in the same way. Most vertices of a drawing need no more than this.
 #pragma once
 
+#include <zelvan/detail/closing_flag.h>
 #include <zelvan/detail/vector_forms.h>
 #include <zelvan/transforms/records.h>
 
@@ -65,10 +66,6 @@ inline bool is_beyond(const ClipBox& box, int side, const real_pt_t& p) {
          : side == bottom_side ? p.y < box.bottom
          : side == right_side  ? p.x > box.right
                                : p.y > box.top;
-}
-
-inline bool is_closing(int edge_flag) {
-  return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
 }
 
 enum class OutlineKind : int { inside, mixed, not_finite };  ///< inside: all of it, strictly
