@@ -161,7 +161,7 @@ bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
   return false;
 }
 
-// Is there a vertex that differs from the first?
+// True if a vertex differs from the first.
 bool has_two_vertices(const Outline& outline) {
   return std::any_of(outline.points + 1, outline.points + outline.count,
                      [&](const real_pt_t& p) { return !is_same_point(p, outline.points[0]); });
@@ -211,7 +211,7 @@ inline void append_vertices(const ClipRing& ring, int first, int end, drw_pset_t
   }
 }
 
-// The same in reverse, from one index down to above another.
+// Appends the vertices in reverse, from one index down to above another.
 inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_pset_t* target) {
   for (int i = last; i > above; --i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
@@ -282,7 +282,7 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
   if (!ClipSpliceHits(hits, &subject, &corners, arena)) return;
   subject.begins_inside = ClipPointInRing(subject.points[0].x, subject.points[0].y, corners);
   corners.begins_inside = ClipPointInRing(corners.points[0].x, corners.points[0].y, subject);
-  drw_pset_t result = *target;  // none of the vertices and flags written can be a local's count
+  drw_pset_t result = *target;  // local, so the compiler knows that no write changes its count
   for (ClipHit* hit = hits.begin; hit != hits.end; ++hit) {
     if (!hit->is_visited()) walk_from(hit, subject, corners, &result);
   }
