@@ -282,7 +282,7 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
   if (!ClipSpliceHits(hits, &subject, &corners, arena)) return;
   subject.begins_inside = ClipPointInRing(subject.points[0].x, subject.points[0].y, corners);
   corners.begins_inside = ClipPointInRing(corners.points[0].x, corners.points[0].y, subject);
-  drw_pset_t result = *target;  // none of the vertices and flags written can be a local's count
+  drw_pset_t result = *target;  // local, so the compiler knows that no write changes its count
   for (ClipHit* hit = hits.begin; hit != hits.end; ++hit) {
     if (!hit->is_visited()) walk_from(hit, subject, corners, &result);
   }

@@ -36,14 +36,15 @@ class ZELVAN_API CPickIndex {
   /// Makes an index of the polygons of a set, as `zelvan::polygon_of` makes a region of each.
   explicit CPickIndex(const drw_pset_t& set);
 
-  /// Takes over what `other` has, which is left without polygons. An index can't be copied. What an
-  /// assignment replaces is freed.
+  /// Takes over what `other` has, which is left without polygons. An index can't be copied.
+  ///
+  /// An assignment frees what it replaces. Requires: meanwhile no other thread asks either index.
   CPickIndex(CPickIndex&& other) noexcept;
   CPickIndex& operator=(CPickIndex&& other) noexcept;
   ~CPickIndex();
 
-  /// False if the heap refused, and of an index that another one took over. Then it has no
-  /// polygons, and holds no point.
+  /// Returns false if the heap refused, or if another index took over the polygons. Then there are
+  /// none, and no point is inside.
   bool isReady() const;
 
   /// Returns the number of polygons, those of fewer than 3 vertices included.
@@ -66,7 +67,8 @@ class ZELVAN_API CPickIndex {
   int countInside(int n, const DblPt* points, unsigned char* hits) const;
 
   /// Writes the numbers of the polygons that hold the point, ascending, and returns how many there
-  /// are. At most `capacity` are written, the lowest; `numbers` may be null if `capacity` is 0.
+  /// are. At most `capacity` are written, the lowest. If `capacity` is 0 or less, `numbers` may be
+  /// null.
   int findPolygons(double x, double y, int* numbers, int capacity) const;
 
   /// Returns how often polygon `k` winds about the point, counted positive for a ring that runs

@@ -38,7 +38,7 @@ ZELVAN_C_API int zelvan_hit_pick_index_with_points(const CPickIndex* index, int 
 /// Writes the numbers of the polygons that hold the point, as `CPickIndex::findPolygons` does.
 ///
 /// They are counted from 0 and ascend. Returns how many there are; at most `capacity` are written.
-/// `numbers` may be null if `capacity` is 0.
+/// If `capacity` is 0 or less, `numbers` may be null.
 ZELVAN_C_API int zelvan_find_polygons(const CPickIndex* index, double x, double y, int* numbers,
                                       int capacity);
 

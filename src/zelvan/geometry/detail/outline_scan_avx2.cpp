@@ -47,7 +47,7 @@ ZELVAN_AVX2 inline __m256d not_between(__m256d v, const Bounds& bounds) {
                       _mm256_cmp_pd(v, bounds.high, _CMP_NLT_UQ));
 }
 
-// In a lane each of x and y: strictly beyond the one side, of two opposite ones, that is meant.
+// Tests points against one side of the box; `wanted` selects the lanes of that axis.
 struct Beyond {
   __m256d bound, sign;  // with the sign turned, above becomes below
   unsigned wanted;

@@ -52,6 +52,11 @@ unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
   return counting;
 }
 
+// True if each of the first `n` boxes holds the point. Requires: `counting` is as above.
+bool all_hold(const BoxGroup& group, std::size_t n, unsigned int counting, double x) {
+  return counting == (1U << n) - 1 && x >= *std::max_element(group.left, group.left + n);
+}
+
 struct Question {
   const BoxGroup* tree;
   const DblPt* points;
@@ -61,15 +66,23 @@ struct Question {
   int winding_in_group(std::size_t group, std::size_t first, std::size_t span) const {
     int winding = 0;
     const BoxGroup& boxes = tree[group];
-    for (unsigned int rest = boxes_that_count(boxes, x, y); rest != 0; rest &= rest - 1) {
+    const unsigned int counting = boxes_that_count(boxes, x, y);
+    if (span == edges_in_leaf) {
+      // Of a scribble all boxes hold the point. Its edges are then fastest looked at in one go.
+      const std::size_t count = std::min(boxes_in_group * span, n - first);
+      if (all_hold(boxes, (count + span - 1) / span, counting, x)) {
+        return winding_of_chain(points + first, static_cast<unsigned int>(count + 1), x, y);
+      }
+    }
+    for (unsigned int rest = counting; rest != 0; rest &= rest - 1) {
       const auto j = static_cast<std::size_t>(std::countr_zero(rest));
       const std::size_t begin = first + j * span;
       const std::size_t end = std::min(begin + span, n);
       if (x < boxes.left[j]) {
         winding += (y >= points[begin].y) - (y >= points[end].y);
       } else if (span == edges_in_leaf) {
-        winding += winding_of_chain(points + begin, static_cast<unsigned int>(end - begin + 1),
-                                    false, x, y);
+        const auto count = static_cast<unsigned int>(end - begin + 1);
+        winding += winding_of_chain(Plain{}, points + begin, count, x, y);
       } else {
         winding += winding_in_group(child_of(group, j), begin, span / boxes_in_group);
       }

@@ -18,29 +18,41 @@ inline int winding_of_crossing(const DblPt& a, const DblPt& b, bool goes_up, dou
   return cross * direction >= 0.0 ? direction : 0;
 }
 
-/// The sum over the edges between the `n` points, and with `is_closed` the edge from the last to
-/// the first. An edge covers the heights from its lower end, included, to its upper end, excluded:
-/// so one passes the point's height just where the answer changes, and most edges end at that
-/// comparison. A NaN counts as above. Requires: `n` is not 0.
-inline int winding_of_chain(const DblPt* points, unsigned int n, bool is_closed, double x,
+/// What the edge from `a` to `b` adds to the winding number about (x, y).
+///
+/// It covers the heights from its lower end, included, to its upper end, excluded: so of a ring one
+/// passes the point's height just where the answer changes. A NaN counts as above.
+inline int winding_of_edge(const DblPt& a, const DblPt& b, double x, double y) {
+  const bool goes_up = y >= a.y;
+  return goes_up != (y >= b.y) ? winding_of_crossing(a, b, goes_up, x, y) : 0;
+}
+
+/// The sum over the edges between the `n` points. Most end at the comparison of heights.
+inline int winding_of_chain(Plain /*form*/, const DblPt* points, unsigned int n, double x,
                             double y) {
   int winding = 0;
-  const DblPt* from = &points[is_closed ? n - 1 : 0];
-  bool was_reached = y >= from->y;
-  for (const DblPt* to = points; to != points + n; from = to++) {
-    const bool is_reached = y >= to->y;
-    if (is_reached != was_reached) winding += winding_of_crossing(*from, *to, was_reached, x, y);
+  bool was_reached = y >= points[0].y;
+  for (unsigned int i = 1; i < n; ++i) {
+    const bool is_reached = y >= points[i].y;
+    if (is_reached != was_reached) {
+      winding += winding_of_crossing(points[i - 1], points[i], was_reached, x, y);
+    }
     was_reached = is_reached;
   }
   return winding;
 }
+int winding_of_chain(Avx2, const DblPt* points, unsigned int n, double x, double y);
 
-/// The sum over all edges of a ring, the closing one included. Requires: `n` is not 0.
-inline int winding_of_ring(Plain /*form*/, const DblPt* points, unsigned int n, double x,
-                           double y) {
-  return winding_of_chain(points, n, true, x, y);
+/// The sum over all edges of a ring, the closing one included.
+inline int winding_of_ring(Plain form, const DblPt* points, unsigned int n, double x, double y) {
+  return winding_of_edge(points[n - 1], points[0], x, y) + winding_of_chain(form, points, n, x, y);
 }
 int winding_of_ring(Avx2, const DblPt* points, unsigned int n, double x, double y);
+
+/// Calls the best form for this processor. Requires: `n` is not 0.
+inline int winding_of_chain(const DblPt* points, unsigned int n, double x, double y) {
+  return with_best_form([=](auto form) { return winding_of_chain(form, points, n, x, y); });
+}
 
 /// Calls the best form for this processor. Requires: `n` is not 0.
 inline int winding_of_ring(const DblPt* points, unsigned int n, double x, double y) {
