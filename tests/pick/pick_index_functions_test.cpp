@@ -27,6 +27,8 @@ TEST(PickIndexFunctions, AskAnIndex) {
   EXPECT_EQ(numbers[0] * 10 + numbers[1], -1) << "polygon 0, and room for no more";
   EXPECT_EQ(zelvan_winding_number(index, 1, 1, 1, 2), -1) << "clockwise";
   EXPECT_EQ(zelvan_winding_number(index, 0, 2, 1, 2), 0) << "they cancel out";
+  EXPECT_EQ(zelvan_winding_number(index, -5, 6, 1, 2), 1) << "numbers below 0 add nothing";
+  EXPECT_EQ(zelvan_winding_number(index, 1, -1, 1, 2), 0) << "no polygons";
   zelvan_delete_pick_index(index);
 }
 

@@ -239,16 +239,6 @@ TEST(Moves, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
   EXPECT_EQ(content("other"), "12345") << "a copy over a file";
 }
 
-TEST(OpenBinary, EmptiesNoFileForADescriptorThatDoesNotFit) {
-  const World world;
-  support::lowest_descriptor = 32'768;
-  const Operation empties = [] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; };
-  EXPECT_FALSE(support::run_failing(empties, {}));
-  support::lowest_descriptor = 0;
-  EXPECT_EQ(errno, EMFILE);
-  EXPECT_EQ(content("plain"), "12345");
-}
-
 /// A program at both ends: what it sends waits at the other one until it is fetched.
 bool converse(bool is_answered) {
   platform::SocketAddress address{{127, 0, 0, 1}, 0};
