@@ -184,9 +184,6 @@ TEST(Operations, ReportWhatFails) {
               {cat, {"read", 1, EIO}},
               {cat, {"write", 1, ENOSPC}},
               {cat, {"close", 2, EIO}},
-              {[] { return osh_mkdir("new"_c) != 0; }, {"mkdir", 1, ENOSPC}},
-              {[] { return osh_chmod("plain"_c, 0444) != 0; }, {"chmod", 1, EPERM}},
-              {[] { return osh_fopen_text("plain"_c, "r"_c) != nullptr; }, {"fopen", 1, EIO}},
               {[] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; }, {"ftruncate", 1, EIO}}};
   for (const auto& [operation, failure] : rows) {
     const World world;
