@@ -4,10 +4,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 /// Returns the value found, or "none"; "broken" if length and pointer contradict each other.
-std::string found(const std::string& text, const char* key) {
+static std::string found(const std::string& text, const char* key) {
   const char* value = "";
   const auto length = utl_searchValueForKey(text.c_str(), key, &value);
   if (value == nullptr) return length == 0 ? "none" : "broken";
@@ -43,5 +41,3 @@ TEST(UtlSearchValueForKey, FindsTheValueOfAKey) {
   EXPECT_EQ(utl_searchValueForKey(nullptr, "a", &value), 0);
   EXPECT_EQ(value, nullptr);
 }
-
-}  // namespace
