@@ -57,9 +57,8 @@ void expect_same_in_each_thread(const char* name, Job job) {
 }
 
 TEST(Threads, ReadSharedObjectsAndWorkOnTheirOwnAtOnce) {
-  double xs[] = {-6.0, 6.0, 0.0};
-  double ys[] = {-6.0, -6.0, 9.0};
-  CPolygon polygon(3, xs, ys);
+  DblPt corners[] = {{-6, -6}, {6, -6}, {0, 9}};
+  CPolygon polygon(3, corners);
   const auto clip = [] { return clipped(ClipPolygonSet, star, window); };
   const auto clip_to_view = [] { return clipped(ClipPolygonSetToView, star, window); };
   expect_same_in_each_thread("clipping into rings", clip);
