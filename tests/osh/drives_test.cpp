@@ -27,8 +27,6 @@ std::FILE* fopen(const char*, const char*) { return nullptr; }
 
 }  // namespace machine_with_drives::platform
 
-namespace {
-
 using namespace std::string_literals;
 namespace machine = machine_with_drives;
 
@@ -63,5 +61,3 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
     EXPECT_EQ(fixed, row.fixed) << row.why;
   }
 }
-
-}  // namespace
