@@ -9,14 +9,12 @@
 #include <support/random.h>
 #include <support/vector_forms.h>
 
-namespace {
-
 using Map = std::unique_ptr<void, void (*)(void*)>;
 
-float squared(int v) { return static_cast<float>(v) * static_cast<float>(v); }
+static float squared(int v) { return static_cast<float>(v) * static_cast<float>(v); }
 
 /// The index by a plain loop over the sums of squares, in float, green first.
-int closest_pen(const ColorMap& map, const ColorRGB& target) {
+static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   float least = static_cast<float>(3 * map.max_value * map.max_value) + 1.0f;
   int found = 0;
   for (int i = 1; i < static_cast<int>(map.map_size); ++i) {
@@ -31,7 +29,7 @@ int closest_pen(const ColorMap& map, const ColorRGB& target) {
 }
 
 /// Most channels are near an end of the scale, so that there are ties. One entry in 20 is unset.
-void fill(ColorMap* map, support::Random* random) {
+static void fill(ColorMap* map, support::Random* random) {
   const int scale = static_cast<int>(map->max_value);
   const auto channel = [&] {
     const int place = random->below(random->below(4) == 0 ? scale : 8);
@@ -87,5 +85,3 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
   expect_refusals("ColNewColorMap", 2,
                   [&] { return Map(ColNewColorMap(1, 9, rgb), ColDeleteColorMap) != nullptr; });
 }
-
-}  // namespace

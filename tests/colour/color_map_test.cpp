@@ -7,10 +7,8 @@
 #include <gtest/gtest.h>
 #include <support/printers.h>
 
-namespace {
-
 /// Pens 0 and 3 are alike, pen 1 is unset.
-ColorMap five_pens() {
+static ColorMap five_pens() {
   int rgb[] = {10, 10, 10, -1, 20, 20, 30, 30, 30, 10, 10, 10, 30, 30, 32};
   return {5, 255, rgb};
 }
@@ -105,5 +103,3 @@ TEST(MapColors, CountsHowCloseItCame) {
   EXPECT_EQ(xfm.DoColorXfm(10), 5U) << "a pen that the source does not have";
   EXPECT_EQ(xfm.DoColorXfm(UINT_MAX), 5U) << "the last pen answers for all beyond";
 }
-
-}  // namespace

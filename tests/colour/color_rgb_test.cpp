@@ -9,8 +9,6 @@
 #include <gtest/gtest.h>
 #include <support/printers.h>
 
-namespace {
-
 const ColorRGB before(11, 12, 13);
 
 TEST(ColorRGB, TakesATextualValue) {
@@ -98,5 +96,3 @@ TEST(NamedColors, AreNoOthers) {
     EXPECT_EQ(color.FindNameForRgb(&name), 0) << testing::PrintToString(color);
   }
 }
-
-}  // namespace

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 // Both threads write the shared answer, and neither may return what the other one wrote.
 TEST(GetClosestColor, AnswersForItselfWhereAnotherThreadSearches) {
   int wrong[2] = {};
@@ -27,5 +25,3 @@ TEST(GetClosestColor, AnswersForItselfWhereAnotherThreadSearches) {
   EXPECT_EQ(wrong[0], 0) << "of 500 000 searches in a map whose pen 1 is 3 away";
   EXPECT_EQ(wrong[1], 0) << "of 500 000 searches in a map whose pen 2 is 6 away";
 }
-
-}  // namespace

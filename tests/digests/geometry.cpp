@@ -1,4 +1,5 @@
 #include "digests/group.h"
+#include "support/polygon_set.h"
 
 #include <climits>
 #include <span>
@@ -25,8 +26,7 @@ const Group arcs("geometry.arcs", [](Log& log) {
     const auto clockwise = static_cast<short>(random.below(2));
     log("utl_point_circarc", inputs(p, center, radius, ends, clockwise),
         utl_point_circarc(&p, &center, radius, &ends[0], &ends[1], clockwise));
-    real_pt_t max;
-    real_pt_t min;
+    real_pt_t max, min;
     utl_maxmin_arc(&center, radius, &ends[0], &ends[1], clockwise, &max, &min);
     log("utl_maxmin_arc", inputs(center, radius, ends, clockwise), max, min);
   }
@@ -47,8 +47,7 @@ const Group turns("geometry.turns", [](Log& log) {
     utl_maxmin_rotrect(&center, box, angle);
     log("utl_maxmin_rotrect", inputs(center, p, q, angle), box);
     const int degrees = i < 1500 ? i - 750 : INT_MAX - i;
-    double sine;
-    double cosine;
+    double sine, cosine;
     drw_get_trig(degrees, &sine, &cosine);
     log("drw_get_trig", inputs(degrees), sine, cosine);
   }
@@ -99,8 +98,7 @@ const Group conics("geometry.conics", [](Log& log) {
     log("utl_standard_parabola", inputs(conic), parabola);
     utl_parabola_point(&parabola, part * (parabola.end - parabola.start), &at);
     log("utl_parabola_point", inputs(parabola, part), at);
-    real_pt_t max;
-    real_pt_t min;
+    real_pt_t max, min;
     utl_maxmin_conic(&conic, &max, &min);
     log("utl_maxmin_conic", inputs(conic), max, min);
     at = {random.between(-3.0, 3.0), part};
@@ -108,15 +106,12 @@ const Group conics("geometry.conics", [](Log& log) {
   }
 });
 
-struct PolygonSet {
-  std::vector<real_pt_t> points;
-  std::vector<int> flags;
-};
+using PolygonSet = support::SetArrays<real_pt_t>;
 
 /// Up to `most` vertices in one or more polygons. `place` returns a coordinate.
 template <class Place>
 PolygonSet some_set(Random& random, int most, Place place) {
-  PolygonSet set;
+  PolygonSet set(0);
   const int n = 1 + random.below(most);
   for (int i = 0; i < n; ++i) {
     const bool is_closing = i + 1 == n || random.below(n / 2 + 2) == 0;
@@ -147,8 +142,7 @@ const Group clip_to_view("geometry.clip_polygon_set_to_view", [](Log& log) {
       const double anywhere = random.between(-size, size);
       return (i % 3 == 0 ? std::round(anywhere) : anywhere) * scale;
     });
-    const std::size_t room = 9 * set.points.size();  // what the header asks for, and more
-    PolygonSet out = {std::vector<real_pt_t>(room), std::vector<int>(room)};
+    PolygonSet out(9 * set.points.size());  // what the header asks for, and more
     drw_pset_t source = {static_cast<int>(set.points.size()), set.points.data(), set.flags.data()};
     drw_pset_t target = {0, out.points.data(), out.flags.data()};
     ClipPolygonSetToView(&source, &target, &view);

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 const real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
 const real_rect_t turned = {{{0, -10}, {10, 0}, {0, 10}, {-10, 0}}};
 
@@ -58,5 +56,3 @@ TEST(CheckPolygonSet, WritesNoMoreThanThereIsRoomFor) {
   EXPECT_EQ(zelvan_check_polygon_set(nullptr, &no_area, reason, 8), 0);
   EXPECT_STREQ(reason, "corners") << "no set";
 }
-
-}  // namespace

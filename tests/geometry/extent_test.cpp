@@ -1,5 +1,7 @@
 #include <zelvan/geometry/extent.h>
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 struct Box {
@@ -46,4 +48,11 @@ TEST(MaxminCubic, HoldsTheTurningPoints) {
   Box box;
   utl_maxmin_cubic(x_and_y, &box.max, &box.min);
   expect_box(box, {{1.25, 0}, {-12.25, -1}}, "turning at 1/8 and 7/8, and at 1/2");
+}
+
+TEST(MaxminRotrect, IsTheBoxOfTheTurnedBox) {
+  real_pt_t center = {1, 1};
+  double box[] = {1, 1, 4, 2};  // turned to 0, 1 to 1, 4
+  utl_maxmin_rotrect(&center, box, M_PI / 2);
+  expect_box({{box[2], box[3]}, {box[0], box[1]}}, {{1, 4}, {0, 1}}, "a quarter turn");
 }

@@ -5,15 +5,13 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-CLineTypeDefPattern pattern(const std::vector<double>& lengths) {
+static CLineTypeDefPattern pattern(const std::vector<double>& lengths) {
   CLineTypeDefPattern made;
   for (const double length : lengths) EXPECT_TRUE(made.AddFragment(length)) << length;
   return made;
 }
 
-std::vector<double> fragments(CLineTypeDefPattern walked) {
+static std::vector<double> fragments(CLineTypeDefPattern walked) {
   std::vector<double> lengths;
   double length = walked.GetFirstFragment();
   for (int n = walked.GetNumFragments(); n > 0; --n) {
@@ -70,5 +68,3 @@ TEST(CLineTypeDefinition, KeepsIndexAndLengthApartFromThePattern) {
   EXPECT_EQ(definition.GetIndex(), 4000000000u);
   EXPECT_EQ(definition.GetPatternLength(), 2.5);
 }
-
-}  // namespace

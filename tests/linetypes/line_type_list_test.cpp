@@ -8,10 +8,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-std::unique_ptr<CLineTypeDefinition> definition(unsigned int index, double pattern_length,
-                                                const std::vector<double>& lengths) {
+static std::unique_ptr<CLineTypeDefinition> definition(unsigned int index, double pattern_length,
+                                                       const std::vector<double>& lengths) {
   auto made = std::make_unique<CLineTypeDefinition>();
   made->SetIndex(index);
   made->SetPatternLength(pattern_length);
@@ -22,7 +20,7 @@ std::unique_ptr<CLineTypeDefinition> definition(unsigned int index, double patte
 using Added = std::pair<int, bool>;  // the index, and whether it was there already
 
 /// Adds a definition, which goes to the list if the list takes it.
-Added add(CLineTypeDefList& list, std::unique_ptr<CLineTypeDefinition> made) {
+static Added add(CLineTypeDefList& list, std::unique_ptr<CLineTypeDefinition> made) {
   bool already_there = true;
   const int index = list.AddLineTypeDefinition(made.get(), already_there);
   if (!already_there && index != -1) made.release();
@@ -121,5 +119,3 @@ TEST(CLineTypeDefList, CopiesItsDefinitions) {
   CLineTypeDefList made = copy;
   EXPECT_EQ(add(made, definition(40, 0.0, {7})), (Added{41, false})) << "indices go on above 40";
 }
-
-}  // namespace

@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 #include <support/random.h>
 
-namespace {
-
 TEST(MemList, BehavesLikeAPlainModelWithoutATrace) {
   for (unsigned seed = 1; seed <= 5; ++seed) {
     support::Random random(seed);
@@ -19,10 +17,10 @@ TEST(MemList, BehavesLikeAPlainModelWithoutATrace) {
   }
 }
 
-std::vector<int> codes;  // that the handler was called with
-int gives_up_at;
+static std::vector<int> codes;  // that the handler was called with
+static int gives_up_at;
 
-unsigned short answer(MemException* exception) {
+static unsigned short answer(MemException* exception) {
   codes.push_back(exception->code);
   return exception->code == gives_up_at ? 0 : 0x8000;
 }
@@ -54,5 +52,3 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
   }
   MemListDelete(&list);
 }
-
-}  // namespace

@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 #include <support/heap.h>
 
-namespace {
+static void* owners[40];
 
-void* owners[40];
-
-unsigned short give_up(MemException*) { return 0; }
-unsigned short go_on(MemException*) { return 1; }
-unsigned short free_row_3(MemException* exception) {
+static unsigned short give_up(MemException*) { return 0; }
+static unsigned short go_on(MemException*) { return 1; }
+static unsigned short free_row_3(MemException* exception) {
   MemFree(exception->list, owners[3]);
   return 1;
 }
@@ -43,5 +41,3 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     MemListDelete(&list);
   }
 }
-
-}  // namespace

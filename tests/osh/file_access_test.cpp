@@ -12,10 +12,8 @@
 #include <osh/world.h>
 #include <support/random.h>
 
-namespace {
-
 /// Every name in the current folder, with what is in it and a mark if it is read-only.
-std::map<std::string, std::string> all_files() {
+static std::map<std::string, std::string> all_files() {
   std::map<std::string, std::string> found;
   for (const auto& entry : fs::directory_iterator(".")) {
     const std::string name = entry.path().filename().string();
@@ -25,10 +23,10 @@ std::map<std::string, std::string> all_files() {
   return found;
 }
 
-int closed(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
+static int closed(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
 
 /// The number that osh_inquire_file stores; 0 if it fails and stores nothing.
-int inquired(char* path) {
+static int inquired(char* path) {
   unsigned short mode = 7;
   return osh_inquire_file(path, &mode) == 1 ? mode : mode - 7;
 }
@@ -178,5 +176,3 @@ TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {
     osh_fclose(fp);
   }
 }
-
-}  // namespace

@@ -9,18 +9,16 @@
 #include <osh/world.h>
 #include <support/guarded_array.h>
 
-namespace {
-
 using Text = support::GuardedArray<char>;
 
 /// A text and zeros up to so many bytes.
-std::string filled_up(std::string text, std::size_t size) {
+static std::string filled_up(std::string text, std::size_t size) {
   text.resize(size);
   return text;
 }
 
 /// All texts of up to so many of the characters that mean something in a path.
-std::vector<std::string> short_texts(std::size_t longest) {
+static std::vector<std::string> short_texts(std::size_t longest) {
   std::vector<std::string> texts = {""};
   for (std::size_t i = 0; texts[i].size() < longest; ++i) {
     for (const char c : {'a', '.', '/', '\\'}) texts.push_back(texts[i] + c);
@@ -28,7 +26,7 @@ std::vector<std::string> short_texts(std::size_t longest) {
   return texts;
 }
 
-std::string absolute(const std::string& path) {
+static std::string absolute(const std::string& path) {
   const std::unique_ptr<char, void (*)(void*)> text(osh_find_exec_path(given(path)), std::free);
   return text.get();
 }
@@ -97,5 +95,3 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
     fs::remove(prefix + taken);
   }
 }
-
-}  // namespace

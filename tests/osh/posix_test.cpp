@@ -11,15 +11,13 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-namespace {
-
-std::string next_line(std::FILE* fp) {
+static std::string next_line(std::FILE* fp) {
   char line[100];
   return {line, static_cast<std::size_t>(osh_readLine(fp, line, sizeof line))};
 }
 
-int writing_end;
-const char* next_byte;
+static int writing_end;
+static const char* next_byte;
 
 // The handler of a signal writes the byte for which the interrupted reader waits.
 TEST(ReadLine, GoesOnAfterASignal) {
@@ -45,6 +43,24 @@ TEST(ReadLine, GoesOnAfterASignal) {
   osh_fclose(fp);
 }
 
+TEST(ReadLine, IsWholeForEachOfTwoThreads) {
+  const World world;
+  std::string text;
+  constexpr int count = 2'000'000;  // so many that both threads read at once
+  for (int i = 0; i < count; ++i) text += "line\r";
+  put("plain", text);
+  std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
+  int n_whole[2] = {};
+  const auto count_whole = [&](int reader) {
+    while (next_line(fp) == "line\r") ++n_whole[reader];
+  };
+  std::thread other(count_whole, 1);
+  count_whole(0);
+  other.join();
+  EXPECT_EQ(n_whole[0] + n_whole[1], count);
+  osh_fclose(fp);
+}
+
 TEST(ReadLine, LeavesNoStreamLockedByACancelledThread) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
@@ -59,5 +75,3 @@ TEST(ReadLine, LeavesNoStreamLockedByACancelledThread) {
   osh_fclose(fp);
   close(ends[1]);
 }
-
-}  // namespace

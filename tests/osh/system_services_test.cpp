@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 #include <support/guarded_array.h>
 
-namespace {
-
 TEST(GetTimeStamp, IsTheLocalTimeInTwoDigitsEach) {
   support::GuardedArray<char> stamp(14);
   char expected[14];
@@ -36,5 +34,3 @@ TEST(Setenv, SplitsAtTheFirstEqualsSign) {
     EXPECT_STREQ(std::getenv("ZELVAN"), after) << why;
   }
 }
-
-}  // namespace

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <osh/world.h>
 
-namespace {
-
 TEST(WindowsFiles, OpenWithTheRuntimesOwnFlags) {
   World world;
   const short deleted_when_closed = 0x40;
@@ -13,5 +11,3 @@ TEST(WindowsFiles, OpenWithTheRuntimesOwnFlags) {
   EXPECT_EQ(osh_close(fd), 0);
   EXPECT_FALSE(fs::exists("new"));
 }
-
-}  // namespace

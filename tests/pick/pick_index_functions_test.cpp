@@ -6,11 +6,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 // The ring is the square from 0, 0 to 4, 4; the set has it twice, the second time the other way.
-real_pt_t points[] = {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}, {0, 4}, {4, 4}, {4, 0}};
-int edge_flags[] = {1, 1, 1, 3, 1, 1, 1, 3};
+static real_pt_t points[] = {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}, {0, 4}, {4, 4}, {4, 0}};
+static int edge_flags[] = {1, 1, 1, 3, 1, 1, 1, 3};
 const drw_pset_t set = {8, points, edge_flags};
 
 TEST(PickIndexFunctions, AskAnIndex) {
@@ -27,6 +25,8 @@ TEST(PickIndexFunctions, AskAnIndex) {
   EXPECT_EQ(numbers[0] * 10 + numbers[1], -1) << "polygon 0, and room for no more";
   EXPECT_EQ(zelvan_winding_number(index, 1, 1, 1, 2), -1) << "clockwise";
   EXPECT_EQ(zelvan_winding_number(index, 0, 2, 1, 2), 0) << "they cancel out";
+  EXPECT_EQ(zelvan_winding_number(index, -5, 6, 1, 2), 1) << "numbers below 0 add nothing";
+  EXPECT_EQ(zelvan_winding_number(index, 1, -1, 1, 2), 0) << "no polygons";
   zelvan_delete_pick_index(index);
 }
 
@@ -44,5 +44,3 @@ TEST(PickIndexFunctions, MakeNothingWithoutMemoryOrVertices) {
   EXPECT_GT(heap::refuse_each(of_ring, expect_null), 0);
   EXPECT_EQ(heap::blocks_left(), 0);
 }
-
-}  // namespace

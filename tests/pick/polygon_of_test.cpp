@@ -7,12 +7,10 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 using Points = std::vector<DblPt>;
 
 template <class Region>
-Points points_of(const Region& region) {
+static Points points_of(const Region& region) {
   return {region.start(), region.end()};
 }
 
@@ -29,5 +27,3 @@ TEST(PolygonOf, CopiesPolygonsByTheirClosingFlags) {
     EXPECT_EQ(zelvan::polyline_of(set, k).start(), nullptr) << "no polygon " << k;
   }
 }
-
-}  // namespace

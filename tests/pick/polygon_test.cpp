@@ -1,33 +1,23 @@
-#include <zelvan/pick/polygon.h>
+#include <zelvan/pick/polygon_of.h>
 
-#include "support/printers.h"
-#include "support/random.h"
+#include "geometry/clip_model.h"
 #include "support/vector_forms.h"
-
-#include <complex>
-
-#include <gtest/gtest.h>
-
-static bool winds_about(const std::vector<DblPt>& ring, double x, double y) {
-  double angle = 0;  // the sum of those under which the edges are seen
-  for (std::size_t i = 0; i < ring.size(); ++i) {
-    const DblPt a = ring[i];
-    const DblPt b = ring[(i + 1) % ring.size()];
-    angle += std::arg(std::complex(b.x - x, b.y - y) / std::complex(a.x - x, a.y - y));
-  }
-  return std::lround(angle / (2 * M_PI)) != 0;
-}
 
 TEST(CPolygon, HoldsThePointsAboutWhichItWindsOnceTheyMoveALittle) {
   support::for_each_form([](const char* form) {
     support::Random random(1);
     for (int i = 0; i < 300; ++i) {
-      std::vector<DblPt> ring(3 + random.below(i % 4 == 3 ? 68 : 5));
-      for (DblPt& p : ring) p.set(random.below(5), random.below(5));
-      CPolygon polygon(static_cast<unsigned>(ring.size()), ring.data());
+      Set ring(3 + random.below(i % 4 == 3 ? 68 : 5));
+      for (auto& vertex : ring) vertex = {{1.0 * random.below(5), 1.0 * random.below(5)}, 1};
+      ring.back().flag = drw_edge_close_visible;
+      support::SetArrays<real_pt_t> arrays(ring);
+      const int n = static_cast<int>(ring.size());
+      const drw_pset_t set = {n, arrays.points.data(), arrays.flags.data()};
+      const CPolygon polygon = zelvan::polygon_of(set, 0);
       for (double y = -0.5; y < 5; y += 0.5) {
         for (double x = -0.5; x < 5; x += 0.5) {
-          ASSERT_EQ(polygon.isInside(x, y, 1e9), winds_about(ring, x - 0x1p-10, y + 0x1p-20))
+          const bool is_held = winding(ring, {x - 0x1p-10, y + 0x1p-20}) != 0;
+          ASSERT_EQ(polygon.isInside(x, y, 1e9), is_held)
               << form << ": (" << x << ", " << y << ") in " << testing::PrintToString(ring);
         }
       }

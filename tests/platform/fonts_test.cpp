@@ -11,8 +11,6 @@ Strings played_folders;
 Strings play_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");
 Strings play_folders() { return played_folders; }
 
-namespace {
-
 TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {
   const support::TemporaryFolder folder;
   const std::string deep = "f/d/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/";
@@ -38,5 +36,3 @@ TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {
   EXPECT_EQ(count, 1200) << "more are left out";
   osh_FreeFontFileList(&list);
 }
-
-}  // namespace

@@ -184,9 +184,6 @@ TEST(Operations, ReportWhatFails) {
               {cat, {"read", 1, EIO}},
               {cat, {"write", 1, ENOSPC}},
               {cat, {"close", 2, EIO}},
-              {[] { return osh_mkdir("new"_c) != 0; }, {"mkdir", 1, ENOSPC}},
-              {[] { return osh_chmod("plain"_c, 0444) != 0; }, {"chmod", 1, EPERM}},
-              {[] { return osh_fopen_text("plain"_c, "r"_c) != nullptr; }, {"fopen", 1, EIO}},
               {[] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; }, {"ftruncate", 1, EIO}}};
   for (const auto& [operation, failure] : rows) {
     const World world;
@@ -237,16 +234,6 @@ TEST(Moves, KeepTheOnlyCopyWhenAnAnswerIsRepeated) {
   World world;
   EXPECT_TRUE(support::run_failing(copy_to("other"_c), {{"renameat", 1, ENOENT, true}}));
   EXPECT_EQ(content("other"), "12345") << "a copy over a file";
-}
-
-TEST(OpenBinary, EmptiesNoFileForADescriptorThatDoesNotFit) {
-  const World world;
-  support::lowest_descriptor = 32'768;
-  const Operation empties = [] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; };
-  EXPECT_FALSE(support::run_failing(empties, {}));
-  support::lowest_descriptor = 0;
-  EXPECT_EQ(errno, EMFILE);
-  EXPECT_EQ(content("plain"), "12345");
 }
 
 /// A program at both ends: what it sends waits at the other one until it is fetched.

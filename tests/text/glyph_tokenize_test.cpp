@@ -6,11 +6,9 @@
 #include <gtest/gtest.h>
 #include <support/system.h>
 
-namespace {
-
 using Tokens = std::vector<std::u16string>;
 
-Tokens glyphs(const std::u16string& text) {
+static Tokens glyphs(const std::u16string& text) {
   Tokens all;
   for (const auto& token : GlyphTokenize({text.begin(), text.end()})) {
     all.emplace_back(token.begin(), token.end());
@@ -19,7 +17,7 @@ Tokens glyphs(const std::u16string& text) {
 }
 
 /// Sets the language where the environment has a say; elsewhere tells whether it is this one.
-bool is_language(const char* language) {
+static bool is_language(const char* language) {
   support::set_environment("LC_ALL", language);
   const std::string of_system = support::language();
   return of_system.empty() || of_system == language;
@@ -71,5 +69,3 @@ TEST(GlyphTokenize, AsksTheFirstVariableThatIsNotEmpty) {
     EXPECT_EQ(glyphs(u"漢字").size(), row.by_unit ? 2u : 1u) << row.why;
   }
 }
-
-}  // namespace

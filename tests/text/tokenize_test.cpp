@@ -5,14 +5,12 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 using Wide = zelvan::wide_string;
 using Tokens = std::vector<std::u16string>;
 
-Wide wide(const std::u16string& text) { return Wide(text.begin(), text.end()); }
-std::u16string plain(const Wide& text) { return std::u16string(text.begin(), text.end()); }
-Tokens plain(const std::vector<Wide>& tokens) {
+static Wide wide(const std::u16string& text) { return Wide(text.begin(), text.end()); }
+static std::u16string plain(const Wide& text) { return std::u16string(text.begin(), text.end()); }
+static Tokens plain(const std::vector<Wide>& tokens) {
   Tokens all;
   for (const Wide& token : tokens) all.push_back(plain(token));
   return all;
@@ -58,5 +56,3 @@ TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
     EXPECT_EQ(plain(wtokenize2(wide(row.text), wide(row.delimiters))), row.kept) << row.why;
   }
 }
-
-}  // namespace

@@ -3,20 +3,19 @@
 
 #include <zelvan/zelvan.h>
 
-#include <functional>
+#include "geometry/clip_model.h"
+
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <support/polygon_set.h>
 
 namespace {
 
-const support::Vertices<real_pt_t> star = {
-    {{0, 9}, 1}, {{-6, -8}, 1}, {{9, 3}, 1}, {{-9, 3}, 1}, {{6, -8}, 3}};
-real_rect_t window = {{{-5, -5}, {-5, 5}, {5, 5}, {5, -5}}};
+const Set star = {{{0, 9}, 1}, {{-6, -8}, 1}, {{9, 3}, 1}, {{-9, 3}, 1}, {{6, -8}, 3}};
+const real_rect_t window = {{{-5, -5}, {-5, 5}, {5, 5}, {5, -5}}};
 
 Mtx2D shared_matrix(1.0, 2.0, Mtx2DOrientRot90, 3.0, 4.0, 5.0, 6.0);
 const std::string shared_text = "alpha:1,beta:22,gamma:333";
@@ -24,21 +23,6 @@ const std::string shared_text = "alpha:1,beta:22,gamma:333";
 // Results are plain numbers: making a text of them would go through the locale's atomic counter,
 // and that orders the threads, so that the sanitizer no longer sees what races beside it.
 using Numbers = std::vector<double>;
-
-Numbers clipped(void (*clip)(drw_pset_t*, drw_pset_t*, real_rect_t*)) {
-  support::SetArrays<real_pt_t> in(star);
-  support::SetArrays<real_pt_t> out(200);
-  drw_pset_t source = {static_cast<int>(star.size()), in.points.data(), in.flags.data()};
-  drw_pset_t target = {0, out.points.data(), out.flags.data()};
-  clip(&source, &target, &window);
-  Numbers result;
-  for (const auto& vertex : out.first(target.n_points)) {
-    result.push_back(vertex.point.x);
-    result.push_back(vertex.point.y);
-    result.push_back(vertex.flag);
-  }
-  return result;
-}
 
 Numbers picked(CPickRegion& region) {
   Numbers hits;
@@ -48,42 +32,39 @@ Numbers picked(CPickRegion& region) {
   return hits;
 }
 
-Numbers fields_and_tokens() {
-  Numbers result;
+Numbers fields_of_tokens() {
+  Numbers values;
   zelvan::field_record record;
   for (const std::string& token : tokenize(shared_text, ",:")) {
-    const str_field* const field = zelvan::read_field(token.c_str(), &record);
-    result.push_back(field->value);
-    result.push_back(static_cast<double>(field->length));
+    values.push_back(zelvan::read_field(token.c_str(), &record)->value);
   }
-  return result;
+  return values;
+}
+
+// Four threads do the job 100 times each.
+template <class Job>
+void expect_same_in_each_thread(const char* name, Job job) {
+  const auto expected = job();
+  std::vector<decltype(job())> results(4);
+  std::vector<std::thread> threads;
+  for (auto& result : results) {
+    threads.emplace_back([&] {
+      for (int i = 0; i < 100; ++i) result = job();
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  for (const auto& result : results) EXPECT_EQ(result, expected) << name;
 }
 
 TEST(Threads, ReadSharedObjectsAndWorkOnTheirOwnAtOnce) {
-  double xs[] = {-6.0, 6.0, 0.0};
-  double ys[] = {-6.0, -6.0, 9.0};
-  CPolygon shared_polygon(3, xs, ys);
-  const struct {
-    const char* name;
-    std::function<Numbers()> run;
-  } jobs[] = {
-      {"clipping into rings", [] { return clipped(ClipPolygonSet); }},
-      {"clipping to a view", [] { return clipped(ClipPolygonSetToView); }},
-      {"picking in a polygon", [&] { return picked(shared_polygon); }},
-      {"cutting tokens and reading fields", fields_and_tokens},
-  };
-  for (const auto& job : jobs) {
-    const Numbers expected = job.run();
-    std::vector<Numbers> results(4);
-    std::vector<std::thread> threads;
-    for (Numbers& result : results) {
-      threads.emplace_back([&] {
-        for (int i = 0; i < 100; ++i) result = job.run();
-      });
-    }
-    for (auto& thread : threads) thread.join();
-    for (const Numbers& result : results) EXPECT_EQ(result, expected) << job.name;
-  }
+  DblPt corners[] = {{-6, -6}, {6, -6}, {0, 9}};
+  CPolygon polygon(3, corners);
+  const auto clip = [] { return clipped(ClipPolygonSet, star, window); };
+  const auto clip_to_view = [] { return clipped(ClipPolygonSetToView, star, window); };
+  expect_same_in_each_thread("clipping into rings", clip);
+  expect_same_in_each_thread("clipping to a view", clip_to_view);
+  expect_same_in_each_thread("picking in a polygon", [&] { return picked(polygon); });
+  expect_same_in_each_thread("cutting tokens and reading fields", fields_of_tokens);
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(SwapInPlace, ReversesBytesAtAnyAlignment) {
   std::string text = "-ab1234abcdefgh-";
   tra_swap_2(&text[1]);
@@ -31,5 +29,3 @@ TEST(ReverseBits, SwapsBitZeroWithBitSevenAndSoOn) {
   tra_reverse_bits(2, bytes.data(), bytes.data());
   EXPECT_EQ(bytes, "\x80\x49\x01");
 }
-
-}  // namespace

@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-namespace {
-
-int converted(short code, int character) {
+static int converted(short code, int character) {
   auto byte = static_cast<unsigned char>(character);
   tra_convert_charset(code, 1, &byte, &byte);
   return byte;
@@ -66,5 +64,3 @@ TEST(ConvertCharsetDeathTest, EndsTheProcessOnAnUnknownConversion) {
   EXPECT_EXIT(convert_nothing(), testing::ExitedWithCode(1),
               "^tra_convert_charset: invalid conversion ffffffff\n$");
 }
-
-}  // namespace

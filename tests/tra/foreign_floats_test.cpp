@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 using support::ibm_of;
 using support::ieee_of;
 using support::Word;
@@ -17,7 +15,7 @@ constexpr unsigned short singles = 0xA4, doubles = 0xB8;
 constexpr int to_ibm = 4, to_ieee = 16;
 
 /// Converts a number that is written down as in memory, the byte with the sign first.
-Word converted(int format, unsigned short type, Word number) {
+static Word converted(int format, unsigned short type, Word number) {
   const int unused = type == singles ? 32 : 0;
   Word bytes = __builtin_bswap64(number << unused);
   tra_convert_flpt(format, type, 1, &bytes, &bytes);
@@ -65,5 +63,3 @@ TEST(ConvertFlptDeathTest, ReportsAnUnknownConversionAndReturns) {
   EXPECT_EXIT(convert_nothing(8, doubles), testing::ExitedWithCode(9), line);
   EXPECT_EXIT(convert_nothing(to_ibm, 0x84), testing::ExitedWithCode(9), line);
 }
-
-}  // namespace

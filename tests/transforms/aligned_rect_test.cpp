@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 // The minimum is `p < q ? p : q` and the maximum `q > p ? q : p`.
 TEST(CAlignedRect, SortsTwoCornersOnEachAxis) {
   const auto expect = [](DblPt p, DblPt q, DblPt low, DblPt high, const char* why) {
@@ -33,5 +31,3 @@ TEST(CAlignedRect, HoldsItsEdgesGrownByTheTolerance) {
   expect({0.5, 20.0}, -1.0, false, "a negative tolerance shrinks the box");
   expect({0x1p54 + 12.0, 20.0}, 0x1p54, false, "12 is left; added to the edge it would round up");
 }
-
-}  // namespace

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 constexpr int derived = Mtx2DTypeGeneral, kept = Mtx2DTypeIdentity;
 
 // From a matrix whose type is stale: some steps derive it. The last two have no flat name.
@@ -36,5 +34,3 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
   expect("ShearInX", matrix({1, 2}, {9, 4}, {5, 6}, derived, 3), [](M* m) { m->ShearInX(9); });
   expect("InvertYAxis", matrix({1, 2}, {3, -4}, {5, 9}, kept, 3), [](M* m) { m->InvertYAxis(9); });
 }
-
-}  // namespace

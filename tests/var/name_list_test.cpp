@@ -30,10 +30,6 @@ struct List {
   bool add(const std::string& name, int number) {
     return VarAddNameInfo(&head, name.c_str(), info(number)) != nullptr;
   }
-  bool insert(const std::string& name, int number, int position, const std::string& reference) {
-    return VarInsertNameInfo(&head, name.c_str(), info(number), position, reference.c_str()) !=
-           nullptr;
-  }
   Entries entries() const {
     Entries all;
     for (VarNameInfo* entry = head; entry != nullptr; VarNextListEntry(&entry)) {
@@ -137,7 +133,9 @@ TEST(VarNameList, BehavesLikeAVectorOfPairs) {
         const bool fits = position == 2 ? !model.has_as_written(name)
                                         : !is_there && reference != model.entries.end();
         if (fits) model.entries.insert(reference + (position == 1), {stored, step});
-        ASSERT_EQ(list.insert(name, step, position, other), fits);
+        const char* const inserted =
+            VarInsertNameInfo(&list.head, name.c_str(), List::info(step), position, other.c_str());
+        ASSERT_EQ(inserted != nullptr, fits);
       } else if (operation == 5) {
         ASSERT_EQ(List::number(VarDeleteNameInfo(&list.head, name.c_str())),
                   is_there ? first->second : 0);

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 const VarNameValue table[] = {{"solid", 1}, {"dashed", -1}, {"Solid", 3}, {"dot", 1}, {nullptr, 9}};
 
 TEST(VarLookupInt, ReturnsTheValueOfTheFirstRowOfThatName) {
@@ -44,5 +42,3 @@ TEST(VarLookupString, ReturnsTheNameOfTheFirstRowOfThatValue) {
     EXPECT_STREQ(name, row.name) << row.value;
   }
 }
-
-}  // namespace

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <support/heap.h>
 
-namespace {
-
 TEST(VarNameList, StaysAsItWasWhereTheHeapRefuses) {
   VarNameInfo* list = nullptr;
   VarAddNameInfo(&list, "a", nullptr);
@@ -25,5 +23,3 @@ TEST(VarNameList, StaysAsItWasWhereTheHeapRefuses) {
   EXPECT_EQ(heap::refuse_each(rename, expect_unchanged), 2);
   VarDeleteNameInfo(&list, "a");
 }
-
-}  // namespace

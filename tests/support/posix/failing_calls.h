@@ -101,7 +101,7 @@ enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
     return kind & gives_pointer ? 0 : kind & gives_reason ? why : -1;                          \
   }
 
-REAL(open) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
+CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
 CALL(write, moves) CALL(copy_file_range, waits) CALL(ftruncate, waits) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
 CALL(faccessat) CALL(getxattr) CALL(fgetxattr) CALL(fsetxattr) CALL(fremovexattr)
 CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
@@ -119,16 +119,6 @@ REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
     extern "C" Word __wrap_close(Word fd) {
   EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0) << "is inherited";
   return static_cast<int>(__real_close(fd)) != 0 || call_fails(close_id, true) ? -1 : 0;
-}
-
-// All descriptors below this one are taken. The file is opened, but the number leads nowhere.
-inline int lowest_descriptor = 0;
-extern "C" Word __wrap_open(Word path, Word flags, Word mode) {
-  if (call_fails(open_id, true)) return -1;
-  const int fd = static_cast<int>(__real_open(path, flags, mode));
-  if (!is_armed || fd < 0 || fd >= lowest_descriptor) return fd;
-  __real_close(fd);
-  return lowest_descriptor;
 }
 
 // Other people's disks have nothing to do with the test.
