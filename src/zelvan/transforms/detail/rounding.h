@@ -3,7 +3,6 @@
 
 #include <zelvan/transforms/records.h>
 
-#include <bit>
 #include <cstdint>
 
 namespace zelvan {
@@ -21,10 +20,10 @@ using Pair = double __attribute__((vector_size(16)));
 inline int_pt_t round_to_device(Pair v) {
   using Bits = std::int64_t __attribute__((vector_size(16)));
   using Ints = std::int32_t __attribute__((vector_size(8)));
-  const Bits sign = std::bit_cast<Bits>(v) & INT64_MIN;
-  const Pair half = std::bit_cast<Pair>(sign | std::bit_cast<Bits>(Pair{0.5, 0.5}));
+  const Bits sign = reinterpret_cast<Bits>(v) & INT64_MIN;
+  const Pair half = reinterpret_cast<Pair>(sign | reinterpret_cast<Bits>(Pair{0.5, 0.5}));
   const Pair sum = v + half;
-  const Pair magnitude = std::bit_cast<Pair>(std::bit_cast<Bits>(sum) & INT64_MAX);
+  const Pair magnitude = reinterpret_cast<Pair>(reinterpret_cast<Bits>(sum) & INT64_MAX);
   const Pair fitting = magnitude < 0x1p31 ? sum : Pair{-0x1p31, -0x1p31};
   const Ints rounded = __builtin_convertvector(fitting, Ints);
   return {rounded[0], rounded[1]};
