@@ -37,7 +37,7 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
 
 // Adds the edges between the points to `winding`. Inline, since a call would cost a ring of 4
 // vertices a fifth of its time.
-ZELVAN_AVX2 [[gnu::always_inline]] inline int add_chain(int winding, const DblPt* points,
+[[gnu::always_inline]] ZELVAN_AVX2 inline int add_chain(int winding, const DblPt* points,
                                                         unsigned int n, double x, double y) {
   for (; n > block; points += block, n -= block) {  // one point more than the block: its last end
     std::uint32_t reached = 0;
