@@ -17,6 +17,9 @@ namespace {
 // A shorter ring is asked about as fast edge by edge.
 constexpr unsigned int fewest_for_tree = 128;
 
+// Fewer rings are found as fast one by one.
+constexpr int fewest_for_grid = 6;
+
 // How much of everything a table has.
 struct Sizes {
   int rings = 0;
@@ -96,12 +99,12 @@ void PickTable::append(const Point* from, unsigned int n) {
     ring.box = box_of_chain(to, n);
   } else {
     ring.box = fill_tree(tree, to, n);
-    ring.tree = tree;
+    if (!is_scribble(tree, n, ring.box)) ring.tree = tree;
   }
 }
 
 bool PickTable::finish() {
-  return used.rings == 1 || grid.fill(rings.get(), used.rings, 2 * used.vertices);
+  return used.rings < fewest_for_grid || grid.fill(rings.get(), used.rings, 2 * used.vertices);
 }
 
 template <class Look>
@@ -109,6 +112,13 @@ void PickTable::visit(int first, int last, double x, double y, const Look& look)
   if (used.rings == 1) {
     const int winding = first <= 0 && last >= 1 ? rings[0].winding_number(x, y) : 0;
     if (winding != 0) look(0, winding);
+    return;
+  }
+  if (used.rings < fewest_for_grid) {
+    for (int k = std::max(first, 0); k < std::min(last, used.rings); ++k) {
+      const int winding = rings[k].winding_number(x, y);
+      if (winding != 0 && !look(k, winding)) return;
+    }
     return;
   }
   const std::span<const int> near_by = grid.around(x, y);

@@ -20,6 +20,16 @@ std::size_t span_of_root(std::size_t n) {
   return span;
 }
 
+std::size_t groups_above_last_level(std::size_t n) {
+  std::size_t above = 0;
+  std::size_t in_level = 1;
+  for (std::size_t span = span_of_root(n); span > edges_in_leaf; span /= boxes_in_group) {
+    above += in_level;
+    in_level *= boxes_in_group;
+  }
+  return above;
+}
+
 std::size_t child_of(std::size_t group, std::size_t j) { return boxes_in_group * group + 1 + j; }
 
 // Fills the boxes of a group, the first of which begins at edge `first`, and all groups below.
@@ -68,7 +78,7 @@ struct Question {
     const BoxGroup& boxes = tree[group];
     const unsigned int counting = boxes_that_count(boxes, x, y);
     if (span == edges_in_leaf) {
-      // Of a scribble all boxes hold the point. Its edges are then fastest looked at in one go.
+      // If all boxes hold the point, their edges are fastest looked at in one go.
       const std::size_t count = std::min(boxes_in_group * span, n - first);
       if (all_hold(boxes, (count + span - 1) / span, counting, x)) {
         return winding_of_chain(points + first, static_cast<unsigned int>(count + 1), x, y);
@@ -122,17 +132,25 @@ Box box_of_chain(const DblPt* points, std::size_t n) {
 
 std::size_t groups_in_tree(std::size_t n) {
   constexpr std::size_t edges_in_last_group = edges_in_leaf * boxes_in_group;
-  std::size_t above = 0;
-  std::size_t in_level = 1;
-  for (std::size_t span = span_of_root(n); span > edges_in_leaf; span /= boxes_in_group) {
-    above += in_level;
-    in_level *= boxes_in_group;
-  }
-  return above + (n + edges_in_last_group - 1) / edges_in_last_group;
+  return groups_above_last_level(n) + (n + edges_in_last_group - 1) / edges_in_last_group;
 }
 
 Box fill_tree(BoxGroup* tree, const DblPt* points, std::size_t n) {
   return fill_group(tree, 0, points, n, 0, span_of_root(n));
+}
+
+bool is_scribble(const BoxGroup* tree, std::size_t n, const Box& ring) {
+  const double half_width = (ring.right - ring.left) / 2.0;
+  const double half_height = (ring.top - ring.bottom) / 2.0;
+  std::size_t large_leaves = 0;
+  for (std::size_t i = groups_above_last_level(n); i < groups_in_tree(n); ++i) {
+    for (std::size_t j = 0; j < boxes_in_group; ++j) {
+      const double width = tree[i].right[j] - tree[i].left[j];
+      const double height = tree[i].top[j] - tree[i].bottom[j];
+      large_leaves += width > half_width && height > half_height;
+    }
+  }
+  return large_leaves * edges_in_leaf > n / 2;
 }
 
 int winding_in_tree(const BoxGroup* tree, const DblPt* points, std::size_t n, double x, double y) {

@@ -61,6 +61,9 @@ std::size_t groups_in_tree(std::size_t n);
 /// Returns the box of the ring.
 Box fill_tree(BoxGroup* tree, const DblPt* points, std::size_t n);
 
+/// True if most leaves span more than half of the ring, so that a tree would leave out few edges.
+bool is_scribble(const BoxGroup* tree, std::size_t n, const Box& ring);
+
 /// Returns what `winding_of_ring(points, n, x, y)` does.
 int winding_in_tree(const BoxGroup* tree, const DblPt* points, std::size_t n, double x, double y);
 
