@@ -4,12 +4,13 @@
 /// would return the first.
 #pragma once
 
+#include <zelvan/detail/pair.h>
+
 namespace zelvan {
 
 /// Returns the larger of the two, else the second. In vectors, to stay free of branches: compilers
 /// merge a scalar maximum and minimum of one pair into a branch that the processor mispredicts.
 inline double larger_or_second(double a, double b) {
-  using Pair = double __attribute__((vector_size(16)));
   const Pair first = {a};
   const Pair second = {b};
   return (first > second ? first : second)[0];

@@ -74,7 +74,7 @@ ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& c
   }
   ClipEdges near = 0;
   for (int k = 0; k < 4; ++k) {
-    near |= ClipEdges{side_of_edge(s0, s1, clip.edge_boxes[k]) == 0} << k;
+    near |= ClipEdges{!are_beyond_a_side(clip.edge_boxes[k], s0, s1)} << k;
   }
   return near;
 }
@@ -128,13 +128,13 @@ bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* h
 // Finds all crossings. Only such edges of the subject are tried as come near the rectangle's.
 bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
   hits->end = hits->begin;
-  const Sides closing_beyond = sides_out(clip.outer, outline.points[0]).beyond &
-                               sides_out(clip.outer, outline.points[outline.count - 1]).beyond;
+  const bool closing_edge_is_near =
+      !are_beyond_a_side(clip.outer, outline.points[0], outline.points[outline.count - 1]);
   for (int first = 0; first + 1 < outline.count; first += most_in_edge_set - 1) {
     const int n = std::min(outline.count - first, most_in_edge_set);
     EdgeSet near = near_edges(outline.points + first, n, clip.outer, clip.inner);
     const bool has_closing_edge = first + n == outline.count;
-    if (has_closing_edge && closing_beyond == 0) near |= EdgeSet{1} << (n - 1);
+    if (has_closing_edge && closing_edge_is_near) near |= EdgeSet{1} << (n - 1);
     for (; near != 0; near &= near - 1) {
       const int i = first + std::countr_zero(near);
       if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;

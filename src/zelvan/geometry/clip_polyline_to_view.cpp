@@ -28,9 +28,8 @@ bool are_finite(const real_pt_t* points, int n) {
 // do, and for a short one, preparing the view would take most of the time.
 bool is_beyond_a_side(const real_pt_t* points, int n, const real_rect_t& view) {
   const ClipBox box = box_around(view.corners, 4);
-  const Sides beyond = sides_out(box, points[0]).beyond;
   for (int side = 0; side < 4; ++side) {
-    if (holds(beyond, side) && count_beyond(points, n, box, side) == n) return true;
+    if (count_beyond(points, n, box, side) == n) return true;
   }
   return false;
 }

@@ -1,4 +1,5 @@
 #include <zelvan/detail/extremes.h>
+#include <zelvan/detail/pair.h>
 #include <zelvan/detail/same_point.h>
 #include <zelvan/detail/short_pi.h>
 #include <zelvan/geometry/detail/conic_samples.h>
@@ -9,6 +10,7 @@
 
 using zelvan::is_same_point;
 using zelvan::larger_or_second;
+using zelvan::Pair;
 using zelvan::smaller_or_second;
 
 namespace {
@@ -143,7 +145,6 @@ void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t* max, real_pt
 }
 
 void utl_maxmin_conic(utl_conic_t* conic, real_pt_t* max, real_pt_t* min) {
-  using Pair = double __attribute__((vector_size(16)));  // x and y
   const Pair start = {conic->start.x, conic->start.y};
   const Pair end = {conic->end.x, conic->end.y};
   Pair high = start > end ? start : end;

@@ -1,3 +1,4 @@
+#include <zelvan/detail/pair.h>
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
 #include <zelvan/transforms/detail/rounding.h>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <zelvan/detail/edge_flags.h>
+#include <zelvan/detail/pair.h>
 #include <zelvan/detail/vector_forms.h>
 #include <zelvan/transforms/records.h>
 
@@ -44,7 +45,6 @@ struct SidesOut {
 };
 
 inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
-  using Pair = double __attribute__((vector_size(16)));  // of x and of y
   const Pair v = {p.x, p.y};
   const Pair low = {box.left, box.bottom};
   const Pair high = {box.right, box.top};
@@ -55,6 +55,16 @@ inline SidesOut sides_out(const ClipBox& box, const real_pt_t& p) {
     return static_cast<Sides>(bits[0] | bits[1]);
   };
   return {sides(low > v, v > high), sides(~(v > low), ~(high > v))};
+}
+
+/// True if both points lie strictly beyond the same side of the box.
+inline bool are_beyond_a_side(const ClipBox& box, const real_pt_t& p, const real_pt_t& q) {
+  const Pair v = {p.x, p.y};
+  const Pair w = {q.x, q.y};
+  const Pair low = {box.left, box.bottom};
+  const Pair high = {box.right, box.top};
+  const auto beyond = ((low > v) & (low > w)) | ((v > high) & (w > high));
+  return (beyond[0] | beyond[1]) != 0;
 }
 
 inline bool is_inside(const ClipBox& box, const real_pt_t& p) {

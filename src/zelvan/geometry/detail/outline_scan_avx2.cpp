@@ -100,18 +100,16 @@ inline std::uint32_t of_points(LaneSet lanes) {
 class ClosingFlags {
  public:
   ClosingFlags(const int* edge_flags, int from, int end)
-      : edge_flags_(edge_flags), end_(end), next_block_(from) {}
+      : edge_flags_(edge_flags), end_(end), block_(std::int64_t{from} - 8) {}
 
   // Returns the index of the next one, or the end.
   ZELVAN_AVX2 int next() {
     while (closing_ == 0) {
-      const int left = end_ - next_block_;
-      if (left <= 0) return end_;
-      block_ = next_block_;
-      next_block_ += std::min(left, 8);
-      closing_ = left >= 8 ? closing_of_eight() : closing_of_rest();
+      block_ += 8;
+      if (block_ >= end_) return end_;
+      closing_ = end_ - block_ >= 8 ? closing_of_eight() : closing_of_rest();
     }
-    const int found = block_ + std::countr_zero(closing_);
+    const int found = static_cast<int>(block_) + std::countr_zero(closing_);
     closing_ &= closing_ - 1;
     return found;
   }
@@ -128,7 +126,7 @@ class ClosingFlags {
   }
   unsigned closing_of_rest() const {
     unsigned closing = 0;
-    for (int i = block_; i < end_; ++i) {
+    for (std::int64_t i = block_; i < end_; ++i) {
       closing |= unsigned{is_closing(edge_flags_[i])} << (i - block_);
     }
     return closing;
@@ -136,7 +134,7 @@ class ClosingFlags {
 
   const int* const edge_flags_;
   const int end_;
-  int block_ = 0, next_block_;
+  std::int64_t block_;    // the index of its first flag, which may exceed an int after the end
   unsigned closing_ = 0;  // of the block, those not yet returned: bit k for flag k
 };
 

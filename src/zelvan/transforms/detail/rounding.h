@@ -1,14 +1,12 @@
 /// The library's one rule from real to device integer.
 #pragma once
 
+#include <zelvan/detail/pair.h>
 #include <zelvan/transforms/records.h>
 
 #include <cstdint>
 
 namespace zelvan {
-
-/// The coordinates of a point, x and y, which every compiler computes with at once where it can.
-using Pair = double __attribute__((vector_size(16)));
 
 /// Rounds to whole device units, halves away from zero; INT_MIN if that does not fit 32 bits, and
 /// for what is not a number.
