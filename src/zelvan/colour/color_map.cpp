@@ -10,15 +10,15 @@
 
 namespace {
 
-/// The last answer of GetClosestColor: the colour searched for and what was found. The map isn't
-/// kept. Module state, all zero at load; see the rule for threads in the header.
+/// The last answer of GetClosestColor: the colour searched for and the entry found, but not the
+/// map. Module state, all zero at load; the header has the rule for threads.
 struct {
   int red, green, blue;
   int index;
   int distance;
 } last_answer;
 
-/// Returns `count` black entries; null for none, and when the heap refuses.
+/// Returns `count` black entries; null if `count` is 0 or the heap is exhausted.
 ColorRGB* new_colors(unsigned int count) {
   if (count == 0 || !zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
   return new (std::nothrow) ColorRGB[count];
@@ -36,7 +36,7 @@ unsigned int wrapped_difference(int a, int b) {
 
 unsigned int wrapped_square(unsigned int v) { return v * v; }
 
-/// Three full scales, each squared: as far as two colours of a map can be apart.
+/// Returns the largest squared distance of two colours of a map: three full scales, each squared.
 unsigned int farthest(unsigned int max_value) { return 3 * wrapped_square(max_value); }
 
 unsigned int absolute_difference(int a, int b) {
@@ -44,17 +44,18 @@ unsigned int absolute_difference(int a, int b) {
   return static_cast<int>(difference) < 0 ? 0 - difference : difference;
 }
 
-/// The distance that is reported, the mean absolute difference of the channels. No third lies at a
-/// half, so one more than the sum is rounded by cutting off. A mean that doesn't fit, of channels
-/// at both ends of the range, wraps to the smallest `int`, as a truncated double would give it.
+/// Returns the mean absolute difference of the channels, the distance that is reported. No third
+/// ends in a half, so adding one to the sum before the integer division rounds correctly. A mean
+/// that doesn't fit wraps to the smallest `int`, as a truncated double would; channels at both ends
+/// of the range lead to it.
 int mean_difference(const ColorRGB& a, const ColorRGB& b) {
   const auto sum = std::uint64_t{absolute_difference(a.red, b.red)} +
                    absolute_difference(a.green, b.green) + absolute_difference(a.blue, b.blue);
   return static_cast<int>((sum + 1) / 3);
 }
 
-/// Returns `map`, hidden from the optimiser: it takes for granted that `this` is not null, and
-/// would remove a test for that.
+/// Returns `map`, hidden from the optimiser: it assumes that `this` is not null, and would remove a
+/// test for null.
 const ColorMap* hide_from_optimiser(const ColorMap* map) {
   asm("" : "+r"(map));
   return map;
@@ -73,7 +74,7 @@ zelvan::Closest zelvan::closest_to_beat(const ColorMap& map) {
 
 int zelvan::closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
                            int* distance) {
-  const ColorRGB key = target;  // which may lie where the distance goes
+  const ColorRGB key = target;  // a copy: writing `*distance` may overwrite the target
   const int index = static_cast<int>(found.index);
   const int reported = map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], key);
   *distance = reported;

@@ -8,16 +8,16 @@ namespace {
 
 bool is_in_unit_range(float channel) { return !(channel < 0.0f || channel > 1.0f); }
 
-/// A channel of 0 to 1 on a scale from 0 to `scale`. Halves go up.
+/// Converts a channel of 0 to 1 to the scale from 0 to `scale`. Halves are rounded up.
 int quantise(double channel, int scale) { return zelvan::truncate_to_int(channel * scale + 0.5); }
 
-/// An angle in degrees, from 0 up to but not including 360.
+/// Returns an angle in degrees, from 0 up to but not including 360.
 double wrapped_hue(double hue) {
   if (hue >= 0.0 && hue < 360.0) return hue;
   if (!std::isfinite(hue)) return 0.0;
   const double rest = std::fmod(hue, 360.0);
   const double wrapped = rest < 0.0 ? rest + 360.0 : rest;
-  return wrapped < 360.0 ? wrapped : 0.0;  // a rest just below 0 rounds up to 360
+  return wrapped < 360.0 ? wrapped : 0.0;  // a remainder just below 0 rounds up to 360
 }
 
 /// Packs three channels, the first into the low bits. Channels are not masked.
@@ -71,8 +71,8 @@ void ColorRGB::HsvToRgb(ColorHSV* hsv, int scale) {
   };
   if (!(s > 0.0)) return set(v, v, v);
 
-  // The colour wheel has six sectors. In each, one channel is the value, one the least, and the
-  // third rises or falls with the place f in the sector.
+  // The colour wheel has six sectors. In each, one channel is the value, one is the smallest, and
+  // the third rises or falls with f, the position in the sector.
   const double x = wrapped_hue(hsv->hue) / 60.0;
   const int sector = static_cast<int>(x);
   const double f = x - sector;
@@ -107,7 +107,7 @@ void ColorRGB::RgbToHsv(int scale, ColorHSV* hsv) {
   hsv->hue = 0.0f;
   if (d == 0.0) return;
 
-  float sector = 0.0f;  // rounded here, between the sum and the product: results rest on it
+  float sector = 0.0f;  // a `float`: this rounding is part of the result
   if (max == r) {
     sector = static_cast<float>((g - b) / d);
   } else if (max == g) {

@@ -21,7 +21,7 @@ constexpr std::uint32_t number_of_color(int red, int green, int blue) {
   return static_cast<std::uint32_t>(red << 16 | green << 8 | blue);
 }
 
-/// The same for all ways of writing a name, and another for each name of the table.
+/// Returns a hash of a name without regard to case; no two names of the table share one.
 constexpr std::uint32_t number_of_name(const char* name) {
   std::uint32_t number = 0;
   for (; *name != '\0'; ++name) {
@@ -30,13 +30,14 @@ constexpr std::uint32_t number_of_name(const char* name) {
   return number;
 }
 
-/// A hash table of row numbers, three quarters empty, made by the compiler. A row whose slot is
-/// taken goes into the next free one, so a search ends at an empty slot.
+/// A hash table of row numbers, three quarters empty, built at compile time. Collisions are
+/// resolved by linear probing: a row goes into the next free slot, and a search ends at an empty
+/// one.
 class Index {
  public:
   static constexpr std::uint16_t no_row = 0xFFFF;
 
-  /// Finds rows by what `number_of_row` returns for them: of rows with one number, the first.
+  /// Indexes rows by the result of `number_of_row`: of rows with equal numbers, the first.
   template <class NumberOfRow>
   constexpr explicit Index(NumberOfRow number_of_row) {
     for (std::uint16_t row = 0; row < row_count; ++row) {
@@ -65,7 +66,7 @@ class Index {
   };
 
   static constexpr std::size_t slot_of(std::uint32_t number) {
-    return number * 0x9E3779B9u >> 20;  // the golden ratio spreads numbers that are close together
+    return number * 0x9E3779B9u >> 20;  // golden-ratio hashing spreads close numbers
   }
   static constexpr std::size_t next(std::size_t slot) { return (slot + 1) % slot_count; }
 
@@ -87,7 +88,7 @@ enum ColorModel { model_rgb, model_hsv, model_name };
 constexpr VarNameValue color_models[] = {
     {"RGB", model_rgb}, {"HSV", model_hsv}, {"Name", model_name}, {nullptr, 0}};
 
-/// Sets `color` by a text whose fields `next_field` reads. Returns 1, or 0 where `SetValue`
+/// Sets `color` from a text whose fields `next_field` reads. Returns 1, or 0 where `SetValue`
 /// refuses.
 template <class NextField>
 unsigned short set_by_fields(ColorRGB* color, NextField next_field) {
@@ -110,7 +111,7 @@ unsigned short set_by_fields(ColorRGB* color, NextField next_field) {
                             : color->SetHSVColor(operands[0], operands[1], operands[2]);
 }
 
-/// True if the bits of all channels together make a number from 0 to 255.
+/// True if every channel is from 0 to 255: no bit above the low eight is set in any.
 bool are_channels(int red, int green, int blue) { return ((red | green | blue) & ~0xFF) == 0; }
 
 }  // namespace

@@ -6,9 +6,9 @@
 
 namespace zelvan {
 
-/// True if `count` elements may fit into one block of memory. Test this before asking the heap.
+/// True if an array of `count` elements may fit into memory. Test this before asking the heap.
 ///
-/// A larger count times the size of an element can wrap, with 32 bits above all, and `malloc` would
+/// With a larger count the size in bytes can wrap, most easily with 32 bits, and `malloc` would
 /// return a block that is too small. gcc's `new (std::nothrow)` throws instead of returning null.
 template <class T>
 constexpr bool is_possible_array(std::size_t count) {

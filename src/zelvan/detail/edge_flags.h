@@ -1,4 +1,4 @@
-/// What the edge flags of a polygon set say.
+/// Tests of the edge flags of a polygon set.
 #pragma once
 
 #include <zelvan/transforms/records.h>

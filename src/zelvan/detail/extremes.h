@@ -1,4 +1,4 @@
-/// The larger and the smaller of two values, where zeros of opposite sign and NaN are interface.
+/// The larger and the smaller of two values, with a fixed result for signed zeros and NaN.
 ///
 /// Both return the second value if the two are equal or one is not a number. std::max and std::min
 /// would return the first.
@@ -8,15 +8,15 @@
 
 namespace zelvan {
 
-/// Returns the larger of the two, else the second. In vectors, to stay free of branches: compilers
-/// merge a scalar maximum and minimum of one pair into a branch that the processor mispredicts.
+/// Returns the larger of the two, or `b` if neither is larger. Branch-free maximum: compilers merge
+/// a scalar maximum and minimum of one pair into a branch that the processor mispredicts.
 inline double larger_or_second(double a, double b) {
   const Pair first = {a};
   const Pair second = {b};
   return (first > second ? first : second)[0];
 }
 
-/// Returns the smaller of the two, else the second.
+/// Returns the smaller of the two, or `b` if neither is smaller.
 inline double smaller_or_second(double a, double b) { return a < b ? a : b; }
 
 }  // namespace zelvan

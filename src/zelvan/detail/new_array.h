@@ -1,4 +1,4 @@
-/// Arrays that are owned, made without exceptions.
+/// Owned arrays, allocated without exceptions.
 #pragma once
 
 #include <zelvan/detail/array_size.h>
@@ -9,7 +9,8 @@
 
 namespace zelvan {
 
-/// Returns an array of `count` elements, numbers being 0; null if it is refused or can't exist.
+/// Returns an array of `count` elements, numbers set to 0; null if the heap refuses or the size
+/// overflows.
 template <class T>
 std::unique_ptr<T[]> new_array(std::size_t count) {
   return std::unique_ptr<T[]>(is_possible_array<T>(count) ? new (std::nothrow) T[count]()

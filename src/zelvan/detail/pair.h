@@ -1,9 +1,9 @@
-/// Two numbers at once.
+/// Two numbers in one vector.
 #pragma once
 
 namespace zelvan {
 
-/// Two numbers, mostly x and y, that compilers compute with at once where the processor can.
+/// Two numbers, mostly x and y, on which compilers use vector instructions where they exist.
 using Pair = double __attribute__((vector_size(16)));
 
 }  // namespace zelvan

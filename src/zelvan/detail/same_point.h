@@ -1,9 +1,9 @@
-/// When two points are one.
+/// Equality of points.
 #pragma once
 
 namespace zelvan {
 
-/// True if both coordinates compare equal: zeros of opposite sign do, and NaN does not.
+/// True if both coordinates compare equal: 0.0 equals -0.0, and NaN equals nothing.
 template <class Point>
 constexpr bool is_same_point(const Point& a, const Point& b) {
   return a.x == b.x && a.y == b.y;

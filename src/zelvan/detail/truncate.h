@@ -1,4 +1,4 @@
-/// From a real number to an `int`.
+/// Conversion of a real number to an `int`.
 #pragma once
 
 #include <climits>
@@ -6,9 +6,10 @@
 
 namespace zelvan {
 
-/// Cuts the fraction off; returns INT_MIN if that does not fit, or for what is not a number.
+/// Truncates towards zero; returns INT_MIN if the result doesn't fit or the value is a NaN.
 inline int truncate_to_int(double v) {
-  // False for NaN as well. From -2^31 down to -2^31 - 1 the number fits, and INT_MIN is right.
+  // False for NaN as well. From -2^31 down to above -2^31 - 1 the result is INT_MIN, which is
+  // right.
   const bool is_smaller = std::fabs(v) < 0x1p31;
   return is_smaller ? static_cast<int>(v) : INT_MIN;
 }

@@ -9,14 +9,14 @@
 ///
 ///     return with_best_form([=](auto form) { return sum(form, values, n); });
 ///
-/// All forms of a kernel produce the same bits, so nothing but the time depends on the choice. It
-/// is made once, when the library is loaded, and by the processor alone; a call before that runs
-/// the plain form.
+/// All forms of a kernel produce the same bits, so the choice affects only the time. It depends on
+/// the processor alone and is made once, when the library is loaded; a call before that runs the
+/// plain form.
 #pragma once
 
 namespace zelvan {
 
-/// The form for every processor, and the judge of the others.
+/// The form for every processor; every other form must produce its results.
 struct Plain {
   static constexpr const char* name = "plain";
 };
@@ -39,8 +39,8 @@ struct FormList {};
 /// The vector forms for this kind of processor, the preferred one first.
 #if defined(__x86_64__)
 using VectorForms = FormList<Avx2>;
-/// Marks a function that may contain AVX2 instructions. No other function may, so that none of a
-/// header gets them, which the linker could then choose for all of the library.
+/// Marks a function that may contain AVX2 instructions. No other function may: the linker could
+/// choose an inline function of a header, compiled with them, for the whole library.
 #define ZELVAN_AVX2 __attribute__((target("avx2")))
 #elif defined(__aarch64__)
 using VectorForms = FormList<Neon>;

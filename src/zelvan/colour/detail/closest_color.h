@@ -13,14 +13,14 @@ struct Closest {
   unsigned int index;  ///< the entry
 };
 
-/// Takes the entry for `best` if it is closer, or as close and before it in the map.
+/// Replaces `best` by the entry if that is closer, or as close and earlier in the map.
 inline void take_closer(float distance, unsigned int index, Closest& best) {
   const bool is_ahead = distance == best.distance && index < best.index;
   if (distance < best.distance || is_ahead) best = {distance, index};
 }
 
-/// Looks through the entries from `from` up to but not including `to`. An entry at distance 0 ends
-/// the search; any other takes the place of `best` if it is closer.
+/// Searches the entries from `from` up to but not including `to`. An entry at distance 0 ends the
+/// search; any other replaces `best` if it is closer.
 Closest find_closest(Plain, const ColorRGB* colors, unsigned int from, unsigned int to,
                      const ColorRGB& target, Closest best);
 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned int to,
@@ -30,11 +30,11 @@ Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned i
 /// does not count.
 Closest find_closest(const ColorMap& map, const ColorRGB& target, Closest best);
 
-/// Returns what a search has to beat when it begins: one more than entries of the map can be apart.
+/// Returns the bound with which a search begins: one more than the largest distance of two entries.
 Closest closest_to_beat(const ColorMap& map);
 
-/// Returns the answer of `ColorMap::GetClosestColor` once the entry is found: its index, and in
-/// `*distance` the distance that is reported. Stores both as the last answer, which it never reads.
+/// Returns the result of `ColorMap::GetClosestColor` for the entry found: its index, and in
+/// `*distance` the reported distance. Stores both as the last answer, which it never reads.
 int closest_answer(const ColorMap& map, const ColorRGB& target, const Closest& found,
                    int* distance);
 

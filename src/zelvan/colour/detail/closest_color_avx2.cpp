@@ -1,6 +1,6 @@
-// Each lane keeps the best of every eighth entry; where lanes are equal at the end, the lowest
-// index is the one that a walk finds first. The last step goes back to a whole eight: an entry that
-// is looked at twice is no closer the second time.
+// Each lane keeps the best of every eighth entry. If lanes tie at the end, the lowest index wins,
+// as in a sequential search. The last step moves back to a whole block of eight; comparing an entry
+// twice changes nothing.
 
 #include <zelvan/colour/detail/closest_color.h>
 
@@ -12,7 +12,7 @@
 namespace zelvan {
 namespace {
 
-/// Four channels from `first` on, and four of the entries that are four places on.
+/// Loads four channels from `first` on, and four from the entry that is four entries later.
 ZELVAN_AVX2 __m256 channels(const int* first) {
   const auto* low = reinterpret_cast<const __m128i*>(first);
   const auto* high = reinterpret_cast<const __m128i*>(first + 4 * 3);
@@ -21,7 +21,7 @@ ZELVAN_AVX2 __m256 channels(const int* first) {
   return _mm256_castsi256_ps(both);
 }
 
-/// The lowest of the eight, in every lane.
+/// Returns the minimum of the eight lanes, in every lane.
 ZELVAN_AVX2 __m256 lowest(__m256 v) {
   v = _mm256_min_ps(v, _mm256_permute2f128_ps(v, v, 1));
   v = _mm256_min_ps(v, _mm256_permute_ps(v, _MM_SHUFFLE(1, 0, 3, 2)));
@@ -48,8 +48,8 @@ ZELVAN_AVX2 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from
 
   for (unsigned int next = from; next < to; next += 8) {
     const unsigned int i = std::min(next, to - 8);
-    // Twelve channels in each half, r g b r | g b r g | b r g b, sorted into reds, greens and
-    // blues.
+    // Each half holds twelve channels, r g b r | g b r g | b r g b. They are sorted into reds,
+    // greens and blues.
     const __m256 a = channels(&colors[i].red);
     const __m256 b = channels(&colors[i + 1].green);
     const __m256 c = channels(&colors[i + 2].blue);
@@ -64,7 +64,7 @@ ZELVAN_AVX2 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from
     const __m256 db = _mm256_cvtepi32_ps(_mm256_sub_epi32(blue, target_blue));
     const __m256 sum = _mm256_add_ps(_mm256_add_ps(_mm256_mul_ps(dg, dg), _mm256_mul_ps(dr, dr)),
                                      _mm256_mul_ps(db, db));
-    // A negative red makes a NaN of the distance, which is neither 0 nor less than anything.
+    // A negative red turns the distance into a NaN, which is neither 0 nor less than anything.
     const __m256 distance = _mm256_or_ps(sum, _mm256_castsi256_ps(_mm256_srai_epi32(red, 31)));
 
     const int exact = _mm256_movemask_ps(_mm256_cmp_ps(distance, _mm256_setzero_ps(), _CMP_EQ_OQ));
@@ -77,7 +77,8 @@ ZELVAN_AVX2 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from
     lane_indices = _mm256_blendv_epi8(lane_indices, indices, _mm256_castps_si256(closer));
   }
 
-  // The lowest index of those at the lowest distance; in the other lanes stands the largest index.
+  // Choose the lowest index among the lanes at the least distance. The others get the largest
+  // index.
   const __m256 distance = lowest(lane_distances);
   const __m256 farther = _mm256_cmp_ps(lane_distances, distance, _CMP_NEQ_OQ);
   const __m256i index = lowest(_mm256_or_si256(lane_indices, _mm256_castps_si256(farther)));

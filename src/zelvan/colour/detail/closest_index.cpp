@@ -7,17 +7,17 @@
 namespace zelvan {
 namespace {
 
-// Up to here the sum of three squared differences is a whole number that a float holds exactly.
+// Up to this channel, a `float` holds the sum of three squared differences exactly.
 constexpr int largest_channel = 2047;
 
-// Each count stands two places after its green, so that the sums are the first places in the end.
+// Each count is stored two places after its green, so that the prefix sums become start indices.
 constexpr int n_counts = largest_channel + 1 + 2;
 
-// Below either, the searches cost less than the sorting.
+// With fewer searches or entries than these, sorting costs more than it saves.
 constexpr unsigned int fewest_searches = 32;
 constexpr unsigned int fewest_entries = 64;
 
-// The greens at the ends of the table are farther away than any entry with all its channels.
+// Sentinel greens at the ends of the table, farther away than any entry with all its channels.
 constexpr float below_all = -16'000.0f;
 constexpr float above_all = 16'000.0f;
 
@@ -46,14 +46,14 @@ void put(ColorBlock* blocks, unsigned int place, const FloatColor& color, unsign
 ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(map) {
   if (searches < fewest_searches || map.map_size < fewest_entries) return;
   if (map.max_value > largest_channel) return;
-  const unsigned int n_filled = map.map_size / ColorBlock::size + 1;  // the last not to its end
-  const unsigned int n_blocks = n_filled + 2;                         // with one more at each end
+  const unsigned int n_filled = map.map_size / ColorBlock::size + 1;  // the last is partly filled
+  const unsigned int n_blocks = n_filled + 2;                         // a sentinel at each end
   if (!is_possible_array<ColorBlock>(n_blocks)) return;
   first_.reset(new (std::nothrow) unsigned int[n_counts]());
   std::unique_ptr<ColorBlock[]> blocks(new (std::nothrow) ColorBlock[n_blocks]);
   if (first_ == nullptr || blocks == nullptr) return;
 
-  // A counting sort, which keeps entries of one green in their order.
+  // A stable counting sort by green: entries of equal green keep their order.
   for (unsigned int i = 1; i < map.map_size; ++i) {
     if (map.colors[i].red < 0) continue;
     if (!is_exact(map.colors[i])) return;

@@ -8,22 +8,24 @@
 
 namespace zelvan {
 
-/// Neighbours among the entries of a map when they are sorted by green, channel by channel.
+/// Eight entries of a map that follow each other when sorted by green, stored channel by channel.
 struct ColorBlock {
   static constexpr unsigned int size = 8;
   float red[size], green[size], blue[size];
   unsigned int index[size];  ///< in the map
 };
 
-/// The same colour in `float`, which holds every distance between exact channels exactly.
+/// A colour in `float`. Distances between channels of 0 to 2047 are exact.
 struct FloatColor {
   float red, green, blue;
 };
 
-/// Goes from the block at `start` to higher and to lower greens by turns, so that what one side
-/// finds soon ends the search on the other: each side ends where green alone is farther away than
-/// the best entry so far. Blocks that are just as far are looked at: with a lower index an entry
-/// there is the answer. Calls `look(block, best)`.
+/// Searches blocks from `start` outwards, alternating between higher and lower greens. Calls
+/// `look(block, best)`.
+///
+/// Each direction ends where green alone is farther away than the best entry so far. A close entry
+/// found in one direction so ends the other early. Blocks at exactly the best distance are searched
+/// too, since they may hold an equally close entry with a lower index.
 template <class Look>
 [[gnu::always_inline]] inline Closest walk_blocks(const ColorBlock* start, const FloatColor& target,
                                                   Closest best, const Look& look) {
@@ -41,27 +43,29 @@ template <class Look>
   return best;
 }
 
-/// The entry closest to `target` among the blocks around `start`, or `best` if none is closer.
+/// Returns the entry closest to `target` in the blocks around `start`, or `best` if none is closer.
 Closest closest_around(Plain, const ColorBlock* start, const FloatColor& target, Closest best);
 Closest closest_around(Avx2, const ColorBlock* start, const FloatColor& target, Closest best);
 
-/// The entries of a map sorted by their green, so that a search can end where green alone is
-/// farther away than the best entry so far. Each search gives what one through the whole map
-/// gives, ties included.
+/// The entries of a map sorted by green, so that a search can end early.
+///
+/// A search ends where green alone is farther away than the best entry so far. It returns what a
+/// search through the whole map returns, ties included.
 class ClosestIndex {
  public:
-  /// For so many searches. Each goes through the whole map where sorting it doesn't pay, where the
-  /// heap refuses, and where the scale or a channel is so large that a distance might be rounded.
-  /// The map stays as it is for as long as this lives.
+  /// Prepares for the given number of searches. Each searches the whole map if sorting doesn't pay,
+  /// if the heap is exhausted, or if the scale or a channel is so large that a distance might be
+  /// rounded. Requires: the map outlives this object and does not change.
   ClosestIndex(const ColorMap& map, unsigned int searches);
 
-  /// Entry 0 and unset ones are left out; `best` is what there is to beat.
+  /// Returns the entry closest to `target`, or `best` if none is closer. Skips entry 0 and unset
+  /// ones.
   Closest find(const ColorRGB& target, Closest best) const;
 
  private:
   const ColorMap& map_;
-  std::unique_ptr<unsigned int[]> first_;  ///< by green: the first place of it and larger ones
-  std::unique_ptr<ColorBlock[]> blocks_;   ///< with one more at each end; null if not usable
+  std::unique_ptr<unsigned int[]> first_;  ///< for each green, the first place not below it
+  std::unique_ptr<ColorBlock[]> blocks_;   ///< with a sentinel block at each end; null if unusable
 };
 
 }  // namespace zelvan

@@ -1,5 +1,5 @@
-// A block is one vector of each channel. Only its entries that are as close as the best so far, few
-// in all, are looked at one by one.
+// A block is one vector of each channel. Only the few entries at least as close as the best so far
+// are compared one by one.
 
 #include <zelvan/colour/detail/closest_index.h>
 

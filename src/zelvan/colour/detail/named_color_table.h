@@ -11,8 +11,8 @@ struct NamedColor {
   const char* name;
 };
 
-/// All of them, in an order that carries meaning: of the names of one colour, the first is the
-/// one that a colour is called by. No two names are equal, even without regard to case.
+/// All named colours. The order matters: of several names of one colour, the first is the one that
+/// is reported. No two names are equal, even without regard to case.
 inline constexpr NamedColor named_colors[] = {
     // Single names.
     {0xFF, 0xFA, 0xFA, "snow"},
