@@ -1,18 +1,20 @@
 /// How names leave the library.
 ///
-/// The library is built with hidden visibility, so what carries none of these marks stays
-/// inside. `exports.txt` beside this file lists every name that leaves, and a test compares
-/// it with the built library: a new public name needs its mark here and its line there.
+/// The library is built with hidden visibility: only names that carry one of these marks are
+/// exported. `exports.txt` beside this file lists them all, and a test compares it with the built
+/// library. So a new public name needs its mark here and its line there.
 #pragma once
 
 /// Marks a class or function as part of the interface.
 #define ZELVAN_API __attribute__((visibility("default")))
 
-/// The same for a flat function that is found by its bare name.
+/// Marks a flat function as part of the interface, exported under its bare C name.
 #define ZELVAN_C_API extern "C" ZELVAN_API
 
-/// Marks a function that only stores or compares and is inline for the caller's speed.
-/// While the shared library itself is built, its symbol is made as well, for those who look it up.
+/// Marks an inline function of the interface that only stores or compares.
+///
+/// It is inline for the caller's speed. While the shared library itself is built, its symbol is
+/// exported as well, for callers that look it up by name.
 #ifdef ZELVAN_BUILDING_LIBRARY
 #define ZELVAN_INLINE_API __attribute__((visibility("default"), used))
 #else

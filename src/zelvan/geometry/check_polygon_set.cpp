@@ -8,7 +8,7 @@
 
 namespace {
 
-// The caller's text. Every method that finds a fault returns false and leaves its reason there.
+// The reason, in the caller's buffer. A method that finds a fault writes it and returns false.
 class Check {
  public:
   Check(char* reason, int size) : reason_(reason), size_(reason != nullptr ? size : 0) {
@@ -72,8 +72,8 @@ bool Check::accepts(const real_rect_t& rect) {
     turns[k] = zelvan::orientation_sign(corners[before], corners[k], corners[after]);
     if (turns[k] == 0) return refuse("corners %d, %d and %d are in line", before, k, after);
   }
-  // A ring that crosses itself turns to one side at two neighbours and to the other at the next
-  // two.
+  // A ring that crosses itself turns to one side at two neighbouring corners and to the other side
+  // at the other two.
   const int sum = turns[0] + turns[1] + turns[2] + turns[3];
   if (sum == 0) {
     const int first = turns[1] == turns[2] ? 1 : 2;

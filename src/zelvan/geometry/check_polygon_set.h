@@ -1,4 +1,4 @@
-/// Why polygons disappear: a check of sets and rectangles before they are clipped and mapped.
+/// Checks of sets and rectangles before they are clipped and mapped: why polygons disappear.
 #pragma once
 
 #include <zelvan/export.h>
@@ -7,8 +7,8 @@
 /// Returns 1 if `set` and `rect` can be clipped and mapped, else 0 with the first fault in
 /// `reason`.
 ///
-/// Faults of a set. Vertices are checked in order, the flag of each before its coordinates, and
-/// closing flags at the end:
+/// Faults of a set. Vertices are checked in order, each one's flag before its coordinates. Closing
+/// flags are checked last:
 ///
 ///     the count of vertices is -1       or any other below 0
 ///     the set has no points             the pointer is null, and the count is above 0
@@ -19,7 +19,7 @@
 ///     no closing flag after vertex 3    so the vertices after it are ignored
 ///
 /// Faults of a rectangle, which may be turned, or be any other convex shape of four corners. They
-/// are looked for in this order:
+/// are checked in this order:
 ///
 ///     corner 2 is not finite
 ///     corners 2 and 3 are the same

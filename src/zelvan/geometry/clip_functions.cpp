@@ -3,7 +3,7 @@
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
 
-// The casts are for operations that are exported without const and only read.
+// The casts remove const: the operations are exported without it, but only read their input.
 
 void zelvan_clip_polygon_set(const drw_pset_t* source, drw_pset_t* target,
                              const real_rect_t* rect) {

@@ -1,7 +1,7 @@
 /// The clipping operations for callers that reach the library by flat names.
 ///
-/// Each function calls the operation that its comment names; the header of that operation states
-/// rules, limits and the room for the result. Input is const, so C++ calls them with const sets as
+/// Each function calls the operation that its comment names; the header of that operation has the
+/// rules, the limits and the room for the result. Input is const, so C++ can pass const sets as
 /// well.
 #pragma once
 

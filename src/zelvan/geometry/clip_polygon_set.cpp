@@ -14,23 +14,23 @@ namespace zelvan {
 
 namespace {
 
-// Edges whose vectors differ by less than this on both axes count as parallel, and a crossing
-// at the very start of an edge is moved this far along it.
+// Edges whose vectors differ by less than this in x and in y count as parallel. A crossing at the
+// very start of an edge is moved along it by this share of its length.
 constexpr double epsilon = 1.1920928955078125e-07;
 
-// A determinant within this of zero belongs to parallel edges.
+// A determinant of at most this magnitude means parallel edges.
 constexpr double tiny = 1.1754943508222875e-38;
 
-// A set of edges of the clip ring: bit k stands for the one from corner k.
+// A set of edges of the clip ring: bit k stands for the edge from corner k.
 using ClipEdges = unsigned;
 
-// The rectangle, and the boxes by which most edges of a subject are told to be rejected.
+// The rectangle, and boxes that reject most edges of a subject early.
 struct ClipRect {
-  real_pt_t corners[5];  // the first once more
+  real_pt_t corners[5];  // the first one again at the end
   ClipBox edge_boxes[4];
   bool is_upright;
   ClipBox outer, inner;    // all edges of the rectangle lie between them
-  ClipEdges edges_on[16];  // of an upright rectangle: those that are these sides of the outer box
+  ClipEdges edges_on[16];  // only if upright: the edges on a set of sides of the outer box
 
   explicit ClipRect(const real_rect_t& rect)
       : is_upright(zelvan::is_upright(rect)),
@@ -49,7 +49,8 @@ struct ClipRect {
   }
 };
 
-// Appends to the ring at the end of the target. No flag closes it before it is complete.
+// Appends to the ring at the end of the target. No closing flag is written before the ring is
+// complete.
 void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
   target->points[target->n_points] = p;
   target->edge_flags[target->n_points] =
@@ -57,16 +58,16 @@ void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
   ++target->n_points;
 }
 
-// The side of the box around a clip edge beyond which the whole subject edge lies, if there is one:
-// of two the left or right one.
+// Returns the side of the box around a clip edge beyond which the whole subject edge lies, or 0. If
+// it lies beyond two sides, returns the left or right one.
 Sides side_of_edge(const real_pt_t& s0, const real_pt_t& s1, const ClipBox& edge_box) {
   const Sides sides = sides_out(edge_box, s0).beyond & sides_out(edge_box, s1).beyond;
   const Sides left_or_right = sides & (1u << left_side | 1u << right_side);
   return left_or_right != 0 ? left_or_right : sides;
 }
 
-// The edges of the clip ring that a subject edge does not lie to one side of. Requires: it does not
-// lie to one side of the outer box either.
+// Returns the edges of the clip ring that a subject edge may cross: it does not lie to one side of
+// their boxes. Requires: it does not lie to one side of the outer box either.
 ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& clip) {
   if (clip.is_upright) {
     const SidesOut out0 = sides_out(clip.outer, s0), out1 = sides_out(clip.outer, s1);
@@ -79,8 +80,8 @@ ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& c
   return near;
 }
 
-// True when the edges cross, both ends of each included, with the place in `hit`. A NaN gets past
-// the comparisons: the place of the crossing is then NaN, as the arithmetic has it.
+// Returns true if the edges cross, and stores the crossing in `hit`. The ends of both edges count.
+// A NaN passes the comparisons; the crossing is then NaN as well.
 bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0,
                    const real_pt_t& c1, ClipHit* hit) {
   const double dxs = s1.x - s0.x;
@@ -105,12 +106,13 @@ bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0
   return true;
 }
 
-// Appends the crossings of the subject's edge from vertex `i` on. False when the heap refuses.
+// Appends the crossings of the subject's edge that begins at vertex `i`. Returns false if the heap
+// is exhausted.
 bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* hits,
                        ClipArena* arena) {
   const real_pt_t& s0 = outline.points[i];
   const real_pt_t& s1 = outline.points[i + 1 == outline.count ? 0 : i + 1];
-  int n = 0;  // of this edge
+  int n = 0;  // crossings of this edge so far
   for (ClipEdges near = edges_near(s0, s1, clip); near != 0; near &= near - 1) {
     const int k = std::countr_zero(near);
     if (!hits->make_room(arena)) return false;
@@ -125,7 +127,7 @@ bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* h
   return true;
 }
 
-// Finds all crossings. Only such edges of the subject are tried as come near the rectangle's.
+// Finds all crossings. Tries only the edges of the subject that come near edges of the rectangle.
 bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
   hits->end = hits->begin;
   const bool closing_edge_is_near =
@@ -143,7 +145,7 @@ bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena*
   return true;
 }
 
-// True when edges of the outline lie on opposite sides of clip edges.
+// Returns true if edges of the outline lie on opposite sides of clip edges.
 bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
   constexpr Sides left_and_right = 1u << left_side | 1u << right_side;
   constexpr Sides bottom_and_top = 1u << bottom_side | 1u << top_side;
@@ -152,7 +154,7 @@ bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
     const real_pt_t& s0 = outline.points[i];
     const bool is_last = i + 1 == outline.count;
     const real_pt_t& s1 = outline.points[is_last ? 0 : i + 1];
-    if (!is_last && is_same_point(s0, s1)) continue;  // a repeat, and no vertex of the ring
+    if (!is_last && is_same_point(s0, s1)) continue;  // a repeated vertex is not part of the ring
     for (const ClipBox& box : clip.edge_boxes) sides |= side_of_edge(s0, s1, box);
     if ((sides & left_and_right) == left_and_right || (sides & bottom_and_top) == bottom_and_top) {
       return true;
@@ -161,7 +163,7 @@ bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
   return false;
 }
 
-// True if some vertex differs from the first.
+// Returns true if some vertex differs from the first.
 bool has_two_vertices(const Outline& outline) {
   return std::any_of(outline.points + 1, outline.points + outline.count,
                      [&](const real_pt_t& p) { return !is_same_point(p, outline.points[0]); });
@@ -177,8 +179,8 @@ void append_uncrossed(const Outline& outline, const ClipRing& subject, const Cli
   }
 }
 
-// The outline with runs of the same point shrunk to one vertex, with the flag of the first; of no
-// vertices when the heap refuses.
+// Returns the outline with each run of equal points reduced to one vertex, which keeps the flag of
+// the first. Returns an outline without vertices if the heap is exhausted.
 Outline without_repeats(const Outline& outline, ClipArena* arena) {
   auto* const points = arena->make<real_pt_t>(static_cast<std::size_t>(outline.count));
   auto* const flags = arena->make<int>(static_cast<std::size_t>(outline.count));
@@ -192,8 +194,8 @@ Outline without_repeats(const Outline& outline, ClipArena* arena) {
   return {points, flags, count};
 }
 
-// Appends all but the last vertex of a part of a ring, of which no flag closes. Returns the index
-// of the last.
+// Appends all but the last vertex of a part of a ring. Returns the index of the last. Requires:
+// none of the flags closes.
 int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* target) {
   const int n = end - 1 - first;
   std::copy_n(ring.points + first, n, target->points + target->n_points);
@@ -202,24 +204,24 @@ int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* ta
   return end - 1;
 }
 
-// Appends the vertices of a ring from one index up to another.
+// Appends the vertices of a ring from `first` up to but not including `end`.
 inline void append_vertices(const ClipRing& ring, int first, int end, drw_pset_t* target) {
-  constexpr int few = 8;  // that are sooner copied than the C library is called
+  constexpr int few = 8;  // so few are copied faster than the C library is called
   if (end - first > few) first = append_all_but_last(ring, first, end, target);
   for (int i = first; i < end; ++i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
   }
 }
 
-// Appends the vertices of a ring in reverse, from one index down to above another.
+// Appends the vertices of a ring in reverse, from `last` down to but not including `above`.
 inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_pset_t* target) {
   for (int i = last; i > above; --i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
   }
 }
 
-// Visits a crossing: appends it and the vertices of the ring up to the next crossing, forward where
-// the ring leads into the other outline, else backward. Returns the next crossing.
+// Visits a crossing: appends it and the vertices of the ring up to the next crossing, which it
+// returns. It goes forward where the ring enters the other outline, else backward.
 template <clip_ring_kind kind>
 ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   const int edge = hit->edge[kind], turn = hit->turn[kind];
@@ -239,10 +241,12 @@ ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   return next;
 }
 
-// Walks one result ring from a crossing: along whichever outline leads inwards, changing over
-// at each crossing. An edge through a corner counts as two crossings and can break the
-// alternation; the walk then comes to a crossing already visited that is not its start, and
-// the ring is closed there. So no crossing is passed twice, and every walk ends.
+// Walks one result ring, starting at a crossing: follows the outline that leads inwards, and
+// changes to the other outline at each crossing.
+//
+// An edge through a corner counts as two crossings and can break the alternation. The walk then
+// reaches a visited crossing that is not its start, and the ring is closed there. So no crossing is
+// passed twice, and every walk ends.
 void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, drw_pset_t* target) {
   do {
     hit = visit<of_clip>(hit, corners, target);
@@ -255,8 +259,8 @@ void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, d
 constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
                                  drw_edge_invisible};
 
-// Clips one polygon. Nothing is appended before all memory for it has been had, so where the
-// heap refuses the polygon leaves no trace.
+// Clips one polygon. Allocates all memory before it appends anything, so if the heap is exhausted,
+// nothing of the polygon is written.
 void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
                     ClipArena* arena) {
   const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
@@ -267,7 +271,8 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
   if (!is_inside) {
     if (!find_hits(outline, clip, &hits, arena)) return;
     if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
-      // Repeats matter only now: crossings of the edges between them are none of the ring's.
+      // Repeats matter only here: their edges of length 0 are not edges of the ring, so what
+      // crosses them does not count.
       ring = without_repeats(outline, arena);
       if (ring.count < 2 || !find_hits(ring, clip, &hits, arena)) return;
     }
@@ -282,7 +287,7 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
   if (!ClipSpliceHits(hits, &subject, &corners, arena)) return;
   subject.begins_inside = ClipPointInRing(subject.points[0].x, subject.points[0].y, corners);
   corners.begins_inside = ClipPointInRing(corners.points[0].x, corners.points[0].y, subject);
-  drw_pset_t result = *target;  // local, so the compiler knows that no write changes its count
+  drw_pset_t result = *target;  // a copy, so the compiler knows that no write changes its count
   for (ClipHit* hit = hits.begin; hit != hits.end; ++hit) {
     if (!hit->is_visited()) walk_from(hit, subject, corners, &result);
   }
@@ -297,7 +302,8 @@ void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   using namespace zelvan;
   const ClipRect clip(*rect);
   ClipArena arena;
-  // Of an outline beyond a side all edges would be rejected, and both containment tests would fail.
+  // Outlines beyond a side are skipped: all their edges would be rejected, and both containment
+  // tests would fail.
   for (int from = 0;;) {
     const FoundOutline found = find_near_outline(*source, from, clip.outer);
     if (found.count == 0) return;

@@ -17,30 +17,31 @@
 /// unchanged, duplicates included.
 ///
 /// Limits:
-/// - Out of general position the method can take going in for coming out. The result is then any
-///   part of the polygon, or none, and its vertices need not lie inside the rectangle. Of the
-///   triangle (0, 5), (11, 1), (1, 9), the view (0, 0) to (10, 10) shows an area of 23.78. The
-///   result has nothing of it; it is a sliver of 0.22 outside the view. Drawings on a grid and a
-///   view on the same grid meet this all the time. A corner computed to lie on an edge, or a vertex
-///   on a turned side, is no better: about half of such results are wrong.
+/// - Out of general position the method can mistake entering for leaving. The result is then any
+///   part of the polygon, or nothing, and its vertices need not lie inside the rectangle. Example:
+///   of the triangle (0, 5), (11, 1), (1, 9), the view (0, 0) to (10, 10) shows an area of 23.78.
+///   The result holds none of it; it is a sliver of 0.22 outside the view. Drawings on a grid
+///   often meet this with a view on the same grid. If a corner is computed to lie on an edge, or a
+///   vertex on a turned side, about half of the results are wrong.
 /// - A polygon around the whole rectangle produces its four corners in record order, with the flags
 ///   0, 0, 0, 2, if some of its edges lie wholly to the left of a side and others wholly to the
 ///   right of one, or some below and others above. Otherwise it produces nothing: the triangle
 ///   (-1, -1), (30, -1), (-1, 30) disappears from the view (0, 0) to (10, 10).
-/// - The same is asked of a polygon inside a turned rectangle, or it is lost: in the diamond
-///   (0, -10), (10, 0), (0, 10), (-10, 0) the triangle (-1, -1), (1, -1), (0, 1) disappears.
+/// - A polygon inside a turned rectangle must meet the same condition, or it produces nothing: in
+///   the diamond (0, -10), (10, 0), (0, 10), (-10, 0) the triangle (-1, -1), (1, -1), (0, 1)
+///   disappears.
 /// - A ring that crosses itself is clipped by the even-odd rule, unless it winds about the
 ///   rectangle's first corner an even number of times other than 0. Then the result follows neither
 ///   fill rule, or only the non-zero one if the outlines do not cross.
-/// - Flags travel with their vertices. In a ring that runs against the sense of its polygon, an
-///   edge so has the visibility of its neighbour. In general position all rings run so, except the
-///   first one of a polygon that begins inside.
+/// - Flags stay with their vertices. So in a ring that runs against the sense of its polygon, an
+///   edge has the visibility of its neighbour. In general position all rings run against it, except
+///   the first one of a polygon that begins inside.
 ///
 /// `source` is read only. Polygons of one vertex, or of one point repeated, produce nothing;
 /// vertices after the last closing flag are ignored.
 ///
-/// `rect` is taken as the ring of its four corners in record order, in either sense. It need not be
-/// axis-aligned: take a turned view as a turned rectangle.
+/// `rect` is the ring of its four corners in record order, in either sense. It need not be
+/// axis-aligned: a turned view is a turned rectangle.
 ///
 /// `target->n_points` is where appending begins: set it to 0 before the first call. Requires: no
 /// null pointer, and arrays with room for the result. A polygon of n vertices produces at most

@@ -15,15 +15,15 @@ bool is_visible(int edge_flag) {
   return edge_flag == drw_edge_visible || edge_flag == drw_edge_close_visible;
 }
 
-// Goes once round an outline and writes what becomes of it in the view.
+// Walks once around an outline and writes its image in the view.
 //
-// What lies outside is drawn onto the border: a vertex beyond a side can move to any place of
-// that side without passing through the view. So while the outline is outside, the walk keeps only
-// the side at which it is, and writes the corners that it passes on its way to another side. The
-// winding numbers of all places inside stay as they are.
+// Parts outside are moved onto the border: a vertex beyond a side can move to any place on that
+// side without passing through the view. So while the outline is outside, the walk keeps only the
+// current side. It writes the corners that it passes on the way to another side. This leaves the
+// winding numbers of all places inside unchanged.
 class RingWalk {
  public:
-  // Writes after what the target holds.
+  // Appends to the vertices that the target holds.
   RingWalk(const ClipView& view, const drw_pset_t& target)
       : view_(view),
         points_(target.points + target.n_points),
@@ -47,13 +47,13 @@ class RingWalk {
 
   const ClipView& view_;
   real_pt_t* const points_;
-  int* const edge_flags_;  // that of the last vertex is set when the next one is written
+  int* const edge_flags_;  // the last vertex's flag is set when the next one is written
   int count_ = 0;
-  bool first_is_vertex_ = false;  // of the outline; else a point of the border
+  bool first_is_vertex_ = false;  // the first is a vertex of the outline, not a point of the border
   bool last_is_vertex_ = false;
   Sides last_on_ = 0;        // the sides on which the last vertex lies
-  int side_ = 0;             // at which the outline is while it is outside
-  bool has_inside_ = false;  // of what was written, something is inside
+  int side_ = 0;             // while the outline is outside: the side it is at
+  bool has_inside_ = false;  // something written lies inside the view
 };
 
 int RingWalk::clip(const Outline& outline) {
@@ -78,17 +78,19 @@ int RingWalk::clip(const Outline& outline) {
     if (count_ > 0 && first_is_vertex_) write_vertex(points_[0], 0, false);
     if (count_ > 0 && !first_is_vertex_) write_border_point(points_[0], 0, false);
   }
-  // Either way the first vertex is now there twice, or once if none differed from it.
+  // The first vertex has now been written twice, or once if no other vertex differed from it.
   count_ -= count_ > 0;
   if (!has_inside_) return write_borders(count_windings());
-  if (count_ < 2) return 0;  // what was inside came to one point by rounding
+  if (count_ < 2) return 0;  // by rounding, the part inside became a single point
   edge_flags_[count_ - 1] += drw_edge_close_invisible;
   return count_;
 }
 
-// Most vertices have neighbours that lie as they do: strictly inside, and are copied, or beyond
-// the side at which the outline is, and are left out. Returns the number of such vertices after
+// Handles a run of vertices that lie like their neighbours. Returns the length of the run after
 // vertex `i`.
+//
+// Most vertices are in such a run. Vertices strictly inside are copied; those beyond the current
+// side are left out.
 int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint b) {
   const real_pt_t* const after_b = outline.points + i + 2;
   const int left = view_.is_upright() ? outline.count - i - 2 : 0;
@@ -111,8 +113,9 @@ int RingWalk::pass_run(const Outline& outline, int i, PlacedPoint a, PlacedPoint
   return 0;
 }
 
-// Writes what becomes of the edge from `a` to `b`. If `a` is in the view, it has been written. Else
-// the outline is at `side_`, and the last vertex written, if any, lies on that side.
+// Writes the part of the edge from `a` to `b` that is in the view, or its way along the border. If
+// `a` is in the view, it has been written. Otherwise the outline is at `side_`, and the last vertex
+// written, if any, lies on that side.
 void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
   const bool comes_in = a.beyond != 0, goes_out = b.beyond != 0;
   if (const Sides common = a.not_within & b.not_within; common != 0) {
@@ -143,8 +146,8 @@ void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
   }
 }
 
-// Goes along the border to one of the sides `to`. The outline has come to a vertex outside that is
-// beyond or on the lines of the sides `through`, which follow each other around the view.
+// Moves along the border to one of the sides `to`. The outline has reached a vertex outside that is
+// beyond or on the lines of the sides `through`; these are neighbours around the view.
 void RingWalk::go_to(Sides to, Sides through) {
   if (holds(to, side_)) return;
   const int next = next_side(side_);
@@ -159,8 +162,8 @@ void RingWalk::go_round(Sides to, bool counter_clockwise) {
   }
 }
 
-// Writes a vertex of the outline, and whether the edge that leads to it is visible. A point of the
-// border at the same place makes way for it; another vertex stays.
+// Writes a vertex of the outline, and the visibility of the edge that leads to it. Replaces a
+// border point at the same place; keeps another vertex there.
 inline void RingWalk::write_vertex(const real_pt_t& p, Sides on, bool visible) {
   if (repeats_last(p) && !last_is_vertex_) {
     --count_;
@@ -170,10 +173,11 @@ inline void RingWalk::write_vertex(const real_pt_t& p, Sides on, bool visible) {
   append(p, on, true);
 }
 
-// Likewise a point of the border, unless the last vertex is already there.
+// Writes a point of the border like `write_vertex`, unless the last vertex is already at that
+// place.
 inline void RingWalk::write_border_point(const real_pt_t& p, Sides on, bool visible) {
   if (repeats_last(p)) {
-    last_on_ = on;  // the next edge runs from here; cuts of two sides may round to one point
+    last_on_ = on;  // the next edge starts here; cuts of two sides may round to one point
     return;
   }
   end_edge(on, visible);
@@ -184,8 +188,8 @@ inline bool RingWalk::repeats_last(const real_pt_t& p) const {
   return count_ > 0 && points_[count_ - 1].x == p.x && points_[count_ - 1].y == p.y;
 }
 
-// Writes the flag of the edge from the last vertex to one on the sides `on`. Along a side it is
-// invisible.
+// Writes the flag of the edge from the last vertex to a vertex on the sides `on`. An edge along a
+// side is invisible.
 inline void RingWalk::end_edge(Sides on, bool visible) {
   if (count_ > 0) edge_flags_[count_ - 1] = visible && (last_on_ & on) == 0;
 }
@@ -198,8 +202,8 @@ inline void RingWalk::append(const real_pt_t& p, Sides on, bool is_vertex) {
 }
 
 // Returns how often the vertices written wind about the view, counter-clockwise. Requires: nothing
-// is inside. Each edge then runs along one side, so it is enough to count those that leave corner 0
-// along side 0, less those that come back to it.
+// is inside. Each edge then runs along one side. So it is enough to count the edges that leave
+// corner 0 along side 0, minus those that return to it.
 int RingWalk::count_windings() const {
   constexpr int side = 0;
   const Sides corner = ClipView::sides_at(side);
@@ -213,7 +217,7 @@ int RingWalk::count_windings() const {
   return windings;
 }
 
-// Replaces what was written by the corners of the view, once for each winding. Returns their
+// Replaces the vertices written by the corners of the view, once for each winding. Returns their
 // number.
 int RingWalk::write_borders(int windings) {
   count_ = 4 * std::abs(windings);

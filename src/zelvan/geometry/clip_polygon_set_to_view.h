@@ -6,24 +6,25 @@
 
 /// Appends to `target` the parts of the polygons of `source` inside `rect`, one ring for each.
 ///
-/// Inside the rectangle the result covers what the source covers, by the even-odd and by the
-/// non-zero rule: about each place there it has the same winding number, except within rounding of
-/// an edge that was cut. A polygon produces one ring, in set order, or none if it covers nothing of
-/// the inside and has no edge there; a hole is one more polygon. Where the polygon is outside, its
-/// ring runs on along the border, perhaps along the same stretch more than once, so fill the rings
-/// and stroke their visible edges. `ClipPolygonSet` cuts them apart instead, but only in general
-/// position.
+/// Inside the rectangle the result covers the same area as the source, by the even-odd and by the
+/// non-zero rule. Every place there keeps its winding number, except within rounding of an edge
+/// that was cut.
 ///
-/// What is left of an edge keeps its visibility; an edge along the border is invisible, also one
-/// that was there before. Each vertex is one of the polygon's inside the closed rectangle, as it
-/// was given, or a point on the border. An edge and its reverse are cut at the same point. A part
-/// inside that rounds to one point produces nothing. A polygon strictly inside comes back
+/// A polygon produces one ring, in set order, or none if it covers nothing of the inside and has no
+/// edge there; a hole is one more polygon. Where the polygon is outside, its ring follows the
+/// border, possibly the same stretch more than once. So fill the rings and stroke their visible
+/// edges. `ClipPolygonSet` cuts polygons into separate rings instead, but only in general position.
+///
+/// The remaining part of an edge keeps its visibility. An edge along the border is invisible, even
+/// one that the source has there. Each vertex is an unchanged vertex of the polygon inside the
+/// closed rectangle, or a point on the border. An edge and its reverse are cut at the same point. A
+/// part inside that rounds to one point produces nothing. A polygon strictly inside is copied
 /// unchanged, duplicates included. A polygon that holds the rectangle becomes its four corners,
 /// once for each winding.
 ///
 /// Everything but the coordinates of a crossing is decided exactly and without a tolerance. This
-/// holds for all finite coordinates, also for vertices on the border, edges through corners, rings
-/// that cross themselves and coordinates near the ends of the doubles.
+/// holds for all finite coordinates, including vertices on the border, edges through corners, rings
+/// that cross themselves and coordinates near the limits of a double.
 ///
 /// A crossing is rounded. Each of its coordinates is within 64 units in the last place of the
 /// rectangle's largest coordinate from where the edge meets the side, and within 3 units if the

@@ -11,8 +11,8 @@ namespace zelvan {
 
 namespace {
 
-// Without a branch, so that compilers use vectors: only an exponent of all ones, which infinities
-// and NaN have, carries into the sign bit.
+// Branch-free, so that compilers vectorise it: only the exponent of infinities and NaN, all ones,
+// carries into the sign bit.
 bool are_finite(const real_pt_t* points, int n) {
   constexpr std::uint64_t sign_bit = std::uint64_t{1} << 63;
   constexpr std::uint64_t lowest_of_exponent = std::uint64_t{1} << 52;
@@ -24,8 +24,8 @@ bool are_finite(const real_pt_t* points, int n) {
   return (sums & sign_bit) == 0;
 }
 
-// True if the whole line lies beyond one side of the box around the view. Most lines of a drawing
-// do, and for a short one, preparing the view would take most of the time.
+// Returns true if the whole line lies beyond one side of the box around the view. This is so for
+// most lines of a drawing; for a short one, preparing the view would take most of the time.
 bool is_beyond_a_side(const real_pt_t* points, int n, const real_rect_t& view) {
   const ClipBox box = box_around(view.corners, 4);
   for (int side = 0; side < 4; ++side) {
@@ -34,7 +34,7 @@ bool is_beyond_a_side(const real_pt_t* points, int n, const real_rect_t& view) {
   return false;
 }
 
-// Goes along a polyline and writes its pieces.
+// Walks along a polyline and writes its pieces.
 class LineWalk {
  public:
   LineWalk(const ClipView& view, real_pt_t* out, int* begins)
@@ -55,7 +55,7 @@ class LineWalk {
   int* const begins_;
   int n_points_ = 0;
   int n_pieces_ = 0;
-  bool is_open_ = false;  // the last point written is the one that the walk has reached
+  bool is_open_ = false;  // the last point written is where the walk is now
 };
 
 void LineWalk::clip(const real_pt_t* points, int n) {
@@ -73,9 +73,10 @@ void LineWalk::clip(const real_pt_t* points, int n) {
   }
 }
 
-// Most points lie as the one before them does: strictly inside, and are copied, or beyond the same
-// side of the box around the view, and are left out. Returns the number of such points from `next`
-// on.
+// Handles a run of points that lie like the one before them. Returns its length, from `next` on.
+//
+// Most points are in such a run. Points strictly inside are copied; those beyond the same side of
+// the box around the view are left out.
 int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
   const ClipBox& box = view_.box();
   if (last.beyond != 0) {
@@ -92,8 +93,8 @@ int LineWalk::pass_run(PlacedPoint last, const real_pt_t* next, int left) {
   return run;
 }
 
-// Writes the part of an edge inside the view. An edge along a side has none and ends the piece,
-// unless its ends are the same point.
+// Writes the part of an edge inside the view. An edge along a side has no such part and ends the
+// piece, unless its ends are the same point.
 void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   if ((a.not_within & b.not_within) != 0) {
     is_open_ = is_open_ && is_same_point(*a.at, *b.at);
@@ -114,7 +115,7 @@ void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   is_open_ = !goes_out;
 }
 
-// Begins a piece at `p`, unless one already ends there.
+// Begins a piece at `p`, unless a piece is open: that piece ends at `p`.
 void LineWalk::begin_at(const real_pt_t& p) {
   if (is_open_) return;
   begins_[n_pieces_++] = n_points_;

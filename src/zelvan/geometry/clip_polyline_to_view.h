@@ -12,20 +12,20 @@
 /// before the point `out[begins[k + 1]]`; it has two points or more. `begins[*n_pieces]` is the
 /// number of points written, so this holds for the last piece too.
 ///
-/// What is inside, and where an edge is cut, is decided as by `ClipPolygonSetToView`: exactly, for
-/// all finite coordinates. The pieces are what that operation leaves visible of a polygon with the
-/// same vertices and visible edges, but for its closing edge. So an edge along a side is outside
-/// and ends a piece. A line that only touches a side or a corner from outside produces nothing; one
-/// that touches it from inside stays in one piece. A part that rounds to one point, or onto a side,
-/// produces nothing.
+/// What is inside, and where an edge is cut, is decided exactly and for all finite coordinates, as
+/// by `ClipPolygonSetToView`. The pieces are the visible edges that it leaves of a polygon with the
+/// same vertices and visible edges, but without the closing edge. So an edge along a side is
+/// outside and ends a piece. A line that only touches a side or a corner from outside produces
+/// nothing; one that touches it from inside stays in one piece. A part that rounds to one point, or
+/// onto a side, produces nothing.
 ///
-/// Each point written is one of the line's, as it was given, or a point on the border where an edge
-/// was cut. A line strictly inside comes back unchanged, duplicates included. A point repeated on
-/// the border is written once.
+/// Each point written is an unchanged point of the line, or a point on the border where an edge was
+/// cut. A line strictly inside is copied unchanged, duplicates included. A point repeated on the
+/// border is written once.
 ///
-/// `view` is taken as by `ClipPolygonSetToView`: four corners in ring order, in either sense,
-/// upright or turned. Corners that are rejected there produce nothing. So do fewer than two
-/// points, and a line with a coordinate that is not finite.
+/// `view` follows the rules of `ClipPolygonSetToView`: four corners in ring order, in either sense,
+/// upright or turned. Corners that it rejects produce nothing. So do fewer than two points, and a
+/// line with a coordinate that is not finite.
 ///
 /// Room: 2 * (`n_points` - 1) points in `out`; `n_points` numbers, and at least one, in `begins`.
 /// There are at most `n_points` - 1 pieces.

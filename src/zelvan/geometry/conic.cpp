@@ -6,25 +6,26 @@
 
 namespace {
 
-// A coefficient or discriminant of up to this counts as zero.
+// A coefficient or discriminant of at most this magnitude counts as zero.
 constexpr double tolerance = 1e-05;
 
-// Ends of an elliptical arc that are no further apart than this, in radians of the parameter,
-// mean the whole ellipse.
+// Ends of an elliptical arc at most this far apart, in radians of the parameter, mean the whole
+// ellipse.
 constexpr double least_sweep = 0.0001;
 
-// An elliptical arc is completed by the full two pi, so that a whole ellipse ends where it began
-// to the last bit that the parameter has; distances and extents of circular arcs use the short one.
+// Two pi in full precision: an elliptical arc is completed with it, so that a whole ellipse ends
+// where it began, as exactly as the parameter can be. Distances and extents of circular arcs use
+// the short value.
 constexpr double two_pi = 6.283185307179586;
 
 bool is_zero(double v) { return std::fabs(v) <= tolerance; }  // false for NaN
 
-// A conic in the frame in which its cross term is gone.
+// A conic in the frame that removes its cross term.
 struct RotatedConic {
   double sine, cosine;
   double a, c, d, e, f;
   real_pt_t start, end;
-  double scale;  // largest of the absolute coefficients a, c, d, e
+  double scale;  // the largest of |a|, |c|, |d|, |e|
 };
 
 RotatedConic utl_conic_rotate(const utl_conic_t& conic) {
@@ -45,7 +46,7 @@ RotatedConic utl_conic_rotate(const utl_conic_t& conic) {
   return r;
 }
 
-// What is left on the right-hand side when both squares are completed.
+// Returns the right-hand side after both squares are completed.
 double completed_constant(const RotatedConic& r) {
   return r.e * r.e / (r.c * 4.0) + r.d * r.d / (r.a * 4.0) - r.f;
 }

@@ -115,11 +115,12 @@ enum utl_conic_code : char {
 
 /// Returns the kind of curve, a `utl_conic_code`, from the coefficients alone.
 ///
-/// A value of up to 1e-05 counts as zero, and the coefficients are not scaled first: with all of
-/// its coefficients divided by 1000, the unit circle is called a parabola. So scale the whole
-/// equation until the largest of |a|, |b| and |c| is about 1, however large d, e and f then are. To
-/// go by all six spoils good conics: a circle about the origin of radius 317 is called a line if
-/// its f is scaled to -1.
+/// A value of up to 1e-05 counts as zero, and the coefficients are not scaled first. With all of
+/// its coefficients divided by 1000, the unit circle is called a parabola.
+///
+/// So scale the whole equation until the largest of |a|, |b| and |c| is about 1, however large d, e
+/// and f become. Don't scale by the largest of all six: a circle about the origin of radius 317 is
+/// called a line if its f is scaled to -1.
 ///
 /// A conic without a term in x or x squared, or without one in y or y squared, is called a line:
 /// x y = 1 and x y + x = 1 are. Degenerate curves are not told apart: two lines that cross are
@@ -148,13 +149,13 @@ ZELVAN_C_API void utl_standard_hyperbola(utl_conic_t* conic, utl_hyperbola_t* ou
 ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out);
 
 /// Stores the point at `t` in drawing coordinates: 0.0 is the arc's start, `sweep` its other end.
-/// What lies beyond is on the curve, too. `t` is an angle in radians before the circle is stretched
-/// into the ellipse.
+/// Other values are on the curve as well. `t` is an angle in radians, measured before the circle is
+/// stretched into the ellipse.
 ZELVAN_C_API void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out);
 
-/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end, on the
-/// branch of the first end. Every `t` has a point there. Of two lines that cross, coordinates can
-/// be NaN.
+/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end. Every
+/// `t` has a point, on the branch of the first end. For two lines that cross, coordinates can be
+/// NaN.
 ZELVAN_C_API void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out);
 
 /// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end.

@@ -11,7 +11,7 @@ using zelvan::smaller_or_second;
 
 namespace {
 
-// More than any coordinate: the answer where nothing can be measured.
+// The result if nothing can be measured: larger than any real coordinate.
 constexpr double no_distance = 6.022e+23;
 
 // The octagonal estimate of a length from its absolute differences.
@@ -21,7 +21,7 @@ double estimate(double dx, double dy) {
   dx = std::fabs(dx);
   dy = std::fabs(dy);
   return octagonal(larger_or_second(dx, dy),
-                   smaller_or_second(dy, dx));  // so a NaN is one of the two
+                   smaller_or_second(dy, dx));  // in this order, a NaN is one of the two
 }
 
 double estimate(const real_pt_t& p, const real_pt_t& q) { return estimate(p.x - q.x, p.y - q.y); }
@@ -30,8 +30,9 @@ real_pt_t midpoint(const real_pt_t& p, const real_pt_t& q) {
   return {(p.x + q.x) * 0.5, (p.y + q.y) * 0.5};
 }
 
-// The nearest point of the segment from `low` to `high`, ordered by x and then by y. Upright and
-// level segments are exact; the foot of the perpendicular on any other is tested by its x alone.
+// Returns the nearest point of the segment from `low` to `high`, which are ordered by x and then by
+// y. Vertical and horizontal segments are exact. On any other, only the x of the perpendicular's
+// foot is tested.
 real_pt_t nearest_on_segment(const real_pt_t& p, const real_pt_t& low, const real_pt_t& high) {
   const double dx = high.x - low.x;
   const double dy = high.y - low.y;
@@ -59,7 +60,7 @@ double utl_point_line(real_pt_t* p, real_pt_t* a, real_pt_t* b) {
   return estimate(*p, nearest_on_segment(*p, low, high));
 }
 
-// The box lies half a side to either side of its two centre lines.
+// The box extends half a side to either side of its two centre lines.
 double utl_point_box(real_pt_t* p, real_pt_t* box) {
   real_pt_t bottom = midpoint(box[0], box[1]);
   real_pt_t top = midpoint(box[2], box[3]);
@@ -96,7 +97,7 @@ double utl_point_circarc(real_pt_t* p, real_pt_t* center, double radius, real_pt
 double utl_point_conarc(real_pt_t* p, utl_conic_t* conic) {
   double nearest = no_distance;
   const char type = zelvan::visit_conic_samples(conic, [&](const real_pt_t& sample) {
-    // Along an arc the same difference stays the larger for long, so here a branch is right.
+    // A branch predicts well here: along an arc the same difference stays the larger for long.
     const double dx = std::fabs(p->x - sample.x);
     const double dy = std::fabs(p->y - sample.y);
     const double distance = dx > dy ? octagonal(dx, dy) : octagonal(dy, dx);

@@ -1,10 +1,10 @@
 /// Distances from a point to drawing elements, in the caller's own coordinates.
 ///
-/// Distances to a circle line are true. All others are octagonal estimates, made for picking the
-/// nearest element without a square root: 0.96 times the larger plus 0.398 times the smaller of the
-/// differences in x and y. Between two points that is within 4 % of the true distance in every
-/// direction: 4 % short along the axes and on the diagonals, 3.9 % long at most, 22.5 degrees off
-/// the axes.
+/// Distances to a circle line are exact, up to rounding. All others are octagonal estimates, made
+/// for picking the nearest element without a square root: 0.96 times the larger plus 0.398 times
+/// the smaller of the differences in x and y. Between two points the estimate is within 4 % of the
+/// true distance: 4 % short along the axes and on the diagonals, and at most 3.9 % long, 22.5
+/// degrees off the axes.
 ///
 /// Requires, throughout: no null pointers. With infinities and NaN the result is what the
 /// arithmetic makes of them, which need not be a NaN. Nothing is allocated, kept or changed, so
@@ -20,11 +20,12 @@ ZELVAN_C_API double utl_point_point(real_pt_t* p, real_pt_t* q);
 
 /// Returns the estimated distance from `p` to the nearest point of the segment from `a` to `b`.
 ///
-/// The ends may come in either order and may coincide: the result is the same. The nearest point is
-/// found by its x. On a steep segment rounding therefore moves it, by about the slope times the
-/// last digit of x. From (1000003, 4) to the segment from (1000000, 0) to (1000000.0000000001, 10)
-/// the result is 5.034, and 2.88 if both ends have the same x. So set nearly equal x to the same
-/// value.
+/// The ends may come in either order and may coincide: the result is the same.
+///
+/// The nearest point is found by its x. On a steep segment, rounding therefore moves it by about
+/// the slope times the last digit of x. From (1000003, 4) to the segment from (1000000, 0) to
+/// (1000000.0000000001, 10) the result is 5.034, and 2.88 if both ends have the same x. So set
+/// nearly equal x to the same value.
 ZELVAN_C_API double utl_point_line(real_pt_t* p, real_pt_t* a, real_pt_t* b);
 
 /// Returns the estimated distance from `p` to a box of four corners, upright or turned; 0.0 inside.
@@ -55,7 +56,7 @@ ZELVAN_C_API double utl_point_circarc(real_pt_t* p, real_pt_t* center, double ra
 /// Returns the smallest estimate from `p` to sample points of the conic arc, those of
 /// `utl_maxmin_conic`.
 ///
-/// On a flat ellipse they are all one point, so there the result is no distance to the arc. A conic
-/// of type 'L' is the segment between its ends. 6.022e+23 means that no distance could be measured:
-/// an unknown conic, or no sample at a comparable place.
+/// On a flat ellipse all samples are one point, so the result is no distance to the arc. A conic of
+/// type 'L' is the segment between its ends. 6.022e+23 means that no distance could be measured:
+/// the conic is unknown, or no sample has comparable coordinates.
 ZELVAN_C_API double utl_point_conarc(real_pt_t* p, utl_conic_t* conic);

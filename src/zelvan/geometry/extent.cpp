@@ -26,15 +26,15 @@ struct Range {
 
 Range range_of(double a, double b) { return {larger_or_second(a, b), smaller_or_second(a, b)}; }
 
-// Where an extreme of an arc lies: at one of its ends, at the further of the two, or on an axis
-// of the circle that the arc crosses.
+// Where an extreme of an arc lies: at an end, at the end that reaches further, or on an axis of the
+// circle that the arc crosses.
 enum Extreme : unsigned char { at_start, at_end, at_further, on_axis };
 
 struct ArcExtremes {
   Extreme max_x, max_y, min_x, min_y;
 };
 
-// By the quadrants of the start and of the end, in which the arc runs counter-clockwise.
+// The extremes by the quadrants of the start (row) and the end (column) of a counter-clockwise arc.
 constexpr ArcExtremes extremes_of_arcs[4][4] = {
     {{at_start, at_end, at_end, at_start},
      {at_start, on_axis, at_end, at_further},
@@ -72,14 +72,14 @@ double minimum(Extreme where, double start, double end, double axis) {
   return where == at_further ? smaller_or_second(start, end) : maximum(where, start, end, axis);
 }
 
-// From 0 up to a whole turn.
+// Returns the angle of `p` about `center`, from 0 up to a whole turn.
 double turn_about(const real_pt_t& center, const real_pt_t& p) {
   const double angle = std::atan2(p.y - center.y, p.x - center.x);
   return angle < 0.0 ? angle + zelvan::short_two_pi : angle;
 }
 
-// An end below due east by less than an angle's last digit comes out as a whole turn and would
-// be in a quadrant of number 4. It belongs to quadrant 3, where the arc comes from or goes to.
+// Returns the quadrant of an angle. An end just below due east can round to a whole turn, which
+// would be quadrant 4; it belongs to quadrant 3.
 int quadrant_of(double turn) {
   const int quadrant = static_cast<int>((turn + turn) / zelvan::short_pi);
   return quadrant < 4 ? quadrant : 3;

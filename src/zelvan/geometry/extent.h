@@ -1,9 +1,9 @@
 /// Extents of curves: the largest and smallest x and y that a curve reaches, in the caller's own
 /// coordinates.
 ///
-/// Boxes go to two points, `max` and `min`. Those of circles, circular arcs and cubics are
-/// computed from the curve, that of a conic arc from samples. The results are written after all
-/// input has been read, so they may stand in records that were passed as input.
+/// Boxes are stored in two points, `max` and `min`. Boxes of circles, circular arcs and cubics are
+/// computed from the curve, those of conic arcs from samples. Results are written after all input
+/// is read, so they may overwrite the input.
 ///
 /// Requires, throughout: no null pointers. Nothing is allocated or kept; every function may run
 /// on any thread.
@@ -14,16 +14,17 @@
 #include <zelvan/transforms/records.h>
 
 /// Stores the box of the circular arc from `a` to `b`: counter-clockwise (where y runs up) if
-/// `clockwise` is 0, else clockwise. With the same ends, the other way is the rest of the circle.
+/// `clockwise` is 0, else clockwise. The other sense, with the same ends, is the rest of the
+/// circle.
 ///
 ///              1  |  0                 Quadrants by the angle of an end. An end exactly on an
 ///             ----o---- 0 degrees      axis belongs to the quadrant before it, only due east
 ///              2  |  3                 is in quadrant 0 and due south in 3.
 ///
-/// What an end reaches is taken from its own coordinates, whether or not it lies on the circle.
-/// Ends in the same direction from the centre, and so equal ends, mean the whole circle; an end on
-/// the centre means the centre alone. Otherwise, if an end or the centre holds a NaN, all results
-/// are NaN. (`utl_point_circarc` takes equal ends for one point.) Mind the `float` radius.
+/// The coordinates of the ends are used as they are, whether or not they lie on the circle. Ends in
+/// the same direction from the centre, and so equal ends, mean the whole circle (for
+/// `utl_point_circarc` they are one point). An end on the centre means the centre alone. Otherwise,
+/// if an end or the centre holds a NaN, all results are NaN. Mind the `float` radius.
 ZELVAN_API void utl_maxmin_arc(real_pt_t* center, float radius, real_pt_t* a, real_pt_t* b,
                                short clockwise, real_pt_t* max, real_pt_t* min);
 
@@ -35,9 +36,11 @@ ZELVAN_C_API void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t*
 ///
 /// There are at least 3 samples on an ellipse, 5 to 7.5 degrees of the parameter apart (less on
 /// arcs shorter than 10 degrees), and 40 on a hyperbola or parabola, in equal steps of the
-/// parameter. If the ends lie on the curve, the box lies within the true one, up to rounding. On an
-/// ellipse it falls short by at most 0.22 % of the distance from the centre to the side; on the
-/// other curves nothing bounds by how much.
+/// parameter.
+///
+/// If the ends lie on the curve, the box lies within the true one, up to rounding. On an ellipse it
+/// falls short by at most 0.22 % of the distance from the centre to the side. On a hyperbola or
+/// parabola there is no such bound.
 ///
 /// None of this holds for a flat ellipse, one 100 times as long as wide or more. All its samples
 /// are the point at p = 0, whether on the arc or not. So most of the ellipse can be missing, and
@@ -54,9 +57,11 @@ ZELVAN_C_API void utl_maxmin_conic(utl_conic_t* conic, real_pt_t* max, real_pt_t
 /// below 1e-12 times the larger of |b| and |c|; that moves no point by more than |a|.
 ZELVAN_C_API void utl_maxmin_cubic(double* coefficients, real_pt_t* max, real_pt_t* min);
 
-/// Turns the box of four numbers (x and y of one corner, x and y of the opposite one) by `angle`
-/// radians about `center`, counter-clockwise if positive where y runs up, and replaces it by the
-/// upright box of what comes out, smallest x and y first. Its corners may come in any order.
+/// Turns a box about `center` and replaces it by the upright box of the result, smallest x and y
+/// first.
+///
+/// `box` has four numbers: x and y of one corner, x and y of the opposite one; the corners may come
+/// in any order. `angle` is in radians, counter-clockwise if positive where y runs up.
 ZELVAN_C_API void utl_maxmin_rotrect(real_pt_t* center, double* box, double angle);
 
 /// Returns the value at `t` of one cubic of four coefficients, the highest power first.

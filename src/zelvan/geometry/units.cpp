@@ -4,7 +4,7 @@
 
 namespace {
 
-// By unit code: how many of the unit make an inch. Three codes mean inches.
+// The number of units in an inch, by unit code. Three codes mean inches.
 constexpr double units_per_inch[] = {
     1.0,            // inches
     1.0,            // inches

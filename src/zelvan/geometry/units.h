@@ -1,4 +1,4 @@
-/// Lengths in inches and in other units.
+/// Conversion of lengths between inches and other units.
 ///
 /// | Code    | Unit                  | In one inch |
 /// |---------|-----------------------|-------------|
@@ -18,8 +18,8 @@
 
 #include <zelvan/export.h>
 
-/// Converts `value` inches to the unit of that code.
+/// Converts `value` inches to the unit with code `unit`.
 ZELVAN_C_API double utl_inches_to_units(double value, int unit);
 
-/// Converts `value` from the unit of that code to inches.
+/// Converts `value` from the unit with code `unit` to inches.
 ZELVAN_C_API double utl_units_to_inches(double value, int unit);

@@ -1,4 +1,4 @@
-/// The memory of polygon clipping: taken bit by bit, given back all at once.
+/// The memory of polygon clipping, an arena: allocated in small pieces, released all at once.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,11 @@
 
 namespace zelvan {
 
-/// Serves the rings of one polygon after the other.
+/// An arena for the rings of one polygon after the other.
 ///
-/// It begins with a block of its own, so that small polygons never ask the heap, and then
-/// takes blocks of growing size. What was the largest block is kept for the next polygon, and
-/// all blocks go back with the arena.
+/// It starts with a block inside the object, so that small polygons never use the heap, and then
+/// allocates blocks of growing size. The largest block is kept for the next polygon; the destructor
+/// releases all blocks.
 class ClipArena {
  public:
   ClipArena() { start_in_own_block(); }
@@ -20,7 +20,7 @@ class ClipArena {
   ClipArena(const ClipArena&) = delete;
   ClipArena& operator=(const ClipArena&) = delete;
 
-  /// Returns room for `count` elements, not initialised, or null when the heap refuses.
+  /// Returns uninitialised room for `count` elements, or null if the heap is exhausted.
   template <class T>
   T* make(std::size_t count) {
     static_assert(std::is_trivial_v<T> && alignof(T) <= alignment);
@@ -29,7 +29,7 @@ class ClipArena {
     return memory != nullptr ? new (memory) T[count] : nullptr;
   }
 
-  /// Ends the life of everything made so far.
+  /// Invalidates all elements made so far, and keeps the largest block.
   void give_back_all() {
     if (newest_ != nullptr) {
       keep_newest();
@@ -47,7 +47,7 @@ class ClipArena {
   };
 
   /// The largest block that a heap can have. Smaller sizes can be rounded up and doubled without
-  /// overflow, in 32 bits, too.
+  /// overflow, even with 32 bits.
   static constexpr std::size_t most_bytes = (PTRDIFF_MAX - sizeof(Block)) / alignment * alignment;
 
   void* take(std::size_t size) {
@@ -66,9 +66,9 @@ class ClipArena {
   }
   void start_in(Block* block);
 
-  std::byte* free_;  // what is left of the current block
+  std::byte* free_;  // the unused part of the current block
   std::size_t left_;
-  Block* newest_ = nullptr;  // and with each new block the size grows
+  Block* newest_ = nullptr;  // the largest: each new block is larger than the last
   alignas(alignment) std::byte own_block_[8192];
 };
 

@@ -14,13 +14,13 @@ class Winding {
   Winding(double px, double py, const real_pt_t& first)
       : px_(px), py_(py), is_below_(py >= first.y) {}
 
-  /// Goes along an edge. Most lie wholly above or below, and are passed over by one comparison.
+  /// Adds an edge. Most lie wholly above or below the point; one comparison skips them.
   void go(const real_pt_t& a, const real_pt_t& b) {
     const bool is_below = py_ >= b.y;
     if (is_below != is_below_) number_ += of_edge(a, b);
     is_below_ = is_below;
   }
-  /// Goes along the edges between points.
+  /// Adds the edges between consecutive points.
   void go_along(const real_pt_t* first, const real_pt_t* last) {
     for (const real_pt_t* p = first; p < last; ++p) go(p[0], p[1]);
   }
@@ -34,18 +34,18 @@ class Winding {
   }
 
   double px_, py_;
-  bool is_below_;  // the last point
+  bool is_below_;  // of the last point: it is not above (px, py)
   int number_ = 0;
 };
 
-/// Orders the crossings on one edge of the clip ring, which stand in the order in which they were
-/// found, as if each were inserted before the first that is further along.
+/// Orders the crossings on one edge of the clip ring as if each were inserted before the first that
+/// is further along. Requires: they stand in the order in which they were found.
 void order_turns(ClipHit** turns, int n) {
-  bool rises = true, falls = true;  // outlines often come by along the rectangle, or against it
+  bool rises = true, falls = true;  // many outlines follow the rectangle, forward or backward
   double furthest = 0.0, previous = 2.0;
   for (int i = 0; i < n; ++i) {
     double& param = turns[i]->param[of_clip];
-    if (std::isnan(param)) param = furthest;  // nothing is further along: it goes to the end
+    if (std::isnan(param)) param = furthest;  // a NaN goes to the end: nothing is further along
     furthest = std::max(furthest, param);
     rises = rises && param == furthest;
     falls = falls && param < previous;
@@ -85,7 +85,7 @@ bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, 
   subject->turns = turns;
   corners->turns = turns + count;
   subject->n_turns = corners->n_turns = count;
-  unsigned edges = 0;  // of the clip ring, that have crossings
+  unsigned edges = 0;  // the edges of the clip ring that have crossings
   for (int i = 0; i < count; ++i) {
     turns[i] = found + i;
     found[i].turn[of_subject] = i;

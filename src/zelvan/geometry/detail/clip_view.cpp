@@ -11,8 +11,9 @@ namespace zelvan {
 
 namespace {
 
-// The direction from `a` to `b`, scaled by a power of 2 to a length near 1. Each coordinate is off
-// by the rounding of one subtraction, or NaN if it can't be scaled without a further loss.
+// Returns the direction from `a` to `b`, scaled by a power of 2 to a length near 1. The error of
+// each coordinate is the rounding of one subtraction; NaN if it can't be scaled without a further
+// loss.
 real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   const double dx = b.x - a.x, dy = b.y - a.y;
   const int exponent = std::ilogb(std::max(std::fabs(dx), std::fabs(dy)));
@@ -24,7 +25,7 @@ real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   return {scaled(dx), scaled(dy)};
 }
 
-// Twice the area of a triangle, and a bound for its error.
+// Twice the area of a triangle, and a bound of its error.
 struct Area {
   double size, noise;
 };
@@ -36,8 +37,8 @@ Area area(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c) {
   return {std::fabs(left - right), orientation_noise(left, right)};
 }
 
-// Where the edge from `a` to `b` crosses the side from `start` to `end`: 0 at its start, 1 at its
-// end. The triangles that the edge forms with both corners have areas in the ratio of their
+// Returns where the edge from `a` to `b` crosses the side from `start` to `end`: 0 at its start, 1
+// at its end. The triangles of the edge and either corner have areas in the ratio of the corners'
 // distances from the crossing. The error is at most 27 * 2^-53.
 double crossing_share(const real_pt_t& a, const real_pt_t& b, const real_pt_t& start,
                       const real_pt_t& end) {
@@ -67,13 +68,13 @@ bool ClipView::set(const real_rect_t& rect) {
   if (!is_finite(a) || !is_finite(b) || !is_finite(c) || !is_finite(d)) return false;
   box_ = box_around(rect.corners, 4);
   const auto& [left, bottom, right, top] = box_;
-  // Whole numbers are exact when seen from the origin.
+  // With the origin as the centre, whole numbers stay exact.
   const auto middle = [](double low, double high) {
     return low <= 0.0 && high >= 0.0 ? 0.0 : 0.5 * low + 0.5 * high;
   };
   centre_ = {middle(left, right), middle(bottom, top)};
-  // Then 7 roundings are at most 28 of the width: less than half a unit in the last place of a
-  // coordinate 64 times as large.
+  // So 7 roundings amount to at most 28 roundings of the width: less than half a unit in the last
+  // place of a coordinate 64 times as large.
   reach_ = {4.0 * (right - left), 4.0 * (top - bottom)};
   is_upright_ = zelvan::is_upright(rect);
   if (is_upright_) {
@@ -93,8 +94,8 @@ bool ClipView::set(const real_rect_t& rect) {
   return true;
 }
 
-// 1 for a point inside the line of a side, 0 on it, and -1 beyond. A direction that is NaN leads to
-// the exact computation.
+// Returns 1 for a point inside the line of a side, 0 on it, and -1 beyond. A direction that is NaN
+// leads to the exact computation.
 int ClipView::sign_inside(int side, const real_pt_t& p) const {
   const real_pt_t& start = corners_[side];
   const double left = directions_[side].x * (p.y - start.y);
@@ -125,8 +126,9 @@ LineSide ClipView::side_of_line(const real_pt_t& a, const real_pt_t& b) const {
   return has_left ? LineSide::left : LineSide::right;
 }
 
-// Of two neighbouring sides that the outer end lies beyond, the edge crosses one on the border
-// and the other's line outside; the corner between them tells which.
+// Of two neighbouring sides that the outer end lies beyond, the edge crosses one on the border and
+// the line of the other one outside. On which side of the edge their corner lies decides between
+// them.
 BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& a = *outer.at;
   const real_pt_t& b = *other.at;
@@ -142,19 +144,19 @@ BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) 
   if (is_upright_ && cross_upright(side, a, b, &point)) return point;
   point = {cross_side(side, outer, other), 1u << side, side};
   const int end = next_side(side);
-  // Rounding must lead neither out of the edge's box nor off the side.
+  // Rounding must not move the point out of the edge's box or off the side.
   point.at = clamp_both(clamp_both(point.at, a, b), corners_[side], corners_[end]);
   if (is_same_point(point.at, corners_[side])) point.on |= sides_at(side);
   if (is_same_point(point.at, corners_[end])) point.on |= sides_at(end);
   return point;
 }
 
-// The crossing as a mean of the ends of the side, so that no end of the edge, however far away,
-// enters the sum.
+// Computes the crossing as a mean of the ends of the side, so that the ends of the edge, which may
+// be far away, are not part of the sum.
 real_pt_t ClipView::cross_side(int side, PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& start = corners_[side];
   const real_pt_t& end = corners_[next_side(side)];
-  // Differences from an end in the view are the smaller ones.
+  // Start from the end in the view, if there is one: differences to it are smaller.
   const double share = other.beyond == 0 ? crossing_share(*other.at, *outer.at, start, end)
                                          : crossing_share(*outer.at, *other.at, start, end);
   const double rest = 1.0 - share;

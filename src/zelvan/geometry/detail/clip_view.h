@@ -1,6 +1,6 @@
-/// The rectangle of a view as a convex polygon: where points lie to its sides, and where edges
-/// cross them. Each such question is decided exactly, so no two answers contradict each other;
-/// only the coordinates of a crossing are rounded.
+/// The rectangle of a view as a convex polygon: where points lie relative to its sides, and where
+/// edges cross them. Every such decision is exact, so no two contradict each other; only the
+/// coordinates of a crossing are rounded.
 #pragma once
 
 #include <zelvan/geometry/detail/outline_scan.h>
@@ -11,16 +11,16 @@
 
 namespace zelvan {
 
-// Side k of a view runs from corner k to the next one. Both are counted counter-clockwise, and in
-// an upright view from the left, as in `box_side`.
+// Side k of a view runs from corner k to the next one. Sides and corners are numbered
+// counter-clockwise; an upright view starts at the left, as in `box_side`.
 
-/// True if side `k` is in the set.
+/// Returns true if side `k` is in the set.
 inline bool holds(Sides sides, int k) { return (sides >> k & 1) != 0; }
 inline int next_side(int k) { return (k + 1) % 4; }
 inline int previous_side(int k) { return (k + 3) % 4; }
 
-/// A point and the sides that keep it out. The sides that it lies beyond follow each other around
-/// the view, and are never all four.
+/// A point, and the sides whose lines it lies beyond. These sides are neighbours around the view,
+/// and are never all four.
 struct PlacedPoint {
   const real_pt_t* at;
   Sides beyond;      ///< the sides whose line it lies beyond; 0 in the view or on its border
@@ -38,17 +38,17 @@ enum class LineSide { left, right, both };
 
 class ClipView {
  public:
-  /// Takes over the corners; false if they are not finite or are not, in their order, the corners
+  /// Sets the corners. Returns false if they are not finite or are not, in their order, the corners
   /// of a convex polygon.
   bool set(const real_rect_t& rect);
 
-  /// The view if it is upright, else the upright box around it.
+  /// Returns the view if it is upright, else the upright box around it.
   const ClipBox& box() const { return box_; }
   bool is_upright() const { return is_upright_; }
 
   const real_pt_t& corner(int k) const { return corners_[k]; }
 
-  /// The two sides that meet in a corner.
+  /// Returns the two sides that meet at a corner.
   static Sides sides_at(int corner) { return 1u << corner | 1u << previous_side(corner); }
 
   PlacedPoint place(const real_pt_t& p) const {
@@ -57,12 +57,12 @@ class ClipView {
     return {&p, out.beyond, out.not_within};
   }
 
-  /// Where the view lies, seen along the line from `a` to `b`. On both sides: it has corners left
+  /// Returns on which side of the line from `a` to `b` the view lies. `both` if it has corners left
   /// and right of the line.
   LineSide side_of_line(const real_pt_t& a, const real_pt_t& b) const;
 
-  /// Where the edge between both points, in either direction, passes between outside and inside.
-  /// Requires: `outer` beyond some side, and a part of the edge strictly inside.
+  /// Returns where the edge between the two points, in either direction, crosses the border.
+  /// Requires: `outer` is beyond some side, and a part of the edge is strictly inside.
   BorderPoint crossing(PlacedPoint outer, PlacedPoint other) const {
     BorderPoint point;
     const bool is_plain = is_upright_ && (outer.beyond & (outer.beyond - 1)) == 0;
@@ -79,10 +79,10 @@ class ClipView {
   int sign_inside(int side, const real_pt_t& p) const;
 
   real_pt_t corners_[4];
-  real_pt_t directions_[4];  // of the sides, of a length near 1; only of a turned view
+  real_pt_t directions_[4];  // of the sides, scaled to a length near 1; only if turned
   ClipBox box_;
-  real_pt_t centre_;  // the origin that `cross_upright` computes from
-  real_pt_t reach_;   // how far its ends may lie in the mean, see `WeighedPoint::is_within`
+  real_pt_t centre_;  // the origin of the computations in `cross_upright`
+  real_pt_t reach_;   // the limit for `WeighedPoint::is_within`, by axis
   bool is_upright_;
 };
 
@@ -107,7 +107,8 @@ struct WeighedPoint {
   /// True if the mean of |a| and |b| is at most `reach`, and no product overflows or underflows.
   /// If not, `at` is too inexact.
   bool is_within(double reach, double a, double b) const {
-    // An underflow is off by 2^-1075: nothing beside the least. The largest keeps out infinity.
+    // An underflow has an error of at most 2^-1075, negligible beside `least`. `largest` keeps out
+    // infinity.
     constexpr double least = 0x1p-900, largest = 0x1p1000;
     const double limit = reach * sum();
     return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= least &&

@@ -1,4 +1,4 @@
-/// Points of the standard forms, inline for the walks along a whole arc.
+/// Points of the standard forms, inline for loops along a whole arc.
 #pragma once
 
 #include <zelvan/geometry/conic.h>
@@ -7,7 +7,7 @@
 
 namespace zelvan {
 
-/// Back from the turned frame into the drawing.
+/// Converts a point from the turned frame to drawing coordinates.
 template <class Form>
 real_pt_t in_drawing(const Form& form, double u, double v) {
   return {u * form.cos_rot - v * form.sin_rot, v * form.cos_rot + u * form.sin_rot};

@@ -8,23 +8,24 @@
 
 namespace zelvan {
 
-/// An elliptical arc is cut into as many whole steps of this size, in radians of the parameter,
-/// as it holds, and these are stretched to fill it: 72 steps of 5 degrees on a whole ellipse, and
-/// never steps of more than 7.5 degrees.
+/// The step by which elliptical arcs are sampled, in radians of the parameter. An arc is cut into
+/// as many whole steps as it holds, which are then stretched to fill it. A whole ellipse has 72
+/// steps of 5 degrees, and no step exceeds 7.5 degrees.
 constexpr double sampling_angle = 0.087;
 
-/// Samples on the arc of a hyperbola or parabola, whatever its length.
+/// The number of samples on a hyperbola or parabola, whatever the length of the arc.
 constexpr int open_curve_samples = 40;
 
-/// At least 3, so that a flat ellipse, with its sweep of 0.0, is sampled too. A sweep that is
-/// not a number gets 3 as well: their points hold NaN, which no comparison lets through.
+/// Returns the number of samples for a sweep, at least 3, so that a flat ellipse with its sweep of
+/// 0.0 is sampled too. A NaN sweep has 3 as well; their points are NaN, which every comparison
+/// rejects.
 inline int ellipse_samples(double sweep) {
   const double steps = std::fabs(sweep) / sampling_angle;
   return steps >= 3.0 ? 1 + static_cast<int>(steps) : 3;
 }
 
-/// Calls `visit` with `count` points of `form`, from its start on. The step is added up, not
-/// multiplied, as the distances and boxes made of these points have it in their last bits.
+/// Calls `visit` with `count` points of `form`, starting at its start. The parameter is a running
+/// sum of steps, not a product: distances and boxes depend on it to the last bit.
 template <class Form, class Visit>
 void visit_samples(const Form& form, int count, double step, Visit& visit) {
   double t = 0.0;
@@ -34,9 +35,8 @@ void visit_samples(const Form& form, int count, double step, Visit& visit) {
   }
 }
 
-/// Classifies the conic, brings it into the standard form of its type and calls
-/// `visit(const real_pt_t&)` with each sample from the arc's start to its other end. Gives the
-/// type; a line and an unknown conic have no samples.
+/// Samples a conic: calls `visit(const real_pt_t&)` with points from the arc's start to its other
+/// end. Returns the type. A line and an unknown conic have no samples.
 template <class Visit>
 char visit_conic_samples(utl_conic_t* conic, Visit visit) {
   const char type = utl_conic_type(conic);

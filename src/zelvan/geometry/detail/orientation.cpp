@@ -1,7 +1,7 @@
-// The area is a sum of six products of the coordinates as they were given, and these are whole
-// multiples of one tiny unit, the square of the smallest double. A number of some 4200 bits so
-// holds the sum of any finite ones exactly: U. Kulisch, "Computer Arithmetic and Validity" (2008),
-// names it a complete register.
+// The area is a sum of six products of the input coordinates, each a whole multiple of one tiny
+// unit, the square of the smallest double. So an integer of about 4200 bits holds the sum of any
+// finite ones exactly. U. Kulisch, "Computer Arithmetic and Validity" (2008), calls it a complete
+// register.
 
 #include <zelvan/geometry/detail/orientation.h>
 
@@ -64,7 +64,7 @@ class ExactSum {
   static constexpr int lowest_exponent = 2 * -1074;
   static constexpr std::uint64_t low_half = 0xffffffff;
 
-  // Up to 2^2048 for a product, and some room for the sum of six.
+  // Up to 2^2048 for a product, and some room for a sum of six.
   static constexpr int n_limbs = (2048 + 2 * 1074) / 32 + 3;
 
   void add_at(int position, int sign, std::uint64_t v) {
@@ -75,7 +75,7 @@ class ExactSum {
     }
   }
 
-  // Leaves 32 bits in each limb, but the sign in the topmost.
+  // Propagates carries: leaves 32 bits in each limb; the top limb keeps the sign.
   void carry() {
     for (int i = 0; i + 1 < n_limbs; ++i) {
       limbs_[i + 1] += limbs_[i] >> 32;
@@ -83,7 +83,7 @@ class ExactSum {
     }
   }
 
-  std::int64_t limbs_[n_limbs] = {};  // the lowest first; carries wait in the upper bits
+  std::int64_t limbs_[n_limbs] = {};  // the lowest first; carries collect in the upper bits
 };
 
 }  // namespace

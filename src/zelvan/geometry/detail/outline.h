@@ -1,4 +1,4 @@
-/// A polygon of a set, on its own.
+/// One polygon of a set.
 #pragma once
 
 #include <zelvan/transforms/records.h>
@@ -7,14 +7,14 @@
 
 namespace zelvan {
 
-/// From its first vertex to its closing one.
+/// A polygon, from its first vertex to its closing one.
 struct Outline {
   const real_pt_t* points;
   const int* edge_flags;
   int count;
 };
 
-/// Appends it as it is.
+/// Appends the polygon unchanged.
 inline void append(const Outline& outline, drw_pset_t* target) {
   std::copy_n(outline.points, outline.count, target->points + target->n_points);
   std::copy_n(outline.edge_flags, outline.count, target->edge_flags + target->n_points);

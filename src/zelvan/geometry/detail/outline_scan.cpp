@@ -18,7 +18,7 @@ bool is_upright_from(const real_rect_t& rect, int k) {
 ClipBox box_around(const real_pt_t* points, int n) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   ClipBox box = nowhere;
-  // Of zeros with different signs, the first is the least, the last the largest.
+  // Of zeros with different signs, the first becomes the least, and the last the largest.
   const auto include = [](double v, double* least, double* largest) {
     *least = std::isnan(v) ? -infinity : std::min(*least, v);
     *largest = std::isnan(v) ? infinity : std::max(v, *largest);
@@ -32,7 +32,7 @@ ClipBox box_around(const real_pt_t* points, int n) {
 
 namespace {
 
-// Returns the next outline of two vertices or more that is wanted.
+// Returns the next outline of at least two vertices for which `is_wanted` returns true.
 template <class Test>
 FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
   const int* const flags = set.edge_flags;

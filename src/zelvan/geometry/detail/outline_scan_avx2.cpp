@@ -1,5 +1,5 @@
-// A vector holds two points, x and y by turns, and so do the bounds beside it. Every comparison
-// with a NaN has the outcome that it has in the plain forms.
+// A vector holds two points as x, y, x, y, and so do the bounds. Comparisons with a NaN have the
+// same results as in the plain forms.
 
 #include <zelvan/geometry/detail/outline_scan.h>
 
@@ -27,17 +27,18 @@ ZELVAN_AVX2 inline __m256d load(const real_pt_t* two_points) {
   return _mm256_loadu_pd(&two_points->x);
 }
 
-// Twice the same.
+// Loads one point into both halves.
 ZELVAN_AVX2 inline __m256d load_one(const real_pt_t* point) {
   return _mm256_broadcast_pd(reinterpret_cast<const __m128d*>(point));
 }
 
-// Bit 0 for the x of the first point, bit 1 for its y, bits 2 and 3 for the second.
+// Returns a bit mask: bit 0 for the x of the first point, bit 1 for its y, bits 2 and 3 for the
+// second.
 ZELVAN_AVX2 inline unsigned lanes(__m256d mask) {
   return static_cast<unsigned>(_mm256_movemask_pd(mask));
 }
 
-// True if the mask is set for the x of both points or for the y of both.
+// Returns true if the mask is set for the x of both points or for the y of both.
 ZELVAN_AVX2 inline bool of_both_points(__m256d mask) {
   return (lanes(mask) & lanes(mask) >> 2 & 0b0011) != 0;
 }
@@ -49,7 +50,7 @@ ZELVAN_AVX2 inline __m256d not_between(__m256d v, const Bounds& bounds) {
 
 // Tests points against one side of the box; `wanted` selects the lanes of that axis.
 struct Beyond {
-  __m256d bound, sign;  // with the sign turned, above becomes below
+  __m256d bound, sign;  // flipping the sign turns an upper bound into a lower one
   unsigned wanted;
 
   ZELVAN_AVX2 Beyond(const ClipBox& box, int side)
@@ -71,7 +72,7 @@ struct Inside {
   ZELVAN_AVX2 unsigned missing(__m256d v) const { return lanes(not_between(v, bounds)); }
 };
 
-// How many of the points, up to an even number of them, have no lane missing.
+// Returns how many leading points pass the test in all lanes. A last single point is not tested.
 template <class Test>
 ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& test) {
   for (int i = 0; i + 1 < n; i += 2) {
@@ -81,12 +82,12 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
   return n & ~1;
 }
 
-// A bit for each coordinate of 32 points, x and y by turns, as in `lanes`.
+// A bit for each coordinate of 32 points, in the order x, y, x, y, as in `lanes`.
 using LaneSet = std::uint64_t;
 
-// For each point: is the bit of its x or y set?
+// Returns a bit for each point: set if the bit of its x or its y is set.
 inline std::uint32_t of_points(LaneSet lanes) {
-  // Bits 0, 2, 4 and so on, moved together in steps that halve the gaps.
+  // Compress the even bits: each step halves the gaps between them.
   LaneSet bits = (lanes | lanes >> 1) & 0x5555555555555555;
   bits = (bits | bits >> 1) & 0x3333333333333333;
   bits = (bits | bits >> 2) & 0x0f0f0f0f0f0f0f0f;
@@ -95,14 +96,14 @@ inline std::uint32_t of_points(LaneSet lanes) {
   return static_cast<std::uint32_t>(bits | bits >> 16);
 }
 
-// Finds one closing flag after the other. Where the next eight flags stand does not depend on what
-// was found among the last, so the processor works on several outlines at once.
+// Iterates over closing flags. The address of the next eight flags does not depend on what was
+// found before, so the processor works on several outlines at once.
 class ClosingFlags {
  public:
   ClosingFlags(const int* edge_flags, int from, int end)
       : edge_flags_(edge_flags), end_(end), block_(std::int64_t{from} - 8) {}
 
-  // Returns the index of the next one, or the end.
+  // Returns the index of the next closing flag, or the end.
   ZELVAN_AVX2 int next() {
     while (closing_ == 0) {
       block_ += 8;
@@ -116,7 +117,7 @@ class ClosingFlags {
 
  private:
   ZELVAN_AVX2 unsigned closing_of_eight() const {
-    // The closing flags are the two numbers that are 2 but for their last bit.
+    // The two closing flags are the numbers that equal 2 without the lowest bit.
     const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
     const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
     const auto* flags = reinterpret_cast<const __m256i*>(edge_flags_ + block_);
@@ -134,21 +135,22 @@ class ClosingFlags {
 
   const int* const edge_flags_;
   const int end_;
-  std::int64_t block_;    // the index of its first flag, which may exceed an int after the end
-  unsigned closing_ = 0;  // of the block, those not yet returned: bit k for flag k
+  std::int64_t block_;    // index of the block's first flag; may exceed an int after the end
+  unsigned closing_ = 0;  // bit k: flag k of the block closes and was not yet returned
 };
 
-// The extent of an outline: for x and y, of every other point each. NaN coordinates are left out.
+// The extent of an outline in x and y; each half of a vector covers about every other point. NaN
+// coordinates are left out.
 struct Extent {
   __m256d least, largest;
-  __m256d has_nan;  // set where some coordinate is
+  __m256d has_nan;  // set where some coordinate is NaN
 
   ZELVAN_AVX2 Extent()
       : least(_mm256_set1_pd(infinity)),
         largest(_mm256_set1_pd(-infinity)),
         has_nan(_mm256_setzero_pd()) {}
   ZELVAN_AVX2 void add(__m256d v) {
-    least = _mm256_min_pd(v, least);  // the second one if either is a NaN
+    least = _mm256_min_pd(v, least);  // returns the second operand if either is a NaN
     largest = _mm256_max_pd(v, largest);
     has_nan = _mm256_or_pd(has_nan, _mm256_cmp_pd(v, v, _CMP_UNORD_Q));
   }
@@ -177,20 +179,20 @@ struct Extent {
   }
 };
 
-// Of a run of two points or more.
+// Returns the extent of at least two points.
 ZELVAN_AVX2 inline Extent extent_of(const real_pt_t* points, const real_pt_t* end) {
-  Extent extent, other;  // two that don't wait for each other
+  Extent extent, other;  // two independent chains, so that neither waits for the other
   for (; end - points >= 4; points += 4) {
     extent.add(load(points));
     other.add(load(points + 2));
   }
   if (end - points >= 2) extent.add(load(points));
-  if ((end - points) % 2 != 0) other.add(load(end - 2));  // the last one, and one once more
+  if ((end - points) % 2 != 0) other.add(load(end - 2));  // the last, and again the one before
   extent.add(other);
   return extent;
 }
 
-// Returns the next outline of two vertices or more that is wanted.
+// Returns the next outline of at least two vertices for which `is_wanted` returns true.
 template <class Test>
 ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
   ClosingFlags closing_flags(set.edge_flags, from, set.n_points);
@@ -252,7 +254,7 @@ ZELVAN_AVX2 bool has_repeats(Avx2, const real_pt_t* points, int n) {
 ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipBox& outer,
                                const ClipBox& inner) {
   const Bounds out(outer), in(inner);
-  LaneSet below = 0, above = 0, not_inside = 0;  // each two points come in at the top
+  LaneSet below = 0, above = 0, not_inside = 0;  // each step shifts two points in at the top
   const auto look_at = [&](__m256d v) ZELVAN_AVX2 {
     below = below >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
     above = above >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
@@ -265,7 +267,7 @@ ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipB
     i += 2;
   }
   const int unused = 64 - 2 * i;
-  // An edge is left out if both ends are apart in one lane, or both are inside.
+  // An edge is left out if both ends are outside on the same side, or both are inside.
   const LaneSet apart = (below & below >> 2) | (above & above >> 2);
   const LaneSet reaches_out = not_inside | not_inside >> 2;
   const EdgeSet all = (EdgeSet{1} << (n - 1)) - 1;
