@@ -60,7 +60,7 @@ CLineTypeDefPattern& CLineTypeDefinition::GetPattern() { return pattern; }
 
 void CLineTypeDefinition::SetPattern(CLineTypeDefPattern source) {
   pattern.RemoveAllFragments();
-  // Added one by one, so that their sum is computed anew.
+  // Added one by one, so that the sum is computed anew.
   double length = source.GetFirstFragment();
   for (int n = source.GetNumFragments(); n > 0; --n) {
     pattern.AddFragment(length);

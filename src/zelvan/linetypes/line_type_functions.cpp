@@ -4,7 +4,7 @@
 
 namespace {
 
-// GetDefinition is exported without const but only reads.
+// GetDefinition only reads, but is exported without const.
 CLineTypeDefinition* find(const CLineTypeDefList* list, unsigned int index) {
   return const_cast<CLineTypeDefList*>(list)->GetDefinition(index);
 }

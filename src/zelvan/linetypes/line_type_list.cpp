@@ -74,7 +74,8 @@ int CLineTypeDefList::AddLineTypeDefinition(CLineTypeDefinition* definition, boo
   bool is_taken = false;
   for (int i = 0; i < num_definitions; ++i) {
     const CLineTypeDefinition* entry = definitions[i];
-    // With a NaN in it a definition doesn't equal itself, and must not be owned twice.
+    // Compare the pointers too: a definition with a NaN doesn't equal itself, but must not be owned
+    // twice.
     already_there = entry == definition || *entry == *definition;
     if (already_there) return static_cast<int>(entry->GetIndex());
     is_taken = is_taken || entry->GetIndex() == index;

@@ -13,7 +13,7 @@
 #include <string>
 #include <utility>
 
-// One log for all objects, without locks: callers keep setting, opening and destroying apart.
+// One log for all objects, without locks: callers must not set, open and destroy at the same time.
 logPriorities Logger::log_level = logTrace;
 int Logger::max_num_files = 2;
 int Logger::max_num_lines = 5000;
@@ -26,11 +26,11 @@ bool Logger::init_pending = true;
 
 namespace {
 
-// A block of `malloc`; null if the heap refuses.
+// Returns a copy from `malloc`; null if the heap is exhausted.
 char* copy_of(const char* name) { return zelvan::heap_copy(name == nullptr ? "" : name).release(); }
 
-// Reads `variable` as a scan for "%d" would; a number beyond the range of `int` counts as the
-// nearest within.
+// Reads an environment variable as a scan for "%d" would. A number outside the range of `int`
+// becomes the nearest limit.
 void read_number(const char* variable, int* number) {
   const char* const text = std::getenv(variable);
   if (text == nullptr) return;
@@ -39,7 +39,7 @@ void read_number(const char* variable, int* number) {
   if (end != text) *number = static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
 }
 
-// The string has the old value when the heap refuses.
+// Assigns a new value; if the heap is exhausted, keeps the old one.
 void replace(std::string* string, const char* by) {
   try {
     string->assign(by);
@@ -79,7 +79,7 @@ bool Logger::warn(const char*, const char*) { return true; }
 bool Logger::outlog(logPriorities, const char*, const char*) { return true; }
 
 void Logger::setClassname(char* name) {
-  char* const copy = copy_of(name);  // first, since `name` may be the present one
+  char* const copy = copy_of(name);  // copied first: `name` may be the present name
   std::free(std::exchange(classname, copy));
 }
 

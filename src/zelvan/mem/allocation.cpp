@@ -1,7 +1,7 @@
-// A handler may do anything to the list while it allocates: release, evict, allocate, let the
-// table grow. So nothing that was read before a handler call is used after it. Where the answer
-// "go on" can't be followed (no block, no row, a sum that no int holds), the allocation fails; this
-// is checked after the last handler call.
+// A handler may do anything to the list while it allocates: release, evict, allocate, make the
+// table grow. So values read before a handler call are never used after it. The answer "go on"
+// can't always be followed: there may be no block, no row, or a sum that no `int` holds. Then the
+// allocation fails; this is checked after the last handler call.
 
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>
@@ -12,8 +12,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-// All of the module's state, shared by every list of the process and unguarded: callers let one
-// thread at a time into the family.
+// The state of the module, shared by all lists of the process, without locks: callers must let only
+// one thread at a time use the family.
 int mem_trace = 0;
 
 namespace zelvan {
@@ -33,8 +33,8 @@ struct Request {
   void** back_ptr;
 };
 
-/// A table whose first `n_old` rows are copies of `old`, the others empty. Null if the heap
-/// refuses.
+/// Returns a table whose first `n_old` rows are copies of `old` and whose other rows are empty;
+/// null if the heap is exhausted.
 MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
   auto* const table =
       static_cast<MemEntry*>(std::malloc(static_cast<std::size_t>(n_entries) * sizeof(MemEntry)));
@@ -44,8 +44,8 @@ MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
   return table;
 }
 
-/// Adds 16 rows to the list. False, with nothing changed, if the heap refuses or no `int` counts
-/// them.
+/// Adds 16 rows to the list. Returns false and changes nothing if the heap is exhausted or the
+/// number of rows would exceed an `int`.
 bool grow(MemList* list) {
   if (list->n_entries > INT_MAX - rows_at_a_time) return false;
   const int n_entries = list->n_entries + rows_at_a_time;
@@ -59,22 +59,23 @@ bool grow(MemList* list) {
 
 bool is_full(const MemList* list) { return list->n_used == list->n_entries; }
 
-/// Returns what the pool would use with `size` bytes more, in a type that holds any such sum.
+/// Returns the pool's use plus `size` bytes, in a type that can't overflow.
 long long sum_with(const MemPool* pool, int size) {
   return static_cast<long long>(pool->used) + size;
 }
 
-/// Asks the heap for a block. A negative size becomes one that every heap refuses.
+/// Allocates a block. A negative size becomes a huge one, which every heap refuses.
 void* block_of(int size) { return std::malloc(static_cast<std::size_t>(size)); }
 
-/// The entry's block holds `place`. An empty entry has no length, so nothing lies in it.
+/// Returns true if the entry's block contains `place`. An empty entry has size 0 and contains
+/// nothing.
 bool holds(const MemEntry& entry, const void* place) {
   const auto distance =
       reinterpret_cast<std::uintptr_t>(place) - reinterpret_cast<std::uintptr_t>(entry.address);
   return distance < static_cast<std::uintptr_t>(entry.size);
 }
 
-/// The first entry from `first` on whose block `place` lies in; null if there is none.
+/// Returns the first entry, from `first` on, whose block contains `place`; null if there is none.
 MemEntry* find_block_around(MemList* list, MemEntry* first, const void* place) {
   MemEntry* const end = list->entries + list->n_entries;
   MemEntry* const found =
@@ -82,8 +83,8 @@ MemEntry* find_block_around(MemList* list, MemEntry* first, const void* place) {
   return found == end ? nullptr : found;
 }
 
-/// Calls the handler. False if it gives up, or if it has released the block in which the back
-/// pointer lies: the address of the new block could not be stored any more.
+/// Calls the handler and returns whether to go on. False if the handler gives up, or if it has
+/// released the block that contains the back pointer: the new address could no longer be stored.
 bool may_go_on(const Request& request, int code) {
   MemList* const list = request.list;
   const MemEntry* const home = find_block_around(list, list->entries, request.back_ptr);
@@ -91,18 +92,18 @@ bool may_go_on(const Request& request, int code) {
   const MemEntry before = home == nullptr ? empty_entry : *home;
   MemException exception = {code, list, request.key, request.size};
   if (list->exception_handler(&exception) == 0) return false;
-  // Address and number: a later block may have the one, and an empty row has the number 0.
+  // Compare both: a new block may have the same address, and an empty row has the number 0.
   const MemEntry& now = list->entries[index];
   return home == nullptr || (now.address == before.address && now.sequence == before.sequence);
 }
 
-/// Where a new block goes, and the block that its back pointer lies in.
+/// The row for a new block, and the entry whose block contains its back pointer.
 struct NewRow {
-  MemEntry* row;   ///< the free row of lowest index; null if there is none
+  MemEntry* row;   ///< the free row of lowest index; null if the table is full
   MemEntry* home;  ///< null if there is none
 };
 
-/// Finds both in one walk.
+/// Finds both in one pass over the table.
 NewRow find_new_row(MemList* list, const void* back_ptr) {
   MemEntry* const end = list->entries + list->n_entries;
   const auto is_empty = [](const MemEntry& entry) { return entry.address == nullptr; };
@@ -117,7 +118,7 @@ NewRow find_new_row(MemList* list, const void* back_ptr) {
 
 int next_serial_number() {
   const int number = mem_sequence;
-  mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);  // wraps; ages still tell
+  mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);  // wraps; ages stay right
   return number;
 }
 
@@ -131,7 +132,8 @@ int allocate_untracked(int size, void** back_ptr) {
   return MEM_SUCCESS;
 }
 
-/// Raises what stands in the way of the request before the block is asked for.
+/// Before the block is allocated, calls the handler for each obstacle: the pool's limit, a full
+/// table. Returns an error if the handler gives up.
 int make_room(const Request& request) {
   MemList* const list = request.list;
   if (request.size > list->pool->limit) {
@@ -152,7 +154,8 @@ int make_room(const Request& request) {
   return MEM_SUCCESS;
 }
 
-/// The block; null, with the trace written, if the heap refuses it.
+/// Allocates the block, asking the handler if the heap refuses. Returns null, with the trace
+/// written, on failure.
 void* get_block(const Request& request) {
   void* block = block_of(request.size);
   if (block != nullptr) return block;
@@ -162,8 +165,8 @@ void* get_block(const Request& request) {
   return block;
 }
 
-/// Charges the block and enters it into the table, or says why that can't be. No handler runs
-/// in here.
+/// Charges the block to the pool and enters it into the table, or returns an error. Calls no
+/// handler.
 int track(const Request& request, void* block) {
   MemList* const list = request.list;
   const long long used = sum_with(list->pool, request.size);
@@ -171,7 +174,7 @@ int track(const Request& request, void* block) {
     if (mem_trace != 0) MemTrace("**Pool overflow after exception processing\n");
     return MEM_POOL_OVERFLOW;
   }
-  // Full again if a handler has allocated from the list since the table was looked at.
+  // A handler may have filled the table again since the last check.
   if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
   const auto [entry, home] = find_new_row(list, request.back_ptr);
   if (entry == nullptr) return MEM_TABLE_FAILED;

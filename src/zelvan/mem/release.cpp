@@ -8,8 +8,8 @@ namespace zelvan {
 
 namespace {
 
-/// Takes the child out of its parent's total, so that it is counted in the parent that it
-/// names and in no other.
+/// Removes the child from its parent's total and ends the link, so that it never counts in two
+/// parents.
 void leave_parent(MemList* list, MemEntry* child) {
   if (child->parent < 0) return;
   list->entries[child->parent].total_size -= child->size;
@@ -27,7 +27,7 @@ void Children::list_by_parent(const MemList* list) {
   if (first_ == nullptr) return;
   next_ = first_ + n;
   std::fill(first_, first_ + 2 * static_cast<std::size_t>(n), n);
-  for (int child = n - 1; child >= 0; --child) {  // backward, so that each list is in order
+  for (int child = n - 1; child >= 0; --child) {  // backwards, so that each list is in table order
     const int parent = list->entries[child].parent;
     if (parent < 0 || parent >= n) continue;
     next_[child] = first_[parent];
@@ -51,7 +51,7 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
     return;
   }
   if (children.first(list, index) != list->n_entries) {
-    // Readers of the trace know this line as it is, a slash at its end and no new line.
+    // Programs that read the trace know this line with a slash at its end and no new line.
     if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
     return;
   }
@@ -69,7 +69,7 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
                long{parent.sequence}, long{parent.total_size});
     }
   }
-  // The pointer first: it may lie in the block itself.
+  // Clear the pointer first: it may lie in the block itself.
   *entry.back_ptr = nullptr;
   std::free(entry.address);
   entry = empty_entry;
@@ -98,7 +98,7 @@ void MemFree(MemList* list, void* address) {
   if (mem_trace != 0) {
     MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
   }
-  // One walk finds the row, and whether a child stands before it.
+  // One pass finds the row and whether a child precedes it.
   const MemEntry* const end = list->entries + list->n_entries;
   const MemEntry* entry = list->entries;
   bool has_child_before = false;

@@ -14,17 +14,17 @@
 namespace zelvan {
 namespace {
 
-// A shorter ring is asked about as fast edge by edge.
+// Shorter rings are as fast without a tree.
 constexpr unsigned int fewest_for_tree = 128;
 
-// Fewer rings are found as fast one by one.
+// Fewer rings are as fast without a grid.
 constexpr int fewest_for_grid = 6;
 
-// How much of everything a table has.
+// The sizes of a table's arrays.
 struct Sizes {
   int rings = 0;
   std::size_t vertices = 0;
-  std::size_t points = 0;  // the first of each ring twice
+  std::size_t points = 0;  // the first of each ring is stored twice
   std::size_t groups = 0;
 
   void add_ring(unsigned int n) {
@@ -51,25 +51,25 @@ struct PickTable {
   explicit PickTable(const Sizes& sizes);
   bool has_memory() const;
 
-  // Copies and prepares the next ring.
+  // Copies a ring into the table and prepares it.
   template <class Point>
   void append(const Point* from, unsigned int n);
 
-  // Called once all rings are there. Returns false if the heap refuses.
+  // Completes the table after the last ring. Returns false if the heap is exhausted.
   bool finish();
 
-  // Calls `look(k, winding number)` for those of the rings from `first` to before `last` that wind
-  // about the point, ascending, until it returns false.
+  // Calls `look(k, winding number)` in ascending order for the rings from `first` up to but not
+  // including `last` that wind about the point. Stops when `look` returns false.
   template <class Look>
   void visit(int first, int last, double x, double y, const Look& look) const;
 
   std::size_t bytes() const;
 
-  Sizes used;  // so far
+  Sizes used;  // what the rings appended so far use
   std::unique_ptr<PreparedRing[]> rings;
   std::unique_ptr<DblPt[]> points;
   std::unique_ptr<BoxGroup[]> groups;
-  RingGrid grid;  // if there are several
+  RingGrid grid;  // filled from `fewest_for_grid` rings on
 };
 
 PickTable::PickTable(const Sizes& sizes)
@@ -159,7 +159,7 @@ PickTable* table_of_set(const drw_pset_t& set) {
   return table->finish() ? table.release() : nullptr;
 }
 
-// A function of its own, so that the way to a short ring saves no registers.
+// Not inline, so that the path for a short ring saves no registers.
 [[gnu::noinline]] bool is_in_any(const PickTable& table, double x, double y) {
   bool is_inside = false;
   table.visit(0, table.used.rings, x, y, [&](int, int) {
@@ -179,7 +179,7 @@ CPickIndex::CPickIndex(unsigned int n, const DblPt* points)
 
 CPickIndex::CPickIndex(const drw_pset_t& set) : CPickIndex(table_of_set(set)) {}
 
-// Beside the table, so that a short ring is found with one load less, a tenth of its time.
+// The index itself points to a short ring, too: that saves one load, a tenth of its time.
 CPickIndex::CPickIndex(PickTable* made) : table(made), short_ring(nullptr), n_short(0) {
   if (table == nullptr || table->used.rings != 1 || table->rings[0].tree != nullptr) return;
   short_ring = table->rings[0].points;

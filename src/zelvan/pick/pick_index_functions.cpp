@@ -7,7 +7,7 @@
 
 namespace {
 
-// Returns the index, or deletes it and returns null if it found no memory.
+// Returns the index; if its memory could not be allocated, deletes it and returns null.
 CPickIndex* if_ready(CPickIndex* index) {
   if (index == nullptr || index->isReady()) return index;
   delete index;

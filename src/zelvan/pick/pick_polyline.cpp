@@ -7,10 +7,10 @@
 
 namespace {
 
-// One point has no segment.
+// A polyline of one point has no segment and is stored as empty.
 unsigned int usable(unsigned int n) { return n < 2 ? 0 : n; }
 
-// The test of a point against the box of one segment, inflated by the tolerance.
+// Returns true if the point lies in the box of the segment, enlarged by the tolerance.
 bool box_holds(const DblPt& a, const DblPt& b, const DblPt& p, double tol) {
   return std::max(a.x, b.x) + tol >= p.x && p.x >= std::min(a.x, b.x) - tol &&
          std::max(a.y, b.y) + tol >= p.y && p.y >= std::min(a.y, b.y) - tol;

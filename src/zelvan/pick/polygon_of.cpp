@@ -22,7 +22,7 @@ Part find_polygon(const drw_pset_t& set, int k) {
   return {nullptr, 0};
 }
 
-// Requires: a region with room for the points, or an empty one.
+// Copies the points into the region. Requires: a region with room for them, or an empty one.
 template <class Region>
 void fill(Region& region, const Part& part) {
   DblPt* to = region.start();

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Returns the region, or deletes it and returns null if it is empty, for want of points or memory.
+// Returns the region; if it is empty, for lack of points or memory, deletes it and returns null.
 template <class Region>
 Region* unless_empty(Region* region) {
   if (region == nullptr || region->start() != nullptr) return region;

@@ -14,7 +14,8 @@ using zelvan::Delimiters;
 using zelvan::WideSet;
 using zelvan::WideText;
 
-// The punctuation that ends a token: no backslash, and of all beyond ASCII just two quotes.
+// The punctuation that ends a token: without the backslash, and with only two characters beyond
+// ASCII, the curly double quotes.
 constexpr unsigned short punctuation[] = {
     ' ', '!', '"', 0x201C, 0x201D, '#', '$', '%', '&', '\'', '(', ')', '*', '+', ',', '-', '.',
     '/', ':', ';', '<',    '=',    '>', '?', '@', '[', ']',  '^', '_', '`', '{', '|', '}', '~',

@@ -16,13 +16,13 @@ namespace {
 /// The result of a parser and the text that it points to.
 using Result = zelvan::field_record;
 
-constexpr std::size_t buffer_size = sizeof(Result::text);  // the terminator counts
+constexpr std::size_t buffer_size = sizeof(Result::text);  // including the terminator
 
-// The module's state, all zero at load. One thread at a time may be in one of the three parsers
-// that use it: callers see to that, there is no lock.
+// The state of the module, all zero at load, without a lock: callers must let only one thread at a
+// time use the three parsers.
 Result parse_result;            // of str_parse and str_parseEx
 Result vvcp_result;             // of str_parse_vvcp
-char number_text[buffer_size];  // the text of numbers, of all three
+char number_text[buffer_size];  // the text of a number, for all three
 
 /// How a string ends and what a backslash does in it.
 struct StringSyntax {
@@ -46,7 +46,7 @@ constexpr auto kinds = [] {
 
 Kind kind_of(char c) { return kinds[static_cast<unsigned char>(c)]; }
 
-/// The characters at which a copy stops, the terminator always among them.
+/// A set of characters that end a copy; the terminator is always one of them.
 class Stops {
  public:
   constexpr explicit Stops(const char* characters) {
@@ -61,7 +61,7 @@ class Stops {
 };
 
 constexpr Stops ends_field(" ");
-constexpr Stops may_mean_more("\"$\\");  // in a string
+constexpr Stops may_mean_more("\"$\\");  // inside a string
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_sign(char c) { return c == '+' || c == '-'; }
@@ -71,12 +71,13 @@ char* skip_digits(char* p) {
   return p;
 }
 
-// The text may lie in the very buffer that a word or string is copied to, since a caller may hand
-// over what an earlier call returned. So no byte of it is overwritten before it has been read.
-// Numbers are an exception: the copy is terminated where the exponent of such a text begins.
+// A caller may parse text that an earlier call returned, so the text can lie in the buffer that a
+// word or string is copied to. No byte is therefore overwritten before it is read. Numbers are an
+// exception: the terminator written after the mantissa can overwrite the start of the exponent.
 
-/// Copies characters up to the first of `stops`, at most `room`, and returns how many. In blocks of
-/// a fixed size, whose loop the compiler unrolls: a field of ten bytes takes a sixth less time.
+/// Copies characters up to the first of `stops`, at most `room`, and returns their number. Works in
+/// blocks of a fixed size, whose loop the compiler unrolls: this saves a sixth of the time for a
+/// field of ten bytes.
 template <const Stops& stops>
 std::size_t copy_until(const char* from, char* to, std::size_t room) {
   constexpr std::size_t block = 8;
@@ -91,13 +92,13 @@ std::size_t copy_until(const char* from, char* to, std::size_t room) {
   return n;
 }
 
-/// Stores and returns STR_END: there is no field at `p`, or it doesn't fit the buffer.
+/// Stores and returns STR_END: there is no field at `p`, or it doesn't fit into the buffer.
 str_field* store_end(char* p, Result& result) {
   result.field = {STR_END, 0.0, 0, nullptr, p};
   return &result.field;
 }
 
-// ---- The scans store and return the field that begins at `p`, which is no space
+// ---- The scans store and return the field that begins at `p`, which is not white space
 
 str_field* scan_word(char* p, Result& result) {
   const std::size_t length = copy_until<ends_field>(p, result.text, buffer_size - 1);
@@ -121,7 +122,7 @@ str_field* scan_word(char* p, Result& result) {
       ++next;
       break;
     }
-    if (*next == '\\' && escapes && *++next == '\0') break;  // the last backslash is dropped
+    if (*next == '\\' && escapes && *++next == '\0') break;  // a backslash at the end is dropped
     if (length == buffer_size - 1) return store_end(p, result);
     result.text[length++] = *next++;
   }
@@ -131,10 +132,10 @@ str_field* scan_word(char* p, Result& result) {
 }
 
 constexpr std::ptrdiff_t kept_digits = 20;
-constexpr std::ptrdiff_t longest_mantissa = kept_digits + 2;  // as it is kept: with sign and point
+constexpr std::ptrdiff_t longest_mantissa = kept_digits + 2;  // with sign and point
 constexpr int most_exponent_digits = 3;
 
-/// True if what starts at `p` may be a number; whether it is one, `scan_number` finds out.
+/// Returns true if a number may start at `p`; `scan_number` decides.
 bool may_be_number(const char* p) {
   if (is_digit(*p)) return true;
   if (*p == '.') return is_digit(p[1]);
@@ -144,12 +145,12 @@ bool may_be_number(const char* p) {
 /// The part of a number before its exponent.
 struct Mantissa {
   std::ptrdiff_t length;
-  std::ptrdiff_t digits;    // all of them
-  std::ptrdiff_t decimals;  // those after the point
-  std::uint64_t whole;      // the digits without the point, as long as they are few
+  std::ptrdiff_t digits;    // number of all digits
+  std::ptrdiff_t decimals;  // number of digits after the point
+  std::uint64_t whole;      // all digits as an integer; valid only for few digits
 };
 
-/// Reads the mantissa at `p`, and copies what may be kept of it to `number_text`, in one pass.
+/// Reads the mantissa at `p` and copies the part that may be kept to `number_text`, in one pass.
 Mantissa scan_mantissa(const char* p, char* number_text) {
   std::ptrdiff_t n = 0;
   std::uint64_t whole = 0;
@@ -171,9 +172,9 @@ Mantissa scan_mantissa(const char* p, char* number_text) {
   return {n, n - integer - 1, n - point - 1, whole};
 }
 
-/// Stores the number that few digits and a small power of ten make, without its sign: a double
-/// holds both, so that their product or quotient is rounded once. False if it may not hold them.
-/// (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
+/// Computes the number from a short mantissa and a small power of ten, without the sign. A double
+/// holds both exactly, so their product or quotient is rounded only once. Returns false if one may
+/// be too large. (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
 bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* value) {
   static constexpr double powers_of_10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
@@ -187,11 +188,11 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return true;
 }
 
-/// Reads a number, whose text goes to `number_text`, or a word if it is no number.
+/// Scans a number, with its text in `number_text`; scans a word if it is no number.
 [[gnu::noinline]] str_field* scan_number(char* p, Result& result, char* number_text) {
   if (!may_be_number(p)) return scan_word(p, result);
   const Mantissa mantissa = scan_mantissa(p, number_text);
-  // Surplus digits are cut off the written form, even before the point: the value shrinks.
+  // Surplus digits are cut off the text, even before the point, which makes the value smaller.
   const std::ptrdiff_t surplus = std::max<std::ptrdiff_t>(mantissa.digits - kept_digits, 0);
   auto length = static_cast<std::size_t>(mantissa.length - surplus);
   number_text[length] = '\0';
@@ -212,7 +213,7 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
     if (is_negative) exponent = -exponent;
   }
   if (!ends_field.contains(*end)) return scan_word(p, result);
-  if (exponent_digits > 0) {  // an "e" without digits is skipped and no part of the text
+  if (exponent_digits > 0) {  // an "e" without digits is skipped and not part of the text
     const auto exponent_length = static_cast<std::size_t>(end - mantissa_end);
     std::memmove(number_text + length, mantissa_end, exponent_length);
     length += exponent_length;
@@ -228,9 +229,9 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return &result.field;
 }
 
-/// Returns the number by which to ask the C library about a character. 0xFF is the character -1,
-/// which is EOF there: neither blank nor printable in any locale, though Latin-1 has a letter in
-/// its place. Any other character is asked for by its unsigned number, which every C library takes.
+/// Returns the argument for the C library's character tests. 0xFF is passed as -1, which is EOF:
+/// neither blank nor printable in any locale, although it is a letter in Latin-1. Other characters
+/// are passed as unsigned numbers, which every C library accepts.
 int number_to_ask_by(char c) {
   const auto number = static_cast<unsigned char>(c);
   return number == 0xFF ? EOF : number;
@@ -241,7 +242,7 @@ bool is_printable(char c) { return std::isprint(number_to_ask_by(c)) != 0; }
 
 str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax);
 
-/// Parses from a character that only the C library can classify, or from the end.
+/// Parses from a byte that only the C library can classify, or from the terminator.
 [[gnu::noinline]] str_field* parse_unclear(char* p, Result& result, char* number_text,
                                            StringSyntax syntax) {
   if (is_blank(*p)) {
@@ -266,10 +267,10 @@ str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax
   }
 }
 
-/// Returns the place after the stretch in quotes that opens at `p`.
+/// Returns the position after the quoted part that opens at `p`.
 char* skip_quoted(char* p) {
   ++p;
-  if (*p == '"') return p;  // the second of two opens a stretch of its own
+  if (*p == '"') return p;  // the second of two quotes opens a part of its own
   while (*p != '\0' && *p != '"') ++p;
   return *p == '\0' ? p : p + 1;
 }
@@ -305,7 +306,7 @@ str_field* str_parse_vvcp(char* text) {
 const str_field* zelvan::read_field(const char* text, field_record* record, string_rules rules) {
   const bool is_vvcp = rules == string_rules::of_str_parse_vvcp;
   const bool dollar_closes = !is_vvcp && rules != string_rules::of_str_parse_mode_1;
-  // The text is only read. Its address goes into the field, through which the caller may read on.
+  // The text is only read. The field gets its address as non-const, so that the caller may read on.
   return parse(const_cast<char*>(text), *record, record->text, {dollar_closes, is_vvcp});
 }
 

@@ -20,7 +20,7 @@ constexpr std::size_t none = NarrowSet::none;
 constexpr unsigned short number_characters[] = {'0', '1', '2', '3', '4', '5',
                                                 '6', '7', '8', '9', '.'};
 constexpr WideSet is_of_number(WideText(number_characters, std::size(number_characters)));
-constexpr WideSet is_digit(WideText(number_characters, 10));  // all but the dot
+constexpr WideSet is_digit(WideText(number_characters, 10));  // without the point
 
 }  // namespace
 
@@ -29,7 +29,7 @@ void zelvan::append_wide_tokens(WideText text, const WideSet& delimiters, Delimi
   const bool keeps = fate == Delimiters::kept;
   std::size_t start = keeps ? 0 : delimiters.first_not_in(text, 0);
   std::size_t end = delimiters.first_in(text, start);
-  // An empty text still gives one token where delimiters are kept: its start is 0, not none.
+  // With kept delimiters, an empty text still produces one token: its start is 0, not `none`.
   while (start != none) {
     if (start < text.size() && is_digit.contains(text[start])) {
       end = delimiters.first_in(text, is_of_number.first_not_in(text, start));

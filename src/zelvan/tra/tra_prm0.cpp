@@ -1,5 +1,5 @@
-// Only whole-number steps stand here, so neither the rounding mode nor the floating-point
-// unit of the machine has any say. Each conversion holds one number as a big-endian word.
+// Integer arithmetic only, so neither the rounding mode nor the floating-point unit matters. Each
+// conversion takes and returns one number as a big-endian word.
 
 #include <zelvan/tra/detail/elements.h>
 #include <zelvan/tra/foreign_floats.h>
@@ -34,7 +34,7 @@ inline std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm) {
   std::uint64_t f = ibm & 0x00FF'FFFF'FFFF'FFFF;
   if (f == 0) return ibm == 0 ? 0 : 0xFFFF'FFFF'FFFF'FFFF;
   int e = 4 * static_cast<int>(ibm >> 56 & 0x7F) - 262;
-  const int places = std::countl_zero(f) - 11;  // how far the leading 1 is from bit 52
+  const int places = std::countl_zero(f) - 11;  // the distance of the leading 1 from bit 52
   f = places >= 0 ? f << places : f >> -places;
   e -= places;
   const auto field = static_cast<std::uint64_t>(e + 1025);  // 711 to 1274 over all sources
@@ -55,7 +55,7 @@ inline std::uint32_t tra_ieee_to_ibm_single(std::uint32_t ieee) {
     m <<= places;
     e -= places;
   }
-  const int s = -(e + 1) & 3;  // up to a whole hexadecimal digit
+  const int s = -(e + 1) & 3;  // shift to a whole hexadecimal digit
   const auto x = static_cast<std::uint32_t>(((e + 1 + s) >> 2) + 64);
   return sign | x << 24 | m >> s >> 8;
 }

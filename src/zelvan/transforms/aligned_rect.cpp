@@ -11,8 +11,8 @@ CAlignedRect::CAlignedRect(double x1, double y1, double x2, double y2) { set(x1,
 void CAlignedRect::set(DblPt& p, DblPt& q) { set(p.x, p.y, q.x, q.y); }
 
 void CAlignedRect::set(double x1, double y1, double x2, double y2) {
-  // The order of the operands is interface: of two zeros, or with a NaN, the left side is x2 and
-  // the right one x1.
+  // The order of the operands is part of the interface: of two zeros, or with a NaN, the left side
+  // is x2 and the right side x1.
   left_ = smaller_or_second(x1, x2);
   bottom_ = smaller_or_second(y1, y2);
   right_ = larger_or_second(x2, x1);

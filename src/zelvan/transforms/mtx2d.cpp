@@ -13,7 +13,7 @@ struct Turn {
   double sine;
 };
 
-// The four exact cases keep a matrix of quadrant turns on the fast mapping paths.
+// Quadrant turns are exact, which keeps the matrix on the fast mapping paths.
 Turn turn_by(double degrees) {
   if (degrees == 0.0) return {1.0, 0.0};
   if (degrees == 90.0) return {0.0, 1.0};
@@ -43,7 +43,7 @@ Mtx2D::Mtx2D(double x0, double y0, Mtx2DOrient orient, double sx, double sy, dou
 void Mtx2D::SetXfm(double x0, double y0, Mtx2DOrient orient, double sx, double sy, double dx,
                    double dy) {
   Identity();
-  tx = 0.0 - x0;  // a negation would turn a reference of 0.0 into -0.0
+  tx = 0.0 - x0;  // negating a reference of 0.0 would make -0.0
   ty = 0.0 - y0;
   Orient(orient);
   m11 *= sx;

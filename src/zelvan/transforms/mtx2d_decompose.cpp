@@ -9,21 +9,22 @@ using zelvan::mirrored_in_x;
 using zelvan::mirrored_in_y;
 using zelvan::short_pi;
 
-// The matrix that `ReflectInX` makes of the identity.
+// Returns the identity after `ReflectInX`.
 Mtx2D x_mirror() {
   Mtx2D m;
   m.ReflectInX();
   return m;
 }
 
-// The matrix without the mirror that acted last. Products with the mirror are taken whole,
-// although few of their terms matter: an infinite element has to end up where a product puts it.
+// Returns the matrix without the mirror that acted last. Computes whole products with the mirror,
+// although few of their terms matter: an infinite element must have the effect that it has in a
+// product.
 Mtx2D without_last_mirror(Mtx2D m, unsigned short* mirrored) {
   *mirrored = m.ReversesOrientation();
   return *mirrored ? m * x_mirror() : m;
 }
 
-// The matrix without the mirror that acted first.
+// Returns the matrix without the mirror that acted first.
 Mtx2D without_first_mirror(Mtx2D m, unsigned short* mirrored) {
   *mirrored = m.ReversesOrientation();
   return *mirrored ? x_mirror() * m : m;
@@ -34,7 +35,8 @@ int quadrant_code(const Mtx2D& m) {
   return m.m12 < 0.0 ? 3 : 1;
 }
 
-// Each test looks at what the one before has left; at the bounds an angle stays.
+// Snaps an angle within 0.1 degrees of a quadrant to it; at exactly 0.1 it stays. Each test sees
+// the result of the one before.
 double snap_to_quadrants(double degrees) {
   if (degrees > 0.0 && degrees < 0.1) degrees = 0.0;
   if (degrees > 89.9 && degrees < 90.1) degrees = 90.0;

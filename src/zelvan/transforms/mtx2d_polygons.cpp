@@ -9,9 +9,9 @@ using zelvan::is_same_point;
 
 namespace {
 
-// Maps n vertices and drops repeats; returns the number kept. `carry_flag(i, k)` is called when the
-// flag of input vertex i belongs to output vertex k. The vertices are mapped block by block through
-// the array operation, for the sake of its vector forms.
+// Maps n vertices and drops repeats; returns the number kept. Calls `carry_flag(i, k)` if the flag
+// of input vertex i belongs to output vertex k. Maps in blocks through the array operation, to use
+// its vector forms.
 template <class Out, class CarryFlag>
 int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n, real_pt_t* in,
                 Out* out, CarryFlag carry_flag) {
@@ -26,7 +26,7 @@ int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n
       carry_flag(done, kept - 1);
     }
   }
-  // There and back is a line: the count leaves out the way back, the array still holds it.
+  // Out and back is a line: the count leaves out the way back, but the array still holds it.
   if (kept == 3 && is_same_point(out[2], out[0])) kept = 2;
   return kept;
 }
@@ -40,17 +40,17 @@ void map_set(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), const dr
   out->n_points = map_polygon(m, map_array, in->n_points, in->points, out->points, carry_flag);
 }
 
-// Maps each polygon by itself. A block of vertices is mapped into place and, if some of them repeat
-// the one before, compacted there. No branch depends on a single vertex: in a drawing seen from
-// afar the processor could not predict which ones repeat.
+// Maps each polygon separately. Maps a block of vertices into place, and compacts it if some
+// vertices repeat the one before. Branch-free for each vertex: in a drawing seen from afar the
+// processor could not predict which ones repeat.
 template <class OutSet, class Out>
 void map_each_polygon(const Mtx2D& m, void (Mtx2D::*map_array)(int, const real_pt_t*, Out*) const,
                       const drw_pset_t& in, OutSet* out) {
   constexpr int block = 128;
   bool is_kept[block];
-  const int n = in.n_points;  // a copy, so the compiler knows that no flag written changes it
+  const int n = in.n_points;  // a copy, so the compiler knows that no write changes it
   int kept = 0;
-  bool begins = true;  // the next vertex is the first of its polygon, which is always kept
+  bool begins = true;  // the next vertex begins a polygon, so it is always kept
   Out before = {};
   for (int done = 0, count; done < n; done += count) {
     count = std::min(block, n - done);

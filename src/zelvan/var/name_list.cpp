@@ -1,5 +1,5 @@
-// A link is the pointer that leads to a node: the caller's head or the `next` of the node
-// before. With it, the first node of a list is no special case.
+// A link is the pointer that leads to a node: the caller's head or the `next` of the node before.
+// With links, the first node needs no special case.
 
 #include <zelvan/detail/comparison.h>
 #include <zelvan/var/detail/name.h>
@@ -11,10 +11,10 @@
 
 namespace {
 
-/// A null name is an empty one.
+/// Returns the name, or an empty one for null.
 const char* or_empty(const char* name) { return name == nullptr ? "" : name; }
 
-/// A copy from the heap in which control characters became terminators; null if it refuses.
+/// Returns a heap copy in which control characters are terminators; null if the heap is exhausted.
 char* stored_copy(const char* name) {
   const std::size_t size = std::strlen(name) + 1;
   auto* copy = static_cast<char*>(std::malloc(size));
@@ -23,8 +23,8 @@ char* stored_copy(const char* name) {
   return copy;
 }
 
-/// Puts a new node where `link` leads and returns its stored name. Null, with nothing changed, if
-/// the heap refuses the node or the name.
+/// Inserts a new node at `link` and returns its stored name. Returns null and changes nothing if
+/// the heap is exhausted.
 char* insert_node(VarNameInfo** link, const char* name, void* info) {
   char* const copy = stored_copy(name);
   auto* const node = static_cast<VarNameInfo*>(std::malloc(sizeof(VarNameInfo)));

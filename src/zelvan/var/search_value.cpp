@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::size_t shortest_text = 3;  // a key, a colon and a value of one character each
+constexpr std::size_t shortest_text = 3;  // a character each of key and value, and a colon
 
 const char* skip_separators(const char* p) {
   while (*p == ':' || *p == ',') ++p;
@@ -28,7 +28,7 @@ std::intptr_t utl_searchValueForKey(const char* text, const char* key, const cha
 
   const char* item = skip_separators(text);
   const char* colon = find_or_end(item, end, ':');
-  const char* start = skip_separators(colon);  // of the value
+  const char* start = skip_separators(colon);  // the start of the value
   while (start < end) {
     if (zelvan::_strnicmp(item, key, static_cast<std::size_t>(colon - item)) == 0) {
       *value = start;
@@ -36,7 +36,7 @@ std::intptr_t utl_searchValueForKey(const char* text, const char* key, const cha
     }
     if (start == end - 1) return 0;
     item = skip_separators(find_or_end(item, end, ','));
-    if (item > colon) {  // else the item has no colon of its own, and keeps this one
+    if (item > colon) {  // otherwise the item has no colon of its own and keeps this one
       colon = find_or_end(item, end, ':');
       start = skip_separators(colon);
     }

@@ -1,4 +1,4 @@
-/// What allocation, release and eviction share: the state of the module, its trace, and the
+/// Shared parts of allocation, release and eviction: the state of the module, its trace, and
 /// operations on one entry of a table.
 #pragma once
 
@@ -18,24 +18,26 @@ constexpr MemEntry empty_entry = {nullptr, 0, 0, nullptr, nullptr, 0, 0, -1};
 /// Writes one line of the trace. Callers test `mem_trace` first.
 __attribute__((format(printf, 1, 2))) void MemTrace(const char* format, ...);
 
-/// A pointer as the trace shows it, by `%#llx`.
+/// Returns a pointer as the number that the trace prints by `%#llx`.
 inline unsigned long long bits_of(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }
 
-/// The first entry of that address; null if there is none. A null address finds an empty entry.
+/// Returns the first entry with that address; null if there is none. A null address finds an empty
+/// entry.
 MemEntry* find_entry(MemList* list, const void* address);
 
-/// Makes `entry` the child of the first entry but itself whose block its back pointer lies in, if
-/// there is one. Requires: it has no parent yet.
+/// Makes `entry` a child of the first other entry whose block contains its back pointer, if there
+/// is one. Requires: it has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
 
-/// Makes `entry` the child of `home`, in whose block its back pointer lies; null for none.
+/// Makes `entry` a child of `home`, whose block contains its back pointer. Does nothing if `home`
+/// is null.
 void become_child(MemList* list, MemEntry* entry, MemEntry* home);
 
-/// Where the children in a table are. The fact itself stands in `MemEntry::parent` alone; this only
-/// saves looks at rows that can't be children. It holds while entries are released, which ends
-/// links and makes none.
+/// An index of the children in a table, which only saves looking at rows that are no children:
+/// `MemEntry::parent` alone decides. It stays valid while entries are released, since a release
+/// ends links and makes none.
 class Children {
  public:
   /// Requires: no row before `first_row` is a child.
@@ -44,8 +46,8 @@ class Children {
   Children(const Children&) = delete;
   Children& operator=(const Children&) = delete;
 
-  /// Lists the children of each entry, for many releases. Where the heap refuses, each of them
-  /// looks through the table.
+  /// Builds lists of children by parent, for many releases. If the heap is exhausted, each release
+  /// searches the table instead.
   void list_by_parent(const MemList* list);
 
   /// Returns the row of the first child of the entry at `parent`; `n_entries` if there is none.
@@ -62,26 +64,28 @@ class Children {
   }
 
  private:
-  /// Returns the first row from `row` on that is a child of the entry at `parent`, or `n_entries`.
+  /// Returns the first row, from `row` on, that is a child of the entry at `parent`; `n_entries` if
+  /// there is none.
   static int find_child(const MemList* list, int parent, int row);
 
-  /// Returns the first from the listed child at `child` on that is still one, or `n_entries`.
+  /// Returns the first entry of the list, from `child` on, that is still a child; `n_entries` if
+  /// there is none.
   int skip_released(const MemList* list, int parent, int child) const {
     while (child < list->n_entries && list->entries[child].parent != parent) child = next_[child];
     return child;
   }
 
   int first_row_;
-  int* first_ = nullptr;  ///< of each entry, its first child; `n_entries` for none
-  int* next_ = nullptr;   ///< of each child, the next child of its parent; `n_entries` at the end
+  int* first_ = nullptr;  ///< by parent: its first child, or `n_entries`
+  int* next_ = nullptr;   ///< by child: the next child of its parent, or `n_entries`
 };
 
-/// Releases the block at `index` and empties the entry. Changes nothing where the owner's
-/// pointer holds another value or the entry is a parent.
+/// Releases the block at `index` and empties the entry. Does nothing if the owner's pointer holds
+/// another value or the entry is a parent.
 void MemEntryRelease(MemList* list, int index, const Children& children);
 
-/// Releases the children of the entry at `index` in the order of the table, then the entry. A
-/// child that is a parent stays, and so does the entry.
+/// Releases the children of the entry at `index` in table order, then the entry. A child that is a
+/// parent itself stays, and then the entry stays as well.
 void MemEntryReleaseWithChildren(MemList* list, int index, const Children& children);
 
 }  // namespace zelvan

@@ -1,7 +1,7 @@
 /// The arrays of points that polylines and polygons own: blocks of `malloc`, never shared.
 ///
-/// A function that makes an array returns null and sets the count to 0 if there is no point or the
-/// heap refuses.
+/// A function that makes an array returns null and sets the count to 0 if there are no points or
+/// the heap is exhausted.
 #pragma once
 
 #include <zelvan/detail/array_size.h>
@@ -22,21 +22,21 @@ inline DblPt* allocate_points(unsigned int* n) {
   return points;
 }
 
-/// Makes `n` points at the origin.
+/// Allocates `n` points at the origin.
 inline DblPt* make_points(unsigned int* n) {
   DblPt* const points = allocate_points(n);
   std::uninitialized_fill_n(points, *n, DblPt());
   return points;
 }
 
-/// Makes the points (xs[i], ys[i]).
+/// Allocates the points (xs[i], ys[i]).
 inline DblPt* make_points(unsigned int* n, const double* xs, const double* ys) {
   DblPt* const points = allocate_points(n);
   for (unsigned int i = 0; i < *n; ++i) std::construct_at(points + i, xs[i], ys[i]);
   return points;
 }
 
-/// Copies `n` points; none if `from` is null.
+/// Copies `n` points; if `from` is null, makes no points.
 inline DblPt* copy_points(unsigned int* n, const DblPt* from) {
   if (from == nullptr) *n = 0;
   DblPt* const points = allocate_points(n);
@@ -44,7 +44,7 @@ inline DblPt* copy_points(unsigned int* n, const DblPt* from) {
   return points;
 }
 
-/// Replaces an array and its count by a copy of another array.
+/// Replaces an array and its count by a copy of another.
 inline void assign_points(unsigned int* n, DblPt** points, unsigned int other_n,
                           const DblPt* other) {
   DblPt* const copy = copy_points(&other_n, other);
@@ -53,7 +53,7 @@ inline void assign_points(unsigned int* n, DblPt** points, unsigned int other_n,
   *n = other_n;
 }
 
-/// Replaces each point by its image.
+/// Maps each point in place.
 inline void map_points(Mtx2D& matrix, unsigned int n, DblPt* points) {
   for (unsigned int i = 0; i < n; ++i) {
     matrix.XfmPt(points[i].x, points[i].y, &points[i].x, &points[i].y);

@@ -1,4 +1,4 @@
-/// A ring with what is known about it before a point is asked.
+/// A ring with everything that is computed before the first query.
 #pragma once
 
 #include <zelvan/pick/detail/ring_tree.h>
@@ -6,11 +6,12 @@
 
 namespace zelvan {
 
-/// Arrays are those of the index. Without points it winds about nothing.
+/// A ring prepared for queries. Its arrays belong to the index. Without points its winding number
+/// is 0.
 struct PreparedRing {
-  Box box;                         ///< empty, or the whole plane, where nothing is known
-  const DblPt* points = nullptr;   ///< the first stands again after the last
-  const BoxGroup* tree = nullptr;  ///< null if the ring is asked edge by edge
+  Box box;                         ///< empty without points; whole plane if not ordinary
+  const DblPt* points = nullptr;   ///< ends with a copy of the first point
+  const BoxGroup* tree = nullptr;  ///< null if queries test edge by edge
   unsigned int n = 0;
 
   int winding_number(double x, double y) const {

@@ -8,7 +8,8 @@ namespace {
 
 bool is_empty(const Box& box) { return !(box.bottom < box.top); }
 
-// The box of all rings, save those that nothing is known about. The unit square if there is none.
+// Returns the box of all rings, except those whose box is the whole plane; the unit square if there
+// are none.
 Box extent_of(const PreparedRing* rings, int n) {
   Box all;
   for (int i = 0; i < n; ++i) {
@@ -17,8 +18,8 @@ Box extent_of(const PreparedRing* rings, int n) {
   return is_empty(all) ? Box{0.0, 0.0, 1.0, 1.0} : all;
 }
 
-// Rounding keeps the order: of two numbers the larger one never has the lower row. So a box reaches
-// into the cell of each point that it holds. A NaN is in the first row.
+// Returns the row or column of a coordinate. Rounding is monotonic, so a larger number never has a
+// lower row, and a box reaches the cell of every point in it. A NaN is in the first row.
 unsigned int place_of(double v, double origin, double places_per_unit, unsigned int places) {
   const double place = (v - origin) * places_per_unit;
   if (!(place >= 1.0)) return 0;
@@ -50,7 +51,7 @@ bool RingGrid::fits(const PreparedRing* rings, int n, std::size_t room) const {
   return count <= room;
 }
 
-// Calls `look(cell, i)` for each cell into which the box of ring i reaches, ring by ring.
+// Calls `look(cell, i)` for each cell that the box of ring i reaches, ring by ring.
 template <class Look>
 void RingGrid::for_each_entry(const PreparedRing* rings, int n, const Look& look) const {
   for (int i = 0; i < n; ++i) {
@@ -70,8 +71,8 @@ bool RingGrid::fill(const PreparedRing* rings, int n, std::size_t room) {
   while (cell_count() < 2 * static_cast<std::size_t>(n)) divide(2 * side_);
   while (side_ > 1 && !fits(rings, n, room)) divide(side_ / 2);
 
-  // Sorted by counting, which keeps the rings of a cell in their order. The counts stand two places
-  // on, so that they are the starts in the end.
+  // A counting sort, so the rings of a cell keep their order. Each count is stored two places after
+  // its cell, so that the prefix sums become start indices.
   const std::size_t n_starts = cell_count() + 2;
   starts_ = new_array<unsigned int>(n_starts);
   if (starts_ == nullptr) return false;

@@ -1,4 +1,4 @@
-/// A grid over many rings: each cell lists those whose box reaches into it.
+/// A grid over many rings: each cell lists the rings whose boxes reach it.
 #pragma once
 
 #include <zelvan/pick/detail/prepared_ring.h>
@@ -9,22 +9,24 @@
 
 namespace zelvan {
 
-/// Finds the few of many rings that may wind about a point.
+/// Finds the few rings that may wind about a point.
 class RingGrid {
  public:
-  /// Sorts `n` rings into cells, 2 to 8 for a ring, or fewer: cells get larger until they and
-  /// their entries together are at most `room`, or one is left. Returns false if the heap refuses.
+  /// Sorts `n` rings into a grid. Returns false if the heap is exhausted.
+  ///
+  /// There are 2 to 8 cells for each ring, or fewer: cells are enlarged until they and their
+  /// entries together number at most `room`, or one cell is left.
   bool fill(const PreparedRing* rings, int n, std::size_t room);
 
-  /// The numbers, ascending, of the rings near a point: all that wind about it are among them.
-  /// Requires: a filled grid.
+  /// Returns the numbers of the rings near a point, ascending; all rings that wind about it are
+  /// among them. Requires: a filled grid.
   std::span<const int> around(double x, double y) const;
 
-  /// The bytes of the cells and their entries; 0 before they are filled.
+  /// Returns the size of the cells and their entries in bytes; 0 before they are filled.
   std::size_t bytes() const;
 
  private:
-  struct Cells {  ///< columns and rows, the last included
+  struct Cells {  ///< columns and rows, both ends included
     unsigned int left, bottom, right, top;
   };
   Cells cells_of(const Box& box) const;
@@ -35,10 +37,10 @@ class RingGrid {
   void for_each_entry(const PreparedRing* rings, int n, const Look& look) const;
 
   Box extent_;
-  unsigned int side_;  ///< columns, and rows
+  unsigned int side_;  ///< the number of columns and of rows
   double columns_per_unit_;
   double rows_per_unit_;
-  std::unique_ptr<unsigned int[]> starts_;  ///< of each cell in `entries_`, and the end of the last
+  std::unique_ptr<unsigned int[]> starts_;  ///< per cell its first entry, then the end
   std::unique_ptr<int[]> entries_;
 };
 

@@ -13,7 +13,7 @@ bool is_ordinary(double v) {
   return size == 0.0 || (size >= 0x1p-300 && size <= 0x1p300);
 }
 
-// The edges below one box of the root group.
+// Returns the number of edges below one box of the root group.
 std::size_t span_of_root(std::size_t n) {
   std::size_t span = edges_in_leaf;
   while (span * boxes_in_group < n) span *= boxes_in_group;
@@ -32,7 +32,8 @@ std::size_t groups_above_last_level(std::size_t n) {
 
 std::size_t child_of(std::size_t group, std::size_t j) { return boxes_in_group * group + 1 + j; }
 
-// Fills the boxes of a group, the first of which begins at edge `first`, and all groups below.
+// Fills the boxes of a group, whose first box begins at edge `first`, and all groups below. Returns
+// the box around all of them.
 Box fill_group(BoxGroup* tree, std::size_t group, const DblPt* points, std::size_t n,
                std::size_t first, std::size_t span) {
   Box all;
@@ -52,7 +53,8 @@ Box fill_group(BoxGroup* tree, std::size_t group, const DblPt* points, std::size
   return all;
 }
 
-// Bit j is set if box j reaches the height of the point and lies not all to its left.
+// Returns a bit for each box: set if it contains the height of the point and does not lie wholly to
+// its left.
 unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
   unsigned int counting = 0;
   for (unsigned int j = 0; j < boxes_in_group; ++j) {
@@ -62,7 +64,8 @@ unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
   return counting;
 }
 
-// True if each of the first `n` boxes holds the point. Requires: `counting` is as above.
+// Returns true if each of the first `n` boxes contains the point. Requires: `counting` is the
+// result of `boxes_that_count`.
 bool all_hold(const BoxGroup& group, std::size_t n, unsigned int counting, double x) {
   return counting == (1U << n) - 1 && x >= *std::max_element(group.left, group.left + n);
 }
@@ -78,7 +81,7 @@ struct Question {
     const BoxGroup& boxes = tree[group];
     const unsigned int counting = boxes_that_count(boxes, x, y);
     if (span == edges_in_leaf) {
-      // If all boxes hold the point, their edges are fastest looked at in one go.
+      // If all boxes contain the point, testing their edges in one call is fastest.
       const std::size_t count = std::min(boxes_in_group * span, n - first);
       if (all_hold(boxes, (count + span - 1) / span, counting, x)) {
         return winding_of_chain(points + first, static_cast<unsigned int>(count + 1), x, y);
@@ -113,13 +116,15 @@ bool are_ordinary(const DblPt* points, std::size_t n) {
                      [](const DblPt& p) { return is_ordinary(p.x) && is_ordinary(p.y); });
 }
 
-// Why the comparison is certain beyond the margin. Take an edge that passes the point's height,
-// with differences dx and dy of its ends and t of the heights of point and start, so |t| <= |dy|.
-// With D = x - a.x the comparison is between dx * t and D * dy. Where the point is farther than the
-// edge reaches, by d at least, either the two products have opposite signs, or |D| >= |dx| + d.
-// Each product carries three roundings of 2^-53, and d is more than 2^-50 of |dx|: after rounding
-// D * dy is still the larger in magnitude. It can't underflow, since |D| >= 2^-301 and |dy| >=
-// 2^-352, a multiple of the last place of 2^-300. If it overflows, its sign is right.
+// Why the comparison is certain beyond the margin:
+//
+// Take an edge that passes the point's height. Let dx and dy be the differences of its ends, t the
+// height of the point minus that of the start, so |t| <= |dy|, and D = x - a.x. The comparison is
+// between dx * t and D * dy. If the point is farther than the edge reaches, by d at least, then
+// either the two products have opposite signs, or |D| >= |dx| + d. Each product carries three
+// roundings of 2^-53, and d is more than 2^-50 of |dx|. So after rounding D * dy is still the
+// larger in magnitude. It can't underflow, since |D| >= 2^-301 and |dy| >= 2^-352, a multiple of
+// the last place of 2^-300. If it overflows, its sign is right.
 Box box_of_chain(const DblPt* points, std::size_t n) {
   Box box;
   for (const DblPt* p = points; p != points + n; ++p) box = unite(box, {p->x, p->y, p->x, p->y});

@@ -1,9 +1,9 @@
-/// A tree of boxes over the edges of a ring: it finds the few that decide about a point.
+/// A tree of boxes over the edges of a ring, to find the few edges that decide about a point.
 ///
-/// A leaf is a run of consecutive edges, a node a run of consecutive leaves. Of a run that lies all
-/// above, below or to the left of a point no edge counts. Of one all to the right each edge
-/// counts that passes the point's height, so its first and last point tell the sum. Only the runs
-/// whose box holds the point are entered, and there `winding_of_chain` decides.
+/// A leaf is a run of consecutive edges, a node a run of consecutive leaves. A run wholly above,
+/// below or to the left of a point contributes nothing. In a run wholly to the right, every edge
+/// that passes the point's height counts, so its first and last point determine the sum. Only runs
+/// whose box contains the point are entered, and there `winding_of_chain` decides.
 #pragma once
 
 #include <zelvan/transforms/points.h>
@@ -15,7 +15,7 @@ namespace zelvan {
 
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// A box about edges, with a margin at its left and right: see `box_of_chain`.
+/// A box around edges, with a margin at its left and right: see `box_of_chain`.
 struct Box {
   double left = infinity;
   double bottom = infinity;
@@ -30,23 +30,24 @@ struct Box {
 
 inline constexpr Box whole_plane = {-infinity, -infinity, infinity, infinity};
 
-/// The smallest box about both.
+/// Returns the smallest box around both.
 Box unite(const Box& a, const Box& b);
 
-/// True if no product of the comparison with edges between these points overflows, or underflows
-/// so that it matters: if each coordinate is 0, or from 2^-300 to 2^300 in magnitude.
+/// Returns true if each coordinate is 0, or from 2^-300 to 2^300 in magnitude. Then no product of
+/// the winding comparison overflows, or underflows so that it matters.
 bool are_ordinary(const DblPt* points, std::size_t n);
 
-/// The box of the edges between `n` ordinary points. Beyond its left and right side the comparison
-/// is certain, and it is not needed.
+/// Returns the box of the edges between `n` ordinary points, with a margin at its left and right.
+/// For points beyond the margin the result of the winding comparison is certain, so it is skipped.
 Box box_of_chain(const DblPt* points, std::size_t n);
 
 inline constexpr std::size_t boxes_in_group = 8;
 inline constexpr std::size_t edges_in_leaf = 16;
 
-/// Sibling boxes, coordinate by coordinate. Where there are no more edges, a box is empty.
+/// Sibling boxes, stored by coordinate; those after the last edge are empty.
 ///
-/// Groups are laid out as in a heap: box j of group i is about group 8i + 1 + j, or about a leaf.
+/// Groups are stored like a binary heap, but with 8 children: box j of group i surrounds group 8i +
+/// 1 + j, or a leaf.
 struct BoxGroup {
   double left[boxes_in_group];
   double bottom[boxes_in_group];
@@ -54,17 +55,18 @@ struct BoxGroup {
   double top[boxes_in_group];
 };
 
-/// The number of groups in the tree of a ring of `n` edges.
+/// Returns the number of groups in the tree of a ring of `n` edges.
 std::size_t groups_in_tree(std::size_t n);
 
-/// Fills the tree of a ring of `n` ordinary vertices, the first of which stands again at points[n].
-/// Returns the box of the ring.
+/// Fills the tree of a ring of `n` ordinary vertices and returns the box of the ring. Requires:
+/// `points[n]` repeats the first vertex.
 Box fill_tree(BoxGroup* tree, const DblPt* points, std::size_t n);
 
-/// True if most leaves span more than half of the ring, so that a tree would leave out few edges.
+/// Returns true if most leaves span more than half of the ring, so that a tree would skip few
+/// edges.
 bool is_scribble(const BoxGroup* tree, std::size_t n, const Box& ring);
 
-/// Returns what `winding_of_ring(points, n, x, y)` does.
+/// Returns the same winding number as `winding_of_ring(points, n, x, y)`.
 int winding_in_tree(const BoxGroup* tree, const DblPt* points, std::size_t n, double x, double y);
 
 }  // namespace zelvan

@@ -1,6 +1,6 @@
-// Only an edge whose ends lie on different sides of the point's height can count. Which side
-// each end is on is found for many ends at a time, a NaN counting as above; the few edges that
-// change sides are looked at one by one.
+// Only an edge whose ends lie on different sides of the point's height can count. Many ends are
+// compared with the height at once, a NaN counting as above. The few edges that change sides are
+// then tested one by one.
 
 #include <zelvan/pick/detail/winding.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned int block = 16;
 
-// Bit i is set when y is at least the height of point i, of four.
+// Returns a bit for each of four points: set if `y` is at least its height.
 ZELVAN_AVX2 inline std::uint32_t four_reached(const DblPt* points, double y) {
   const __m256d p01 = _mm256_loadu_pd(&points[0].x);
   const __m256d p23 = _mm256_loadu_pd(&points[2].x);
@@ -24,7 +24,7 @@ ZELVAN_AVX2 inline std::uint32_t four_reached(const DblPt* points, double y) {
   return static_cast<std::uint32_t>(_mm256_movemask_pd(mask));
 }
 
-// The edges that leave the points whose bit is set in `changing`.
+// Returns the sum over the edges that start at the points whose bit is set in `changing`.
 ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t changing,
                                           std::uint32_t reached, double x, double y) {
   int winding = 0;
@@ -35,11 +35,11 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
   return winding;
 }
 
-// Adds the edges between the points to `winding`. Inline, since a call would cost a ring of 4
-// vertices a fifth of its time.
+// Returns `winding` plus the sum over the edges between the points. Inline, since a call would cost
+// a ring of 4 vertices a fifth of its time.
 [[gnu::always_inline]] ZELVAN_AVX2 inline int add_chain(int winding, const DblPt* points,
                                                         unsigned int n, double x, double y) {
-  for (; n > block; points += block, n -= block) {  // one point more than the block: its last end
+  for (; n > block; points += block, n -= block) {  // one point more: the last end
     std::uint32_t reached = 0;
     for (unsigned int i = 0; i < block; i += 4) reached |= four_reached(points + i, y) << i;
     const std::uint32_t last_end = y >= points[block].y ? 1 : 0;

@@ -1,4 +1,4 @@
-/// A set of characters or code units that is asked about each character of a text.
+/// A set of characters or code units, for tests of each character of a text.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace zelvan {
 
-/// Below 256 the answer is one look into a table; above, it is searched for among the
-/// members, of which few sets have any there. *Requires:* the members outlive the set.
+/// A set of characters. Below 256 a table look-up decides; above, a search among the members, since
+/// few sets have members there. *Requires:* the members outlive the set.
 template <class Char, class Traits = std::char_traits<Char>>
 class CharacterSet {
  public:
@@ -35,18 +35,18 @@ class CharacterSet {
     return low_[c];
   }
 
-  /// The first position in `text`, from `from` on, of a member. A search from `none` gives
-  /// `none`.
+  /// Returns the position of the first member in `text`, from `from` on. A search from `none`
+  /// returns `none`.
   constexpr std::size_t first_in(Text text, std::size_t from) const {
     return first(text, from, true);
   }
 
-  /// The same for a character that is no member.
+  /// Returns the position of the first character that is no member, from `from` on, or `none`.
   constexpr std::size_t first_not_in(Text text, std::size_t from) const {
     return first(text, from, false);
   }
 
-  /// `text` without the members at its two ends.
+  /// Returns `text` without the members at its two ends.
   constexpr Text trimmed(Text text) const {
     while (!text.empty() && contains(text.front())) text.remove_prefix(1);
     while (!text.empty() && contains(text.back())) text.remove_suffix(1);
@@ -56,7 +56,7 @@ class CharacterSet {
  private:
   static constexpr unsigned number(Char c) { return static_cast<std::make_unsigned_t<Char>>(c); }
 
-  // Out of line, so that the loops over a text stay short.
+  // Not inline, so that the loops over a text stay short.
   [[gnu::noinline]] constexpr bool is_high_member(Char character) const {
     return has_high_ && members_.find(character) != none;
   }

@@ -1,4 +1,4 @@
-/// The cutting of wide text that the wide tokenisers share.
+/// The splitting of wide text, shared by the wide tokenisers.
 #pragma once
 
 #include <zelvan/text/detail/character_set.h>
@@ -12,15 +12,15 @@ using WideSet = CharacterSet<unsigned short, wide_string::traits_type>;
 using WideText = WideSet::Text;
 using WideTokens = std::vector<wide_string>;
 
-/// What becomes of the delimiter that ends a token, and of one at the very start.
+/// Whether the delimiter that ends a token, or one at the very start, is dropped or kept.
 enum class Delimiters { dropped, kept };
 
-/// The blank alone, which is trimmed from every token.
+/// The blank, which is trimmed from every token.
 inline constexpr unsigned short blank[] = {' '};
 inline constexpr WideSet is_blank(WideText(blank, 1));
 
-/// Appends the tokens of `text`: those of `wtokenize` where delimiters are dropped, those of
-/// `wtokenize2` where they are kept.
+/// Appends the tokens of `text`: as `wtokenize` does if delimiters are dropped, as `wtokenize2`
+/// does if they are kept.
 void append_wide_tokens(WideText text, const WideSet& delimiters, Delimiters fate,
                         WideTokens* tokens);
 

@@ -1,4 +1,4 @@
-/// The number that a decimal text spells, rounded once.
+/// Conversion of a decimal text to a double, rounded once.
 #pragma once
 
 #include <charconv>
@@ -13,9 +13,9 @@
 
 namespace zelvan {
 
-/// Returns the number that the `length` characters of `written` spell; 0.0 if they hold no digit.
+/// Returns the number in the `length` characters of `written`; 0.0 if they hold no digit.
 ///
-/// The decimal point is a point in every locale. Requires: a terminator after the characters, and
+/// The decimal point is `.` in every locale. Requires: a terminator after the characters, and
 /// nothing among them but, in this order, a sign, digits with at most one point, and an exponent
 /// with digits.
 inline double number_of(const char* written, std::size_t length) {
@@ -24,13 +24,13 @@ inline double number_of(const char* written, std::size_t length) {
   const char* const first = *written == '+' ? written + 1 : written;
   double value = 0.0;
   if (std::from_chars(first, end, value).ec != std::errc::result_out_of_range) return value;
-  // The mantissa alone always fits, so the sign of the exponent tells which way.
+  // The mantissa alone always fits, so the sign of the exponent tells underflow from overflow.
   const bool is_negative = *written == '-';
   const bool is_tiny = std::memchr(written + 1, '-', length - 1) != nullptr;
   value = is_tiny ? 0.0 : std::numeric_limits<double>::infinity();
   return is_negative ? -value : value;
 #else
-  // Standard libraries other than GNU's read no doubles; the C library is slower.
+  // Without std::from_chars for doubles, the slower C library converts.
   static_cast<void>(length);
   return platform::strtod_c(written);
 #endif

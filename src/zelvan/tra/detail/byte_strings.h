@@ -1,4 +1,4 @@
-/// Whole numbers in and out of bytes, at any alignment.
+/// Loading and storing of integers at any alignment.
 #pragma once
 
 #include <cstdint>

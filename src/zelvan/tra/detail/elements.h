@@ -9,7 +9,7 @@
 
 namespace zelvan {
 
-// A step returns what becomes of one element; `Word` is the element as it stands in memory.
+// A step translates one element. `Word` is the type of the element in memory.
 
 /// Reverses the bytes of an element.
 template <class Element>
@@ -29,8 +29,8 @@ struct LookUp {
   using Word = std::uint8_t;
 
   const unsigned char* table;
-  /// The table for vectors, which look it up in rows of 16 bytes: in each half of it, each row as
-  /// its difference from the row before.
+  /// The table for vector look-ups, in rows of 16 bytes. In each half of the table, each row is
+  /// stored as its XOR with the row before.
   alignas(16) unsigned char steps[16][16];
 
   constexpr explicit LookUp(const unsigned char (&bytes)[256]) : table(bytes), steps{} {
@@ -44,7 +44,7 @@ struct LookUp {
   Word operator()(Word byte) const { return table[byte]; }
 };
 
-// Conversions of floating-point numbers, which are stored with the highest byte first.
+// Conversions of floating-point numbers. These are stored with the highest byte first.
 
 struct IeeeToIbmSingle {
   using Word = std::uint32_t;
@@ -66,14 +66,14 @@ struct IbmToIeeeDouble {
   Word operator()(Word ibm) const;
 };
 
-/// What is translated, and where to.
+/// The source and target of a translation.
 struct Buffers {
   std::size_t bytes;
   const unsigned char* from;
   unsigned char* to;
 
-  /// True unless the target begins inside the source: there an element that is written is read
-  /// again as a later one, and they have to be done one by one. In place is harmless.
+  /// True unless the target begins inside the source, after its start. There, written elements are
+  /// read again later, so elements must be translated one by one. Translation in place is safe.
   bool may_run_ahead() const {
     const auto ahead =
         reinterpret_cast<std::uintptr_t>(to) - reinterpret_cast<std::uintptr_t>(from);
@@ -81,7 +81,7 @@ struct Buffers {
   }
 };
 
-/// Translates as many of the leading bytes as fill whole vectors, and returns their number.
+/// Translates as many leading bytes as fill whole vectors, and returns their number.
 template <class Step>
 std::size_t translate_vectors(Plain /*form*/, const Step& /*step*/, const Buffers& /*buffers*/) {
   return 0;

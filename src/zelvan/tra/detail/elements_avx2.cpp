@@ -5,7 +5,7 @@
 namespace zelvan {
 namespace {
 
-/// Reverses the bytes of each element; `flip` is its size less one.
+/// Reverses the bytes of each element; `flip` is the element size minus 1.
 template <int flip>
 ZELVAN_AVX2 __m256i swapped(__m256i v) {
   const __m256i places = _mm256_setr_epi8(
@@ -21,7 +21,7 @@ ZELVAN_AVX2 __m256i apply(const SwapBytes<Element>&, __m256i v) {
   return swapped<sizeof(Element) - 1>(v);
 }
 
-/// The two halves of each byte are looked up, reversed, and change places.
+/// Reverses the bits of each byte: looks up its two reversed halves and exchanges them.
 ZELVAN_AVX2 __m256i apply(const ReverseBits&, __m256i v) {
   const __m256i reversed = _mm256_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15, 0,
                                             8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15);
@@ -32,9 +32,11 @@ ZELVAN_AVX2 __m256i apply(const ReverseBits&, __m256i v) {
                          _mm256_shuffle_epi8(reversed, high));
 }
 
-/// Each row of the table is looked up where the byte is in it or in a later one of its half, and
-/// the differences add up to the row of the byte: bytes below a row, and those of the other
-/// half, have become negative by then, and for these the look-up gives 0.
+/// Looks up 32 bytes in a table of 16 rows, row by row in each half.
+///
+/// A row is looked up for bytes in it or in a later row of its half, and the XOR of these
+/// differences is the byte's own row. For bytes before the row, and those of the other half, the
+/// index is negative, and the shuffle returns 0.
 ZELVAN_AVX2 __m256i apply(const LookUp& look_up, __m256i v) {
   const __m256i row_length = _mm256_set1_epi8(16);
   __m256i result = _mm256_setzero_si256();
@@ -50,10 +52,10 @@ ZELVAN_AVX2 __m256i apply(const LookUp& look_up, __m256i v) {
   return result;
 }
 
-// The conversions of numbers. Where the plain form branches, these work out every case and choose.
-// A shift by more places than there are gives 0, as do counts that are negative and so read as
-// very large. The place of a leading 1 is read off the exponent of a conversion to floating point
-// that is exact, so the rounding mode has no say.
+// The conversions of numbers. Where the plain form branches, these compute every case and select
+// one. A shift by more bits than the word has produces 0; so does a negative count, which reads as
+// a very large one. The position of a leading 1 is the exponent of an exact conversion to floating
+// point, so the rounding mode doesn't matter.
 
 ZELVAN_AVX2 __m256i word(unsigned v) { return _mm256_set1_epi32(static_cast<int>(v)); }
 ZELVAN_AVX2 __m256i word64(unsigned long long v) {
@@ -69,7 +71,7 @@ ZELVAN_AVX2 __m256i apply(const IbmToIeeeSingle&, __m256i v) {
   const __m256i x = _mm256_and_si256(_mm256_srli_epi32(ibm, 24), word(0x7F));
   const __m256i f = _mm256_and_si256(ibm, word(0x00FF'FFFF));
   const __m256i as_float = _mm256_castps_si256(_mm256_cvtepi32_ps(f));  // 24 bits: exact
-  // The value is F * 2^(4 X - 280); this is its exponent field before it is known to fit.
+  // The value is F * 2^(4 X - 280). `field` is its exponent field, which may still be out of range.
   const __m256i scale = _mm256_sub_epi32(_mm256_slli_epi32(x, 2), word(280));
   const __m256i field = _mm256_add_epi32(_mm256_srli_epi32(as_float, 23), scale);
   const __m256i normal = _mm256_add_epi32(as_float, _mm256_slli_epi32(scale, 23));
@@ -91,7 +93,7 @@ ZELVAN_AVX2 __m256i apply(const IeeeToIbmSingle&, __m256i v) {
   const __m256i magnitude = _mm256_andnot_si256(word(0x8000'0000), ieee);
   const __m256i f = _mm256_and_si256(ieee, word(0x007F'FFFF));
   const __m256i field = _mm256_srli_epi32(magnitude, 23);
-  // A denormal is brought to a leading 1: its fraction, as a float, counts units of 2^-149.
+  // Normalise a denormal: its fraction, converted to a float, counts units of 2^-149.
   const __m256i is_denormal = _mm256_cmpeq_epi32(field, word(0));
   const __m256i as_float = _mm256_castps_si256(_mm256_cvtepi32_ps(f));  // 23 bits: exact
   const __m256i e =
@@ -115,7 +117,7 @@ ZELVAN_AVX2 __m256i apply(const IeeeToIbmDouble&, __m256i v) {
   const __m256i field = _mm256_and_si256(_mm256_srli_epi64(ieee, 52), word64(0x7FF));
   const __m256i f = _mm256_or_si256(_mm256_and_si256(ieee, word64(0x000F'FFFF'FFFF'FFFF)),
                                     word64(0x0010'0000'0000'0000));
-  // Exponents from -260 on, so from 0 on: a quarter of them is the characteristic.
+  // The exponent plus 260; a quarter of it is the characteristic.
   const __m256i places = _mm256_sub_epi64(field, word64(1023 - 260));
   const __m256i x = _mm256_srli_epi64(places, 2);
   const __m256i normal = _mm256_or_si256(_mm256_slli_epi64(x, 56),
@@ -136,8 +138,8 @@ ZELVAN_AVX2 __m256i apply(const IbmToIeeeDouble&, __m256i v) {
   const __m256i sign = _mm256_and_si256(ibm, word64(0x8000'0000'0000'0000));
   const __m256i x = _mm256_and_si256(_mm256_srli_epi64(ibm, 56), word64(0x7F));
   const __m256i f = _mm256_and_si256(ibm, word64(0x00FF'FFFF'FFFF'FFFF));
-  // The place of the leading 1, from the upper 28 bits if they aren't 0: whole numbers below
-  // 2^52 become doubles behind the exponent of 2^52.
+  // Find the position of the leading 1, in the upper 28 bits if they aren't 0. An integer below
+  // 2^52 is converted with the bits of the double 2^52: OR them in, then subtract 2^52.
   const __m256i upper = _mm256_srli_epi64(f, 28);
   const __m256i has_no_upper = _mm256_cmpeq_epi64(upper, word64(0));
   const __m256i half = choose(has_no_upper, f, upper);
@@ -148,7 +150,7 @@ ZELVAN_AVX2 __m256i apply(const IbmToIeeeDouble&, __m256i v) {
       _mm256_sub_epi64(field, choose(has_no_upper, word64(1023), word64(1023 - 28)));
   const __m256i up = _mm256_sub_epi64(word64(52), place);
   const __m256i down = _mm256_sub_epi64(place, word64(52));
-  // One of the two shifts is by a negative count and gives 0, or both by 0.
+  // One of the two shifts has a negative count and produces 0, unless both counts are 0.
   const __m256i shifted = _mm256_or_si256(_mm256_sllv_epi64(f, up), _mm256_srlv_epi64(f, down));
   const __m256i exponent =
       _mm256_add_epi64(_mm256_add_epi64(_mm256_slli_epi64(x, 2), word64(711)), place);
@@ -162,7 +164,7 @@ ZELVAN_AVX2 __m256i apply(const IbmToIeeeDouble&, __m256i v) {
 template <class Step>
 ZELVAN_AVX2 std::size_t apply_to_each(const Step& step, const Buffers& buffers) {
   constexpr std::size_t vector_size = sizeof(__m256i);
-  const auto [bytes, from, to] = buffers;  // copies: the compiler knows that no write changes them
+  const auto [bytes, from, to] = buffers;  // copies, so no write can change them
   std::size_t i = 0;
   for (; bytes - i >= vector_size; i += vector_size) {
     const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + i));

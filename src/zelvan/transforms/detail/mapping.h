@@ -1,8 +1,8 @@
-/// The three ways of mapping a point, one for each promise of the type tag.
+/// The three ways to map a point, one for each type tag of a matrix.
 ///
-/// Each holds its own copy of the elements that it needs, so a loop need not fear that its
-/// output overwrites the matrix. The products are added first and the translation last, on
-/// every path: that is what makes one point give the same bits everywhere.
+/// Each keeps its own copy of the elements that it needs, so the compiler knows that a loop's
+/// output doesn't overwrite the matrix. On every path the products are added first and the
+/// translation last. So a point has the same result, to the bit, on every path.
 #pragma once
 
 #include <zelvan/transforms/mtx2d.h>
@@ -34,8 +34,8 @@ struct GeneralMapping {
   }
 };
 
-/// Calls `use` with the mapping that the matrix's type selects; any unknown type is general.
-/// Loops go inside `use`, so that the type is tested once a call and not once a point.
+/// Calls `use` with the mapping for the matrix's type; an unknown type is general. Put loops inside
+/// `use`, so that the type is tested once per call and not once per point.
 template <class Use>
 inline void with_mapping_of(const Mtx2D& m, Use use) {
   switch (m.type) {

@@ -8,7 +8,7 @@
 
 namespace zelvan {
 
-// What becomes of a mapped point.
+// The kinds of results.
 
 struct ToReal {
   using Out = real_pt_t;
@@ -20,7 +20,7 @@ struct ToInt {
   Out operator()(real_pt_t p) const { return round_to_device(p); }
 };
 
-/// The rounded point times 8 in 32 bits, high bits being lost.
+/// Multiplies the rounded point by 8, modulo 2^32.
 struct ToIntTimesEight {
   using Out = int_pt_t;
   Out operator()(real_pt_t p) const {
@@ -30,7 +30,7 @@ struct ToIntTimesEight {
   }
 };
 
-/// The low 16 bits of the rounded point's coordinates.
+/// Returns the low 16 bits of the rounded coordinates.
 struct ToShort {
   using Out = short_pt_t;
   Out operator()(real_pt_t p) const {

@@ -1,5 +1,5 @@
-// A vector holds two points, x and y by turns. Fused multiply-add is never asked for, since it
-// would skip a rounding that callers see.
+// A vector holds two points as x, y, x, y. Fused multiply-add is never used: it would skip a
+// rounding, which changes results.
 
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
@@ -9,7 +9,7 @@
 namespace zelvan {
 namespace {
 
-// Each mapping once more, for two points at a time.
+// The mappings for two points at a time.
 
 struct DiagonalPair {
   __m256d factors, translation;
@@ -53,9 +53,8 @@ ZELVAN_AVX2 DiagonalPair pair_of(const DiagonalMapping& m) { return DiagonalPair
 ZELVAN_AVX2 QuadrantPair pair_of(const QuadrantMapping& m) { return QuadrantPair(m); }
 ZELVAN_AVX2 GeneralPair pair_of(const GeneralMapping& m) { return GeneralPair(m); }
 
-// The half takes the sign bit of the value, so -0.0 goes to -0.5 where the plain form has
-// +0.5: both truncate to 0. The instruction's own answer to what does not fit, and to NaN, is
-// the 0x80000000 that the plain form writes out.
+// The half has the sign of the value, as in the plain form. For NaN and for results that don't fit,
+// the instruction itself returns 0x80000000, which is INT_MIN.
 ZELVAN_AVX2 inline __m128i round_pair(__m256d v) {
   const __m256d sign = _mm256_and_pd(v, _mm256_set1_pd(-0.0));
   const __m256d half = _mm256_or_pd(_mm256_set1_pd(0.5), sign);

@@ -1,5 +1,5 @@
-// A vector holds one point. Multiplications and additions stay apart: the instructions that fuse
-// them are never asked for, since they would skip a rounding that callers see.
+// A vector holds one point. Multiplication and addition stay separate instructions: fusing them
+// would skip a rounding, which changes results.
 
 #include <zelvan/transforms/detail/mapping.h>
 #include <zelvan/transforms/detail/point_kernels.h>
@@ -13,7 +13,7 @@ namespace {
 
 float64x2_t vector_of(double x, double y) { return vcombine_f64(vdup_n_f64(x), vdup_n_f64(y)); }
 
-// Each mapping once more, for a point in a vector.
+// The mappings for a point in a vector.
 
 struct DiagonalVector {
   float64x2_t factors, translation;
@@ -53,9 +53,9 @@ DiagonalVector vector_for(const DiagonalMapping& m) { return DiagonalVector(m); 
 QuadrantVector vector_for(const QuadrantMapping& m) { return QuadrantVector(m); }
 GeneralVector vector_for(const GeneralMapping& m) { return GeneralVector(m); }
 
-// The conversion gives the nearest of 64 bits, and 0 for NaN. What it gives for less than 2^31
-// either way fits 32 bits, and INT_MIN takes the place of all else; it is also what the numbers
-// give that lie between -2^31 - 1 and -2^31. A comparison with a NaN is false.
+// The conversion truncates and saturates at 64 bits; a NaN becomes 0. Results below 2^31 in
+// magnitude fit 32 bits. All others are replaced by INT_MIN, which is right as well for numbers
+// between -2^31 - 1 and -2^31. With a NaN the comparison is false.
 int64x2_t round_wide(float64x2_t v) {
   const uint64x2_t sign = vreinterpretq_u64_f64(vdupq_n_f64(-0.0));
   const float64x2_t sum = vaddq_f64(v, vbslq_f64(sign, v, vdupq_n_f64(0.5)));
@@ -63,13 +63,13 @@ int64x2_t round_wide(float64x2_t v) {
   return vbslq_s64(fits, vcvtq_s64_f64(sum), vdupq_n_s64(INT_MIN));
 }
 
-/// The low halves of the coordinates: x, y, x, y.
+/// Returns the low 32 bits of the coordinates as x, y, x, y.
 int32x4_t round_pair(float64x2_t first, float64x2_t second) {
   return vuzp1q_s32(vreinterpretq_s32_s64(round_wide(first)),
                     vreinterpretq_s32_s64(round_wide(second)));
 }
 
-// Two points at a time, for the sake of the narrow results.
+// Two points at a time, to fill a vector with narrow results.
 
 void store(ToReal, real_pt_t* out, float64x2_t first, float64x2_t second) {
   vst1q_f64(&out[0].x, first);

@@ -1,4 +1,4 @@
-/// The library's one rule from real to device integer.
+/// The only rounding rule from real to device coordinates.
 #pragma once
 
 #include <zelvan/detail/pair.h>
@@ -8,13 +8,13 @@
 
 namespace zelvan {
 
-/// Rounds to whole device units, halves away from zero; INT_MIN if that does not fit 32 bits, and
-/// for what is not a number.
+/// Rounds to whole device units, halves away from zero; returns INT_MIN if the result does not fit
+/// 32 bits, and for a NaN.
 ///
-/// The half is added in double precision, so the number just below 0.5 gives 1. Callers rely
-/// on that, which is why no rounding function of the standard library stands here. Giving the half
-/// the sign of the value spares a branch that signs in disorder would defeat; -0.0 then gets -0.5
-/// for 0.5, and both truncate to 0.
+/// The half is added in double precision, so the number just below 0.5 rounds to 1. Callers rely on
+/// that, which is why no rounding function of the standard library is used. The half takes the sign
+/// of the value, since a branch on random signs would be mispredicted. So -0.0 gets -0.5 instead of
+/// 0.5; both truncate to 0.
 inline int_pt_t round_to_device(Pair v) {
   using Bits = std::int64_t __attribute__((vector_size(16)));
   using Ints = std::int32_t __attribute__((vector_size(8)));

@@ -1,4 +1,4 @@
-/// How names compare when they are looked up.
+/// How names compare in look-ups.
 #pragma once
 
 #include <zelvan/detail/comparison.h>
@@ -9,22 +9,23 @@ namespace zelvan {
 
 constexpr bool is_control(char c) { return c >= 1 && c <= 31; }
 
-/// A name that is compared with many others: up to its first control character, and without case.
+/// A name to compare with many others, without case and up to its first control character.
 class SoughtName {
  public:
   /// Requires: `name` is not null and outlives this.
   explicit SoughtName(const char* name) : name_(name), first_(byte_of_other(*name)) {}
 
-  /// True if the names are the same. Most differ in their first byte, so that one is tested inline.
+  /// Returns true if the names are equal. Most differ in their first byte, so that test is inline.
   bool is(const char* other) const { return byte_of_other(*other) == first_ && is_all_of(other); }
 
  private:
   static constexpr int significant_characters = 1600;
-  static constexpr int block = 8;  // of characters, whose loop the compiler unrolls
+  static constexpr int block = 8;  // characters; the compiler unrolls the loop over a block
   static_assert(significant_characters % block == 0);
   using Bytes = std::array<unsigned char, 256>;
 
-  /// What each byte counts as: a letter as its small form, whatever ends a name as `end`.
+  /// Returns the table by which bytes compare: letters as lower case, all bytes that end a name as
+  /// `end`.
   static constexpr Bytes name_bytes(unsigned char end) {
     Bytes bytes = small_forms;
     for (int c = 0; c < 32; ++c) bytes[c] = end;
@@ -36,8 +37,8 @@ class SoughtName {
     return bytes[static_cast<unsigned char>(c)];
   }
 
-  /// The end of the sought name differs from that of the other, and so from every byte of it: one
-  /// test ends a loop over both, at a difference and at the end alike.
+  /// Returns how a byte of the sought name compares. Its end differs from every byte of the other
+  /// name, including the end, so one test ends the loop at a difference and at the end.
   static unsigned char byte_of_sought(char c) {
     static constexpr Bytes bytes = name_bytes(1);
     return bytes[static_cast<unsigned char>(c)];
