@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t most_files = 1200;
 
-/// The paths as a list of the caller's, or null where the heap refuses.
+/// Returns the paths as a list that the caller owns, or null if the heap is exhausted.
 char** make_list(const std::vector<std::string>& paths) {
   char** list = static_cast<char**>(std::calloc(paths.size() + 1, sizeof(char*)));
   if (list == nullptr) return nullptr;

@@ -20,14 +20,14 @@ namespace {
 
 constexpr int system_type_index = 2;
 
-/// The record that is handed out by address. Other threads may be reading it, so it is written
-/// only where a caller has put something else into it.
+/// The record whose address is returned to callers. Other threads may be reading it, so it is
+/// written only after a caller has changed it.
 short system_parameters[10] = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
 
 bool is_separator(char c) { return c == '/' || c == '\\'; }
 
-/// Moves a counter on to its next value, or says that it has none. The rightmost capital that
-/// is no Z goes up by one, and the capitals to its right start again at A.
+/// Advances a counter; returns false if it has no next value. The rightmost capital other than Z is
+/// increased by one, and the capitals to its right become A again.
 bool advance(char* counter, std::size_t length) {
   char* digit = counter + length;
   do {
@@ -54,7 +54,7 @@ int osh_alternate_pathname(char* path, char* alternate) {
 int osh_append_path(char* first, char* second, char* result) {
   const std::size_t length = std::strlen(first);
   const bool is_joined = (length != 0 && first[length - 1] == '\\') || second[0] == '\\';
-  // The second part goes first, so that the result may lie in the place of either.
+  // Copy the second part first, so that the result may overwrite either part.
   std::memmove(result + length + !is_joined, second, std::strlen(second) + 1);
   std::memmove(result, first, length);
   if (!is_joined) result[length] = '\\';
@@ -71,7 +71,7 @@ int osh_truncate_path(char* path, char* directory, char* file) {
     directory[0] = '\0';
     return 1;
   }
-  // In this order either of them may lie in the place of the path.
+  // In this order, either output may overwrite the path.
   const std::size_t length = separator - path;
   std::memmove(directory, path, length);
   directory[length] = '\0';
@@ -85,8 +85,8 @@ char* osh_find_exec_path(char* path) {
   const unsigned size = platform::GetFullPathNameA(path, 0, nullptr);
   char* absolute = static_cast<char*>(std::malloc(std::size_t{size} + 1));
   if (absolute == nullptr) return nullptr;
-  // What can't be made absolute, or no longer fits as another thread changed the directory in
-  // between, is an empty string: callers print it, open it and release it like any other.
+  // The result is empty if the path can't be made absolute, or no longer fits since another thread
+  // has changed the directory. Callers print, open and release it like any other string.
   absolute[0] = '\0';
   if (size != 0) platform::GetFullPathNameA(path, size, absolute);
   return absolute;

@@ -1,4 +1,4 @@
-// Streams: the runtime's own, by the names that callers know.
+// Streams of the C runtime, under the names of the interface.
 #include <zelvan/osh/detail/fixed_path.h>
 #include <zelvan/osh/file_access.h>
 #include <zelvan/platform/files.h>
@@ -15,7 +15,7 @@ struct Line {
   int stored;
 };
 
-/// A carriage return ends a line unless a line feed or another carriage return follows.
+/// Reads a line. A carriage return ends it unless a line feed or another carriage return follows.
 void read_line(Line& line) {
   while (line.stored < line.size) {
     const int got = zelvan::platform::read_through_line_end(line.stream, line.buffer + line.stored,

@@ -13,7 +13,7 @@ namespace platform = zelvan::platform;
 int osh_get_time_stamp(char* stamp) {
   platform::LocalTime now;
   platform::GetLocalTime(&now);
-  char text[80];  // what six integers of any size need
+  char text[80];  // enough for six integers of any size
   const int length = std::snprintf(text, sizeof text, "%02d%02d%02d.%02d%02d%02d", now.year % 100,
                                    now.month, now.day, now.hour, now.minute, now.second);
   std::memcpy(stamp, text, length + 1);

@@ -17,10 +17,11 @@ constexpr unsigned short read_only = 0x16D;   // octal 555
 constexpr unsigned short read_write = 0x1FF;  // octal 777
 constexpr unsigned cat_block = 1024;
 
-/// A caller's flags as the platform knows them: a `short` with its highest bit set is negative.
+/// Returns a caller's flags as the platform expects them: a `short` with its highest bit set is
+/// negative.
 int unsigned_flags(short flags) { return static_cast<unsigned short>(flags); }
 
-/// Appends what is left of one file to the other.
+/// Appends the rest of `source` to `destination`.
 bool append_rest(int destination, int source) {
   char block[cat_block];
   for (;;) {
@@ -112,7 +113,7 @@ short osh_cat(char* destination, char* source) {
     return 0;
   }
   osh_lseek(to, 0, 2);
-  // A file that is read while it grows by what was read would grow without end.
+  // Refuse to append a file to itself: it would grow without end.
   const bool is_endless = platform::is_same_file(from, to);
   if (is_endless) errno = EINVAL;
   const bool done = !is_endless && append_rest(to, from);

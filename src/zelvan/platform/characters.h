@@ -1,15 +1,16 @@
-/// Characters of more than one byte.
+/// Searches in text with multi-byte characters.
 #pragma once
 
 namespace zelvan::platform {
 
-/// The last place in `text` where the one-byte character `c` stands, or null. In the character
-/// set of the process's locale, on Windows of its code page, a byte inside a longer character is
-/// no character of its own: some sets have characters whose second byte looks like a backslash.
-/// Bytes that are no character at all count one by one, so a text from elsewhere is searched as
-/// well.
+/// Returns the last position in `text` of the one-byte character `c`, or null.
 ///
-/// Any thread, while nobody changes the locale.
+/// The character set is that of the process's locale, on Windows that of its code page. A byte
+/// inside a longer character doesn't match: some sets have characters whose second byte looks like
+/// a backslash. Bytes that form no character count one by one, so text in another character set can
+/// be searched as well.
+///
+/// Any thread may call this while no thread changes the locale.
 const char* _mbsrchr(const char* text, char c);
 
 }  // namespace zelvan::platform

@@ -1,31 +1,32 @@
-/// Copying and moving whole files, so that nothing gets lost.
+/// Copying and moving whole files without losing data.
 ///
-/// What `files.h` says of paths, `errno`, signals and read-only files holds here as well.
+/// The rules of `files.h` for paths, `errno`, signals and read-only files hold here as well.
 #pragma once
 
 namespace zelvan::platform {
 
-/// Copies a regular file over an existing one or to a new name. Nonzero on success.
+/// Copies a regular file over an existing file or to a new name. Returns nonzero on success.
 ///
-/// The copy takes the target's place when it is complete, so the target holds either its old
-/// content or the new one, whole, even if the disk fills up or the process is killed, and if it
+/// The copy replaces the target when it is complete. So the target holds either its whole old
+/// content or the whole new one, even if the disk fills up or the process is killed, and if it
 /// existed, even if the power fails. On Windows the system replaces a file in two steps; if the
-/// process is killed between them, the old content stays under another name. A target that existed
-/// keeps its permissions and access list, and its owner where that can be had; a new one gets the
-/// source's permissions less what the process masks out, on Windows the source's attributes. Where
-/// the target is a symbolic link, the file that it leads to is replaced.
+/// process is killed between them, the old content remains under another name.
 ///
-/// Refused: a source or target that is no regular file, one file as both, a target that is
-/// read-only, that the caller may not write or that can't be replaced, and a link that leads
-/// nowhere.
+/// A target that existed keeps its permissions and access list, and its owner if the system allows
+/// it. A new one gets the source's permissions less the process's mask, on Windows the source's
+/// attributes. If the target is a symbolic link, the file that it leads to is replaced.
+///
+/// Fails for a source or target that is no regular file, and if both are the same file. Fails as
+/// well for a target that is read-only, that the caller may not write or that can't be replaced,
+/// and for a link that leads nowhere.
 int CopyFileA(const char* from, const char* to);
 
-/// Renames a file or directory, into another directory if need be. Nonzero on success. The move is
-/// refused if the new name is in use.
+/// Renames a file or directory, possibly into another directory. Returns nonzero on success. Fails
+/// if the new name is in use.
 ///
 /// A regular file can be moved to another file system: it is copied with its permissions, access
-/// list and times, and removed once the copy and its name are on the disk. A move that fails
-/// removes nothing but what it made itself.
+/// list and times. The source is removed once the copy and its name are on the disk. A failed move
+/// removes only what it created itself.
 int MoveFileA(const char* from, const char* to);
 
 }  // namespace zelvan::platform

@@ -1,22 +1,23 @@
-/// Files: opening, reading and writing them, and what can be asked of a path.
+/// Files: opening, reading and writing them, and queries about a path.
 ///
 /// The numbers of flags and attributes are those of the library's interface, not the operating
 /// system's. Paths are null-terminated bytes and follow symbolic links. A failure leaves its
 /// reason in `errno`. An interrupted call is resumed.
 ///
-/// A file is read-only if nobody has permission to write it, on Windows if it has the attribute for
-/// that. It is never opened for writing, overwritten or deleted, not even by a privileged user.
+/// A file is read-only if nobody has permission to write it, on Windows if it has the read-only
+/// attribute. It is never opened for writing, overwritten or deleted, not even by a privileged
+/// user.
 ///
-/// A started program inherits no file that is opened here. Every function may run on any thread.
+/// Started programs do not inherit files opened here. Every function may run on any thread.
 #pragma once
 
 #include <cstdio>
 
 namespace zelvan::platform {
 
-// How `_open` shall open. On POSIX everything else in its flags has no effect, and a file is read
-// and written as it stands, so text and binary are the same. On Windows all flags are passed on to
-// the runtime, which translates the line ends of a file that isn't binary.
+// The flags of `_open`. On POSIX all others are ignored; files are read and written unchanged, so
+// text and binary are the same. On Windows all flags are passed to the runtime, which translates
+// the line ends of a file that isn't binary.
 inline constexpr int _O_RDONLY = 0x0000;
 inline constexpr int _O_WRONLY = 0x0001;
 inline constexpr int _O_RDWR = 0x0002;
@@ -27,14 +28,14 @@ inline constexpr int _O_EXCL = 0x0400;  // with _O_CREAT: fail if the path exist
 inline constexpr int _O_TEXT = 0x4000;
 inline constexpr int _O_BINARY = 0x8000;
 
-/// Opens a file and returns its descriptor, at most 32767, or -1. A file that is created gets the
-/// permissions `mode` less what the process masks out; its owner may always read it.
+/// Opens a file and returns its descriptor, at most 32767, or -1. A new file gets the permissions
+/// `mode` less the process's mask; its owner may always read it.
 ///
-/// Refused: a directory, and truncating a file that is opened only to be read. A call that fails
-/// truncates nothing.
+/// Fails for a directory, and if the flags truncate a file that is opened only to be read. A call
+/// that fails truncates nothing.
 int _open(const char* path, int flags, int mode);
 
-/// Closes the descriptor. Returns 0, or -1; it is closed in either case.
+/// Closes the descriptor. Returns 0, or -1 on failure; it is closed in either case.
 int _close(int fd);
 
 /// Reads up to `count` bytes, at most INT_MAX. Returns the number of bytes read, 0 at the end of
@@ -42,21 +43,21 @@ int _close(int fd);
 int _read(int fd, void* buffer, unsigned count);
 
 /// Writes `count` bytes, at most INT_MAX, and returns the number of bytes written. That is less
-/// than `count` only after a failure; -1 if nothing was written at all.
+/// than `count` only after a failure; -1 if nothing was written.
 int _write(int fd, const void* buffer, unsigned count);
 
-/// Moves the place of the next access, as counted from the start of the file (`whence` 0), from
-/// the present place (1) or from the end (2). Returns the new place from the start, or -1, also
-/// where a `long` can't hold it.
+/// Sets the position of the next access, relative to the start of the file (`whence` 0), the
+/// present position (1) or the end (2). Returns the new position from the start. Returns -1 on
+/// failure, also if a `long` can't hold it.
 long _lseek(int fd, long offset, int whence);
 
 /// Stores the low 32 bits of an open file's size in `size`. Returns 0, or -1 with `size` untouched.
 int _fstat64i32(int fd, int* size);
 
-/// True if two descriptors lead to one file; false if the system doesn't tell.
+/// Returns true if both descriptors refer to one file; false if the system can't tell.
 bool is_same_file(int fd, int other);
 
-/// Opens a stream as the runtime's `fopen` does, or returns null. A directory is refused.
+/// Opens a stream as the runtime's `fopen` does, or returns null. Fails for a directory.
 std::FILE* fopen(const char* path, const char* mode);
 
 /// Returns the descriptor under a stream, or -1.
@@ -70,35 +71,35 @@ int _access(const char* path, int mode);
 
 inline constexpr unsigned FILE_ATTRIBUTE_READONLY = 0x01;
 inline constexpr unsigned FILE_ATTRIBUTE_DIRECTORY = 0x10;
-inline constexpr unsigned FILE_ATTRIBUTE_NORMAL = 0x80;  // neither of the others
+inline constexpr unsigned FILE_ATTRIBUTE_NORMAL = 0x80;  // no other attribute
 inline constexpr unsigned INVALID_FILE_ATTRIBUTES = ~0u;
 
 /// Returns the attributes of a file or directory, or INVALID_FILE_ATTRIBUTES if there is none.
 unsigned GetFileAttributesA(const char* path);
 
-/// Removes all write permissions if `attributes` hold the read-only bit; else restores that of the
-/// owner. No other permission changes; on Windows the attributes become just these. Nonzero on
-/// success.
+/// Removes all write permissions if `attributes` has the read-only bit, otherwise restores the
+/// owner's. No other permission changes; on Windows the attributes become exactly these. Returns
+/// nonzero on success.
 int SetFileAttributesA(const char* path, unsigned attributes);
 
-/// Opens an existing file to ask for its size, and returns a handle or -1. Only a file that may be
-/// read can be opened, and no directory. Doesn't wait, whatever the file is, and a FIFO's writers
-/// don't notice.
+/// Opens an existing file to query its size, and returns a handle or -1. Fails for a directory and
+/// for a file that may not be read. Never waits, whatever the kind of file, and is not seen by a
+/// FIFO's writers.
 int CreateFileA(const char* path);
 
 /// Returns the low 32 bits of the size of an open file; all bits set on failure.
 unsigned GetFileSize(int handle);
 
-/// Closes the handle; nonzero on success.
+/// Closes the handle; returns nonzero on success.
 int CloseHandle(int handle);
 
-/// Deletes a file or a symbolic link, never a directory. Nonzero on success.
+/// Deletes a file or a symbolic link, never a directory. Returns nonzero on success.
 int DeleteFileA(const char* path);
 
-/// Makes one directory; the one above it must exist. Nonzero on success.
+/// Creates one directory; its parent must exist. Returns nonzero on success.
 int CreateDirectoryA(const char* path);
 
-/// Removes an empty directory. Nonzero on success.
+/// Removes an empty directory. Returns nonzero on success.
 int RemoveDirectoryA(const char* path);
 
 }  // namespace zelvan::platform

@@ -1,20 +1,20 @@
-/// What the user's locale says.
+/// The user's locale.
 #pragma once
 
 namespace zelvan::platform {
 
-/// The locale of the user who runs the process: the only one that can be asked about.
+/// The locale of the user who runs the process; no other is supported.
 inline constexpr unsigned LOCALE_USER_DEFAULT = 0x400;
 
-/// Its language: the two letters of ISO 639, lower case.
+/// The language of the locale: two lower-case letters of ISO 639.
 inline constexpr unsigned LOCALE_SISO639LANGNAME = 0x59;
 
-/// Writes what `type` names, with its terminator, into the `size` bytes of `buffer`, and returns
-/// its length, terminator included. Returns 0 and leaves the buffer alone if the locale
-/// has no such language, if the question is another one, or if the answer does not fit.
+/// Writes the item `type` with its terminator into the `size` bytes of `buffer`, and returns its
+/// length, including the terminator. Returns 0 and leaves the buffer unchanged if the locale has no
+/// such language, if the item is not supported, or if it does not fit.
 ///
-/// The environment, on Windows the system, is asked at each call, so a change shows at once. The
-/// locale's data need not be there.
+/// Each call reads the environment, on Windows the system's setting, so a change takes effect at
+/// once. The data of the locale need not be installed.
 int GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size);
 
 }  // namespace zelvan::platform

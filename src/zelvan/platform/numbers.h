@@ -1,13 +1,13 @@
-/// Numbers as the C library reads them.
+/// Conversion of text to numbers by the C library.
 #pragma once
 
 namespace zelvan::platform {
 
-/// Returns the number that `text` spells, by `strtod` in the "C" locale: correctly rounded,
-/// infinite if it is too large, and with the point as its decimal point whatever locale the process
-/// has. If the heap is exhausted at the first call, the locale of the process decides instead.
+/// Returns the number in `text`, by `strtod` in the "C" locale: correctly rounded, infinite if too
+/// large, with the point as the decimal point whatever the locale of the process. If the heap is
+/// exhausted at the first call, the locale of the process is used instead.
 ///
-/// Leaves `errno` as it is. Not for Windows, whose C library does not always round correctly.
+/// Leaves `errno` unchanged. Not for Windows, whose C library does not always round correctly.
 double strtod_c(const char* text);
 
 }  // namespace zelvan::platform

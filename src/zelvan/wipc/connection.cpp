@@ -21,15 +21,15 @@ namespace {
 
 constexpr std::uint64_t look_again_ms = 500;
 constexpr int connect_attempts = 5;
-// Pauses of 200, 400, 800 and 1600 ms: short enough that a peer which is about to listen is met
-// soon, and together well beyond the half second by which the listening side can be late.
+// Pauses of 200, 400, 800 and 1600 ms: the first are short, to find a peer soon that is about to
+// listen. Together they are well beyond the half second by which the listening side can be late.
 constexpr std::uint64_t first_retry_ms = 200;
 
-// Room for the answer to the end of a session and for texts sent before it. What stays unread when
-// a socket is closed can cost the peer what is still on its way to it.
+// Room for the answer to the end of a session and for texts sent before it. If a socket is closed
+// with unread data, the peer can lose data that is on its way to it.
 constexpr int answer_size = 1599;
 
-// What a secondary on this machine connects to when other machines are kept out.
+// The host name for a secondary on this machine while other machines are kept out.
 char loopback_name[] = "localhost";
 
 constexpr int exists = 0;  // mode of `_access`
@@ -37,8 +37,8 @@ constexpr int exists = 0;  // mode of `_access`
 bool is_empty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
 /// Returns whether an attempt to accept a connection ends the wait. While other machines are kept
-/// out, only one with a peer on this machine does: on some systems an attempt fails if the peer has
-/// left by then, and a stranger could end the wait by that.
+/// out, only a connection from this machine does. A failed attempt does not: on some systems it
+/// fails if the peer has already left, and a stranger could so end the wait.
 bool ends_wait(int socket) {
   if (keeps_machines_out == 0) return true;
   platform::SocketAddress peer{};
@@ -46,8 +46,8 @@ bool ends_wait(int socket) {
   return std::memcmp(peer.host, platform::loopback.host, sizeof peer.host) == 0;
 }
 
-/// Makes a session of two connections, which it owns from here on. Null if the heap refuses; the
-/// connections are still the caller's then.
+/// Creates a session that takes over both connections. Returns null if the heap is exhausted; the
+/// caller then still owns the connections.
 wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_type) {
   wipc_session* session = wipc_new_session(data.get(), session_type);
   if (session == nullptr) return nullptr;
@@ -56,7 +56,8 @@ wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_
   return session;
 }
 
-/// Starts the secondary, or publishes the command line that does. 1 unless that failed.
+/// Starts the secondary, or publishes the command line that starts it. Returns 1 on success, else
+/// 0.
 int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
   if (primary_port <= 0 || secondary_port <= 0) {
     wipc_print("Error: Cannot start the secondary since the ports are invalid (%d and %d)\n",
@@ -74,12 +75,12 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   return wipc_nostart != 0;
 }
 
-/// Returns the path of a module on this machine; null if there is none.
+/// Returns the path of a module on this machine, or null.
 HeapText local_path(const char* module) {
   return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
 }
 
-/// Returns whether the module exists on this machine. A path that doesn't is the last error.
+/// Returns whether the module exists on this machine. If its path doesn't, sets the last error.
 bool has_module(const char* module) {
   const HeapText path = local_path(module);
   if (path == nullptr) return false;
@@ -89,7 +90,7 @@ bool has_module(const char* module) {
   return false;
 }
 
-/// Makes the two the pending connection.
+/// Sets the two bind sessions of the pending connection.
 void make_pending(BindSession primary, BindSession secondary) {
   wipc_bind_primary = primary.release();
   wipc_bind_secondary = secondary.release();
@@ -143,7 +144,7 @@ char* wipc_find_module(const char* module) {
   HeapText candidate(static_cast<char*>(std::malloc(size)));
   if (candidate == nullptr) return nullptr;
   while (!path.empty()) {
-    // An entry has one character at least, so a colon at its start belongs to it.
+    // An entry has at least one character, so a colon at its start is part of it.
     const std::string_view entry = path.substr(0, path.find(':', 1));
     std::snprintf(candidate.get(), size, "%.*s/%s", static_cast<int>(entry.size()), entry.data(),
                   module);
@@ -217,7 +218,7 @@ int wipc_open_connection(char* host, char* module, char** local_host, int* prima
     wipc_print("Error: Cannot open connection because of invalid paramters\n");
     return 0;
   }
-  wipc_release_bind_sessions();  // of a connection that was never accepted
+  wipc_release_bind_sessions();  // those of a connection that was never accepted
   BindSession primary(wipc_create_bind(primary_port));
   if (primary == nullptr) return 0;
   BindSession secondary(wipc_create_bind(secondary_port));
@@ -289,7 +290,7 @@ void wipc_close_session(void* session) {
   if (record->session_type == primary_end) {
     send_text(record->sid, end_of_session);
     char answer[answer_size];
-    platform::recv(record->sid, answer, answer_size);  // or learns that the peer has gone
+    platform::recv(record->sid, answer, answer_size);  // or until the peer has gone
     platform::closesocket(record->sid);
     platform::closesocket(record->status_sid);
   }

@@ -13,15 +13,15 @@
 namespace zelvan {
 namespace {
 
-/// Length of a text that may be sent; 4001 for all that are longer, without reading on.
+/// Returns the length of a text to send; 4001 for all longer ones, without reading further.
 std::size_t length_to_send(const char* text) {
   const void* end = std::memchr(text, '\0', WIPC_MAX_MESSAGE + 1);
   return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - text)
                         : WIPC_MAX_MESSAGE + 1;
 }
 
-/// Fills the caller's buffer to its end, with zeros after a shorter text and without a
-/// terminator after a longer one. Returns the length delivered.
+/// Copies a text into the caller's buffer: pads a shorter text with zeros to the end, cuts a longer
+/// one without a terminator. Returns the length copied.
 int deliver(const char* text, char* buffer, int length) {
   std::strncpy(buffer, text, static_cast<std::size_t>(length));
   return static_cast<int>(std::min(std::strlen(text), static_cast<std::size_t>(length)));

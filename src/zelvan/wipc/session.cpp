@@ -25,7 +25,8 @@ char wipc_local_host[256] = "";
 
 namespace {
 
-/// Binds a socket to a port of the system's choice and stores the port. Returns whether it did.
+/// Binds a socket to a port that the system chooses, and stores the port. Returns whether it
+/// succeeded.
 bool bind_to_free_port(int socket, int* port) {
   auto address = keeps_machines_out != 0 ? platform::loopback : platform::SocketAddress{};
   if (platform::bind(socket, address) != 0) return false;

@@ -1,22 +1,23 @@
-/// Sessions between two processes: what they are, and the switches of the family.
+/// Sessions between two processes: terms, settings and sockets.
 ///
-/// A session joins two processes by two TCP streams. The *primary* opens it and owns its life;
-/// the *secondary*, which the primary usually starts, is at the other end. Over the data channel
-/// text goes both ways, over the status channel from the secondary to the primary only.
-/// connection.h makes and ends sessions, messages.h sends and receives.
+/// A session joins two processes by two TCP streams. The *primary* opens and ends it; the
+/// *secondary*, which the primary usually starts, is at the other end. Text goes both ways over the
+/// data channel, and from the secondary to the primary only over the status channel. connection.h
+/// makes and ends sessions, messages.h sends and receives.
 ///
-/// A session is an opaque handle. It is dead once `wipc_close_session` has been called, or, at
-/// the secondary, once `wipc_read` has given -1 for it; a dead handle must not be used again. A
-/// null handle is no session, and every operation says what it does with one.
+/// A session is an opaque handle. It is dead after `wipc_close_session`, or, at the secondary,
+/// after `wipc_read` has returned -1 for it; a dead handle must not be used again. A null handle is
+/// no session; every operation says what it does with one.
 ///
 /// Failures show in results alone. Most have a text as well, which is printed on standard output
 /// only after `wipc_set_debug`.
 ///
-/// Whoever has access to the machine's ports can connect to a session being opened, and nothing
-/// is encrypted: for trusted hosts only. `zelvan_set_local_sessions_only` keeps other machines out.
+/// Anybody who can reach the machine's ports can connect to a session that is being opened, and
+/// nothing is encrypted: for trusted hosts only. `zelvan_set_local_sessions_only` keeps other
+/// machines out.
 ///
-/// Threads: the family shares its switches and pending connections, unguarded. One thread at a
-/// time may be inside any of its operations, whatever the session.
+/// Threads: the settings and pending connections are shared by the whole family, without locks. One
+/// thread at a time may be inside any of its operations, whatever the session.
 #pragma once
 
 #include <zelvan/export.h>
@@ -24,53 +25,57 @@
 /// The longest text of a message in bytes, without a terminator.
 #define WIPC_MAX_MESSAGE 4000
 
-/// The last text that an operation of connection.h stored, empty before the first: what its
-/// header says. At most 255 characters, longer ones are cut. It is never cleared, so it doesn't
-/// tell whether the last operation failed. The address is always the same; the memory is the
-/// library's.
+/// Returns the last text that an operation of connection.h stored; empty before the first.
+/// connection.h says which failures store one.
+///
+/// The text has at most 255 characters; longer ones are cut. It is never cleared, so it doesn't
+/// tell whether the last operation failed. The address is always the same; the library owns the
+/// memory.
 ZELVAN_API char* wipc_last_error(void);
 
-/// Sets for how many seconds opening waits for each of the secondary's two connections: 10 at
-/// first. Looks come every half second; with 0 or less there is a single one.
+/// Sets for how many seconds opening waits for each of the secondary's two connections; initially
+/// 10. It looks every half second; with 0 or less it looks once.
 ZELVAN_API void wipc_set_connect_timeout(int seconds);
 
-/// Not 0: failures are told on standard output, which isn't flushed. 0, as at first: they aren't.
+/// Reports failures on standard output, which isn't flushed, if `on` is not 0. Initially 0: no
+/// reports.
 ZELVAN_API void wipc_set_debug(int on);
 
-/// Not 0: `wipc_open_session` starts no program but leaves the command line in
-/// `wipc_last_error()` for a person or a debugger to run. Whatever the value, the time to wait
-/// becomes 600 seconds; call `wipc_set_connect_timeout` afterwards for another.
+/// Keeps `wipc_open_session` from starting the program, if `on` is not 0. It then stores the
+/// command line in `wipc_last_error()` instead, for a person or a debugger to run. Any value sets
+/// the time to wait to 600 seconds; call `wipc_set_connect_timeout` afterwards for another.
 ZELVAN_API void wipc_set_nostart(int on);
 
-/// Keeps other machines out of the sessions that this process opens, if `on` is not 0. With 0, as
-/// at first, any machine can connect.
+/// Keeps other machines out of the sessions that this process opens, if `on` is not 0. Initially 0:
+/// any machine can connect.
 ///
-/// While the switch is on, ports are opened on 127.0.0.1 alone, an address that only programs of
-/// this machine reach. Each connection that comes in is checked as well: from another address than
-/// 127.0.0.1 it is closed, and the wait continues.
+/// While this is on, ports are opened on 127.0.0.1 only, an address that only programs on this
+/// machine can reach. In addition, each incoming connection is checked: one from another address
+/// than 127.0.0.1 is closed, and the wait continues.
 ///
-/// Set it before opening, and leave it so until the session stands. The ports of a pending
-/// connection keep the address with which they were opened; the check is made if the switch is on
-/// when a connection comes in.
+/// Set it before opening, and keep it until the session is open. The ports of a pending connection
+/// keep the address with which they were opened; the check applies if this is on when a connection
+/// comes in.
 ///
 /// The secondary has to connect to "localhost". `wipc_open_connection` then stores that as the
-/// local host. Pass it to `wipc_open_session`, since this machine's own name can mean another of
-/// its addresses. `wipc_connect_session` connects wherever it is told.
+/// local host. Pass it to `wipc_open_session` as well, since this machine's own name can mean
+/// another of its addresses. `wipc_connect_session` is not affected.
 ///
-/// Machines are told apart, not users and programs: any program on this machine can still be the
-/// first to connect, or keep the secondary from connecting by connecting all the time.
+/// This tells machines apart, not users or programs. Any program on this machine can still connect
+/// first, or keep the secondary from connecting by connecting all the time.
 ZELVAN_C_API void zelvan_set_local_sessions_only(int on);
 
-/// The socket of the data channel, for a caller's own poll loop; -1 for a null handle.
+/// Returns the socket of the data channel, for a caller's own poll loop; -1 for a null handle.
 ///
-/// Queued messages don't show on the socket: before you wait on it, read until
-/// `wipc_poll_session` returns 0. At the secondary it is also what to close when the session has
-/// ended: see `wipc_close_session` and `wipc_read`.
+/// Queued messages don't show on the socket: before you wait on it, read until `wipc_poll_session`
+/// returns 0. At the secondary, close this socket when the session has ended: see
+/// `wipc_close_session` and `wipc_read`.
 ZELVAN_API int wipc_sid(void* session);
 
-/// The socket of the status channel likewise; -1 for a null handle.
+/// Returns the socket of the status channel; -1 for a null handle. See `wipc_sid`.
 ZELVAN_API int wipc_status_sid(void* session);
 
-/// 1 if `wipc_read` would find something at once: a queued message, bytes, or that the peer has
-/// gone. Else 0, and for a null handle. Never waits, and doesn't look at the status channel.
+/// Returns 1 if `wipc_read` would return at once: a message is queued, bytes have arrived, or the
+/// peer has gone. Otherwise, and for a null handle, returns 0. Never waits, and doesn't look at the
+/// status channel.
 ZELVAN_API int wipc_poll_session(void* session);

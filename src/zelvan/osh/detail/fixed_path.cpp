@@ -15,16 +15,16 @@ bool is_ascii_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <
 
 bool exists(const char* path) { return platform::_access(path, 0) == 0; }
 
-/// Puts the path on a drive, if it fits and exists there.
+/// Adds the drive letter to the path. Returns true if the result fits and exists.
 bool exists_on_drive(char letter, const char* path, char* candidate) {
   const int length = std::snprintf(candidate, path_size, "%c:%s", letter, path);
   return length < path_size && exists(candidate);
 }
 
-/// Finds the first drive that has the path, the current one before all others. No drive is the
-/// current one (0) while the current directory is on a share.
+/// Finds the first drive that has the path, trying the current one first. `current_drive` is 0 if
+/// the current directory is on a share.
 bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
-  constexpr unsigned last_root = path_size - 3;  // a root has three bytes at least
+  constexpr unsigned last_root = path_size - 3;  // a root has at least three bytes
   const char current_letter = static_cast<char>('A' - 1 + current_drive);
   if (current_drive != 0 && exists_on_drive(current_letter, path, candidate)) return true;
   char roots[path_size];
@@ -67,7 +67,7 @@ short osh1_open(char* path, int flags, short mode) {
   if (!check_path(path)) return -1;
   const int fd = platform::_open(fixed, flags, mode);
   if (fd <= SHRT_MAX) return static_cast<short>(fd);
-  platform::_close(fd);  // cut to 16 bits it would be lost, or another file's
+  platform::_close(fd);  // as a `short` the number would be lost, or be another file's
   errno = EMFILE;
   return -1;
 }

@@ -1,20 +1,22 @@
-/// Paths from callers, checked for their length and given the drive that they may leave out.
+/// Paths from callers: checked for their length, and completed by a drive if they lack one.
 #pragma once
 
 #include <cstdio>
 
 namespace zelvan {
 
-/// Room for every path, its terminator included.
+/// The size of a buffer for any path, including the terminator.
 inline constexpr int path_size = 1024;
 
-/// Fails if the path is null or doesn't fit; `errno` says why.
+/// Returns true if the path is not null and fits into 1024 bytes; otherwise `errno` has the reason.
 bool check_path(const char* path);
 
-/// Adds to a path that is rooted but names no drive the drive on which it exists: the current one,
-/// else the first in the order of the drives. `fixed` is the path itself where it begins with
-/// anything but just one backslash, where no drive has it, and where there are no drives at all;
-/// empty if `check_path` fails. Returns 1 if `fixed` exists, else 0.
+/// Completes a rooted path without a drive by a drive on which it exists. Returns 1 if the path in
+/// `fixed` exists, else 0.
+///
+/// The current drive is tried first, then all drives in order. `fixed` is the unchanged path if it
+/// begins with anything but exactly one backslash, if no drive has it, or if there are no drives at
+/// all. It is empty if `check_path` fails.
 ///
 /// Requires: room for 1024 bytes at `fixed`, whatever `size` says.
 short osh1_fix_path(char* path, char* fixed, int size);

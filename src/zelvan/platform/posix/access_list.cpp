@@ -9,15 +9,15 @@ namespace zelvan::platform {
 namespace {
 
 constexpr const char* attribute = "system.posix_acl_access";
-constexpr std::size_t largest_attribute = 64 * 1024;  // that the system stores
+constexpr std::size_t largest_attribute = 64 * 1024;  // the system's limit
 
-// A version of four bytes, and then entries of eight: tag (2 bytes, the lower first), permissions
-// (2 bytes) and the number of a user or group (4 bytes).
+// The format: a version of four bytes, then entries of eight bytes. An entry is a tag (2 bytes,
+// lower first), permissions (2 bytes) and the number of a user or group (4 bytes).
 constexpr std::size_t header_size = 4;
 constexpr std::size_t entry_size = 8;
 constexpr char owning_group = 0x04;  // a tag
 
-/// True if the file has no list, or the file system holds none.
+/// Returns true if the file has no list, or the file system supports none.
 bool is_missing() { return errno == ENODATA || errno == EOPNOTSUPP || errno == ENOSYS; }
 
 }  // namespace

@@ -1,4 +1,4 @@
-/// The access-control list of a file: what users and groups besides its own may do with it.
+/// The access-control list of a file: the rights of users and groups other than its own.
 #pragma once
 
 #include <string>
@@ -7,22 +7,22 @@
 
 namespace zelvan::platform {
 
-/// A list as the system stores it; empty for a file that has none, and where there are no lists.
+/// A list in the system's format; empty for a file without one, and where lists are not supported.
 ///
-/// Where a file has a list, the group bits of its mode are the list's mask: the most that anybody
-/// but the owner and others may do.
+/// For a file with a list, the group bits of the mode are the list's mask. It limits the rights of
+/// all but the owner and others.
 class AccessList {
  public:
-  /// Reads the list of a file; a path may be a link to it. False on failure.
+  /// Reads the list of a file; a path may be a link to it. Returns false on failure.
   bool read(int fd);
   bool read(const char* path);
 
-  /// Sets a file's list to this one, or removes it if this one is empty. False on failure, also
-  /// where the file system holds no lists and this one is not empty.
+  /// Sets a file's list to this one, or removes it if this one is empty. Returns false on failure,
+  /// also if this one is not empty and the file system supports no lists.
   bool give_to(int fd) const;
 
-  /// Returns the file's `mode` as it is without the list: the group keeps its own permissions,
-  /// within the mask.
+  /// Returns the mode that the file would have without the list: the group keeps its own
+  /// permissions, limited by the mask.
   mode_t mode_without_list(mode_t mode) const;
 
  private:

@@ -9,7 +9,7 @@ namespace zelvan::platform {
 void GetLocalTime(LocalTime* now) {
   const time_t seconds = ::time(nullptr);
   tm parts{};
-  ::tzset();  // localtime_r alone need not look at the environment again
+  ::tzset();  // localtime_r alone may ignore a changed environment
   ::localtime_r(&seconds, &parts);
   *now = {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
           parts.tm_hour,        parts.tm_min,     parts.tm_sec};
@@ -17,7 +17,7 @@ void GetLocalTime(LocalTime* now) {
 
 void Sleep(std::uint64_t milliseconds) {
   if (milliseconds == 0) return;
-  // Sleeping up to a moment, not for a time: what is left after a signal needs no sum.
+  // An absolute time, so that nothing has to be added up after a signal.
   timespec end;
   ::clock_gettime(CLOCK_MONOTONIC, &end);
   end.tv_sec += static_cast<time_t>(milliseconds / 1000);

@@ -15,8 +15,8 @@
 namespace zelvan::platform {
 namespace {
 
-/// Of any length, or empty if it can't be had. The kernel marks a directory that lies outside
-/// the root of the process by a text that does not begin with `/`.
+/// Returns the current directory, of any length; empty on failure. If the directory lies outside
+/// the root of the process, the kernel returns a text that does not begin with `/`.
 std::string current_directory() {
   const HeapText text(::getcwd(nullptr, 0));
   return text != nullptr && text.get()[0] == '/' ? text.get() : "";
@@ -38,7 +38,8 @@ std::string absolute_form(std::string_view path) {
   return form.empty() ? "/" : form;
 }
 
-/// Returns the length, or the size that would have been needed. Requires: both fit an `unsigned`.
+/// Stores the text and returns its length; if it doesn't fit, returns the size needed. Requires:
+/// both fit an `unsigned`.
 unsigned store(std::string_view text, char* buffer, unsigned size) {
   const auto length = static_cast<unsigned>(text.size());
   if (length >= size) return length + 1;
@@ -59,7 +60,7 @@ unsigned GetCurrentDirectoryA(unsigned size, char* buffer) try {
 
 unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
   const std::string form = absolute_form(path);
-  if (form.size() >= UINT_MAX) {  // an unsigned number can't say the size needed
+  if (form.size() >= UINT_MAX) {  // an unsigned result can't hold the size needed
     errno = ENAMETOOLONG;
     return 0;
   }

@@ -32,9 +32,8 @@ bool check_regular(const struct stat& status) {
   return S_ISREG(status.st_mode) || refuse(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
 }
 
-/// Opens a regular file to be copied. Returns -1 for anything else, and does not even open it: to
-/// open a FIFO and close it again would lose what others write into it. Waits for others to give up
-/// a lease.
+/// Opens a regular file to be copied. Returns -1 for anything else, without opening it: opening and
+/// closing a FIFO would lose what others write into it. Waits until others release a lease.
 int open_source(const char* path, struct stat* status) {
   if (::stat(path, status) != 0 || !check_regular(*status)) return -1;
   Descriptor file(retry_interrupted([=] { return ::open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
@@ -45,7 +44,7 @@ int open_source(const char* path, struct stat* status) {
 
 bool copy_content(int from, int to) {
 #if defined(__linux__)
-  // The kernel copies as far as it can. The loop below copies the rest, or fails with the reason.
+  // The kernel copies as much as it can. The loop below copies the rest, or fails with the reason.
   constexpr std::size_t most_at_once = std::size_t{1} << 30;
   while (::copy_file_range(from, nullptr, to, nullptr, most_at_once, 0) > 0) {
   }
@@ -63,16 +62,17 @@ bool has_permissions(int fd, mode_t mode) {
   return ::fstat(fd, &status) == 0 && (status.st_mode & all_mode_bits) == mode;
 }
 
-/// Returns `mode` with no more rights for the group than others have.
+/// Returns `mode` with the group's rights reduced to those of others.
 mode_t without_group(mode_t mode) {
   const mode_t rights_of_others = (mode & S_IRWXO) << 3;
   return mode & (rights_of_others | ~static_cast<mode_t>(S_IRWXG));
 }
 
-/// Sets a file's owner and group to those of another as far as that is allowed, and its permissions
-/// and access list to `mode` and `list`.
+/// Sets a file's permissions and access list to `mode` and `list`, and its owner and group to those
+/// of `other` if the system allows it.
 ///
-/// In this order: a new owner clears set-ID bits, and a list changes the permissions of the group.
+/// The order matters: a new owner clears set-ID bits, and a list changes the permissions of the
+/// group.
 bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
                                const AccessList& list) {
   const auto give_to = [&](uid_t owner) {
@@ -81,13 +81,13 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   constexpr uid_t as_it_is = static_cast<uid_t>(-1);
   const bool has_owner = give_to(other.st_uid);
   const bool has_group = has_owner || give_to(as_it_is);
-  // Without the owner, set-ID bits would let programs act as somebody else. Without the group, its
-  // permissions would go to another group.
+  // With a different owner, set-ID bits would let programs run with the wrong identity. With a
+  // different group, the group's permissions would belong to that group.
   const mode_t kept = has_owner ? mode : mode & permission_bits;
   const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.give_to(fd)) return false;
   if (retry_interrupted([&] { return ::fchmod(fd, allowed); }) == 0) return true;
-  const int why = errno;  // on some file systems the mount decides the permissions of all files
+  const int why = errno;  // on some file systems the mount sets the permissions of all files
   return has_permissions(fd, allowed) || refuse(why);
 }
 
@@ -101,10 +101,11 @@ bool check_replaceable(const char* path, const struct stat& status, const struct
 bool copy_over(int from, const struct stat& source, const char* target, const struct stat& old) {
   AccessList list;
   if (!check_replaceable(target, old, source) || !list.read(target)) return false;
-  Replacement copy(target, private_file);  // private until it has the old permissions
+  Replacement copy(target, private_file);  // private until it has the permissions of the old file
   return copy.is_open() && copy_content(from, copy.file()) &&
          set_owner_and_permissions(copy.file(), old, old.st_mode & permission_bits, list) &&
-         // If the rename reached the disk before the content, a power cut would leave neither.
+         // If the rename reached the disk before the content, a power failure would lose both
+         // contents.
          send_to_disk(copy.file()) && copy.replace_target();
 }
 
@@ -115,7 +116,7 @@ bool copy_to_new_name(int from, const struct stat& source, const char* target) {
   return copy.is_open() && copy_content(from, copy.file()) && copy.replace_target();
 }
 
-/// Makes a copy, sends it and its name to the disk, and only then removes the source.
+/// Copies the file, sends the copy and its name to the disk, and only then removes the source.
 bool move_to_other_file_system(const char* from, const char* to) {
   struct stat status;
   if (::lstat(from, &status) != 0) return false;

@@ -18,8 +18,8 @@ namespace {
 constexpr std::size_t longest_mode = 62;  // of a stream
 constexpr int highest_descriptor = SHRT_MAX;
 
-/// Fails with EACCES if the path is a read-only file. The system itself would not stop a privileged
-/// user.
+/// Fails with EACCES if the path is a read-only file, since the system itself doesn't stop a
+/// privileged user.
 bool check_not_read_only(const char* path) {
   struct stat status;
   if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode) || !is_read_only(status)) return true;
@@ -27,7 +27,7 @@ bool check_not_read_only(const char* path) {
   return false;
 }
 
-/// Fails with EISDIR if the descriptor leads to a directory.
+/// Fails with EISDIR if the descriptor refers to a directory.
 bool check_not_directory(int fd) {
   struct stat status;
   if (::fstat(fd, &status) != 0 || !S_ISDIR(status.st_mode)) return true;
@@ -35,7 +35,7 @@ bool check_not_directory(int fd) {
   return false;
 }
 
-/// Empties an open regular file. Anything else, such as a device, stays as it is.
+/// Empties an open regular file. Leaves anything else, such as a device, unchanged.
 bool truncate(int fd) {
   struct stat status;
   if (::fstat(fd, &status) != 0) return false;
@@ -67,22 +67,23 @@ int _open(const char* path, int flags, int mode) {
     errno = EMFILE;
     return -1;
   }
-  // Only now is it sure that the descriptor can be used: a failure must not cost the content.
+  // Truncate last: if the call fails, the content must remain.
   if ((flags & _O_TRUNC) != 0 && !truncate(file.get())) return -1;
   return file.release();
 }
 
 int _close(int fd) {
-  const int why = errno;  // of what may have failed before
+  const int why = errno;  // the reason of an earlier failure
   if (::close(fd) == 0) return 0;
   if (errno != EINTR) return -1;
-  // An interrupted close has closed: a second one could hit another thread's file.
+  // After an interruption the descriptor is closed already: closing it again could close another
+  // thread's file.
   errno = why;
   return 0;
 }
 
 int _read(int fd, void* buffer, unsigned count) {
-  const std::size_t wanted = std::min<std::size_t>(count, INT_MAX);  // the result is an int
+  const std::size_t wanted = std::min<std::size_t>(count, INT_MAX);  // the result is an `int`
   return static_cast<int>(retry_interrupted([=] { return ::read(fd, buffer, wanted); }));
 }
 
@@ -101,7 +102,7 @@ int _write(int fd, const void* buffer, unsigned count) {
 }
 
 long _lseek(int fd, long offset, int whence) {
-  if (whence < SEEK_SET || whence > SEEK_END) {  // the system knows more of them
+  if (whence < SEEK_SET || whence > SEEK_END) {  // the system supports further values
     errno = EINVAL;
     return -1;
   }
@@ -134,7 +135,7 @@ std::FILE* fopen(const char* path, const char* mode) {
   }
   const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
   if (writes && !check_not_read_only(path)) return nullptr;
-  // Closed when a program starts. The letter comes before any that carries an argument.
+  // 'e' closes the file when a program starts. It comes before letters that take an argument.
   char closed_on_start[longest_mode + 2] = {mode[0], 'e'};
   std::strcpy(closed_on_start + 2, mode + 1);
   std::FILE* stream = ::fopen(path, closed_on_start);
@@ -150,7 +151,7 @@ int _fileno(std::FILE* stream) { return ::fileno(stream); }
 std::FILE* _fdopen(int fd, const char* mode) { return ::fdopen(fd, mode); }
 
 int _access(const char* path, int mode) {
-  // With the rights that the other calls act with, should the process have changed its user.
+  // Checks the effective user's rights, as the other calls do.
   return ::faccessat(AT_FDCWD, path, mode, AT_EACCESS);
 }
 
@@ -169,7 +170,7 @@ int SetFileAttributesA(const char* path, unsigned attributes) {
   const mode_t before = status.st_mode & 07777;
   const bool read_only = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
   const mode_t after = read_only ? before & ~write_bits : before | S_IWUSR;
-  // A file that is as wanted needs no permission to be changed.
+  // If nothing changes, no permission to change it is needed.
   return after == before || ::chmod(path, after) == 0;
 }
 
@@ -177,7 +178,7 @@ int CreateFileA(const char* path) {
   struct stat status;
   const bool is_fifo = ::stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
   if (!is_fifo) return open_file(path, O_RDONLY | O_NONBLOCK, 0);
-  // Opened to be read and closed again, it would lose what others write into it meanwhile.
+  // Don't open a FIFO for reading: closing it again would lose what others write meanwhile.
   return ::faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) == 0 ? open_file(path, O_PATH, 0) : -1;
 }
 

@@ -25,11 +25,11 @@ bool is_font_name(std::string_view name) {
   return is_t(name[dot + 1]) && is_t(name[dot + 2]);
 }
 
-/// What one search has come by.
+/// The state of one search.
 struct Search {
   std::size_t limit;
   std::vector<std::string> files;
-  std::set<std::pair<dev_t, ino_t>> searched;  // folders, by what they are and not by name
+  std::set<std::pair<dev_t, ino_t>> searched;  // by identity, not by name
 };
 
 struct Content {
@@ -37,8 +37,9 @@ struct Content {
   std::vector<std::string> folders;
 };
 
-/// The sorted font files and folders in a folder; nothing if it was searched before or can't be
-/// read. It is closed again on return, so that a deep tree takes one descriptor at a time.
+/// Returns the sorted font files and folders in a folder; nothing if it was searched before or
+/// can't be read. Closes the folder before it returns, so that a deep tree needs one descriptor at
+/// a time.
 Content read_folder(const std::string& path, Search* search) {
   struct Close {
     void operator()(DIR* folder) const { ::closedir(folder); }
@@ -85,7 +86,7 @@ void search_folder(const std::string& path, int depth, Search* search) {
   }
 }
 
-/// The value of a variable that holds an absolute path, else null.
+/// Returns the value of a variable if it is an absolute path, else null.
 const char* absolute_variable(const char* name) {
   const char* value = std::getenv(name);
   return value != nullptr && value[0] == '/' ? value : nullptr;

@@ -5,7 +5,7 @@
 
 namespace {
 
-// The variables in the order in which POSIX lets them rule; an empty one counts as unset.
+// The variables in POSIX's order of precedence; an empty one counts as unset.
 std::string_view name_of_locale() {
   for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
     const char* const value = std::getenv(variable);
@@ -14,7 +14,7 @@ std::string_view name_of_locale() {
   return {};
 }
 
-// Not `tolower`, which would ask the very locale in question.
+// Not `tolower`, which depends on the process's locale.
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool is_letter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
@@ -23,7 +23,7 @@ bool is_letter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
 
 int zelvan::platform::GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size) {
   if (locale != LOCALE_USER_DEFAULT || type != LOCALE_SISO639LANGNAME || size < 3) return 0;
-  // A name is like "ja", "ja_JP" or "ja_JP.UTF-8@variant". "C" and "POSIX" have no language.
+  // A name looks like "ja", "ja_JP" or "ja_JP.UTF-8@variant". "C" and "POSIX" have no language.
   const std::string_view name = name_of_locale();
   const bool has_language = name.size() >= 2 && is_letter(name[0]) && is_letter(name[1]) &&
                             (name.size() == 2 || !is_letter(name[2]));

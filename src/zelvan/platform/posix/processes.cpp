@@ -19,10 +19,10 @@ namespace zelvan::platform {
 namespace {
 
 constexpr const char* shell = "/bin/sh";
-constexpr int report_fd = 3;  // the first that a started program has no claim to
+constexpr int report_fd = 3;  // the first that a started program doesn't inherit
 constexpr int started = 33;
 
-/// Splits at blanks; double quotes hold a part together and vanish.
+/// Splits at blanks and tabs. Double quotes keep a part together and are removed.
 std::vector<std::string> split_command_line(std::string_view line) {
   std::vector<std::string> parts;
   bool in_part = false;
@@ -43,7 +43,7 @@ std::vector<std::string> split_command_line(std::string_view line) {
   return parts;
 }
 
-/// Returns 0 if the path is a file that may be run, else the errno that says why not.
+/// Returns 0 if the path is an executable file, else the errno that says why not.
 int why_not_runnable(const char* path) {
   struct stat status;
   if (::stat(path, &status) != 0) return errno;
@@ -51,8 +51,8 @@ int why_not_runnable(const char* path) {
   return ::access(path, X_OK) == 0 ? 0 : errno;
 }
 
-/// Replaces a bare name by the first path along "PATH" that can be run; keeps a path as it is.
-/// Returns 0, or the errno of what was found instead.
+/// Replaces a bare name by the first executable path along "PATH"; keeps a path unchanged. Returns
+/// 0, or the errno of what was found instead.
 int find_program(std::string* program) {
   if (program->find('/') != std::string::npos) return why_not_runnable(program->c_str());
   if (program->empty()) return ENOENT;
@@ -76,24 +76,24 @@ int find_program(std::string* program) {
 struct Start {
   const char* program;
   char* const* arguments;
-  bool detached;                       // in a session of its own
-  char* const* shell_check = nullptr;  // arguments of a shell that must succeed first, if any
+  bool detached;                       // runs in a session of its own
+  char* const* shell_check = nullptr;  // arguments for a shell that must succeed first; may be null
 };
 
-/// Ends a started process that can't become the program, and reports why.
+/// Ends a child that can't run the program, and reports the errno to the caller.
 [[noreturn]] void give_up(int report) {
   const int trouble = errno;
   [[maybe_unused]] const ssize_t told = ::write(report, &trouble, sizeof trouble);
   _exit(127);
 }
 
-/// The last steps before the program takes over. Memory, handlers and locks are those of the
-/// caller in mid-step, so nothing but plain system calls may stand here.
+/// Replaces the child by the program. The child has a copy of the caller's memory and locks in any
+/// state, so it may make only plain system calls.
 [[noreturn]] void become(const Start& start, int report, const sigset_t& callers_mask) {
   if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) give_up(report);
   ::closefrom(report_fd + 1);
   if (start.detached) ::setsid();
-  // The caller's handlers must not run here once the signals are let through again.
+  // The caller's handlers must not run in the child once signals are unblocked.
   for (int signal = 1; signal < NSIG; ++signal) {
     struct sigaction action;
     if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
@@ -104,8 +104,9 @@ struct Start {
   give_up(report_fd);
 }
 
-/// Gives up with ENOENT if the shell of the check fails. Runs in the child, where waiting disturbs
-/// nobody; a caller that ignores SIGCHLD would leave nothing to wait for.
+/// Gives up with ENOENT if the checking shell fails. Runs in the child, so that waiting can't
+/// disturb the caller. Restores the default SIGCHLD meanwhile: if the caller ignores it, there is
+/// nothing to wait for.
 void check_by_shell(char* const* arguments, int report, const sigset_t& callers_mask) {
   const auto callers_action = ::signal(SIGCHLD, SIG_DFL);
   const pid_t checker = ::fork();
@@ -119,15 +120,15 @@ void check_by_shell(char* const* arguments, int report, const sigset_t& callers_
   give_up(report);
 }
 
-/// Returns the errno in the report, 0 if the program closed it unwritten by starting.
+/// Returns the errno in the report; 0 if the program has started, which closes the report empty.
 int read_report(int report) {
   int trouble = 0;
   retry_interrupted([&] { return ::read(report, &trouble, sizeof trouble); });
   return trouble;
 }
 
-/// Runs the program as the child of a child that ends at once: so it falls to the system to
-/// wait for it. Returns 0, or the errno of what failed.
+/// Runs the program as the child of a child that ends at once, so that the system waits for it.
+/// Returns 0, or the errno of what failed.
 int run(const Start& start) {
   int report[2];
   if (::pipe2(report, O_CLOEXEC) != 0) return errno;
@@ -147,7 +148,7 @@ int run(const Start& start) {
   int trouble = child < 0 ? errno : 0;
   ::close(report[1]);
   if (child > 0) {
-    // A caller that waits for just any child may get this one first; nothing depends on it.
+    // A caller that waits for any child may get this one first; that is harmless.
     retry_interrupted([&] { return ::waitpid(child, nullptr, 0); });
     trouble = read_report(report[0]);
   }
@@ -163,10 +164,10 @@ std::vector<char*> argument_array(std::vector<std::string>& parts) {
   return arguments;
 }
 
-// What a shell may take for more than a part of a word, as POSIX lists it.
+// Characters that a shell may interpret, as POSIX lists them.
 constexpr const char* special_to_shells = "|&;<>()$`\\\"'\n*?[]#~=%{}!";
 
-/// Returns the first word of a command, or nothing if the shell may read it in its own way.
+/// Returns the first word of a command; empty if the shell may interpret it.
 std::string plain_first_word(std::string_view command) {
   const std::size_t begin = command.find_first_not_of(" \t");
   if (begin == std::string_view::npos) return {};
@@ -201,13 +202,14 @@ int run_command(const char* command) {
   std::string program = name;
   const int trouble = find_program(&program);
   if (trouble == 0) {
-    // The shell would do nothing but start it, and take a file that is no program for a script.
+    // Start plain words directly: a shell would only do the same, but run a file that is no program
+    // as a script.
     const bool is_plain = std::strpbrk(command, special_to_shells) == nullptr;
     std::vector<std::string> words = is_plain ? split_command_line(command) : in_shell;
     return run({is_plain ? program.c_str() : shell, argument_array(words).data(), false});
   }
   if (name.find('/') != std::string::npos) return trouble;
-  // It can still be a word of the shell's own, which the shell is asked for before it goes to work.
+  // The word may still be a command of the shell itself, so ask the shell first.
   std::vector<std::string> check = {"sh", "-c", "command -v -- \"$1\" >/dev/null 2>&1", "sh", name};
   const int result =
       run({shell, argument_array(in_shell).data(), false, argument_array(check).data()});

@@ -11,14 +11,14 @@
 namespace zelvan::platform {
 namespace {
 
-/// True if the file system can't rename without overwriting; another way may do.
+/// Returns true if the system can't rename without overwriting, so that another way must be tried.
 bool is_missing_call() { return errno == EINVAL || errno == ENOSYS; }
 
-/// True if this file can't get a second name. EPERM comes from file systems without hard links, and
-/// where users may link only their own files.
+/// Returns true if this file can't get a second name. EPERM is reported by file systems without
+/// hard links, and where users may link only their own files.
 bool is_missing_link() { return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS; }
 
-/// Makes an empty file or directory under a free name.
+/// Creates an empty file or directory. Returns false if the name is in use.
 bool reserve(Name name, bool is_directory) {
   if (is_directory) return ::mkdirat(name.folder, name.text, 0777) == 0;
   constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
@@ -27,11 +27,11 @@ bool reserve(Name name, bool is_directory) {
       .is_open();
 }
 
-/// Makes an empty file or directory under the new name, and renames over it. What somebody else
-/// writes into that file in the meantime is lost; a directory replaces only an empty one.
+/// Creates an empty file or directory under the new name, and renames over it. What others write
+/// into that file meanwhile is lost; a directory replaces only an empty one.
 bool rename_over_reserved(Name from, Name to, const struct stat& source) {
   if (!reserve(to, S_ISDIR(source.st_mode))) return false;
-  struct stat reserved = {};  // no file has this status, in case the system does not tell
+  struct stat reserved = {};  // no file has this status; it stays if the system can't tell
   get_status(to, &reserved);
   if (::renameat(from.folder, from.text, to.folder, to.text) == 0) return true;
   const int why = errno;
@@ -48,7 +48,7 @@ bool rename_to_free_name(Name from, Name to) {
   struct stat source;
   if (!is_missing_call() || !get_status(from, &source)) return false;
   if (!S_ISDIR(source.st_mode)) {
-    // A link never takes a name that is in use.
+    // A link never replaces a name that is in use.
     if (::linkat(from.folder, from.text, to.folder, to.text, 0) == 0) {
       if (remove_old_name(from, source)) return true;
       take_back(to, source, from, source);

@@ -1,15 +1,15 @@
-/// Renaming that destroys nothing.
+/// Renaming that never overwrites.
 #pragma once
 
 #include <zelvan/platform/posix/names.h>
 
 namespace zelvan::platform {
 
-/// Renames within a file system, to a name that must be free. False on failure, with the reason in
-/// `errno`.
+/// Renames within a file system to a name that must be free. Returns false on failure, with the
+/// reason in `errno`.
 ///
-/// Where the system has no call for that, a file has both names for a moment. Where it can't have
-/// two, the new name is reserved first, and what others write into it in the meantime is lost.
+/// If the system has no call for that, a file has both names for a moment. If it can't have two,
+/// the new name is reserved first, and what others write into it meanwhile is lost.
 bool rename_to_free_name(Name from, Name to);
 
 }  // namespace zelvan::platform

@@ -13,7 +13,7 @@ namespace {
 constexpr int most_names_tried = 10'000;
 constexpr int size_of_link = 40;
 
-/// Writes the path by which the system shows an open file.
+/// Writes the path under which the system shows an open file.
 void write_link_of(int fd, char (&path)[size_of_link]) {
   std::snprintf(path, sizeof path, "/proc/self/fd/%d", fd);
 }
@@ -40,8 +40,8 @@ Replacement::~Replacement() {
   errno = why;
 }
 
-/// Calls `make` with one name after the other until one is free: other threads and processes make
-/// such files as well. Returns the result of the last call.
+/// Calls `make` with one name after the other until one is free, since other threads and processes
+/// create such files as well. Returns the result of the last call.
 template <typename Make>
 int Replacement::make_under_own_name(Make make) {
   int result = -1;
@@ -62,7 +62,8 @@ int Replacement::create(mode_t mode) {
       [&](const char* name) { return ::openat(folder_.get(), name, flags, mode); });
 }
 
-/// Creates a file without a name. Returns -1 where files must have names, or can't be named later.
+/// Creates a file without a name. Returns -1 if the file system requires names, or the file
+/// couldn't get one later.
 int Replacement::create_nameless(mode_t mode) const {
   constexpr int flags = O_WRONLY | O_TMPFILE | O_CLOEXEC;
   Descriptor file(retry_interrupted([&] { return ::openat(folder_.get(), ".", flags, mode); }));
@@ -102,7 +103,7 @@ bool Replacement::become_target() {
 bool Replacement::send_name_to_disk() const {
   constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
   const Descriptor readable(retry_interrupted([&] { return ::openat(folder_.get(), ".", flags); }));
-  // EINVAL: a folder that knows no sync is taken as synced.
+  // EINVAL: the folder doesn't support syncing; treated as success.
   if (readable.is_open()) return send_to_disk(readable.get()) || errno == EINVAL;
   ::sync();
   return true;

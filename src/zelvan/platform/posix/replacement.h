@@ -10,31 +10,30 @@
 
 namespace zelvan::platform {
 
-/// A new file in the folder of its target. If it never takes the target's place, it is deleted with
-/// this object.
+/// A new file in the folder of its target. Unless it takes the target's place, the destructor
+/// deletes it.
 ///
-/// While it is written it has no name, where the file system allows that (O_TMPFILE), and is
-/// deleted as well if the process is killed. Elsewhere it is called `.zelvan-PID-N`: PID is the
-/// process, N a number that was free. Just before it takes the target's place it always has such a
-/// name.
+/// While it is written it has no name, if the file system allows that (O_TMPFILE). It then
+/// disappears as well if the process is killed. Otherwise its name is `.zelvan-PID-N`: PID is the
+/// process, N a free number. Just before it takes the target's place it always has such a name.
 class Replacement {
  public:
-  /// Creates the file, with `mode` less what the process masks out. See `is_open`.
+  /// Creates the file, with `mode` less the process's mask. See `is_open`.
   Replacement(const std::string& target, mode_t mode);
   ~Replacement();
 
   bool is_open() const { return file_.is_open(); }
   int file() const { return file_.get(); }
 
-  /// Closes the file and puts it in the target's place. False on failure.
+  /// Closes the file and replaces the target by it. Returns false on failure.
   bool replace_target();
 
-  /// Closes the file and puts it under the target's name, which must be free. False on failure.
+  /// Closes the file and renames it to the target, which must not exist. Returns false on failure.
   bool become_target();
 
-  /// Sends the target's name to the disk. False on failure.
+  /// Sends the target's name to the disk. Returns false on failure.
   ///
-  /// Where the folder may not be read, the system sends everything that it holds back.
+  /// If the folder may not be read, all buffered data of the system is sent.
   bool send_name_to_disk() const;
 
   /// Undoes `become_target`, unless the `source` has lost its old name or the target is no longer
@@ -52,15 +51,15 @@ class Replacement {
   Name target() const { return {folder_.get(), name_.c_str()}; }
 
   std::string name_;
-  // The last member is made of those before it, and sets the name.
+  // `file_` is the last member: creating it uses those before it, and sets this name.
   char own_name_[40];
   bool has_own_name_ = false;
-  struct stat made_ = {};  // of this file, to know it from what others put in its place
+  struct stat made_ = {};  // of this file, to tell it from files that others put in its place
   Descriptor folder_;
   Descriptor file_;
 };
 
-/// Sends to the disk what was written to a file, or the names in a folder. False on failure.
+/// Sends written data, or the names in a folder, to the disk. Returns false on failure.
 bool send_to_disk(int fd);
 
 }  // namespace zelvan::platform

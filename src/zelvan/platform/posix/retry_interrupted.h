@@ -1,12 +1,12 @@
-/// System calls that a signal may cut short.
+/// System calls that signals can interrupt.
 #pragma once
 
 #include <cerrno>
 
 namespace zelvan::platform {
 
-/// Makes a call that returns a negative number on failure, and repeats it while signals interrupt
-/// it.
+/// Makes a call that returns a negative number on failure, and repeats it as long as signals
+/// interrupt it.
 template <typename Call>
 auto retry_interrupted(Call call) {
   auto result = call();

@@ -15,16 +15,17 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-// Optimised builds have macros of these names in front of the functions.
+// In optimised builds these names are also macros.
 #undef htons
 #undef ntohs
 
 namespace zelvan::platform {
 namespace {
 
-constexpr int first_own_fd = 3;  // below it are the standard streams
+constexpr int first_own_fd = 3;  // above the standard streams
 
-/// Moves a socket to a number that no standard stream has. Returns the number, or -1.
+/// Duplicates a socket to a number above the standard streams if it has one of theirs. Returns the
+/// number, or -1.
 int move_above_standard_streams(int socket) {
   if (socket < 0 || socket >= first_own_fd) return socket;
   const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, first_own_fd);
@@ -47,7 +48,7 @@ sockaddr_in to_system(const SocketAddress& address) {
   return result;
 }
 
-/// A connection that a signal interrupted is made all the same: waits for how it ends.
+/// Waits for the result of a connection that a signal interrupted: the system completes it anyway.
 bool connects_in_the_end(int socket) {
   pollfd waiting{socket, POLLOUT, 0};
   if (retry_interrupted([&] { return ::poll(&waiting, 1, -1); }) < 0) return false;
@@ -56,7 +57,8 @@ bool connects_in_the_end(int socket) {
   return ::getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
 }
 
-/// A port that nobody listens on can be the very one that the system gave the caller's end.
+/// Returns true for a socket connected to itself. The system can choose the port of its own end so
+/// that it equals a port that nobody listens on.
 bool is_its_own_peer(int socket) {
   sockaddr_in ends[2]{};
   socklen_t lengths[2] = {sizeof ends[0], sizeof ends[1]};
@@ -73,7 +75,7 @@ void WSACleanup() {}
 
 int socket() {
   const int made = move_above_standard_streams(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  const int at_once = 1;  // accepted sockets have it from the one that listens
+  const int at_once = 1;  // accepted sockets inherit this from the listening one
   if (made >= 0) ::setsockopt(made, IPPROTO_TCP, TCP_NODELAY, &at_once, sizeof at_once);
   return made;
 }
@@ -116,7 +118,7 @@ int connect(int socket, const SocketAddress& address) {
 }
 
 int select(int socket) {
-  pollfd tested{socket, POLLIN, 0};  // select itself knows no descriptor above 1023
+  pollfd tested{socket, POLLIN, 0};  // `select` supports no descriptor above 1023
   if (retry_interrupted([&] { return ::poll(&tested, 1, 0); }) < 0) return -1;
   if ((tested.revents & POLLNVAL) != 0) return -1;
   return tested.revents != 0;

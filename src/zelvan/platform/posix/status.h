@@ -1,4 +1,4 @@
-/// What the system says of a file.
+/// Tests of a file's status.
 #pragma once
 
 #include <sys/stat.h>

@@ -12,8 +12,8 @@ namespace {
 
 void release(void* stream) { ::funlockfile(static_cast<std::FILE*>(stream)); }
 
-/// Reads a byte as `getc` does, but is not stopped by a signal. The stream remembers an
-/// interruption as an error; that is taken back unless it had an error before.
+/// Reads a byte as `getc` does, but resumes after a signal. The stream records an interruption as
+/// an error; that is cleared unless there was an error before.
 int next_byte(std::FILE* stream) {
   const bool had_error = ::ferror_unlocked(stream) != 0;
   const int errno_before = errno;
@@ -29,17 +29,17 @@ int next_byte(std::FILE* stream) {
   }
 }
 
-#if defined(__GLIBC__) && !defined(__UCLIBC__)  // uClibc says that it is both
+#if defined(__GLIBC__) && !defined(__UCLIBC__)  // uClibc defines both macros
 
-// The header of the GNU C library shows what is left of a buffer, from `_IO_read_ptr` to
-// `_IO_read_end`: its inline form of getc_unlocked is made of that. A stream that is being written
-// shows nothing. Bytes that were put back show first and alone.
+// The header of the GNU C library exposes the rest of a buffer, from `_IO_read_ptr` to
+// `_IO_read_end`, since its inline getc_unlocked uses it. It is empty for a stream that is being
+// written. Bytes that were put back are returned first and alone.
 
-/// Moves bytes out of the stream's buffer, through the first line end, at most `room` of them.
-/// Returns the number of bytes, 0 if the buffer is empty.
+/// Takes bytes out of the stream's buffer, through the first line end, at most `room`. Returns the
+/// number of bytes, 0 if the buffer is empty.
 int take_buffered(std::FILE* stream, char* to, int room) {
-  // Bounded, since a line may end long before the first line feed: in a file of carriage returns
-  // alone each line would otherwise cost a walk through the whole buffer.
+  // Limited, since a line may end long before the first line feed: in a file with only carriage
+  // returns, each line would otherwise search the whole buffer.
   constexpr std::ptrdiff_t longest_search = 256;
   const char* const from = stream->_IO_read_ptr;
   std::ptrdiff_t n = std::min({stream->_IO_read_end - from, std::ptrdiff_t{room}, longest_search});

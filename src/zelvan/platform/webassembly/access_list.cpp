@@ -2,7 +2,7 @@
 
 namespace zelvan::platform {
 
-// There are no users, and no lists of what they may do.
+// There are no users, and so no access lists.
 bool AccessList::read(int) { return true; }
 bool AccessList::read(const char*) { return true; }
 bool AccessList::give_to(int) const { return true; }

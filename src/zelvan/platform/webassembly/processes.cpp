@@ -4,7 +4,7 @@
 
 namespace zelvan::platform {
 
-// Nothing can be started here: there is no program, and nobody who would run it.
+// Nothing can be started here: the platform has no processes.
 
 int CreateProcessA(const char*) { return 0; }
 

@@ -5,7 +5,7 @@
 
 namespace zelvan::platform {
 
-// A program is alone in its file system, so no name is taken between the question and the answer.
+// A program is alone in its file system, so the name stays free between the test and the rename.
 bool rename_to_free_name(Name from, Name to) {
   struct stat status;
   if (get_status(to, &status)) {

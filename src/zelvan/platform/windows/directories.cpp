@@ -19,7 +19,8 @@ std::wstring widened(const char* text) {
   return wide;
 }
 
-/// The absolute form of a path, of any length; empty on failure. The narrow call ends at 259 bytes.
+/// Returns the absolute form of a path of any length; empty on failure. The narrow call is limited
+/// to 259 bytes.
 std::wstring absolute_form(const std::wstring& path) {
   std::wstring form(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
   const auto size = static_cast<DWORD>(form.size());

@@ -19,13 +19,13 @@ bool refuse(DWORD why) {
   return false;
 }
 
-/// Opens what the path leads to, links followed.
+/// Opens the file that the path leads to; links are followed.
 HANDLE open_existing(const wchar_t* path, DWORD access) {
   return ::CreateFileW(path, access, share_all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                        nullptr);
 }
 
-/// Fails for a device or pipe: a copy must not take the place of one.
+/// Fails for a device or pipe, which a copy must not replace.
 bool check_on_disk(HANDLE file) {
   return ::GetFileType(file) == FILE_TYPE_DISK || refuse(ERROR_INVALID_PARAMETER);
 }
@@ -43,7 +43,7 @@ bool is_there(const std::wstring& path) {
   return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-/// Deletes a file, read-only or not. The reason of an earlier failure is kept.
+/// Deletes a file, even a read-only one. Keeps the reason of an earlier failure.
 void remove(const std::wstring& path) {
   const DWORD why = ::GetLastError();
   make_writable(path);
@@ -51,7 +51,7 @@ void remove(const std::wstring& path) {
   ::SetLastError(why);
 }
 
-/// The absolute path of an open file, without links; empty on failure.
+/// Returns the absolute path of an open file, with links resolved; empty on failure.
 std::wstring path_of(HANDLE file) {
   std::wstring path(::GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
   const auto size = static_cast<DWORD>(path.size());
@@ -59,8 +59,8 @@ std::wstring path_of(HANDLE file) {
   return path;
 }
 
-/// A complete copy of a file in the directory of `target`, under a name of its own, that takes the
-/// target's place. If it never does, it is deleted with this object.
+/// A complete copy of a file, in the directory of `target` and under its own name, that replaces
+/// the target. Unless it does, the destructor deletes it.
 class Replacement {
  public:
   Replacement(const wchar_t* source, const std::wstring& target) : target_(target) {
@@ -73,8 +73,8 @@ class Replacement {
 
   bool is_complete() const { return has_own_name_; }
 
-  /// Sends the content to the disk. Clears the copy's attributes first: a read-only file could not
-  /// be opened for that.
+  /// Sends the content to the disk. Clears the copy's attributes first, since a read-only file
+  /// could not be opened for that.
   bool send_to_disk() {
     if (!make_writable(own_name_)) return false;
     const Handle file(open_existing(own_name_.c_str(), GENERIC_WRITE));
@@ -85,9 +85,10 @@ class Replacement {
     return ::SetFileAttributesW(own_name_.c_str(), attributes);
   }
 
-  /// Takes the place of a file that is there, and its permissions.
+  /// Replaces an existing target and takes over its permissions.
   bool replace_target() {
-    // If the new name reached the disk before the content, a power cut would leave neither.
+    // If the new name reached the disk before the content, a power failure would lose both
+    // contents.
     if (!send_to_disk()) return false;
     if (::ReplaceFileW(target_.c_str(), own_name_.c_str(), backup().c_str(),
                        REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
@@ -99,15 +100,15 @@ class Replacement {
     return false;
   }
 
-  /// Takes the target's name, which must be free unless the flags say otherwise.
+  /// Renames the copy to the target, which must not exist unless the flags allow it.
   bool become_target(DWORD flags) {
     has_own_name_ = !::MoveFileExW(own_name_.c_str(), target_.c_str(), flags);
     return !has_own_name_;
   }
 
  private:
-  /// Copies the source to a free name: other threads and processes make such files as well. The
-  /// name of the backup must be free, too, since a file of that name would be lost.
+  /// Copies the source to a free name, since other threads and processes create such files as well.
+  /// The name of the backup must be free, too: a file of that name would be lost.
   void create(const wchar_t* source) {
     const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
     for (int i = 0; i < most_names_tried; ++i) {
@@ -118,12 +119,12 @@ class Replacement {
     }
   }
 
-  /// The name that the target gets before the copy takes its place. Without a backup the system
-  /// deletes the target; if the second step then failed, there would be neither.
+  /// Returns the name that the target gets before the copy replaces it. Without a backup the system
+  /// deletes the target; if the second step then failed, both files would be lost.
   std::wstring backup() const { return own_name_ + L".old"; }
 
-  /// Undoes a replacement that failed between its two steps. If that fails as well, both files stay
-  /// under the names that they have: either may be the only one to have its content.
+  /// Undoes a replacement that failed between its two steps. If that fails as well, both files keep
+  /// their present names: either may be the only one with its content.
   void put_target_back() {
     const DWORD why = ::GetLastError();
     if (!is_there(target_) && !::MoveFileExW(backup().c_str(), target_.c_str(), 0)) {
@@ -153,11 +154,11 @@ bool copy_file(const wchar_t* from, const wchar_t* to) {
   if (is_read_only(to)) return refuse(ERROR_ACCESS_DENIED);
   std::wstring target;
   {
-    // The right to delete shows whether others have it open who would not let it be replaced.
+    // The right to delete tells whether others have the file open and don't share its replacement.
     const Handle old(open_existing(to, GENERIC_WRITE | DELETE));
     if (!old.is_open()) {
       if (::GetLastError() != ERROR_FILE_NOT_FOUND) return false;
-      // A link that leads nowhere would be replaced by a file.
+      // A link that leads nowhere would be replaced by a file: refuse it.
       if (::GetFileAttributesW(to) != INVALID_FILE_ATTRIBUTES) return refuse(ERROR_FILE_NOT_FOUND);
       return copy_to_new_name(from, to);
     }
@@ -183,7 +184,7 @@ bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
   const DWORD why = ::GetLastError();
   if (is_there(from)) {
     ::SetFileAttributesW(from, attributes);
-    remove(to);  // the file is where it was
+    remove(to);  // the copy; the file is still at its old place
     return refuse(why);
   }
   // On a network the answer to a deletion can get lost. Unless the source is gone, both names stay.
@@ -191,7 +192,7 @@ bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
 }
 
 bool move_file(const wchar_t* from, const wchar_t* to) {
-  // To the system a file's own name is free, so that its capitals can be changed.
+  // The system treats a file's own name as free, so that its case can be changed.
   if (std::wcscmp(from, to) == 0) return refuse(ERROR_ALREADY_EXISTS);
   if (::MoveFileExW(from, to, 0)) return true;
   return ::GetLastError() == ERROR_NOT_SAME_DEVICE && move_to_other_drive(from, to);

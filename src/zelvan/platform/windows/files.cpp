@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t longest_mode = 62;  // of a stream
 
-/// Returns a handle as an `int`: of its 64 bits only the lower 32 are in use.
+/// Returns a handle as an `int`: only the lower 32 of its 64 bits are used.
 int number_of(HANDLE handle) { return static_cast<int>(reinterpret_cast<INT_PTR>(handle)); }
 HANDLE handle_of(int number) { return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(number)); }
 
@@ -25,7 +25,7 @@ unsigned attributes_of(const SystemPath& path) {
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
     return attributes;
   }
-  // What a link leads to counts, and a link that leads nowhere is no file.
+  // A link counts as the file that it leads to; a link that leads nowhere doesn't exist.
   const Handle target(::CreateFileW(path.get(), 0, share_all, nullptr, OPEN_EXISTING,
                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
   BY_HANDLE_FILE_INFORMATION information;
@@ -33,7 +33,8 @@ unsigned attributes_of(const SystemPath& path) {
   return is_there ? information.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
 }
 
-/// Fails with EACCES if the path is a read-only file. Not every system stops a privileged user.
+/// Fails with EACCES if the path is a read-only file, since not every system stops a privileged
+/// user.
 bool check_not_read_only(const SystemPath& path) {
   constexpr unsigned both = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
   if ((attributes_of(path) & both) != FILE_ATTRIBUTE_READONLY) return true;
@@ -77,7 +78,7 @@ long _lseek(int fd, long offset, int whence) {
 }
 
 int _fstat64i32(int fd, int* size) {
-  struct _stat64 status;  // the narrow one fails on a large file
+  struct _stat64 status;  // the 32-bit form fails for a large file
   if (::_fstat64(fd, &status) != 0) return -1;
   *size = static_cast<int>(static_cast<unsigned>(status.st_size));
   return 0;

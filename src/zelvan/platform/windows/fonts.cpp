@@ -8,10 +8,10 @@
 namespace zelvan::platform {
 namespace {
 
-constexpr int fonts_folder = 0x14;  // the shell's number for it
+constexpr int fonts_folder = 0x14;  // the shell's number of the folder
 
-/// What the shell says, or nothing. It is loaded for the one question alone: not every program
-/// that uses this library wants it in its process.
+/// Returns the folder that the shell reports, or nothing. Loads the shell's library only for this
+/// query: not every program wants it in its process.
 std::string folder_of_the_shell() {
   using GetFolder = BOOL(WINAPI*)(HWND owner, char* path, int folder, BOOL create);
   char path[MAX_PATH] = "";
@@ -25,7 +25,7 @@ std::string folder_of_the_shell() {
   return path;
 }
 
-/// Beside the directory of the system, or nothing.
+/// Returns the folder next to the system's directory, or nothing.
 std::string folder_by_custom() {
   char path[MAX_PATH];
   const unsigned length = ::GetSystemDirectoryA(path, sizeof path);
@@ -35,7 +35,8 @@ std::string folder_by_custom() {
   return std::string(path, kept) + "\\Fonts";
 }
 
-/// The system's pattern alone also finds shorter extensions, and longer ones by their short form.
+/// Checks the extension: the system's pattern also finds shorter ones, and longer ones by their
+/// short form.
 bool is_font(const WIN32_FIND_DATAA& entry) {
   const char* extension = std::strrchr(entry.cFileName, '.');
   return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && extension != nullptr &&

@@ -1,4 +1,4 @@
-/// Open files of the system's own kind.
+/// Ownership of the system's file handles.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@ namespace zelvan::platform {
 
 inline constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Owns an open file, or none, and closes it when it goes out of scope. The reason of an earlier
-/// failure is kept.
+/// Owns a file handle, or none, and closes it at the end of its scope. Keeps the reason of an
+/// earlier failure.
 class Handle {
  public:
   explicit Handle(HANDLE handle) : handle_(handle) {}
@@ -27,7 +27,7 @@ class Handle {
   HANDLE handle_;
 };
 
-/// True if two handles lead to one file; false if the system doesn't tell.
+/// Returns true if both handles refer to one file; false if the system can't tell.
 inline bool is_same_file(HANDLE file, HANDLE other) {
   BY_HANDLE_FILE_INFORMATION a;
   BY_HANDLE_FILE_INFORMATION b;

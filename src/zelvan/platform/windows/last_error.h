@@ -1,4 +1,4 @@
-/// Why the system refused, where callers look for it.
+/// Conversion of the system's error codes to `errno`.
 #pragma once
 
 #include <cerrno>
@@ -8,7 +8,7 @@
 
 namespace zelvan::platform {
 
-/// Returns the result of a call, and stores the reason in `errno` if it is 0, a failure.
+/// Returns the result of a call; if it is 0, a failure, stores the reason in `errno`.
 template <typename Result>
 Result explained(Result result) {
   if (result != Result{}) return result;

@@ -1,4 +1,4 @@
-// What the library does when a process loads it.
+// Runs when a process loads the library.
 
 #include <windows.h>
 

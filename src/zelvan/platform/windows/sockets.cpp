@@ -10,7 +10,8 @@ namespace {
 
 constexpr BOOL yes = TRUE;
 
-/// Handles have 32 significant bits, also where a pointer has 64, and the lowest is 4.
+/// Returns the handle: handles have 32 significant bits, even if a pointer has 64, and the lowest
+/// is 4.
 SOCKET handle_of(int socket) { return static_cast<SOCKET>(static_cast<unsigned>(socket)); }
 
 template <typename Value>
@@ -19,7 +20,8 @@ bool set_option(int socket, int level, int option, const Value& value) {
                       sizeof value) == 0;
 }
 
-/// Keeps a new socket from started programs and has it send at once. Returns -1 without a socket.
+/// Makes a new socket not inheritable, and lets it send at once. Returns its number, or -1 without
+/// a socket.
 int configure_new(SOCKET made) {
   if (made == INVALID_SOCKET) return -1;
   ::SetHandleInformation(reinterpret_cast<HANDLE>(made), HANDLE_FLAG_INHERIT, 0);
@@ -43,7 +45,8 @@ sockaddr_in to_system(const SocketAddress& address) {
   return result;
 }
 
-/// A port that nobody listens on can be the very one that the system gave the caller's end.
+/// Returns true for a socket connected to itself. The system can choose the port of its own end so
+/// that it equals a port that nobody listens on.
 bool is_its_own_peer(int socket) {
   sockaddr_in ends[2]{};
   int lengths[2] = {sizeof ends[0], sizeof ends[1]};
@@ -67,7 +70,7 @@ int socket() {
 }
 
 int bind(int socket, const SocketAddress& address) {
-  // Without this another process could take the same address and the connections with it.
+  // Otherwise another process could bind the same address and take over its connections.
   if (!set_option(socket, SOL_SOCKET, SO_EXCLUSIVEADDRUSE, yes)) return -1;
   const sockaddr_in own = to_system(address);
   return ::bind(handle_of(socket), reinterpret_cast<const sockaddr*>(&own), sizeof own);
@@ -102,7 +105,7 @@ int connect(int socket, const SocketAddress& address) {
 }
 
 int select(int socket) {
-  fd_set tested;  // a list of sockets here, so that any number fits
+  fd_set tested;  // a list of sockets on this platform, so any number fits
   FD_ZERO(&tested);
   FD_SET(handle_of(socket), &tested);
   timeval at_once{};
@@ -139,7 +142,7 @@ int gethostbyname(const char* name, SocketAddress* address) {
 }
 
 int gethostname(char* name, std::size_t size) {
-  char whole[256];  // the system's own bound
+  char whole[256];  // the system's limit
   if (::gethostname(whole, sizeof whole) != 0) return -1;
   const std::size_t length = std::min(std::strlen(whole), size - 1);
   std::memcpy(name, whole, length);

@@ -6,14 +6,15 @@ namespace zelvan::platform {
 namespace {
 
 constexpr int path_size = 1024;
-// The system's limit is 259 for files and 247 for folders; a name may follow that is made up here.
+// The system's limit is 259 for files and 247 for folders. The library may append a name of its
+// own.
 constexpr DWORD longest_plain_path = 200;
 constexpr wchar_t mark[] = L"\\\\?\\", share_mark[] = L"\\\\?\\UNC\\";
 
 }  // namespace
 
 SystemPath::SystemPath(const char* path) {
-  constexpr DWORD room = size - 8;  // behind the longer mark
+  constexpr DWORD room = size - 8;  // after the longer mark
   const UINT code_page = ::AreFileApisANSI() ? CP_ACP : CP_OEMCP;
   wchar_t given[path_size];
   wchar_t absolute[room];

@@ -1,12 +1,12 @@
-/// Paths for the system's wide calls: the narrow ones take no more than 259 characters.
+/// Paths for the system's wide calls, since the narrow ones are limited to 259 characters.
 #pragma once
 
 #include <windows.h>
 
 namespace zelvan::platform {
 
-/// The absolute form of a path of up to 1023 bytes; empty, which names no file, if that does not
-/// fit. A long path begins with `\\?\`, which lifts the system's default limit.
+/// The absolute form of a path of up to 1023 bytes; empty, which names no file, if it does not fit.
+/// A long path begins with `\\?\`, which lifts the system's default limit.
 class SystemPath {
  public:
   explicit SystemPath(const char* path);

@@ -1,19 +1,20 @@
-/// The steps of which opening a session is made.
+/// The steps of opening a session.
 #pragma once
 
 namespace zelvan {
 
-/// Listens and waits for a connection, looking every half second while the connect time-out
-/// lasts. Returns the connection, or -1. A look takes one connection at most, and closes it if it
-/// comes from a machine that is kept out. An attempt to accept that fails returns -1 at once, or
-/// while machines are kept out counts as a look. The listening socket stays open.
+/// Listens and waits for a connection within the connect time-out, looking every half second.
+/// Returns the connection, or -1. The listening socket stays open.
+///
+/// Each look accepts at most one connection, and closes it if it comes from a machine that is kept
+/// out. A failed accept returns -1 at once; while machines are kept out, it only counts as a look.
 int wipc_wait_accept(int socket);
 
-/// A socket connected to a port of that host in at most five attempts, or -1.
+/// Returns a socket connected to a port of the host, or -1 after five failed attempts.
 int wipc_connect_port(const char* host, int port);
 
-/// The path of a program, for the caller to `free`: a name with a `/` after its first character
-/// as it stands, any other with the first entry of "PATH" that holds it. Null if none does.
+/// Returns the path of a program, for the caller to `free`, or null if it isn't found. A name with
+/// a `/` after its first character is returned unchanged; any other is searched along "PATH".
 char* wipc_find_module(const char* module);
 
 }  // namespace zelvan

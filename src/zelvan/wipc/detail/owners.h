@@ -1,4 +1,4 @@
-/// What the family holds on its way to a session, each with one owner that releases it.
+/// Owners of what a session needs while it is being opened; each releases what it holds.
 #pragma once
 
 #include <zelvan/platform/sockets.h>
@@ -9,7 +9,7 @@
 
 namespace zelvan {
 
-/// Closes a socket unless it is passed on.
+/// Owns a socket and closes it unless it is passed on.
 class OwnedSocket {
  public:
   explicit OwnedSocket(int socket) : socket_(socket) {}
@@ -32,7 +32,7 @@ class OwnedSocket {
   int socket_;
 };
 
-/// Makes the sockets usable, and undoes that unless it is kept.
+/// Prepares the use of sockets, and undoes that unless it is kept.
 class SocketStartup {
  public:
   SocketStartup() : is_usable_(wipc_startup() != 0), is_kept_(false) {}
@@ -54,7 +54,7 @@ struct ReleaseBindSession {
   void operator()(wipc_session* session) const { release_bind_session(session); }
 };
 
-/// Closes the listening socket and releases the record.
+/// Owns a bind session: closes the listening socket and releases the record.
 using BindSession = std::unique_ptr<wipc_session, ReleaseBindSession>;
 
 }  // namespace zelvan

@@ -10,7 +10,7 @@
 namespace zelvan {
 namespace {
 
-/// What one `recv` gave, always followed by a NUL, so that its end also ends a string.
+/// The bytes of one `recv`, always followed by a NUL, so that their end also ends a string.
 struct Chunk {
   char bytes[WIPC_MAX_MESSAGE + 1];
   int length;
@@ -21,7 +21,8 @@ struct Chunk {
   }
 };
 
-/// One message in the making, with its terminator. A text that doesn't fit leaves it empty.
+/// The buffer in which one message is assembled, with its terminator. Becomes empty if a text
+/// doesn't fit.
 struct Assembly {
   char text[WIPC_MAX_MESSAGE + 2];
 
@@ -48,7 +49,7 @@ void enqueue(const char* text, wipc_message** head, wipc_message** tail) {
     wipc_print("Could not allocate memory for message\n");
     return;
   }
-  copy.release();  // to the message
+  copy.release();  // now owned by the message
   (*tail != nullptr ? (*tail)->next : *head) = message;
   *tail = message;
 }
@@ -71,15 +72,15 @@ int wipc_fill_queues(wipc_session* session, int socket) {
   Assembly assembly;
   chunk.receive(socket);
   if (chunk.length < 1) return 0;
-  int offset = 0;  // of the next string in the chunk
+  int offset = 0;  // start of the next string in the chunk
   bool is_done = false;
   while (!is_done) {
     assembly.copy(chunk.bytes + offset);
     offset += static_cast<int>(std::strlen(chunk.bytes + offset)) + 1;
     is_done = offset >= chunk.length;
-    // A string up to the end of a full chunk may be cut off there. One that just ends there
-    // can't be told from it, so for both the next chunk is waited for, and its first string is
-    // the rest of this one.
+    // A string that reaches the end of a full chunk may be cut off there. It can't be told from one
+    // that just ends there. In both cases, receive the next chunk, whose first string continues
+    // this one.
     if (offset >= WIPC_MAX_MESSAGE) {
       chunk.receive(socket);
       if (chunk.length > 0) {

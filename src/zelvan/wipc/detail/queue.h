@@ -1,17 +1,17 @@
-/// Queues of messages, and how bytes off the wire become messages.
+/// Queues of messages, and the splitting of received bytes into messages.
 #pragma once
 
 #include <zelvan/wipc/detail/session.h>
 
 namespace zelvan {
 
-/// Takes the oldest message off a queue and returns its text, for the caller to `free`; null if
+/// Removes the oldest message from a queue and returns its text, for the caller to `free`; null if
 /// the queue is empty.
 char* wipc_dequeue(wipc_message** head, wipc_message** tail);
 
-/// Waits for bytes on one of the session's two sockets and queues the messages that they are:
-/// a message ends at a NUL, and at the end of what was received. Returns 1, or 0 if nothing came
-/// because the peer has gone. Messages that the heap has no room for are lost.
+/// Receives bytes from one of the session's two sockets and queues them as messages. A message ends
+/// at a NUL and at the end of what was received, unless that fills a chunk. Returns 1, or 0 if
+/// nothing was received because the peer has gone. Messages are lost if the heap is exhausted.
 int wipc_fill_queues(wipc_session* session, int socket);
 
 }  // namespace zelvan

@@ -1,4 +1,4 @@
-/// The words of the protocol, which travel as messages without a terminator.
+/// The texts of the protocol, sent as messages without a terminator.
 #pragma once
 
 #include <zelvan/platform/sockets.h>
@@ -11,7 +11,7 @@ constexpr std::string_view end_of_session = "SessionClosed";
 constexpr std::string_view end_acknowledged = "Acknowledge";
 constexpr std::string_view text_too_long = "Error Maximum message length exceeded";
 
-/// One send of a text, without a terminator. The result is that of `platform::send`.
+/// Sends a text without a terminator in one call. Returns the result of `platform::send`.
 inline int send_text(int socket, std::string_view text) {
   return platform::send(socket, text.data(), static_cast<int>(text.size()));
 }
