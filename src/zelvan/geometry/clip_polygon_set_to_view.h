@@ -26,14 +26,13 @@
 /// holds for all finite coordinates, including vertices on the border, edges through corners, rings
 /// that cross themselves and coordinates near the limits of a double.
 ///
-/// A crossing is rounded. Each of its coordinates is within 64 units in the last place of the
-/// rectangle's largest coordinate from where the edge meets the side, and within 3 units if the
-/// rectangle's width and height are less than 1/64 of that coordinate. This holds however long the
-/// edge is. It bounds the error along the side. Across an upright side there is none: a crossing
-/// has exactly the side's coordinate and does not leave the rectangle. Across a turned side the
-/// bound is the same.
+/// A crossing is rounded. The error of each coordinate is at most 64 units in the last place of the
+/// rectangle's largest coordinate. It is at most 3 units if the rectangle's width and height are
+/// less than 1/64 of that coordinate. This holds however long the edge is. It bounds the error
+/// along the side, and across a turned side. Across an upright side there is no error: a crossing
+/// has exactly the side's coordinate and does not leave the rectangle.
 ///
-/// `rect` is taken by its four corners in record order, in either sense, upright or turned. Four
+/// `rect` is the ring of its four corners in record order, in either sense, upright or turned. Four
 /// corners of any other convex shape will do if each is a corner: three in line, or one repeated,
 /// produce nothing. So do corners that are not finite, enclose no area or cross over, and a polygon
 /// with a coordinate that is not finite.

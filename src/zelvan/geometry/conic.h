@@ -1,8 +1,8 @@
-/// Conic arcs: what kind of curve, its standard form, points on it.
+/// Conic arcs: the kind of curve, its standard form, and points on it.
 ///
-/// A conic arc is the curve A x^2 + B x y + C y^2 + D x + E y + F = 0 with two end points that
-/// cut the arc out of it. A caller asks for the type, builds the standard form of that type, and
-/// evaluates points by a parameter that is 0 at the arc's start.
+/// A conic arc is the part of the curve A x^2 + B x y + C y^2 + D x + E y + F = 0 between two end
+/// points. A caller asks for the type, fills the standard form of that type, and computes points
+/// by a parameter that is 0 at the arc's start.
 ///
 /// A standard form lives in a frame turned by an angle r about the origin. A point (u, v) of
 /// that frame is, in the drawing, at
@@ -131,7 +131,7 @@ ZELVAN_C_API char utl_conic_type(utl_conic_t* conic);
 /// Fills the standard form of type 'E' or 'C'.
 ///
 /// Ends that coincide make the whole ellipse, and so do ends up to 0.0001 apart in the parameter:
-/// the sweep is then a whole turn, give or take their distance. One case differs: clockwise from a
+/// the sweep is then a whole turn, plus or minus their distance. One case differs: clockwise from a
 /// parameter just above -pi to one just below pi, the sweep is the short way between them.
 ///
 /// An ellipse whose smaller axis is at most a hundredth of the larger counts as flat: start and

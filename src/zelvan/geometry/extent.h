@@ -34,9 +34,8 @@ ZELVAN_C_API void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t*
 
 /// Stores the box of a conic arc's ends and of sample points along it.
 ///
-/// There are at least 3 samples on an ellipse, 5 to 7.5 degrees of the parameter apart (less on
-/// arcs shorter than 10 degrees), and 40 on a hyperbola or parabola, in equal steps of the
-/// parameter.
+/// An ellipse has at least 3 samples, 5 to 7.5 degrees of the parameter apart, or less on arcs
+/// shorter than 10 degrees. A hyperbola or parabola has 40. The steps of the parameter are equal.
 ///
 /// If the ends lie on the curve, the box lies within the true one, up to rounding. On an ellipse it
 /// falls short by at most 0.22 % of the distance from the centre to the side. On a hyperbola or

@@ -23,8 +23,9 @@ unsigned GetCurrentDirectoryA(unsigned size, char* buffer);
 unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer);
 
 /// Writes the short form of an existing path into the `size` bytes of `buffer`, and returns its
-/// length. Links are followed. Returns 0 and leaves the buffer unchanged if the path does not exist
-/// or the form does not fit. On POSIX, names have only one form, so a path is its own short form.
+/// length. Returns 0 and leaves the buffer unchanged if the path, or the target of a link, does not
+/// exist or the form does not fit. On POSIX, names have only one form, so a path is its own short
+/// form.
 unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size);
 
 /// Returns the default prefix of the paths of log files.

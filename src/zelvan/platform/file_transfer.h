@@ -8,8 +8,8 @@ namespace zelvan::platform {
 /// Copies a regular file over an existing file or to a new name. Returns nonzero on success.
 ///
 /// The copy replaces the target when it is complete. So the target holds either its whole old
-/// content or the whole new one, even if the disk fills up or the process is killed, and if it
-/// existed, even if the power fails. On Windows the system replaces a file in two steps; if the
+/// content or the whole new one, even if the disk fills up or the process is killed. If it existed,
+/// this holds even if the power fails. On Windows the system replaces a file in two steps; if the
 /// process is killed between them, the old content remains under another name.
 ///
 /// A target that existed keeps its permissions and access list, and its owner if the system allows

@@ -19,8 +19,8 @@ namespace zelvan::platform {
 /// are removed. Nothing else is special, and no shell is used. The first part is the program: a
 /// path if it contains a `/`, otherwise a name to search along "PATH". The program runs in a
 /// session of its own, without a terminal, so the keys that interrupt the caller don't reach it. On
-/// Windows the system itself splits the line and finds the program. It shows no window and is in a
-/// process group of its own, for the same reason.
+/// Windows the system itself splits the line and finds the program. It shows no window. It is
+/// in a process group of its own, so the keys don't reach it either.
 int CreateProcessA(const char* command_line);
 
 /// Starts a command and doesn't wait for it. Returns a value above 31 if it was started, otherwise

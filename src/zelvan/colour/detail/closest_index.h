@@ -53,9 +53,9 @@ Closest closest_around(Avx2, const ColorBlock* start, const FloatColor& target, 
 /// search through the whole map returns, ties included.
 class ClosestIndex {
  public:
-  /// Prepares for the given number of searches. Each searches the whole map if sorting doesn't pay,
-  /// if the heap is exhausted, or if the scale or a channel is so large that a distance might be
-  /// rounded. Requires: the map outlives this object and does not change.
+  /// Prepares for the given number of searches. Without sorting, each searches the whole map: if
+  /// sorting doesn't pay, if the heap is exhausted, or if a large scale or channel could
+  /// make a distance inexact. Requires: the map outlives this object and does not change.
   ClosestIndex(const ColorMap& map, unsigned int searches);
 
   /// Returns the entry closest to `target`, or `best` if none is closer. Skips entry 0 and unset

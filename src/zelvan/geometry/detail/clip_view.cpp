@@ -151,8 +151,8 @@ BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) 
   return point;
 }
 
-// Computes the crossing as a mean of the ends of the side, so that the ends of the edge, which may
-// be far away, are not part of the sum.
+// Computes the crossing as a mean of the ends of the side. The ends of the edge, which may be far
+// away, are not part of the sum.
 real_pt_t ClipView::cross_side(int side, PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& start = corners_[side];
   const real_pt_t& end = corners_[next_side(side)];
