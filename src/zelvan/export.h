@@ -1,4 +1,4 @@
-/// How names leave the library.
+/// The marks of exported names.
 ///
 /// The library is built with hidden visibility: only names that carry one of these marks are
 /// exported. `exports.txt` beside this file lists them all, and a test compares it with the built

@@ -1,4 +1,4 @@
-/// The largest arrays that a block of memory can hold.
+/// Limits on the size of an array.
 #pragma once
 
 #include <cstddef>

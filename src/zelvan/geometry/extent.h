@@ -47,7 +47,7 @@ ZELVAN_C_API void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t*
 /// the box of their ends.
 ZELVAN_C_API void utl_maxmin_conic(utl_conic_t* conic, real_pt_t* max, real_pt_t* min);
 
-/// Stores the box of a parametric cubic over t from 0 to 1. `coefficients` are eight: four of x and
+/// Stores the box of a parametric cubic over t from 0 to 1. `coefficients` has eight: four of x,
 /// then four of y, the highest power first: a t^3 + b t^2 + c t + d.
 ///
 /// A parabola or line needs an `a` of exactly 0.0. If rounding leaves a tiny one instead, as it

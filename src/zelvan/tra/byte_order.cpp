@@ -25,7 +25,8 @@ void swap_in_place(void* value) {
 
 }  // namespace
 
-// Halves, then pairs, then neighbours change places (H. Warren, "Hacker's Delight", 7-1).
+// Swaps the halves, then pairs of bits, then neighbouring bits (H. Warren, "Hacker's Delight",
+// 7-1).
 std::uint8_t zelvan::ReverseBits::operator()(std::uint8_t byte) const {
   unsigned b = byte;
   b = (b & 0x0F) << 4 | (b & 0xF0) >> 4;

@@ -26,8 +26,8 @@ Closest find_closest(Plain, const ColorRGB* colors, unsigned int from, unsigned 
 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned int to,
                      const ColorRGB& target, Closest best);
 
-/// Returns the entry of the map that is closest to `target`, or `best` if none is closer. Entry 0
-/// does not count.
+/// Returns the entry of the map that is closest to `target`, or `best` if none is closer. Skips
+/// entry 0.
 Closest find_closest(const ColorMap& map, const ColorRGB& target, Closest best);
 
 /// Returns the bound with which a search begins: one more than the largest distance of two entries.

@@ -105,8 +105,8 @@ bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, 
 
 bool ClipPointInRing(double px, double py, const ClipRing& ring) {
   Winding winding(px, py, ring.points[0]);
-  const real_pt_t* last = ring.points;      // where the walk round the ring is
-  const real_pt_t* next = ring.points + 1;  // vertex
+  const real_pt_t* last = ring.points;      // the walk is between this and the next
+  const real_pt_t* next = ring.points + 1;  // the next vertex of the ring
   const auto go_up_to = [&](const real_pt_t* vertex) {
     if (next > vertex) return;
     winding.go(*last, *next);

@@ -242,7 +242,7 @@ ZELVAN_AVX2 int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox
 
 ZELVAN_AVX2 bool has_repeats(Avx2, const real_pt_t* points, int n) {
   if (n < 3) return has_repeats(Plain{}, points, n);
-  const auto compare = [=](int i) ZELVAN_AVX2 {  // two points with those before, both coordinates
+  const auto compare = [=](int i) ZELVAN_AVX2 {  // two points with the ones before them
     const __m256d same = _mm256_cmp_pd(load(points + i - 1), load(points + i), _CMP_EQ_OQ);
     return _mm256_and_pd(same, _mm256_permute_pd(same, 0b0101));
   };

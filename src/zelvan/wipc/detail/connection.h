@@ -10,7 +10,7 @@ namespace zelvan {
 /// out. A failed accept returns -1 at once; while machines are kept out, it only counts as a look.
 int wipc_wait_accept(int socket);
 
-/// Returns a socket connected to a port of the host, or -1 after five failed attempts.
+/// Returns a socket connected to a port of the host, after at most five attempts, or -1.
 int wipc_connect_port(const char* host, int port);
 
 /// Returns the path of a program, for the caller to `free`, or null if it isn't found. A name with
