@@ -45,7 +45,8 @@ void visit(ondemand::value value, int depth = 1) {
   }
 }
 
-bool is_of_type(ondemand::value object, std::string_view wanted) {
+template <class Object>  // an object, or a value that is one
+bool is_of_type(Object& object, std::string_view wanted) {
   std::string_view type;
   return object["type"].get_string().get(type) == simdjson::SUCCESS && type == wanted;
 }
@@ -221,10 +222,10 @@ std::vector<Feature> find_features(const std::string& path, std::string_view tex
     std::vector<Feature> features;
     for (ondemand::value element : elements) {
       std::string place = "/features/" + std::to_string(features.size());
-      if (!is_of_type(element, "Feature")) {
+      ondemand::object object;
+      if (element.get_object().get(object) != simdjson::SUCCESS || !is_of_type(object, "Feature")) {
         throw Error(path + ": at " + place + ": a Feature was expected");
       }
-      ondemand::object object = element;
       object.reset();
       const std::string_view json = object.raw_json();
       const auto start = static_cast<std::size_t>(json.data() - padded.data());
