@@ -19,7 +19,9 @@ package() {
   git archive --prefix="$name/" -o "$work/$name.tar.gz" HEAD ||
     fail "packages are made of a commit; this is no clone"
   ln "$work/$name.tar.gz" "$work/zelvan_$version.orig.tar.gz"
-  (cd "$work" && tar xf "$name.tar.gz" && cd "$name" && dpkg-buildpackage -us -uc) \
+  # Without a compiler's cache, which can keep the paths of another build in the debugging symbols.
+  (cd "$work" && tar xf "$name.tar.gz" && cd "$name" &&
+    env -u CMAKE_CXX_COMPILER_LAUNCHER -u CMAKE_C_COMPILER_LAUNCHER dpkg-buildpackage -us -uc) \
     >"$work/build.log" 2>&1 || {
     tail -n 40 "$work/build.log" >&2
     fail "dpkg-buildpackage fails; the whole of it is in $work/build.log"
