@@ -75,7 +75,7 @@ bool holds(const MemEntry& entry, const void* place) {
   return distance < static_cast<std::uintptr_t>(entry.size);
 }
 
-/// Returns the first entry, from `first` on, whose block contains `place`; null if there is none.
+/// Returns the first entry, from `first` on, whose block contains `place`; null if no block does.
 MemEntry* find_block_around(MemList* list, MemEntry* first, const void* place) {
   MemEntry* const end = list->entries + list->n_entries;
   MemEntry* const found =
