@@ -110,12 +110,13 @@ class ColorValue {
   /// Takes the low 8 bits of the channels, as on the scale 255, and alpha 0. The pen stays.
   ZELVAN_API void SetBackgroundColorValueFromRGB(ColorRGB& color);
 
-  /// Reads a number that is a colour or a pen. With any of the bits 24-31 set it is a colour:
-  /// pen -1, alpha 255, red, green and blue in the bits 0-7, 8-15 and 16-23. With none set it is
-  /// the pen in the bits 0-7; all else becomes 0.
+  /// Unpacks a number that is a colour or a pen. If any of the bits 24-31 is set, it is a colour:
+  /// pen -1, alpha 255, and red, green and blue from the bits 0-7, 8-15 and 16-23. Otherwise it is
+  /// the pen in the bits 0-7; all other fields become 0.
   ZELVAN_API void SetColorValueFromPackedColor(unsigned int packed);
 
-  /// Takes `a`'s pen, and as each channel `a`'s exclusive-or `b`'s. Alpha stays.
+  /// Takes the pen of `a`, and as each channel the exclusive-or of the channels of `a` and `b`.
+  /// Alpha stays.
   ZELVAN_API void SetXorValue(ColorValue& a, ColorValue& b);
 
   /// Moves this foreground away from `background` if the differences of their channels sum up

@@ -1,4 +1,4 @@
-/// The field parser with a record of the caller's: fields of constant text, on any thread.
+/// The field parser with the caller's own record: it parses constant text, on any thread.
 ///
 ///     zelvan::field_record record;
 ///     const str_field* field = zelvan::read_field("line 0.25 \"a b\"", &record);
@@ -8,7 +8,7 @@
 /// the library: only one thread at a time may parse, and a callee that parses as well overwrites
 /// its caller's field. Here each caller brings a record of its own. Nothing is allocated.
 ///
-/// Threads: any number at a time, each with its own record. The C library tells what is blank and
+/// Threads: any number at a time, each with its own record. The C library decides what is blank and
 /// what is printable, so the locale of the process must not change meanwhile.
 #pragma once
 
