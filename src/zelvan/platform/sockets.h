@@ -1,7 +1,7 @@
 /// TCP over IPv4: sockets, names and addresses.
 ///
 /// A socket is a number above 2. It is never one of the standard streams, even if the process has
-/// closed them, so printed text can't get into a conversation, and 0 never is a socket. Started
+/// closed them, so printed text can't get into a connection, and 0 is never a socket. Started
 /// programs don't inherit sockets. Sockets send data at once instead of waiting for more.
 ///
 /// Signals have no effect: an interrupted call is resumed, and writing to a peer that has gone is
