@@ -38,7 +38,7 @@
 ///
 /// *Requires*, throughout: a back pointer stays readable and writable until its block has been
 /// released or moved to another one by `MemSetPointer`. So it must not lie in a block of another
-/// list that may go first.
+/// list that may be released before.
 ///
 /// Threads: all lists share the defaults and the counter of serial numbers, so callers let only
 /// one thread at a time into the family.

@@ -109,8 +109,8 @@ class Mtx2D {
 
   /// Returns 1 if the type is `Mtx2DTypeIdentity`, else 0.
   ///
-  /// The elements are not looked at: the type stays after a `Translate` or `Scale`, until an
-  /// operation derives it anew.
+  /// The elements are not read: the type stays after a `Translate` or `Scale`, until an operation
+  /// derives it anew.
   ZELVAN_INLINE_API unsigned short IsIdentity() { return type == Mtx2DTypeIdentity; }
 
   /// Returns 1 if any of the six elements differs, else 0; `mirror` and `type` are not compared.
