@@ -76,7 +76,7 @@ struct MemEntry {
   void* address;            ///< the block
   int size;                 ///< as requested; what the pool is charged
   int total_size;           ///< `size` and the sizes of the children, not of grandchildren
-  void* key;                ///< who owns the block ("object" in the trace); never dereferenced
+  void* key;                ///< the owner of the block ("object" in the trace); never dereferenced
   void** back_ptr;          ///< where the owner keeps `address`
   unsigned short excluded;  ///< 1 while the removals may not choose it
   int sequence;             ///< serial number, from 1 on over all lists

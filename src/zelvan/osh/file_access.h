@@ -74,7 +74,7 @@ inline constexpr short osh_open_as_binary =
 inline constexpr short osh_permit_read = 0x100;  ///< its owner may always read it
 inline constexpr short osh_permit_write = 0x80;  ///< its owner may write it
 
-// ---- what `osh_inquire_file` adds the permissions to
+// ---- the kinds of `osh_inquire_file`, to which it adds the permissions
 
 inline constexpr unsigned short osh_kind_file = 0x400;        ///< anything but a directory
 inline constexpr unsigned short osh_kind_directory = 0x1000;  ///< a directory
@@ -175,7 +175,7 @@ ZELVAN_C_API char* osh_fgets(char* buffer, int size, std::FILE* fp);
 /// error.
 ZELVAN_C_API int osh_getc(std::FILE* fp);
 
-/// Puts a byte back, to be read next; only one is sure to find room. Returns the byte, or `EOF`.
+/// Puts a byte back, to be read next. Only one byte is certain to fit. Returns the byte, or `EOF`.
 ZELVAN_C_API int osh_ungetc(int c, std::FILE* fp);
 
 /// Writes a byte, the low 8 bits of `c`. Returns the byte, or `EOF` on an error.
@@ -194,8 +194,8 @@ ZELVAN_C_API void osh_rewind(std::FILE* fp);
 /// Returns the descriptor under a stream, or -1. The stream keeps it.
 ZELVAN_C_API int osh_fileno(std::FILE* fp);
 
-/// Opens a stream over a descriptor, with any mode of the runtime's that agrees with how it was
-/// opened. Returns the stream, or null. `osh_fclose` then closes both.
+/// Opens a stream over a descriptor, with any mode of the runtime that agrees with the descriptor's
+/// flags. Returns the stream, or null. `osh_fclose` then closes both.
 ZELVAN_C_API std::FILE* osh_fdopen(int fd, char* mode);
 
 // ---- named files

@@ -67,7 +67,7 @@ class ZELVAN_API CPolygon : public CPickRegion {
   using CPickRegion::xfm;
 
  protected:
-  /// Empty, for derived classes that fill the fields.
+  /// Makes an empty region, for derived classes that fill the fields.
   CPolygon();
 
   unsigned int n_points;  ///< 0 for an empty region

@@ -31,8 +31,8 @@ struct VarNameInfo {
 /// Adds a node at the tail. Returns the stored name; null if the list has the name already.
 ///
 /// Here alone the search for an equal name takes `name` as it is written, not up to its first
-/// control character. So a name with a control character is added even if its stored form is in
-/// the list; lookups then find the older node.
+/// control character. So a name with a control character is added even if its stored form is in the
+/// list; look-ups then find the older node.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info);

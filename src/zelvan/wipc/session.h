@@ -12,9 +12,9 @@
 /// Failures are reported by results only. Most also have a text, which is printed on standard
 /// output after `wipc_set_debug(1)`.
 ///
-/// Anybody who can reach the machine's ports can connect to a session that is being opened, and
-/// nothing is encrypted: for trusted hosts only. `zelvan_set_local_sessions_only` keeps other
-/// machines out.
+/// Any process that can reach the machine's ports can connect to a session that is being opened,
+/// and nothing is encrypted: use sessions only between trusted hosts.
+/// `zelvan_set_local_sessions_only` keeps other machines out.
 ///
 /// Threads: the settings and pending connections are shared by the whole family, without locks. One
 /// thread at a time may be inside any of its operations, whatever the session.
