@@ -63,8 +63,7 @@ inline constexpr short osh_open_create = 0x0100;      ///< if it doesn't exist
 inline constexpr short osh_open_truncate = 0x0200;    ///< to length 0; only when opened to write
 inline constexpr short osh_open_exclusive = 0x0400;   ///< with create: fail if it exists
 inline constexpr short osh_open_as_text = 0x4000;     ///< see `osh_open_text`
-inline constexpr short osh_open_as_binary =
-    static_cast<short>(0x8000);  ///< bytes are not translated
+inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);  ///< no translation
 
 // ---- the permissions of a file that is created
 //
