@@ -53,10 +53,10 @@ Closest closest_around(Avx2, const ColorBlock* start, const FloatColor& target, 
 /// search through the whole map returns, ties included.
 class ClosestIndex {
  public:
-  /// Sorts the map for the given number of searches. Each search goes through the whole unsorted
-  /// map instead if sorting would cost more than it saves, if the heap refuses, or if a large scale
-  /// or channel could make a distance inexact. Requires: the map outlives this object and does not
-  /// change.
+  /// Sorts a copy of the entries for the given number of searches. Each search goes through the
+  /// whole map instead if sorting would cost more than it saves, if the heap refuses, or if a large
+  /// scale or channel could make a distance inexact. Requires: the map outlives this object and
+  /// does not change.
   ClosestIndex(const ColorMap& map, unsigned int searches);
 
   /// Returns the entry closest to `target`, or `best` if none is closer. Skips entry 0 and unset
