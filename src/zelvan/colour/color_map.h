@@ -22,8 +22,7 @@ enum ImageType : int {
   ImageType32Bit = 32,  ///< holds packed colours
 };
 
-/// Which channel is in the high bits of a packed colour. Any other value acts like
-/// `RGBOrderBlueHigh`.
+/// Orders of the channels in a packed colour. Any other value acts like `RGBOrderBlueHigh`.
 enum RGBOrder : int {
   RGBOrderBlueHigh = 0,  ///< red in the bits 0-7, green in 8-15, blue in 16-23
   RGBOrderRedHigh = 1,   ///< blue in the bits 0-7, green in 8-15, red in 16-23

@@ -11,8 +11,8 @@
 class ColorMap;
 class ColorRGB;
 
-/// What `ColorValue::AdjustForeground` does to a foreground too close to its background. With any
-/// other value it does nothing.
+/// Ways to change a foreground that is too close to its background, for
+/// `ColorValue::AdjustForeground`. Any other value changes nothing.
 enum ColAdjT : int {
   ColAdjNudge = 1,   ///< moves red by one step, which can be undone
   ColAdjInvert = 2,  ///< turns each channel into 255 minus itself

@@ -13,7 +13,7 @@
 #include <cstdio>
 #include <string>
 
-/// How important a message is; higher is more important.
+/// Priorities of messages; higher is more important.
 enum logPriorities : int {
   logTrace = 0,  ///< each step
   logDebug = 1,  ///< details that help to find a fault

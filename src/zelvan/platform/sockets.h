@@ -77,7 +77,7 @@ int gethostbyname(const char* name, SocketAddress* address);
 /// Stores the name of this machine, cut to `size` bytes including the terminator.
 int gethostname(char* name, std::size_t size);
 
-/// Convert a port between host order and network order.
+/// Converts a port between host order and network order.
 std::uint16_t htons(std::uint16_t port);
 std::uint16_t ntohs(std::uint16_t port);
 

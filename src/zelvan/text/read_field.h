@@ -22,7 +22,7 @@ struct field_record {
   str_field field;  ///< its `text` points into `text` below
   char text[1600];  ///< of a word, a string or a number, terminated
 
-  /// Leaves everything uninitialised.
+  /// Makes an uninitialised record.
   field_record() = default;
 
   /// Deleted: the copy's field would point into the original.
@@ -30,7 +30,7 @@ struct field_record {
   field_record& operator=(const field_record&) = delete;
 };
 
-/// What ends a string, and where a backslash escapes the character after it.
+/// Rules for strings: what ends one, and where a backslash escapes the next character.
 enum class string_rules : int {
   of_str_parse = 0,         ///< `"` and `$` end every string; a backslash escapes in `$` strings
   of_str_parse_mode_1 = 1,  ///< `"` ends every string; a backslash escapes in `$` strings

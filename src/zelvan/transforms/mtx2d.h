@@ -20,8 +20,8 @@
 #include <cstddef>
 #include <type_traits>
 
-/// What `Mtx2D::type` promises about zeros. The mapping operations skip the terms that it
-/// says are zero, whatever the elements hold.
+/// Values of `Mtx2D::type`: which elements are zero. Mapping operations skip the terms of these
+/// elements, whatever the elements hold.
 enum Mtx2DType : int {
   Mtx2DTypeDiagonal = 0,  ///< m12 and m21 are zero
   Mtx2DTypeQuadrant = 1,  ///< m11 and m22 are zero: turns by 90 and 270 degrees, mirrored or not
