@@ -36,7 +36,8 @@ inline void contest(const std::string& row, std::function<bool()> agree,
   }
 }
 
-/// Registers the rows of a file before `main` runs.
+/// Registers benchmarks before `main` runs: its constructor calls `add`, which registers them. Each
+/// source of benchmarks defines one `Rows` as a global object.
 struct Rows {
   explicit Rows(void (*add)()) { add(); }
 };

@@ -78,7 +78,7 @@ int zelvan::closest_answer(const ColorMap& map, const ColorRGB& target, const Cl
   const int index = static_cast<int>(found.index);
   const int reported = map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], key);
   *distance = reported;
-  // Another thread may store here at any time, so this function never reads it back.
+  // Only stored here, never read back: a search on another thread may overwrite it at any time.
   last_answer = {key.red, key.green, key.blue, index, reported};
   return index;
 }

@@ -29,7 +29,7 @@ struct ClipRect {
   real_pt_t corners[5];  // the first one again at the end
   ClipBox edge_boxes[4];
   bool is_upright;
-  ClipBox outer, inner;    // all edges of the rectangle lie between them
+  ClipBox outer, inner;    // no edge of the rectangle is outside `outer` or inside `inner`
   ClipEdges edges_on[16];  // only if upright: the edges on a set of sides of the outer box
 
   explicit ClipRect(const real_rect_t& rect)
@@ -220,8 +220,9 @@ inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_
   }
 }
 
-// Visits a crossing: appends it and the vertices of the ring up to the next crossing, which it
-// returns. It goes forward where the ring enters the other outline, else backward.
+// Marks a crossing as visited, appends it and the ring's vertices up to the next crossing, and
+// returns the next crossing. Walks forward if the ring enters the other outline here, else
+// backward.
 template <clip_ring_kind kind>
 ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   const int edge = hit->edge[kind], turn = hit->turn[kind];

@@ -148,8 +148,9 @@ ZELVAN_C_API int MemAllocate(MemList* list, int size, void* key, void** back_ptr
 
 /// Returns 1 if the pool has `size` bytes left and the table a free row, else 0.
 ///
-/// A full table results in 0, though `MemAllocate` would grow it. The heap is not tried and may
-/// still refuse the block. A negative size always fits. Requires: `list` is not null.
+/// The result is a hint. It is 0 for a full table, which `MemAllocate` would grow. It can be 1 for
+/// a block that the heap refuses, and for a negative size, which `MemAllocate` refuses. Requires:
+/// `list` is not null.
 ZELVAN_C_API unsigned short MemAvailable(MemList* list, int size);
 
 /// Sets the list that null means in `MemAllocate`, `MemFree` and `MemSetPointer`.

@@ -290,7 +290,8 @@ class Mtx2D {
   /// `n_points` is written.
   ZELVAN_API void XfmPolySetPts(drw_pset_t* in, drw_dpset_t* out);
 
-  /// Maps a polygon set in reals; repeats are those of the unrounded coordinates.
+  /// Maps a polygon set in reals, as `XfmPolySetPts` does, but compares the unrounded coordinates
+  /// to find consecutive vertices that land on the same point.
   ZELVAN_API void RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out);
 
   // ---- mapping of drawings

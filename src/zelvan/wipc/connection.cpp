@@ -76,7 +76,8 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   return wipc_nostart != 0;
 }
 
-/// Returns the path of a module on this machine, or null.
+/// Returns the path of a module on this machine: a path as it is, and a bare name as found along
+/// PATH. Returns null if it is not found there or the heap refuses.
 HeapText local_path(const char* module) {
   return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
 }

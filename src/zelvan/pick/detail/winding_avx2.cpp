@@ -39,7 +39,7 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
 // a ring of 4 vertices a fifth of its time.
 [[gnu::always_inline]] ZELVAN_AVX2 inline int add_chain(int winding, const DblPt* points,
                                                         unsigned int n, double x, double y) {
-  for (; n > block; points += block, n -= block) {  // a block of edges has one more point
+  for (; n > block; points += block, n -= block) {  // a full block reads `block + 1` points
     std::uint32_t reached = 0;
     for (unsigned int i = 0; i < block; i += 4) reached |= four_reached(points + i, y) << i;
     const std::uint32_t last_end = y >= points[block].y ? 1 : 0;
