@@ -117,6 +117,7 @@ class Page {
       const isOpen = this.toggle.getAttribute('aria-expanded') === 'true';
       this.toggle.setAttribute('aria-expanded', String(!isOpen));
       this.#findFree();
+      if (this.navigation.isHome) this.navigation.showHome();
       this.#ask(true);
     });
     this.form.addEventListener('change', () => {
@@ -336,7 +337,7 @@ class Page {
     const {pens, coloursBefore} = this.picture;
     const hasPens = options.pens > 0;
     tell('penNote', hasPens ? `${grouped(coloursBefore)} colours, drawn with ${pens.length} pens.`
-                            : 'A number draws each colour with the closest of so many pens.');
+                            : 'Draws each colour with the closest of 64 pens or fewer.');
     tell('swatches',
          hasPens ? pens.map((pen) => `<i style="background:${pen}"></i>`).join('') : '');
   }
