@@ -25,6 +25,7 @@ PAGE = """<!doctype html>
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <meta name="color-scheme" content="light dark">
 <title>{title}</title>
+<link rel="icon" href="data:,">
 <link rel="stylesheet" href="guide.css">
 </head>
 <body>

@@ -11,8 +11,8 @@ import {existsSync, mkdirSync} from 'node:fs';
 import {join, resolve} from 'node:path';
 import {pathToFileURL} from 'node:url';
 import {
-  areNear, areSame, atRest, Browser, check, choose, drag, isNear, look, named, placeAt, point,
-  tally, viewOf,
+  areNear, areSame, atRest, Browser, check, choose, colourAtEdge, drag, isNear, look, named,
+  placeAt, point, tally, viewOf,
 } from './check_harness.mjs';
 
 const [folder, counts, pictures] = process.argv.slice(2).map((path) => resolve(path));
@@ -40,7 +40,8 @@ async function loads(page) {
   await page.mouse.up();
   await atRest(page);
   check('a dozen frames later the times are there',
-        /clip [\d.]+ · map [\d.]+ · draw [\d.]+ ms a frame/.test(await readout()), await readout());
+        /clip [\d.]+ · map [\d.]+ · draw [\d.]+ ms a frame/.test(await readout()),
+        await readout());
   await choose(page, 'grid', '3');
   check('they are gone when a switch changes what a frame costs',
         !/\d ms/.test(await readout()), await readout());
@@ -264,9 +265,10 @@ const native = (...numbers) =>
     execFileSync(counts, numbers.map(String), {encoding: 'utf8'}).trim().split(' ').map(Number);
 
 /** The numbers in the line about vertices. */
-const countsTold = (page) => page.$eval(
-    '#vertices', (line) => line.textContent.replace(/\s/g, '').match(/^(\d+)vertices→(\d+)kept→(\d+)drawn$/)
-        ?.slice(1).map(Number) ?? line.textContent);
+const countsTold = (page) => page.$eval('#vertices', (line) => {
+  const text = line.textContent.replace(/\s/g, '');
+  return text.match(/^(\d+)vertices→(\d+)kept→(\d+)drawn$/)?.slice(1).map(Number) ?? text;
+});
 
 async function clips(page) {
   for (const view of [[15, 52, 18, 0], [-175, 60, 9, 33], [10, 30, 3.6, -77]]) {
@@ -300,17 +302,20 @@ const boliviaAt = (page, corner) => page.evaluate((corner) => {
   const {world, picture, navigation} = playground;
   const {x, y, width, height, degrees} = picture.frame();
   const [cos, sin] = [Math.cos(degrees * Math.PI / 180), Math.sin(degrees * Math.PI / 180)];
-  const lowerLeft = [x - width / 2 * cos - height / 2 * sin, y - width / 2 * sin + height / 2 * cos];
-  const pixel = corner ? {x: lowerLeft[0] + 60, y: lowerLeft[1] - 60} : {x, y};
+  const lowerLeft = {
+    x: x - width / 2 * cos - height / 2 * sin,
+    y: y - width / 2 * sin + height / 2 * cos,
+  };
+  const pixel = corner ? {x: lowerLeft.x + 60, y: lowerLeft.y - 60} : {x, y};
   navigation.hold([-64.7, world.mapY(-16.7)], pixel, 2.5, 0);
   return pixel;
 }, corner);
 
-// Bolivia is one polygon. Near the lower left corner of the frame it lies wholly inside, within the
-// left side's range of x and within its range of y. So no edge of it lies to the right of a side, and
-// none above one except those already to the left of it. The header of ClipPolygonSet says that it
-// produces nothing then. In the middle of the frame it is to the right of the left side and to the
-// left of the right one.
+// Bolivia is one polygon. Near the lower left corner of the frame it lies wholly inside, and within
+// the ranges of x and y of the left side. So no edge of it lies to the right of a side. None lies
+// below one either: the upper side is to the right, and that counts as left only. The header of
+// ClipPolygonSet says that such a polygon produces nothing. In the middle of the frame Bolivia lies
+// to the right of the left side and to the left of the right side.
 async function losses(page) {
   for (const [how, corner, isLost] of [
     ['frame', true, false], ['rings', true, true], ['rings', false, false],
@@ -320,7 +325,8 @@ async function losses(page) {
     await atRest(page);
     const found = await page.evaluate(({x, y}) => {
       const {picture} = playground;
-      const [red, green, blue] = pixelsOf(picture.ground.canvas, Math.round(x), Math.round(y), 1, 1);
+      const [red, green, blue] =
+          pixelsOf(picture.ground.canvas, Math.round(x), Math.round(y), 1, 1);
       return {
         isSea: '#' + [red, green, blue].map((n) => n.toString(16).padStart(2, '0')).join('') ===
             picture.colours.sea,
@@ -458,13 +464,13 @@ async function names(page) {
   await atRest(page);
 }
 
-/** Where the address is written half a second after the map came to rest. */
+/** The part of the address after the page, once it has been written. */
 async function addressOf(page) {
   await new Promise((done) => setTimeout(done, 700));
   return page.evaluate('location.hash');
 }
 
-/** The place in the middle of what is shared, how many degrees its shorter side shows, the turn, and
+/** The place in the middle of what is shared, the degrees across its shorter side, the turn, and
  * the options. */
 const sharedOf = (page) => page.evaluate(() => {
   const {world, navigation: {view}, picture: {width, height, pixelRatio}, options} = playground;
@@ -567,7 +573,8 @@ async function crawl(address) {
 }
 
 async function links(page, browser) {
-  const shown = await page.$$eval('#title a', (all) => all.map((link) => [link.innerText, link.href]));
+  const shown = await page.$$eval(
+      '#title a', (all) => all.map((link) => [link.innerText, link.href]));
   check('the page links to guide, source, licence and data',
         areSame(shown.map(([text]) => text), ['Guide', 'Source', 'Licence', 'Data']), shown);
   for (const [text, href] of shown) {
@@ -579,8 +586,9 @@ async function links(page, browser) {
   check('links to other hosts are standards alone',
         outside.every((link) => link.startsWith('https://www.rfc-editor.org/')), outside);
   const textOf = async (path) => (await fetch(browser.address + path)).text();
-  check('the licence is there', (await textOf('guide/licence.html')).includes('Permission is hereby'));
-  check('so is where the data come from', (await textOf('guide/data.html')).includes('Natural Earth'));
+  const licence = await textOf('guide/licence.html'), data = await textOf('guide/data.html');
+  check('the licence is there', licence.includes('Permission is hereby'));
+  check('so is where the data come from', data.includes('Natural Earth'));
   const listed = execFileSync('tar', ['-tzf', join(folder, 'zelvan-source.tar.gz')],
                               {encoding: 'utf8'}).split('\n');
   check('the archive has the sources of library and page',
@@ -589,26 +597,20 @@ async function links(page, browser) {
         !listed.some((path) => /^zelvan\/(build|out|\.git)\//.test(path)), listed.length);
 }
 
-/** In the page: the backgrounds of the chosen and of the other choices. */
-const backgrounds = (page) => page.evaluate(() => {
-  const all = (selector) => [...new Set([...document.querySelectorAll(selector)].map(
-      (choice) => getComputedStyle(choice).backgroundColor))];
-  return {
-    chosen: all(':is(.choice, #lineTypes) input:checked + span'),
-    others: all(':is(.choice, #lineTypes) input:not(:checked) + span'),
-    off: all('.switch input:not(:checked)'),
-  };
-});
-
 async function forcedColours(page) {
   check('colours are forced', await page.evaluate(`matchMedia('(forced-colors: active)').matches`));
-  const found = await backgrounds(page);
-  check('forced colours show what is chosen', found.chosen.length === 1 &&
-        !found.others.includes(found.chosen[0]), found);
+  await page.click('summary');
+  for (const list of ['.choice', '#lineTypes']) {
+    const chosen = await colourAtEdge(page, `${list} input:checked + span`);
+    const other = await colourAtEdge(page, `${list} input:not(:checked) + span`);
+    check(`forced colours show what is chosen in ${list}`, chosen !== other, [chosen, other]);
+  }
+  await page.click('summary');
+  const off = await colourAtEdge(page, '.switch input');
   await page.click('.switch');
   await atRest(page);
-  const on = await page.$eval('.switch input', (input) => getComputedStyle(input).backgroundColor);
-  check('and that a switch is on', found.off.length === 1 && on !== found.off[0], [found.off, on]);
+  const on = await colourAtEdge(page, '.switch input');
+  check('and that a switch is on', on !== off, [on, off]);
   await photograph(page, 'forced-colours');
 }
 
@@ -720,19 +722,23 @@ const layoutOf = (page) => page.evaluate(() => {
   };
 });
 
-/** Returns the ends of the world that can't be seen: that a card covers, or the window cuts. */
+/** Returns the places along the edges of the world that a card covers or the window cuts, in the
+ * copy of the map that has fewest. */
 const hiddenEnds = (page) => page.evaluate(() => {
   const {world} = playground;
-  const hidden = [];
-  for (const longitude of [-169.9, -80, 10, 100, 189.9]) {
-    for (const latitude of [83.9, 0, -77.9]) {
-      const [x, y] =
-          world.pixelOf(longitude, world.mapY(latitude)).map((at) => at / devicePixelRatio);
-      const top = document.elementFromPoint(x, y)?.id;
-      if (top !== 'overlay') hidden.push([longitude, latitude, x, y, top]);
+  const hiddenIn = (copy) => {
+    const hidden = [];
+    for (const longitude of [-169, -80, 10, 100, 189]) {
+      for (const latitude of [83.9, 0, -77.9]) {
+        const [x, y] = world.pixelOf(longitude + 360 * copy, world.mapY(latitude))
+                           .map((at) => at / devicePixelRatio);
+        const top = document.elementFromPoint(x, y)?.id;
+        if (top !== 'overlay') hidden.push([longitude, latitude, x, y, top]);
+      }
     }
-  }
-  return hidden;
+    return hidden;
+  };
+  return [-1, 0, 1].map(hiddenIn).sort((a, b) => a.length - b.length)[0];
 });
 
 const windows = [
@@ -821,7 +827,8 @@ async function speeds(browser) {
 async function inWindow(browser, settings, ...parts) {
   for (const part of parts) {
     const page = await browser.open(settings);
-    await part(page, browser).catch((error) => check(`${part.name} came to its end`, false, error.stack));
+    await part(page, browser).catch(
+        (error) => check(`${part.name} came to its end`, false, error.stack));
     await page.close();
   }
 }

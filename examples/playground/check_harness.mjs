@@ -135,12 +135,29 @@ function prepare() {
   };
   context.fillText = function(text, x, y) {
     const {width} = this.measureText(text);
-    globalThis.textsDrawn.push({text, x, y, width, height: parseFloat(this.font.match(/[\d.]+px/))});
+    const height = parseFloat(this.font.match(/[\d.]+px/));
+    globalThis.textsDrawn.push({text, x, y, width, height});
     return fillText.call(this, text, x, y);
   };
 }
 
 // ---- what a user does and sees, in CSS pixels
+
+/** The colour on the screen three pixels inside the left edge of an element, or null. */
+export async function colourAtEdge(page, selector) {
+  const box = await (await page.$(selector)).boundingBox();
+  const [x, y] = [Math.round(box.x) + 3, Math.round(box.y + box.height / 2)];
+  const clip = {x, y, width: 1, height: 1};
+  const png = await page.screenshot({clip, encoding: 'base64'});
+  return page.evaluate(async (png) => {
+    const image = new Image();
+    image.src = `data:image/png;base64,${png}`;
+    await image.decode();
+    const context = new OffscreenCanvas(1, 1).getContext('2d');
+    context.drawImage(image, 0, 0);
+    return [...context.getImageData(0, 0, 1, 1).data].join(' ');
+  }, png);
+}
 
 export const atRest = (page) => page.waitForFunction('playground.isAtRest', {polling: 20});
 export const viewOf = (page) => page.evaluate('playground.navigation.view');

@@ -89,8 +89,8 @@ class World {
     return this.#pairAt(this.library._pixel_of(x, y));
   }
 
-  /** @param {boolean} hasBordersOnce  draws the border of two neighbours once, so that the dashes of
-   *     one don't fill the gaps of the other */
+  /** @param {boolean} hasBordersOnce  draws the border of two neighbours once, so that the dashes
+   *     of one don't fill the gaps of the other */
   drawView(hasBordersOnce) {
     return this.#layerAt(this.library._draw_view(Number(hasBordersOnce)));
   }

@@ -74,9 +74,11 @@ class Navigation {
 
   /** The view of the whole world, north up, where no card covers it. @returns {View} */
   home() {
-    const {width, height, free} = this.picture;
+    const {width, height, free, pixelRatio} = this.picture;
     const top = this.world.mapY(north), bottom = this.world.mapY(south);
-    const scale = Math.max(Math.min(free.width / 360, free.height / (top - bottom)), 0.1);
+    const margin = 8 * pixelRatio;
+    const scale = Math.max(Math.min((free.width - margin) / 360,
+                                    (free.height - margin) / (top - bottom)), 0.1);
     return {
       x: 10 + (width / 2 - free.left - free.width / 2) / scale,  // the cut is in Bering Strait
       y: (top + bottom) / 2 - (height / 2 - free.top - free.height / 2) / scale,
@@ -92,13 +94,14 @@ class Navigation {
 
   /** @param {View} view */
   setView(view) {
-    const {width, height, pixelRatio} = this.picture;
+    const {width, height, pixelRatio, free} = this.picture;
     const least = this.home().scale, most = 300 * pixelRatio;
-    this.view = {
-      ...view,
-      y: Math.min(Math.max(view.y, -150), 165),
-      scale: Math.min(Math.max(view.scale, least), most),
-    };
+    const scale = Math.min(Math.max(view.scale, least), most);
+    // The middle of the free part stays on the map, however far it is from that of the window.
+    const offset = Math.hypot(width / 2 - free.left - free.width / 2,
+                              height / 2 - free.top - free.height / 2) / scale;
+    const y = Math.min(Math.max(view.y, -150 - offset), 165 + offset);
+    this.view = {...view, y, scale};
     this.isHome = false;
     this.world.setView(this.view, width, height, this.world.unitsPerPixel);
     this.lastMoved = performance.now();

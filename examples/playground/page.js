@@ -34,6 +34,26 @@ function tell(id, html) {
 /** Writes a number with thin blanks between thousands. @param {number} n */
 const grouped = (n) => n.toLocaleString('en').replace(/,/g, '\u202f');
 
+/** The largest part of a box that no card meets. @param {Box} box @param {Box[]} cards
+ * @returns {Box} */
+function largestFree(box, cards) {
+  const right = box.left + box.width, bottom = box.top + box.height;
+  const card = cards.find(({left, top, width, height}) => width > 0 && left < right &&
+      left + width > box.left && top < bottom && top + height > box.top);
+  if (!card) return box;
+  const cardRight = card.left + card.width, cardBottom = card.top + card.height;
+  const around = [
+    {...box, width: card.left - box.left},
+    {...box, left: cardRight, width: right - cardRight},
+    {...box, height: card.top - box.top},
+    {...box, top: cardBottom, height: bottom - cardBottom},
+  ];
+  return around.filter(({width, height}) => width > 0 && height > 0)
+      .map((rest) => largestFree(rest, cards))
+      .reduce((best, rest) => rest.width * rest.height > best.width * best.height ? rest : best,
+              {...box, width: 0, height: 0});
+}
+
 /** The times of the frames in the last second. */
 class Costs {
   /** @type {{time: number, clip: number, map: number, draw: number}[]} */
@@ -49,7 +69,9 @@ class Costs {
     this.#frames = this.#frames.filter((frame) => time - frame.time < 1000);
     this.#frames.push({time, clip, map, draw});
     if (this.#frames.length < enoughFrames) return;
-    this.medians = {clip: this.#median('clip'), map: this.#median('map'), draw: this.#median('draw')};
+    this.medians = {
+      clip: this.#median('clip'), map: this.#median('map'), draw: this.#median('draw'),
+    };
   }
 
   /** Forgets all frames: other settings take other times. */
@@ -152,7 +174,8 @@ class Page {
 
   #makeLineTypes() {
     const rows = lineTypeNames.map((_, i) => `<label><input type="radio" name="line"
-        value="${i + 1}" ${i === 0 ? 'checked' : ''}><span>${this.#lineTypeHtml(i + 1)}</span></label>`);
+        value="${i + 1}" ${i === 0 ? 'checked' : ''}><span>${this.#lineTypeHtml(i + 1)}</span>
+        </label>`);
     element('lineTypes', HTMLDivElement).innerHTML = rows.join('');
   }
 
@@ -201,33 +224,24 @@ class Page {
     this.#draw(performance.now());  // before the browser shows the cleared canvas
   }
 
-  // Cuts each card off the picture, on the side where more of the picture remains.
   #findFree() {
     const {width, height, pixelRatio} = this.picture;
-    let free = {left: 0, top: 0, width, height};
-    for (const card of document.querySelectorAll('.card')) {
+    const cards = [...document.querySelectorAll('.card')].map((card) => {
       const box = card.getBoundingClientRect();
-      const [left, top, right, bottom] =
-          [box.left, box.top, box.right, box.bottom].map((at) => at * pixelRatio);
-      const freeRight = free.left + free.width, freeBottom = free.top + free.height;
-      const isApart = box.width === 0 || left >= freeRight || right <= free.left ||
-                      top >= freeBottom || bottom <= free.top;
-      if (isApart) continue;
-      const rests = [
-        {...free, width: left - free.left},
-        {...free, left: right, width: freeRight - right},
-        {...free, height: top - free.top},
-        {...free, top: bottom, height: freeBottom - bottom},
-      ].filter((rest) => rest.width >= 0 && rest.height >= 0);
-      const areaOf = (/** @type {Box} */ rest) => rest.width * rest.height;
-      free = rests.reduce((best, rest) => areaOf(rest) > areaOf(best) ? rest : best);
-    }
-    this.picture.free = free;
+      return {
+        left: box.left * pixelRatio,
+        top: box.top * pixelRatio,
+        width: box.width * pixelRatio,
+        height: box.height * pixelRatio,
+      };
+    });
+    this.picture.free = largestFree({left: 0, top: 0, width, height}, cards);
   }
 
   // ---- the view in the address
 
-  /** The part of the window beside the panel; all of it if the panel can be closed. @returns {Box} */
+  /** The part of the window beside the panel; all of it if the panel can be closed.
+   * @returns {Box} */
   #sharedPart() {
     const {width, height, pixelRatio} = this.picture;
     const isPanelBeside = this.toggle.offsetWidth === 0;
@@ -349,8 +363,8 @@ class Page {
     const others = lost.length > n ? ` and ${lost.length - n} more` : '';
     const what = lost.length > 0 ? `Lost here: ${lost.slice(0, n).join(', ')}${others}.`
                                  : 'Here it loses no whole country.';
-    return `Cuts what leaves the frame and returns into separate rings, ${grouped(rings)} in all. In a
-            turned frame this method loses some polygons that lie wholly inside. ${what}`;
+    return `Cuts what leaves the frame and returns into separate rings, ${grouped(rings)} in all.
+            In a turned frame this method loses some polygons that lie wholly inside. ${what}`;
   }
 
   /** @param {boolean} isPointing @param {boolean} isByKeyboard */

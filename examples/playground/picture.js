@@ -34,8 +34,8 @@ const schemes = {
  */
 
 /**
- * Adds rings to a path. A fill closes them by itself; closePath takes time in proportion to the path
- * so far.
+ * Adds rings to a path. A fill closes them by itself; closePath takes time in proportion to the
+ * path so far.
  * @param {CanvasPath} path
  * @param {Layer} layer
  * @param {number} piece
