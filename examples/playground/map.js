@@ -10,7 +10,7 @@
  * @property {Int32Array} flags  for each vertex: bit 0 if the edge to the next vertex is visible,
  *     bit 1 if that next vertex is the first of the ring
  * @property {Int32Array} pieces  country, first vertex and number of vertices of each piece
- * @property {number} cameIn  vertices clipped, once for each copy of the map in reach
+ * @property {number} cameIn  vertices read, again for each further copy of the map in reach
  * @property {number} kept  vertices after clipping
  * @property {number} drawn  vertices after mapping
  * @property {number} rings

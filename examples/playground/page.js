@@ -344,8 +344,9 @@ class Page {
 
     tell('clipNote', {
       window: () => 'Keeps what lies in the window. The rest is neither mapped nor drawn.',
-      frame: () => `Keeps what lies in the turned frame, in ${grouped(rings)} rings: one for each
-                    polygon. Edges along the frame are invisible; here they are dashed.`,
+      frame: () => `Keeps what lies in the turned frame, one ring for each polygon;
+                    ${grouped(rings)} are drawn. Edges along the frame are invisible; here they are
+                    dashed.`,
       rings: () => this.#ringsNote(rings),
     }[options.clip]());
     const {pens, coloursBefore} = this.picture;
@@ -363,7 +364,7 @@ class Page {
     const others = lost.length > n ? ` and ${lost.length - n} more` : '';
     const what = lost.length > 0 ? `Lost here: ${lost.slice(0, n).join(', ')}${others}.`
                                  : 'Here it loses no whole country.';
-    return `Cuts what leaves the frame and returns into separate rings, ${grouped(rings)} in all.
+    return `Cuts what leaves the frame and returns into separate rings; ${grouped(rings)} are drawn.
             In a turned frame this method loses some polygons that lie wholly inside. ${what}`;
   }
 

@@ -28,7 +28,7 @@ struct LayerReport {
   const int* edge_flags;
   const Piece* pieces;
   int n_pieces;
-  int came_in;  ///< vertices clipped; those of a country once for each copy of the map in reach
+  int came_in;  ///< vertices read, again for each further copy of the map in reach
   int kept;     ///< vertices after clipping, including those on the frame
   int drawn;    ///< vertices after mapping; those that fall together count once
   int rings;
