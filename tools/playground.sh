@@ -25,7 +25,7 @@ archive_sources() {
   if git rev-parse --git-dir >/dev/null 2>&1; then
     git ls-files -z
   else
-    find . \( -path ./build -o -path ./out \) -prune -o -type f -print0
+    find . \( -path ./build -o -path ./out \) -prune -o ! -type d -print0
   fi | tar -czf "$1" --null --files-from=- --transform='s,^\(\./\)*,zelvan/,S'
 }
 
