@@ -3,12 +3,14 @@
 
 playground() {
   local page=out/playground
-  need_to_build emscripten node-acorn python3
+  need_to_build emscripten node-acorn python3 python3-markdown-it
   step "building the page"
   build playground page
   rm -rf "$page"
   mkdir -p out
   cp -r build/playground/page "$page"
+  tools/guide_pages.py "$page/guide"
+  archive_sources "$page/zelvan-source.tar.gz"
   case ${1:-} in
     --check) check_playground "$page" ;;
     '')
@@ -18,7 +20,16 @@ playground() {
   esac
 }
 
-# Checks the page's types, then compares the page in a browser with a native program.
+# archive_sources FILE: packs the sources as they are now; in a clone only files that git knows.
+archive_sources() {
+  if git rev-parse --git-dir >/dev/null 2>&1; then
+    git ls-files -z
+  else
+    find . \( -path ./build -o -path ./out \) -prune -o ! -type d -print0
+  fi | tar -czf "$1" --null --files-from=- --transform='s,^\(\./\)*,zelvan/,S'
+}
+
+# Checks the types of the page's scripts, and tries the page in a browser, beside a native program.
 check_playground() {
   local source=examples/playground work=build/playground-check
   need_to_test chromium
