@@ -12,7 +12,6 @@ version = release = re.search(r"^project\(zelvan VERSION ([\d.]+)",
                               (ROOT / "CMakeLists.txt").read_text(encoding="utf-8"), re.M)[1]
 extensions = ["breathe", "myst_parser", "sphinx_copybutton", "names"]
 root_doc = "README"
-exclude_patterns = ["headers"]
 highlight_language = "none"
 myst_heading_anchors = 3
 smartquotes = False

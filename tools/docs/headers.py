@@ -10,7 +10,7 @@ import xml.etree.ElementTree as ElementTree
 
 SOURCE = pathlib.Path("src/zelvan")
 C_HEADER = pathlib.Path("zelvan_c.h")
-SECTION = re.compile(r" *// ---- (.*)")
+SECTION = re.compile(r"^ *// ---- (.*)\n((?: *//(?!/).*\n)*)", re.M)  # title and comment
 
 
 def public_headers():
@@ -46,7 +46,7 @@ class Entry:
         self.scope = scope  # the entry of the class
         self.kind = node.get("kind")
         self.members = []
-        self.opens = []     # title and text of the section that begins before it
+        self.opens = []     # titles and comments of the sections that begin before it
         place = node.find("location")
         self.line = int(place.get("line"))
         self.end = max(self.line, int(place.get("bodyend") or 0))
@@ -90,24 +90,6 @@ class Header:
         self.members = members
 
 
-def sections_of(lines):
-    """Lines of titles, with title and text."""
-    for number, line in enumerate(lines, 1):
-        title = SECTION.match(line)
-        if title:
-            rest = lines[number:]
-            count = next(i for i, text in enumerate(rest) if not re.match(r" *//(?!/)", text))
-            text = "\n".join(re.sub(r"^ *// ?", "", line) for line in rest[:count])
-            yield number, title[1], text.strip()
-
-
-def give_sections(entries, sections):
-    for entry in entries:
-        while sections and sections[0][0] < entry.line:
-            entry.opens.append(sections.pop(0)[1:])
-        give_sections(entry.members, sections)
-
-
 def read(folder):
     """The headers as Doxygen has understood them. In its files the comment of declarations that
     share one is moved to the last of them, below which Breathe is to show it."""
@@ -119,9 +101,11 @@ def read(folder):
         if node.get("kind") == "file" and text_of(node.find("compoundname")).endswith(".h"):
             path = pathlib.PurePath(node.find("location").get("file"))
             lines = (SOURCE / path).read_text(encoding="utf-8").splitlines()
-            header = Header(path, node, entries_of(node, compounds, lines))
-            give_sections(header.members, list(sections_of(lines)))
-            headers.append(header)
+            headers.append(Header(path, node, entries_of(node, compounds, lines)))
+            start = 0
+            for entry in walk(headers[-1:]):
+                entry.opens = SECTION.findall("\n".join(lines[start:entry.line]))
+                start = entry.line
     for path, tree in trees.items():
         tree.write(path, encoding="utf-8", xml_declaration=True)
     return sorted(headers, key=lambda header: header.path)

@@ -11,7 +11,7 @@ from sphinx.transforms.post_transforms import SphinxPostTransform
 from sphinx.util.nodes import make_refnode
 
 CALL = re.compile(r"[*&]*((?:\w+::)*~?\w+)(?:\(.*\))?", re.S)
-BLOCK = re.compile(r'<div class="highlight-cpp .*?</pre>', re.S)
+BLOCK = re.compile(r'<div class="highlight-c(?:pp)? .*?</pre>', re.S)
 WORD = re.compile(r'<span class="(?:n|nf|nc)">(\w+)</span>')
 INCLUDE = re.compile(r'<span class="cpf">&lt;zelvan/([\w/]+\.h)&gt;</span>')
 
