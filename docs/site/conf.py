@@ -26,7 +26,6 @@ html_title = f"zelvan {version}"
 html_static_path = [str(ROOT / "docs/site/static")]
 html_css_files = ["site.css"]
 html_js_files = ["site.js"]
-html_search_scorer = str(ROOT / "docs/site/scorer.js")
 html_copy_source = False
 html_show_sphinx = html_show_copyright = False
 html_use_index = False

@@ -23,8 +23,7 @@ class Names:
     def __init__(self, env):
         self.known, self.fields = {}, {}
         bare = {}
-        objects = [*env.get_domain("cpp").get_objects(), *env.get_domain("c").get_objects()]
-        for name, _, kind, page, anchor, _ in objects:
+        for name, _, kind, page, anchor, _ in env.get_domain("cpp").get_objects():
             if kind == "functionParam":
                 continue
             self.known.setdefault(name, (page, anchor))
