@@ -158,12 +158,8 @@ forms_run() {
 
 # The name and version of the compiler.
 compiler_of() {
-  local known
-  known=$(cat "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake)
-  [[ $known =~ CMAKE_CXX_COMPILER_ID\ \"([^\"]*) ]]
-  printf '%s ' "${BASH_REMATCH[1]/GNU/gcc}"
-  [[ $known =~ CMAKE_CXX_COMPILER_VERSION\ \"([^\"]*) ]]
-  printf '%s' "${BASH_REMATCH[1]}"
+  sed -nE 's/^set\(CMAKE_CXX_COMPILER_(ID|VERSION) "(.*)"\)$/\2/p' \
+    "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake | sed 's/GNU/gcc/' | paste -sd ' '
 }
 
 # The name and version of the emulator that runs the digests, if one does.
