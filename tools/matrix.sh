@@ -83,17 +83,15 @@ builder() {
 # unpack_libcxx VERSION: leaves in `libcxx` a folder with that version of LLVM's standard library. Its
 # packages are unpacked there, since one version alone can be installed.
 unpack_libcxx() {
-  local work=$PWD/build/libcxx-$1 file
+  local work=$PWD/build/libcxx-$1
   libcxx=$work/usr/lib/llvm-$1
-  [[ ! -e $work/complete ]] || return 0
-  rm -rf "$work"
   mkdir -p "$work"
-  (
-    cd "$work"
-    apt-get download -qq "libc++-$1-dev" "libc++1-$1" "libc++abi-$1-dev" "libc++abi1-$1" \
-      "libunwind-$1" "libunwind-$1-dev"
-    for file in ./*.deb; do dpkg -x "$file" .; done
-    touch complete
+  [[ -e $work/complete ]] || (
+    cd "$work" &&
+      apt-get download -qq "libc++-$1-dev" "libc++1-$1" "libc++abi-$1-dev" "libc++abi1-$1" \
+        "libunwind-$1" "libunwind-$1-dev" &&
+      printf '%s\n' ./*.deb | xargs -I '{}' dpkg -x '{}' . &&
+      touch complete
   ) || fail "could not load libc++-$1-dev; is there a network?"
 }
 
@@ -164,16 +162,12 @@ compiler_of() {
 
 # The name and version of the emulator that runs the digests, if one does.
 run_by() {
-  local program version
+  local program
   program=$(sed -n '/vector_forms/s/^add_test([^"]*"\([^"]*\)".*/\1/p' \
     "$dir/tests/digests/CTestTestfile.cmake")
   case $program in
     */digests | */ld-linux*) echo "this processor" ;;
-    *)
-      version=$("$program" --version)
-      [[ $version =~ [0-9]+(\.[0-9]+)+ ]]
-      echo "${program##*/} ${BASH_REMATCH[0]}"
-      ;;
+    *) echo "${program##*/} $("$program" --version | grep -oE '[0-9]+(\.[0-9]+)+' | head -n 1)" ;;
   esac
 }
 

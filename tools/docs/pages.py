@@ -12,7 +12,7 @@ BLOCKS = ("itemizedlist", "orderedlist", "verbatim", "programlisting", "table")
 # | `pick` | regions that say whether a point hits them | [pick regions](docs/pick.md) |
 FAMILY = re.compile(r"^\| `(\w+)` \| (.*?) \| (.*?) \|$", re.M)
 LINK = re.compile(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)")
-FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.S | re.M)
+FENCE = re.compile(r"^```\w+\n(.*?)^```$", re.S | re.M)
 
 
 class Family:
@@ -185,12 +185,11 @@ def family_page(found, family):
                  f"\n{first_sentence(headers.comment_of(header.node))}\n",
                  name_list(header.members, with_members=False)]
     guide = family.guides[0]
-    blocks = FENCE.findall(guide.read_text(encoding="utf-8"))
-    program = next(i for i, (_, code) in enumerate(blocks) if "int main(" in code)
+    program, printed = FENCE.findall(guide.read_text(encoding="utf-8"))[:2]
     page += [heading("A worked example", 1),
              f"\nFrom :doc:`/{guide.with_suffix('')}`:\n",
-             block("code-block:: cpp", blocks[program][1]), "\nIt prints\n",
-             block("code-block:: text", blocks[program + 1][1])]
+             block("code-block:: cpp", program), "\nIt prints\n",
+             block("code-block:: text", printed)]
     return "".join(page)
 
 
