@@ -4,10 +4,12 @@ Doxygen knows neither our sections (`// ---- title`) nor that a comment speaks f
 up to the next blank line. Both are worked out here from the lines of the header.
 """
 
+import collections
 import pathlib
 import re
 import xml.etree.ElementTree as ElementTree
 
+Header = collections.namedtuple("Header", "path node members")
 SOURCE = pathlib.Path("src/zelvan")
 C_HEADER = pathlib.Path("zelvan_c.h")
 SECTION = re.compile(r"^ *// ---- (.*)\n((?: *//(?!/).*\n)*)", re.M)  # title and comment
@@ -80,14 +82,6 @@ def walk(things):
 
 def comment_of(node):
     return node.findall("briefdescription/*") + node.findall("detaileddescription/*")
-
-
-class Header:
-    def __init__(self, path, node, members):
-        self.path = path
-        self.family = path.parent.name
-        self.node = node
-        self.members = members
 
 
 def read(folder):

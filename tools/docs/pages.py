@@ -175,7 +175,7 @@ def directive(entry, node):
 
 
 def family_page(found, family):
-    own = [header for header in found if header.family == family.name]
+    own = [header for header in found if header.path.parent.name == family.name]
     page = [heading(family.title, 0), f"\n{markdown(family.gives)}\n", heading("Guide", 1),
             toctree("maxdepth: 2", [f"/{path.with_suffix('')}" for path in family.guides]),
             heading("Reference", 1),
