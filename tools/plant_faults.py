@@ -19,7 +19,7 @@ import sys
 
 TIME_LIMIT = 60  # seconds for a test program; one that takes longer has noticed the fault
 
-# What a family is tested by besides its own programs.
+# What a family is tested by besides its own programs and those of the interface.
 ALSO = {"platform": ["osh", "wipc", "text"], "osh": ["platform"], "wipc": ["platform"],
         "logger": ["platform"], "var": ["colour"]}
 
@@ -78,7 +78,8 @@ def prepare(tree):
 
 def programs_of(rules, families, clone, with_digests):
     """The test programs of families, each with its arguments."""
-    folders = [folder for family in families for folder in (family, *ALSO.get(family, []))]
+    folders = [folder for family in families
+               for folder in (family, "interface", *ALSO.get(family, []))]
     programs = [f"tests/{folder}/{folder}_{kind}" for folder in dict.fromkeys(folders)
                 for kind in ("test", "private_test")]
     commands = [[program] for program in programs if f"build {program}:" in rules]
