@@ -22,7 +22,9 @@ def names_of(app):
     only one is called so, and with a page for a field of a record there."""
     if not hasattr(app, "zelvan_names"):
         places, bare = {}, collections.defaultdict(dict)
-        for name, _, kind, page, anchor, _ in app.env.get_domain("cpp").get_objects():
+        objects = [*app.env.get_domain("cpp").get_objects(),
+                   *app.env.get_domain("c").get_objects()]  # macros
+        for name, _, kind, page, anchor, _ in objects:
             scope, _, last = name.rpartition("::")
             if kind == "functionParam":
                 continue
@@ -83,7 +85,7 @@ def link_blocks(app, page, _template, context, doctree):
     places = names_of(app)
 
     def link(span, place):
-        if not place:
+        if place in (None, (page, "")):
             return span
         target = app.builder.get_relative_uri(page, place[0]) + (f"#{place[1]}" if place[1] else "")
         return f'<a class="name" href="{target}">{span}</a>'
