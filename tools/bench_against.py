@@ -1,16 +1,15 @@
 #!/usr/bin/env python3
 """Compares the speed of this tree's library with that of another commit.
 
-usage: bench_against.py REF PROGRAM... [--benchmark_filter=REGEX]
+usage: bench_against.py TREE PROGRAM... [--benchmark_filter=REGEX]
 
-Builds the library of REF in build/against, and runs this tree's benchmarks with both libraries
-alternately, seven times each. A row is slow if the median of the seven ratios is above 1.1. Slow
-rows are measured again; a row that is slow twice fails the comparison. Rivals' rows are left out,
-since they call neither library.
+TREE holds that commit, built. Runs this tree's benchmarks with one library, then with the other,
+seven times in turn. A row is slow if the median of the seven ratios is above 1.1. Slow rows are
+measured once more; one that is slow again fails the comparison. Rivals' rows are left out: they call
+neither library.
 """
 import json
 import os
-import pathlib
 import re
 import statistics
 import subprocess
@@ -21,29 +20,10 @@ MOST = 1.10  # largest ratio of our time to that with the other library
 LIBRARY = "build/bench/src/zelvan/libzelvan.so.1"
 
 
-def build_library(ref):
-    """Builds the library of a commit and returns its path."""
-    name = subprocess.run(["git", "rev-parse", "--verify", "--quiet", ref + "^{commit}"],
-                          stdout=subprocess.PIPE, text=True).stdout.strip()
-    if not name:
-        sys.exit(f"there is no commit {ref}")
-    tree = pathlib.Path("build/against") / name
-    tree.mkdir(parents=True, exist_ok=True)
-    archive = subprocess.run(["git", "archive", name], stdout=subprocess.PIPE, check=True).stdout
-    subprocess.run(["tar", "--extract", "--directory", tree], input=archive, check=True)
-    for command in (["cmake", "--preset", "bench"],
-                    ["cmake", "--build", "build/bench", "--target", "zelvan"]):
-        run = subprocess.run(command, cwd=tree, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                             text=True)
-        if run.returncode != 0:
-            sys.exit(f"{run.stdout}\n{ref} does not build: see above")
-    return tree / LIBRARY
-
-
 def run_with(library, program, *options):
     """Returns what the benchmark program prints if it calls this library."""
     run = subprocess.run([program, *options], stdout=subprocess.PIPE, text=True,
-                         env={**os.environ, "LD_PRELOAD": str(pathlib.Path(library).resolve())})
+                         env={**os.environ, "LD_PRELOAD": os.path.abspath(library)})
     if run.returncode != 0:
         sys.exit(f"{program} failed with {library}; use --benchmark_filter to leave out "
                  "rows whose operations this library lacks")
@@ -86,9 +66,9 @@ def slow_rows(other, program, rows):
 def main():
     option = "--benchmark_filter="
     pattern = "|".join(a.removeprefix(option) for a in sys.argv[1:] if a.startswith(option))
-    ref, *programs = [a for a in sys.argv[1:] if not a.startswith(option)]
-    other = build_library(ref)
-    print(f"ratio to the time of {ref}, median of {RUNS} runs", flush=True)
+    tree, *programs = [a for a in sys.argv[1:] if not a.startswith(option)]
+    other = f"{tree}/{LIBRARY}"
+    print(f"time by that of the other, median of {RUNS}", flush=True)
     measured, slow = 0, []
     for program in programs:
         rows = our_rows(program, pattern)

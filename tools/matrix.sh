@@ -84,17 +84,15 @@ builder() {
 # unpack_libcxx VERSION: unpacks that version of LLVM's standard library into a folder, and sets
 # `libcxx` to the folder. Only one version can be installed at a time.
 unpack_libcxx() {
-  local work=$PWD/build/libcxx-$1 file
+  local work=$PWD/build/libcxx-$1
   libcxx=$work/usr/lib/llvm-$1
-  [[ ! -e $work/complete ]] || return 0
-  rm -rf "$work"
   mkdir -p "$work"
-  (
-    cd "$work"
-    apt-get download -qq "libc++-$1-dev" "libc++1-$1" "libc++abi-$1-dev" "libc++abi1-$1" \
-      "libunwind-$1" "libunwind-$1-dev"
-    for file in ./*.deb; do dpkg -x "$file" .; done
-    touch complete
+  [[ -e $work/complete ]] || (
+    cd "$work" &&
+      apt-get download -qq "libc++-$1-dev" "libc++1-$1" "libc++abi-$1-dev" "libc++abi1-$1" \
+        "libunwind-$1" "libunwind-$1-dev" &&
+      printf '%s\n' ./*.deb | xargs -I '{}' dpkg -x '{}' . &&
+      touch complete
   ) || fail "could not download libc++-$1-dev; is the network reachable?"
 }
 
@@ -159,26 +157,18 @@ forms_run() {
 
 # Prints the name and version of the compiler.
 compiler_of() {
-  local known
-  known=$(cat "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake)
-  [[ $known =~ CMAKE_CXX_COMPILER_ID\ \"([^\"]*) ]]
-  printf '%s ' "${BASH_REMATCH[1]/GNU/gcc}"
-  [[ $known =~ CMAKE_CXX_COMPILER_VERSION\ \"([^\"]*) ]]
-  printf '%s' "${BASH_REMATCH[1]}"
+  sed -nE 's/^set\(CMAKE_CXX_COMPILER_(ID|VERSION) "(.*)"\)$/\2/p' \
+    "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake | sed 's/GNU/gcc/' | paste -sd ' '
 }
 
 # Prints the name and version of the emulator that runs the digests, or "this processor".
 run_by() {
-  local program version
+  local program
   program=$(sed -n '/vector_forms/s/^add_test([^"]*"\([^"]*\)".*/\1/p' \
     "$dir/tests/digests/CTestTestfile.cmake")
   case $program in
     */digests | */ld-linux*) echo "this processor" ;;
-    *)
-      version=$("$program" --version)
-      [[ $version =~ [0-9]+(\.[0-9]+)+ ]]
-      echo "${program##*/} ${BASH_REMATCH[0]}"
-      ;;
+    *) echo "${program##*/} $("$program" --version | grep -oE '[0-9]+(\.[0-9]+)+' | head -n 1)" ;;
   esac
 }
 

@@ -13,17 +13,14 @@ import pathlib
 import platform
 import random
 import re
-import shutil
 import subprocess
 import sys
-import time
 
-TIME_LIMIT = 60  # seconds for all test programs of a family; longer counts as a hang
+TIME_LIMIT = 60  # seconds for a test program; one that takes longer has noticed the fault
 
-# Further families whose tests detect faults of a family.
+# What a family is tested by besides its own programs and those of the interface.
 ALSO = {"platform": ["osh", "wipc", "text"], "osh": ["platform"], "wipc": ["platform"],
         "logger": ["platform"], "var": ["colour"]}
-EVERYWHERE = ["bounds"]  # the ends of arrays
 
 OPERATORS = [
     (r"(?<=\s)<(?=\s)", "<="), (r"(?<=\s)<=(?=\s)", "<"), (r"(?<=\s)>(?=\s)", ">="),
@@ -37,8 +34,6 @@ OPERATORS = [
     (r"(?<![\w.])([2-9]|[1-9]\d+)(?![\w.])", lambda m: str(int(m.group()) + 1)),
     (r"(?<![\w.])\d+\.\d+(?![\w.])", lambda m: repr(float(m.group()) * (1 + 1e-12) + 1e-300)),
 ]
-DECLARES = re.compile(r"^(return|const|auto|int|unsigned|char|double|float|bool|static|struct|using"
-                      r"|long|std::\w+(<.*>)? \w)")
 SKIPPED = ("#", "static_assert", "template", "*", "using", "namespace", "}", "case", "///")
 
 
@@ -57,73 +52,65 @@ def faults_of(path):
                 yield number, code[:m.start()] + new + code[m.end():]
         indent = re.match(r"\s*", line).group()
         is_statement = re.match(r"^[\w:>.\-\[\]*&]+(\s*(=|\+=|-=|\|=|&=)\s|\(|\+\+|--)", text)
-        if text.endswith(";") and is_statement and not DECLARES.match(text):
+        if text.endswith(";") and is_statement:
             yield number, indent + ";"
         if re.match(r"^(if|while) \(.*\) (return|continue|break).*;$", text):
             yield number, indent + ";"
 
 
-def run(command, **kwargs):
-    return subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL,
-                          **kwargs)
+def run(*command, **options):
+    return subprocess.run(command, capture_output=True, text=True, errors="replace",
+                          stdin=subprocess.DEVNULL, **options)
 
 
 def prepare(tree):
-    """Clones the last commit, or updates the clone, and configures its build."""
-    work = tree / "build/faults"
-    clone, build = work / "tree", work / "build"
-    head = run(["git", "-C", tree, "rev-parse", "HEAD"]).stdout.strip()
+    """Makes a clone of what is committed, or brings it up to date, and configures it."""
+    clone, build = tree / "build/faults/tree", tree / "build/faults/build"
     if not clone.exists():
-        subprocess.run(["git", "clone", "-q", "--shared", tree, clone], check=True)
-    subprocess.run(["git", "-C", clone, "fetch", "-q", tree, head], check=True)
-    subprocess.run(["git", "-C", clone, "reset", "-q", "--hard", head], check=True)
-    if not (build / "build.ninja").exists():
-        flags = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1",
-                 "-DZELVAN_BUILD_TESTS=ON"]
-        if shutil.which("mold"):
-            flags += [f"-DCMAKE_{k}_LINKER_FLAGS=-fuse-ld=mold" for k in ("EXE", "SHARED")]
-        subprocess.run(["cmake", "-S", clone, "-B", build, "-G", "Ninja", *flags],
-                       check=True, stdout=subprocess.DEVNULL)
+        run("git", "clone", "--shared", tree, clone, check=True)
+    run("git", "-C", clone, "fetch", tree, "HEAD", check=True)
+    run("git", "-C", clone, "reset", "--hard", "FETCH_HEAD", check=True)
+    run("cmake", "-S", clone, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
+        "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DZELVAN_BUILD_TESTS=ON", check=True)
     return clone, build
 
 
-def digests_of(clone):
-    """Returns the commands that run the digests with vector forms and with plain forms."""
-    asked = ["--expect", clone / "tests/digests/expected.txt"]
-    return [["tests/digests/digests", *form, *asked] for form in ([], ["--plain"])]
+def programs_of(rules, families, clone, with_digests):
+    """The test programs of families, each with its arguments."""
+    folders = [folder for family in families
+               for folder in (family, "interface", *ALSO.get(family, []))]
+    programs = [f"tests/{folder}/{folder}_{kind}" for folder in dict.fromkeys(folders)
+                for kind in ("test", "private_test")]
+    commands = [[program] for program in programs if f"build {program}:" in rules]
+    if with_digests:
+        asked = ["tests/digests/digests", "--expect", clone / "tests/digests/expected.txt"]
+        commands += [asked, [*asked, "--plain"]]
+    return commands
 
 
-def programs_of(build, families):
-    names = []
-    rules = (build / "build.ninja").read_text()
-    for family in families:
-        for name in [family, *ALSO.get(family, [])]:
-            for kind in ("test", "private_test"):
-                target = f"tests/{name}/{name}_{kind}"
-                if f"build {target}:" in rules and target not in names:
-                    names.append(target)
-    return [[name] for name in names]
+def sources_of(folder, rules):
+    """Private headers, and what is compiled for this processor and system."""
+    for path in sorted([*folder.rglob("*.cpp"), *folder.glob("detail/*.h")]):
+        is_elsewhere = "_neon" in path.name and platform.machine() != "aarch64"
+        if (path.suffix == ".h" or str(path) in rules) and not is_elsewhere:
+            yield path
 
 
 def is_built(build, programs):
-    return run(["nice", "ninja", "-C", build, *[p[0] for p in programs]]).returncode == 0
+    return run("nice", "ninja", "-C", build, *[program[0] for program in programs]).returncode == 0
 
 
-def outcome_of(build, programs, reason=None):
-    """Returns "green", "red" or "hangs". The first failure ends the run."""
-    ends = time.time() + TIME_LIMIT
+def first_failure(build, programs):
+    """What a program says that fails or hangs, or nothing."""
     environment = dict(os.environ, GTEST_FAIL_FAST="1", GTEST_BRIEF="1")
     for program, *arguments in programs:
         try:
-            done = run([build / program, *arguments], cwd=build, env=environment,
-                       timeout=max(1, ends - time.time()), errors="replace")
+            done = run(build / program, *arguments, cwd=build, env=environment, timeout=TIME_LIMIT)
         except subprocess.TimeoutExpired:
-            return "hangs"
-        if done.returncode != 0:
-            if reason is not None:
-                reason.append(f"{program}: " + done.stdout[-2000:] + done.stderr[-500:])
-            return "red"
-    return "green"
+            return f"{program} hangs"
+        if done.returncode:
+            return f"{program} fails: {done.stdout[-2000:]}{done.stderr[-500:]}"
+    return ""
 
 
 def main():
@@ -133,82 +120,45 @@ def main():
     parser.add_argument("-n", "--count", type=int, default=60, help="faults to plant (60)")
     parser.add_argument("-s", "--seed", type=int, default=1)
     parser.add_argument("-f", "--files", default="", help="only sources whose path contains this")
-    parser.add_argument("-p", "--planted", metavar="FILE", help="plant the faults in FILE instead: "
-                        "one per line, with the path below src/zelvan, the old text and the new "
-                        "text, separated by tabs; \\n stands for a new line")
     parser.add_argument("-d", "--digests", action="store_true", help="run the digests as well")
-    parser.add_argument("-v", "--verbose", action="store_true", help="print detected faults as well")
     arguments = parser.parse_args()
 
-    top = run(["git", "rev-parse", "--show-toplevel"], check=True).stdout.strip()
-    clone, build = prepare(pathlib.Path(top))
-    programs = programs_of(build, arguments.family)
-    if arguments.digests:
-        programs += digests_of(clone)
+    clone, build = prepare(pathlib.Path(__file__).resolve().parents[1])
+    rules = (build / "build.ninja").read_text()
+    programs = programs_of(rules, arguments.family, clone, arguments.digests)
     if not programs:
         sys.exit("there are no tests of " + " ".join(arguments.family))
-    reason = []
-    if not is_built(build, programs) or outcome_of(build, programs, reason) != "green":
-        sys.exit("the tests fail without a fault\n" + "\n".join(reason))
+    if not is_built(build, programs):
+        sys.exit("does not build before a fault is planted")
+    failure = first_failure(build, programs)
+    if failure:
+        sys.exit(f"not green before a fault is planted: {failure}")
 
-    faults = []  # (path, line number, old line, new line, new text of the file)
-    root = clone / "src/zelvan"
-    rules = (build / "build.ninja").read_text()  # leave out sources of other processors and systems
-    if arguments.planted:
-        for row in pathlib.Path(arguments.planted).read_text().splitlines():
-            if not row.strip() or row.startswith("#"):
-                continue
-            path, old, new = (part.replace("\\n", "\n") for part in row.split("\t"))
-            text = (root / path).read_text()
-            if old not in text:
-                print(f"not found: {path}: {old}")
-                continue
-            number = text[:text.index(old)].count("\n")
-            faults.append((root / path, number, old, new, text.replace(old, new, 1)))
-    else:
-        for family in arguments.family:
-            for path in sorted((root / family).rglob("*")):
-                is_private_header = path.suffix == ".h" and path.parent.name == "detail"
-                is_source = path.suffix == ".cpp" or is_private_header
-                if not is_source or "table" in path.name and "color" in path.name:
-                    continue
-                if path.suffix == ".cpp" and str(path) not in rules:
-                    continue
-                if "_neon" in path.name and platform.machine() != "aarch64":
-                    continue
-                if arguments.files not in str(path):
-                    continue
-                lines = path.read_text().split("\n")
-                for number, new in faults_of(path):
-                    changed = lines[:number] + [new] + lines[number + 1:]
-                    faults.append((path, number, lines[number], new, "\n".join(changed)))
-        random.Random(arguments.seed).shuffle(faults)
-
-    outcomes, seen = {"green": 0, "red": 0, "hangs": 0}, set()
-    for path, number, old, new, text in faults:
-        if not arguments.planted:
-            if sum(outcomes.values()) >= arguments.count:
-                break
-            if (path, number) in seen:
-                continue
-            seen.add((path, number))
-        before = path.read_text()
+    faults = [(path, *fault) for family in arguments.family
+              for path in sources_of(clone / "src/zelvan" / family, rules)
+              if arguments.files in str(path) for fault in faults_of(path)]
+    random.Random(arguments.seed).shuffle(faults)
+    of_lines = {(path, number): line for path, number, line in faults}  # one for each line
+    noticed = survived = 0
+    for (path, number), line in of_lines.items():
+        if noticed + survived == arguments.count:
+            break
+        text = path.read_text()
+        lines = text.split("\n")
+        before, lines[number] = lines[number], line
         try:
-            path.write_text(text)
+            path.write_text("\n".join(lines))
             if not is_built(build, programs):
-                if arguments.planted:
-                    print(f"does not build: {old}  ==>  {new}")
                 continue
-            outcome = outcome_of(build, programs)
+            if first_failure(build, programs):
+                noticed += 1
+                continue
         finally:
-            path.write_text(before)
-        outcomes[outcome] += 1
-        if outcome == "green" or arguments.verbose:
-            said = {"green": "SURVIVED", "red": "detected", "hangs": "hangs   "}[outcome]
-            print(f"{said} {path.relative_to(clone)}:{number + 1} | {old.strip()}  ==>  "
-                  f"{new.strip()}", flush=True)
-    print(f"{' '.join(arguments.family)}: {outcomes['red']} detected, {outcomes['hangs']} hang, "
-          f"{outcomes['green']} survived", flush=True)
+            path.write_text(text)
+        survived += 1
+        print(f"SURVIVED {path.relative_to(clone)}:{number + 1} | {before.strip()}  ==>  "
+              f"{line.strip()}", flush=True)
+    print(f"{' '.join(arguments.family)}: {noticed} noticed, {survived} survived")
 
 
 if __name__ == "__main__":

@@ -37,30 +37,26 @@ package_for_windows() {
   name=zelvan-$version-windows-x64
   step "the package $name.zip"
   rm -rf "$work"
-  mkdir -p "$work/program"
+  mkdir -p "$work"
   cmake --install build/windows --prefix "$work/$name" >/dev/null
   (cd "$work" && cmake -E tar cf "../$name.zip" --format=zip "$name")
   rm -r "${work:?}/$name"
   (cd "$work" && cmake -E tar xf "../$name.zip")
-  python3 tests/guide/guide_example.py extract README.md "$work/program/main.cpp"
-  cp tests/install/consumer/main.cpp "$work/program/consumer.cpp"
-  cat >"$work/program/CMakeLists.txt" <<'END'
-cmake_minimum_required(VERSION 3.16)
-project(program LANGUAGES CXX)
-find_package(zelvan 1.0 REQUIRED)
-link_libraries(zelvan::zelvan)
-add_link_options(-static)
-add_executable(program main.cpp)
-add_executable(consumer consumer.cpp)
-END
-  cmake -G Ninja -S "$work/program" -B "$work/program/build" --log-level=ERROR \
-    --toolchain "$PWD/cmake/toolchains/windows-x64.cmake" \
-    -DCMAKE_PREFIX_PATH="$PWD/$work/$name" >/dev/null &&
-    cmake --build "$work/program/build" >/dev/null || fail "could not build a program with the package"
-  cp "$work/$name/bin/zelvan.dll" "$work/program/build"
-  python3 tests/guide/guide_example.py run README.md wine64 \
-    "$PWD/$work/program/build/program.exe" || fail "the README's program fails with the package"
-  [[ $(wine64 "$work/program/build/consumer.exe") == "a region of my own, hit; 0x0p+0"* ]] ||
+  build_with_package tests/install/consumer consumer
+  [[ $(wine64 "$work/consumer/consumer.exe") == "a region of my own, hit; 0x0p+0"* ]] ||
     fail "the consumer, which derives a class, fails with the package"
+  cp -r tests/install/consumer "$work/readme"
+  python3 tests/guide/guide_example.py extract README.md "$work/readme/main.cpp"
+  build_with_package "$work/readme" program
+  python3 tests/guide/guide_example.py run README.md wine64 "$PWD/$work/program/consumer.exe" ||
+    fail "the README's program fails with the package"
   printf 'Created: build/%s.zip, %s bytes\n' "$name" "$(stat -c %s "build/$name.zip")"
+}
+
+# build_with_package SOURCE FOLDER: builds a project with the unpacked package, in the folder `work`.
+build_with_package() {
+  cmake -G Ninja -S "$1" -B "$work/$2" --toolchain "$PWD/cmake/toolchains/windows-x64.cmake" \
+    -DCMAKE_PREFIX_PATH="$PWD/$work/$name" -DCMAKE_EXE_LINKER_FLAGS=-static >/dev/null &&
+    cmake --build "$work/$2" >/dev/null || fail "$1 did not build with the package"
+  cp "$work/$name/bin/zelvan.dll" "$work/$2"
 }

@@ -12,7 +12,6 @@ version = release = re.search(r"^project\(zelvan VERSION ([\d.]+)",
                               (ROOT / "CMakeLists.txt").read_text(encoding="utf-8"), re.M)[1]
 extensions = ["breathe", "myst_parser", "sphinx_copybutton", "names"]
 root_doc = "README"
-exclude_patterns = ["headers"]
 highlight_language = "none"
 myst_heading_anchors = 3
 smartquotes = False
@@ -27,7 +26,6 @@ html_title = f"zelvan {version}"
 html_static_path = [str(ROOT / "docs/site/static")]
 html_css_files = ["site.css"]
 html_js_files = ["site.js"]
-html_search_scorer = str(ROOT / "docs/site/scorer.js")
 html_copy_source = False
 html_show_sphinx = html_show_copyright = False
 html_use_index = False

@@ -47,15 +47,13 @@ def for_site(text, path):
 
 def navigation(readme, families):
     """Returns the table of contents. Pages of no family are in the order of links on the front page."""
-    order = re.findall(r"\]\(([\w/]+)\.md\)|\]\((LICENSE)\)", readme)
-    order = [pathlib.Path(page or other) for page, other in order]
     of_families = [path for family in families for path in family.guides]
-    others = [path.with_suffix("") for path in GUIDE[1:] if path not in of_families]
-    others.sort(key=lambda page: order.index(page) if page in order else len(order))
+    others = [path for path in GUIDE[1:] if path not in of_families]
+    others.sort(key=lambda path: readme.find(f"]({path})") % len(readme))  # not found: last
     groups = {"Families": [f"families/{family.name}" for family in families],
               "The whole library": ["reference/zelvan_c.h", "reference/zelvan.h",
                                     "reference/export.h", "names"],
-              "More": others}
+              "More": [path.with_suffix("") for path in others]}
     return "".join(f"\n```{{toctree}}\n:hidden:\n:caption: {caption}\n\n"
                    + "".join(f"/{name}\n" for name in names) + "```\n"
                    for caption, names in groups.items())
@@ -76,13 +74,14 @@ def complete_furo(static):
 def main(output):
     shutil.rmtree(WORK, ignore_errors=True)
     for path in headers.public_headers():
-        text = read(headers.SOURCE / path)
-        write(PAGES / "headers" / path, text)
         write(PAGES / "source" / f"{path}.rst", pages.source_page(path))
         if path != headers.C_HEADER:
-            write(WORK / "headers" / path, headers.for_doxygen(text))
+            write(WORK / "headers" / path, headers.for_doxygen(read(headers.SOURCE / path)))
     run("doxygen", SITE / "Doxyfile")
     found = headers.read(WORK / "xml")
+    faults = check.all_of(found)
+    if faults:
+        sys.exit("\n".join(faults))
 
     readme = read(pathlib.Path("README.md"))
     families = pages.families(readme)
@@ -90,17 +89,15 @@ def main(output):
         text = for_site(read(path), path)
         if path.stem == "LICENSE":
             text = f"# Licence\n\n{text}"
-        if path.stem == "README" and path.parent == pathlib.Path():
-            text = ("---\nmyst:\n  html_meta:\n    keywords: getting, started, start\n---\n"
-                    + text + navigation(readme, families))
+        if path == GUIDE[0]:
+            text += navigation(readme, families)
         write(PAGES / path.with_suffix(".md"), text)
     shutil.copytree("docs/images", PAGES / "docs/images")
 
     for header in found:
         write(PAGES / "reference" / f"{header.path}.rst", pages.header_page(header))
     for family in families:
-        write(PAGES / "families" / f"{family.name}.rst",
-              pages.family_page(found, family))
+        write(PAGES / "families" / f"{family.name}.rst", pages.family_page(found, family))
     write(PAGES / "names.rst", pages.names_page(found))
     write(PAGES / "reference" / f"{headers.C_HEADER}.rst",
           pages.c_page(found, read(headers.SOURCE / headers.C_HEADER)))
@@ -110,9 +107,6 @@ def main(output):
         WORK / "doctrees", PAGES, output)
     complete_furo(output / "_static")
     shutil.copy(output / "README.html", output / "index.html")
-    faults = check.all_of(found, families, output)
-    if faults:
-        sys.exit("\n".join(faults))
     print(f"{len(list(output.rglob('*.html')))} pages: {output / 'index.html'}")
 
 

@@ -4,13 +4,15 @@ Doxygen knows neither our sections (`// ---- title`) nor that a comment applies 
 up to the next blank line. Both are found here from the lines of the header.
 """
 
+import collections
 import pathlib
 import re
 import xml.etree.ElementTree as ElementTree
 
+Header = collections.namedtuple("Header", "path node members")
 SOURCE = pathlib.Path("src/zelvan")
 C_HEADER = pathlib.Path("zelvan_c.h")
-SECTION = re.compile(r" *// ---- (.*)")
+SECTION = re.compile(r"^ *// ---- (.*)\n((?: *//(?!/).*\n)*)", re.M)  # title and comment
 
 
 def public_headers():
@@ -46,7 +48,7 @@ class Entry:
         self.scope = scope  # the entry of the class
         self.kind = node.get("kind")
         self.members = []
-        self.opens = []     # titles and texts of sections that begin before it
+        self.opens = []     # titles and comments of the sections that begin before it
         place = node.find("location")
         self.line = int(place.get("line"))
         self.end = max(self.line, int(place.get("bodyend") or 0))
@@ -82,32 +84,6 @@ def comment_of(node):
     return node.findall("briefdescription/*") + node.findall("detaileddescription/*")
 
 
-class Header:
-    def __init__(self, path, node, members):
-        self.path = path
-        self.family = path.parent.name
-        self.node = node
-        self.members = members
-
-
-def sections_of(lines):
-    """Yields the sections of a header: line number, title and text."""
-    for number, line in enumerate(lines, 1):
-        title = SECTION.match(line)
-        if title:
-            rest = lines[number:]
-            count = next(i for i, text in enumerate(rest) if not re.match(r" *//(?!/)", text))
-            text = "\n".join(re.sub(r"^ *// ?", "", line) for line in rest[:count])
-            yield number, title[1], text.strip()
-
-
-def attach_sections(entries, sections):
-    for entry in entries:
-        while sections and sections[0][0] < entry.line:
-            entry.opens.append(sections.pop(0)[1:])
-        attach_sections(entry.members, sections)
-
-
 def read(folder):
     """Reads Doxygen's output and returns the headers. If declarations share a comment, moves it in
     Doxygen's files to the last of them, since Breathe shows it below that one."""
@@ -119,9 +95,11 @@ def read(folder):
         if node.get("kind") == "file" and text_of(node.find("compoundname")).endswith(".h"):
             path = pathlib.PurePath(node.find("location").get("file"))
             lines = (SOURCE / path).read_text(encoding="utf-8").splitlines()
-            header = Header(path, node, entries_of(node, compounds, lines))
-            attach_sections(header.members, list(sections_of(lines)))
-            headers.append(header)
+            headers.append(Header(path, node, entries_of(node, compounds, lines)))
+            start = 0
+            for entry in walk(headers[-1:]):
+                entry.opens = SECTION.findall("\n".join(lines[start:entry.line]))
+                start = entry.line
     for path, tree in trees.items():
         tree.write(path, encoding="utf-8", xml_declaration=True)
     return sorted(headers, key=lambda header: header.path)

@@ -1,6 +1,7 @@
 """A Sphinx extension: links names of the library in code to their entries, and shows the alternative
 text of a picture as its caption."""
 
+import collections
 import re
 
 from docutils import nodes
@@ -11,41 +12,32 @@ from sphinx.transforms.post_transforms import SphinxPostTransform
 from sphinx.util.nodes import make_refnode
 
 CALL = re.compile(r"[*&]*((?:\w+::)*~?\w+)(?:\(.*\))?", re.S)
-BLOCK = re.compile(r'<div class="highlight-cpp .*?</pre>', re.S)
+BLOCK = re.compile(r'<div class="highlight-c(?:pp)? .*?</pre>', re.S)
 WORD = re.compile(r'<span class="(?:n|nf|nc)">(\w+)</span>')
 INCLUDE = re.compile(r'<span class="cpf">&lt;zelvan/([\w/]+\.h)&gt;</span>')
 
 
-class Names:
-    """Pages and anchors by name. A name without its class means an operation or a constant if only
-    one has that name, and a field on the page of its record."""
-
-    def __init__(self, env):
-        self.known, self.fields = {}, {}
-        bare = {}
-        objects = [*env.get_domain("cpp").get_objects(), *env.get_domain("c").get_objects()]
+def names_of(app):
+    """Pages and anchors of what has a name. A bare name stands for an operation or a constant if
+    only one is called so, and with a page for a field of a record there."""
+    if not hasattr(app, "zelvan_names"):
+        places, bare = {}, collections.defaultdict(dict)
+        objects = [*app.env.get_domain("cpp").get_objects(),
+                   *app.env.get_domain("c").get_objects()]  # macros
         for name, _, kind, page, anchor, _ in objects:
+            scope, _, last = name.rpartition("::")
             if kind == "functionParam":
                 continue
-            self.known.setdefault(name, (page, anchor))
-            scope, _, last = name.rpartition("::")
+            places.setdefault(name, (page, anchor))
             if scope and kind == "member":
-                self.fields.setdefault((page, last), (page, anchor))
+                places.setdefault((page, last), (page, anchor))
             elif scope:
-                bare.setdefault(last, {})[name] = (page, anchor)
-        for name, places in bare.items():
-            if len(places) == 1:
-                self.known.setdefault(name, *places.values())
-
-    def find(self, text, page):
-        name = CALL.fullmatch(text)
-        return name and (self.known.get(name[1]) or self.fields.get((page, name[1])))
-
-
-def names_of(env):
-    if not hasattr(env.app, "zelvan_names"):
-        env.app.zelvan_names = Names(env)
-    return env.app.zelvan_names
+                bare[last][name] = page, anchor
+        for last, found in bare.items():
+            if len(found) == 1:
+                places.setdefault(last, *found.values())
+        app.zelvan_names = places
+    return app.zelvan_names
 
 
 def parameters(node):
@@ -73,32 +65,33 @@ class LinkCode(SphinxPostTransform):
     default_priority = 300  # after references are resolved
 
     def run(self):
-        page = self.env.docname
+        page, places = self.env.docname, names_of(self.app)
         for literal in list(self.document.findall(nodes.literal)):
             text = literal.astext()
-            place = names_of(self.env).find(text, page)
+            name = CALL.fullmatch(text)
+            place = name and (places.get(name[1]) or places.get((page, name[1])))
             if page == self.config.root_doc and f"families/{text}" in self.env.found_docs:
                 place = f"families/{text}", ""
             if (not place or isinstance(literal.parent, (nodes.reference, nodes.title))
                     or literal.next_node(nodes.reference) or text in parameters(literal)):
                 continue
-            link = make_refnode(self.app.builder, page, *place, literal.deepcopy())
-            literal.replace_self(link)
+            literal.replace_self(
+                make_refnode(self.app.builder, page, *place, literal.deepcopy()))
 
 
 def link_blocks(app, page, _template, context, doctree):
     if doctree is None:
         return
-    names = names_of(app.env)
+    places = names_of(app)
 
     def link(span, place):
-        if not place:
+        if place in (None, (page, "")):
             return span
         target = app.builder.get_relative_uri(page, place[0]) + (f"#{place[1]}" if place[1] else "")
         return f'<a class="name" href="{target}">{span}</a>'
 
     def block(match):
-        text = WORD.sub(lambda word: link(word[0], names.known.get(word[1])), match[0])
+        text = WORD.sub(lambda word: link(word[0], places.get(word[1])), match[0])
         return INCLUDE.sub(lambda file: link(file[0], (f"reference/{file[1]}", "")), text)
 
     context["body"] = BLOCK.sub(block, context["body"])

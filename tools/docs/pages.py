@@ -1,5 +1,6 @@
 """Writes the pages of the reference for Sphinx, in reStructuredText."""
 
+import itertools
 import pathlib
 import re
 import textwrap
@@ -11,7 +12,7 @@ BLOCKS = ("itemizedlist", "orderedlist", "verbatim", "programlisting", "table")
 # | `pick` | regions that say whether a point hits them | [pick regions](docs/pick.md) |
 FAMILY = re.compile(r"^\| `(\w+)` \| (.*?) \| (.*?) \|$", re.M)
 LINK = re.compile(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)")
-FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.S | re.M)
+FENCE = re.compile(r"^```\w+\n(.*?)^```$", re.S | re.M)
 
 
 class Family:
@@ -76,6 +77,10 @@ def link(entry, *names):
                      for name in names or entry.names() or ["constants"])
 
 
+def row(entry, *names):
+    return f"{link(entry, *names)}\n   {first_sentence(headers.comment_of(entry.nodes[-1]))}\n\n"
+
+
 def in_code(names):
     shown = [f"``{name}``" for name in names[:3]] + ["…"] * (len(names) > 3)
     return ", ".join(shown) or "Constants"
@@ -85,24 +90,17 @@ def in_code(names):
 
 def name_list(entries, style="names", with_members=True):
     """Lists the entries, each with the first sentence of its comment."""
-    parts, rows = [], []
-
-    def end_list():
-        if rows:
-            parts.append(f"\n.. rst-class:: {style}\n\n" + "".join(rows))
-            rows.clear()
-
+    parts, is_begun = [], False
     for entry in entries:
-        if entry.opens:
-            end_list()
-            parts += [f"\n**{sentence(title.partition(': ')[0])}**\n" for title, _ in entry.opens]
-        text = first_sentence(headers.comment_of(entry.nodes[-1])) or ".."
-        rows.append(f"{link(entry)}\n   {text}\n\n")
-        members = [member for member in entry.members if not member.is_row()]
-        if members and with_members:
-            end_list()
-            parts.append(name_list(members, "names members"))
-    end_list()
+        for title, _ in entry.opens:
+            parts.append(f"\n**{sentence(title.partition(': ')[0])}**\n")
+            is_begun = False
+        if not is_begun:
+            parts.append(f"\n.. rst-class:: {style}\n\n")
+        parts.append(row(entry))
+        members = [member for member in entry.members if with_members and not member.is_row()]
+        parts.append(name_list(members, "names members"))
+        is_begun = not members
     return "".join(parts)
 
 
@@ -123,6 +121,7 @@ def entry_list(entries, level):
     for entry in entries:
         for title, text in entry.opens:
             title, _, rest = title.partition(": ")
+            text = re.sub(r"^ *// ?", "", text, flags=re.M).strip()
             parts.append(heading(markdown(sentence(title)), level))
             parts += [f"\n{markdown(sentence(rest))}.\n"] if rest else []
             parts.append(f"\n{markdown(text)}\n")
@@ -140,19 +139,17 @@ def names_page(found):
     for entry in headers.walk(found):
         if not (entry.scope and entry.is_row()):
             entries |= {entry.qualified(name): entry for name in entry.names()}
-        entries |= {headers.text_of(value.find("name")): entry for value in entry.values()}
-    parts, letter = [heading("All names", 0)], ""
-    for name in sorted(entries, key=lambda name: (name.lower(), name)):
-        if name[0].upper() != letter:
-            letter = name[0].upper()
-            parts.append(heading(letter, 1) + "\n.. rst-class:: names\n\n")
-        text = first_sentence(headers.comment_of(entries[name].nodes[-1]))
-        parts.append(f"{link(entries[name], name)}\n   {text}\n\n")
+        entries |= {headers.name_of(value): entry for value in entry.values()}
+    parts = [heading("All names", 0)]
+    names = sorted(sorted(entries), key=str.lower)
+    for letter, group in itertools.groupby(names, lambda name: name[0].upper()):
+        parts += [heading(letter, 1), "\n.. rst-class:: names\n\n"]
+        parts += [row(entries[name], name) for name in group]
     return "".join(parts)
 
 
 def c_page(found, text):
-    """Returns the page of the header for C, with the first sentence for each function."""
+    """The header for C as it is, and below each group what its functions do."""
     known = {name: entry for header in found for entry in header.members for name in entry.names()}
     opening = "\n".join(re.findall(r"^/// ?(.*)", text[:text.index("#pragma once")], re.M))
     page = [heading("C interface (zelvan\\_c.h)", 0),
@@ -162,18 +159,11 @@ def c_page(found, text):
     for title, body in re.findall(r"^// ---- ([^\n]*)\n(.*?)(?=^// ---- |\Z)", text, re.M | re.S):
         title = "".join(f":doc:`{escape(part)} </reference/{part}>`" if i % 2 else escape(part)
                         for i, part in enumerate(re.split(r"<zelvan/([\w/.]+)>", title)))
-        page.append(heading(sentence(title), 1))
         body = re.sub(r"^(#.*|})$", "", body, flags=re.M)
-        declarations = re.findall(r"^\S[^;{]*\([^;{]*\);", body, re.M)
-        functions = [one for one in declarations if not one.startswith("typedef")]
-        if not functions:
-            page.append(block("code-block:: c", body.strip()))
-        for function in functions:
-            function = re.sub(r"\s+", " ", function[:-1])
-            name = re.search(r"(\w+)\(", function)[1]
-            comment = headers.comment_of(known[name].nodes[-1])
-            page.append(block(f"c:function:: {function}",
-                              f"{first_sentence(comment)} {link(known[name], name)}"))
+        page += [heading(sentence(title), 1), block("code-block:: c", body.strip())]
+        functions = {known[name].label(): known[name]
+                     for name in re.findall(r"(\w+)\(", body) if name in known}
+        page.append(name_list(functions.values()))
     return "".join(page)
 
 
@@ -185,7 +175,7 @@ def directive(entry, node):
 
 
 def family_page(found, family):
-    own = [header for header in found if header.family == family.name]
+    own = [header for header in found if header.path.parent.name == family.name]
     page = [heading(family.title, 0), f"\n{markdown(family.purpose)}\n", heading("Guide", 1),
             toctree("maxdepth: 2", [f"/{path.with_suffix('')}" for path in family.guides]),
             heading("Reference", 1),
@@ -195,16 +185,15 @@ def family_page(found, family):
                  f"\n{first_sentence(headers.comment_of(header.node))}\n",
                  name_list(header.members, with_members=False)]
     guide = family.guides[0]
-    blocks = FENCE.findall(guide.read_text(encoding="utf-8"))
-    program = next(i for i, (_, code) in enumerate(blocks) if "int main(" in code)
+    program, printed = FENCE.findall(guide.read_text(encoding="utf-8"))[:2]
     page += [heading("A worked example", 1),
              f"\nFrom :doc:`/{guide.with_suffix('')}`:\n",
-             block("code-block:: cpp", blocks[program][1]), "\nIt prints\n",
-             block("code-block:: text", blocks[program + 1][1])]
+             block("code-block:: cpp", program), "\nIt prints\n",
+             block("code-block:: text", printed)]
     return "".join(page)
 
 
 def source_page(path):
     return (":orphan:\n:nosearch:\n" + heading(f"Source of ``{path.name}``", 0)
             + f"\n:doc:`Its page </reference/{path}>`\n"
-            + f"\n.. literalinclude:: /headers/{path}\n   :language: cpp\n")
+            + f"\n.. literalinclude:: /../../../{headers.SOURCE / path}\n   :language: cpp\n")
