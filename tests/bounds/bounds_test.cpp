@@ -57,6 +57,18 @@ Kernel mapping(void (Mtx2D::*map)(int, real_pt_t*, Out*)) {
   };
 }
 
+Results map_rectangles(Inputs& in) {
+  Results results;
+  for (int i = 0; i + 3 < in.n; i += 4) {
+    GuardedArray<real_rect_t> rect(1);
+    std::copy_n(&in.points[i], 4, rect[0].corners);
+    GuardedArray<int_rect_t> box(1);
+    in.matrix.XfmRect(rect.data(), box.data());
+    for (const auto& [x, y] : box[0].corners) results.insert(results.end(), {1.0 * x, 1.0 * y});
+  }
+  return results;
+}
+
 /// Translates elements of `size` bytes, in place and on buffers that overlap.
 template <class Translate, class... Options>
 Kernel translation(int size, Translate translate, Options... options) {
@@ -102,6 +114,7 @@ const NamedKernel kernels[] = {
     {"XfmPts", mapping(&Mtx2D::XfmPts)},
     {"XfmFPts", mapping(&Mtx2D::XfmFPts)},
     {"XfmSPts", mapping(&Mtx2D::XfmSPts)},
+    {"XfmRect", map_rectangles},
     {"SwapBytesBy2", translation(2, tra_swap_bytes, 0x42)},
     {"SwapBytesBy4", translation(4, tra_swap_bytes, 0x94)},
     {"SwapBytesBy8", translation(8, tra_swap_bytes, 0xB8)},

@@ -57,6 +57,11 @@ real_pt_t point(Pair p) { return {p[0], p[1]}; }
 
 }  // namespace
 
+void zelvan::map_rect(Plain, const Mtx2D& m, const real_rect_t& in, int_rect_t* out) {
+  const Box box = box_of_mapped(m, in);
+  write_box(out, round_to_device(box.low), round_to_device(box.high));
+}
+
 void Mtx2D::XfmPt(double x, double y, double* xo, double* yo) {
   const real_pt_t p = mapped(*this, x, y);
   *xo = p.x;
@@ -93,8 +98,7 @@ void Mtx2D::XfmRect(real_rect_t* in, real_rect_t* out) {
 }
 
 void Mtx2D::XfmRect(real_rect_t* in, int_rect_t* out) {
-  const Box box = box_of_mapped(*this, *in);
-  write_box(out, round_to_device(box.low), round_to_device(box.high));
+  zelvan::with_best_form([=, this](auto form) { zelvan::map_rect(form, *this, *in, out); });
 }
 
 void Mtx2D::XfmRect(int_rect_t* in, real_rect_t* out) {

@@ -7,10 +7,11 @@
 
 namespace zelvan {
 
-/// The best entry so far.
+/// The best entry so far. The alignment lets a function return each member in a register of its
+/// own; to pack both into one would take longer than a search step.
 struct Closest {
-  float distance;      ///< sum of the squared differences of its channels
-  unsigned int index;  ///< the entry
+  float distance;                 ///< sum of the squared differences of its channels
+  alignas(8) unsigned int index;  ///< the entry
 };
 
 /// Replaces `best` by the entry if that is closer, or as close and earlier in the map.

@@ -85,10 +85,9 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
 // A bit for each coordinate of 32 points, in the order x, y, x, y, as in `lanes`.
 using LaneSet = std::uint64_t;
 
-// Returns a bit for each point: set if the bit of its x or its y is set.
-inline std::uint32_t of_points(LaneSet lanes) {
-  // Compress the even bits: each step halves the gaps between them.
-  LaneSet bits = (lanes | lanes >> 1) & 0x5555555555555555;
+// Returns the even bits without the gaps between them, which each step halves.
+inline std::uint32_t even_bits(LaneSet lanes) {
+  LaneSet bits = lanes & 0x5555555555555555;
   bits = (bits | bits >> 1) & 0x3333333333333333;
   bits = (bits | bits >> 2) & 0x0f0f0f0f0f0f0f0f;
   bits = (bits | bits >> 4) & 0x00ff00ff00ff00ff;
@@ -270,8 +269,10 @@ ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipB
   // An edge is left out if both ends are outside on the same side, or both are inside.
   const LaneSet apart = (below & below >> 2) | (above & above >> 2);
   const LaneSet reaches_out = not_inside | not_inside >> 2;
+  // The even bits are of points: in x or in y.
+  const LaneSet near = (reaches_out | reaches_out >> 1) & ~(apart | apart >> 1);
   const EdgeSet all = (EdgeSet{1} << (n - 1)) - 1;
-  return of_points(reaches_out >> unused) & ~of_points(apart >> unused) & all;
+  return even_bits(near >> unused) & all;
 }
 
 }  // namespace zelvan

@@ -37,7 +37,7 @@ struct GeneralMapping {
 /// Calls `use` with the mapping for the matrix's type; an unknown type is general. Put loops inside
 /// `use`, so that the type is tested once per call and not once per point.
 template <class Use>
-inline void with_mapping_of(const Mtx2D& m, Use use) {
+[[gnu::always_inline]] inline void with_mapping_of(const Mtx2D& m, const Use& use) {
   switch (m.type) {
     case Mtx2DTypeDiagonal:
       return use(DiagonalMapping(m));

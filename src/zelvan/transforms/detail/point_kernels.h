@@ -1,4 +1,4 @@
-/// The array mappings of `Mtx2D`: a kernel for each kind of result.
+/// The kernels of `Mtx2D`: arrays of points, one for each kind of result, and rectangles.
 #pragma once
 
 #include <zelvan/detail/vector_forms.h>
@@ -46,5 +46,9 @@ template <class Result>
 void map_points(Avx2, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out);
 template <class Result>
 void map_points(Neon, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out);
+
+/// Maps the four corners and writes their box, rounded.
+void map_rect(Plain, const Mtx2D& m, const real_rect_t& in, int_rect_t* out);
+void map_rect(Avx2, const Mtx2D& m, const real_rect_t& in, int_rect_t* out);
 
 }  // namespace zelvan
