@@ -71,7 +71,7 @@ class Session(unittest.TestCase):
                         status, error = 130, ""
                     elif how == "picker killed":
                         os.kill(picker, signal.SIGKILL)
-                        status, error = 1, "session: the picker has gone\n"
+                        status, error = 1, "session: the picker has ended\n"
                     else:
                         session.kill()
                         status, error = -signal.SIGKILL, ""
