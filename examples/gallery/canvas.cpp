@@ -15,7 +15,7 @@ constexpr double no_caption_height = 10.0;
 constexpr double text_inset = 12.0;
 
 void set_colour(cairo_t* context, Colour c) {
-  cairo_set_source_rgba(context, c.red, c.green, c.blue, c.cover);
+  cairo_set_source_rgba(context, c.red, c.green, c.blue, c.opacity);
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ std::optional<Options> read_options(int argc, char** argv) {
   std::string sea_text, fill_text, border_text;
   std::vector<std::string> place_texts, pixel_texts;
 
-  CLI::App app("Draws a map of countries and tells which country lies where.", "mapview");
+  CLI::App app("Draws a map of countries and names the country at a place.", "mapview");
   app.footer(example_call);
   CLI::Option* const data = app.add_option("-d,--data", options.data,
                                            "outlines to draw (default: the world at 1:110 million)")
