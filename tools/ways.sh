@@ -1,12 +1,14 @@
 # ./dev ways, with the functions of dev at hand.
 # shellcheck shell=bash
 
-# Tries the ways in of the README as a stranger would, word for word, with the last commit in a clean
-# Debian root. Each ends with the output of the README's program and an optimised library.
+# Follows the README as a stranger would, word for word, with the last commit in a clean Debian root.
+# Each way to install the library ends with the output of the README's program and an optimised
+# library, and the demo ends with its pictures.
 ways() {
   . tools/clean_root.sh
   need_clean_root git python3
-  local work=$PWD/build/ways way by_hand install compile find add link type
+  local work=$PWD/build/ways way demo by_hand install compile find add link type
+  demo=$(from_readme '^    (\./dev demo) ')
   by_hand=$(from_readme '^  (cmake -B build .*)$')
   install=$(from_readme '`(\./dev install /usr/local)`')
   compile=$(from_readme '`` (c\+\+ app\.cpp .*) ``')
@@ -73,6 +75,10 @@ cmake -B build $type
 cmake --build build
 optimised build/zelvan
 build/app >../said/add_subdirectory
+echo "== the demo"
+cd /try/zelvan
+$demo
+cp -r out ../said/demo
 END
   } >"$work/try/run"
   step "the README's ways in, in a clean root"
@@ -82,12 +88,13 @@ END
       fail "by the README's way '$way' its program prints something else"
     echo "$way: the README's program, with an optimised library"
   done
+  python3 tools/pictures.py "$work/said/demo" || fail "the README's $demo does not draw what it should"
 }
 
-# from_readme PATTERN: what its group matches, in the one line of the README that has it.
+# from_readme PATTERN: prints the group of PATTERN. Exactly one line of the README must match it.
 from_readme() {
   local found
   found=$(perl -ne "print \"\$1\\n\" if m{$1}" README.md)
-  [[ $found && $found != *$'\n'* ]] || fail "README.md has not just one line with $1"
+  [[ $found && $found != *$'\n'* ]] || fail "not exactly one line of README.md matches $1"
   printf '%s\n' "$found"
 }
