@@ -1,10 +1,10 @@
-// Clipping to a view: both operations of the library, beside the polygon clipper of Anti-Grain
-// Geometry, the rectangle clipper of GEOS (each where it is installed), and the loop that a user
-// would write by hand: the method of I. E. Sutherland and G. W. Hodgman, "Reentrant polygon
-// clipping", Communications of the ACM 17 (1974), one side of the rectangle after the other. That
-// one, AGG and GEOS keep no edge flags; AGG and GEOS clip to upright rectangles alone.
+// Clipping to a view: both operations of the library beside three rivals. These are the polygon
+// clipper of Anti-Grain Geometry (AGG) and the rectangle clipper of GEOS, where they are installed,
+// and a plain loop: the method of I. E. Sutherland and G. W. Hodgman, "Reentrant polygon clipping",
+// Communications of the ACM 17 (1974), one side of the rectangle after the other. No rival keeps
+// edge flags; AGG and GEOS clip only to upright rectangles.
 //
-// Then the outlines as open lines, beside the loop for those: the method of M. Cyrus and J. Beck,
+// Then the outlines as open lines, beside a plain loop: the method of M. Cyrus and J. Beck,
 // "Generalized two- and three-dimensional clipping", Computers & Graphics 3 (1978).
 
 #include <zelvan/geometry/clip_polygon_set.h>
@@ -82,7 +82,8 @@ real_rect_t view(double lon, double lat, double width, double degrees) {
   return rect;
 }
 
-// Around the origin, from 2 to 4 away from it at random: a simple ring.
+// Adds a simple ring about `centre`: the distance of each vertex from it is random, from `least` to
+// `most`.
 void add_ring(Set& set, real_pt_t centre, int n, double least, double most) {
   static std::mt19937_64 engine(1);
   for (int i = 0; i < n; ++i) {
@@ -99,7 +100,7 @@ Set rings(int count, int n, real_pt_t centre, double least, double most) {
   return set;
 }
 
-// Stands in the view and reaches out of its top with each tooth.
+// Returns a comb whose back is in the view and whose teeth cross its top.
 Set comb(int teeth) {
   Set set;
   set.points = {{-3.9, -1.0}, {3.9, -1.0}};
@@ -144,7 +145,7 @@ const std::vector<Row>& rows() {
   return all;
 }
 
-// The areas of all polygons together, each taken as positive.
+// Returns the sum of the areas of all polygons, each taken as positive.
 double area(const Set& set) {
   double sum = 0.0, ring = 0.0;
   std::size_t first = 0;
@@ -160,8 +161,8 @@ double area(const Set& set) {
   return sum;
 }
 
-// Each contestant is made once for a row, clips as often as it is told, and then knows the area
-// of what it has kept.
+// The contestants. One is constructed for each row. It clips as often as it is called, and then
+// returns the area of its last result.
 
 template <void (*clip)(drw_pset_t*, drw_pset_t*, real_rect_t*), std::size_t per_vertex,
           std::size_t per_polygon>
@@ -191,7 +192,7 @@ struct ByLibrary {
 using RingByRing = ByLibrary<ClipPolygonSet, 5, 4>;
 using ToView = ByLibrary<ClipPolygonSetToView, 4, 4>;
 
-// Keeps what lies left of the line from a to b.
+// Keeps the part to the left of the line from a to b.
 void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
                std::vector<real_pt_t>& out) {
   out.clear();
@@ -213,7 +214,7 @@ void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
   }
 }
 
-// Strictly beyond a side of the frame, which is upright.
+// Returns true if the box lies strictly beyond a side of the frame, which is upright.
 bool is_apart(const real_pt_t& low, const real_pt_t& high, const real_rect_t& frame) {
   const real_pt_t from = frame.corners[0], to = frame.corners[2];
   return high.x < from.x || low.x > to.x || high.y < from.y || low.y > to.y;
@@ -258,7 +259,7 @@ using BoxFirst = ByHand<true>;
 bool is_upright(const real_rect_t& frame) { return frame.corners[0].y == frame.corners[1].y; }
 
 #ifdef ZELVAN_BENCH_AGG
-// Its generator of clipped vertices itself, without the adaptors that usually stand around it.
+// Calls AGG's generator of clipped vertices directly, without its usual adaptors.
 struct Agg {
   explicit Agg(const Row& row) : in(row.set) {
     const real_pt_t low = row.frame.corners[0], high = row.frame.corners[2];

@@ -1,7 +1,7 @@
-// Searches for the closest of 16, 256 and 4096 pens, beside the integer loop that a user would
-// write by hand (every search is for another colour, and of so many that neither the library nor
-// the processor remembers an answer); a whole
-// translation of pens, beside a k-d tree; names and channels, beside gperf and a hash map.
+// Searches for the closest of 16, 256 and 4096 pens, beside the plain integer loop. There are so
+// many different colours that neither the cache of the library nor the branch predictor can
+// remember them. Then a translation of all pens of a map, beside a k-d tree; and names and
+// channels, beside gperf and a hash map.
 
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_xfm.h>
@@ -96,7 +96,7 @@ struct Pens {
   }
 };
 
-// It doesn't say which of several closest pens it finds.
+// Of several equally close pens, it may find any.
 void by_tree(const ColorMap& source, const ColorMap& target, std::vector<unsigned>* table) {
   using namespace nanoflann;
   const Pens pens{&target};

@@ -17,7 +17,7 @@ namespace {
 
 utl_conic_t ellipse = {0.25, 0.1, 1.0, -1.0, 0.5, -4.0, {4.0, 1.0}, {-2.0, 1.0}, 0};
 
-// What a user would write who has the standard form: a loop over angles.
+// The plain loop of a user who has the standard form: a loop over angles.
 template <class Visit>
 void each_sample(Visit visit) {
   utl_ellipse_t form;
@@ -56,7 +56,7 @@ void extent_by_hand(real_pt_t* max, real_pt_t* min) {
 
 real_pt_t point = {3.0, -7.0};
 
-/// The first of the nearest points, which is what the distance is made for.
+/// Returns the first of the nearest points: the use for which the distance is made.
 template <class Distance>
 const real_pt_t* nearest_of(std::vector<real_pt_t>& all, Distance distance) {
   const real_pt_t* found = nullptr;
@@ -75,8 +75,8 @@ double by_max_and_min(const real_pt_t& p) {
   return 0.96 * std::max(dx, dy) + 0.398 * std::min(dx, dy);
 }
 
-// Asked for again and again, a thousand answers are learned by the processor: then a branch costs
-// nothing. Of a hundred thousand it learns none.
+// With a thousand points, queried again and again, the branch predictor learns all outcomes, and a
+// branch costs nothing. With a hundred thousand points it learns none.
 void nearest_point(int n) {
   const auto points = std::make_shared<std::vector<real_pt_t>>();
   std::mt19937_64 random(1);

@@ -2,8 +2,8 @@
 ///
 ///     contest("swap 4 bytes, in cache", same_results, {{"zelvan", ours}, {"plain loop", theirs}});
 ///
-/// The contestants take turns in the run (see ./dev bench), so that a machine that slows down
-/// slows all of them down. Before the clock starts they have to agree.
+/// The contestants run interleaved (see ./dev bench), so that a machine that slows down affects all
+/// of them. Before anything is timed, their results must agree.
 #pragma once
 
 #include <functional>
@@ -17,8 +17,9 @@ namespace bench {
 
 using Work = std::function<void()>;
 
-/// Registers each contestant as "row/name". One call of its work is one iteration, best of a
-/// microsecond or more; `items` are the operations in it. With a false `agree()` nothing is timed.
+/// Registers each contestant as "row/name". One call of its work is one iteration, which should
+/// take a microsecond or more; `items` is the number of operations in it. If `agree()` returns
+/// false, nothing is timed and the row reports an error.
 inline void contest(const std::string& row, std::function<bool()> agree,
                     std::initializer_list<std::pair<const char*, Work>> contestants,
                     long items = 1) {
@@ -35,7 +36,8 @@ inline void contest(const std::string& row, std::function<bool()> agree,
   }
 }
 
-/// What registers a file's rows before `main` runs.
+/// Registers benchmarks before `main` runs: its constructor calls `add`, which registers them. Each
+/// source of benchmarks defines one `Rows` as a global object.
 struct Rows {
   explicit Rows(void (*add)()) { add(); }
 };

@@ -1,5 +1,6 @@
-// Bytes, bits, numbers and characters of other machines, beside the plain loops that a user would
-// write, and for single IBM numbers beside segyio where it is installed. In and out of the cache.
+// Bytes, bits, numbers and characters of other machines, inside and outside the cache, beside the
+// plain loops that a user would write. IBM numbers of single precision also beside segyio, where it
+// is installed.
 
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>
@@ -52,7 +53,7 @@ void store_big_endian(T value, unsigned char* p) {
   std::memcpy(p, &value, sizeof value);
 }
 
-// As it is often written: by value, and only for normal numbers.
+// The usual hand-written form: computes by value, and handles only normal numbers.
 void ibm_singles_by_hand(const Bytes& in, Bytes& out) {
   for (std::size_t i = 0; i < in.size(); i += 4) {
     const auto word = big_endian<std::uint32_t>(&in[i]);
@@ -91,7 +92,7 @@ void ieee_by_hand(const Bytes& in, Bytes& out) {
   }
 }
 
-/// Normal numbers in the range of both formats: what the loops by hand can do.
+/// Returns normal numbers in the range of both formats, the only ones that the plain loops convert.
 template <class T>
 Bytes ieee_numbers(std::size_t n) {
   std::mt19937_64 random(1);
@@ -132,7 +133,7 @@ void floats(const char* kind) {
       {{"zelvan", from_ibm}, {"plain loop", ibm_hand}}, n);
 #ifdef ZELVAN_HAS_SEGYIO
   if (sizeof(T) == 8) return;
-  // It works in place and gives this machine's byte order; so does this, to be fair.
+  // segyio works in place and produces this machine's byte order, so our side does the same work.
   const auto segyio = [ibm] {
     ibm->other = ibm->in;
     segy_to_native(1, n, reinterpret_cast<char*>(ibm->other.data()));

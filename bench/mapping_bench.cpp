@@ -1,5 +1,5 @@
-// Points mapped per second: each array operation, each mapping path, in and out of the cache,
-// beside the loop that a user would write by hand.
+// Points mapped per second: each array operation on each mapping path, inside and outside the
+// cache, beside the loop that a user would write.
 
 #include <zelvan/transforms/mtx2d.h>
 
@@ -82,8 +82,8 @@ void short_by_library(Mtx2D& m, int n, real_pt_t* in, short_pt_t* out) { m.XfmSP
 template <class Out>
 using Map = void (*)(Mtx2D& m, int n, real_pt_t* in, Out* out);
 
-// `map` is timed; `judge` must give the same results first, up to the sign of a zero, which
-// the terms that the type leaves out can change.
+// Times `map`, after it has produced the same results as `judge`. The sign of a zero may differ,
+// since the fast paths leave out terms.
 template <class Out>
 void map_points(benchmark::State& state, Map<Out> map, Map<Out> judge) {
   Mtx2D m = matrix_of_type(static_cast<int>(state.range(0)));
@@ -160,7 +160,7 @@ BENCHMARK_CAPTURE(map_polygon_set, zelvan, set_by_library)->Apply(types_and_size
 BENCHMARK_CAPTURE(map_polygon_set, zelvan by polygon, polygons_by_library)->Apply(types_and_sizes);
 BENCHMARK_CAPTURE(map_polygon_set, plain loop that keeps all, set_by_hand)->Apply(types_and_sizes);
 
-// ---- one at a time, where a call costs about as much as the work
+// ---- one at a time: here the call costs about as much as the work
 
 void single() {
   static Mtx2D m = matrix_of_type(Mtx2DTypeGeneral);

@@ -1,6 +1,7 @@
 // Blocks of a list: released and allocated again among a thousand live ones, a list filled and
-// deleted, many blocks cleared, with parents and without. Nothing else takes blocks back from their
-// owners, so malloc and free beside them show what the bookkeeping costs.
+// deleted, many blocks cleared, with parents and without. No public library can take blocks back
+// from their owners, so the rival is malloc and free: the difference is the cost of the
+// bookkeeping.
 
 #include <zelvan/mem/mem.h>
 
@@ -18,7 +19,7 @@ constexpr int size = 64;
 
 unsigned short give_up(MemException*) { return 0; }
 
-/// A list and the owners' pointers, all blocks live.
+/// A list whose blocks are all live, and the owners' pointers.
 struct World {
   explicit World(int n) : owners(static_cast<std::size_t>(n)) {
     pool = MemPoolNew(0);
@@ -44,7 +45,7 @@ void replace(int n) {
   world->fill();
   const auto plain = std::make_shared<std::vector<void*>>(static_cast<std::size_t>(n));
   for (void*& owner : *plain) owner = std::malloc(size);
-  // A stride that comes by every block, in no order.
+  // A stride that visits every block, out of order.
   const auto ours = [world, i = std::size_t{0}]() mutable {
     for (int k = 0; k < 100; ++k) {
       i = (i + 617) % world->owners.size();
@@ -79,8 +80,8 @@ void fill_and_delete(int n) {
 
 // ---- clearing
 
-/// Blocks to clear, made at once: `MemAllocate` would walk the table for each. With parents, of
-/// every three the first holds the pointers to the others.
+/// Fills the table directly, since `MemAllocate` would scan it for each block. With parents, the
+/// first of every three blocks holds the pointers to the other two.
 std::vector<void*> fill_at_once(MemList* list, int n, bool with_parents) {
   std::free(list->entries);
   list->n_entries = (n + 15) / 16 * 16;
@@ -105,7 +106,7 @@ std::vector<void*> fill_at_once(MemList* list, int n, bool with_parents) {
   return owners;
 }
 
-/// Times `part()`, which gives the seconds that count.
+/// Adds a row whose time is the seconds that `part()` returns.
 template <class Part>
 void add_timed(const std::string& name, int n, Part part) {
   const auto run = [n, part](benchmark::State& state) {
@@ -117,7 +118,7 @@ void add_timed(const std::string& name, int n, Part part) {
 
 template <class Work>
 double seconds_of(Work work) {
-  const std::clock_t start = std::clock();  // of the processor, as in the other rows
+  const std::clock_t start = std::clock();  // processor time, as in the other rows
   work();
   return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }

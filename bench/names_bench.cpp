@@ -1,5 +1,5 @@
-// Looking names up in keyword tables and name lists, beside the loop with strcasecmp that a user
-// would write; adding and deleting them; finding a value by its key, beside strstr.
+// Looking up names in keyword tables and name lists, and adding and deleting them, beside the loop
+// with strcasecmp that a user would write. Finding a value by its key, beside strstr.
 
 #include <zelvan/var/name_list.h>
 #include <zelvan/var/name_table.h>
@@ -27,7 +27,7 @@ std::vector<std::string> names(int n) {
 
 struct Table {
   explicit Table(int n) : text(names(n)) {
-    VarNameInfo** tail = &list;  // to add 100 000 by VarAddNameInfo takes a quarter of a minute
+    VarNameInfo** tail = &list;  // linked by hand: 100 000 calls of VarAddNameInfo take 15 seconds
     for (const std::string& name : text) {
       rows.push_back({name.c_str(), static_cast<short>(rows.size())});
       *tail = new VarNameInfo{nullptr, strdup(name.c_str()), &rows};
@@ -65,7 +65,7 @@ VarNameInfo* node_by_hand(const Table& table, const char* name) {
 template <class Look>
 void look_up_some(const Table& table, Look look) {
   const char* at = table.asked.c_str();
-  const std::size_t step = table.text.size() / 10;  // ten of them, spread over the table
+  const std::size_t step = table.text.size() / 10;  // ten names, spread over the table
   for (std::size_t i = 0; i < table.text.size(); ++i, at += std::strlen(at) + 1) {
     if (i % step == step / 2) benchmark::DoNotOptimize(look(table, at));
   }
@@ -73,7 +73,7 @@ void look_up_some(const Table& table, Look look) {
 
 void look_up(int n) {
   const auto table = std::make_shared<const Table>(n);
-  // Found once and kept, so that the walk over the asked names is not in the time.
+  // Collected in advance, so that the walk over all names is not timed.
   std::vector<const char*> asked;
   look_up_some(*table, [&](const Table&, const char* name) { return asked.push_back(name), 0; });
   const auto all = [table, asked](auto look) {
@@ -104,7 +104,7 @@ void look_up(int n) {
                  {{"zelvan", all(in_list)}, {"strcasecmp loop", all(node_by_hand)}}, items);
 }
 
-// Keywords as a file format has them: most differ in their first letters.
+// The keywords of a file format: most differ in their first letters.
 void look_up_keyword() {
   static const VarNameValue keywords[] = {
       {"solid", 0},   {"dashed", 1}, {"dotted", 2}, {"centre", 3}, {"phantom", 4}, {"hidden", 5},
@@ -167,7 +167,7 @@ void search() {
   const auto ours = [](const char* key, const char** value) {
     return utl_searchValueForKey(line.c_str(), key, value);
   };
-  // Case counts here, and a key may be found inside a value: it has less to do.
+  // The rival does less: it is case-sensitive, and may find the key inside a value.
   const auto by_hand = [](const char* key, const char** value) -> std::intptr_t {
     const std::string wanted = std::string(key) + ':';
     const char* const found = std::strstr(line.c_str(), wanted.c_str());

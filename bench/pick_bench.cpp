@@ -1,6 +1,6 @@
-// Pick tests per second on rings of 8 to 100 000 vertices, beside the even-odd loop that most
-// programs carry. Then the index of a ring and of the countries of the world, beside the regions
-// alone and the index that GEOS keeps for its prepared polygons, where that is installed.
+// Pick tests per second on rings of 8 to 100 000 vertices, beside the usual even-odd loop. Then the
+// index of a ring and of the countries of the world, beside regions without an index and, where it
+// is installed, the prepared polygons of GEOS.
 
 #include <zelvan/pick/pick_index.h>
 #include <zelvan/pick/polygon.h>
@@ -47,7 +47,8 @@ std::vector<DblPt> coast(int n) {
   return ring;
 }
 
-// So many that no processor learns the answers, though fewer of a ring that takes long.
+// Returns so many points that no branch predictor learns the outcomes; fewer for large rings, which
+// take long.
 std::vector<DblPt> questions(long vertices) {
   std::mt19937_64 engine(3);
   std::uniform_real_distribution<double> place(-1.5, 1.5);
@@ -56,7 +57,7 @@ std::vector<DblPt> questions(long vertices) {
   return points;
 }
 
-// The crossing count of the ray to the right, by division, as it stands in countless programs.
+// The usual even-odd loop: counts crossings of the ray to the right, with a division for each.
 bool even_odd(const std::vector<DblPt>& ring, double x, double y) {
   bool inside = false;
   for (std::size_t i = 0, j = ring.size() - 1; i < ring.size(); j = i++) {
@@ -113,7 +114,7 @@ std::vector<DblPt> star(int n) {
   return ring;
 }
 
-// Teeth that point up, and a back below them.
+// Returns a comb: teeth that point up, and a back below them.
 std::vector<DblPt> comb(int n) {
   std::vector<DblPt> ring = {{-1.2, -1.0}, {1.2, -1.0}};
   for (int i = 2; i < n; ++i) ring.emplace_back(1.2 - 2.4 * (i - 2) / (n - 3), i % 2 ? 1.0 : -0.8);
@@ -123,7 +124,7 @@ std::vector<DblPt> comb(int n) {
 std::vector<DblPt> random_places(double width, double height) {
   std::mt19937_64 engine(3);
   std::uniform_real_distribution<double> x(-width, width), y(-height, height);
-  std::vector<DblPt> places(1 << 16);  // so many that no processor learns the answers
+  std::vector<DblPt> places(1 << 16);  // so many that no branch predictor learns the outcomes
   for (DblPt& p : places) p.set(x(engine), y(engine));
   return places;
 }
@@ -139,7 +140,7 @@ bench::Work asking(const std::vector<DblPt>& places, Ask ask) {
   };
 }
 
-// True if both agree about the first places, fewer of a ring that takes long.
+// Returns true if both agree about the first places; tests fewer for large rings, which take long.
 template <class Ask, class OtherAsk>
 bool agree(const std::vector<DblPt>& places, std::size_t vertices, Ask ask, OtherAsk other) {
   const auto n = static_cast<std::ptrdiff_t>(std::min(places.size(), (1 << 24) / vertices));
@@ -159,7 +160,7 @@ std::unique_ptr<geos::geom::Polygon> geos_polygon(const CPolygon& ring) {
 
 struct GeosRing {
   explicit GeosRing(const CPolygon& ring) : polygon(geos_polygon(ring)), locator(*polygon) {
-    holds({0.0, 0.0});  // it makes its index when first asked
+    holds({0.0, 0.0});  // GEOS builds its index at the first query
   }
   bool holds(const DblPt& p) {
     const geos::geom::Coordinate place(p.x, p.y);
@@ -177,7 +178,7 @@ void add_ring(const std::string& shape, std::vector<DblPt> points) {
   const auto index = std::make_shared<CPickIndex>(*polygon);
   const auto by_index = [index](const DblPt& p) { return index->isInside(p); };
   const auto by_polygon = [polygon](const DblPt& p) {
-    return polygon->CPolygon::isInside(p.x, p.y, 0.0);  // the shortest way to it
+    return polygon->CPolygon::isInside(p.x, p.y, 0.0);  // no virtual dispatch
   };
   const std::string row = "prepared " + shape + " of " + std::to_string(n);
   const auto same = [=] { return agree(places, n, by_index, by_polygon); };
@@ -191,7 +192,7 @@ void add_ring(const std::string& shape, std::vector<DblPt> points) {
 #endif
 }
 
-// The making of an index, and with GEOS of what it keeps.
+// Times the building of an index, beside the preparation of a GEOS polygon.
 void add_making(std::vector<DblPt> points) {
   const auto n = static_cast<unsigned int>(points.size());
   const auto polygon = std::make_shared<CPolygon>(n, points.data());
@@ -241,7 +242,7 @@ void find_by_polygons(const std::vector<CPolygon>& polygons, const DblPt& p, Num
 }
 
 #ifdef ZELVAN_BENCH_GEOS
-// A tree over the boxes of the prepared polygons, as its manual advises.
+// A GEOS tree over the boxes of its prepared polygons, as its manual recommends.
 struct GeosWorld {
   explicit GeosWorld(const std::vector<CPolygon>& polygons) : tree(polygons.size()) {
     for (const CPolygon& polygon : polygons) {
@@ -261,7 +262,7 @@ struct GeosWorld {
 };
 #endif
 
-// Calls `find(p, found)` for place after place; `find` is a contestant's.
+// Calls the contestant's `find(p, found)` for one place after the other.
 template <class Find>
 bench::Work finding(const std::vector<DblPt>& places, Find find) {
   return asking(places, [find, found = Numbers()](const DblPt& p) mutable {

@@ -1,9 +1,9 @@
 // Messages between two processes: round trips and bytes per second through a session, beside two
 // processes that use bare TCP sockets on the loopback.
 //
-// The far end is a forked process that sends back what it gets. A session's texts are answered
-// before the next one goes out, since that is how they keep their boundaries; the bare pair does
-// the same and so pays for the same trips.
+// The far end is a forked process that sends back what it receives. A session keeps the boundaries
+// of texts only if each is answered before the next is sent. The bare sockets do the same, so both
+// make the same number of round trips.
 
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/messages.h>
@@ -29,7 +29,7 @@ char localhost[] = "localhost";
 class SessionPair {
  public:
   SessionPair() {
-    char module[] = "/bin/sh";  // a local secondary has to exist; the fork below stands for it
+    char module[] = "/bin/sh";  // must exist, but is not started: the fork below is the secondary
     char* local_host = nullptr;
     int data = 0, status = 0, is_local = 0;
     if (wipc_open_connection(localhost, module, &local_host, &data, &status, &is_local) == 0) {
@@ -67,7 +67,7 @@ class SessionPair {
   char buffer_[WIPC_MAX_MESSAGE + 2];
 };
 
-// The same with send and recv alone.
+// A pair of processes that echoes through bare sockets, with send and recv.
 class BarePair {
  public:
   BarePair() {
@@ -129,7 +129,7 @@ void round_trips(benchmark::State& state) {
   state.SetBytesProcessed(2 * state.range(0) * state.iterations());
 }
 
-// 3998 bytes are the most after which a reader needn't wait for more.
+// 3998 bytes are the longest text after which a reader needn't wait for more.
 BENCHMARK_TEMPLATE(round_trips, SessionPair)
     ->Name("round_trip/zelvan")
     ->ArgName("bytes")

@@ -4,9 +4,10 @@
 --plot=FILE draws how times grow with size (needs gnuplot and all programs); other options go to
 the benchmarks.
 
-A benchmark named row/contestant or row/contestant/arguments is a contestant of that row. All take
-turns in one run, those of the library named zelvan or zelvan and which form; each figure is the least of several repetitions, the one that others on the
-machine disturbed least. The ratio is the rival's time by ours: above 1 the library is ahead.
+A benchmark named row/contestant or row/contestant/arguments is a contestant of that row. The
+library's contestants are named zelvan, or zelvan and a form. All run interleaved. Each figure is the
+least of several repetitions, which is the one that other load on the machine disturbed least. The
+ratio is the rival's time divided by ours: above 1 the library is faster.
 """
 import collections
 import json
@@ -22,8 +23,8 @@ OPTIONS = ["--benchmark_format=json", "--benchmark_repetitions=5", "--benchmark_
 def measure(program, options):
     run = subprocess.run([program, *OPTIONS, *options], stdout=subprocess.PIPE, text=True)
     if run.returncode != 0 or not run.stdout.strip():
-        sys.exit(f"{program} did not run to its end")
-    rows = collections.defaultdict(dict)  # row -> contestant -> nanoseconds an operation
+        sys.exit(f"{program} failed")
+    rows = collections.defaultdict(dict)  # row -> contestant -> nanoseconds per operation
     for result in json.loads(run.stdout)["benchmarks"]:
         if result.get("error_occurred"):
             sys.exit(f"{result['name']}: {result['error_message']}")
@@ -58,7 +59,7 @@ def main():
             all_rows[row] = contestants
             ours = [name for name in contestants if name.startswith(OURS)]
             if not ours:
-                sys.exit(f"{row}: no contestant is named {OURS}")
+                sys.exit(f"{row}: no contestant has a name that begins with {OURS}")
             rivals = [name for name in contestants if name not in ours]
             for name in ours:
                 work = row + name.removeprefix(OURS)
@@ -73,7 +74,7 @@ def main():
         draw_growth(all_rows, plot)
 
 
-# What is drawn: a line for each kind of work, its rows, whose size is the number that they name.
+# The curves of the plot: a title, and a pattern of the rows on it, whose number is the size.
 GROWTH = [("closest of so many colours", r"closest pen pens:(\d+)$"),
           ("name among so many, keyword table", r"keyword table: look up one of (\d+) names$"),
           ("point in a ring of so many vertices", r"pick vertices:(\d+)$"),
@@ -82,7 +83,7 @@ GROWTH = [("closest of so many colours", r"closest pen pens:(\d+)$"),
 
 
 def draw_growth(rows, path):
-    """An SVG of how the time of one operation grows with the size that it works on."""
+    """Draws an SVG of the time per operation by size."""
     script = [f"set terminal svg size 760,460 font 'sans,12' background rgb 'white'",
               f"set output '{path}'", "set logscale xy", "set key top left", "set grid",
               "set xlabel 'size'", "set ylabel 'nanoseconds an operation'"]
@@ -93,7 +94,7 @@ def draw_growth(rows, path):
             match = re.match(pattern, row.replace("a million", "1000000"))
             if match:
                 size = int(match[1].replace(" ", ""))
-                scale = size if title.startswith("ring") else 1  # measured by vertex
+                scale = size if title.startswith("ring") else 1  # measured per vertex
                 points.append((size, contestants[OURS] * scale))
         data = "\n".join(f"{size} {time}" for size, time in sorted(points))
         blocks.append(f"$data{len(blocks)} << EOD\n{data}\nEOD")

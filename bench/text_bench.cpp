@@ -1,4 +1,4 @@
-// Fields of a line beside from_chars and memchr, tokens beside strtok_r and a loop by hand.
+// Fields of a line, beside from_chars and memchr; tokens, beside strtok_r and a plain loop.
 
 #include <zelvan/text/str_field.h>
 #include <zelvan/text/tokenize.h>
@@ -36,7 +36,7 @@ double sum_by_library(std::string& line) {
   return sum;
 }
 
-// Words, strings in double quotes and numbers, with no escapes and no copies of the text.
+// The rival: reads words, quoted strings and numbers, without escapes and without copying the text.
 double sum_by_hand(const std::string& line) {
   double sum = 0.0;
   const char* at = line.data();
@@ -48,11 +48,11 @@ double sum_by_hand(const std::string& line) {
     if (stop == '"') ++at;
     const auto left = static_cast<std::size_t>(end - at);
     const void* found = std::memchr(at, stop, left);
-    const char* const behind = found != nullptr ? static_cast<const char*>(found) : end;
+    const char* const after = found != nullptr ? static_cast<const char*>(found) : end;
     double value = 0.0;
-    if (stop == ' ' && std::from_chars(at, behind, value).ptr == behind) sum += value;
-    sum += static_cast<double>(behind - at);
-    at = behind + (stop == '"');
+    if (stop == ' ' && std::from_chars(at, after, value).ptr == after) sum += value;
+    sum += static_cast<double>(after - at);
+    at = after + (stop == '"');
   }
 }
 
@@ -87,7 +87,7 @@ std::vector<std::string> by_strtok(const std::string& text) {
 
 using Wide = zelvan::wide_string;
 
-// No trimming and no numbers kept whole: it has less to do.
+// The rival does less: it neither trims tokens nor keeps numbers whole.
 std::vector<Wide> wide_by_hand(const Wide& text, const Wide& delimiters) {
   std::vector<Wide> tokens;
   std::size_t start = text.find_first_not_of(delimiters);

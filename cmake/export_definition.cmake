@@ -1,7 +1,7 @@
 # cmake -D NM=... -D OBJECTS=... -D NAMES=... -D RESULT=... -P export_definition.cmake
 #
-# Writes the definition file of a DLL: of all symbols in the object files, which OBJECTS lists, those
-# that NAMES gives in their readable form. The linker has no patterns for such names on Windows.
+# Writes the module-definition file of a DLL. It has those symbols of the object files in OBJECTS
+# whose demangled names are in NAMES. On Windows the linker can't match demangled names itself.
 cmake_minimum_required(VERSION 3.25)
 file(STRINGS ${NAMES} exported REGEX "^[^#]")
 foreach(form "no-demangle" "demangle")
@@ -17,7 +17,8 @@ foreach(symbol readable IN ZIP_LISTS no-demangle demangle)
     list(APPEND exports "${CMAKE_MATCH_1}<${CMAKE_MATCH_2}>")
   endif()
 endforeach()
-# What stands in several object files is one symbol. All but functions are marked as data.
+# A symbol may be in several object files; it is listed once. All symbols but functions are marked
+# DATA.
 list(REMOVE_DUPLICATES exports)
 list(TRANSFORM exports REPLACE "<T>" "")
 list(TRANSFORM exports REPLACE "<[A-Z]>" " DATA")

@@ -1,5 +1,4 @@
-/// What the fuzz targets share: a reader of the bytes that they are given, and a check that stops
-/// the program.
+/// Shared by the fuzz targets: a reader of the input, and a check that stops the program.
 #pragma once
 
 #include <algorithm>
@@ -13,14 +12,14 @@
 
 namespace fuzz {
 
-/// Stops the program where something that always holds doesn't, and says where that is.
+/// Stops the program if a condition does not hold, and prints the file and line of the call.
 inline void require(bool holds, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
   if (holds) return;
   std::fprintf(stderr, "%s:%d: does not hold\n", file, line);
   std::abort();
 }
 
-/// Reads the bytes from the first to the last, and zeros after the last.
+/// Reads the input from its first byte to its last, then zeros.
 class Bytes {
  public:
   Bytes(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
@@ -33,10 +32,10 @@ class Bytes {
     return *data_++;
   }
 
-  /// From 0 to `count` - 1.
+  /// Returns a number from 0 to `count` - 1.
   int below(int count) { return byte() % count; }
 
-  /// A value of any bits.
+  /// Returns a value of any bits.
   template <class T>
   T any() {
     std::uint8_t raw[sizeof(T)];
@@ -46,13 +45,13 @@ class Bytes {
     return value;
   }
 
-  /// A multiple of a sixteenth, small: such numbers meet one another all the time.
+  /// Returns a small multiple of 1/16. Such numbers often coincide.
   double small() { return static_cast<std::int8_t>(byte()) / 16.0; }
 
-  /// A small number, or one of any bits.
+  /// Returns a small number, or one of any bits.
   double number() { return below(4) == 0 ? any<double>() : small(); }
 
-  /// As many bytes as there are, up to `most`.
+  /// Returns the remaining bytes, up to `most`.
   std::string text(std::size_t most) {
     const std::size_t n = std::min(most, left_);
     std::string taken(reinterpret_cast<const char*>(data_), n);
@@ -66,8 +65,8 @@ class Bytes {
   std::size_t left_;
 };
 
-/// A text in a block of just its size, terminator included, so that the address sanitizer sees a
-/// byte too many. It ends at the first NUL of `text`.
+/// A text in a block of exactly its size, including the terminator, so that the address sanitizer
+/// detects a byte too many. It ends at the first NUL of `text`.
 class ExactText {
  public:
   explicit ExactText(const std::string& text)

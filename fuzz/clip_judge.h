@@ -1,4 +1,4 @@
-/// Judges what clipping to a view gives by nothing but what was asked for.
+/// Checks the results of clipping to a view, independently of the library's method.
 #pragma once
 
 #include <zelvan/transforms/records.h>
@@ -45,8 +45,9 @@ class ClipJudge {
     }
   }
 
-  /// The windings about each place, so that both fill rules agree; the length that is visible; each
-  /// vertex one of the outline or on the border, where no edge is visible.
+  /// Returns true if three things hold: the winding number about each place is kept, so both fill
+  /// rules agree; the length of visible edges is right; and each vertex is one of the outline or on
+  /// the border, along which no edge is visible.
   bool approves(const PolygonSet& in, const PolygonSet& out,
                 const std::vector<real_pt_t>& places) const {
     bool is_right = true;
@@ -69,13 +70,13 @@ class ClipJudge {
   }
 
  private:
-  /// How far inside a side a point lies.
+  /// Returns how far inside a side a point lies.
   double depth(int k, real_pt_t p) const { return area(c_[k], c_[(k + 1) % 4], p) * scale_[k]; }
   double depth(real_pt_t p) const {
     return std::min({depth(0, p), depth(1, p), depth(2, p), depth(3, p)});
   }
 
-  /// What of an edge is inside and not along the border.
+  /// Returns the length of the part of an edge that is inside and not along the border.
   double length_inside(real_pt_t a, real_pt_t b) const {
     double from = 0, to = 1;
     for (int k = 0; k < 4; ++k) {

@@ -1,7 +1,7 @@
-// Clips what the bytes say: a rectangle and a polygon set, in small whole numbers that fall
-// onto each other all the time, or in doubles of any bits. The arrays hold just the stated
-// bound, so a vertex too many is seen by the address sanitizer, and a walk without end by the
-// fuzzer's time limit.
+// Clips a polygon set to a rectangle; both are read from the input, either as small whole numbers,
+// which often coincide, or as doubles of any bits. The output arrays have exactly the room that the
+// header states, so the address sanitizer detects a vertex too many. The fuzzer's time limit
+// detects an endless walk.
 
 #include <zelvan/geometry/clip_polygon_set.h>
 

@@ -1,6 +1,6 @@
-// Clips an open line to a view, and checks both beforehand: in small whole numbers that fall onto
-// each other all the time, or in doubles of any bits. The arrays hold just the stated room, so a
-// point too many is seen by the address sanitizer.
+// Clips an open line to a view, after a check of both. The coordinates are small whole numbers,
+// which often coincide, or doubles of any bits. The output arrays have exactly the room that the
+// header states, so the address sanitizer detects a point too many.
 
 #include <zelvan/geometry/check_polygon_set.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
@@ -16,7 +16,7 @@ double coordinate(fuzz::Bytes& bytes, bool any_bits) {
   return any_bits ? bytes.any<double>() : static_cast<std::int8_t>(bytes.byte()) / 16;
 }
 
-/// The pieces follow one another without a gap, and each has two points or more.
+/// Requires that the pieces follow one another without a gap, and that each has two points or more.
 void check_pieces(const std::vector<int>& begins, int n_pieces, int n_points) {
   require(n_pieces >= 0 && n_pieces < static_cast<int>(begins.size()));
   require(begins[0] == 0);
@@ -42,7 +42,7 @@ bool is_on_line_of(real_pt_t a, real_pt_t b, real_pt_t p) {
   return std::abs(area(a, b, p)) <= 1e-12 * length(a, b);
 }
 
-/// On the grid each part of a piece lies on an edge of the line.
+/// Requires that each part of a piece lies on an edge of the line. For coordinates on the grid.
 void check_is_on_edges(const std::vector<real_pt_t>& points, const std::vector<real_pt_t>& out,
                        const std::vector<int>& begins, int n_pieces) {
   for (int k = 0; k < n_pieces; ++k) {
@@ -51,7 +51,7 @@ void check_is_on_edges(const std::vector<real_pt_t>& points, const std::vector<r
     for (std::size_t i = first; i + 1 < end; ++i) {
       const real_pt_t p = out[i];
       const real_pt_t q = out[i + 1];
-      bool is_on_edge = p.x == q.x && p.y == q.y;  // a point given twice
+      bool is_on_edge = p.x == q.x && p.y == q.y;  // a repeated point
       for (std::size_t j = 0; j + 1 < points.size() && !is_on_edge; ++j) {
         const real_pt_t a = points[j];
         const real_pt_t b = points[j + 1];
@@ -62,7 +62,8 @@ void check_is_on_edges(const std::vector<real_pt_t>& points, const std::vector<r
   }
 }
 
-/// The reason is one line that fits, and there is one just where there is a fault.
+/// Requires that a reason is one line that fits the buffer, and that there is one exactly if there
+/// is a fault.
 void check_reason(std::vector<real_pt_t>& points, const real_rect_t& view, int size) {
   std::vector<int> flags(points.size(), 1);
   if (!flags.empty()) flags.back() = 3;

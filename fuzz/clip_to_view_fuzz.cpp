@@ -1,8 +1,10 @@
-// Clips to a view what the bytes say: a rectangle and a polygon set, in small whole numbers that
-// fall onto each other all the time, or in doubles of any bits. The arrays hold just the stated
-// room, so a vertex too many is seen by the address sanitizer. What comes out must be closed rings
-// of vertices that are the source's or lie on the border, in an upright view just so; on the grid a
-// judge looks at the windings about places off it, and at what is visible.
+// Clips a polygon set to a view; both are read from the input, either as small whole numbers, which
+// often coincide, or as doubles of any bits. The output arrays have exactly the room that the
+// header states, so the address sanitizer detects a vertex too many.
+//
+// The result must be closed rings. Each vertex is one of the source, or lies on the border:
+// exactly, if the view is upright. For whole numbers, a judge also checks winding numbers about
+// points off the grid, and the length of visible edges.
 
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 
@@ -33,7 +35,7 @@ struct Box {
   double left = INFINITY, bottom = INFINITY, right = -INFINITY, top = -INFINITY;
 };
 
-// Upright: the box of two opposite corners. Turned: any four.
+// Checks one result. An upright view is the box of two opposite corners, a turned one has any four.
 void check(const PolygonSet& in, const PolygonSet& out, const real_rect_t& rect, bool is_upright,
            bool on_grid) {
   require(out.flags.empty() || out.flags.back() >= 2);

@@ -1,5 +1,5 @@
-// Fills two colour maps with texts and numbers, asks them for pens, and translates the pens of one
-// into those of the other, which has to find what a search for each pen finds.
+// Fills two colour maps with texts and numbers, searches them for pens, and translates the pens of
+// one into those of the other. The translation must find what a separate search for each pen finds.
 
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_xfm.h>
@@ -16,7 +16,7 @@ bool is_same(const ColorRGB& a, const ColorRGB& b) {
   return a.red == b.red && a.green == b.green && a.blue == b.blue;
 }
 
-/// A channel on the scale, or one of any bits.
+/// Returns a channel, mostly on the scale, sometimes of any bits.
 int channel(fuzz::Bytes& bytes) { return bytes.below(8) == 0 ? bytes.any<int>() : bytes.byte(); }
 
 bool is_on_scale(const ColorRGB& color) {

@@ -1,5 +1,5 @@
-// Colours as text and as numbers: a line as a definition and as a name, then its bytes as channels
-// that go to hue, saturation and value and come back.
+// Colours as text and as numbers: reads a line as a definition and as a name, then takes its bytes
+// as channels and converts them to hue, saturation and value and back.
 
 #include <zelvan/colour/color_rgb.h>
 

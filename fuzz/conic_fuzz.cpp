@@ -1,6 +1,6 @@
-// A conic arc of the equation and ends that the bytes say: its type, standard form, points, box and
-// the distance of a point to it; the same ends as a circular arc; and a cubic. A box is in order
-// and holds the ends, distances aren't negative, and everything comes to an end.
+// Computes the type, standard form, points and box of a conic arc, and the distance of a point from
+// it; then a circular arc with the same ends, and a cubic. Required: a box is in order and contains
+// the ends, no distance is negative, and every call returns.
 
 #include <zelvan/geometry/conic.h>
 #include <zelvan/geometry/distance.h>
@@ -16,7 +16,7 @@ using fuzz::require;
 
 bool is_outside(double v, double low, double high) { return v < low || v > high; }
 
-/// False for NaN, too: where an end is not a number, the box need not be one.
+/// Returns false for a NaN: if an end is a NaN, the box may be NaN as well.
 bool is_outside(const real_pt_t& p, const real_pt_t& min, const real_pt_t& max) {
   return is_outside(p.x, min.x, max.x) || is_outside(p.y, min.y, max.y);
 }

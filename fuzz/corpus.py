@@ -4,10 +4,10 @@
     corpus.py unpack CORPUS FOLDER     writes each input of the corpus to a file of its own
     corpus.py pack FOLDER CORPUS       writes the files of the folder as a corpus
 
-A corpus is a text with one input a line, sorted. Printable ASCII stands for itself; a backslash and
-two hexadecimal digits, letters small, are any byte. Empty lines and those that begin with # are no
-inputs; pack moves the latter to the top. Any other line is damaged, and both this and replay.cpp, which
-reads the same, fail.
+A corpus is a text file with one input per line, sorted. Printable ASCII stands for itself; a
+backslash and two hexadecimal digits in lower case stand for any byte. Empty lines and comments,
+which begin with #, are no inputs; pack moves comments to the top. On any other line this program
+and replay.cpp, which reads the same format, fail.
 """
 import hashlib
 import pathlib
@@ -16,7 +16,7 @@ import sys
 
 
 def encode(data):
-    """Bytes as a line. A # in front and a blank at the end would be lost, so they are digits."""
+    """Returns bytes as a line. A leading # and a trailing blank would be lost, so they are escaped."""
     line = "".join(chr(b) if 32 <= b < 127 and b != 92 else f"\\{b:02x}" for b in data)
     line = re.sub(r"^#", r"\\23", line)
     return re.sub(r" $", r"\\20", line)

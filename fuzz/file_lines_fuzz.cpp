@@ -1,5 +1,5 @@
-// Reads a file of any bytes line by line, into blocks of just the size that is asked for. The lines
-// in a row are the file, and each ends where the header says or is full.
+// Reads a file of any bytes line by line, into blocks of exactly the requested size. The lines
+// together must be the file, and each must end where the header says, or fill its block.
 
 #include <zelvan/osh/file_access.h>
 

@@ -1,6 +1,6 @@
-// Numbers and texts of other machines: floats beside a model that reckons with their values, byte
-// and bit order beside the standard library, character sets there and back. Everything is done
-// from one buffer to another at an odd address, and again in place.
+// Numbers and texts of other machines: compares conversions of numbers with a model that computes
+// their values, byte and bit order with the standard library, and translates character sets there
+// and back. Everything runs between two buffers at odd addresses, and again in place.
 
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>
@@ -16,7 +16,8 @@ namespace {
 using fuzz::require;
 using support::Word;
 
-/// What `convert` makes of `input`, from an odd address to another and in place.
+/// Returns the result of `convert` for `input`, after checking that it is the same between odd
+/// addresses and in place.
 template <class Convert>
 std::string converted(const std::string& input, Convert convert) {
   const std::unique_ptr<char[]> from(new char[input.size() + 1]), to(new char[input.size() + 1]);
@@ -27,7 +28,7 @@ std::string converted(const std::string& input, Convert convert) {
   return std::string(to.get() + 1, input.size());
 }
 
-/// The big-endian number at `p`.
+/// Returns the big-endian number at `p`.
 Word number_at(const char* p, std::size_t size) {
   Word value = 0;
   for (std::size_t i = 0; i < size; ++i) value = value << 8 | static_cast<unsigned char>(p[i]);

@@ -1,5 +1,6 @@
-// Line types added to lists, found, changed and copied as the bytes say, beside a list of what was
-// put in: indices stay apart, what is found is what was added, and every list owns its own.
+// Adds, finds, changes and copies line types, and compares the lists with a record of what was
+// added. Indices must stay distinct, a line type that is found must be the one that was added, and
+// every list must own its own copies.
 
 #include <zelvan/linetypes/line_type_list.h>
 
@@ -12,7 +13,8 @@ namespace {
 using fuzz::Bytes;
 using fuzz::require;
 
-/// A definition of few fragments of few lengths, so that equal ones turn up.
+/// Returns a definition with few fragments of few different lengths, so that equal definitions
+/// occur.
 std::unique_ptr<CLineTypeDefinition> definition_of(Bytes& bytes) {
   auto definition = std::make_unique<CLineTypeDefinition>();
   int count = 0;

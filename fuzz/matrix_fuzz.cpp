@@ -1,7 +1,7 @@
-// A chain of operations on a matrix, then everything that can be asked of it, and points, boxes
-// and polygons mapped through it. Numbers may be of any bits. What is required is what no
-// arithmetic can upset: the array forms give the bits of the point form, boxes are in order,
-// angles in range, and nothing is written beyond what is announced.
+// Applies a chain of operations to a matrix, then calls every query, and maps points, boxes and
+// polygons through it. Numbers may have any bits, so only properties are required that hold for all
+// of them: the array forms produce the same bits as the point form, boxes are in order, angles are
+// in range, and nothing is written beyond the stated room.
 
 #include <zelvan/transforms/mtx2d.h>
 

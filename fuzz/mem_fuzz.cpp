@@ -1,12 +1,12 @@
-// The model of a list and a pool that the tests use, with bytes in the place of chance, until the
-// bytes are used up. Where the list disagrees with it, the program stops.
+// Runs the tests' model of a list and a pool with the input in place of random numbers, until it is
+// used up. The program stops if the list disagrees with the model.
 
 #include <cstddef>
 #include <cstdint>
 
 #include <mem/mem_model.h>
 
-// A size that no heap can give is refused, not reported.
+// A request that no heap can meet must return null, not stop the program with a report.
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,5 +1,5 @@
-// A name list changed as the bytes say, beside a model of it in two vectors' worth of pairs; and a
-// line of items searched for a key. Names are short, of few letters, so that they often meet.
+// Changes a name list and compares it with a model, a vector of pairs; then searches a line of
+// items for a key. Names are short and use few letters, so that equal ones occur often.
 
 #include <zelvan/var/name_list.h>
 #include <zelvan/var/search_value.h>
@@ -15,7 +15,7 @@ namespace {
 using fuzz::Bytes;
 using fuzz::require;
 
-/// Two letters of either case, or one, or none.
+/// Returns a name of up to two characters.
 std::string name_of(Bytes& bytes) {
   static const char letters[] = "aAbBcC_1";
   std::string name;

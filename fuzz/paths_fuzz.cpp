@@ -1,5 +1,5 @@
-// Paths taken apart and put together, and free names counted up in a folder of the target's own.
-// Results stand in blocks of just the size that is asked for.
+// Splits and joins paths, and searches for free names in a temporary folder. Results are written to
+// blocks of exactly the required size, so the address sanitizer detects a byte too many.
 
 #include <zelvan/osh/paths.h>
 
@@ -15,7 +15,7 @@ namespace {
 using fuzz::ExactText;
 using fuzz::require;
 
-/// A folder with some names taken, gone when the program ends.
+/// A temporary folder in which some names are in use; removed when the program ends.
 struct Folder {
   Folder() {
     std::string name = std::filesystem::temp_directory_path() / "zelvan-fuzz-XXXXXX";

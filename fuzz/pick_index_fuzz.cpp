@@ -1,5 +1,5 @@
-// A set of polygons as the bytes say, each a ring of a shape of its own and up to 400 vertices, and
-// points at their heights and beside them: the index answers as `CPolygon` does of each polygon.
+// Builds an index of a set of polygons, each of up to 400 vertices, and tests points at and beside
+// the coordinates of vertices. For each polygon the index must have the result of `CPolygon`.
 
 #include <zelvan/pick/pick_index.h>
 #include <zelvan/pick/polygon_of.h>
@@ -23,7 +23,8 @@ struct Polygons {
   }
 };
 
-// A few vertices that the bytes say, over and over, each time a step on.
+// Adds a polygon: a figure of a few vertices from the input, repeated, and moved by a step each
+// time.
 void add_polygon(fuzz::Bytes& bytes, Polygons& polygons) {
   real_pt_t figure[4];
   const int n_figure = 1 + bytes.below(4);
@@ -43,7 +44,7 @@ double one_bit_on(double v, int kind) {
   return kind == 0 ? v : std::nextafter(v, kind == 1 ? HUGE_VAL : -HUGE_VAL);
 }
 
-// A coordinate of the points, one bit beside it, or a number of any bits.
+// Returns a place with coordinates of the points, sometimes one bit beside them, or of any bits.
 DblPt read_place(fuzz::Bytes& bytes, const std::vector<real_pt_t>& points) {
   if (bytes.below(8) == 0) return {bytes.number(), bytes.number()};
   const real_pt_t& column = points[bytes.any<std::uint16_t>() % points.size()];

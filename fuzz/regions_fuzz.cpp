@@ -1,6 +1,7 @@
-// Makes pick regions of the polygons of a set and asks them for points, one by one and many at a
-// time. On the grid a count of the windings says whether a point off the edges is inside, and the
-// boxes of the segments whether a line is hit. Coordinates of any bits only have to be survived.
+// Makes pick regions of the polygons of a set and tests points, one by one and many at a time. For
+// coordinates on the grid, the winding number decides whether a point off the edges is inside, and
+// the boxes of the segments decide whether a line is hit. For coordinates of any bits, the calls
+// must only return.
 
 #include <zelvan/pick/polygon_of.h>
 #include <zelvan/pick/region_functions.h>
@@ -33,7 +34,7 @@ bool hits_a_box(const PolygonSet& ring, real_pt_t p, double tolerance) {
   return hits;
 }
 
-/// What one region says to many points it says to each.
+/// Requires that a test of many points has the same results as single tests.
 void ask(const CPickRegion* region, const std::vector<real_pt_t>& points, double tolerance) {
   if (region == nullptr) return;
   const int n = static_cast<int>(points.size());

@@ -1,5 +1,5 @@
-// Runs a fuzz target over the inputs that are kept in a corpus, without libFuzzer's engine. What a
-// line of a corpus means stands in corpus.py.
+// Runs a fuzz target over the inputs of a corpus, without libFuzzer's engine. corpus.py describes
+// the lines of a corpus.
 
 #include <algorithm>
 #include <cstdint>
@@ -17,17 +17,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-/// An input that takes longer is a loop that doesn't end, and SIGALRM ends the process.
+/// An input that takes longer counts as an endless loop: SIGALRM ends the process.
 constexpr unsigned most_seconds = 60;
 
-/// The value of a hexadecimal digit, or -1.
+/// Returns the value of a hexadecimal digit, or -1.
 int digit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
-/// Returns the bytes that a line stands for. A line that corpus.py doesn't write ends the process:
-/// an input that was damaged on its way would pass without trying what it was kept for.
+/// Returns the bytes that a line stands for. A line that corpus.py can't have written ends the
+/// process: a damaged input would pass without testing what it was kept for.
 std::string decode(const std::string& line) {
   std::string input;
   for (std::size_t i = 0; i < line.size(); ++i) {
@@ -49,7 +49,8 @@ std::string decode(const std::string& line) {
   return input;
 }
 
-/// Runs the input from a block of just its size, so that a sanitizer sees a byte too many.
+/// Runs the input in a block of exactly its size, so that the address sanitizer detects a byte too
+/// many.
 void run(const std::string& input) {
   const std::unique_ptr<std::uint8_t[]> block(new std::uint8_t[input.size()]);
   std::copy(input.begin(), input.end(), block.get());
@@ -74,7 +75,7 @@ int run_all(const char* path, int* line_number) {
 
 }  // namespace
 
-// A process of its own runs the inputs, so that this one can tell which of them stopped it.
+// A child process runs the inputs, so that this one can report the input that stopped it.
 int main(int argc, char** argv) {
   if (argc != 2) {
     std::fprintf(stderr, "usage: %s CORPUS\n", argv[0]);
@@ -97,7 +98,7 @@ int main(int argc, char** argv) {
   if (!passes && *line_number > 0) {
     std::fprintf(stderr, "%s:%d: fails at this line\n", argv[1], *line_number);
   } else if (!passes) {
-    std::fprintf(stderr, "%s: fails at no single line\n", argv[1]);
+    std::fprintf(stderr, "%s: fails, but at no single line\n", argv[1]);
   }
   return passes ? 0 : 1;
 }

@@ -1,7 +1,7 @@
-// A session whose peer sends any bytes, in any pieces, on both channels, and is gone afterwards.
-// The channels are sockets that keep the pieces apart, so that each is one read off the wire. Or
-// peers from several addresses, which may leave at once, while a session opens that keeps other
-// machines out. Pauses are over at once.
+// Tests a session whose peer sends any bytes, in any pieces, on both channels, and then leaves. The
+// channels are sockets that keep the pieces apart, so that each is received by one call. Or opens a
+// session that keeps other machines out, while peers connect from several addresses, and may leave
+// at once. Pauses return at once.
 
 #include <zelvan/platform/clock.h>
 #include <zelvan/platform/sockets.h>
@@ -32,7 +32,7 @@ namespace {
 
 using fuzz::require;
 
-/// What a peer has sent on one channel before it left.
+/// One channel, with everything that the peer sent before it left.
 class Channel {
  public:
   Channel() { require(socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends_) == 0); }
@@ -58,7 +58,7 @@ class Channel {
   std::string sent_;
 };
 
-/// Takes messages until there can be none left, and gives their texts in a row.
+/// Reads messages until none can be left, and returns their texts joined together.
 template <class Read>
 std::string read_all(const Channel& channel, Read read) {
   std::string all;
@@ -81,8 +81,8 @@ std::string without_nuls(std::string text) {
   return text;
 }
 
-/// A socket at 127.0.0.`last` that has asked a port of this machine for a connection. Closing it
-/// leaves nothing in the system that would keep its own port for a while.
+/// Returns a socket at 127.0.0.`last` that has begun to connect to a port of this machine. Closing
+/// it resets the connection, so that its own port is free at once.
 int connect_from(int last, int port) {
   const auto loopback = [](int number, int port_there) {
     sockaddr_in address{};
@@ -98,11 +98,12 @@ int connect_from(int last, int port) {
   const sockaddr_in own = loopback(last, 0);
   const sockaddr_in there = loopback(1, port);
   require(bind(peer, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0);
-  connect(peer, reinterpret_cast<const sockaddr*>(&there), sizeof there);  // or nobody listens
+  connect(peer, reinterpret_cast<const sockaddr*>(&there),
+          sizeof there);  // fails if nothing listens
   return peer;
 }
 
-/// Of all peers that come, only one from 127.0.0.1 gets in.
+/// Requires that of all peers that connect, only one from 127.0.0.1 is accepted.
 void open_among_others(fuzz::Bytes& bytes) {
   char host[] = "127.0.0.1";
   char module[] = "none";
@@ -115,7 +116,7 @@ void open_among_others(fuzz::Bytes& bytes) {
   std::vector<int> peers;
   on_pause = [&] {
     const int code = bytes.byte();
-    if (code % 4 == 0) return;  // nobody comes
+    if (code % 4 == 0) return;  // no peer connects
     const int peer = connect_from(code % 4, ports[code / 4 % 2]);
     const bool leaves = code / 8 % 4 == 3;
     if (leaves) {
@@ -128,7 +129,7 @@ void open_among_others(fuzz::Bytes& bytes) {
   for (const int socket : {wipc_sid(session), wipc_status_sid(session)}) {
     zelvan::platform::SocketAddress peer{};
     if (session == nullptr) break;
-    require(zelvan::platform::getpeername(socket, &peer) == 0);  // who has left has no address
+    require(zelvan::platform::getpeername(socket, &peer) == 0);  // fails for a peer that has left
     require(std::memcmp(peer.host, zelvan::platform::loopback.host, sizeof peer.host) == 0);
   }
   for (const int peer : peers) close(peer);
@@ -150,7 +151,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   while (bytes.left() > 0) {
     const int code = bytes.byte();
     std::string piece = bytes.text(static_cast<std::size_t>(code / 8));
-    // Pieces as long as one read takes at most, or a little shorter, out of few bytes.
+    // Makes long pieces out of few bytes: as long as one read can take, or a little shorter.
     const bool is_long = code % 8 == 4 || code % 8 == 7;
     if (is_long && !piece.empty()) {
       piece.insert(0, std::min<std::size_t>(3990, 4000 - piece.size()), piece.front());
@@ -174,7 +175,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return length;
   });
   require(is_primary ? !is_dead : status.empty());
-  // Texts that are too long together are lost, so only little of it has to be there whole.
+  // Texts that are too long together are lost, so all text is required only if there is little.
   if (is_primary && channels[1].sent().size() <= 4001) {
     require(status == without_nuls(channels[1].sent()));
   }

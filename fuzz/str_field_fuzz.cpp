@@ -1,6 +1,6 @@
-// Cuts a line into fields with each of the parsers, and reads it as a colour. Line and fields
-// are copied to blocks of just their size, so a byte too many is seen by the address sanitizer;
-// a walk that stands still is seen here.
+// Splits a line into fields with each of the parsers, and reads it as a colour. Line and fields are
+// copied to blocks of exactly their size, so the address sanitizer detects a byte too many. A
+// parser that does not advance is detected here.
 
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/text/read_field.h>
@@ -26,7 +26,7 @@ void walk(char* line, Parser parse) {
   }
 }
 
-/// The parser with a record of the caller's finds the same fields.
+/// Requires that the parser with the caller's own record finds the same fields.
 template <class Parser>
 void compare(char* line, zelvan::string_rules rules, Parser parse) {
   const auto record = std::make_unique<zelvan::field_record>();

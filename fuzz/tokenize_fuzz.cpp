@@ -1,5 +1,5 @@
-// A text cut at a set of delimiters by each of the tokenisers, held against what is plain to say:
-// nothing but delimiters and blanks is lost, nothing is invented, and the order stays.
+// Splits a text at a set of delimiters with each of the tokenisers. Required: only delimiters and
+// blanks are lost, nothing is added, and the order is kept.
 
 #include <zelvan/text/glyph_tokenize.h>
 #include <zelvan/text/tokenize.h>
@@ -13,7 +13,7 @@ namespace {
 using fuzz::require;
 using Wide = zelvan::wide_string;
 
-/// The tokens in a row are `text` with characters of `lost` left out here and there.
+/// Requires that the tokens, joined together, are `text` without some characters of `lost`.
 template <class String>
 void require_kept(const String& text, const std::vector<String>& tokens, const String& lost) {
   std::size_t at = 0;
@@ -32,7 +32,7 @@ Wide widened(const std::string& text) {
   Wide wide;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    // Some beyond ASCII: the curved quotes, and ideographs.
+    // Some bytes become characters beyond ASCII: the curved quotes, and ideographs.
     wide += byte < 0x80 ? byte : byte < 0x82 ? 0x201C + (byte & 1) : 0x4E00 + byte;
   }
   return wide;

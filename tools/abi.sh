@@ -1,9 +1,9 @@
-# ./dev abi, with the functions of dev at hand.
+# ./dev abi. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# abi: compares the interface of the library in the tree with the stored one of each release: a name,
-# a layout or a type that changed is an error, an addition is none.
-# abi --describe TAG: stores the interface of a release.
+# abi: compares the library's interface with the stored one of each release. A name, layout or type
+# that changed is an error; an addition is not. abi --describe TAG: stores the interface of a
+# release.
 abi() {
   need_to_build abigail-tools git
   local known=tests/interface/abi work=$PWD/build/abi release
@@ -11,11 +11,11 @@ abi() {
   if [[ ${1:-} == --describe ]]; then
     step "describing the interface of $2"
     rm -rf "$work/described"
-    git archive --prefix=described/ "$2" | tar x -C "$work" || fail "there is no commit $2"
+    git archive --prefix=described/ "$2" | tar x -C "$work" || fail "there is no commit or tag $2"
     describe "$work/described" "$work/described" "$known/${2#v}.xml"
     return
   fi
-  step "the interface beside those of releases"
+  step "comparing the interface with those of releases"
   describe "$PWD" "$work" "$work/now.xml"
   for release in "$known"/*.xml; do
     abidiff --no-added-syms "$release" "$work/now.xml" ||
@@ -24,8 +24,8 @@ abi() {
   done
 }
 
-# describe SOURCE FOLDER FILE: builds the library of SOURCE in FOLDER/build, with what a debugger reads,
-# and writes into FILE what its public headers declare.
+# describe SOURCE FOLDER FILE: builds the library of SOURCE in FOLDER/build, with debugging
+# information, and writes a description of its public interface to FILE.
 describe() {
   cmake -G Ninja -S "$1" -B "$2/build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=g++ \
     -DCMAKE_CXX_FLAGS_DEBUG="-O0 -g -ffile-prefix-map=$1=." >/dev/null &&

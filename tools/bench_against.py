@@ -3,10 +3,10 @@
 
 usage: bench_against.py REF PROGRAM... [--benchmark_filter=REGEX]
 
-Builds the library of REF in build/against and runs this tree's benchmarks with one library, then
-with the other, seven times in turn. A row is slow if the median of the seven ratios is above 1.1.
-Slow rows are measured once more; one that is slow again fails the comparison. Rivals' rows are left
-out: they call neither library.
+Builds the library of REF in build/against, and runs this tree's benchmarks with both libraries
+alternately, seven times each. A row is slow if the median of the seven ratios is above 1.1. Slow
+rows are measured again; a row that is slow twice fails the comparison. Rivals' rows are left out,
+since they call neither library.
 """
 import json
 import os
@@ -17,7 +17,7 @@ import subprocess
 import sys
 
 RUNS = 7
-MOST = 1.10  # times as long as with the other library
+MOST = 1.10  # largest ratio of our time to that with the other library
 LIBRARY = "build/bench/src/zelvan/libzelvan.so.1"
 
 
@@ -36,7 +36,7 @@ def build_library(ref):
         run = subprocess.run(command, cwd=tree, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                              text=True)
         if run.returncode != 0:
-            sys.exit(f"{run.stdout}\n{ref} does not build; see above")
+            sys.exit(f"{run.stdout}\n{ref} does not build: see above")
     return tree / LIBRARY
 
 
@@ -45,8 +45,8 @@ def run_with(library, program, *options):
     run = subprocess.run([program, *options], stdout=subprocess.PIPE, text=True,
                          env={**os.environ, "LD_PRELOAD": str(pathlib.Path(library).resolve())})
     if run.returncode != 0:
-        sys.exit(f"{program} did not run to its end with {library}; leave out rows that this "
-                 "library lacks")
+        sys.exit(f"{program} failed with {library}; use --benchmark_filter to leave out "
+                 "rows whose operations this library lacks")
     return run.stdout
 
 
@@ -88,19 +88,19 @@ def main():
     pattern = "|".join(a.removeprefix(option) for a in sys.argv[1:] if a.startswith(option))
     ref, *programs = [a for a in sys.argv[1:] if not a.startswith(option)]
     other = build_library(ref)
-    print(f"time by that of {ref}, median of {RUNS}", flush=True)
+    print(f"ratio to the time of {ref}, median of {RUNS} runs", flush=True)
     measured, slow = 0, []
     for program in programs:
         rows = our_rows(program, pattern)
         measured += len(rows)
         again = slow_rows(other, program, rows) if rows else []
         if again:
-            print("once more:")
+            print("again:")
             slow += slow_rows(other, program, again)
     if measured == 0:
         sys.exit("no row of ours matches the filter")
     if slow:
-        sys.exit("slower than before, twice in a row:\n  " + "\n  ".join(slow))
+        sys.exit("slower than before in both measurements:\n  " + "\n  ".join(slow))
 
 
 if __name__ == "__main__":

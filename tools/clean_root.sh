@@ -1,15 +1,16 @@
-# What ./dev package and ./dev ways share, with the functions of dev at hand.
+# Shared by ./dev package, verify and ways. Sourced; uses the functions of dev.
 # shellcheck shell=bash
 
 need_clean_root() { need mmdebstrap uidmap "$@"; }
 
-# in_clean_root FOLDER: copies FOLDER, named try, into a new Debian of what is essential, and apt, and
-# runs its script /try/run there. The root lives as long as that takes. What the script writes into
-# /try/said is put beside FOLDER. Fails if the script does, and returns 1 if no root can be made here.
+# in_clean_root FOLDER: creates a temporary Debian root with only the essential packages and apt,
+# copies FOLDER, which is named try, into it, and runs the script /try/run there. Copies /try/said,
+# for results of the script, to the folder of FOLDER. Fails if the script fails; returns 1 if no
+# root can be created on this machine.
 in_clean_root() {
   local folder=$1 work=${1%/*} release room
   mkdir -p "$folder/said"
-  # The sources are those that apt has here; the root stands in memory where that has room.
+  # Uses the package sources of this machine's apt, and creates the root in memory if there is room.
   release=$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")
   apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
     'Identifier: Packages' 'Origin: Debian' | sort -u >"$work/sources.list"
@@ -21,7 +22,7 @@ in_clean_root() {
     --customize-hook="copy-out /try/said '$work'" \
     "$release" /dev/null "$work/sources.list" >"$work/root.log" 2>&1 && return
   cat "$work/root.log" >&2
-  ! grep -q '^the root stands' "$work/root.log" || fail "that failed in a clean root; see above"
-  printf '\nNOT CHECKED in a clean root, since none can be made here; mmdebstrap says why above.\n'
+  ! grep -q '^the root stands' "$work/root.log" || fail "the script failed in a clean root: see above"
+  printf '\nNOT CHECKED in a clean root: none can be created on this machine; see the message of mmdebstrap above.\n'
   return 1
 }

@@ -1,4 +1,5 @@
-# ./dev coverage: which lines, branches and conditions the contract tests reach. Sourced by ./dev.
+# ./dev coverage: measures which lines, branches and conditions the contract tests reach. Sourced
+# by dev.
 
 coverage() {
   need_to_test clang-19 llvm-19 libclang-rt-19-dev
@@ -10,9 +11,10 @@ coverage() {
   step "the contract tests and the fault injection, without the digests"
   LLVM_PROFILE_FILE=$PWD/$folder/%8m.profraw \
     ctest --preset coverage -LE 'exhaustive|slow' -E '^(digests|guide|install|interface/[^F])' ||
-    fail "tests failed; counts of failed tests say nothing"
+    fail "tests failed; counts of failed tests are meaningless"
   llvm-profdata-19 merge --sparse "$folder"/*.profraw -o "$folder/all.profdata"
-  # Programs hold inline functions of headers, and those for private parts the objects themselves.
+  # Test programs are included: they contain inline functions of headers, and private ones the
+  # objects of the library.
   local objects=()
   for program in build/coverage/tests/*/*_test; do objects+=(-object "$program"); done
   local what=(build/coverage/src/zelvan/libzelvan.so "${objects[@]}"
@@ -22,5 +24,5 @@ coverage() {
   llvm-cov-19 report "${what[@]}" -show-mcdc-summary -show-region-summary=false \
     >"$page/summary.txt"
   sed -n '1,2p; /^TOTAL/p' "$page/summary.txt"
-  printf 'By file: %s\nAs a page: %s\n' "$page/summary.txt" "$page/index.html"
+  printf 'Summary by file: %s\nAnnotated sources: %s\n' "$page/summary.txt" "$page/index.html"
 }

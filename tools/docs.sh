@@ -1,9 +1,9 @@
-# ./dev docs, with the functions of dev at hand.
+# ./dev docs. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
 docs() {
   need doxygen furo python3 python3-breathe python3-myst-parser python3-sphinx \
     python3-sphinx-copybutton
-  step "the guide and the reference"
-  python3 -B tools/docs out/docs || fail "the site is not as it has to be; see above"
+  step "building the site of guide and reference"
+  python3 -B tools/docs out/docs || fail "the site has faults: see above"
 }

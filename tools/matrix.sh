@@ -1,8 +1,9 @@
-# ./dev matrix, with the functions of dev at hand.
+# ./dev matrix. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# Every way of building that has to give the same results. `builder` knows the second words; the
-# flags are all that a parent project brings along. A cell that is refused says what is said then.
+# Lists all ways to build that must produce the same results: a name, a builder (see `builder`), and
+# the flags of a parent project. `refused` marks a build that must fail, with a part of its error
+# message.
 matrix_cells() {
   local compiler level
   for compiler in gcc clang; do
@@ -10,7 +11,7 @@ matrix_cells() {
     cell "$compiler-lto" "$compiler" -O3 -flto=auto
     cell "$compiler-v3" "$compiler" -O3 -march=x86-64-v3
     cell "$compiler-v4" "$compiler" -O3 -march=x86-64-v4
-    # What the library undoes.
+    # Flags that the library undoes.
     cell "$compiler-unsigned-char" "$compiler" -O3 -funsigned-char
     cell "$compiler-unsafe-math" "$compiler" -O3 -funsafe-math-optimizations
     cell "$compiler-associative" "$compiler" -O3 -fassociative-math -fno-signed-zeros \
@@ -40,7 +41,7 @@ matrix_cells() {
   cell wasm webassembly -O3
 }
 
-# builder NAME: installs what it is made of, and leaves in `arguments` what CMake has to be told.
+# builder NAME: installs the packages that it needs, and sets `arguments` to the options for CMake.
 builder() {
   need_to_build
   arguments=(--toolchain "$PWD/cmake/toolchains/$1.cmake")
@@ -80,8 +81,8 @@ builder() {
   esac
 }
 
-# unpack_libcxx VERSION: leaves in `libcxx` a folder with that version of LLVM's standard library. Its
-# packages are unpacked there, since one version alone can be installed.
+# unpack_libcxx VERSION: unpacks that version of LLVM's standard library into a folder, and sets
+# `libcxx` to the folder. Only one version can be installed at a time.
 unpack_libcxx() {
   local work=$PWD/build/libcxx-$1 file
   libcxx=$work/usr/lib/llvm-$1
@@ -94,7 +95,7 @@ unpack_libcxx() {
       "libunwind-$1" "libunwind-$1-dev"
     for file in ./*.deb; do dpkg -x "$file" .; done
     touch complete
-  ) || fail "could not load libc++-$1-dev; is there a network?"
+  ) || fail "could not download libc++-$1-dev; is the network reachable?"
 }
 
 # cell NAME BUILDER FLAG...
@@ -113,15 +114,15 @@ cell() {
     rows+="| \`$name\` | $said |"$'\n'
   else
     differing=$((differing + 1))
-    printf '%-16s NOT AS EXPECTED; see %s, which ends so:\n' "$name" "$log"
+    printf '%-16s NOT AS EXPECTED; the last lines of %s:\n' "$name" "$log"
     tail -n 15 "$log" | sed 's/^/    /'
   fi
 }
 
 refused() { refusal=$1 cell "${@:2}"; }
 
-# try_cell NAME BUILDER FLAG...: says on descriptor 3 what goes into the table, if all is right. The
-# functions below read the folder `dir`.
+# try_cell NAME BUILDER FLAG...: builds and runs one cell. If all is right, writes its row of the
+# table to descriptor 3. The functions below use the folder `dir`.
 try_cell() {
   local dir=build/matrix/$1 flags="${*:3}" arguments forms started
   builder "$2"
@@ -129,7 +130,7 @@ try_cell() {
     -DCMAKE_CXX_FLAGS_RELEASE="$flags" "${arguments[@]}" || return
   if [[ ${refusal:-} ]]; then
     if cmake --build "$dir" --target digests >"$dir/refusal" 2>&1; then
-      echo "this was built, and ought to be refused"
+      echo "this build succeeded, but must be refused"
       return
     fi
     cat "$dir/refusal"
@@ -151,12 +152,12 @@ try_cell() {
 
 run_digests() { ctest --test-dir "$dir" -V --no-tests=error -R "^digests/$1\$"; }
 
-# With which forms the digests ran last, as they say themselves.
+# Prints the vector form of the last run of the digests, as the program reported it.
 forms_run() {
   sed -n 's/^[0-9]* of [0-9]* as expected, \([a-z0-9]*\).*/\1/p' "$dir/Testing/Temporary/LastTest.log"
 }
 
-# The name and version of the compiler.
+# Prints the name and version of the compiler.
 compiler_of() {
   local known
   known=$(cat "$dir"/CMakeFiles/*/CMakeCXXCompiler.cmake)
@@ -166,7 +167,7 @@ compiler_of() {
   printf '%s' "${BASH_REMATCH[1]}"
 }
 
-# The name and version of the emulator that runs the digests, if one does.
+# Prints the name and version of the emulator that runs the digests, or "this processor".
 run_by() {
   local program version
   program=$(sed -n '/vector_forms/s/^add_test([^"]*"\([^"]*\)".*/\1/p' \
@@ -190,7 +191,7 @@ matrix() {
       return
       ;;
     --table)
-      (($# == 1)) || fail "a table is of all cells"
+      (($# == 1)) || fail "--table runs all cells and takes no names"
       shift
       is_for_table=yes
       ;;
@@ -199,18 +200,18 @@ matrix() {
   known=$(only_listed=yes matrix_cells)
   for name in "$@"; do
     [[ $'\n'$known$'\n' == *$'\n'"$name"$'\n'* ]] ||
-      fail "no cell '$name'; ./dev matrix --list names them"
+      fail "there is no cell '$name'; ./dev matrix --list prints all"
   done
   mkdir -p build/matrix
   ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
   step "one result everywhere"
   matrix_cells
   printf '%d passed, %d failed\n' "$passed" "$differing"
-  ((differing == 0)) || fail "these cells are not as expected"
+  ((differing == 0)) || fail "some cells are not as expected"
   [[ ! $is_for_table ]] || write_table
 }
 
-# Puts what was seen into docs/exactness.md, between its marks.
+# Writes the results into docs/exactness.md, between its marks.
 write_table() {
   local page=docs/exactness.md processor
   processor=$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | sort -u)

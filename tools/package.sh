@@ -1,7 +1,7 @@
-# ./dev package, with the functions of dev at hand.
+# ./dev package. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# Makes the source archive and the Debian packages of the last commit, in out/, and tries them.
+# Makes the source archive and the Debian packages of the last commit in out/, and tests them.
 package() {
   . tools/clean_root.sh
   need_clean_root git build-essential debhelper lintian
@@ -10,40 +10,42 @@ package() {
   version=$(sed -n 's/^project(zelvan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
   name=zelvan-$version
   [[ $(dpkg-parsechangelog -S Version) == "$version"-* ]] ||
-    fail "debian/changelog is about another version than $version"
-  git diff --quiet HEAD || printf '\nNot in the packages: what is not committed.\n'
+    fail "the version in debian/changelog is not $version"
+  git diff --quiet HEAD || printf '\nWarning: uncommitted changes are not in the packages.\n'
   rm -rf "$work"
   mkdir -p "$work/try" out
 
   step "the source archive and the packages"
   git archive --prefix="$name/" -o "$work/$name.tar.gz" HEAD ||
-    fail "packages are made of a commit; this is no clone"
+    fail "packages are made from a commit, and this folder is no clone"
   ln "$work/$name.tar.gz" "$work/zelvan_$version.orig.tar.gz"
-  # Without a compiler's cache, which can keep the paths of another build in the debugging symbols.
+  # Without a compiler cache, since cached objects can have the paths of another build in their
+  # debugging symbols.
   (cd "$work" && tar xf "$name.tar.gz" && cd "$name" &&
     env -u CMAKE_CXX_COMPILER_LAUNCHER -u CMAKE_C_COMPILER_LAUNCHER dpkg-buildpackage -us -uc) \
     >"$work/build.log" 2>&1 || {
     tail -n 40 "$work/build.log" >&2
-    fail "dpkg-buildpackage fails; the whole of it is in $work/build.log"
+    fail "dpkg-buildpackage failed; its full output is in $work/build.log"
   }
 
   step "lintian"
-  # Suppressed are the wishes for the number under which Debian was asked to take the packages in, and
-  # for a debian/ folder that differs from that of the source archive.
+  # Suppressed are two tags for uploads to Debian: that the changelog names no bug that asks for the
+  # package, and that debian/ is the same as in the source archive.
   lintian --allow-root --fail-on error,warning \
     --suppress-tags initial-upload-closes-no-bugs,no-debian-changes \
-    "$work"/zelvan_*.changes || fail "lintian refuses the packages"
+    "$work"/zelvan_*.changes || fail "lintian reports errors or warnings: see above"
 
   cp "$work/$name.tar.gz" "$work"/*.deb "$work/try"
   ! try_in_clean_root "$work/try" || touch "$work/tried"
   made=("$work/$name.tar.gz" "$work"/*.deb)
   cp "${made[@]}" out/
-  printf '\nMade, with their sizes in bytes:\n'
+  printf '\nCreated, with sizes in bytes:\n'
   stat -c '%8s  %n' "${made[@]/#$work/out}"
 }
 
-# try_in_clean_root FOLDER: in a clean root, the source archive in FOLDER must make the packages in
-# FOLDER again, byte for byte, and these must pass their tests. Returns 1 if there can be no such root.
+# try_in_clean_root FOLDER: builds the source archive in FOLDER in a clean root, requires that the
+# packages are the same bytes as those in FOLDER, installs them and runs their tests. Returns 1 if
+# no root can be created.
 try_in_clean_root() {
   step "a clean root: build the same bytes again, install, and run the packages' tests"
   cat >"$1/run" <<'END'
@@ -62,5 +64,5 @@ apt-get install -qq --no-install-recommends autopkgtest >/dev/null
 autopkgtest --no-built-binaries ./*.deb "$source/" -- null
 END
   in_clean_root "$1" || return 1
-  echo "The same bytes again; they install with apt, and their tests pass."
+  echo "The packages are the same bytes, install with apt, and pass their tests."
 }

@@ -1,12 +1,11 @@
 #!/usr/bin/env python3
-"""Plants one small fault at a time in a scratch clone and asks the project's own tests.
+"""Mutation testing: plants one small fault at a time in a scratch clone and runs the tests.
 
-A test suite is worth what it notices. This changes one place of a family's sources and runs the
-family's test programs. A fault that leaves all green is printed, and somebody reads it: either no
-caller can see it, or a test is missing. The digests see most faults and say of none what is right,
-so they run only if asked for.
+Changes one place of a family's sources and runs the family's test programs. Prints each fault that
+no test detects, for a person to judge: either no caller can see it, or a test is missing. Digests
+detect most faults but don't say what is right, so they run only with --digests.
 
-The clone stands in build/faults and holds what is committed. A fault costs a second or two.
+The clone is in build/faults and has the last commit. A fault takes a second or two.
 """
 import argparse
 import os
@@ -19,9 +18,9 @@ import subprocess
 import sys
 import time
 
-TIME_LIMIT = 60  # seconds for all test programs of a family; a fault that takes longer hangs
+TIME_LIMIT = 60  # seconds for all test programs of a family; longer counts as a hang
 
-# What a family is tested by besides its own programs.
+# Further families whose tests detect faults of a family.
 ALSO = {"platform": ["osh", "wipc", "text"], "osh": ["platform"], "wipc": ["platform"],
         "logger": ["platform"], "var": ["colour"]}
 EVERYWHERE = ["bounds"]  # the ends of arrays
@@ -44,7 +43,7 @@ SKIPPED = ("#", "static_assert", "template", "*", "using", "namespace", "}", "ca
 
 
 def faults_of(path):
-    """Every (line number, changed line) that this knows to make of a source."""
+    """Yields each fault of a source as (line number, changed line)."""
     for number, line in enumerate(path.read_text().split("\n")):
         code = line.split("//")[0]
         bare = re.sub(r'"(\\.|[^"\\])*"', lambda m: '"' + "~" * (len(m.group()) - 2) + '"', code)
@@ -70,7 +69,7 @@ def run(command, **kwargs):
 
 
 def prepare(tree):
-    """A clone of what is committed, configured once and brought up to date each time."""
+    """Clones the last commit, or updates the clone, and configures its build."""
     work = tree / "build/faults"
     clone, build = work / "tree", work / "build"
     head = run(["git", "-C", tree, "rev-parse", "HEAD"]).stdout.strip()
@@ -89,7 +88,7 @@ def prepare(tree):
 
 
 def digests_of(clone):
-    """The program of digests, in both forms."""
+    """Returns the commands that run the digests with vector forms and with plain forms."""
     asked = ["--expect", clone / "tests/digests/expected.txt"]
     return [["tests/digests/digests", *form, *asked] for form in ([], ["--plain"])]
 
@@ -111,7 +110,7 @@ def is_built(build, programs):
 
 
 def outcome_of(build, programs, reason=None):
-    """"green", "red" or "hangs". GTEST_FAIL_FAST: the first failure is enough."""
+    """Returns "green", "red" or "hangs". The first failure ends the run."""
     ends = time.time() + TIME_LIMIT
     environment = dict(os.environ, GTEST_FAIL_FAST="1", GTEST_BRIEF="1")
     for program, *arguments in programs:
@@ -133,12 +132,12 @@ def main():
     parser.add_argument("family", nargs="+", help="folder below src/zelvan")
     parser.add_argument("-n", "--count", type=int, default=60, help="faults to plant (60)")
     parser.add_argument("-s", "--seed", type=int, default=1)
-    parser.add_argument("-f", "--files", default="", help="only paths with this in them")
-    parser.add_argument("-p", "--planted", metavar="FILE", help="plant these instead: a line "
-                        "each, path below src/zelvan, text there, text instead, split by tabs; "
-                        "\\n in a text is a new line")
+    parser.add_argument("-f", "--files", default="", help="only sources whose path contains this")
+    parser.add_argument("-p", "--planted", metavar="FILE", help="plant the faults in FILE instead: "
+                        "one per line, with the path below src/zelvan, the old text and the new "
+                        "text, separated by tabs; \\n stands for a new line")
     parser.add_argument("-d", "--digests", action="store_true", help="run the digests as well")
-    parser.add_argument("-v", "--verbose", action="store_true", help="print the noticed as well")
+    parser.add_argument("-v", "--verbose", action="store_true", help="print detected faults as well")
     arguments = parser.parse_args()
 
     top = run(["git", "rev-parse", "--show-toplevel"], check=True).stdout.strip()
@@ -147,14 +146,14 @@ def main():
     if arguments.digests:
         programs += digests_of(clone)
     if not programs:
-        sys.exit("no tests of " + " ".join(arguments.family))
+        sys.exit("there are no tests of " + " ".join(arguments.family))
     reason = []
     if not is_built(build, programs) or outcome_of(build, programs, reason) != "green":
-        sys.exit("not green before a fault was planted\n" + "\n".join(reason))
+        sys.exit("the tests fail without a fault\n" + "\n".join(reason))
 
-    faults = []  # (path, what a line there was, what it is now, the whole new text)
+    faults = []  # (path, line number, old line, new line, new text of the file)
     root = clone / "src/zelvan"
-    rules = (build / "build.ninja").read_text()  # other processors and systems have their own
+    rules = (build / "build.ninja").read_text()  # leave out sources of other processors and systems
     if arguments.planted:
         for row in pathlib.Path(arguments.planted).read_text().splitlines():
             if not row.strip() or row.startswith("#"):
@@ -162,7 +161,7 @@ def main():
             path, old, new = (part.replace("\\n", "\n") for part in row.split("\t"))
             text = (root / path).read_text()
             if old not in text:
-                print(f"not there: {path}: {old}")
+                print(f"not found: {path}: {old}")
                 continue
             number = text[:text.index(old)].count("\n")
             faults.append((root / path, number, old, new, text.replace(old, new, 1)))
@@ -198,17 +197,17 @@ def main():
             path.write_text(text)
             if not is_built(build, programs):
                 if arguments.planted:
-                    print(f"no build: {old}  ==>  {new}")
+                    print(f"does not build: {old}  ==>  {new}")
                 continue
             outcome = outcome_of(build, programs)
         finally:
             path.write_text(before)
         outcomes[outcome] += 1
         if outcome == "green" or arguments.verbose:
-            said = {"green": "SURVIVED", "red": "noticed ", "hangs": "hangs   "}[outcome]
+            said = {"green": "SURVIVED", "red": "detected", "hangs": "hangs   "}[outcome]
             print(f"{said} {path.relative_to(clone)}:{number + 1} | {old.strip()}  ==>  "
                   f"{new.strip()}", flush=True)
-    print(f"{' '.join(arguments.family)}: {outcomes['red']} noticed, {outcomes['hangs']} hang, "
+    print(f"{' '.join(arguments.family)}: {outcomes['red']} detected, {outcomes['hangs']} hang, "
           f"{outcomes['green']} survived", flush=True)
 
 

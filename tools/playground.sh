@@ -1,44 +1,55 @@
-# ./dev playground, with the functions of dev at hand.
+# ./dev playground. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
 playground() {
   local page=out/playground
-  need_to_build emscripten node-acorn python3
+  need_to_build emscripten node-acorn python3 python3-markdown-it
   step "building the page"
   build playground page
   rm -rf "$page"
   mkdir -p out
   cp -r build/playground/page "$page"
+  tools/guide_pages.py "$page/guide"
+  archive_sources "$page/zelvan-source.tar.gz"
   case ${1:-} in
     --check) check_playground "$page" ;;
     '')
-      printf 'Open %s/index.html, or the address below. Ctrl-C ends it.\n' "$page"
+      printf 'Open %s/index.html, or the address below. Press Ctrl-C to stop.\n' "$page"
       exec python3 -u -m http.server --bind 127.0.0.1 --directory "$page" "${ZELVAN_PORT:-0}"
       ;;
   esac
 }
 
-# The page's types, and then the page itself in a browser, beside a native program.
+# archive_sources FILE: packs the sources as they are now; in a clone only files that git knows.
+archive_sources() {
+  if git rev-parse --git-dir >/dev/null 2>&1; then
+    git ls-files -z
+  else
+    find . \( -path ./build -o -path ./out \) -prune -o ! -type d -print0
+  fi | tar -czf "$1" --null --files-from=- --transform='s,^\(\./\)*,zelvan/,S'
+}
+
+# Checks the types of the page's scripts, and tries the page in a browser, beside a native program.
 check_playground() {
   local source=examples/playground work=build/playground-check
   need_to_test chromium
-  command -v npm >/dev/null || need npm  # which other packages of node bring along
-  step "building what the page is compared with"
+  command -v npm >/dev/null || need npm  # some packages of node include it
+  step "building the native program to compare with"
   build gcc playground_counts
   mkdir -p "$work"
   if ! cmp -s "$source/package-lock.json" "$work/package-lock.json"; then
-    step "installing what drives the browser"
+    step "installing the packages that control the browser"
     cp "$source"/{package.json,package-lock.json,.npmrc} "$work"
     (cd "$work" && npm ci --ignore-scripts --no-audit --no-fund --loglevel=error >/dev/null) || {
       rm -f "$work/package-lock.json"
-      fail "npm could not install what $source/package-lock.json names"
+      fail "npm could not install the packages in $source/package-lock.json"
     }
   fi
   step "the types of the page"
-  "$work/node_modules/.bin/tsc" -p "$source" || fail "the page's types do not fit; see above"
+  "$work/node_modules/.bin/tsc" -p "$source" || fail "the page has type errors: see above"
   step "the page in a browser"
-  cp "$source"/check*.mjs "$work"  # beside the packages that they import
+  cp "$source"/check*.mjs "$work"  # to the folder of the packages that they import
   timeout 600 node "$work/check.mjs" "$1" build/gcc/examples/playground/playground_counts \
     out/playground-pictures ||
-    fail "the page is not as it should be; its looks are in out/playground-pictures"
+    fail "the page has faults: see above; pictures of it are in out/playground-pictures"
 }

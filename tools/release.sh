@@ -1,4 +1,4 @@
-# ./dev release and ./dev verify, with the functions of dev at hand.
+# ./dev release and ./dev verify. Sourced by dev, whose functions they use.
 # shellcheck shell=bash
 
 # release KEY: makes the release of the last commit in out/release, signed by the maintainer's KEY.
@@ -7,9 +7,9 @@ release() {
   need gnupg reuse
   local key=$1 folder=$PWD/out/release work=$PWD/build/package
   gpg --batch --list-secret-keys "$key" >/dev/null 2>&1 || fail "gpg has no secret key '$key'"
-  git diff --quiet HEAD || fail "a release is made of a commit; commit first, or undo what you changed"
+  git diff --quiet HEAD || fail "a release is made from a commit; commit or undo your changes first"
   package
-  [[ -e $work/tried ]] || fail "a release has to pass the clean root"
+  [[ -e $work/tried ]] || fail "a release must pass its tests in a clean root"
 
   step "the list of files and licences, the checksums, the signature"
   rm -rf "$folder" "$work/listed"
@@ -21,12 +21,13 @@ release() {
       >"$(echo "$folder"/zelvan-*.tar.gz).spdx" || fail "reuse could not list the licences"
   (cd "$folder" && sha256sum -- * >"$work/SHA256SUMS" && mv "$work/SHA256SUMS" .)
   gpg --batch --local-user "$key" --armor --detach-sign "$folder/SHA256SUMS" ||
-    fail "gpg did not sign with '$key'"
-  printf '\nMade in out/release:\n'
+    fail "gpg could not sign with '$key'"
+  printf '\nCreated in out/release:\n'
   (cd "$folder" && stat -c '%9s  %n' -- *)
 }
 
-# verify FOLDER KEYFILE: what a stranger checks, who has KEYFILE from the maintainer.
+# verify FOLDER KEYFILE: verifies a release as a user does who has the maintainer's public key in
+# KEYFILE.
 verify() {
   . tools/package.sh
   . tools/clean_root.sh
@@ -45,8 +46,8 @@ verify() {
   (cd "$folder" && sha256sum --check --strict SHA256SUMS &&
     diff <(sed 's/^[^ ]*  //' SHA256SUMS | sort) \
       <(find . -type f ! -name 'SHA256SUMS*' -printf '%P\n' | sort)) ||
-    fail "a file in $1 is not the one that was signed for"
+    fail "the files in $1 are not those that were signed"
   cp "$folder"/zelvan-*.tar.gz "$folder"/*.deb "$work/try"
-  try_in_clean_root "$work/try" || fail "without a clean root it is not known what the packages are of"
+  try_in_clean_root "$work/try" || fail "without a clean root, the packages can't be compared with their sources"
   printf 'Verified: %s\n' "$1"
 }

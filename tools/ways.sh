@@ -1,9 +1,9 @@
-# ./dev ways, with the functions of dev at hand.
+# ./dev ways. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# Follows the README as a stranger would, word for word, with the last commit in a clean Debian root.
-# Each way to install the library ends with the output of the README's program and an optimised
-# library, and the demo ends with its pictures.
+# Runs the README's commands to draw the demo, to install and to link, word for word, with the last
+# commit in a clean Debian root. Each way to install must end with the output of the README's program
+# and an optimised library, and the demo with its pictures.
 ways() {
   . tools/clean_root.sh
   need_clean_root git python3
@@ -18,7 +18,7 @@ ways() {
   type=$(from_readme '`(-DCMAKE_BUILD_TYPE=Release)`')
   rm -rf "$work"
   mkdir -p "$work/try"
-  git diff --quiet HEAD || printf '\nNot tried: what is not committed.\n'
+  git diff --quiet HEAD || printf '\nWarning: uncommitted changes are not tested.\n'
   git archive --prefix=zelvan/ -o "$work/try/zelvan.tar" HEAD
   python3 tests/guide/guide_example.py extract README.md "$work/try/app.cpp"
   {
@@ -28,7 +28,7 @@ export DEBIAN_FRONTEND=noninteractive CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 apt-get install -qq --no-install-recommends g++ cmake make pkg-config >/dev/null
 tar xf zelvan.tar
 
-# optimised FOLDER: a library built there is one.
+# optimised FOLDER: fails unless a library built in FOLDER is optimised.
 optimised() {
   grep -rqE --include=flags.make --include=build.ninja '^ *(CXX_)?FLAGS = .*-O3' "$1" && return
   echo "the library in $1 is not optimised"
@@ -81,20 +81,21 @@ $demo
 cp -r out ../said/demo
 END
   } >"$work/try/run"
-  step "the README's ways in, in a clean root"
+  step "the README's commands, in a clean root"
   in_clean_root "$work/try" || return 0
   for way in by_hand install find_package add_subdirectory; do
     python3 tests/guide/guide_example.py run README.md cat "$work/said/$way" ||
-      fail "by the README's way '$way' its program prints something else"
-    echo "$way: the README's program, with an optimised library"
+      fail "the README's program prints something else if built by '$way'"
+    echo "$way: the program's output is right, and the library is optimised"
   done
   python3 tools/pictures.py "$work/said/demo" || fail "the README's $demo does not draw what it should"
 }
 
-# from_readme PATTERN: prints the group of PATTERN. Exactly one line of the README must match it.
+# from_readme PATTERN: prints the text that the group of PATTERN matches in the README. Exactly one
+# line must match.
 from_readme() {
   local found
   found=$(perl -ne "print \"\$1\\n\" if m{$1}" README.md)
-  [[ $found && $found != *$'\n'* ]] || fail "not exactly one line of README.md matches $1"
+  [[ $found && $found != *$'\n'* ]] || fail "README.md must have exactly one line that matches $1"
   printf '%s\n' "$found"
 }

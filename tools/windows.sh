@@ -1,11 +1,11 @@
-# ./dev windows, with the functions of dev at hand.
+# ./dev windows. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# A Windows of its own in build/wine, of which no process stays behind.
+# Starts a separate Windows in build/wine. Its processes end with this script.
 start_wine() {
   export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
   export PATH=$PATH:/usr/lib/wine
-  # With a third drive, on another disk as far as there is one.
+  # Adds a third drive, on another file system if possible.
   mkdir -p "$WINEPREFIX"/{dosdevices,drive_c}
   ln -sfn ../drive_c "$WINEPREFIX/dosdevices/c:"
   ln -sfn / "$WINEPREFIX/dosdevices/z:"
@@ -13,7 +13,7 @@ start_wine() {
   ln -sfn "$third_drive" "$WINEPREFIX/dosdevices/q:"
   trap 'wineserver64 -k || true; rm -rf "$third_drive"' EXIT
   wineserver64 -p
-  wine64 wineboot --init >/dev/null 2>&1 || fail "Wine did not start; see what wine64 wineboot says"
+  wine64 wineboot --init >/dev/null 2>&1 || fail "Wine did not start; run wine64 wineboot to see why"
 }
 
 windows() {
@@ -24,13 +24,13 @@ windows() {
   step "all tests under Wine"
   run_tests windows -E 'exhaustive/colours'
   awk '/^\[       OK \]/ && !/DISABLED/ { run[$4] } /^\[  SKIPPED \] .* ms/ { skipped[$4] }
-       END { for (name in skipped) if (!(name in run)) print "not run here:", name
-             printf "%d tests in these programs passed\n", length(run) }' \
+       END { for (name in skipped) if (!(name in run)) print "skipped:", name
+             printf "%d tests passed\n", length(run) }' \
     build/windows/Testing/Temporary/LastTest.log
   package_for_windows
 }
 
-# The zip file is checked as a stranger would: unpacked elsewhere, with the README's program.
+# Makes the zip package, unpacks it and builds the README's program with it.
 package_for_windows() {
   local version name work=build/windows-package
   version=$(sed -n 's/^project(zelvan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
@@ -56,11 +56,11 @@ END
   cmake -G Ninja -S "$work/program" -B "$work/program/build" --log-level=ERROR \
     --toolchain "$PWD/cmake/toolchains/windows-x64.cmake" \
     -DCMAKE_PREFIX_PATH="$PWD/$work/$name" >/dev/null &&
-    cmake --build "$work/program/build" >/dev/null || fail "a program did not build with the package"
+    cmake --build "$work/program/build" >/dev/null || fail "could not build a program with the package"
   cp "$work/$name/bin/zelvan.dll" "$work/program/build"
   python3 tests/guide/guide_example.py run README.md wine64 \
-    "$PWD/$work/program/build/program.exe" || fail "a program did not run with the package"
+    "$PWD/$work/program/build/program.exe" || fail "the README's program fails with the package"
   [[ $(wine64 "$work/program/build/consumer.exe") == "a region of my own, hit; 0x0p+0"* ]] ||
-    fail "a class derived in a program is not known to the library of the package"
-  printf 'Made: build/%s.zip, %s bytes\n' "$name" "$(stat -c %s "build/$name.zip")"
+    fail "the consumer, which derives a class, fails with the package"
+  printf 'Created: build/%s.zip, %s bytes\n' "$name" "$(stat -c %s "build/$name.zip")"
 }

@@ -1,5 +1,5 @@
-# For 32-bit ARM, built on Debian: packages g++-arm-linux-gnueabihf and qemu-user, which
-# runs what was built (ctest does so by itself). For this library and for programs that use it:
+# Cross compiles for 32-bit ARM on Debian: needs the packages g++-arm-linux-gnueabihf and
+# qemu-user; ctest runs programs under qemu. For this library and for programs that use it:
 #
 #     cmake -B build --toolchain cmake/toolchains/linux-armhf.cmake
 set(processor arm)

@@ -1,5 +1,5 @@
-# For little-endian POWER, built on Debian: packages g++-powerpc64le-linux-gnu and qemu-user, which
-# runs what was built (ctest does so by itself). For this library and for programs that use it:
+# Cross compiles for little-endian POWER on Debian: needs the packages g++-powerpc64le-linux-gnu and
+# qemu-user; ctest runs programs under qemu. For this library and for programs that use it:
 #
 #     cmake -B build --toolchain cmake/toolchains/linux-ppc64le.cmake
 set(processor ppc64le)

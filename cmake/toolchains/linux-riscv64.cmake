@@ -1,5 +1,5 @@
-# For 64-bit RISC-V, built on Debian: packages g++-riscv64-linux-gnu and qemu-user, which
-# runs what was built (ctest does so by itself). For this library and for programs that use it:
+# Cross compiles for 64-bit RISC-V on Debian: needs the packages g++-riscv64-linux-gnu and
+# qemu-user; ctest runs programs under qemu. For this library and for programs that use it:
 #
 #     cmake -B build --toolchain cmake/toolchains/linux-riscv64.cmake
 set(processor riscv64)

@@ -1,11 +1,11 @@
-// What the page's glue counts and computes, as a program of this machine: the page has to show just
-// the same.
+// Prints what the page's functions count and compute in a native program. The page must show the
+// same numbers.
 //
 //     playground_counts X Y SCALE TURN WIDTH HEIGHT UNITS [X Y WIDTH HEIGHT DEGREES RINGS]
 //
-// takes the arguments of `set_view`, draws the view, or, with those of `draw_frame`, a frame in it,
-// and prints how many vertices came in, were kept and drawn, how many rings, and a digest of all
-// the coordinates and flags.
+// takes the arguments of `set_view`, and optionally those of `draw_frame`. It draws the view, or
+// the frame in it, and prints the vertices read, kept and drawn, the rings, and a digest of all
+// coordinates and flags.
 
 #include "playground.h"
 
@@ -15,7 +15,7 @@
 
 namespace {
 
-// FNV-1a, by words.
+// FNV-1a, one word at a time.
 void digest_words(const int* first, int count, std::uint32_t& digest) {
   for (const int* word = first; word != first + count; ++word) {
     digest = (digest ^ static_cast<std::uint32_t>(*word)) * 16777619u;

@@ -1,18 +1,18 @@
-// The world as the library has it, for JavaScript: numbers, arrays and texts in the place of
-// addresses. All that it does is done by the library; arrays are looked at where it left them.
+// The world for JavaScript: calls the library and turns addresses into numbers, arrays and texts.
+// Arrays are not copied: they are views of the library's memory.
 'use strict';
 
 /**
- * What became of outlines on their way to the device. The arrays are the library's and stay until
- * the same layer is drawn again.
+ * Outlines on the device, and counts from the way there. The arrays are the library's: they stay
+ * valid until the same layer is drawn again.
  * @typedef {object} Layer
  * @property {Int32Array} points  x and y of one vertex after the other, in units of the grid
- * @property {Int32Array} flags  for each vertex: bit 0, is the edge to the next one visible;
- *     bit 1, does it go back to the first of the ring instead
- * @property {Int32Array} pieces  country, first vertex and number of vertices, one after the other
- * @property {number} cameIn  vertices
- * @property {number} kept  after clipping
- * @property {number} drawn  after mapping
+ * @property {Int32Array} flags  for each vertex: bit 0 if the edge to the next vertex is visible,
+ *     bit 1 if that next vertex is the first of the ring
+ * @property {Int32Array} pieces  country, first vertex and number of vertices of each piece
+ * @property {number} cameIn  vertices read, again for each further copy of the map in reach
+ * @property {number} kept  vertices after clipping
+ * @property {number} drawn  vertices after mapping
  * @property {number} rings
  * @property {number} clipMilliseconds
  * @property {number} mapMilliseconds
@@ -20,11 +20,24 @@
 
 /**
  * @typedef {object} View
- * @property {number} x  of the place in the middle: its longitude
- * @property {number} y  its latitude, stretched as the map is
+ * @property {number} x  longitude of the place in the middle
+ * @property {number} y  its latitude, stretched like the map
  * @property {number} scale  pixels to a degree
  * @property {number} turn  degrees counter-clockwise
  */
+
+/**
+ * A rectangle on the device, turned clockwise.
+ * @typedef {object} Frame
+ * @property {number} x  of its middle
+ * @property {number} y
+ * @property {number} width
+ * @property {number} height
+ * @property {number} degrees
+ */
+
+/** An upright rectangle on the device.
+ * @typedef {{left: number, top: number, width: number, height: number}} Box */
 
 /** @typedef {{country: number, x: number, y: number, size: number}} PlacedName */
 
@@ -35,7 +48,7 @@ class World {
     const indices = [...Array(library._open_world()).keys()];
     /** @type {string[]} */
     this.names = indices.map((country) => this.#textAt(library._country_name(country)));
-    /** Which of seven colours each has. @type {number[]} */
+    /** The colour of each country, 0 to 6. @type {number[]} */
     this.colours = indices.map((country) => library._country_colour(country));
     this.unitsPerPixel = 1;
     this.placedNames = 0;
@@ -50,11 +63,16 @@ class World {
     return this.library._map_y(latitude);
   }
 
+  /** The latitude of a y on the map. @param {number} y */
+  latitudeAt(y) {
+    return this.library._latitude_at(y);
+  }
+
   /**
    * @param {View} view
    * @param {number} width  in pixels
    * @param {number} height
-   * @param {number} unitsPerPixel  of the grid that outlines are rounded to
+   * @param {number} unitsPerPixel  outlines are rounded to this part of a pixel
    */
   setView(view, width, height, unitsPerPixel) {
     this.unitsPerPixel = unitsPerPixel;
@@ -71,14 +89,14 @@ class World {
     return this.#pairAt(this.library._pixel_of(x, y));
   }
 
-  /** @param {boolean} hasBordersOnce  so that dashes of two neighbours don't fill their gaps */
+  /** @param {boolean} hasBordersOnce  draws the border of two neighbours once, so that the dashes
+   *     of one don't fill the gaps of the other */
   drawView(hasBordersOnce) {
     return this.#layerAt(this.library._draw_view(Number(hasBordersOnce)));
   }
 
   /**
-   * @param {{x: number, y: number, width: number, height: number, degrees: number}} frame  on the
-   *     device, about x, y, turned clockwise
+   * @param {Frame} frame
    * @param {boolean} cutsIntoRings
    * @param {boolean} hasBordersOnce
    */
@@ -93,30 +111,32 @@ class World {
     return this.#layerAt(this.library._draw_country(country));
   }
 
-  /** The country at a pixel, -1 for none. @param {number} pixelX @param {number} pixelY */
+  /** The country at a pixel, or -1 at sea. @param {number} pixelX @param {number} pixelY */
   pick(pixelX, pixelY) {
     return this.library._pick(pixelX, pixelY);
   }
 
-  /** Dash, gap and so on in pixels; none for a solid line. @param {number} index  from 1 on */
+  /** Dash, gap and so on in pixels; empty for a solid line; null if there is no such line type.
+   * @param {number} index  from 1 on */
   lineType(index) {
     const start = this.library._line_type(index) / 8;
     const count = this.library.HEAPF64[start];
     return count < 0 ? null : [...this.library.HEAPF64.subarray(start + 1, start + 1 + count)];
   }
 
-  /** A colour for a canvas. @param {string} text  such as HSV 210 0.3 0.9 */
+  /** Turns a colour of the library into one of a canvas.
+   * @param {string} text  such as HSV 210 0.3 0.9 */
   colour(text) {
     this.#handOver(new TextEncoder().encode(text + '\0'));
     const colour = this.library._colour_of_text();
-    if (colour < 0) throw new Error(`${text} is no colour`);
+    if (colour < 0) throw new Error(`${text} is not a colour`);
     return '#' + colour.toString(16).padStart(6, '0');
   }
 
   /**
-   * Chooses pens that stand for the picture's colours.
+   * Chooses pens that come closest to the picture's colours.
    * @param {ImageData} picture
-   * @param {number} count  at most so many
+   * @param {number} count  the largest number of pens
    */
   choosePens(picture, count) {
     this.#handOver(picture.data);
@@ -136,16 +156,17 @@ class World {
   }
 
   /**
-   * Places the names that have room in the view drawn last.
+   * Places the names that have room inside a box.
    * @param {number[]} widths  of each country's name in letters of one pixel
+   * @param {Box} box
    * @param {number} largest  height of the letters in pixels
    */
-  placeNames(widths, largest) {
+  placeNames(widths, {left, top, width, height}, largest) {
     this.#handOver(new Uint8Array(new Float64Array(widths).buffer));
-    this.placedNames = this.library._place_names(largest);
+    this.placedNames = this.library._place_names(left, top, width, height, largest);
   }
 
-  /** Where those names are in the present view. @returns {PlacedName[]} */
+  /** Where the placed names are in the present view. @returns {PlacedName[]} */
   namesNow() {
     const start = this.library._placed_names_now() / 8;
     const numbers = this.library.HEAPF64;
@@ -171,7 +192,8 @@ class World {
     };
   }
 
-  /** @param {Uint8Array | Uint8ClampedArray} bytes */
+  /** Copies bytes into the library's buffer; returns its address.
+   * @param {Uint8Array | Uint8ClampedArray} bytes */
   #handOver(bytes) {
     const address = this.library._room_for(bytes.length);
     this.library.HEAPU8.set(bytes, address);

@@ -1,11 +1,11 @@
-// Which part of the map is shown, and what mouse, wheel, fingers and keys do to it.
+// Which part of the map is shown, and how mouse, wheel, fingers and keys change it.
 'use strict';
 
 /** A place in the picture, in pixels of the device. @typedef {{x: number, y: number}} Pixel */
 
 /**
- * What a key does while it is held: to the right and down, in pixels; zooming in; turning
- * counter-clockwise, in degrees. All in a second.
+ * What a key does in each second while it is held: moves to the right and down by pixels, zooms in
+ * by a power of e, turns counter-clockwise by degrees.
  * @type {Record<string, {x?: number, y?: number, zoom?: number, turn?: number}>}
  */
 const heldKeys = {
@@ -22,11 +22,11 @@ const heldKeys = {
 };
 
 // Milliseconds
-const restAfter = 140;      // without motion
-const shortestPress = 120;  // of a key: less would hardly move the map
+const restAfter = 140;      // the map counts as moving for so long after a change
+const shortestPress = 120;  // a shorter press of a key would hardly move the map
 const glideTime = 320;
 
-/** By how many degrees one goes from a to b about a centre, clockwise on the screen.
+/** The angle from a to b about a centre, in degrees clockwise on the screen.
  * @param {Pixel} a @param {Pixel} b @param {Pixel} centre */
 function angleBetween(a, b, centre) {
   const angle =
@@ -34,12 +34,15 @@ function angleBetween(a, b, centre) {
   return (angle - 2 * Math.PI * Math.round(angle / (2 * Math.PI))) * 180 / Math.PI;
 }
 
+// Degrees of latitude: all land but the inner Antarctic lies between them.
+const north = 84, south = -78;
+
 class Navigation {
   /**
    * @param {World} world
    * @param {Picture} picture
    * @param {HTMLCanvasElement} surface  where the user acts
-   * @param {(hasMoved: boolean) => void} changed  told when there is something to be drawn
+   * @param {(hasMoved: boolean) => void} changed  called when there is something to draw
    */
   constructor(world, picture, surface, changed) {
     this.world = world;
@@ -48,16 +51,19 @@ class Navigation {
     this.changed = changed;
     /** @type {View} */
     this.view = {x: 0, y: 0, scale: 1, turn: 0};
-    /** Where the mouse is, or a finger was last. @type {Pixel | null} */
+    /** True while the view is that of `home`. */
+    this.isHome = false;
+    /** Where the mouse is, or the last finger was. @type {Pixel | null} */
     this.mouse = null;
     this.isByKeyboard = false;
-    /** Fingers, or a mouse with a button down. @type {Map<number, Pixel>} */
+    /** Fingers on the map, or the mouse if a button is down. @type {Map<number, Pixel>} */
     this.pointers = new Map();
     this.isTurning = false;
-    /** Keys that move the map, by where they are on the keyboard.
+    /** Keys that are held, by their place on the keyboard.
      * @type {Map<string, {motion: typeof heldKeys[string], since: number, until: number}>} */
     this.keys = new Map();
-    /** A motion that goes on by itself. @type {((time: number) => boolean) | null} */
+    /** A motion that continues by itself until it returns false.
+     * @type {((time: number) => boolean) | null} */
     this.motion = null;
     this.lastMoved = -Infinity;
     this.lastStep = 0;
@@ -66,34 +72,44 @@ class Navigation {
 
   // ---- the view
 
-  /** The whole world, as far as it has room. @returns {View} */
+  /** The view of the whole world, north up, where no card covers it. @returns {View} */
   home() {
-    const {width, height, free} = this.picture;
-    const scale = Math.max(width / 350, height / 280);
+    const {width, height, free, pixelRatio} = this.picture;
+    const top = this.world.mapY(north), bottom = this.world.mapY(south);
+    const margin = 8 * pixelRatio;
+    const scale = Math.max(Math.min((free.width - margin) / 360,
+                                    (free.height - margin) / (top - bottom)), 0.1);
     return {
-      x: 10 + (width / 2 - free.left - free.width / 2) / scale,
-      y: this.world.mapY(26) - (height / 2 - free.top - free.height / 2) / scale,
+      x: 10 + (width / 2 - free.left - free.width / 2) / scale,  // the cut is in Bering Strait
+      y: (top + bottom) / 2 - (height / 2 - free.top - free.height / 2) / scale,
       scale,
       turn: 0,
     };
   }
 
+  showHome() {
+    this.setView(this.home());
+    this.isHome = true;
+  }
+
   /** @param {View} view */
   setView(view) {
-    const {width, height, pixelRatio} = this.picture;
-    const least = Math.max(width / 360, height / 300), most = 300 * pixelRatio;
-    this.view = {
-      ...view,
-      y: Math.min(Math.max(view.y, -150), 165),
-      scale: Math.min(Math.max(view.scale, least), most),
-    };
+    const {width, height, pixelRatio, free} = this.picture;
+    const least = this.home().scale, most = 300 * pixelRatio;
+    const scale = Math.min(Math.max(view.scale, least), most);
+    // The middle of the free part stays on the map, however far it is from that of the window.
+    const offset = Math.hypot(width / 2 - free.left - free.width / 2,
+                              height / 2 - free.top - free.height / 2) / scale;
+    const y = Math.min(Math.max(view.y, -150 - offset), 165 + offset);
+    this.view = {...view, y, scale};
+    this.isHome = false;
     this.world.setView(this.view, width, height, this.world.unitsPerPixel);
     this.lastMoved = performance.now();
     this.changed(true);
   }
 
   /**
-   * Changes scale and turn, and moves the map so that a place comes to lie at a pixel.
+   * Changes scale and turn, and moves the map so that a place is shown at a pixel.
    * @param {[number, number]} place  on the map
    * @param {Pixel} pixel
    * @param {number} scale
@@ -117,7 +133,7 @@ class Navigation {
     return {x: this.picture.width / 2, y: this.picture.height / 2};
   }
 
-  /** The pixel that is pointed at. */
+  /** The pixel that the user points at. */
   get target() {
     return this.isByKeyboard ? this.middle : this.mouse;
   }
@@ -134,7 +150,7 @@ class Navigation {
     return this.isGoingOn || performance.now() - this.lastMoved < restAfter;
   }
 
-  // The map repeats, and so may its numbers.
+  // Brings longitude and turn back to -180 to 180 degrees. The map looks the same.
   normalise() {
     this.view.x -= 360 * Math.floor((this.view.x + 180) / 360);
     this.view.turn -= 360 * Math.floor((this.view.turn + 180) / 360);
@@ -142,9 +158,9 @@ class Navigation {
     this.world.setView(this.view, width, height, this.world.unitsPerPixel);
   }
 
-  // ---- motions that go on by themselves
+  // ---- motions that continue by themselves
 
-  /** Does what is due in a frame. @param {number} time  of the frame */
+  /** Moves the map in a frame, if it moves by itself. @param {number} time  of the frame */
   step(time) {
     const elapsed = Math.min(Math.max(time - this.lastStep, 0), 50);
     this.lastStep = time;
@@ -152,8 +168,7 @@ class Navigation {
     if (this.keys.size > 0) this.#moveByKeys(elapsed / 1000);
   }
 
-  /** What a button says, or a key: zoomIn, zoomOut, turnLeft, turnRight, home.
-   * @param {string} what */
+  /** Does what a button says. @param {string} what  zoomIn, zoomOut, turnLeft, turnRight or home */
   take(what) {
     const {middle} = this;
     if (what === 'home') this.#glideHome();
@@ -163,7 +178,7 @@ class Navigation {
     if (what === 'turnRight') this.#glideAbout(middle, 1, -15);
   }
 
-  /** @param {(share: number, before: View) => void} step  given a share from 0 to 1 */
+  /** @param {(share: number, before: View) => void} step  called with a share from 0 to 1 */
   #glide(step) {
     const before = {...this.view};
     const start = performance.now();
@@ -188,6 +203,7 @@ class Navigation {
     this.normalise();
     const target = this.home();
     this.#glide((share, before) => {
+      if (share === 1) return this.showHome();
       const mix = (/** @type {number} */ a, /** @type {number} */ b) => a + share * (b - a);
       const scale = before.scale * (target.scale / before.scale) ** share;
       const nearest = before.x - 360 * Math.round((before.x - target.x) / 360);
@@ -223,22 +239,28 @@ class Navigation {
     surface.addEventListener('pointerup', (event) => this.#up(event));
     surface.addEventListener('pointercancel', (event) => this.#up(event));
     surface.addEventListener('pointerleave', (event) => {
-      if (event.pointerType === 'mouse') this.#point(null);  // a finger leaves what it has named
+      if (event.pointerType === 'mouse') this.#point(null);  // a finger's country stays named
     });
     surface.addEventListener('contextmenu', (event) => event.preventDefault());
     surface.addEventListener(
         'dblclick', (event) => this.#glideAbout(this.#pixelOf(event), event.shiftKey ? 0.5 : 2, 0));
     surface.addEventListener('wheel', (event) => this.#wheel(event), {passive: false});
-    surface.addEventListener('keydown', (event) => this.#keyDown(event));
-    surface.addEventListener('keyup', (event) => {
+    // Keys work at once, without a click on the map first.
+    document.addEventListener('keydown', (event) => this.#keyDown(event));
+    document.addEventListener('keyup', (event) => {
       const held = this.keys.get(event.code);
       if (held) held.until = Math.max(performance.now(), held.since + shortestPress);
     });
-    surface.addEventListener('blur', () => {
-      this.keys.clear();
-      this.isByKeyboard = false;
-      this.changed(false);
+    document.addEventListener('focusin', (event) => {
+      if (event.target !== surface) this.#endKeys();
     });
+    addEventListener('blur', () => this.#endKeys());
+  }
+
+  #endKeys() {
+    this.keys.clear();
+    this.isByKeyboard = false;
+    this.changed(false);
   }
 
   /** @param {MouseEvent} event @returns {Pixel} */
@@ -312,16 +334,20 @@ class Navigation {
     const pixel = this.#pixelOf(event);
     const delta = (event.deltaY || event.deltaX) *
                   (event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1);
-    // Two fingers that pinch on a pad come as a wheel with Ctrl, in smaller steps.
+    // A pinch on a touch pad arrives as a wheel with Ctrl, in smaller steps.
     if (event.shiftKey) this.change(pixel, 1, -delta / 8);
     else this.change(pixel, Math.exp(-delta * (event.ctrlKey ? 0.01 : 0.0016)), 0);
   }
 
   /** @param {KeyboardEvent} event */
   #keyDown(event) {
-    if (event.ctrlKey || event.metaKey || event.altKey) return;
-    const motion = heldKeys[event.key.toLowerCase()];
-    if (!motion && event.key !== 'Home') return;
+    if (event.ctrlKey || event.metaKey || event.altKey || event.defaultPrevented) return;
+    const key = event.key.toLowerCase();
+    const motion = heldKeys[key];
+    if (!motion && key !== 'home') return;
+    // In the panel, the arrows choose and scroll, and so does Home.
+    const isInPanel = event.target instanceof Element && event.target.closest('#panel') !== null;
+    if (isInPanel && (key === 'home' || key.startsWith('arrow'))) return;
     event.preventDefault();
     this.isByKeyboard = true;
     if (event.repeat) return;

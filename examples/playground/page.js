@@ -1,7 +1,14 @@
-// The page: when a frame is drawn, what the controls say, and what is told.
+// The page: decides when to draw a frame, reads the controls, and writes the texts.
 'use strict';
 
 const readoutEvery = 250;  // milliseconds, while the map moves
+const enoughFrames = 8;    // the first frames after a change are slow, so a median needs more
+
+/** What the built-in line types look like, from number 1 on. The library has numbers only. */
+const lineTypeNames = [
+  'Solid', 'Dashed', 'Dotted', 'Dash, dot', 'Dash, two dots', 'Solid, 110', 'Solid, 120',
+  'Solid, 130', 'Wide gaps', 'Long, short', 'Longer, short', 'Long dashes', 'Long, two short',
+];
 
 /**
  * @template {Element} T
@@ -15,7 +22,7 @@ function element(id, type) {
   return found;
 }
 
-/** Puts text with marks into an element, if it isn't there yet. @param {string} id
+/** Puts HTML into an element unless it is there already. @param {string} id
  * @param {string} html */
 function tell(id, html) {
   const target = element(id, HTMLElement);
@@ -24,25 +31,59 @@ function tell(id, html) {
   target.innerHTML = html;
 }
 
-/** With a thin blank at the thousands. @param {number} n */
+/** Writes a number with thin blanks between thousands. @param {number} n */
 const grouped = (n) => n.toLocaleString('en').replace(/,/g, '\u202f');
 
-/** What frames of the last second have cost, for the medians. */
+/** The largest part of a box that no card meets. @param {Box} box @param {Box[]} cards
+ * @returns {Box} */
+function largestFree(box, cards) {
+  const right = box.left + box.width, bottom = box.top + box.height;
+  const card = cards.find(({left, top, width, height}) => width > 0 && left < right &&
+      left + width > box.left && top < bottom && top + height > box.top);
+  if (!card) return box;
+  const cardRight = card.left + card.width, cardBottom = card.top + card.height;
+  const around = [
+    {...box, width: card.left - box.left},
+    {...box, left: cardRight, width: right - cardRight},
+    {...box, height: card.top - box.top},
+    {...box, top: cardBottom, height: bottom - cardBottom},
+  ];
+  return around.filter(({width, height}) => width > 0 && height > 0)
+      .map((rest) => largestFree(rest, cards))
+      .reduce((best, rest) => rest.width * rest.height > best.width * best.height ? rest : best,
+              {...box, width: 0, height: 0});
+}
+
+/** The times of the frames in the last second. */
 class Costs {
   /** @type {{time: number, clip: number, map: number, draw: number}[]} */
   #frames = [];
+
+  /** Medians in milliseconds, or null until there were enough frames.
+   * @type {{clip: number, map: number, draw: number} | null} */
+  medians = null;
 
   /** @param {{clip: number, map: number, draw: number}} cost */
   add({clip, map, draw}) {
     const time = performance.now();
     this.#frames = this.#frames.filter((frame) => time - frame.time < 1000);
     this.#frames.push({time, clip, map, draw});
+    if (this.#frames.length < enoughFrames) return;
+    this.medians = {
+      clip: this.#median('clip'), map: this.#median('map'), draw: this.#median('draw'),
+    };
   }
 
-  /** @param {'clip' | 'map' | 'draw'} what  in milliseconds */
-  median(what) {
+  /** Forgets all frames: other settings take other times. */
+  clear() {
+    this.#frames = [];
+    this.medians = null;
+  }
+
+  /** @param {'clip' | 'map' | 'draw'} what */
+  #median(what) {
     const sorted = this.#frames.map((frame) => frame[what]).sort((a, b) => a - b);
-    return sorted[sorted.length >> 1] ?? 0;
+    return sorted[sorted.length >> 1];
   }
 }
 
@@ -55,7 +96,7 @@ class Page {
     this.navigation =
         new Navigation(world, this.picture, surface, (hasMoved) => this.#ask(hasMoved));
     this.costs = new Costs();
-    /** What was drawn last. @type {ReturnType<Picture['draw']> | null} */
+    /** The last result of drawing. @type {ReturnType<Picture['draw']> | null} */
     this.report = null;
     this.country = -1;
     this.overlayShown = '';
@@ -65,15 +106,23 @@ class Page {
     this.lastReadout = -Infinity;
     this.restTimer = 0;
 
+    /** @type {Options} */
+    this.options = {clip: 'window', grid: 0, lineType: 1, pens: 0, names: false};
     this.form = element('panel', HTMLFormElement);
+    this.toggle = element('toggle', HTMLButtonElement);
     this.#makeLineTypes();
-    this.options = this.#readOptions();
+    this.address = new Address(this.form, () => this.#sharedView(), (shared) => {
+      this.#takeOptions();
+      this.#show(shared);
+    });
+    this.sharedAtStart = this.address.read();
+    this.#takeOptions();
     this.#readScheme();
     this.#listen();
     this.#listenForSize(surface);
   }
 
-  /** True when all has been drawn that was asked for, as fine as can be. */
+  /** True when everything has been drawn in full detail. */
   get isAtRest() {
     return this.report !== null && !this.frameRequested && !this.isRestPending &&
            !this.navigation.isGoingOn;
@@ -86,15 +135,15 @@ class Page {
       const step = button.dataset.step;
       if (step) button.addEventListener('click', () => this.navigation.take(step));
     }
-    const toggle = element('toggle', HTMLButtonElement);
-    toggle.addEventListener('click', () => {
-      const isOpen = toggle.getAttribute('aria-expanded') === 'true';
-      toggle.setAttribute('aria-expanded', String(!isOpen));
+    this.toggle.addEventListener('click', () => {
+      const isOpen = this.toggle.getAttribute('aria-expanded') === 'true';
+      this.toggle.setAttribute('aria-expanded', String(!isOpen));
       this.#findFree();
+      if (this.navigation.isHome) this.navigation.showHome();
       this.#ask(true);
     });
     this.form.addEventListener('change', () => {
-      this.options = this.#readOptions();
+      this.#takeOptions();
       this.#ask(true);
     });
     this.form.addEventListener('submit', (event) => event.preventDefault());
@@ -104,15 +153,18 @@ class Page {
     });
   }
 
-  #readOptions() {
+  // Reads the controls.
+  #takeOptions() {
     const data = new FormData(this.form);
-    return /** @type {Options} */ ({
+    this.options = /** @type {Options} */ ({
       clip: data.get('clip'),
       grid: Number(data.get('grid')),
-      lineType: Number(data.get('lineType')),
+      lineType: Number(data.get('line')),
       pens: Number(data.get('pens')),
       names: data.has('names'),
     });
+    this.costs.clear();
+    tell('lineTypeNow', this.#lineTypeHtml(this.options.lineType));
   }
 
   #readScheme() {
@@ -121,22 +173,28 @@ class Page {
   }
 
   #makeLineTypes() {
-    const tiles = this.picture.dashes.map((dashes, i) => `
-      <label title="Line type ${i + 1}"><input type="radio" name="lineType" value="${i + 1}"
-        ${i === 0 ? 'checked' : ''} aria-label="Line type ${i + 1}"><span><svg viewBox="0 0 54 4"
-        preserveAspectRatio="none"><path d="M0 2H54" vector-effect="non-scaling-stroke"
-        stroke-dasharray="${dashes.join(' ') || 'none'}"/></svg></span></label>`);
-    element('lineTypes', HTMLDivElement).innerHTML = tiles.join('');
+    const rows = lineTypeNames.map((_, i) => `<label><input type="radio" name="line"
+        value="${i + 1}" ${i === 0 ? 'checked' : ''}><span>${this.#lineTypeHtml(i + 1)}</span>
+        </label>`);
+    element('lineTypes', HTMLDivElement).innerHTML = rows.join('');
+  }
+
+  /** Its number, its name and a sample. @param {number} lineType */
+  #lineTypeHtml(lineType) {
+    const dashes = this.picture.dashes[lineType - 1].join(' ') || 'none';
+    return `<b>${lineType}</b> ${lineTypeNames[lineType - 1]} <svg aria-hidden="true"><line x1="0"
+        y1="50%" x2="100%" y2="50%" stroke-dasharray="${dashes}"/></svg>`;
   }
 
   // ---- size
 
-  /** A canvas is sharp only with just the pixels of the device. @param {HTMLElement} surface */
+  /** Sizes the canvas to whole pixels of the device; it would be blurred otherwise.
+   * @param {HTMLElement} surface */
   #listenForSize(surface) {
     const observer = new ResizeObserver(([entry]) => {
       const ratio = devicePixelRatio;
       const size = (/** @type {number} */ css, /** @type {number | undefined} */ exact) =>
-          // Where a density is only simulated, the exact size knows nothing of it.
+          // A simulated density is not part of the exact size.
           exact && Math.abs(exact - css * ratio) < 2 ? exact : Math.round(css * ratio);
       const exact = entry.devicePixelContentBoxSize?.[0];
       this.#resize(size(entry.contentRect.width, exact?.inlineSize),
@@ -145,7 +203,7 @@ class Page {
     try {
       observer.observe(surface, {box: 'device-pixel-content-box'});
     } catch {
-      observer.observe(surface);  // not every browser can tell
+      observer.observe(surface);  // some browsers don't know the exact size
     }
   }
 
@@ -159,32 +217,66 @@ class Page {
     picture.resize(width, height, ratio);
     this.#findFree();
     const {view} = navigation;
-    navigation.setView(report ? {...view, scale: view.scale * zoom} : navigation.home());
+    if (!report) this.#show(this.sharedAtStart);
+    else if (navigation.isHome) navigation.showHome();
+    else navigation.setView({...view, scale: view.scale * zoom});
     navigation.lastMoved = -Infinity;
-    this.#draw(performance.now());  // before the browser shows a canvas that it has cleared
+    this.#draw(performance.now());  // before the browser shows the cleared canvas
   }
 
-  // What is free of cards: beside the panel, or between those along the edges.
   #findFree() {
     const {width, height, pixelRatio} = this.picture;
-    const boxOf = (/** @type {string} */ id) => element(id, HTMLElement).getBoundingClientRect();
-    const panel = boxOf('panel'), readout = boxOf('readout');
-    const isBeside = panel.width > 0 && panel.left > innerWidth / 3;
-    const isAcross = readout.width > innerWidth / 2;
-    const lower = panel.width > 0 && !isBeside ? panel : readout;
-    const top = isAcross ? boxOf('title').bottom * pixelRatio : 0;
-    const bottom = isAcross ? lower.top * pixelRatio : height;
-    this.picture.free = {
-      left: 0,
-      top,
-      width: isBeside ? panel.left * pixelRatio : width,
-      height: Math.max(bottom - top, 0),
+    const cards = [...document.querySelectorAll('.card')].map((card) => {
+      const box = card.getBoundingClientRect();
+      return {
+        left: box.left * pixelRatio,
+        top: box.top * pixelRatio,
+        width: box.width * pixelRatio,
+        height: box.height * pixelRatio,
+      };
+    });
+    this.picture.free = largestFree({left: 0, top: 0, width, height}, cards);
+  }
+
+  // ---- the view in the address
+
+  /** The part of the window beside the panel; all of it if the panel can be closed.
+   * @returns {Box} */
+  #sharedPart() {
+    const {width, height, pixelRatio} = this.picture;
+    const isPanelBeside = this.toggle.offsetWidth === 0;
+    const {left} = this.form.getBoundingClientRect();
+    return {left: 0, top: 0, width: isPanelBeside ? left * pixelRatio : width, height};
+  }
+
+  /** @returns {SharedView | null} */
+  #sharedView() {
+    const {world, navigation: {view, isHome}} = this;
+    if (isHome) return null;
+    const {width, height} = this.#sharedPart();
+    const [x, y] = world.placeAt(width / 2, height / 2);
+    const within180 = (/** @type {number} */ degrees) =>
+        degrees - 360 * Math.floor((degrees + 180) / 360);
+    return {
+      latitude: world.latitudeAt(y),
+      longitude: within180(x),
+      span: Math.min(width, height) / view.scale,
+      turn: within180(view.turn),
     };
+  }
+
+  /** @param {SharedView | null} shared  null for the whole world */
+  #show(shared) {
+    const {world, navigation} = this;
+    if (!shared) return navigation.showHome();
+    const {width, height} = this.#sharedPart();
+    navigation.hold([shared.longitude, world.mapY(shared.latitude)], {x: width / 2, y: height / 2},
+                    Math.min(width, height) / shared.span, shared.turn);
   }
 
   // ---- frames
 
-  /** Asks for a frame. @param {boolean} isGround  else what lies over the ground alone */
+  /** Asks for a frame. @param {boolean} isGround  false if only the overlay has changed */
   #ask(isGround) {
     this.isGroundStale ||= isGround;
     this.frameRequested ||= requestAnimationFrame((time) => {
@@ -208,6 +300,7 @@ class Page {
       this.isGroundStale = false;
       this.isRestPending = isMoving;
       if (isMoving) this.#restLater();
+      this.address.writeLater();
     }
     this.#pick();
     const cross = navigation.isByKeyboard ? navigation.middle : null;
@@ -222,45 +315,57 @@ class Page {
     }
   }
 
-  // What is held stays under the pointer: it need not be asked again.
+  // Finds the country at the pointer. A drag keeps it there, so it is not asked for again.
   #pick() {
     const {target, isHeld, motion} = this.navigation;
     if (isHeld && this.country >= 0) return;
     this.country = target && !motion ? this.world.pick(target.x, target.y) : -1;
   }
 
-  // Once the map is at rest it is drawn again, as fine as can be.
+  // Draws the map once more in full detail when it has come to rest.
   #restLater() {
     clearTimeout(this.restTimer);
     this.restTimer = setTimeout(() => this.#ask(false), restAfter + 10);
   }
 
-  // ---- what the page tells
+  // ---- texts
 
   #tell() {
-    const {report, costs, options, navigation} = this;
+    const {report, costs: {medians}, options, navigation} = this;
     if (!report) return;
     this.#tellCountry(navigation.target !== null, navigation.isByKeyboard);
     const {cameIn, kept, drawn, rings} = report;
     tell('vertices', `<b>${grouped(cameIn)}</b> <span class="spare">vertices</span> → ` +
-                     `<b>${grouped(kept)}</b> clipped → <b>${grouped(drawn)}</b> mapped`);
-    const [clip, map, draw] = /** @type {const} */ (['clip', 'map', 'draw']).map(
-        (what) => `${what} <b>${costs.median(what).toFixed(1)}</b>`);
-    tell('cost', `${clip} · ${map} · ${draw} ms a frame`);
+                     `<b>${grouped(kept)}</b> kept → <b>${grouped(drawn)}</b> drawn`);
+    const time = (/** @type {'clip' | 'map' | 'draw'} */ what) =>
+        `${what} <b>${medians?.[what].toFixed(1)}</b>`;
+    tell('cost', medians ? `${time('clip')} · ${time('map')} · ${time('draw')} ms a frame`
+                         : 'Move the map to time its frames.');
 
     tell('clipNote', {
-      off: 'What lies beyond the window is cut away before it is mapped and drawn.',
-      view: `What lies in the frame is kept, in ${grouped(rings)} rings. Edges along the frame come
-             out invisible, here in dashes: no coast is there.`,
-      rings: `What leaves the frame and comes back is cut apart: ${grouped(rings)} rings. Right in
-              general position: in a turned frame, islands may be lost.`,
-    }[options.clip]);
+      window: () => 'Keeps what lies in the window. The rest is neither mapped nor drawn.',
+      frame: () => `Keeps what lies in the turned frame, one ring for each polygon;
+                    ${grouped(rings)} are drawn. Edges along the frame are invisible; here they are
+                    dashed.`,
+      rings: () => this.#ringsNote(rings),
+    }[options.clip]());
     const {pens, coloursBefore} = this.picture;
     const hasPens = options.pens > 0;
     tell('penNote', hasPens ? `${grouped(coloursBefore)} colours, drawn with ${pens.length} pens.`
-                            : 'Draws the picture with so many pens, the closest for each colour.');
+                            : 'Draws each colour with the closest of 64 pens or fewer.');
     tell('swatches',
          hasPens ? pens.map((pen) => `<i style="background:${pen}"></i>`).join('') : '');
+  }
+
+  /** @param {number} rings */
+  #ringsNote(rings) {
+    const lost = this.picture.namesLostInRings();
+    const n = Math.min(lost.length, 3);
+    const others = lost.length > n ? ` and ${lost.length - n} more` : '';
+    const what = lost.length > 0 ? `Lost here: ${lost.slice(0, n).join(', ')}${others}.`
+                                 : 'Here it loses no whole country.';
+    return `Cuts what leaves the frame and returns into separate rings; ${grouped(rings)} are drawn.
+            In a turned frame this method loses some polygons that lie wholly inside. ${what}`;
   }
 
   /** @param {boolean} isPointing @param {boolean} isByKeyboard */

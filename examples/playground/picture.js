@@ -1,7 +1,7 @@
-// The map on a canvas: which colours, and what goes over what.
+// Draws the map on a canvas: its colours, and what is drawn over what.
 'use strict';
 
-/** Colours as the library reads them. */
+/** Colours in the library's notation. */
 const schemes = {
   light: {
     sea: 'RGB 0.80 0.88 0.94',
@@ -25,16 +25,17 @@ const schemes = {
 
 /**
  * @typedef {object} Options
- * @property {'off' | 'view' | 'rings'} clip  shows what clipping to a smaller frame does
- * @property {number} grid  pixels of CSS that outlines are rounded to; 0 for as fine as looks right
- * @property {number} lineType
- * @property {number} pens  0 for all colours
+ * @property {'window' | 'frame' | 'rings'} clip  to the window alone, or also to a smaller, turned
+ *     frame: by ClipPolygonSetToView, or by ClipPolygonSet, which cuts into rings
+ * @property {number} grid  outlines are rounded to so many CSS pixels; 0 for a part of a pixel
+ * @property {number} lineType  from 1 on
+ * @property {number} pens  the number of colours drawn; 0 for all
  * @property {boolean} names
  */
 
 /**
- * Adds rings to a path. A ring is closed by its fill: closePath takes time in proportion to all of
- * the path before it.
+ * Adds rings to a path. A fill closes them by itself; closePath takes time in proportion to the
+ * path so far.
  * @param {CanvasPath} path
  * @param {Layer} layer
  * @param {number} piece
@@ -73,7 +74,7 @@ function traceEdges(path, {points, flags, pieces}, piece, visible) {
   }
 }
 
-/** The map itself on one canvas, and over it on another what changes while it stays. */
+/** Draws the map on one canvas, and on another above it what changes while the map rests. */
 class Picture {
   /**
    * @param {World} world
@@ -84,7 +85,7 @@ class Picture {
     this.world = world;
     this.ground = Picture.#context(ground, {alpha: false});
     this.overlay = Picture.#context(overlay, {});
-    // Where pixels are read again and again, they had better be in memory.
+    // Its pixels are read for every frame, so the browser should keep them in memory.
     this.scratch = Picture.#context(
         document.createElement('canvas'), {alpha: false, willReadFrequently: true});
     this.font = getComputedStyle(overlay).fontFamily;
@@ -96,9 +97,9 @@ class Picture {
     this.colours = this.#coloursOf('light');
     this.pixelRatio = 1;
     this.keptBefore = 0;
-    /** The part that no panel covers, in pixels. */
+    /** The part of the picture that no card covers, in pixels. @type {Box} */
     this.free = {left: 0, top: 0, width: 0, height: 0};
-    /** What the pens were chosen for. */
+    /** The settings for which the pens were chosen. */
     this.pensFor = '';
     /** @type {string[]} */
     this.pens = [];
@@ -141,7 +142,7 @@ class Picture {
     };
   }
 
-  /** The smaller frame that shows what clipping does, in the part of the picture that is free. */
+  /** The smaller frame that shows clipping, in the free part of the picture. @returns {Frame} */
   frame() {
     const {left, top, width, height} = this.free;
     return {
@@ -154,15 +155,15 @@ class Picture {
   }
 
   /**
-   * Draws the ground and tells what became of the vertices and what it cost.
+   * Draws the map; returns the number of vertices after each step, and the time that it took.
    * @param {View} view
    * @param {Options} options
    * @param {boolean} isMoving
    */
   draw(view, options, isMoving) {
     const {world} = this;
-    // Eighths of a pixel are smooth at rest, halves do in motion, and so do whole ones where they
-    // are small or the map is crowded.
+    // Eighths of a pixel are smooth at rest. Halves are enough in motion, and whole pixels where
+    // pixels are small or vertices many.
     const isCoarse = this.pixelRatio >= 1.75 || this.keptBefore > 45_000;
     const unitsPerPixel = options.grid > 0 ? 1 / (options.grid * this.pixelRatio)
                           : !isMoving      ? 8
@@ -174,7 +175,7 @@ class Picture {
 
     const start = performance.now();
     const dashes = this.dashes[options.lineType - 1];
-    // A canvas draws lines of one pixel much faster than wider ones.
+    // Lines of one pixel are drawn much faster than wider ones.
     const isHurried = isMoving && layer.kept > 20_000;
     const canvas = options.pens > 0 ? this.scratch : this.ground;
     canvas.setTransform(1, 0, 0, 1, 0, 0);
@@ -182,7 +183,7 @@ class Picture {
     canvas.fillRect(0, 0, this.width, this.height);
     canvas.setTransform(1 / unitsPerPixel, 0, 0, 1 / unitsPerPixel, 0, 0);
     let inside = null;
-    if (options.clip === 'off') {
+    if (options.clip === 'window') {
       this.#fill(canvas, layer);
       this.#strokeBorders(canvas, layer, dashes, isHurried);
     } else {
@@ -205,17 +206,56 @@ class Picture {
     };
   }
 
-  /** Gives names new places in the view drawn last; they keep them on the map while it moves. */
+  /**
+   * Names the countries that ClipPolygonSet loses from the frame, and ClipPolygonSetToView keeps;
+   * those of most vertices first. Looks at the view drawn last.
+   */
+  namesLostInRings() {
+    /** @returns {Map<number, number>}  vertices of each country @param {boolean} cutsIntoRings */
+    const count = (cutsIntoRings) => {
+      const {pieces} = this.world.drawFrame(this.frame(), cutsIntoRings, false);
+      const counts = new Map();
+      for (let i = 0; i < pieces.length; i += 3) {
+        counts.set(pieces[i], (counts.get(pieces[i]) ?? 0) + pieces[i + 2]);
+      }
+      return counts;
+    };
+    const whole = count(false), inRings = count(true);
+    return [...whole].filter(([country]) => !inRings.has(country)).sort((a, b) => b[1] - a[1])
+        .map(([country]) => this.world.names[country]);
+  }
+
+  /** Finds places for names in the free part of the view drawn last. They stay there on the map
+   * while it moves. */
   placeNames() {
-    this.world.placeNames(this.nameWidths, 15 * this.pixelRatio);
+    const {left, top, width, height} = this.free;
+    const margin = 5 * this.pixelRatio;
+    const inner = {
+      left: left + margin,
+      top: top + margin,
+      width: Math.max(width - 2 * margin, 1),
+      height: Math.max(height - 2 * margin, 1),
+    };
+    this.world.placeNames(this.nameWidths, inner, 15 * this.pixelRatio);
+  }
+
+  /** Those of the placed names that are wholly in the free part now. */
+  namesShown() {
+    const {left, top, width, height} = this.free;
+    return this.world.namesNow().filter(({country, x, y, size}) => {
+      const halfWidth = size * (this.nameWidths[country] / 2 + 0.1);  // with the rim
+      const halfHeight = 0.5 * size;
+      return x - halfWidth >= left && x + halfWidth <= left + width &&
+             y - halfHeight >= top && y + halfHeight <= top + height;
+    });
   }
 
   /**
-   * Draws what lies over the ground: the country that is pointed at, the names.
+   * Draws what lies over the map: the country at the pointer, the names, the keyboard's cross.
    * @param {Options} options
    * @param {number} country  -1 for none
    * @param {boolean} isMoving
-   * @param {{x: number, y: number} | null} cross  where the keyboard points
+   * @param {{x: number, y: number} | null} cross  the place that the keyboard points at
    */
   drawOverlay(options, country, isMoving, cross) {
     const {overlay} = this;
@@ -223,7 +263,7 @@ class Picture {
     overlay.setTransform(1, 0, 0, 1, 0, 0);
     overlay.clearRect(0, 0, this.width, this.height);
     if (country >= 0) this.#highlight(country, isMoving);
-    if (options.names) this.#writeNames(this.world.namesNow());
+    if (options.names) this.#writeNames(this.namesShown());
     if (cross) {
       overlay.strokeStyle = this.colours.letters;
       overlay.lineWidth = 1.5 * unit;
@@ -237,7 +277,7 @@ class Picture {
   }
 
   /**
-   * One path for each colour.
+   * Fills all countries, with one path for each colour.
    * @param {CanvasRenderingContext2D} canvas
    * @param {Layer} layer
    */
@@ -262,7 +302,7 @@ class Picture {
     const {unitsPerPixel} = this.world;
     const unit = unitsPerPixel * this.pixelRatio;
     canvas.strokeStyle = this.colours.border;
-    // A solid line is as fine as the screen has it; dashes of that width are hard to tell from one.
+    // Solid lines are as thin as the screen allows. Dashes that thin would look solid.
     canvas.lineWidth = dashes.length > 0 && !isHurried ? 1.5 * unit : unitsPerPixel;
     this.#strokeEdges(canvas, layer, 1, dashes.map((length) => length * unit));
   }
@@ -285,7 +325,7 @@ class Picture {
   }
 
   /**
-   * What clipping to the frame keeps, and its invisible edges in dashes.
+   * Draws what clipping to the frame keeps, and its invisible edges in dashes.
    * @param {CanvasRenderingContext2D} canvas
    * @param {boolean} cutsIntoRings
    * @param {number[]} dashes
@@ -310,7 +350,7 @@ class Picture {
     const once = this.world.drawFrame(frame, cutsIntoRings, true);
     this.#fill(canvas, once);
     this.#strokeBorders(canvas, once, dashes, isHurried);
-    // With all borders: what is invisible now was made so by clipping.
+    // All borders are visible in the source here, so clipping made the invisible edges.
     const inside = this.world.drawFrame(frame, cutsIntoRings, false);
     canvas.strokeStyle = this.colours.highlight;
     canvas.lineWidth = 2 * unit;
@@ -319,7 +359,7 @@ class Picture {
   }
 
   /**
-   * Puts the scratch picture, in few colours, on the ground. The pens stay while the map moves.
+   * Copies the scratch picture to the ground in few colours. The pens stay while the map moves.
    * @param {Options} options
    */
   #reduce(options) {
@@ -374,7 +414,7 @@ class Picture {
   /** @param {HTMLCanvasElement} canvas @param {CanvasRenderingContext2DSettings} settings */
   static #context(canvas, settings) {
     const context = canvas.getContext('2d', settings);
-    if (!context) throw new Error('this browser has no canvas');
+    if (!context) throw new Error('this browser cannot draw on a canvas');
     return context;
   }
 }

@@ -22,7 +22,7 @@
 
 namespace playground {
 
-extern const unsigned char world_bytes[];  // world-50m.outlines, put here by the build
+extern const unsigned char world_bytes[];  // world-50m.outlines; the build makes this array
 extern const unsigned int world_size;
 
 }  // namespace playground
@@ -33,12 +33,13 @@ using namespace example;
 
 // ---- the world
 
+constexpr double to_radians = std::numbers::pi / 180.0;
+
 double stretched(double latitude) {
   constexpr double steepest = 89.99;  // a pole itself would be at infinity
-  constexpr double to_radians = std::numbers::pi / 180.0;
   const double nearest = std::clamp(latitude, -steepest, steepest);
   const double y = std::log(std::tan((45.0 + nearest / 2.0) * to_radians)) / to_radians;
-  // Other bits of C libraries' functions are rounded away: the map is the same everywhere.
+  // C libraries differ in the last bits of log and tan. Rounding makes the map the same everywhere.
   constexpr double units_per_degree = 1'000'000.0;
   return std::round(y * units_per_degree) / units_per_degree;
 }
@@ -51,13 +52,13 @@ struct Extent {
 struct World {
   std::vector<Country> countries;            ///< on the map
   std::vector<Extent> extents;               ///< of each country
-  std::vector<std::vector<int>> flags_once;  ///< where neighbours meet, one has the border
+  std::vector<std::vector<int>> flags_once;  ///< only one of two neighbours shows their border
   std::vector<std::size_t> colours;
   Picker picker;
 };
 
-// Where neighbours meet, both have the border in their outlines. Dashes drawn twice would fill
-// each other's gaps, so all but the first copy of an edge are hidden, whichever way it runs.
+// Hides all but the first copy of each edge, whichever way the copies run. Two neighbours both have
+// their common border, and dashes drawn twice would fill each other's gaps.
 void hide_second_copies(const std::vector<Country>& countries,
                         std::vector<std::vector<int>>& flags) {
   struct Edge {
@@ -128,8 +129,8 @@ struct View {
   double height;
 } view;
 
-// A rectangle on the device as one on the map, to be clipped to. A positive angle is clockwise,
-// since y runs down.
+// Returns the rectangle on the map that a rectangle on the device shows. A positive angle is
+// clockwise, because y runs down.
 real_rect_t on_map(double centre_x, double centre_y, double width, double height, double degrees) {
   Mtx2D placed;
   placed.Rotate(degrees, Mtx2DRotateLast);
@@ -145,7 +146,7 @@ real_rect_t on_map(double centre_x, double centre_y, double width, double height
 
 // ---- layers
 
-// An array that keeps its room from frame to frame.
+// A polygon set that keeps its memory from frame to frame.
 template <class Point>
 struct Set {
   Polygons<Point> room;
@@ -160,7 +161,7 @@ struct Set {
 
 class Layer {
  public:
-  // `country` is that of the layer, or -1 for all.
+  // Draws one country, or all if `country` is -1.
   LayerReport& draw(const real_rect_t& frame, bool cuts_into_rings, bool has_borders_once,
                     int country) {
     using Clock = std::chrono::steady_clock;
@@ -181,7 +182,7 @@ class Layer {
     return report_;
   }
 
-  // A country's part of what is drawn.
+  // Returns the outline of one piece of the layer.
   DevicePolygons outline(const Piece& piece) const {
     const auto first = static_cast<std::size_t>(piece.first);
     const auto count = static_cast<std::size_t>(piece.count);
@@ -204,9 +205,7 @@ class Layer {
     const std::size_t last = country < 0 ? world().countries.size() : first + 1;
     for (std::size_t c = first; c < last; ++c) {
       const Extent extent = world().extents[c];
-      const int n = static_cast<int>(world().countries[c].outline.points.size());
-      report_.came_in += n;
-      // The view goes to the country, not the country to the view: what is kept stays exact.
+      // The frame moves to the country's copy of the map, so the vertices stay as they are.
       const int first_turn = static_cast<int>(std::ceil((west - extent.east) / 360.0));
       const int last_turn = static_cast<int>(std::floor((east - extent.west) / 360.0));
       for (int turn = first_turn; turn <= std::max(first_turn, last_turn); ++turn) {
@@ -221,8 +220,9 @@ class Layer {
     int* const flags = has_borders_once ? world().flags_once[c].data() : outline.edge_flags.data();
     drw_pset_t source = {static_cast<int>(outline.points.size()), outline.points.data(), flags};
     for (real_pt_t& corner : frame.corners) corner.x -= 360.0 * turn;
-    // 5 n + 4 a polygon suffice for either operation, and a polygon has at least three vertices.
+    // 5 n + 4 vertices a polygon suffice for both operations, and a polygon has at least three.
     kept_.make_room_for(5 * outline.points.size() + 4 * (outline.points.size() / 3));
+    report_.came_in += source.n_points;
     const std::size_t old_size = kept_.size;
     drw_pset_t target = {static_cast<int>(old_size), kept_.room.points.data(),
                          kept_.room.edge_flags.data()};
@@ -238,7 +238,7 @@ class Layer {
     drawn_.size = 0;
     pieces_.clear();
     for (const Clipped& clipped : clipped_) {
-      Mtx2D placed;  // a whole turn about the globe
+      Mtx2D placed;  // moves by whole turns around the globe
       placed.Translate(360.0 * clipped.turn, 0.0);
       const Mtx2D turned = clipped.turn == 0 ? to_grid : placed * to_grid;
       const std::size_t old_size = drawn_.size;
@@ -249,7 +249,7 @@ class Layer {
     }
   }
 
-  // Polygons that become points or lines aren't to be seen: the others close up.
+  // Drops polygons that become points or lines, and closes the gaps that they leave.
   void map_polygons(const Mtx2D& to_grid, std::size_t first, std::size_t count) {
     drawn_.make_room_for(count);
     int_pt_t* const points = drawn_.room.points.data();
@@ -276,7 +276,7 @@ class Layer {
 
   struct Clipped {
     int country;
-    int turn;  ///< about the globe
+    int turn;  ///< around the globe
     std::size_t first;
     std::size_t end;
   };
@@ -288,10 +288,10 @@ class Layer {
   LayerReport report_ = {};
 };
 
-Layer view_layer, frame_layer, country_layer;
+Layer view_layer, frame_layer, country_layer, name_layer;
 
-// Larger than the picture, so that lines end, and are joined, outside of it: by a few pixels, and
-// by what rounding to a coarse grid may take away.
+// Returns the window on the map, larger by a few pixels and one step of the grid, so that lines end
+// and join outside of it.
 real_rect_t view_frame() {
   const double margin = 4.0 + 1.0 / view.units_per_pixel;
   return on_map(view.width / 2.0, view.height / 2.0, view.width + 2.0 * margin,
@@ -302,14 +302,14 @@ real_rect_t view_frame() {
 
 struct Name {
   int country;
-  real_pt_t place;  ///< on the map, so that it moves along
+  real_pt_t place;  ///< on the map, so that the name moves with it
   double size;      ///< of the letters in pixels
 };
 
 std::vector<Name> names;
 std::vector<double> placed_names;
 
-// ---- what JavaScript hands over
+// ---- the buffer that JavaScript fills
 
 std::vector<std::uint32_t> room;
 
@@ -338,6 +338,10 @@ int country_colour(int country) {
 
 double map_y(double latitude) { return stretched(latitude); }
 
+double latitude_at(double map_y) {
+  return 2.0 * std::atan(std::exp(map_y * to_radians)) / to_radians - 90.0;
+}
+
 // ---- the view
 
 void set_view(double x, double y, double pixels_per_degree, double degrees, double width,
@@ -346,7 +350,7 @@ void set_view(double x, double y, double pixels_per_degree, double degrees, doub
   placed.SetXfm(x, y, Mtx2DOrientNone, pixels_per_degree, pixels_per_degree, 0.0, 0.0);
   placed.Rotate(degrees, Mtx2DRotateLast);
   placed.Translate(width / 2.0, height / 2.0);
-  Mtx2D flip;  // by itself: the flip of a matrix that turns or moves y would lose that
+  Mtx2D flip;  // a matrix of its own: flipping `placed` would lose its turn and its move in y
   flip.InvertYAxis(height);
   view.to_device = placed * flip;
   view.to_map = view.to_device.Invert();
@@ -424,12 +428,14 @@ void apply_pens() { pens->apply(room); }
 
 // ---- names
 
-int place_names(double largest) {
+int place_names(double left, double top, double width, double height, double largest) {
   const auto* const widths = reinterpret_cast<const double*>(room.data());
   names.clear();
   const double units = view.units_per_pixel;
-  for (const Piece& piece : view_layer.pieces()) {
-    const auto label = place_label(view_layer.outline(piece), widths[piece.country],
+  const real_rect_t frame = on_map(left + width / 2.0, top + height / 2.0, width, height, 0.0);
+  name_layer.draw(frame, false, false, -1);
+  for (const Piece& piece : name_layer.pieces()) {
+    const auto label = place_label(name_layer.outline(piece), widths[piece.country],
                                    view.width * units, largest * units);
     if (!label) continue;
     Name name = {piece.country, {}, label->size / units};

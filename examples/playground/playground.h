@@ -1,13 +1,12 @@
-/// The glue between the library and a page: flat functions over one world, one view of it, and
-/// three layers of what is drawn.
+/// Flat functions between the library and a web page: one world, one view of it, and the layers
+/// that are drawn.
 ///
-/// JavaScript calls them by name and reads arrays where they lie in memory: no call is made for a
-/// vertex. Each array stays until the next call of the function that gave it, and points and pixels
-/// come as x and y.
+/// JavaScript calls them by name and reads arrays where they lie in memory, so no call is made for
+/// a single vertex. An array stays valid until the next call of the function that returned it.
 ///
-/// The map is in Mercator's projection, so that shapes are true wherever it is turned and however
-/// far one looks into it: x is the longitude in degrees, y the latitude stretched likewise. It
-/// repeats every 360 degrees. Device coordinates are pixels, y down.
+/// The map is in Mercator's projection, so shapes are true in every direction and at every scale: x
+/// is the longitude in degrees, y the latitude stretched accordingly. The map repeats every 360
+/// degrees. Device coordinates are pixels, y down. One thread only.
 #pragma once
 
 #include <zelvan/transforms/records.h>
@@ -16,7 +15,7 @@
 
 #define PAGE extern "C" __attribute__((used, visibility("default")))
 
-/// The vertices of one country.
+/// The vertices of one country in a layer.
 struct Piece {
   int country;
   int first;
@@ -29,9 +28,9 @@ struct LayerReport {
   const int* edge_flags;
   const Piece* pieces;
   int n_pieces;
-  int came_in;  ///< vertices
-  int kept;     ///< vertices after clipping, those on the frame among them
-  int drawn;    ///< vertices after mapping, fallen together where they did
+  int came_in;  ///< vertices read, again for each further copy of the map in reach
+  int kept;     ///< vertices after clipping, including those on the frame
+  int drawn;    ///< vertices after mapping; those that fall together count once
   int rings;
   double clip_milliseconds;
   double map_milliseconds;
@@ -39,84 +38,89 @@ struct LayerReport {
 
 // ---- the world
 
-/// Room for what is handed over: a text, an array, a picture. It stays until the next call.
+/// Returns a buffer of `bytes` bytes for a text, an array or a picture. It stays valid until the
+/// next call.
 PAGE void* room_for(int bytes);
 
-/// Reads the world and gives the number of its countries. Call it first.
+/// Reads the world and returns the number of countries. Call it first.
 PAGE int open_world();
 
-/// UTF-8, with a zero at its end.
+/// Returns the name of a country in UTF-8, with a zero at its end.
 PAGE const char* country_name(int country);
 
-/// Which of seven colours a country has: another than its neighbours as far as they suffice.
+/// Returns the colour of a country, 0 to 6. Neighbours differ as far as seven colours suffice.
 PAGE int country_colour(int country);
 
-/// The y on the map of a latitude in degrees.
+/// Returns the y on the map of a latitude in degrees.
 PAGE double map_y(double latitude);
+
+/// Returns the latitude in degrees of a y on the map.
+PAGE double latitude_at(double map_y);
 
 // ---- the view
 
-/// Shows the place (x, y) of the map in the middle of `width` times `height` pixels, so many
-/// pixels to a degree, turned counter-clockwise by so many degrees. Outlines will be rounded to
-/// `units_per_pixel` parts of a pixel.
+/// Shows the place (x, y) of the map in the middle of `width` times `height` pixels, at
+/// `pixels_per_degree`, turned counter-clockwise by `degrees`. Outlines are rounded to
+/// 1 / `units_per_pixel` of a pixel.
 PAGE void set_view(double x, double y, double pixels_per_degree, double degrees, double width,
                    double height, double units_per_pixel);
 
-/// The place on the map, x and y, that a pixel shows.
+/// Returns the place on the map, x and y, that a pixel shows.
 PAGE const double* place_at(double pixel_x, double pixel_y);
 
-/// The pixel, x and y, at which a place on the map is shown.
+/// Returns the pixel, x and y, that shows a place on the map.
 PAGE const double* pixel_of(double x, double y);
 
 // ---- what is drawn
 
-/// All that the view shows. With `has_borders_once`, where neighbours meet only one of them has a
-/// visible edge.
+/// Draws everything that the view shows. With `has_borders_once`, only one of two neighbours has a
+/// visible edge where they meet.
 PAGE const LayerReport* draw_view(int has_borders_once);
 
-/// What lies in a frame on the device, clipped by `ClipPolygonSetToView`, or else by
-/// `ClipPolygonSet`. The frame is turned clockwise.
+/// Draws what lies in a frame on the device, clipped by `ClipPolygonSet` if `cuts_into_rings`, else
+/// by `ClipPolygonSetToView`. The frame is turned clockwise.
 PAGE const LayerReport* draw_frame(double centre_x, double centre_y, double width, double height,
                                    double degrees, int cuts_into_rings, int has_borders_once);
 
-/// One country alone.
+/// Draws one country alone.
 PAGE const LayerReport* draw_country(int country);
 
 // ---- picking
 
-/// The country that a pixel shows, or -1.
+/// Returns the country that a pixel shows, or -1 at sea.
 PAGE int pick(double pixel_x, double pixel_y);
 
 // ---- line types
 
-/// The dashes of a built-in line type in pixels: first how many lengths, then dash, gap and so on.
-/// None for a solid line, -1 if there is no such type.
+/// Returns the dashes of a built-in line type in pixels: first the number of lengths, then dash,
+/// gap and so on. The number is 0 for a solid line, and -1 if there is no such type.
 PAGE const double* line_type(int index);
 
 // ---- colours
 
-/// The colour of the text handed over, such as `HSV 210 0.3 0.9`, as 0xRRGGBB; -1 if it is none.
+/// Reads a colour such as `HSV 210 0.3 0.9` from the text in the buffer. Returns it as 0xRRGGBB, or
+/// -1 if the text is no colour.
 PAGE int colour_of_text();
 
-/// Chooses pens for the picture handed over, four bytes a pixel; gives their number.
+/// Chooses pens for the picture in the buffer, four bytes a pixel. Returns their number.
 PAGE int choose_pens(int n_pens);
 
-/// The pens chosen, as pixels.
+/// Returns the chosen pens as pixels.
 PAGE const std::uint32_t* chosen_pens();
 
-/// How many colours the picture had for which they were chosen.
+/// Returns the number of colours in the picture for which the pens were chosen.
 PAGE int colours_before();
 
-/// Draws the picture handed over with the pens chosen last.
+/// Draws the picture in the buffer with the pens chosen last.
 PAGE void apply_pens();
 
 // ---- names
 
-/// Places the names that have room in what the view shows, `largest` pixels high or somewhat
-/// less. Handed over is the width of each country's name in letters of one pixel. Gives the number
-/// of names placed.
-PAGE int place_names(double largest);
+/// Places the names of countries inside an upright frame on the device, in letters `largest` pixels
+/// high or somewhat less; returns how many have room. The buffer holds the width of each country's
+/// name in letters of one pixel.
+PAGE int place_names(double left, double top, double width, double height, double largest);
 
-/// Where the names are in the present view: for each its country, x and y of its middle, and the
-/// size of its letters.
+/// Returns where the placed names are in the present view: for each its country, the x and y of its
+/// middle, and the size of its letters.
 PAGE const double* placed_names_now();

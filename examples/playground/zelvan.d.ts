@@ -1,5 +1,5 @@
-// What the build puts into zelvan.js: the functions of playground.h, which tells what they do.
-// An address is that of an array in memory.
+// What the build puts into zelvan.js: the functions of playground.h, which describes them.
+// Addresses are numbers.
 
 interface ZelvanModule {
   HEAPU8: Uint8Array;
@@ -12,6 +12,7 @@ interface ZelvanModule {
   _country_name(country: number): number;
   _country_colour(country: number): number;
   _map_y(latitude: number): number;
+  _latitude_at(mapY: number): number;
 
   _set_view(x: number, y: number, pixelsPerDegree: number, degrees: number, width: number,
             height: number, unitsPerPixel: number): void;
@@ -31,7 +32,8 @@ interface ZelvanModule {
   _colours_before(): number;
   _apply_pens(): void;
 
-  _place_names(largest: number): number;
+  _place_names(left: number, top: number, width: number, height: number,
+               largest: number): number;
   _placed_names_now(): number;
 }
 

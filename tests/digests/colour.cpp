@@ -5,7 +5,7 @@
 
 namespace {
 
-// Small ranges make channels equal, which decides the third of the colour wheel.
+// Small ranges make channels equal; ties decide the sector of the colour wheel.
 const Group rgb_to_hsv("colour.rgb_to_hsv", [](Log& log) {
   constexpr int ranges[] = {4, 256, 100'000'000};
   constexpr int scales[] = {255, 1000, INT_MAX};
@@ -36,8 +36,9 @@ const Group set_value("colour.set_value", [](Log& log) {
 
 constexpr int map_scales[] = {255, 255, 20'000};
 
-/// By kind: few colours, so that many are equally close; any; or so far apart that a `float` rounds
-/// their distances, which decides between colours with the same channels in another order.
+/// Returns a colour of the given kind: one of few, so that many are equally close; any; or one so
+/// far from others that a `float` rounds the distance. That rounding decides between colours with
+/// the same channels in a different order.
 ColorRGB some_color(Random& random, int kind) {
   constexpr int ranges[] = {9, 256, 10};
   const auto channel = [&] { return random.below(ranges[kind]) * (kind == 2 ? 1999 : 1); };
@@ -55,7 +56,7 @@ void log_closest(Log& log, ColorMap& map, ColorRGB target) {
   log("GetSimilarColor", inputs(map.map_size, target), map.GetSimilarColor(&target));
 }
 
-// Maps of every size that leaves a vector a rest of its own.
+// Maps of every size modulo the length of a vector.
 const Group closest_color("colour.closest_color", [](Log& log) {
   Random random(1);
   for (int i = 0; i < 3 * 72; ++i) {
@@ -65,7 +66,7 @@ const Group closest_color("colour.closest_color", [](Log& log) {
   }
 });
 
-// Black is a full scale away: the last digit of a `float` tells whether that is too far.
+// Black is a full scale away: the last bit of a `float` decides whether that is too far.
 const Group far_colors("colour.far_colors", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 20'000; ++i) {

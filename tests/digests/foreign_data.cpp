@@ -20,8 +20,8 @@ void log_converted(Log& log, unsigned short type, const Bytes& from) {
   }
 }
 
-// Any bits at every length that leaves a vector a rest of its own; then every exponent and
-// characteristic with fractions next to each power of two.
+// Numbers of any bits, in arrays of every length modulo that of a vector; then every exponent and
+// characteristic, with fractions next to each power of two.
 void log_numbers(Log& log, unsigned short type) {
   const int size = type & 15;
   Random random(2);

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// By kind: small whole numbers and a hair beside them, so that ends coincide and directions are
-/// equal; plain numbers; or hard ones.
+/// Returns a number of the given kind: a small whole number or one very close to it, so that ends
+/// coincide and directions are equal; a plain number; or a hard one.
 double number(Random& random, int kind) {
   static constexpr double whole[] = {-2.0, -1.0, -0.0, 0.0, 1.0, 2.0, -1e-17, 0.5};
   if (kind == 0) return whole[random.below(8)];
@@ -22,7 +22,7 @@ const Group arcs("geometry.arcs", [](Log& log) {
     real_pt_t p = point(random, i % 3);
     real_pt_t center = point(random, i % 3);
     real_pt_t ends[] = {point(random, i % 3), point(random, i % 3)};
-    const double radius = 0.1 * (i % 9 - 4);  // another number as a `float`
+    const double radius = 0.1 * (i % 9 - 4);  // not exact as a `float`
     const auto clockwise = static_cast<short>(random.below(2));
     log("utl_point_circarc", inputs(p, center, radius, ends, clockwise),
         utl_point_circarc(&p, &center, radius, &ends[0], &ends[1], clockwise));
@@ -53,8 +53,8 @@ const Group turns("geometry.turns", [](Log& log) {
   }
 });
 
-/// By kind: small whole numbers; plain ones; hard ones; or the tolerance of conics and one step
-/// beyond it.
+/// Returns a coefficient of the given kind: a small whole number, a plain one, a hard one, or one
+/// at or next to the tolerance of conics.
 double coefficient(Random& random, int kind) {
   static const double close[] = {0.0, 1.0, 1e-05, -1e-05, std::nextafter(1e-05, 1.0), 4e-05};
   if (kind == 0) return random.below(5) - 2.0;
@@ -62,7 +62,7 @@ double coefficient(Random& random, int kind) {
   return kind == 2 ? random.hard_double() : close[random.below(6)];
 }
 
-/// Coefficients of every type now and then; the curve often runs through its arc's first end.
+/// Returns a conic; all types occur, and the curve often passes through its arc's first end.
 utl_conic_t some_conic(Random& random, int i) {
   const auto v = [&] { return coefficient(random, i % 4); };
   const auto clockwise = static_cast<short>(random.below(2));
@@ -108,7 +108,7 @@ const Group conics("geometry.conics", [](Log& log) {
 
 using PolygonSet = support::SetArrays<real_pt_t>;
 
-/// Up to `most` vertices in one or more polygons. `place` returns a coordinate.
+/// Returns a set of one or more polygons with up to `most` vertices. `place` returns a coordinate.
 template <class Place>
 PolygonSet some_set(Random& random, int most, Place place) {
   PolygonSet set(0);
@@ -123,8 +123,8 @@ PolygonSet some_set(Random& random, int most, Place place) {
   return set;
 }
 
-// Rings that cross themselves and each other, on a grid or anywhere, with views that are upright or
-// turned; also close to the ends of the doubles.
+// Rings that cross themselves and each other, on a grid or anywhere, in upright and turned views;
+// also with coordinates near the limits of a double.
 const Group clip_to_view("geometry.clip_polygon_set_to_view", [](Log& log) {
   constexpr int exponents[] = {0, 0, 1019, -480, -990, -1055};
   Random random(2);
@@ -142,7 +142,7 @@ const Group clip_to_view("geometry.clip_polygon_set_to_view", [](Log& log) {
       const double anywhere = random.between(-size, size);
       return (i % 3 == 0 ? std::round(anywhere) : anywhere) * scale;
     });
-    PolygonSet out(9 * set.points.size());  // what the header asks for, and more
+    PolygonSet out(9 * set.points.size());  // more than the room that the header requires
     drw_pset_t source = {static_cast<int>(set.points.size()), set.points.data(), set.flags.data()};
     drw_pset_t target = {0, out.points.data(), out.flags.data()};
     ClipPolygonSetToView(&source, &target, &view);

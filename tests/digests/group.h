@@ -1,10 +1,10 @@
-/// What a workload is made of: a group of operations, and the log of what they returned.
+/// A workload consists of groups of operations, and a log of their results.
 ///
-/// A workload must produce the same results wherever it runs. So it depends neither on addresses
-/// nor on the width of `long` or of a pointer, nor on the sign of `char`, on the distributions of
-/// the standard library, on the order in which arguments are evaluated, or on anything that the
-/// system says. Sine, cosine and their inverses are the program's own: see trigonometry.cpp. Each
-/// group can be run alone, so none relies on what another one leaves.
+/// A workload must produce the same results wherever it runs. So it must not depend on addresses,
+/// the width of `long` or of a pointer, the sign of `char`, the distributions of the standard
+/// library, the order in which arguments are evaluated, or the operating system. Sine, cosine and
+/// their inverses are part of the program: see trigonometry.cpp. Each group can run alone and needs
+/// no state from another one.
 #pragma once
 
 #include <zelvan/zelvan.h>
@@ -61,12 +61,12 @@ void for_each_number(const Value& value, const Visit& visit) {
   }
 }
 
-/// Takes the results of each operation into a digest, and can print it as a line of a trace.
+/// Adds the results of each operation to a digest, and can print them as a line of a trace.
 class Log {
  public:
   explicit Log(bool is_traced) : is_traced_(is_traced) {}
 
-  /// Takes the results of an operation. `inputs` are for the trace alone.
+  /// Adds the results of an operation. `inputs` are only for the trace.
   template <class... Inputs, class... Results>
   void operator()(const char* operation, const std::tuple<const Inputs&...>& inputs,
                   const Results&... results) {
@@ -82,14 +82,14 @@ class Log {
   std::uint64_t digest() const { return digest_; }
 
  private:
-  // No step loses anything, so a difference stays one.
+  // Every step is invertible, so digests that differ stay different.
   void add(std::int64_t number) {
     digest_ = (digest_ ^ static_cast<std::uint64_t>(number)) * 0x9E3779B97F4A7C15;
     digest_ ^= digest_ >> 32;
   }
 
-  // All NaN are one: which operand's payload survives an addition of two is the compiler's choice,
-  // and no result of the library depends on it.
+  // All NaN count as one: the compiler decides which operand's payload a sum of two keeps, and no
+  // result of the library depends on it.
   void add(double number) {
     add(__builtin_bit_cast(std::int64_t, std::isnan(number) ? double{NAN} : number));
   }
@@ -113,7 +113,7 @@ class Log {
   bool is_traced_;
 };
 
-/// The inputs of an operation, for Log.
+/// Returns the inputs of an operation, for Log.
 template <class... Inputs>
 std::tuple<const Inputs&...> inputs(const Inputs&... values) {
   return std::tuple<const Inputs&...>(values...);
@@ -129,10 +129,9 @@ inline std::map<std::string, Workload>& groups() {
   return all;
 }
 
-/// A group of operations that share code, with one digest of all that they return.
+/// A group of operations that share code, with one digest of all their results.
 ///
-/// `name` is "family.operations". Each group is an object with the life of the program, and adds
-/// itself to `groups()`.
+/// `name` is "family.operations". Each group is a static object that adds itself to `groups()`.
 struct Group {
   Group(const char* name, Workload run) { groups()[name] = run; }
 };

@@ -1,6 +1,6 @@
 // Runs a fixed workload for each group of operations and makes one digest of its results. Two
 // builds of the library whose digests are equal produce the same bits, with any compiler, at any
-// optimisation level, on any processor. Which bits are right, the tests of each family say.
+// optimisation level, on any processor. The tests of each family decide which bits are right.
 //
 //     digests [--plain]                  prints the digests
 //     digests [--plain] --expect FILE    prints what differs and which form ran; fails if one does

@@ -8,7 +8,8 @@ std::string some_digits(Random& random) {
   return digits;
 }
 
-// Digits enough that rounding is hard, with exponents on both sides of what a double holds.
+// Many digits, so that rounding is hard, and exponents within the range of a double and beyond both
+// ends.
 const Group numbers("text.numbers", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 6000; ++i) {

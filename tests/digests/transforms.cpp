@@ -2,10 +2,10 @@
 
 namespace {
 
-/// A matrix of any type, unknown ones included; every seventh is the identity.
+/// Returns a matrix of any type, including unknown ones; every seventh is the identity.
 Mtx2D some_matrix(Random& random, int i) { return i % 7 == 0 ? Mtx2D() : random.matrix(i % 6 - 1); }
 
-// Every length that leaves a vector a rest of its own.
+// Arrays of every length modulo that of a vector.
 const Group map_points("transforms.map_points", [](Log& log) {
   Random random(1);
   for (int i = 0; i < 6 * 71; ++i) {
@@ -32,7 +32,7 @@ const Group map_points("transforms.map_points", [](Log& log) {
   }
 });
 
-// Each step starts from the matrix of the line above it.
+// Each step continues with the result of the step before.
 const Group compose("transforms.compose", [](Log& log) {
   Random random(5);
   for (int i = 0; i < 3000; ++i) {
@@ -69,7 +69,7 @@ const Group multiply("transforms.multiply", [](Log& log) {
   }
 });
 
-// Whole degrees and angles beside them: close to a quarter turn the angle snaps, or not.
+// Whole degrees and angles next to them, since an angle close to a quarter turn snaps to it.
 const Group rotate("transforms.rotate", [](Log& log) {
   const double beside[] = {0.0, 1e-7, 0.1, -0.1};
   Random random(7);

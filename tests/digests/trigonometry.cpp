@@ -1,13 +1,13 @@
-// Sine, cosine, arc cosine and arc tangent made of sums, products and roots alone, which every
-// machine rounds alike. The linker puts them in the place of the C library's, which differ in the
-// last bit: glibc 2.36 has other ones for processors with a fused multiply-add than for those
-// without. So one digest holds for all.
+// Sine, cosine, arc cosine and arc tangent, computed by sums, products, quotients and roots alone,
+// which every machine rounds alike. The linker replaces those of the C library by these. Theirs
+// differ in the last bit: glibc 2.36 uses different code on processors with and without fused
+// multiply-add. With these, one digest holds for all machines.
 #include <cmath>
 #include <numbers>
 
 using std::numbers::pi;
 
-static constexpr int last_term = 26;  // of a power series; later ones are too small to count
+static constexpr int last_term = 26;  // of a power series; later terms are too small to matter
 
 extern "C" {
 double __wrap_sin(double angle) {
@@ -29,8 +29,8 @@ void __wrap_sincos(double x, double* sine, double* cosine) {  // gcc calls both 
   *cosine = __wrap_cos(x);
 }
 
-// Halves the angle three times, so that a few terms of the power series are enough. Where a square
-// overflows or underflows, the angle is wrong, but equally so on every machine.
+// Halves the angle three times, so that a few terms of the power series are enough. If a square
+// overflows or underflows, the angle is wrong, but it is the same on every machine.
 double __wrap_atan2(double y, double x) {
   if (std::signbit(x)) return std::copysign(pi, y) - __wrap_atan2(y, -x);
   if (y == 0.0) return y;

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-// Hue, saturation and value of all 16 777 216 colours make that colour again. 508 of the colours
-// have a name.
+// Converts all 16 777 216 colours to hue, saturation and value, and back to the same colour. 508 of
+// them have a name.
 TEST(ColorRGB, GoesThroughHsvAndBack) {
   int named = 0;
   for (int packed = 0; packed < 1 << 24; ++packed) {

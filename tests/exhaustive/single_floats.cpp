@@ -10,7 +10,7 @@ namespace {
 
 using support::Word;
 
-// 32 at a time, so that the vector form takes them.
+// In arrays of 32, so that the vector form converts them.
 void expect_converted(Word first, Word last) {
   constexpr int n = 32;
   unsigned source[n], ibm[n], ieee[n];
@@ -26,7 +26,7 @@ void expect_converted(Word first, Word last) {
   }
 }
 
-// All 2^32 patterns in both directions, by two threads.
+// Converts all 2^32 bit patterns in both directions, with two threads.
 TEST(ConvertFlpt, AgreesWithTheModelForEverySingle) {
   std::thread upper(expect_converted, Word{1} << 31, Word{1} << 32);
   expect_converted(0, Word{1} << 31);

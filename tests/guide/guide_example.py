@@ -1,6 +1,6 @@
-"""The worked example of a guide page: its only block of a language that is a whole program, and the
-text block that follows, which is what the example prints. PAGE is a file, of a language other than
-C++ with its name: page.md#c, page.md#python.
+"""Extracts or tests the worked example of a guide page. That is the only code block of a language that
+is a whole program; the text block after it is its output. PAGE is a file; for a language other than C++,
+append its name: page.md#c, page.md#python.
 
     guide_example.py extract PAGE FILE     writes the example to FILE
     guide_example.py run PAGE PROGRAM...   runs PROGRAM in an empty folder, compares its output
@@ -23,7 +23,7 @@ def example_of(page):
                          re.S | re.M)
              if WHOLE_PROGRAM[language] in match[1] and "```" not in match[2]]
     if len(found) != 1:
-        sys.exit(f"{page}: {len(found)} examples with the output that they print, 1 is meant")
+        sys.exit(f"{page}: {len(found)} whole programs with their output; there must be exactly 1")
     return found[0][1], found[0][3]
 
 
@@ -38,7 +38,7 @@ def run(page, *program):
         ended = subprocess.run(program, cwd=folder, stdin=subprocess.DEVNULL,
                                capture_output=True, text=True, timeout=50, check=False)
     if ended.returncode != 0 or ended.stdout != expected:
-        sys.exit(f"{page}: status {ended.returncode}\n--- it prints\n{ended.stdout}{ended.stderr}"
+        sys.exit(f"{page}: status {ended.returncode}\n--- it printed\n{ended.stdout}{ended.stderr}"
                  f"--- the page says\n{expected}")
 
 

@@ -16,8 +16,8 @@ fail() {
 # says_ok WAY PROGRAM
 says_ok() {
   local said
-  said=$("$2") || fail "$1: the consumer ended with status $?"
-  [[ $said == "a region of my own, hit; 0x0p+0; tokens as expected" ]] || fail "$1: the consumer said '$said'"
+  said=$("$2") || fail "$1: the consumer exited with status $?"
+  [[ $said == "a region of my own, hit; 0x0p+0; tokens as expected" ]] || fail "$1: the consumer printed '$said'"
   echo "$1: ok"
 }
 
@@ -54,16 +54,16 @@ export PKG_CONFIG_PATH=${pc%/*}
 libdir=$(pkg-config --variable=libdir zelvan)
 LD_LIBRARY_PATH=$libdir says_ok pkg-config "$work/pkg_config"
 
-# Our sources under a parent whose flags would fuse products and sums, which compiles its own several
-# at once and optimises when it links, and which installs and tests nothing but its own.
+# A parent project with our sources as a subproject. Its flags would fuse products and sums, it uses
+# unity builds and link-time optimisation, and it must install and test nothing of ours.
 configure_and_build "$here/subproject" "$work/subproject" -DZELVAN_SOURCE="$source" \
   -DCMAKE_CXX_FLAGS="-O3 -march=native -ffp-contract=fast" -DCMAKE_UNITY_BUILD=ON \
   -DCMAKE_INTERPROCEDURAL_OPTIMIZATION=ON
 python3 "$source/tests/interface/no_fused_arithmetic.py" objdump \
-  "$(find "$work/subproject" -name libzelvan.so)" || fail "add_subdirectory: fused arithmetic"
+  "$(find "$work/subproject" -name libzelvan.so)" || fail "add_subdirectory: the library contains fused instructions"
 says_ok add_subdirectory "$work/subproject/consumer"
 cmake --install "$work/subproject" --prefix "$work/parent" >/dev/null
 installed=$(cd "$work/parent" && find . -type f)
-[[ $installed == ./bin/consumer ]] || fail "add_subdirectory: the parent installed $installed"
+[[ $installed == ./bin/consumer ]] || fail "add_subdirectory: the parent installed more than its consumer: $installed"
 ctest --test-dir "$work/subproject" -N | grep -q '^Total Tests: 0$' ||
-  fail "add_subdirectory: the parent got tests of ours"
+  fail "add_subdirectory: the parent has tests of ours"

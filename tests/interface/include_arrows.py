@@ -25,7 +25,7 @@ FOR_ALL = {"export.h", "detail"}
 PRIVATE = {"detail", "platform"}  # among the folders beside those of the families
 # Only files whose names end so may include intrinsics, and each only its own.
 INTRINSICS = {"_avx2.cpp": "immintrin.h", "_neon.cpp": "arm_neon.h"}
-# A condition on one of these picks code for a processor, which detail/vector_forms.h does for all.
+# Macros that name a processor or an instruction set. Only the files below may test them.
 INSTRUCTION_SET = re.compile(r"__(?:MMX|SSE|AVX|FMA|F16C|BMI|ARM_|VSX|ALTIVEC|riscv_)\w*"
                              r"|__(?:x86_64|amd64|i386|aarch64|arm)(?:__)?\b|_M_(?:X64|IX86|ARM)\w*")
 MAY_ASK_FOR_PROCESSOR = {

@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 #include <osh/world.h>
 
-// What the library takes for all folders. The linker puts this in the place of its own answer.
+// Replaces the library's list of font folders: the linker's option --wrap redirects calls of
+// `font_folders` to `play_folders`.
 using Strings = std::vector<std::string>;
 Strings played_folders;
 Strings play_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");

@@ -1,6 +1,6 @@
-/// What `tra_convert_flpt` must return, worked out from the values that the numbers stand for: with
-/// this machine's floating point, of which the library uses none. A number is a big-endian word,
-/// and `bits` says which kind: 24 or 56, the bits in the fraction of an IBM number.
+/// A model of `tra_convert_flpt`: computes results from the values of the numbers with this
+/// machine's floating point, which the library does not use. A number is a big-endian word. `bits`,
+/// the size of an IBM fraction, is 24 for single and 56 for double precision.
 #pragma once
 
 #include <algorithm>

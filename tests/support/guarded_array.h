@@ -1,4 +1,4 @@
-/// Arrays that lie flush against an unreadable page, so that one step behind them faults at once.
+/// Arrays that end at an unreadable page, so that an access past the end faults at once.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace support {
 
-/// `n` elements, each byte 0xA5 until written.
+/// An array of `n` elements. All bytes are 0xA5 until they are written.
 template <class T>
 class GuardedArray {
   static_assert(std::is_trivially_copyable_v<T>);
@@ -21,7 +21,7 @@ class GuardedArray {
     std::memset(static_cast<void*>(data_), 0xA5, n * sizeof(T));
   }
 
-  /// A copy of the elements of any container.
+  /// Copies the elements of any container.
   template <class Container>
   requires requires(const Container& c) { c.begin(); }
   explicit GuardedArray(const Container& from) : GuardedArray(from.size()) {

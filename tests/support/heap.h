@@ -1,27 +1,28 @@
 /// A heap that refuses on demand and counts.
 ///
-/// It takes the place of `malloc`, `calloc`, `free`, `new` and `delete` in a test program, for the
-/// library's objects in it as well: see `zelvan_refuse_heap` in tests/CMakeLists.txt. For one
-/// thread.
+/// Replaces `malloc`, `calloc`, `free`, `new` and `delete` in a test program, including the
+/// library's objects in it: see `zelvan_refuse_heap` in tests/CMakeLists.txt. For one thread.
 #pragma once
 
 #include <initializer_list>
 
 namespace heap {
 
-/// Refuses the `nth` request from now on, and all after it if `for_good`. Refuses none if `nth` is
-/// 0.
+/// Refuses the `nth` request from now on, and all after it if `for_good`. An `nth` of 0 refuses
+/// nothing.
 void refuse(int nth, bool for_good);
 
 /// Grants all requests again. Returns true if one was refused.
 bool grant_all();
 
-/// Returns how many blocks are still live of those granted between the last two calls.
+/// Returns how many blocks are still live, of those allocated between the last `refuse` and the
+/// last `grant_all`.
 int blocks_left();
 
-/// Runs `operation` with its first request refused, then with its second and so on until it makes
-/// no more; each alone, and then with all after it. Calls `check` after each refusal, with the heap
-/// granting again. Returns how many refusals there were.
+/// Runs `operation` with its first request refused, then with its second and so on, until it makes
+/// no further request; each time twice, the second time with all later requests refused as well.
+/// Calls `check` after each run with a refusal; the heap then grants all requests. Returns the
+/// number of these runs.
 template <class Operation, class Check>
 int refuse_each(Operation operation, Check check) {
   int refusals = 0;
@@ -38,7 +39,7 @@ int refuse_each(Operation operation, Check check) {
 }
 
 /// True if null. Hides the pointer from the optimiser, which may otherwise remove the malloc/free
-/// pair and take the block for granted.
+/// pair and assume that the block is not null.
 inline bool is_null(const void* block) {
   asm volatile("" : : "r"(block) : "memory");
   return block == nullptr;

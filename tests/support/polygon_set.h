@@ -1,4 +1,4 @@
-/// Polygon sets as lists of vertices, which tests can write down, compare and print.
+/// Polygon sets as lists of vertices, for tests to write, compare and print.
 #pragma once
 
 #include <ostream>
@@ -27,10 +27,10 @@ using Vertices = std::vector<Vertex<Point>>;
 /// The two arrays that a `drw_pset_t` or `drw_dpset_t` points to.
 template <class Point>
 struct SetArrays {
-  /// Arrays for `room` vertices, for a function to fill.
+  /// Makes arrays with room for `room` vertices, for a function to fill.
   explicit SetArrays(std::size_t room) : points(room), flags(room) {}
 
-  /// A copy of the vertices.
+  /// Copies the vertices.
   explicit SetArrays(const Vertices<Point>& from) {
     for (const auto& vertex : from) {
       points.push_back(vertex.point);
@@ -38,7 +38,7 @@ struct SetArrays {
     }
   }
 
-  /// The first `n` vertices.
+  /// Returns the first `n` vertices.
   Vertices<Point> first(int n) const {
     Vertices<Point> out;
     for (int i = 0; i < n; ++i) out.push_back({points[i], flags[i]});

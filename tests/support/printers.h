@@ -1,7 +1,8 @@
-/// Equality and printing of the library's records, so that a failed expectation shows them whole.
+/// Equality and printing of the library's records, so that a failed expectation prints all their
+/// fields.
 ///
-/// Two records are equal if their bits are: -0.0 is not 0.0. Any NaN equals any other, since which
-/// payload survives an operation is the compiler's choice.
+/// Two records are equal if their bits are: -0.0 is not 0.0. All NaN are equal: the compiler
+/// decides which operand's payload a sum keeps.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -23,7 +24,7 @@ inline bool same_bits(double a, double b) {
   return __builtin_bit_cast(std::uint64_t, a) == __builtin_bit_cast(std::uint64_t, b);
 }
 
-/// Returns the number in decimal, with digits enough to tell it from its neighbours.
+/// Returns the number in decimal, with enough digits to distinguish it from its neighbours.
 inline std::string digits(double v) {
   char text[32];
   std::snprintf(text, sizeof text, "%.17g", v);

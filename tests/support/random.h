@@ -1,4 +1,5 @@
-/// Values that are hard on arithmetic, from a seed: the same on every machine and compiler.
+/// Random values, many of them edge cases of arithmetic; one seed produces the same values on every
+/// machine and compiler.
 ///
 /// Tests put the seed into a SCOPED_TRACE, so that a failure names it.
 #pragma once
@@ -16,16 +17,17 @@ class Random {
  public:
   explicit Random(std::uint64_t seed) : engine_(seed) {}
 
-  /// A whole number from 0 to `count` - 1. (The standard's distributions differ by library.)
+  /// Returns a whole number from 0 to `count` - 1. The standard's distributions would differ by
+  /// library.
   int below(int count) { return static_cast<int>(engine_() % static_cast<unsigned>(count)); }
 
-  /// From 0 up to and not including 1, in steps of 2^-53.
+  /// Returns a multiple of 2^-53, from 0 up to but not including 1.
   double unit() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
 
   double between(double low, double high) { return low + (high - low) * unit(); }
 
-  /// Mostly plain numbers; often halves, their neighbours, the edges of the integer ranges,
-  /// zeros of both signs, denormals; now and then an infinity, a NaN or any bits at all.
+  /// Returns a plain number most of the time; often a half or its neighbour, a limit of an integer
+  /// type, a zero of either sign or a denormal; sometimes an infinity, a NaN or any bits.
   double hard_double() {
     static constexpr double edges[] = {
         0.0, 0.5, 0x1.fffffffffffffp-2, 1.0, 1.5, 2.5, 32767.5, 32768.0, 65535.5, 1e9 + 0.5,
@@ -47,8 +49,8 @@ class Random {
     return points;
   }
 
-  /// A matrix of the given tag with some zeros of both signs; elements that the tag says are zero
-  /// are not always so, since the tag rules and not the elements.
+  /// Returns a matrix of type `type` with some zeros of both signs. Elements that the type says are
+  /// zero may not be: the type decides, not the elements.
   Mtx2D matrix(int type) {
     Mtx2D m;
     for (double* element : {&m.m11, &m.m12, &m.m21, &m.m22, &m.tx, &m.ty}) {

@@ -1,5 +1,4 @@
-/// What tests ask of the operating system. Each system has a body of its own, in the folder of
-/// its name.
+/// Queries of the operating system for tests. The sources are in a folder for each system.
 #pragma once
 
 #include <chrono>
@@ -10,23 +9,23 @@
 
 namespace support {
 
-/// Has the system the calls and the names of POSIX?
+/// True if the system has the calls and file names of POSIX.
 inline const bool is_posix = std::filesystem::path::preferred_separator == '/';
 
-/// An empty folder, which is the current one meanwhile and goes with all that is in it, what is
-/// read-only included.
+/// An empty folder, made the current one. The destructor removes it with its content, including
+/// read-only files.
 class TemporaryFolder {
   static std::string make(bool in_memory) {
     namespace fs = std::filesystem;
     const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
     const std::string start = (fs::canonical(parent) / "zelvan-").string();
-    static int number = 0;  // others may have left folders of such names
+    static int number = 0;  // earlier runs may have left such folders
     while (!fs::create_directory(start + std::to_string(++number))) continue;
     return start + std::to_string(number);
   }
 
  public:
-  /// Where there is memory for it, that is fast, but not every system runs programs from there.
+  /// A folder in memory is faster, but not every system starts programs from there.
   explicit TemporaryFolder(bool in_memory = is_posix && std::filesystem::exists("/dev/shm"))
       : path(make(in_memory)) {
     std::filesystem::current_path(path);
@@ -35,7 +34,7 @@ class TemporaryFolder {
   ~TemporaryFolder() {
     namespace fs = std::filesystem;
     fs::current_path("/");
-    std::error_code trouble;  // a link to nothing; a program that is just ending and has it still
+    std::error_code trouble;  // a dangling link, or a program in the folder that is still ending
     for (const auto& entry : fs::recursive_directory_iterator(path)) {
       fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add, trouble);
     }
@@ -44,28 +43,28 @@ class TemporaryFolder {
     }
   }
 
-  /// Absolute, as the system itself writes it, without a separator at its end.
+  /// The absolute path in the system's own form, without a trailing separator.
   const std::string path;
 };
 
-/// How many descriptors or handles of any kind the process holds.
+/// Returns the number of open descriptors of the process, on Windows of its handles.
 int open_descriptors();
 
-/// Would a program that is started now get this descriptor?
+/// Returns true if a program that is started now would inherit this descriptor.
 bool is_inherited(int fd);
 
-/// Sets a variable of the environment, or with a null value removes it. On Windows none is empty.
+/// Sets an environment variable; removes it if `value` is null, on Windows also if it is empty.
 void set_environment(const char* name, const char* value);
 
-/// The language of the user in two letters where the system has one; empty where the
-/// environment names it.
+/// Returns the user's language in two letters, on a system that stores it; empty if the environment
+/// decides it.
 std::string language();
 
-/// The path of the running test program.
+/// Returns the path of the running test program.
 std::string own_path();
 
-/// Memory for `size` bytes in front of an unreadable page, save on Windows: the address of that
-/// page. It goes back with the same size.
+/// Allocates `size` bytes that end at an unreadable page, and returns the address of that page. On
+/// Windows nothing after them is protected. Release them with the same size.
 char* guarded_pages(std::size_t size);
 void release_guarded_pages(char* guard, std::size_t size);
 

@@ -1,4 +1,4 @@
-/// The switches of the vector forms. Only for private test programs.
+/// Switches for the vector forms, for test programs that contain the objects of the library.
 #pragma once
 
 #include <zelvan/detail/vector_forms.h>
@@ -23,7 +23,7 @@ void for_each_form(Run& run, zelvan::FormList<First, Others...> /*forms*/) {
   First::may_run = false;
   for_each_form(run, zelvan::FormList<Others...>{});
   First::may_run = may_run;
-  if (may_run) run(First::name);  // it is preferred to the others
+  if (may_run) run(First::name);  // runs this form: those preferred to it are switched off
 }
 
 /// Calls `run(name)` once with the plain forms forced and once with each vector form that this

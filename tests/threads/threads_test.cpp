@@ -1,5 +1,5 @@
-// What several threads may do at once: see "Threads" in docs/conventions.md. The thread sanitizer
-// runs this program as well, and reports a race even where the results happen to be right.
+// Operations that several threads may run at once: see "Threads" in docs/conventions.md. The thread
+// sanitizer also runs this program, and reports a race even if the results happen to be right.
 
 #include <zelvan/zelvan.h>
 
@@ -20,8 +20,8 @@ const real_rect_t window = {{{-5, -5}, {-5, 5}, {5, 5}, {5, -5}}};
 Mtx2D shared_matrix(1.0, 2.0, Mtx2DOrientRot90, 3.0, 4.0, 5.0, 6.0);
 const std::string shared_text = "alpha:1,beta:22,gamma:333";
 
-// Results are plain numbers: making a text of them would go through the locale's atomic counter,
-// and that orders the threads, so that the sanitizer no longer sees what races beside it.
+// Results are plain numbers. Formatting them as text would use the atomic counter of the locale,
+// which synchronises the threads and hides races from the sanitizer.
 using Numbers = std::vector<double>;
 
 Numbers picked(CPickRegion& region) {
@@ -41,7 +41,7 @@ Numbers fields_of_tokens() {
   return values;
 }
 
-// Four threads do the job 100 times each.
+// Runs the job 100 times in each of four threads.
 template <class Job>
 void expect_same_in_each_thread(const char* name, Job job) {
   const auto expected = job();

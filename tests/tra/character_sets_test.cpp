@@ -54,7 +54,8 @@ TEST(ConvertCharset, ChoosesOneOfSeveralCodesOfACharacter) {
   EXPECT_EQ(ebcdic, std::string("\xF0\xF9\x4F\x60\xBF\x4E\x4D\x5D\x8B\xD0\x00\x35", 12));
 }
 
-// A death test reads descriptor 2; here standard output takes its place.
+// A death test captures descriptor 2 alone. So the child redirects its standard output there, and
+// then has no descriptor 2 of its own.
 TEST(ConvertCharsetDeathTest, EndsTheProcessOnAnUnknownConversion) {
   const auto convert_nothing = [] {
     dup2(2, 1);

@@ -1,8 +1,8 @@
-"""Makes the site of guide and reference: python3 tools/docs FOLDER, from the project's folder.
+"""Builds the site of guide and reference: python3 tools/docs FOLDER, in the project's folder.
 
-Doxygen reads the public headers, Breathe and Sphinx make pages of what it found. Written here, below
-build/docs/pages, is what Sphinx reads: the guide as it is, and for each header and each family a
-page that names its entries in the header's order.
+Doxygen reads the public headers; Breathe and Sphinx make pages from its output. This program writes
+the input of Sphinx below build/docs/pages: the pages of the guide, and for each header and each
+family a page that lists its entries in the order of the header.
 """
 
 import pathlib
@@ -35,18 +35,18 @@ def write(path, text):
 
 def run(*command):
     if subprocess.run(command, check=False).returncode:
-        sys.exit(f"{command[0]} has warned or failed; see above. It reads what stands in {WORK}.")
+        sys.exit(f"{command[0]} failed or warned: see above. Its input is in {WORK}.")
 
 
 def for_site(text, path):
-    """A page of the guide, whose links to headers lead to their pages."""
+    """Returns a page of the guide with links to headers replaced by links to their pages."""
     up = "../" * (len(path.parts) - 1)
     text = re.sub(r"\]\((?:\.\./)*src/zelvan/([\w/.]+\.h)\)", rf"]({up}reference/\1.rst)", text)
     return text.replace("](LICENSE)", "](LICENSE.md)")
 
 
 def navigation(readme, families):
-    """Pages of no family stand in the order in which the front page leads to them."""
+    """Returns the table of contents. Pages of no family are in the order of links on the front page."""
     order = re.findall(r"\]\(([\w/]+)\.md\)|\]\((LICENSE)\)", readme)
     order = [pathlib.Path(page or other) for page, other in order]
     of_families = [path for family in families for path in family.guides]
@@ -61,9 +61,9 @@ def navigation(readme, families):
                    for caption, names in groups.items())
 
 
-def mend_furo(static):
-    """Debian's Furo comes without two things: its scripts aren't joined into one, and a browser
-    that prefers dark pages is not asked."""
+def complete_furo(static):
+    """Adds two things that Debian's Furo lacks: joins its scripts into one, and uses dark colours if
+    the browser prefers them."""
     script, part = static / "scripts/furo.js", static / "scripts/gumshoe-patched.js"
     if read(script).startswith("import "):
         write(script, read(part) + read(script).partition("\n")[2])
@@ -108,7 +108,7 @@ def main(output):
     shutil.rmtree(output, ignore_errors=True)
     run("sphinx-build", "-q", "-W", "--keep-going", "-j", "auto", "-c", SITE, "-d",
         WORK / "doctrees", PAGES, output)
-    mend_furo(output / "_static")
+    complete_furo(output / "_static")
     shutil.copy(output / "README.html", output / "index.html")
     faults = check.all_of(found, families, output)
     if faults:

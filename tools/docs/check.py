@@ -1,5 +1,5 @@
-"""What no tool checks: that the reference is complete and true to its names, and that every link
-within the site leads somewhere."""
+"""Checks that the reference is complete, that its comments name only what exists, and that no link
+within the site is broken."""
 
 import html.parser
 import re
@@ -10,10 +10,10 @@ import headers
 NAME = re.compile(r"[*&]*((?:\w+::)*[A-Za-z_]\w*)(?:\(.*\))?")
 EXPORTS = headers.SOURCE / "exports.txt"
 
-# Exported for a friend of the class, and private.
+# Exported, but private: only a friend of the class calls it.
 NOT_FOR_CALLERS = {"CAlignedRect::CAlignedRect"}
 
-# Words that stand in code without being names of the library.
+# Words in code that are no names of the library.
 LANGUAGE = set("EOF bad_alloc cos errno exit fopen free getenv malloc memmove new qsort sin strftime".split())
 
 
@@ -28,15 +28,15 @@ def not_documented(found):
             yield f"{header.path}: no opening comment"
         for entry in headers.walk([header]):
             if not headers.comment_of(entry.nodes[-1]):
-                yield f"{header.path}:{entry.line}: no comment speaks for {', '.join(entry.names())}"
+                yield f"{header.path}:{entry.line}: no comment for {', '.join(entry.names())}"
             for value in entry.values():
                 if not headers.comment_of(value):
                     name = headers.text_of(value.find("name"))
-                    yield f"{header.path}:{entry.line}: no comment speaks for {name}"
+                    yield f"{header.path}:{entry.line}: no comment for {name}"
 
 
 def not_exported(found):
-    """Of the names that leave the library, those that have no entry."""
+    """Yields exported names that have no entry."""
     documented = {entry.qualified(name) for entry in headers.walk(found) for name in entry.names()}
     for line in EXPORTS.read_text(encoding="utf-8").splitlines():
         name = re.sub(r"^(typeinfo|typeinfo name|vtable) for |^zelvan::|\(.*", "", line)
@@ -45,8 +45,8 @@ def not_exported(found):
 
 
 def unknown_names(found):
-    """Of the names in code in a comment, those that nothing has. A comment may use what stands in
-    its own header, and what stands alone in another; text goes between double quotes."""
+    """Yields names in backquotes in comments that don't exist. A comment may use all names in its
+    own header, and entries of other headers. Other text belongs between double quotes."""
     everywhere = set(LANGUAGE)
     for entry in headers.walk(found):
         values = [headers.text_of(value.find("name")) for value in entry.values()]
@@ -59,15 +59,15 @@ def unknown_names(found):
             for code in re.findall(r"`([^`]+)`", comment):
                 name = NAME.fullmatch(code)
                 if name and not {name[1], name[1].split("::")[-1]} & (here | everywhere):
-                    yield f"{path}: nothing is called `{code}`"
+                    yield f"{path}: there is no name `{code}`"
 
 
 def missing_families(found, families):
-    """Families that the table of the front page leaves out."""
+    """Yields families that are missing in the table of the front page."""
     named = {family.name for family in families} | {""}
     for header in found:
         if header.family not in named:
-            yield f"README.md: its table has no family {header.family}, of {header.path}"
+            yield f"README.md: the table lacks the family {header.family} of {header.path}"
 
 
 class Links(html.parser.HTMLParser):
@@ -92,7 +92,7 @@ def broken_links(output):
         for tag, target in dict.fromkeys(page.targets):
             if re.match(r"\w+:", target):
                 if tag != "a" and not target.startswith("data:"):
-                    yield f"{url}: asks another host: {target}"
+                    yield f"{url}: loads from another host: {target}"
                 continue
             file, anchor = urllib.parse.urldefrag(urllib.parse.unquote(target))
             file = urllib.parse.urljoin(url, file.partition("?")[0]) if file else url

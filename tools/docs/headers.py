@@ -1,7 +1,7 @@
-"""The public headers: what Doxygen is given to read, and what it found in them.
+"""The public headers: prepares them for Doxygen and reads its output.
 
-Doxygen knows neither our sections (`// ---- title`) nor that a comment speaks for all declarations
-up to the next blank line. Both are worked out here from the lines of the header.
+Doxygen knows neither our sections (`// ---- title`) nor that a comment applies to all declarations
+up to the next blank line. Both are found here from the lines of the header.
 """
 
 import pathlib
@@ -14,19 +14,19 @@ SECTION = re.compile(r" *// ---- (.*)")
 
 
 def public_headers():
-    """Paths as one includes them, without zelvan/."""
+    """Returns the paths of the public headers, below zelvan/."""
     paths = sorted([*SOURCE.glob("*.h"), *SOURCE.glob("*/*.h")])
     return [path.relative_to(SOURCE) for path in paths
             if path.parent.name not in ("detail", "platform")]
 
 
 def for_doxygen(text):
-    """The header in words that Doxygen understands, every line in its place."""
-    # What the compiler alone reads, and names taken in from a base, which have their entries there.
+    """Returns the header in a form that Doxygen understands. Line numbers stay the same."""
+    # Remove statements for the compiler, and names of a base class, which have their entries there.
     text = re.sub(r"^ *(static_assert|friend|using \w+::)[^;]*;.*",
                   lambda statement: "\n" * statement[0].count("\n"), text, flags=re.M)
     text = text.replace("#pragma once", r"/// \file", 1)
-    text = re.sub(r"^( *///) (\d+)\. ", r"\1 \2\. ", text, flags=re.M)  # this opens no list
+    text = re.sub(r"^( *///) (\d+)\. ", r"\1 \2\. ", text, flags=re.M)  # so that no list begins here
     return re.sub(r"^( *///.*?)\*?(Requires[^.:]*:)\*?", r"\1**\2**", text, flags=re.M)
 
 
@@ -39,20 +39,20 @@ def name_of(node):
 
 
 class Entry:
-    """Declarations that share a comment; mostly it is one."""
+    """One or more declarations that share a comment."""
 
     def __init__(self, node, scope=None):
         self.nodes = [node]
         self.scope = scope  # the entry of the class
         self.kind = node.get("kind")
         self.members = []
-        self.opens = []     # title and text of the section that begins before it
+        self.opens = []     # titles and texts of sections that begin before it
         place = node.find("location")
         self.line = int(place.get("line"))
         self.end = max(self.line, int(place.get("bodyend") or 0))
 
     def names(self):
-        """Each once, in order; none for an enumeration without a name."""
+        """Returns the names without duplicates, in order; none for an enumeration without a name."""
         names = dict.fromkeys(map(name_of, self.nodes))
         return [name for name in names if not name.startswith("@")]
 
@@ -60,18 +60,18 @@ class Entry:
         return f"{self.scope.names()[0]}::{name}" if self.scope else name
 
     def label(self):
-        return "at-" + self.nodes[0].get("id").lower()  # Breathe makes a label of the id itself
+        return "at-" + self.nodes[0].get("id").lower()  # Breathe uses the id itself as a label
 
     def values(self):
         return self.nodes[0].findall("enumvalue")
 
     def is_row(self):
-        """Fields and constants are shown one below the other, without a heading."""
+        """True for fields and constants, which are listed without a heading."""
         return self.kind == "variable"
 
 
 def walk(things):
-    """Entries of headers or of classes, and those within them."""
+    """Yields the entries of headers or classes, and recursively their members."""
     for thing in things:
         for entry in thing.members:
             yield entry
@@ -91,7 +91,7 @@ class Header:
 
 
 def sections_of(lines):
-    """Lines of titles, with title and text."""
+    """Yields the sections of a header: line number, title and text."""
     for number, line in enumerate(lines, 1):
         title = SECTION.match(line)
         if title:
@@ -101,16 +101,16 @@ def sections_of(lines):
             yield number, title[1], text.strip()
 
 
-def give_sections(entries, sections):
+def attach_sections(entries, sections):
     for entry in entries:
         while sections and sections[0][0] < entry.line:
             entry.opens.append(sections.pop(0)[1:])
-        give_sections(entry.members, sections)
+        attach_sections(entry.members, sections)
 
 
 def read(folder):
-    """The headers as Doxygen has understood them. In its files the comment of declarations that
-    share one is moved to the last of them, below which Breathe is to show it."""
+    """Reads Doxygen's output and returns the headers. If declarations share a comment, moves it in
+    Doxygen's files to the last of them, since Breathe shows it below that one."""
     trees = {path: ElementTree.parse(path) for path in sorted(folder.glob("*.xml"))
              if path.name not in ("index.xml", "Doxyfile.xml")}
     compounds = {node.get("id"): node for tree in trees.values() for node in tree.getroot()}
@@ -120,7 +120,7 @@ def read(folder):
             path = pathlib.PurePath(node.find("location").get("file"))
             lines = (SOURCE / path).read_text(encoding="utf-8").splitlines()
             header = Header(path, node, entries_of(node, compounds, lines))
-            give_sections(header.members, list(sections_of(lines)))
+            attach_sections(header.members, list(sections_of(lines)))
             headers.append(header)
     for path, tree in trees.items():
         tree.write(path, encoding="utf-8", xml_declaration=True)
@@ -131,7 +131,7 @@ def entries_of(compound, compounds, lines, scope=None):
     here = compound.find("location").get("file")
     entries = [Entry(node, scope) for node in compound.findall("sectiondef/memberdef")
                if node.get("prot") != "private"]
-    for inner in compound.findall("innernamespace"):  # which may have parts in several headers
+    for inner in compound.findall("innernamespace"):  # a namespace can have parts in several headers
         entries += [Entry(node) for node in compounds[inner.get("refid")].iter("memberdef")
                     if node.find("location").get("file") == here]
     for inner in compound.findall("innerclass"):

@@ -1,5 +1,5 @@
-"""A Sphinx extension: in code, names of the library lead to their entries, and what a picture shows
-stands below it."""
+"""A Sphinx extension: links names of the library in code to their entries, and shows the alternative
+text of a picture as its caption."""
 
 import re
 
@@ -17,8 +17,8 @@ INCLUDE = re.compile(r'<span class="cpf">&lt;zelvan/([\w/]+\.h)&gt;</span>')
 
 
 class Names:
-    """Pages and anchors of what has a name. A bare name stands for an operation or a constant if
-    only one is called so, and for a field on the page of its record."""
+    """Pages and anchors by name. A name without its class means an operation or a constant if only
+    one has that name, and a field on the page of its record."""
 
     def __init__(self, env):
         self.known, self.fields = {}, {}
@@ -49,7 +49,7 @@ def names_of(env):
 
 
 def parameters(node):
-    """Of the functions whose comment a node stands in: these names mean something nearer."""
+    """Returns the parameters of the functions whose comment contains the node; these are not linked."""
     while node.parent is not None and not isinstance(node, nodes.section):
         node = node.parent
     return {list(parameter.findall(addnodes.desc_sig_name))[-1].astext()

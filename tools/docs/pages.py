@@ -1,4 +1,4 @@
-"""The pages that Sphinx is given besides the guide, written in reStructuredText."""
+"""Writes the pages of the reference for Sphinx, in reStructuredText."""
 
 import pathlib
 import re
@@ -15,12 +15,12 @@ FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.S | re.M)
 
 
 class Family:
-    def __init__(self, name, gives, cell):
+    def __init__(self, name, purpose, cell):
         links = LINK.findall(cell)
         gloss = ", ".join(text for text, _ in links)
         self.name = name
         self.title = sentence(gloss if gloss == name else f"{gloss} ({name})")
-        self.gives = sentence(gives) + "."
+        self.purpose = sentence(purpose) + "."
         self.guides = [pathlib.Path(path) for _, path in links]
 
 
@@ -51,13 +51,13 @@ def toctree(option, lines):
 
 
 def markdown(text):
-    """The little that the plain comments of a header use of it."""
+    """Converts the Markdown that comments outside of declarations use: only backquotes."""
     return "".join(f"``{part}``" if i % 2 else escape(part)
                    for i, part in enumerate(text.split("`")))
 
 
 def first_sentence(comment):
-    """Of the children of a comment, as far as no list or block of code begins."""
+    """Returns the first sentence of a comment, up to a list or a block of code."""
     shown = ""
     for paragraph in comment[:1]:
         shown = paragraph.text or ""
@@ -71,7 +71,7 @@ def first_sentence(comment):
 
 
 def link(entry, *names):
-    """To an entry, by these names or all that it has."""
+    """Returns links to an entry, by the given names or by all of its names."""
     return ", ".join(f":ref:`{escape(name)} <{entry.label()}>`"
                      for name in names or entry.names() or ["constants"])
 
@@ -84,7 +84,7 @@ def in_code(names):
 # ---- the reference
 
 def name_list(entries, style="names", with_members=True):
-    """Each entry with the first sentence of its comment."""
+    """Lists the entries, each with the first sentence of its comment."""
     parts, rows = [], []
 
     def end_list():
@@ -118,7 +118,7 @@ def header_page(header):
 
 
 def entry_list(entries, level):
-    """Entries below the titles of their sections, as in the header."""
+    """Returns the entries below the titles of their sections, as in the header."""
     parts, deeper = [], 0
     for entry in entries:
         for title, text in entry.opens:
@@ -152,7 +152,7 @@ def names_page(found):
 
 
 def c_page(found, text):
-    """The header for C, with what its functions do."""
+    """Returns the page of the header for C, with the first sentence for each function."""
     known = {name: entry for header in found for entry in header.members for name in entry.names()}
     opening = "\n".join(re.findall(r"^/// ?(.*)", text[:text.index("#pragma once")], re.M))
     page = [heading("C interface (zelvan\\_c.h)", 0),
@@ -186,7 +186,7 @@ def directive(entry, node):
 
 def family_page(found, family):
     own = [header for header in found if header.family == family.name]
-    page = [heading(family.title, 0), f"\n{markdown(family.gives)}\n", heading("Guide", 1),
+    page = [heading(family.title, 0), f"\n{markdown(family.purpose)}\n", heading("Guide", 1),
             toctree("maxdepth: 2", [f"/{path.with_suffix('')}" for path in family.guides]),
             heading("Reference", 1),
             toctree("hidden:", [f"/reference/{header.path}" for header in own])]

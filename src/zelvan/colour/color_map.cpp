@@ -18,7 +18,7 @@ struct {
   int distance;
 } last_answer;
 
-/// Returns `count` black entries; null if `count` is 0 or the heap is exhausted.
+/// Returns `count` black entries; null if `count` is 0 or the heap refuses.
 ColorRGB* new_colors(unsigned int count) {
   if (count == 0 || !zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
   return new (std::nothrow) ColorRGB[count];
@@ -46,16 +46,16 @@ unsigned int absolute_difference(int a, int b) {
 
 /// Returns the mean absolute difference of the channels, the distance that is reported. No third
 /// ends in a half, so adding one to the sum before the integer division rounds correctly. A mean
-/// that doesn't fit wraps to the smallest `int`, as a truncated double would; channels at both ends
-/// of the range lead to it.
+/// that does not fit an `int` becomes the smallest `int`, as in the conversion of a double. This
+/// takes channels at both ends of the range.
 int mean_difference(const ColorRGB& a, const ColorRGB& b) {
   const auto sum = std::uint64_t{absolute_difference(a.red, b.red)} +
                    absolute_difference(a.green, b.green) + absolute_difference(a.blue, b.blue);
   return static_cast<int>((sum + 1) / 3);
 }
 
-/// Returns `map`, hidden from the optimiser: it assumes that `this` is not null, and would remove a
-/// test for null.
+/// Returns `map`, and hides from the optimiser where it came from. The optimiser assumes that
+/// `this` is not null, and would remove a test for null.
 const ColorMap* hide_from_optimiser(const ColorMap* map) {
   asm("" : "+r"(map));
   return map;
@@ -78,7 +78,7 @@ int zelvan::closest_answer(const ColorMap& map, const ColorRGB& target, const Cl
   const int index = static_cast<int>(found.index);
   const int reported = map.map_size == 0 ? INT_MAX : mean_difference(map.colors[found.index], key);
   *distance = reported;
-  // Another thread may store here at any time, so nothing of it is read back.
+  // Only stored here, never read back: a search on another thread may overwrite it at any time.
   last_answer = {key.red, key.green, key.blue, index, reported};
   return index;
 }

@@ -1,13 +1,12 @@
 /// Tables of colours that a pen selects, and the search for the pen closest to a colour.
 ///
 /// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
-/// negative is an unset slot, which the searches for a close colour pass over.
+/// negative is an unset slot, which searches for a close colour skip.
 ///
 /// Threads: all searches share one cache of the last answer, without a lock. A search with `fresh`
 /// 1 only writes the cache, so its own result is safe. While a search with `fresh` 0 runs, no other
 /// thread may search. `SetIndex` with three arguments uses the one record of `str_parse`: one
-/// thread at a time. Otherwise many threads may read one map, and a thread that changes it must
-/// have it to itself.
+/// thread at a time. Otherwise many threads may read one map, but only while no thread changes it.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -16,15 +15,14 @@
 
 #include <cstddef>
 
-/// Kinds of images that `ColorMap::GetValue` knows, by their bits a pixel.
+/// Image types of `ColorMap::GetValue`, by their bits per pixel.
 enum ImageType : int {
   ImageType1Bit = 1,    ///< holds packed colours
   ImageType8Bit = 8,    ///< holds pens
   ImageType32Bit = 32,  ///< holds packed colours
 };
 
-/// Which channel stands in the high bits of a packed colour. Any other value acts like
-/// `RGBOrderBlueHigh`.
+/// Orders of the channels in a packed colour. Any other value acts like `RGBOrderBlueHigh`.
 enum RGBOrder : int {
   RGBOrderBlueHigh = 0,  ///< red in the bits 0-7, green in 8-15, blue in 16-23
   RGBOrderRedHigh = 1,   ///< blue in the bits 0-7, green in 8-15, red in 16-23
@@ -55,16 +53,16 @@ class ColorMap {
 
   // ---- setting entries
 
-  /// Sets entry `index` as `ColorRGB::SetValue` does, and returns its result; 0 for an `index` that
-  /// the map doesn't have. The channels are on the scale 255, whatever the map's is.
+  /// Sets entry `index` as `ColorRGB::SetValue` does, and returns its result; 0 if the map has no
+  /// such entry. The channels are on the scale 255, whatever the map's is.
   ZELVAN_API unsigned short SetIndex(int index, const char* text);
 
-  /// Sets entry `index` as `SetIndex(index, text)` does, by way of `str_parse`: it overwrites the
-  /// record and the text that `str_parse` returned before. `reserved` plays no part: pass 0.
+  /// Sets entry `index` as `SetIndex(index, text)` does, but parses with `str_parse`: it overwrites
+  /// the record and the text that `str_parse` returned before. `reserved` is ignored; pass 0.
   ZELVAN_API unsigned short SetIndex(int index, unsigned short reserved, char* text);
 
-  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, and returns its result; 0 for an `index`
-  /// that the map doesn't have. Channels of 0 to 1 go to the scale 255, whatever the map's is.
+  /// Sets entry `index` as `ColorRGB::SetRGBColor` does, and returns its result; 0 if the map has
+  /// no such entry. Channels of 0 to 1 are converted to the scale 255, whatever the map's scale is.
   ZELVAN_API unsigned short SetRGBIndex(int index, float red, float green, float blue);
 
   /// Copies the colour into entry `index`. Requires: 0 <= `index` < `map_size`, and `color` is not
@@ -73,8 +71,8 @@ class ColorMap {
 
   // ---- comparing and copying
 
-  /// Copies scale and entries into `*target` if it has as many; otherwise does nothing. Requires:
-  /// no null pointer.
+  /// Copies scale and entries into `*target` if both maps have the same number of entries;
+  /// otherwise does nothing. Requires: no null pointer.
   ZELVAN_API void CopyColorMap(ColorMap* target);
 
   /// Returns 1 if both maps have equal entries, else 0. The scale is not compared. Requires: no

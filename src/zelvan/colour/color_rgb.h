@@ -30,30 +30,30 @@ class ColorRGB {
   ZELVAN_INLINE_API ColorRGB() : red(0), green(0), blue(0) {}
   ZELVAN_INLINE_API ColorRGB(int r, int g, int b) : red(r), green(g), blue(b) {}
 
-  /// Takes three channels on the scale 255.
+  /// Sets the three channels, on the scale 255.
   ZELVAN_INLINE_API void Set(unsigned char r, unsigned char g, unsigned char b) {
     red = r;
     green = g;
     blue = b;
   }
 
-  /// Takes the channels, on the scale 255; pen and alpha are ignored.
+  /// Copies the channels of `color`, on the scale 255; ignores pen and alpha.
   ZELVAN_INLINE_API void SetRGBColorFromColorValue(ColorValue color) {
     Set(color.red, color.green, color.blue);
   }
 
-  /// Takes three channels of 0 to 1 and rounds them to the scale 255.
+  /// Sets the channels from numbers of 0 to 1, rounded to the scale 255.
   ///
   /// Refuses a channel below 0 or above 1. A NaN is accepted and becomes the smallest `int`.
   ZELVAN_API unsigned short SetRGBColor(float r, float g, float b);
 
-  /// Takes the colour that `HsvToRgb` computes at scale 255.
+  /// Sets the colour from hue, saturation and value, as `HsvToRgb` does on the scale 255.
   ///
   /// Refuses an argument below 0, a hue of 360 or more, and a saturation or value above 1. A NaN is
   /// accepted, as in `SetRGBColor`.
   ZELVAN_API unsigned short SetHSVColor(float hue, float saturation, float value);
 
-  /// Takes the colour of that name, one of 658; the case of ASCII letters is ignored.
+  /// Sets the colour by one of 658 names; the case of ASCII letters is ignored.
   ///
   /// Blanks count: "dark blue" is a name and "DarkBlue" is not. Refuses a null pointer.
   ZELVAN_API unsigned short FindName(char* name);
@@ -61,13 +61,13 @@ class ColorRGB {
 
   /// Stores the name of this colour, on the scale 255, in `*name` and returns 1.
   ///
-  /// Of several names it is the first in the table: black, not gray0. The caller must neither
+  /// Of several names, stores the first in the table: black, not gray0. The caller must neither
   /// change nor free it. Returns 0 and leaves `*name` unchanged if the colour has no name.
   ///
   /// Requires: no null pointer.
   ZELVAN_API unsigned short FindNameForRgb(char** name);
 
-  /// Takes the colour that a text describes, in one of three forms:
+  /// Sets the colour from a text in one of three forms:
   ///
   ///     RGB 1 0.5 0           channels of 0 to 1
   ///     HSV 240 1 1           as SetHSVColor takes them
@@ -79,11 +79,11 @@ class ColorRGB {
   /// pointer. Keeps nothing, and may run on any thread while the process keeps its locale.
   ZELVAN_API unsigned short SetValue(const char* text);
 
-  /// Takes the colour that a text describes, as `SetValue(text)` does, by way of `str_parse`.
+  /// Sets the colour from a text, as `SetValue(text)` does, but parses with `str_parse`.
   ///
-  /// It overwrites the record and the text that `str_parse` returned before. So a walk over a line
-  /// by `str_parse` must not call it, unless it has copied what it still needs, `next` above all;
-  /// `SetValue(text)` may be called there. `reserved` plays no part: pass 0. One thread at a time.
+  /// It overwrites the record and the text that `str_parse` returned before. So in a walk over a
+  /// line by `str_parse`, call `SetValue(text)` instead, or first copy `next` and what else you
+  /// still need. `reserved` is ignored; pass 0. One thread at a time.
   ZELVAN_API unsigned short SetValue(unsigned short reserved, char* text);
 
   /// Unpacks red, green and blue, on the scale 255, from the bits 0-7, 8-15 and 16-23; the upper
@@ -104,7 +104,7 @@ class ColorRGB {
   /// its neighbours.
   ZELVAN_API unsigned int RGBToBGR32BitColor();
 
-  /// Takes the colour of `*hsv`, each channel from 0 to `scale`.
+  /// Sets the colour from `*hsv`, with channels from 0 to `scale`.
   ///
   /// If the saturation is not above 0, the hue is ignored. A hue outside 0 to 360 is wrapped as an
   /// angle; one that is not finite counts as 0. Saturation and value are not checked: above 1 they

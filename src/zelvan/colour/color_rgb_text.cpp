@@ -88,8 +88,8 @@ enum ColorModel { model_rgb, model_hsv, model_name };
 constexpr VarNameValue color_models[] = {
     {"RGB", model_rgb}, {"HSV", model_hsv}, {"Name", model_name}, {nullptr, 0}};
 
-/// Sets `color` from a text whose fields `next_field` reads. Returns 1, or 0 where `SetValue`
-/// refuses.
+/// Sets `color` from a text whose fields `next_field` reads. Returns 1, or 0 if `SetValue` must
+/// refuse the text.
 template <class NextField>
 unsigned short set_by_fields(ColorRGB* color, NextField next_field) {
   const str_field* field = next_field();

@@ -11,8 +11,8 @@
 class ColorMap;
 class ColorRGB;
 
-/// What `ColorValue::AdjustForeground` does to a foreground too close to its background. With any
-/// other value it does nothing.
+/// Ways to change a foreground that is too close to its background, for
+/// `ColorValue::AdjustForeground`. Any other value changes nothing.
 enum ColAdjT : int {
   ColAdjNudge = 1,   ///< moves red by one step, which can be undone
   ColAdjInvert = 2,  ///< turns each channel into 255 minus itself
@@ -104,24 +104,27 @@ class ColorValue {
     blue = b;
   }
 
-  /// Takes the low 8 bits of the channels, as on the scale 255, and alpha 255. The pen stays.
+  /// Sets the channels to the low 8 bits of those of `color`, on the scale 255, and alpha to 255.
+  /// The pen stays.
   ZELVAN_API void SetColorValueFromRGB(ColorRGB& color);
 
-  /// Takes the low 8 bits of the channels, as on the scale 255, and alpha 0. The pen stays.
+  /// Sets the channels to the low 8 bits of those of `color`, on the scale 255, and alpha to 0. The
+  /// pen stays.
   ZELVAN_API void SetBackgroundColorValueFromRGB(ColorRGB& color);
 
-  /// Reads a number that is a colour or a pen. With any of the bits 24-31 set it is a colour:
-  /// pen -1, alpha 255, red, green and blue in the bits 0-7, 8-15 and 16-23. With none set it is
-  /// the pen in the bits 0-7; all else becomes 0.
+  /// Unpacks a number that is a colour or a pen. If any of the bits 24-31 is set, it is a colour:
+  /// pen -1, alpha 255, and red, green and blue from the bits 0-7, 8-15 and 16-23. Otherwise it is
+  /// the pen in the bits 0-7; all other fields become 0.
   ZELVAN_API void SetColorValueFromPackedColor(unsigned int packed);
 
-  /// Takes `a`'s pen, and as each channel `a`'s exclusive-or `b`'s. Alpha stays.
+  /// Sets the pen to that of `a`, and each channel to the exclusive-or of those of `a` and `b`.
+  /// Alpha stays.
   ZELVAN_API void SetXorValue(ColorValue& a, ColorValue& b);
 
   /// Moves this foreground away from `background` if the differences of their channels sum up
   /// to less than 15. Pen and alpha are ignored.
   ///
-  /// A nudge adds 1 to red, or takes 1 off where red is 255.
+  /// A nudge adds 1 to red, or subtracts 1 if red is 255.
   ZELVAN_API void AdjustForeground(ColorValue& background, ColAdjT mode);
 
   /// Undoes a nudge: copies all of `saved`, the value from before, if red differs from its red by
@@ -130,7 +133,7 @@ class ColorValue {
   ZELVAN_API void UndoAdjustForeground(ColorValue& saved);
 
   /// Sets the pen to the one that `ColorMap::GetClosestColor` finds for the channels, its low 16
-  /// bits. The map's scale has to be 255, as that of the channels is.
+  /// bits. The map's scale must be 255, as that of the channels is.
   ZELVAN_API void GetClosestColor(ColorMap& map);
   ZELVAN_API void SetColorValuePenFromRGB(ColorMap& map);
 

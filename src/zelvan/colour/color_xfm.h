@@ -10,7 +10,8 @@
 
 #include <cstddef>
 
-/// For each pen of a source map the closest pen of a target map, and how close they came.
+/// A table with the closest pen of a target map for each pen of a source map, and counts of how
+/// close they are.
 ///
 /// The counts are of the distances that `GetClosestColor` reports; pen 0 and pens farther away than
 /// 31 are in no count. A size of 0 or less makes an empty table; so does a request that the heap

@@ -5,7 +5,7 @@
 
 namespace zelvan {
 
-/// True for the flag of a polygon's last vertex.
+/// True if the flag closes a polygon: it belongs to the polygon's last vertex.
 inline bool is_closing(int edge_flag) {
   return edge_flag == drw_edge_close_invisible || edge_flag == drw_edge_close_visible;
 }

@@ -3,7 +3,8 @@
 
 namespace zelvan {
 
-/// Two numbers, mostly x and y, on which compilers use vector instructions where they exist.
+/// Two doubles, usually an x and a y. Compilers use vector instructions for them where the
+/// processor has some.
 using Pair = double __attribute__((vector_size(16)));
 
 }  // namespace zelvan

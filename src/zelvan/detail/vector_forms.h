@@ -16,7 +16,8 @@
 
 namespace zelvan {
 
-/// The form for every processor; every other form must produce its results.
+/// The plain form: portable code for every processor. All other forms must produce the same
+/// results.
 struct Plain {
   static constexpr const char* name = "plain";
 };
@@ -24,13 +25,13 @@ struct Plain {
 /// AVX2, which some 64-bit x86 processors have.
 struct Avx2 : Plain {
   static constexpr const char* name = "avx2";
-  static bool may_run;  ///< only tests change it, to compare the forms
+  static bool may_run;  ///< tests change it to compare forms; nothing else does
 };
 
 /// NEON with vectors of doubles, which every 64-bit ARM processor has.
 struct Neon : Plain {
   static constexpr const char* name = "neon";
-  static bool may_run;  ///< only tests change it, to compare the forms
+  static bool may_run;  ///< tests change it to compare forms; nothing else does
 };
 
 template <class... Form>
@@ -39,8 +40,9 @@ struct FormList {};
 /// The vector forms for this kind of processor, the preferred one first.
 #if defined(__x86_64__)
 using VectorForms = FormList<Avx2>;
-/// Marks a function that may contain AVX2 instructions. No other function may: the linker could
-/// choose an inline function of a header, compiled with them, for the whole library.
+/// Marks a function that may contain AVX2 instructions. Files are not compiled for AVX2 as a whole:
+/// an inline function of a header would then contain such instructions, and the linker could choose
+/// that copy for the whole library.
 #define ZELVAN_AVX2 __attribute__((target("avx2")))
 #elif defined(__aarch64__)
 using VectorForms = FormList<Neon>;

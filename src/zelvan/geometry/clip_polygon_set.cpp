@@ -29,7 +29,7 @@ struct ClipRect {
   real_pt_t corners[5];  // the first one again at the end
   ClipBox edge_boxes[4];
   bool is_upright;
-  ClipBox outer, inner;    // all edges of the rectangle lie between them
+  ClipBox outer, inner;    // no edge of the rectangle is outside `outer` or inside `inner`
   ClipEdges edges_on[16];  // only if upright: the edges on a set of sides of the outer box
 
   explicit ClipRect(const real_rect_t& rect)
@@ -107,7 +107,7 @@ bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0
 }
 
 // Appends the crossings of the subject's edge that begins at vertex `i`. Returns false if the heap
-// is exhausted.
+// refuses.
 bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* hits,
                        ClipArena* arena) {
   const real_pt_t& s0 = outline.points[i];
@@ -180,7 +180,7 @@ void append_uncrossed(const Outline& outline, const ClipRing& subject, const Cli
 }
 
 // Returns the outline with each run of equal points reduced to one vertex, which keeps the flag of
-// the first. Returns an outline without vertices if the heap is exhausted.
+// the first. Returns an outline without vertices if the heap refuses.
 Outline without_repeats(const Outline& outline, ClipArena* arena) {
   auto* const points = arena->make<real_pt_t>(static_cast<std::size_t>(outline.count));
   auto* const flags = arena->make<int>(static_cast<std::size_t>(outline.count));
@@ -220,8 +220,9 @@ inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_
   }
 }
 
-// Visits a crossing: appends it and the vertices of the ring up to the next crossing, which it
-// returns. It goes forward where the ring enters the other outline, else backward.
+// Marks a crossing as visited, appends it and the ring's vertices up to the next crossing, and
+// returns the next crossing. Walks forward if the ring enters the other outline here, else
+// backward.
 template <clip_ring_kind kind>
 ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   const int edge = hit->edge[kind], turn = hit->turn[kind];
@@ -244,9 +245,9 @@ ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
 // Walks one result ring, starting at a crossing: follows the outline that leads inwards, and
 // changes to the other outline at each crossing.
 //
-// An edge through a corner counts as two crossings and can break the alternation. The walk then
-// reaches a visited crossing that is not its start, and the ring is closed there. So no crossing is
-// passed twice, and every walk ends.
+// An edge through a corner of the rectangle has two crossings there, so entering and leaving need
+// not alternate. The walk then reaches a visited crossing that is not its start, and the ring is
+// closed there. So no crossing is passed twice, and every walk ends.
 void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, drw_pset_t* target) {
   do {
     hit = visit<of_clip>(hit, corners, target);
@@ -259,7 +260,7 @@ void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, d
 constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
                                  drw_edge_invisible};
 
-// Clips one polygon. Allocates all memory before it appends anything, so if the heap is exhausted,
+// Clips one polygon. Allocates all memory before it appends anything, so if the heap refuses,
 // nothing of the polygon is written.
 void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
                     ClipArena* arena) {

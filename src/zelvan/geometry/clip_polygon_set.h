@@ -56,7 +56,7 @@
 /// the walk to a crossing already used, the ring is closed there. Every input ends, NaN and
 /// infinities included.
 ///
-/// If the heap is exhausted, the polygon at hand produces nothing, everything allocated for it is
+/// If the heap refuses, the current polygon produces nothing, everything allocated for it is
 /// released, and the next one is tried. No state is kept: calls on different records may run on
 /// different threads.
 ZELVAN_API void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);

@@ -201,9 +201,9 @@ inline void RingWalk::append(const real_pt_t& p, Sides on, bool is_vertex) {
   last_is_vertex_ = is_vertex;
 }
 
-// Returns how often the vertices written wind about the view, counter-clockwise. Requires: nothing
-// is inside. Each edge then runs along one side. So it is enough to count the edges that leave
-// corner 0 along side 0, minus those that return to it.
+// Returns how often the vertices written wind about the view, counter-clockwise. Requires: no
+// vertex written is inside. Each edge then runs along one side, so the result is the number of
+// edges that leave corner 0 along side 0, minus those that return to it.
 int RingWalk::count_windings() const {
   constexpr int side = 0;
   const Sides corner = ClipView::sides_at(side);

@@ -32,16 +32,15 @@
 /// along the side, and across a turned side. Across an upright side there is no error: a crossing
 /// has exactly the side's coordinate and does not leave the rectangle.
 ///
-/// `rect` is the ring of its four corners in record order, in either sense, upright or turned. Four
-/// corners of any other convex shape will do if each is a corner: three in line, or one repeated,
-/// produce nothing. So do corners that are not finite, enclose no area or cross over, and a polygon
-/// with a coordinate that is not finite.
+/// `rect` is the ring of its four corners in record order, in either sense, upright or turned. Any
+/// other convex quadrilateral is allowed. Nothing is produced for three corners in line, equal
+/// corners, corners that are not finite, enclose no area or cross over, and for a polygon with a
+/// coordinate that is not finite.
 ///
 /// `source` is read only. Polygons of one vertex produce nothing; vertices after the last closing
 /// flag are ignored. `target->n_points` is where appending begins: set it to 0 before the first
 /// call. Requires: no null pointer, and arrays with room for 4 n + 4 more vertices for each polygon
-/// of n, which may not overlap those of `source`. What the result leaves of that room can be
-/// overwritten.
+/// of n, which may not overlap those of `source`. Elements after the result can be overwritten.
 ///
 /// No heap is used and no state kept: calls on different records may run on different threads.
 ZELVAN_API void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);

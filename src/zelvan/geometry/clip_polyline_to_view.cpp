@@ -115,7 +115,7 @@ void LineWalk::take_edge(PlacedPoint a, PlacedPoint b) {
   is_open_ = !goes_out;
 }
 
-// Begins a piece at `p`, unless a piece is open: that piece ends at `p`.
+// Begins a piece at `p`. Does nothing if a piece is open: its last point is `p` already.
 void LineWalk::begin_at(const real_pt_t& p) {
   if (is_open_) return;
   begins_[n_pieces_++] = n_points_;

@@ -11,7 +11,7 @@ using zelvan::smaller_or_second;
 
 namespace {
 
-// The result if nothing can be measured: larger than any real coordinate.
+// The result if there is nothing to measure: larger than any coordinate of a drawing.
 constexpr double no_distance = 6.022e+23;
 
 // The octagonal estimate of a length from its absolute differences.
@@ -21,7 +21,7 @@ double estimate(double dx, double dy) {
   dx = std::fabs(dx);
   dy = std::fabs(dy);
   return octagonal(larger_or_second(dx, dy),
-                   smaller_or_second(dy, dx));  // in this order, a NaN is one of the two
+                   smaller_or_second(dy, dx));  // in this order, a NaN is the longer or the shorter
 }
 
 double estimate(const real_pt_t& p, const real_pt_t& q) { return estimate(p.x - q.x, p.y - q.y); }

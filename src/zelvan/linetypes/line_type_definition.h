@@ -24,7 +24,7 @@ class ZELVAN_API CLineTypeDefPattern {
   /// 0.0: a dot.
   bool AddFragment(double length);
 
-  /// Starts a walk over the fragments: returns the first one, or -1.0 if there is none.
+  /// Starts a walk over the fragments: returns the first one; -1.0 for an empty pattern.
   ///
   /// Count with `GetNumFragments` if a fragment may itself be -1.0:
   ///

@@ -59,7 +59,7 @@ class ZELVAN_API CLineTypeDefList {
 
   CLineTypeDefinition* definitions[capacity] = {};  ///< null from `num_definitions` on
   int num_definitions = 0;
-  unsigned int next_index = 0;  ///< the one to hand out next
+  unsigned int next_index = 0;  ///< the next one to assign
 };
 
 static_assert(sizeof(CLineTypeDefList) == 850 * sizeof(void*) + 8, "layout is interface");

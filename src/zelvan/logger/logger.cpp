@@ -26,11 +26,11 @@ bool Logger::init_pending = true;
 
 namespace {
 
-// Returns a copy from `malloc`; null if the heap is exhausted.
+// Returns a copy from `malloc`; null if the heap refuses.
 char* copy_of(const char* name) { return zelvan::heap_copy(name == nullptr ? "" : name).release(); }
 
-// Reads an environment variable as a scan for "%d" would. A number outside the range of `int`
-// becomes the nearest limit.
+// Stores the number at the start of an environment variable, as `scanf` reads "%d"; changes nothing
+// if there is none. A number outside the range of `int` becomes the nearest limit.
 void read_number(const char* variable, int* number) {
   const char* const text = std::getenv(variable);
   if (text == nullptr) return;
@@ -79,7 +79,7 @@ bool Logger::warn(const char*, const char*) { return true; }
 bool Logger::outlog(logPriorities, const char*, const char*) { return true; }
 
 void Logger::setClassname(char* name) {
-  char* const copy = copy_of(name);  // copied first: `name` may be the present name
+  char* const copy = copy_of(name);  // before the old one is freed: `name` may point to it
   std::free(std::exchange(classname, copy));
 }
 

@@ -13,13 +13,13 @@
 #include <cstdio>
 #include <string>
 
-/// How important a message is; higher is more important.
+/// Priorities of messages; higher is more important.
 enum logPriorities : int {
   logTrace = 0,  ///< each step
-  logDebug = 1,  ///< what helps to find a fault
-  logInfo = 2,   ///< what goes on
-  logWarn = 3,   ///< what may be a fault
-  logError = 4,  ///< what is one
+  logDebug = 1,  ///< details that help to find a fault
+  logInfo = 2,   ///< normal events
+  logWarn = 3,   ///< possible faults
+  logError = 4,  ///< faults
 };
 
 /// A writer to the log, with the name of the class that it writes for.
@@ -46,8 +46,8 @@ class ZELVAN_API Logger {
   /// Replaces this object's name by a copy of `name`; null counts as the empty string.
   void setClassname(char* name);
 
-  /// Replaces the leading part of the log file's path, for all objects; null counts as the
-  /// empty string. When the heap refuses, the old one stays.
+  /// Replaces the leading part of the log file's path, for all objects; null counts as the empty
+  /// string. If the heap refuses, the old one stays.
   void setFilePrefix(const char* prefix);
 
   /// Stores `level` for all objects, whatever its value.
@@ -79,7 +79,7 @@ class ZELVAN_API Logger {
   void getCurrentDate(const char* format, char** date);
 
   char* classname;     ///< from `malloc`, the object's own; null if the heap refused
-  bool stout;          ///< as `setStout` left it, first false
+  bool stout;          ///< set by `setStout`; initially false
   bool reserved_flag;  ///< true; nothing reads it
 
   static logPriorities log_level;

@@ -1,7 +1,7 @@
-// A handler may do anything to the list while it allocates: release, evict, allocate, make the
-// table grow. So values read before a handler call are never used after it. The answer "go on"
-// can't always be followed: there may be no block, no row, or a sum that no `int` holds. Then the
-// allocation fails; this is checked after the last handler call.
+// A handler is called in the middle of an allocation, and may change the list: release, evict,
+// allocate, make the table grow. So no value read before a handler call is used after it. Even if
+// every handler answers "go on", the allocation can fail: the heap refuses the block or the table,
+// or the sum of sizes exceeds an `int`. This is checked after the last handler call.
 
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>
@@ -34,7 +34,7 @@ struct Request {
 };
 
 /// Returns a table whose first `n_old` rows are copies of `old` and whose other rows are empty;
-/// null if the heap is exhausted.
+/// null if the heap refuses.
 MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
   auto* const table =
       static_cast<MemEntry*>(std::malloc(static_cast<std::size_t>(n_entries) * sizeof(MemEntry)));
@@ -44,8 +44,8 @@ MemEntry* new_table(const MemEntry* old, int n_old, int n_entries) {
   return table;
 }
 
-/// Adds 16 rows to the list. Returns false and changes nothing if the heap is exhausted or the
-/// number of rows would exceed an `int`.
+/// Adds 16 rows to the list. Returns false and changes nothing if the heap refuses or the number of
+/// rows would exceed an `int`.
 bool grow(MemList* list) {
   if (list->n_entries > INT_MAX - rows_at_a_time) return false;
   const int n_entries = list->n_entries + rows_at_a_time;
@@ -87,23 +87,23 @@ MemEntry* find_block_around(MemList* list, MemEntry* first, const void* place) {
 /// released the block that contains the back pointer: the new address could no longer be stored.
 bool may_go_on(const Request& request, int code) {
   MemList* const list = request.list;
-  const MemEntry* const home = find_block_around(list, list->entries, request.back_ptr);
-  const std::ptrdiff_t index = home == nullptr ? 0 : home - list->entries;
-  const MemEntry before = home == nullptr ? empty_entry : *home;
+  const MemEntry* const parent = find_block_around(list, list->entries, request.back_ptr);
+  const std::ptrdiff_t index = parent == nullptr ? 0 : parent - list->entries;
+  const MemEntry before = parent == nullptr ? empty_entry : *parent;
   MemException exception = {code, list, request.key, request.size};
   if (list->exception_handler(&exception) == 0) return false;
   // Compare both: a new block may have the same address, and an empty row has the number 0.
   const MemEntry& now = list->entries[index];
-  return home == nullptr || (now.address == before.address && now.sequence == before.sequence);
+  return parent == nullptr || (now.address == before.address && now.sequence == before.sequence);
 }
 
-/// The row for a new block, and the entry whose block contains its back pointer.
+/// The row for a new block, and its parent: the entry whose block contains its back pointer.
 struct NewRow {
-  MemEntry* row;   ///< the free row of lowest index; null if the table is full
-  MemEntry* home;  ///< null if there is none
+  MemEntry* row;     ///< the free row of lowest index; null if the table is full
+  MemEntry* parent;  ///< null if there is none
 };
 
-/// Finds both in one pass over the table.
+/// Finds the row and the parent of a new block in one pass over the table.
 NewRow find_new_row(MemList* list, const void* back_ptr) {
   MemEntry* const end = list->entries + list->n_entries;
   const auto is_empty = [](const MemEntry& entry) { return entry.address == nullptr; };
@@ -118,7 +118,8 @@ NewRow find_new_row(MemList* list, const void* back_ptr) {
 
 int next_serial_number() {
   const int number = mem_sequence;
-  mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);  // wraps; ages stay right
+  // May wrap: ages are differences modulo 2^32.
+  mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);
   return number;
 }
 
@@ -176,7 +177,7 @@ int track(const Request& request, void* block) {
   }
   // A handler may have filled the table again since the last check.
   if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
-  const auto [entry, home] = find_new_row(list, request.back_ptr);
+  const auto [entry, parent] = find_new_row(list, request.back_ptr);
   if (entry == nullptr) return MEM_TABLE_FAILED;
 
   list->pool->used = static_cast<int>(used);
@@ -189,7 +190,7 @@ int track(const Request& request, void* block) {
              long{entry->sequence}, bits_of(block), long{entry->total_size},
              long{list->pool->used});
   }
-  become_child(list, entry, home);
+  make_child(list, entry, parent);
   return MEM_SUCCESS;
 }
 
@@ -210,18 +211,18 @@ MemEntry* find_entry(MemList* list, const void* address) {
 }
 
 void MemEntryFindParent(MemList* list, MemEntry* entry) {
-  MemEntry* home = find_block_around(list, list->entries, entry->back_ptr);
-  if (home == entry) home = find_block_around(list, entry + 1, entry->back_ptr);
-  become_child(list, entry, home);
+  MemEntry* parent = find_block_around(list, list->entries, entry->back_ptr);
+  if (parent == entry) parent = find_block_around(list, entry + 1, entry->back_ptr);
+  make_child(list, entry, parent);
 }
 
-void become_child(MemList* list, MemEntry* entry, MemEntry* home) {
-  if (home == nullptr) return;
-  entry->parent = static_cast<int>(home - list->entries);
-  home->total_size += entry->size;
+void make_child(MemList* list, MemEntry* entry, MemEntry* parent) {
+  if (parent == nullptr) return;
+  entry->parent = static_cast<int>(parent - list->entries);
+  parent->total_size += entry->size;
   if (mem_trace != 0) {
-    MemTrace("    Parent sequence [%ld] total size %ld\n", long{home->sequence},
-             long{home->total_size});
+    MemTrace("    Parent sequence [%ld] total size %ld\n", long{parent->sequence},
+             long{parent->total_size});
   }
 }
 

@@ -9,8 +9,8 @@ using zelvan::MemTrace;
 
 namespace {
 
-/// Releases the first entry of the highest rank, with its children. Returns 1, or 0 if there is
-/// none. Excluded entries and those of rank 0 are never chosen.
+/// Releases the first entry of the highest rank, with its children. Returns 1, or 0 if no entry can
+/// be chosen: excluded entries and those of rank 0 never are.
 template <typename Rank>
 unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_of) {
   if (mem_trace != 0) MemTrace("!!Remove: %s\n", rule);
@@ -68,7 +68,7 @@ unsigned short MemListRemoveSmallest(MemList* list) {
 }
 
 unsigned short MemListRemoveOldest(MemList* list) {
-  // Age in serial numbers; right even if the counter has wrapped in between.
+  // The age is a difference modulo 2^32, so it is right even if the counter has wrapped in between.
   return remove_first_of_rank(list, "Oldest", [](const MemEntry& entry) {
     return static_cast<unsigned>(zelvan::mem_sequence) - static_cast<unsigned>(entry.sequence);
   });

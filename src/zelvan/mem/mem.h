@@ -2,9 +2,9 @@
 ///
 /// A **pool** is a budget of bytes and nothing else: it only counts. A **list** is a table of
 /// tracked blocks, charged to one pool; several lists may share a pool. For each block the table
-/// records who asked for it (the key), its size, and where the owner keeps the pointer to it (the
-/// back pointer). So the library can take a block away at any moment: it frees the block and
-/// writes null into the owner's pointer. An owner that finds null loads its data again.
+/// records who requested it (the key), its size, and where the owner keeps the pointer to it (the
+/// back pointer). So the library can take a block away at any moment: it frees the block and writes
+/// null into the owner's pointer. An owner that finds null loads its data again.
 ///
 /// Blocks come from `malloc` one by one, without a header: the address is just what `malloc`
 /// returned. All bookkeeping is in the table, and every look-up scans it.
@@ -14,9 +14,9 @@
 ///
 ///     unsigned short evict_oldest(MemException* exception) {
 ///       MemList* list = exception->list;
-///       if (exception->code == MEM_POOL_TOO_SMALL) return 0;  // not for what never fits
+///       if (exception->code == MEM_POOL_TOO_SMALL) return 0;  // it can never fit
 ///       MemListInitializeSearch(list);
-///       MemListRemoveFromSearch(list, exception->key);  // not the blocks of who asks
+///       MemListRemoveFromSearch(list, exception->key);  // keep the requester's own blocks
 ///       do {
 ///         const int before = list->n_used;
 ///         MemListRemoveOldest(list);
@@ -38,7 +38,7 @@
 ///
 /// *Requires*, throughout: a back pointer stays readable and writable until its block has been
 /// released or moved to another one by `MemSetPointer`. So it must not lie in a block of another
-/// list that may go first.
+/// list that may be released before.
 ///
 /// Threads: all lists share the defaults and the counter of serial numbers, so callers let only
 /// one thread at a time into the family.
@@ -76,7 +76,7 @@ struct MemEntry {
   void* address;            ///< the block
   int size;                 ///< as requested; what the pool is charged
   int total_size;           ///< `size` and the sizes of the children, not of grandchildren
-  void* key;                ///< who owns the block ("object" in the trace); never dereferenced
+  void* key;                ///< the owner of the block ("object" in the trace); never dereferenced
   void** back_ptr;          ///< where the owner keeps `address`
   unsigned short excluded;  ///< 1 while the removals may not choose it
   int sequence;             ///< serial number, from 1 on over all lists
@@ -148,8 +148,9 @@ ZELVAN_C_API int MemAllocate(MemList* list, int size, void* key, void** back_ptr
 
 /// Returns 1 if the pool has `size` bytes left and the table a free row, else 0.
 ///
-/// A full table results in 0, though `MemAllocate` would grow it. The heap isn't asked and may
-/// still refuse the block. A negative size always fits. Requires: `list` is not null.
+/// The result is a hint. It is 0 for a full table, which `MemAllocate` would grow. It can be 1 for
+/// a block that the heap refuses, and for a negative size, which `MemAllocate` refuses. Requires:
+/// `list` is not null.
 ZELVAN_C_API unsigned short MemAvailable(MemList* list, int size);
 
 /// Sets the list that null means in `MemAllocate`, `MemFree` and `MemSetPointer`.

@@ -51,7 +51,7 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
     return;
   }
   if (children.first(list, index) != list->n_entries) {
-    // Programs that read the trace know this line with a slash at its end and no new line.
+    // The line ends with "/n" and no line feed: programs that read the trace expect it so.
     if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
     return;
   }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t most_files = 1200;
 
-/// Returns the paths as a list that the caller owns, or null if the heap is exhausted.
+/// Returns the paths as a list that the caller owns, or null if the heap refuses.
 char** make_list(const std::vector<std::string>& paths) {
   char** list = static_cast<char**>(std::calloc(paths.size() + 1, sizeof(char*)));
   if (list == nullptr) return nullptr;

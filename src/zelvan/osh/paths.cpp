@@ -85,8 +85,8 @@ char* osh_find_exec_path(char* path) {
   const unsigned size = platform::GetFullPathNameA(path, 0, nullptr);
   char* absolute = static_cast<char*>(std::malloc(std::size_t{size} + 1));
   if (absolute == nullptr) return nullptr;
-  // The result is empty if the path can't be made absolute, or no longer fits since another thread
-  // has changed the directory. Callers print, open and release it like any other string.
+  // The result is the empty string if the path can't be made absolute, or if it no longer fits
+  // because another thread has changed the directory. So callers can use and free every result.
   absolute[0] = '\0';
   if (size != 0) platform::GetFullPathNameA(path, size, absolute);
   return absolute;

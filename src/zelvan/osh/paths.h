@@ -1,10 +1,9 @@
 /// Paths and file names: splitting, joining, searching.
 ///
 /// Failures are reported by results only, which differ from function to function. Names are strings
-/// of bytes. Both `/` and a backslash can be separators, but not in every function: each says
-/// which. No function knows the size of a buffer that it writes to. Buffers for paths hold 1024
-/// bytes, terminator included; a longer path is refused, never cut. No pointer may be null unless a
-/// comment allows it.
+/// of bytes. Each function says whether `/`, a backslash or both are separators. No function knows
+/// the size of a buffer that it writes to. Buffers for paths hold 1024 bytes, terminator included;
+/// a longer path is refused, never cut. No pointer may be null unless a comment allows it.
 ///
 /// Threads: every function may be called from any thread. The current directory and the record of
 /// `osh_get_sys_parms` belong to the whole process.
@@ -33,9 +32,9 @@ ZELVAN_C_API int osh_append_path(char* first, char* second, char* result);
 /// Splits a path at its last separator, `/` or backslash, into `directory` and `file`.
 ///
 /// The separator goes to neither: so `/name` has an empty `directory`, and a path that ends in a
-/// separator has an empty `file`. Without a separator all of it is `file`. A byte inside a longer
-/// character is no separator; the characters are those of the process's locale, on Windows of its
-/// code page.
+/// separator has an empty `file`. Without a separator the whole path is `file`. A byte inside a
+/// longer character is no separator; the characters are those of the process's locale, on Windows
+/// of its code page.
 ///
 /// Returns 1, or 0 with nothing written if one of the three is null. Neither output gets longer
 /// than `path`. One of them may be the same buffer as `path`, which otherwise is only read.
@@ -64,11 +63,12 @@ ZELVAN_C_API int osh_get_working_dir(char* directory);
 /// Returns the extension of a path, its dot included, as a pointer into `path`.
 ///
 /// It starts at the first dot after the last separator, `/` or backslash. So `a.tar.gz` has
-/// `.tar.gz`, and `.profile` is all extension. Without an extension the result is an empty string,
-/// the terminator of `path`.
+/// `.tar.gz`, and the whole of `.profile` is an extension. Without an extension the result is an
+/// empty string, the terminator of `path`.
 ZELVAN_C_API char* utl_file_extension(char* path);
 
-/// Finds a name that no file has: `prefix`, then `letters` counted up until the name is free.
+/// Finds an unused file name: `prefix`, followed by `letters`, which are counted up until no file
+/// has the name.
 ///
 /// Capital letters count like digits, from A to Z with a carry to the left: "ABA" comes after
 /// "AAZ". All other characters stay, and no carry reaches `prefix`, which may be a path.

@@ -56,20 +56,21 @@ ZELVAN_C_API int osh_gethostname(char* name, int size);
 /// Fails if `name` is null, empty or begins with `=`, or if the heap refuses.
 ZELVAN_C_API int osh_setenv(char* name, char* value);
 
-/// Waits that many seconds; with 0 it returns at once. A signal doesn't shorten the wait.
+/// Pauses the thread for that many seconds; returns at once for 0. A signal doesn't shorten the
+/// wait.
 ZELVAN_C_API void osh_sleep(unsigned int seconds);
 
 /// Starts a command and returns without waiting for its end. `reserved` is ignored.
 ///
-/// Nothing is left to wait for. On POSIX a command of plain words is started directly, any other by
-/// the shell. On Windows it is the command line of a program; put `cmd /c` before a command of the
-/// shell.
+/// The caller need not wait for it. On POSIX a command of plain words is started directly, any
+/// other by the shell. On Windows it is the command line of a program; put `cmd /c` before a
+/// command of the shell.
 ///
 /// Returns 0 if the command was started. Otherwise 2: there is no such command; 5: it may not be
-/// run; 8: memory or processes ran out; 11: the file is no program (a script needs its `#!` line).
-/// If the command has more than plain words, such as a quote or a pipe, the shell starts it and 11
-/// is not reported; if its first word is not plain, the result is 0 as soon as the shell runs. On
-/// Windows the system's own 0, out of memory, is returned as 0 as well.
+/// run; 8: the system has no process or memory left; 11: the file is no program (a script needs its
+/// `#!` line). If the command has more than plain words, such as a quote or a pipe, the shell
+/// starts it and 11 is not reported; if its first word is not plain, the result is 0 as soon as the
+/// shell runs. On Windows the system's own 0, out of memory, is returned as 0 as well.
 ///
 /// Requires: `command` is not null.
 ZELVAN_C_API int osh_system(int reserved, char* command);

@@ -55,7 +55,7 @@ struct PickTable {
   template <class Point>
   void append(const Point* from, unsigned int n);
 
-  // Completes the table after the last ring. Returns false if the heap is exhausted.
+  // Completes the table after the last ring. Returns false if the heap refuses.
   bool finish();
 
   // Calls `look(k, winding number)` in ascending order for the rings from `first` up to but not
@@ -159,7 +159,7 @@ PickTable* table_of_set(const drw_pset_t& set) {
   return table->finish() ? table.release() : nullptr;
 }
 
-// Not inline, so that the path for a short ring saves no registers.
+// Not inline, so that the path for a short ring needn't save registers.
 [[gnu::noinline]] bool is_in_any(const PickTable& table, double x, double y) {
   bool is_inside = false;
   table.visit(0, table.used.rings, x, y, [&](int, int) {
@@ -179,7 +179,8 @@ CPickIndex::CPickIndex(unsigned int n, const DblPt* points)
 
 CPickIndex::CPickIndex(const drw_pset_t& set) : CPickIndex(table_of_set(set)) {}
 
-// The index itself points to a short ring, too: that saves one load, a tenth of its time.
+// A single short ring is also reachable from the index itself: one load less saves a tenth of the
+// query time.
 CPickIndex::CPickIndex(PickTable* made) : table(made), short_ring(nullptr), n_short(0) {
   if (table == nullptr || table->used.rings != 1 || table->rings[0].tree != nullptr) return;
   short_ring = table->rings[0].points;

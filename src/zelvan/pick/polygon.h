@@ -47,10 +47,10 @@ class ZELVAN_API CPolygon : public CPickRegion {
   /// Returns true if the ring winds about the point; false for an empty region. The tolerance is
   /// ignored.
   ///
-  /// A point exactly on the boundary counts as if moved a little towards smaller x and then
-  /// far less towards greater y. So the unit square holds its right side and its bottom, but
-  /// neither its left side nor its top, and of two polygons that share an edge exactly one
-  /// holds a point on it. With a NaN the result is false.
+  /// A point exactly on the boundary counts as if moved a little towards smaller x and then far
+  /// less towards greater y. So the unit square contains its right side and its bottom, but neither
+  /// its left side nor its top, and of two polygons that share an edge exactly one contains a point
+  /// on it. With a NaN the result is false.
   ///
   /// Within rounding of a slanted edge the rounded cross product decides. It depends on the
   /// direction of the edge: of neighbours that run along their common edge in opposite directions,
@@ -67,7 +67,7 @@ class ZELVAN_API CPolygon : public CPickRegion {
   using CPickRegion::xfm;
 
  protected:
-  /// Empty, for derived classes that fill the fields.
+  /// Makes an empty region, for derived classes that fill the fields.
   CPolygon();
 
   unsigned int n_points;  ///< 0 for an empty region

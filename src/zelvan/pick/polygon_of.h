@@ -1,9 +1,9 @@
 /// The polygons of a set as pick regions.
 ///
-/// A region is a copy: it owns its points, and the set may change or go. Polygons are counted from
-/// 0 in set order, by their closing flags. Each call walks the flags from the start of the set, so
-/// the time to reach a polygon grows with the vertices before it. Nothing is thrown and no state
-/// kept: calls may run on any thread.
+/// A region owns a copy of its points, so the set may change or be destroyed. Polygons are counted
+/// from 0 in set order, by their closing flags. Each call walks the flags from the start of the
+/// set, so the time to reach a polygon grows with the vertices before it. Nothing is thrown and no
+/// state kept: calls may run on any thread.
 #pragma once
 
 #include <zelvan/export.h>

@@ -1,11 +1,11 @@
 /// Pick regions for callers that reach the library by flat names.
 ///
-/// Each region that a function here returns is the caller's and goes back with
-/// `zelvan_delete_region`. It has its own copy of the points. The result is null if there is
-/// nothing to make a region of, or if the heap refuses; nothing is thrown.
+/// The caller owns each region that a function here returns, and releases it with
+/// `zelvan_delete_region`. A region has its own copy of the points. The result is null if there are
+/// too few points, if there is no such polygon, or if the heap refuses; nothing is thrown.
 ///
-/// Any number of threads may ask one region. Requires: no null pointer, except where a comment
-/// allows one.
+/// Any number of threads may test points against one region. Requires: no null pointer, except
+/// where a comment allows one.
 #pragma once
 
 #include <zelvan/export.h>
@@ -38,7 +38,7 @@ ZELVAN_C_API CPickRegion* zelvan_map_region(const CPickRegion* region, const Mtx
 /// Releases a region and its points. Null does nothing.
 ZELVAN_C_API void zelvan_delete_region(CPickRegion* region);
 
-// ---- asking
+// ---- queries
 
 /// Returns 1 if the point hits the region, else 0, as its `isInside` decides.
 ZELVAN_C_API int zelvan_hit_region(const CPickRegion* region, double x, double y, double tolerance);

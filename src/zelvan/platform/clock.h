@@ -20,8 +20,8 @@ struct LocalTime {
 /// on Windows that of the system.
 void GetLocalTime(LocalTime* now);
 
-/// Returns after that many milliseconds; returns at once for 0. Neither a signal nor setting the
-/// clock changes the length of the pause.
+/// Pauses the thread for that many milliseconds; returns at once for 0. Neither a signal nor
+/// setting the clock changes the length of the pause.
 void Sleep(std::uint64_t milliseconds);
 
 }  // namespace zelvan::platform

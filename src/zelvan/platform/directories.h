@@ -1,4 +1,4 @@
-/// The current directory, and the forms of a path's name.
+/// The current directory, and the absolute and short forms of paths.
 ///
 /// Every function may run on any thread. A failure leaves its reason in `errno`.
 #pragma once

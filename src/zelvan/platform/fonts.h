@@ -3,8 +3,8 @@
 /// On Windows there is one folder, the shell's. Folders inside it are not searched, and files come
 /// in the order in which the system finds them.
 ///
-/// Both functions throw `std::bad_alloc` if the heap is exhausted. They read the environment and
-/// the file system, and may run on any thread while no thread changes the environment.
+/// Both functions throw `std::bad_alloc` if the heap refuses. They read the environment and the
+/// file system, and may run on any thread while no thread changes the environment.
 #pragma once
 
 #include <cstddef>

@@ -4,8 +4,8 @@
 namespace zelvan::platform {
 
 /// Returns the number in `text`, by `strtod` in the "C" locale: correctly rounded, infinite if too
-/// large, with the point as the decimal point whatever the locale of the process. If the heap is
-/// exhausted at the first call, the locale of the process is used instead.
+/// large, with the point as the decimal point whatever the locale of the process. If the heap
+/// refuses at the first call, the locale of the process is used instead.
 ///
 /// Leaves `errno` unchanged. Not for Windows, whose C library does not always round correctly.
 double strtod_c(const char* text);

@@ -24,8 +24,8 @@ namespace zelvan::platform {
 int CreateProcessA(const char* command_line);
 
 /// Starts a command and doesn't wait for it. Returns a value above 31 if it was started, otherwise
-/// the reason: 2 for a program that doesn't exist, 5 for one that may not be run, 8 if processes or
-/// memory ran out, 11 for a file that is no program.
+/// the reason: 2 for a program that doesn't exist, 5 for one that may not be run, 8 if the system
+/// has no process or memory left, 11 for a file that is no program.
 ///
 /// A command of plain words is started directly if the first one names a program; otherwise the
 /// shell runs it. If neither "PATH" nor the shell knows the first word, the result is 2, or 5 if

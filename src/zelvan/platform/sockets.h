@@ -1,7 +1,7 @@
 /// TCP over IPv4: sockets, names and addresses.
 ///
 /// A socket is a number above 2. It is never one of the standard streams, even if the process has
-/// closed them, so printed text can't get into a conversation, and 0 never is a socket. Started
+/// closed them, so printed text can't get into a connection, and 0 is never a socket. Started
 /// programs don't inherit sockets. Sockets send data at once instead of waiting for more.
 ///
 /// Signals have no effect: an interrupted call is resumed, and writing to a peer that has gone is
@@ -77,7 +77,7 @@ int gethostbyname(const char* name, SocketAddress* address);
 /// Stores the name of this machine, cut to `size` bytes including the terminator.
 int gethostname(char* name, std::size_t size);
 
-/// Convert a port between host order and network order.
+/// Converts a port between host order and network order.
 std::uint16_t htons(std::uint16_t port);
 std::uint16_t ntohs(std::uint16_t port);
 

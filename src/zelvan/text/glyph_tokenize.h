@@ -1,4 +1,4 @@
-/// Cutting text into the units that the user's language has.
+/// Splitting text into tokens by the rules of the user's language.
 #pragma once
 
 #include <zelvan/export.h>
@@ -9,10 +9,10 @@
 /// Returns the tokens of `text`, which is UTF-16, in order.
 ///
 /// Chinese and Japanese write words without blanks between them. There each code unit from 0x80 on
-/// is a token by itself (a surrogate pair is two), and each run of ASCII between them is trimmed of
-/// blanks and cut by `wtokenize2`; a run of blanks alone becomes one empty token. In every other
-/// language, and if none is set, the whole text is cut by `wtokenize2`. The delimiters are the
-/// blank, the two curved double quotes (U+201C, U+201D) and the punctuation of ASCII without the
+/// is a token by itself (a surrogate pair is two). Each run of ASCII between them is trimmed of
+/// blanks and split by `wtokenize2`; a run of blanks alone becomes one empty token. In every other
+/// language, and if none is set, `wtokenize2` splits the whole text. The delimiters are the blank,
+/// the two curved double quotes (U+201C, U+201D) and the punctuation of ASCII without the
 /// backslash.
 ///
 /// The language is the user's: the environment variable LC_ALL, LC_CTYPE or LANG, the first that is

@@ -1,4 +1,4 @@
-/// The field parser with a record of the caller's: fields of constant text, on any thread.
+/// The field parser with the caller's own record: it parses constant text, on any thread.
 ///
 ///     zelvan::field_record record;
 ///     const str_field* field = zelvan::read_field("line 0.25 \"a b\"", &record);
@@ -8,7 +8,7 @@
 /// the library: only one thread at a time may parse, and a callee that parses as well overwrites
 /// its caller's field. Here each caller brings a record of its own. Nothing is allocated.
 ///
-/// Threads: any number at a time, each with its own record. The C library tells what is blank and
+/// Threads: any number at a time, each with its own record. The C library decides what is blank and
 /// what is printable, so the locale of the process must not change meanwhile.
 #pragma once
 
@@ -22,7 +22,7 @@ struct field_record {
   str_field field;  ///< its `text` points into `text` below
   char text[1600];  ///< of a word, a string or a number, terminated
 
-  /// Leaves everything uninitialised.
+  /// Makes an uninitialised record.
   field_record() = default;
 
   /// Deleted: the copy's field would point into the original.
@@ -30,7 +30,7 @@ struct field_record {
   field_record& operator=(const field_record&) = delete;
 };
 
-/// What ends a string, and where a backslash escapes the character after it.
+/// Rules for strings: what ends one, and where a backslash escapes the next character.
 enum class string_rules : int {
   of_str_parse = 0,         ///< `"` and `$` end every string; a backslash escapes in `$` strings
   of_str_parse_mode_1 = 1,  ///< `"` ends every string; a backslash escapes in `$` strings

@@ -30,9 +30,9 @@ struct StringSyntax {
   bool backslash_escapes_in_quotes;
 };
 
-/// What the first character of a field decides. Printable ASCII is the same in every locale; only
-/// other bytes need isspace and isprint.
-enum Kind : unsigned char { to_be_asked, opens_word, opens_string, may_open_number };
+/// The kind of field that a first character opens. Printable ASCII is the same in every locale;
+/// only other bytes need isspace and isprint.
+enum Kind : unsigned char { unclassified, opens_word, opens_string, may_open_number };
 
 constexpr auto kinds = [] {
   std::array<Kind, 256> table{};
@@ -61,7 +61,7 @@ class Stops {
 };
 
 constexpr Stops ends_field(" ");
-constexpr Stops may_mean_more("\"$\\");  // inside a string
+constexpr Stops special_in_string("\"$\\");
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_sign(char c) { return c == '+' || c == '-'; }
@@ -114,7 +114,7 @@ str_field* scan_word(char* p, Result& result) {
   std::size_t length = 0;
   for (;;) {
     const std::size_t copied =
-        copy_until<may_mean_more>(next, result.text + length, buffer_size - 1 - length);
+        copy_until<special_in_string>(next, result.text + length, buffer_size - 1 - length);
     length += copied;
     next += copied;
     if (*next == '\0') break;
@@ -229,22 +229,22 @@ bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* 
   return &result.field;
 }
 
-/// Returns the argument for the C library's character tests. 0xFF is passed as -1, which is EOF:
-/// neither blank nor printable in any locale, although it is a letter in Latin-1. Other characters
-/// are passed as unsigned numbers, which every C library accepts.
-int number_to_ask_by(char c) {
+/// Returns the argument for the C library's character tests. 0xFF is passed as EOF, so in no locale
+/// is it blank or printable, although it is a letter in Latin-1. Other characters are passed as
+/// unsigned numbers, which every C library accepts.
+int ctype_argument(char c) {
   const auto number = static_cast<unsigned char>(c);
   return number == 0xFF ? EOF : number;
 }
 
-bool is_blank(char c) { return std::isspace(number_to_ask_by(c)) != 0; }
-bool is_printable(char c) { return std::isprint(number_to_ask_by(c)) != 0; }
+bool is_blank(char c) { return std::isspace(ctype_argument(c)) != 0; }
+bool is_printable(char c) { return std::isprint(ctype_argument(c)) != 0; }
 
 str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax);
 
 /// Parses from a byte that only the C library can classify, or from the terminator.
-[[gnu::noinline]] str_field* parse_unclear(char* p, Result& result, char* number_text,
-                                           StringSyntax syntax) {
+[[gnu::noinline]] str_field* parse_unclassified(char* p, Result& result, char* number_text,
+                                                StringSyntax syntax) {
   if (is_blank(*p)) {
     while (is_blank(*p)) ++p;
     return parse(p, result, number_text, syntax);
@@ -263,7 +263,7 @@ str_field* parse(char* p, Result& result, char* number_text, StringSyntax syntax
     case may_open_number:
       return scan_number(p, result, number_text);
     default:
-      return parse_unclear(p, result, number_text, syntax);
+      return parse_unclassified(p, result, number_text, syntax);
   }
 }
 

@@ -1,6 +1,6 @@
-/// Cutting a line of 8-bit text into fields, one field a call.
+/// Splitting a line of 8-bit text into fields, one field per call.
 ///
-/// A caller walks a line by handing the `next` of each result to the following call:
+/// To walk a line, pass the `next` of each result to the following call:
 ///
 ///     for (str_field* f = str_parse(line); f->type != STR_END; f = str_parse(f->next)) ...
 ///
@@ -13,7 +13,7 @@
 ///
 /// Threads: only one thread at a time may call a parser, `ColorRGB::SetValue(0, text)` included.
 /// `str_token` and `str_lower_string` keep no state and may be called from any thread, and so may
-/// `zelvan::read_field`, the parser with a record of the caller's (read_field.h).
+/// `zelvan::read_field`, the parser with the caller's own record (read_field.h).
 #pragma once
 
 #include <zelvan/export.h>
@@ -29,7 +29,7 @@ enum str_field_type : int {
   STR_END = 3      ///< no field
 };
 
-/// One field. The record and its text are the library's; nobody releases them.
+/// One field. The library owns the record and its text; the caller must not release them.
 struct str_field {
   int type;              ///< a `str_field_type`
   double value;          ///< of a number; 0.0 for every other kind

@@ -34,8 +34,8 @@ void zelvan::append_wide_tokens(WideText text, const WideSet& delimiters, Delimi
     if (start < text.size() && is_digit.contains(text[start])) {
       end = delimiters.first_in(text, is_of_number.first_not_in(text, start));
     }
-    const std::size_t behind = end == none ? text.size() : keeps ? end + 1 : end;
-    tokens->emplace_back(is_blank.trimmed(text.substr(start, behind - start)));
+    const std::size_t token_end = end == none ? text.size() : keeps ? end + 1 : end;
+    tokens->emplace_back(is_blank.trimmed(text.substr(start, token_end - start)));
     start = delimiters.first_not_in(text, end);
     end = delimiters.first_in(text, start);
   }

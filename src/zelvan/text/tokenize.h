@@ -1,4 +1,4 @@
-/// Cutting text into tokens, and trimming it.
+/// Splitting text into tokens, and trimming it.
 ///
 /// `tokenize` is the plain form, on `char`. The wide tokenisers work on UTF-16 code units, one
 /// `unsigned short` each (surrogate pairs get no special care), and add two rules: a number

@@ -31,10 +31,10 @@ struct wide_traits {
   /// Sets one unit.
   static constexpr void assign(char_type& to, const char_type& from) noexcept { to = from; }
 
-  /// Tells whether two units are equal.
+  /// Returns true if two units are equal.
   static constexpr bool eq(char_type a, char_type b) noexcept { return a == b; }
 
-  /// Tells whether `a` is the smaller number.
+  /// Returns true if `a` is the smaller number.
   static constexpr bool lt(char_type a, char_type b) noexcept { return a < b; }
 
   /// Compares the first `n` units: negative, 0 or positive, as `a` is less, equal or greater.
@@ -84,7 +84,7 @@ struct wide_traits {
   /// Returns `c`, which is never `eof()`.
   static constexpr int_type to_int_type(char_type c) noexcept { return c; }
 
-  /// Tells whether two values are equal, `eof()` among them.
+  /// Returns true if two values are equal; each may be `eof()`.
   static constexpr bool eq_int_type(int_type a, int_type b) noexcept { return a == b; }
 
   /// Returns the value that is no code unit.

@@ -1,8 +1,8 @@
 /// Byte order and bit order of data from other machines.
 ///
-/// Every function works on bytes at any alignment, and needs no memory and no state: calls may
-/// run on any thread, as long as nobody else writes to the buffers. Where a source and a
-/// destination are given they may be the same buffer.
+/// Every function works at any alignment. A source and a destination may be the same buffer.
+/// Nothing is allocated and no state is kept: calls may run on any thread, if no other thread
+/// writes to their buffers.
 #pragma once
 
 #include <zelvan/export.h>
@@ -21,17 +21,17 @@ ZELVAN_C_API void tra_swap_8(void* value);
 ///     0x74  0x84  0x94  0xA4    4 bytes, 0xA4 is single-precision floating point
 ///     0xB8                      8 bytes, double-precision floating point
 ///
-/// An element is always reversed as a whole, whatever its type. The elements are done in
-/// ascending order, each read before it is written. A count of 0 does nothing, and the pointers may
-/// be null then.
+/// An element is always reversed as a whole, whatever its type. Elements are processed in ascending
+/// order, each read before it is written. A count of 0 does nothing, and the pointers may be null
+/// then.
 ///
-/// With any other `type`, also when `count` is 0, a line on standard output says so and the
-/// process ends with `exit(1)`.
+/// With any other `type`, even if `count` is 0, prints a line on standard output and ends the
+/// process with `exit(1)`.
 ZELVAN_C_API void tra_swap_bytes(unsigned short type, unsigned int count, const void* src,
                                  void* dst);
 
-/// Reverses the order of the bits in each of `count` bytes, from `src` to `dst`: bit 0 changes
-/// places with bit 7, bit 1 with bit 6, and so on. Bytes are done in ascending order. A count of 0
+/// Reverses the order of the bits in each of `count` bytes, from `src` to `dst`: bit 0 is exchanged
+/// with bit 7, bit 1 with bit 6, and so on. Bytes are processed in ascending order. A count of 0
 /// does nothing, and the pointers may be null then.
 ZELVAN_C_API void tra_reverse_bits(unsigned short count, const void* src, void* dst);
 

@@ -6,7 +6,7 @@
 
 /// An axis-aligned rectangle, held as its smallest and largest coordinate on each axis.
 ///
-/// Every way of filling it sorts: on each axis the smaller coordinate becomes left or bottom,
+/// All constructors and setters sort: on each axis the smaller coordinate becomes left or bottom,
 /// the larger right or top. Bottom is the smaller y, whichever way y runs on a device. A plain
 /// value without heap; the arguments are never changed.
 ///

@@ -20,8 +20,8 @@
 #include <cstddef>
 #include <type_traits>
 
-/// What `Mtx2D::type` promises about zeros. The mapping operations skip the terms that it
-/// says are zero, whatever the elements hold.
+/// Values of `Mtx2D::type`: which elements are zero. Mapping operations skip the terms of these
+/// elements, whatever the elements hold.
 enum Mtx2DType : int {
   Mtx2DTypeDiagonal = 0,  ///< m12 and m21 are zero
   Mtx2DTypeQuadrant = 1,  ///< m11 and m22 are zero: turns by 90 and 270 degrees, mirrored or not
@@ -109,8 +109,8 @@ class Mtx2D {
 
   /// Returns 1 if the type is `Mtx2DTypeIdentity`, else 0.
   ///
-  /// The elements are not looked at: the type stays after a `Translate` or `Scale`, until an
-  /// operation derives it anew.
+  /// The elements are not read: the type stays after a `Translate` or `Scale`, until an operation
+  /// derives it anew.
   ZELVAN_INLINE_API unsigned short IsIdentity() { return type == Mtx2DTypeIdentity; }
 
   /// Returns 1 if any of the six elements differs, else 0; `mirror` and `type` are not compared.
@@ -290,7 +290,8 @@ class Mtx2D {
   /// `n_points` is written.
   ZELVAN_API void XfmPolySetPts(drw_pset_t* in, drw_dpset_t* out);
 
-  /// Maps a polygon set in reals; repeats are those of the unrounded coordinates.
+  /// Maps a polygon set in reals, as `XfmPolySetPts` does, but compares the unrounded coordinates
+  /// to find consecutive vertices that land on the same point.
   ZELVAN_API void RealXfmPolyPtSet(drw_pset_t* in, drw_pset_t* out);
 
   // ---- mapping of drawings

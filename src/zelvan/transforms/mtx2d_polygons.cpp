@@ -9,9 +9,9 @@ using zelvan::is_same_point;
 
 namespace {
 
-// Maps n vertices and drops repeats; returns the number kept. Calls `carry_flag(i, k)` if the flag
-// of input vertex i belongs to output vertex k. Maps in blocks through the array operation, to use
-// its vector forms.
+// Maps n vertices of one polygon and drops those that repeat the one before; returns the number
+// kept. Calls `carry_flag(i, k)` if the flag of input vertex i belongs to output vertex k. Maps in
+// blocks through the array operation, to use its vector forms.
 template <class Out, class CarryFlag>
 int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n, real_pt_t* in,
                 Out* out, CarryFlag carry_flag) {
@@ -26,7 +26,8 @@ int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n
       carry_flag(done, kept - 1);
     }
   }
-  // Out and back is a line: the count leaves out the way back, but the array still holds it.
+  // Three vertices of which the last repeats the first are a line and count as two. The third stays
+  // in the array.
   if (kept == 3 && is_same_point(out[2], out[0])) kept = 2;
   return kept;
 }

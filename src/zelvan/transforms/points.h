@@ -13,7 +13,7 @@ class DblPt {
   double x;  ///< any value, infinities and NaN included
   double y;  ///< likewise
 
-  /// Makes the point (0.0, 0.0), or that of the two coordinates.
+  /// Makes the point (0.0, 0.0) or (x0, y0).
   ZELVAN_INLINE_API DblPt() : x(0.0), y(0.0) {}
   ZELVAN_INLINE_API DblPt(double x0, double y0) : x(x0), y(y0) {}
 
@@ -37,7 +37,7 @@ class IntPt {
   int x;  ///< any value of 32 bits
   int y;  ///< likewise
 
-  /// Makes the point (0, 0), or that of the two coordinates.
+  /// Makes the point (0, 0) or (x0, y0).
   ZELVAN_INLINE_API IntPt() : x(0), y(0) {}
   ZELVAN_INLINE_API IntPt(int x0, int y0) : x(x0), y(y0) {}
 

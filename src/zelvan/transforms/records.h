@@ -42,9 +42,9 @@ struct int_rect_t {
 /// set element of ISO 8632 (Computer Graphics Metafile). A closing vertex is the last of its
 /// polygon, and its edge returns to the polygon's first.
 enum drw_edge_flag {
-  drw_edge_invisible = 0,        ///< to the next vertex, not to be seen
+  drw_edge_invisible = 0,        ///< to the next vertex; not drawn
   drw_edge_visible = 1,          ///< to the next vertex
-  drw_edge_close_invisible = 2,  ///< back to the polygon's first vertex, not to be seen
+  drw_edge_close_invisible = 2,  ///< back to the polygon's first vertex; not drawn
   drw_edge_close_visible = 3     ///< back to the polygon's first vertex
 };
 

@@ -14,7 +14,7 @@ namespace {
 /// Returns the name, or an empty one for null.
 const char* or_empty(const char* name) { return name == nullptr ? "" : name; }
 
-/// Returns a heap copy in which control characters are terminators; null if the heap is exhausted.
+/// Returns a heap copy in which control characters are terminators; null if the heap refuses.
 char* stored_copy(const char* name) {
   const std::size_t size = std::strlen(name) + 1;
   auto* copy = static_cast<char*>(std::malloc(size));
@@ -24,7 +24,7 @@ char* stored_copy(const char* name) {
 }
 
 /// Inserts a new node at `link` and returns its stored name. Returns null and changes nothing if
-/// the heap is exhausted.
+/// the heap refuses.
 char* insert_node(VarNameInfo** link, const char* name, void* info) {
   char* const copy = stored_copy(name);
   auto* const node = static_cast<VarNameInfo*>(std::malloc(sizeof(VarNameInfo)));

@@ -1,4 +1,4 @@
-/// Lists of names, each with a pointer of the caller's.
+/// Lists of names, each with a pointer that belongs to the caller.
 ///
 /// A list is a pointer to its first node, null when empty. Nodes stand in order of insertion, and
 /// every operation walks from the first node. To walk a list:
@@ -31,8 +31,8 @@ struct VarNameInfo {
 /// Adds a node at the tail. Returns the stored name; null if the list has the name already.
 ///
 /// Here alone the search for an equal name takes `name` as it is written, not up to its first
-/// control character. So a name with a control character is added even if its stored form is in
-/// the list; lookups then find the older node.
+/// control character. So a name with a control character is added even if its stored form is in the
+/// list; look-ups then find the older node.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info);
@@ -43,7 +43,7 @@ ZELVAN_C_API char* VarAddNameInfo(VarNameInfo** list, const char* name, void* in
 /// If `position` is 2, it does what `VarAddNameInfo` does and ignores `reference`.
 ///
 /// Returns the stored name; null if the list has the name already, or if it has no `reference`
-/// (unless `position` is 2). Of several nodes named `reference` the last one is taken.
+/// (unless `position` is 2). Of several nodes named `reference`, uses the last one.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarInsertNameInfo(VarNameInfo** list, const char* name, void* info, int position,
@@ -57,8 +57,8 @@ ZELVAN_C_API void* VarDeleteNameInfo(VarNameInfo** list, const char* name);
 
 /// Swaps the `info` of two named nodes; does nothing if either is missing.
 ///
-/// The nodes keep their names and places. Of several nodes of a name the last one is taken. `list`
-/// may be null.
+/// The nodes keep their names and places. Of several nodes of a name, uses the last one. `list` may
+/// be null.
 ZELVAN_C_API void VarExchangeNameInfo(VarNameInfo* list, const char* name1, const char* name2);
 
 /// Renames the first node named `old_name`. Returns the new stored name; null if there is no such

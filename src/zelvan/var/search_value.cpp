@@ -36,7 +36,7 @@ std::intptr_t utl_searchValueForKey(const char* text, const char* key, const cha
     }
     if (start == end - 1) return 0;
     item = skip_separators(find_or_end(item, end, ','));
-    if (item > colon) {  // otherwise the item has no colon of its own and keeps this one
+    if (item > colon) {  // a colon after the start of the new item is still the next one
       colon = find_or_end(item, end, ':');
       start = skip_separators(colon);
     }

@@ -21,8 +21,9 @@ namespace {
 
 constexpr std::uint64_t look_again_ms = 500;
 constexpr int connect_attempts = 5;
-// Pauses of 200, 400, 800 and 1600 ms: the first are short, to find a peer soon that is about to
-// listen. Together they are well beyond the half second by which the listening side can be late.
+// The pauses between attempts are 200, 400, 800 and 1600 ms. The first are short, so that a peer
+// that is about to listen is found soon. Together they last much longer than half a second, by
+// which the listening side can be late.
 constexpr std::uint64_t first_retry_ms = 200;
 
 // Room for the answer to the end of a session and for texts sent before it. If a socket is closed
@@ -37,8 +38,8 @@ constexpr int exists = 0;  // mode of `_access`
 bool is_empty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
 /// Returns whether an attempt to accept a connection ends the wait. While other machines are kept
-/// out, only a connection from this machine does. A failed attempt does not: on some systems it
-/// fails if the peer has already left, and a stranger could so end the wait.
+/// out, only a connection from this machine does. A failed attempt does not: on some systems
+/// `accept` fails if the peer has already left, so another machine could end the wait.
 bool ends_wait(int socket) {
   if (keeps_machines_out == 0) return true;
   platform::SocketAddress peer{};
@@ -46,8 +47,8 @@ bool ends_wait(int socket) {
   return std::memcmp(peer.host, platform::loopback.host, sizeof peer.host) == 0;
 }
 
-/// Creates a session that takes over both connections. Returns null if the heap is exhausted; the
-/// caller then still owns the connections.
+/// Creates a session that takes over both connections. Returns null if the heap refuses; the caller
+/// then still owns the connections.
 wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_type) {
   wipc_session* session = wipc_new_session(data.get(), session_type);
   if (session == nullptr) return nullptr;
@@ -75,7 +76,8 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   return wipc_nostart != 0;
 }
 
-/// Returns the path of a module on this machine, or null.
+/// Returns the path of a module on this machine: a path as it is, and a bare name as found along
+/// PATH. Returns null if it is not found there or the heap refuses.
 HeapText local_path(const char* module) {
   return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
 }

@@ -29,7 +29,7 @@
 /// the directory and descriptors 0 to 2, but no handle on Windows. The caller need not wait for it.
 ///
 /// Waits for the program's two connections, each for the time of `wipc_set_connect_timeout`. It
-/// looks every half second, so opening takes about a second. If the program can't be started, the
+/// polls every half second, so opening takes about a second. If the program can't be started, the
 /// call fails at once, with the command line as the last error. A program that ends without
 /// connecting is noticed only when the time is up.
 ZELVAN_API void* wipc_open_session(char* host, char* module);

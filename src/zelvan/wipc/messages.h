@@ -3,11 +3,11 @@
 /// A message is a string of at most `WIPC_MAX_MESSAGE` (4000) bytes with no NUL inside. Texts
 /// travel as they are: no length, no header, no conversion.
 ///
-/// **Boundaries.** On the data channel nothing marks where a message ends. The bytes that have
-/// arrived when the reader looks are one message: two writes in a row can be read as one text, and
-/// a text can be read in two parts. On the status channel each text ends with a NUL, so texts stay
-/// apart. Let the ends take turns (write, then read the answer before the next write) or frame the
-/// texts, for instance by a line end at which the reader splits.
+/// **Boundaries.** On the data channel nothing marks where a message ends. All bytes that have
+/// arrived when the reader receives are one message: two writes in a row can be read as one text,
+/// and a text can be read in two parts. On the status channel each text ends with a NUL, so texts
+/// stay apart. Let the ends take turns (write, then read the answer before the next write) or frame
+/// the texts, for instance by a line end at which the reader splits.
 ///
 /// A reader that receives 4000 bytes at once, or 3999 that don't end in a NUL, takes their last
 /// text for the beginning of a longer one and waits for more. The next bytes are appended to it; if

@@ -6,15 +6,15 @@
 /// makes and ends sessions, messages.h sends and receives.
 ///
 /// A session is an opaque handle. It is dead after `wipc_close_session`, or, at the secondary,
-/// after `wipc_read` has returned -1 for it; a dead handle must not be used again. A null handle is
-/// no session; every operation says what it does with one.
+/// after `wipc_read` has returned -1 for it; a dead handle must not be used again. Every operation
+/// accepts a null handle and says what it does with it.
 ///
-/// Failures show in results alone. Most have a text as well, which is printed on standard output
-/// only after `wipc_set_debug`.
+/// Failures are reported by results only. Most also have a text, which is printed on standard
+/// output after `wipc_set_debug(1)`.
 ///
-/// Anybody who can reach the machine's ports can connect to a session that is being opened, and
-/// nothing is encrypted: for trusted hosts only. `zelvan_set_local_sessions_only` keeps other
-/// machines out.
+/// Any process that can reach the machine's ports can connect to a session that is being opened,
+/// and nothing is encrypted: use sessions only between trusted hosts.
+/// `zelvan_set_local_sessions_only` keeps other machines out.
 ///
 /// Threads: the settings and pending connections are shared by the whole family, without locks. One
 /// thread at a time may be inside any of its operations, whatever the session.
@@ -34,7 +34,7 @@
 ZELVAN_API char* wipc_last_error(void);
 
 /// Sets for how many seconds opening waits for each of the secondary's two connections; initially
-/// 10. It looks every half second; with 0 or less it looks once.
+/// 10. It polls every half second; with 0 or less it polls once.
 ZELVAN_API void wipc_set_connect_timeout(int seconds);
 
 /// Reports failures on standard output, which isn't flushed, if `on` is not 0. Initially 0: no

@@ -1,6 +1,6 @@
-// A program outside the tree: it derives a region of its own, passes it by base pointer and
-// casts it back, maps a point whose last bit tells whether a product and a sum were fused, and
-// calls what takes the strings of its standard library.
+// A program outside the tree. It derives a region, passes it as a pointer to the base and casts it
+// back. It maps a point whose last bit shows whether a product and a sum were fused. It calls
+// functions that take strings of its standard library.
 
 #include <zelvan/zelvan.h>
 

@@ -1,5 +1,5 @@
-/// System calls that fail or are interrupted when a test says so, in forked processes as well: for
-/// one source of a private test program whose linker wraps each CALL and REAL named here.
+/// System calls that fail or are interrupted on demand, in forked processes as well. Include this
+/// in one source of a private test program, and have the linker wrap each CALL and REAL named here.
 #pragma once
 
 #include "support/heap.h"
@@ -22,19 +22,19 @@ namespace support {
 
 struct Failure {
   std::string call;
-  int nth;             ///< of the calls of that name; 0: each of them
-  int why;             ///< what it leaves in `errno`
-  bool works = false;  ///< it does its work all the same, as a server that is asked twice
+  int nth;             ///< the nth call of that name; 0: every call
+  int why;             ///< stored in `errno`
+  bool works = false;  ///< does its work and still reports failure, as a network file system can
 };
 
 using Counts = std::atomic<int>[64];
-inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
+inline Counts& calls_made = *static_cast<Counts*>(  // shared by all processes
     mmap(nullptr, sizeof(Counts), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
-inline bool works_all_the_same = false;  ///< the call that has failed last
-inline int refused_request = 0;          ///< to the heap; below 0: with all behind it; 0: none
+inline bool works_all_the_same = false;  ///< whether the last failing call did its work
+inline int refused_request = 0;          ///< of the heap; if negative, all later ones too; 0: none
 
 inline std::size_t add_call(const char* name) {
   call_names.push_back(name);
@@ -54,9 +54,9 @@ inline bool call_fails(std::size_t call, bool may_wait) {
   return why != 0;
 }
 
-/// Runs an operation with these failures and refusals of the heap, and sees to it that it leaves no
-/// block behind. If it is interrupted as well, a signal cuts each call that may wait short before
-/// it gets through, and three bytes are moved at a time.
+/// Runs an operation with these failures and with `refused_request`, and expects that it leaks no
+/// block. With `interrupted`, each call that can wait is first interrupted by a signal and then
+/// succeeds, and at most three bytes are transferred at a time.
 inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
                         bool interrupted = false) {
   for (auto& count : calls_made) count = 0;
@@ -72,16 +72,16 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
   }
   is_armed = false;
   if (!heap::grant_all()) refused_request = 0;
-  EXPECT_EQ(heap::blocks_left(), 0) << "a block of the heap is left";
+  EXPECT_EQ(heap::blocks_left(), 0) << "leaks a block";
   return done;
 }
 
 using Word = std::intptr_t;
-enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
+enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, returns_errno = 8 };
 
-// The linker puts the `__wrap_` functions in the place of the system's own. These take nothing
-// but whole numbers and pointers, six at most, so one shape passes all of them on. Some take any
-// number of arguments, for which callers on POWER have to leave room.
+// The linker replaces the system's functions by those named `__wrap_`. All arguments are whole
+// numbers and pointers, six at most, so one signature passes any of them on. `__real_` is declared
+// variadic: some of the functions are, and on POWER callers must leave room for that.
 #define REAL(name)                               \
   const std::size_t name##_id = add_call(#name); \
   extern "C" Word __real_##name(Word, ...);
@@ -98,33 +98,34 @@ enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
                             : 0;                                                               \
     if (!fails) return result;                                                                 \
     errno = why;                                                                               \
-    return kind & gives_pointer ? 0 : kind & gives_reason ? why : -1;                          \
+    return kind & returns_pointer ? 0 : kind & returns_errno ? why : -1;                       \
   }
 
-CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
+CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | returns_pointer) CALL(read, moves)
 CALL(write, moves) CALL(copy_file_range, waits) CALL(ftruncate, waits) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
 CALL(faccessat) CALL(getxattr) CALL(fgetxattr) CALL(fsetxattr) CALL(fremovexattr)
-CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
+CALL(realpath, returns_pointer) CALL(getcwd, returns_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
-CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
+CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
-CALL(gethostbyname_r, gives_reason)
+CALL(gethostbyname_r, returns_errno)
 REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
-    // What fails or is interrupted is closed all the same.
+    // A close that fails or is interrupted still closes the descriptor.
     extern "C" Word __wrap_close(Word fd) {
-  EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0) << "is inherited";
+  EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0)
+      << "would be inherited by programs";
   return static_cast<int>(__real_close(fd)) != 0 || call_fails(close_id, true) ? -1 : 0;
 }
 
-// Other people's disks have nothing to do with the test.
+// Counts the call, but doesn't make it: it would write to all disks of the machine.
 extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 
-// An interrupted one goes on by itself, and how it ends shows later.
+// An interrupted connect continues in the background; `getsockopt` returns its result later.
 int end_of_connect = 0;
 extern "C" Word __wrap_connect(Word fd, Word address, Word size) {
   const bool has_failed = call_fails(connect_id, true);
@@ -139,7 +140,7 @@ extern "C" Word __wrap_getsockopt(Word, Word, Word, Word error, Word) {
   return call_fails(getsockopt_id, false) ? -1 : 0;
 }
 
-// Where it fails, somebody else has waited for the child.
+// A planted failure means that another thread has waited for the child.
 extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
   const bool has_failed = call_fails(waitpid_id, true);
   if (has_failed && errno == EINTR) return -1;

@@ -15,8 +15,8 @@ struct Closest {
 
 /// Replaces `best` by the entry if that is closer, or as close and earlier in the map.
 inline void take_closer(float distance, unsigned int index, Closest& best) {
-  const bool is_ahead = distance == best.distance && index < best.index;
-  if (distance < best.distance || is_ahead) best = {distance, index};
+  const bool is_earlier_tie = distance == best.distance && index < best.index;
+  if (distance < best.distance || is_earlier_tie) best = {distance, index};
 }
 
 /// Searches the entries from `from` up to but not including `to`. An entry at distance 0 ends the

@@ -17,7 +17,8 @@ constexpr int n_counts = largest_channel + 1 + 2;
 constexpr unsigned int fewest_searches = 32;
 constexpr unsigned int fewest_entries = 64;
 
-// Sentinel greens at the ends of the table, farther away than any entry with all its channels.
+// Sentinel greens at the ends of the table. Their distance in green alone exceeds that of any entry
+// in all channels.
 constexpr float below_all = -16'000.0f;
 constexpr float above_all = 16'000.0f;
 

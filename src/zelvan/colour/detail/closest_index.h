@@ -23,9 +23,9 @@ struct FloatColor {
 /// Searches blocks from `start` outwards, alternating between higher and lower greens. Calls
 /// `look(block, best)`.
 ///
-/// Each direction ends where green alone is farther away than the best entry so far. A close entry
-/// found in one direction so ends the other early. Blocks at exactly the best distance are searched
-/// too, since they may hold an equally close entry with a lower index.
+/// Each direction ends where green alone is farther away than the best entry so far. So a close
+/// entry found in one direction ends the other direction early. Blocks at exactly the best distance
+/// are searched too, since they may hold an equally close entry with a lower index.
 template <class Look>
 [[gnu::always_inline]] inline Closest walk_blocks(const ColorBlock* start, const FloatColor& target,
                                                   Closest best, const Look& look) {
@@ -53,9 +53,10 @@ Closest closest_around(Avx2, const ColorBlock* start, const FloatColor& target, 
 /// search through the whole map returns, ties included.
 class ClosestIndex {
  public:
-  /// Prepares for the given number of searches. Without sorting, each searches the whole map: if
-  /// sorting doesn't pay, if the heap is exhausted, or if a large scale or channel could
-  /// make a distance inexact. Requires: the map outlives this object and does not change.
+  /// Sorts a copy of the entries for the given number of searches. Each search goes through the
+  /// whole map instead if sorting would cost more than it saves, if the heap refuses, or if a large
+  /// scale or channel could make a distance inexact. Requires: the map outlives this object and
+  /// does not change.
   ClosestIndex(const ColorMap& map, unsigned int searches);
 
   /// Returns the entry closest to `target`, or `best` if none is closer. Skips entry 0 and unset

@@ -20,7 +20,7 @@ class ClipArena {
   ClipArena(const ClipArena&) = delete;
   ClipArena& operator=(const ClipArena&) = delete;
 
-  /// Returns uninitialised room for `count` elements, or null if the heap is exhausted.
+  /// Returns uninitialised room for `count` elements, or null if the heap refuses.
   template <class T>
   T* make(std::size_t count) {
     static_assert(std::is_trivial_v<T> && alignof(T) <= alignment);
@@ -30,7 +30,7 @@ class ClipArena {
   }
 
   /// Invalidates all elements made so far, and keeps the largest block.
-  void give_back_all() {
+  void reset() {
     if (newest_ != nullptr) {
       keep_newest();
     } else {

@@ -2,8 +2,8 @@
 /// both share.
 ///
 /// Only crossings become records; the vertices between them stay in the arrays. All records live in
-/// a `ClipArena` until `ClipFreeRings`. Functions that allocate records return false if the heap is
-/// exhausted.
+/// a `ClipArena` until `ClipFreeRings`. Functions that allocate records return false if the heap
+/// refuses.
 #pragma once
 
 #include <zelvan/geometry/detail/clip_arena.h>
@@ -35,7 +35,7 @@ struct ClipHits {
   ClipHit* room_end;
 
   int count() const { return static_cast<int>(end - begin); }
-  /// Makes room for one more crossing; returns false if the heap is exhausted.
+  /// Makes room for one more crossing; returns false if the heap refuses.
   bool make_room(ClipArena* arena) { return end != room_end || grow(arena); }
 
  private:
@@ -62,7 +62,7 @@ struct ClipRing {
 };
 
 /// Orders the crossings along both rings, as inserting them one by one would. Returns false if the
-/// heap is exhausted.
+/// heap refuses.
 bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, ClipArena* arena);
 
 /// Returns true if the ring, its edges cut at the crossings, winds about the point. The boundary
@@ -70,6 +70,6 @@ bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, 
 bool ClipPointInRing(double px, double py, const ClipRing& ring);
 
 /// Releases all records of a polygon.
-inline void ClipFreeRings(ClipArena* arena) { arena->give_back_all(); }
+inline void ClipFreeRings(ClipArena* arena) { arena->reset(); }
 
 }  // namespace zelvan

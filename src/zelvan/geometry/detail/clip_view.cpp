@@ -25,28 +25,29 @@ real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   return {scaled(dx), scaled(dy)};
 }
 
-// Twice the area of a triangle, and a bound of its error.
+// Twice a triangle's area, and an upper bound of its rounding error.
 struct Area {
-  double size, noise;
+  double size, error_bound;
 };
 
 // Computes the area from differences to `a`.
 Area area(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c) {
   const double left = (b.x - a.x) * (c.y - a.y);
   const double right = (b.y - a.y) * (c.x - a.x);
-  return {std::fabs(left - right), orientation_noise(left, right)};
+  return {std::fabs(left - right), orientation_error_bound(left, right)};
 }
 
-// Returns where the edge from `a` to `b` crosses the side from `start` to `end`: 0 at its start, 1
-// at its end. The triangles of the edge and either corner have areas in the ratio of the corners'
-// distances from the crossing. The error is at most 27 * 2^-53.
+// Returns where the edge from `a` to `b` crosses the side from `start` to `end`: 0 at `start`, 1 at
+// `end`. The edge forms a triangle with each of the two corners. The areas of these have the ratio
+// of the corners' distances from the crossing. The error is at most 27 * 2^-53.
 double crossing_share(const real_pt_t& a, const real_pt_t& b, const real_pt_t& start,
                       const real_pt_t& end) {
-  constexpr double most_noise = 24 * 0x1p-53;
+  constexpr double largest_error = 24 * 0x1p-53;
   const Area of_start = area(a, b, start), of_end = area(a, b, end);
   const double sum = of_start.size + of_end.size;
   const bool fits = sum <= std::numeric_limits<double>::max();
-  if (fits && of_start.noise + of_end.noise <= most_noise * sum) return of_start.size / sum;
+  if (fits && of_start.error_bound + of_end.error_bound <= largest_error * sum)
+    return of_start.size / sum;
   const WideNumber wide_start = exact_orientation(a, b, start);
   const WideNumber wide_end = exact_orientation(a, b, end);
   const int exponent = std::max(wide_start.exponent, wide_end.exponent);
@@ -101,7 +102,7 @@ int ClipView::sign_inside(int side, const real_pt_t& p) const {
   const double left = directions_[side].x * (p.y - start.y);
   const double right = directions_[side].y * (p.x - start.x);
   const double value = left - right;
-  if (std::fabs(value) > orientation_noise(left, right)) return sign_of(value);
+  if (std::fabs(value) > orientation_error_bound(left, right)) return sign_of(value);
   return sign_of(exact_orientation(start, corners_[next_side(side)], p).fraction);
 }
 
@@ -126,9 +127,9 @@ LineSide ClipView::side_of_line(const real_pt_t& a, const real_pt_t& b) const {
   return has_left ? LineSide::left : LineSide::right;
 }
 
-// Of two neighbouring sides that the outer end lies beyond, the edge crosses one on the border and
-// the line of the other one outside. On which side of the edge their corner lies decides between
-// them.
+// If the outer end lies beyond two neighbouring sides, the edge crosses one of them on the border,
+// and the line of the other outside the view. Which one depends on which side of the edge their
+// common corner lies.
 BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& a = *outer.at;
   const real_pt_t& b = *other.at;

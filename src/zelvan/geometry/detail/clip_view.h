@@ -23,8 +23,8 @@ inline int previous_side(int k) { return (k + 3) % 4; }
 /// and are never all four.
 struct PlacedPoint {
   const real_pt_t* at;
-  Sides beyond;      ///< the sides whose line it lies beyond; 0 in the view or on its border
-  Sides not_within;  ///< the sides whose line it lies beyond or on
+  Sides beyond;      ///< sides with the point beyond their line; 0 in the view or on its border
+  Sides not_within;  ///< sides with the point beyond or on their line; 0 only inside the view
 };
 
 /// Where an edge crosses the border.

@@ -1,7 +1,6 @@
-// The area is a sum of six products of the input coordinates, each a whole multiple of one tiny
-// unit, the square of the smallest double. So an integer of about 4200 bits holds the sum of any
-// finite ones exactly. U. Kulisch, "Computer Arithmetic and Validity" (2008), calls it a complete
-// register.
+// The area is a sum of six products of coordinates. Each product is a whole multiple of the square
+// of the smallest double. So an integer of about 4200 bits holds the sum exactly, for any finite
+// coordinates; U. Kulisch, "Computer Arithmetic and Validity" (2008), calls it a complete register.
 
 #include <zelvan/geometry/detail/orientation.h>
 

@@ -96,8 +96,8 @@ inline std::uint32_t of_points(LaneSet lanes) {
   return static_cast<std::uint32_t>(bits | bits >> 16);
 }
 
-// Iterates over closing flags. The address of the next eight flags does not depend on what was
-// found before, so the processor works on several outlines at once.
+// Iterates over closing flags. The address of the next eight flags does not depend on the flags
+// before them, so the processor can work on several outlines at once.
 class ClosingFlags {
  public:
   ClosingFlags(const int* edge_flags, int from, int end)

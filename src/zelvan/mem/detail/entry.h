@@ -31,13 +31,13 @@ MemEntry* find_entry(MemList* list, const void* address);
 /// is one. Requires: it has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
 
-/// Makes `entry` a child of `home`, whose block contains its back pointer. Does nothing if `home`
-/// is null.
-void become_child(MemList* list, MemEntry* entry, MemEntry* home);
+/// Makes `entry` a child of `parent`, whose block contains its back pointer. Does nothing if
+/// `parent` is null.
+void make_child(MemList* list, MemEntry* entry, MemEntry* parent);
 
-/// An index of the children in a table, which only saves looking at rows that are no children:
-/// `MemEntry::parent` alone decides. It stays valid while entries are released, since a release
-/// ends links and makes none.
+/// An index of the children in a table. It only saves time: whether a row is a child is still
+/// decided by `MemEntry::parent`. It stays valid while entries are released, since a release
+/// removes links and adds none.
 class Children {
  public:
   /// Requires: no row before `first_row` is a child.
@@ -46,7 +46,7 @@ class Children {
   Children(const Children&) = delete;
   Children& operator=(const Children&) = delete;
 
-  /// Builds lists of children by parent, for many releases. If the heap is exhausted, each release
+  /// Builds lists of children by parent, for many releases. If the heap refuses, each release
   /// searches the table instead.
   void list_by_parent(const MemList* list);
 

@@ -67,7 +67,7 @@ short osh1_open(char* path, int flags, short mode) {
   if (!check_path(path)) return -1;
   const int fd = platform::_open(fixed, flags, mode);
   if (fd <= SHRT_MAX) return static_cast<short>(fd);
-  platform::_close(fd);  // as a `short` the number would be lost, or be another file's
+  platform::_close(fd);  // cut to a `short`, the number could be that of another file
   errno = EMFILE;
   return -1;
 }

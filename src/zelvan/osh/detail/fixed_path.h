@@ -1,4 +1,4 @@
-/// Paths from callers: checked for their length, and completed by a drive if they lack one.
+/// Callers' paths: tests of their length, and completion by a drive letter.
 #pragma once
 
 #include <cstdio>

@@ -1,7 +1,7 @@
 /// The arrays of points that polylines and polygons own: blocks of `malloc`, never shared.
 ///
 /// A function that makes an array returns null and sets the count to 0 if there are no points or
-/// the heap is exhausted.
+/// the heap refuses.
 #pragma once
 
 #include <zelvan/detail/array_size.h>

@@ -1,4 +1,4 @@
-/// A ring with everything that is computed before the first query.
+/// A ring of an index, with what is computed for it in advance.
 #pragma once
 
 #include <zelvan/pick/detail/ring_tree.h>

@@ -12,7 +12,7 @@ namespace zelvan {
 /// Finds the few rings that may wind about a point.
 class RingGrid {
  public:
-  /// Sorts `n` rings into a grid. Returns false if the heap is exhausted.
+  /// Sorts `n` rings into a grid. Returns false if the heap refuses.
   ///
   /// There are 2 to 8 cells for each ring, or fewer: cells are enlarged until they and their
   /// entries together number at most `room`, or one cell is left.
@@ -40,7 +40,7 @@ class RingGrid {
   unsigned int side_;  ///< the number of columns and of rows
   double columns_per_unit_;
   double rows_per_unit_;
-  std::unique_ptr<unsigned int[]> starts_;  ///< per cell its first entry, then the end
+  std::unique_ptr<unsigned int[]> starts_;  ///< the first entry of each cell, then the end
   std::unique_ptr<int[]> entries_;
 };
 

@@ -1,6 +1,6 @@
-// Only an edge whose ends lie on different sides of the point's height can count. Many ends are
-// compared with the height at once, a NaN counting as above. The few edges that change sides are
-// then tested one by one.
+// Only an edge whose ends lie on different sides of the point's height can count. So vectors of
+// vertices are compared with the height, where a NaN counts as above. The few edges that change
+// sides are then tested one by one.
 
 #include <zelvan/pick/detail/winding.h>
 
@@ -39,7 +39,7 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
 // a ring of 4 vertices a fifth of its time.
 [[gnu::always_inline]] ZELVAN_AVX2 inline int add_chain(int winding, const DblPt* points,
                                                         unsigned int n, double x, double y) {
-  for (; n > block; points += block, n -= block) {  // one point more: the last end
+  for (; n > block; points += block, n -= block) {  // a full block reads `block + 1` points
     std::uint32_t reached = 0;
     for (unsigned int i = 0; i < block; i += 4) reached |= four_reached(points + i, y) << i;
     const std::uint32_t last_end = y >= points[block].y ? 1 : 0;
@@ -47,7 +47,8 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
     winding += winding_of_changes(points, changing, reached, x, y);
   }
   if (n < 4) return winding + winding_of_chain(Plain{}, points, n, x, y);
-  std::uint32_t reached = four_reached(points + n - 4, y) << (n - 4);  // some of them twice
+  std::uint32_t reached = four_reached(points + n - 4, y)
+                          << (n - 4);  // may overlap the fours below
   for (unsigned int i = 0; i + 4 < n; i += 4) reached |= four_reached(points + i, y) << i;
   const std::uint32_t changing = (reached ^ reached >> 1) & ((1U << (n - 1)) - 1);
   return winding + winding_of_changes(points, changing, reached, x, y);

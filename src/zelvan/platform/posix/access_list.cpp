@@ -38,7 +38,7 @@ bool AccessList::read(const char* path) {
   return read_by([=](char* to, std::size_t room) { return ::getxattr(path, attribute, to, room); });
 }
 
-bool AccessList::give_to(int fd) const {
+bool AccessList::apply_to(int fd) const {
   if (bytes_.empty()) return ::fremovexattr(fd, attribute) == 0 || is_missing();
   return ::fsetxattr(fd, attribute, bytes_.data(), bytes_.size(), 0) == 0;
 }

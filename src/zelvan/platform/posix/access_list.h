@@ -19,7 +19,7 @@ class AccessList {
 
   /// Sets a file's list to this one, or removes it if this one is empty. Returns false on failure,
   /// also if this one is not empty and the file system supports no lists.
-  bool give_to(int fd) const;
+  bool apply_to(int fd) const;
 
   /// Returns the mode that the file would have without the list: the group keeps its own
   /// permissions, limited by the mask.

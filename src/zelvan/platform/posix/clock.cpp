@@ -17,7 +17,7 @@ void GetLocalTime(LocalTime* now) {
 
 void Sleep(std::uint64_t milliseconds) {
   if (milliseconds == 0) return;
-  // An absolute time, so that nothing has to be added up after a signal.
+  // Sleep until an absolute time: an interrupted sleep is repeated, and the end must stay the same.
   timespec end;
   ::clock_gettime(CLOCK_MONOTONIC, &end);
   end.tv_sec += static_cast<time_t>(milliseconds / 1000);

@@ -75,17 +75,17 @@ mode_t without_group(mode_t mode) {
 /// group.
 bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
                                const AccessList& list) {
-  const auto give_to = [&](uid_t owner) {
+  const auto set_owner = [&](uid_t owner) {
     return retry_interrupted([&] { return ::fchown(fd, owner, other.st_gid); }) == 0;
   };
-  constexpr uid_t as_it_is = static_cast<uid_t>(-1);
-  const bool has_owner = give_to(other.st_uid);
-  const bool has_group = has_owner || give_to(as_it_is);
+  constexpr uid_t unchanged = static_cast<uid_t>(-1);
+  const bool has_owner = set_owner(other.st_uid);
+  const bool has_group = has_owner || set_owner(unchanged);
   // With a different owner, set-ID bits would let programs run with the wrong identity. With a
   // different group, the group's permissions would belong to that group.
   const mode_t kept = has_owner ? mode : mode & permission_bits;
   const mode_t allowed = has_group ? kept : without_group(kept);
-  if (!list.give_to(fd)) return false;
+  if (!list.apply_to(fd)) return false;
   if (retry_interrupted([&] { return ::fchmod(fd, allowed); }) == 0) return true;
   const int why = errno;  // on some file systems the mount sets the permissions of all files
   return has_permissions(fd, allowed) || refuse(why);

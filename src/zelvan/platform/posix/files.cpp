@@ -76,8 +76,8 @@ int _close(int fd) {
   const int why = errno;  // the reason of an earlier failure
   if (::close(fd) == 0) return 0;
   if (errno != EINTR) return -1;
-  // After an interruption the descriptor is closed already: closing it again could close another
-  // thread's file.
+  // Interrupted, but closed. A second call could close a file that another thread has just opened
+  // under the same number. So this is a success.
   errno = why;
   return 0;
 }

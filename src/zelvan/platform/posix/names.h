@@ -29,10 +29,10 @@ Found look_for(Name name, const struct stat& file);
 /// the name leads to another file before the call, that file stays.
 bool remove_old_name(Name name, const struct stat& file);
 
-/// Removes what a failed rename has `made` under the new name. `errno` is kept.
+/// Undoes a failed rename: removes the file `made`, which it has made under the new name.
 ///
-/// Removes it only if the `source` still has its old name and the new name still leads to what was
-/// made. Otherwise it may be the only copy, or another process's file.
+/// Does nothing unless `source` still has its old name and the new name still leads to `made`:
+/// otherwise this may be the only copy, or another process's file. Keeps `errno`.
 void take_back(Name new_name, const struct stat& made, Name old_name, const struct stat& source);
 
 }  // namespace zelvan::platform

@@ -19,7 +19,7 @@ namespace zelvan::platform {
 namespace {
 
 constexpr const char* shell = "/bin/sh";
-constexpr int report_fd = 3;  // the first that a started program doesn't inherit
+constexpr int report_fd = 3;  // the lowest that a started program doesn't inherit
 constexpr int started = 33;
 
 /// Splits at blanks and tabs. Double quotes keep a part together and are removed.
@@ -52,12 +52,12 @@ int why_not_runnable(const char* path) {
 }
 
 /// Replaces a bare name by the first executable path along "PATH"; keeps a path unchanged. Returns
-/// 0, or the errno of what was found instead.
+/// 0, or the errno that says why the last file found can't be run; ENOENT if none was found.
 int find_program(std::string* program) {
   if (program->find('/') != std::string::npos) return why_not_runnable(program->c_str());
   if (program->empty()) return ENOENT;
   const char* variable = std::getenv("PATH");
-  int trouble = ENOENT;
+  int error = ENOENT;
   for (std::string_view path = variable != nullptr ? variable : "/bin:/usr/bin";;) {
     const std::size_t colon = path.find(':');
     const std::string_view folder = path.substr(0, colon);
@@ -67,8 +67,8 @@ int find_program(std::string* program) {
       *program = candidate;
       return 0;
     }
-    if (why_not != ENOENT && why_not != ENOTDIR) trouble = why_not;
-    if (colon == std::string_view::npos) return trouble;
+    if (why_not != ENOENT && why_not != ENOTDIR) error = why_not;
+    if (colon == std::string_view::npos) return error;
     path.remove_prefix(colon + 1);
   }
 }
@@ -80,17 +80,17 @@ struct Start {
   char* const* shell_check = nullptr;  // arguments for a shell that must succeed first; may be null
 };
 
-/// Ends a child that can't run the program, and reports the errno to the caller.
-[[noreturn]] void give_up(int report) {
-  const int trouble = errno;
-  [[maybe_unused]] const ssize_t told = ::write(report, &trouble, sizeof trouble);
+/// Ends a child that can't run the program, after it has written the errno to the pipe `report`.
+[[noreturn]] void exit_with_errno(int report) {
+  const int error = errno;
+  [[maybe_unused]] const ssize_t written = ::write(report, &error, sizeof error);
   _exit(127);
 }
 
-/// Replaces the child by the program. The child has a copy of the caller's memory and locks in any
-/// state, so it may make only plain system calls.
-[[noreturn]] void become(const Start& start, int report, const sigset_t& callers_mask) {
-  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) give_up(report);
+/// Turns the child into the program, by `execve`. The child has a copy of the caller's memory, with
+/// locks in any state, so only async-signal-safe calls are allowed in it.
+[[noreturn]] void execute(const Start& start, int report, const sigset_t& callers_mask) {
+  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) exit_with_errno(report);
   ::closefrom(report_fd + 1);
   if (start.detached) ::setsid();
   // The caller's handlers must not run in the child once signals are unblocked.
@@ -101,34 +101,35 @@ struct Start {
   }
   ::sigprocmask(SIG_SETMASK, &callers_mask, nullptr);
   ::execve(start.program, start.arguments, environ);
-  give_up(report_fd);
+  exit_with_errno(report_fd);
 }
 
-/// Gives up with ENOENT if the checking shell fails. Runs in the child, so that waiting can't
-/// disturb the caller. Restores the default SIGCHLD meanwhile: if the caller ignores it, there is
-/// nothing to wait for.
+/// Asks a shell whether it knows the command; if not, ends the child with ENOENT. Runs in the
+/// child, so that waiting for the shell can't disturb the caller. Meanwhile SIGCHLD has its default
+/// action: where it is ignored, there is no exit status to wait for.
 void check_by_shell(char* const* arguments, int report, const sigset_t& callers_mask) {
   const auto callers_action = ::signal(SIGCHLD, SIG_DFL);
   const pid_t checker = ::fork();
-  if (checker == 0) become({shell, arguments, false}, report, callers_mask);
-  if (checker < 0) give_up(report);
+  if (checker == 0) execute({shell, arguments, false}, report, callers_mask);
+  if (checker < 0) exit_with_errno(report);
   int status = 0;
   ::waitpid(checker, &status, 0);
   ::signal(SIGCHLD, callers_action);
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return;
   errno = ENOENT;
-  give_up(report);
+  exit_with_errno(report);
 }
 
-/// Returns the errno in the report; 0 if the program has started, which closes the report empty.
+/// Returns the errno that the child has written to the pipe; 0 if it wrote nothing: a program that
+/// starts closes the pipe.
 int read_report(int report) {
-  int trouble = 0;
-  retry_interrupted([&] { return ::read(report, &trouble, sizeof trouble); });
-  return trouble;
+  int error = 0;
+  retry_interrupted([&] { return ::read(report, &error, sizeof error); });
+  return error;
 }
 
-/// Runs the program as the child of a child that ends at once, so that the system waits for it.
-/// Returns 0, or the errno of what failed.
+/// Starts the program by a double fork: it becomes the child of a child that ends at once, so that
+/// the system reaps it and it leaves no zombie. Returns 0, or the errno of what failed.
 int run(const Start& start) {
   int report[2];
   if (::pipe2(report, O_CLOEXEC) != 0) return errno;
@@ -141,20 +142,20 @@ int run(const Start& start) {
   if (child == 0) {
     if (start.shell_check != nullptr) check_by_shell(start.shell_check, report[1], callers_mask);
     const pid_t grandchild = ::fork();
-    if (grandchild == 0) become(start, report[1], callers_mask);
-    if (grandchild < 0) give_up(report[1]);
+    if (grandchild == 0) execute(start, report[1], callers_mask);
+    if (grandchild < 0) exit_with_errno(report[1]);
     _exit(0);
   }
-  int trouble = child < 0 ? errno : 0;
+  int error = child < 0 ? errno : 0;
   ::close(report[1]);
   if (child > 0) {
     // A caller that waits for any child may get this one first; that is harmless.
     retry_interrupted([&] { return ::waitpid(child, nullptr, 0); });
-    trouble = read_report(report[0]);
+    error = read_report(report[0]);
   }
   ::close(report[0]);
   ::pthread_sigmask(SIG_SETMASK, &callers_mask, nullptr);
-  return trouble;
+  return error;
 }
 
 std::vector<char*> argument_array(std::vector<std::string>& parts) {
@@ -175,8 +176,8 @@ std::string plain_first_word(std::string_view command) {
   return std::string(word.find_first_of(special_to_shells) == std::string_view::npos ? word : "");
 }
 
-int start_result(int trouble) {
-  switch (trouble) {
+int start_result(int error) {
+  switch (error) {
     case 0:
       return started;
     case EACCES:
@@ -200,20 +201,20 @@ int run_command(const char* command) {
   std::vector<std::string> in_shell = {"sh", "-c", command};
   if (name.empty()) return run({shell, argument_array(in_shell).data(), false});
   std::string program = name;
-  const int trouble = find_program(&program);
-  if (trouble == 0) {
+  const int error = find_program(&program);
+  if (error == 0) {
     // Start plain words directly: a shell would only do the same, but run a file that is no program
     // as a script.
     const bool is_plain = std::strpbrk(command, special_to_shells) == nullptr;
     std::vector<std::string> words = is_plain ? split_command_line(command) : in_shell;
     return run({is_plain ? program.c_str() : shell, argument_array(words).data(), false});
   }
-  if (name.find('/') != std::string::npos) return trouble;
+  if (name.find('/') != std::string::npos) return error;
   // The word may still be a command of the shell itself, so ask the shell first.
   std::vector<std::string> check = {"sh", "-c", "command -v -- \"$1\" >/dev/null 2>&1", "sh", name};
   const int result =
       run({shell, argument_array(in_shell).data(), false, argument_array(check).data()});
-  return result == ENOENT ? trouble : result;
+  return result == ENOENT ? error : result;
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ bool reserve(Name name, bool is_directory) {
 /// into that file meanwhile is lost; a directory replaces only an empty one.
 bool rename_over_reserved(Name from, Name to, const struct stat& source) {
   if (!reserve(to, S_ISDIR(source.st_mode))) return false;
-  struct stat reserved = {};  // no file has this status; it stays if the system can't tell
+  struct stat reserved = {};  // matches no file, in case the status can't be read
   get_status(to, &reserved);
   if (::renameat(from.folder, from.text, to.folder, to.text) == 0) return true;
   const int why = errno;

@@ -24,8 +24,8 @@ namespace {
 
 constexpr int first_own_fd = 3;  // above the standard streams
 
-/// Duplicates a socket to a number above the standard streams if it has one of theirs. Returns the
-/// number, or -1.
+/// Returns the socket under a number above those of the standard streams. If it has one of these,
+/// duplicates and closes it. Returns -1 on failure.
 int move_above_standard_streams(int socket) {
   if (socket < 0 || socket >= first_own_fd) return socket;
   const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, first_own_fd);
@@ -48,8 +48,9 @@ sockaddr_in to_system(const SocketAddress& address) {
   return result;
 }
 
-/// Waits for the result of a connection that a signal interrupted: the system completes it anyway.
-bool connects_in_the_end(int socket) {
+/// Waits until the system has completed a `connect` that a signal interrupted. Returns true if it
+/// succeeded.
+bool finish_connecting(int socket) {
   pollfd waiting{socket, POLLOUT, 0};
   if (retry_interrupted([&] { return ::poll(&waiting, 1, -1); }) < 0) return false;
   int error = 0;
@@ -111,7 +112,7 @@ int accept(int socket) {
 int connect(int socket, const SocketAddress& address) {
   const sockaddr_in peer = to_system(address);
   if (::connect(socket, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) != 0 &&
-      (errno != EINTR || !connects_in_the_end(socket))) {
+      (errno != EINTR || !finish_connecting(socket))) {
     return -1;
   }
   return is_its_own_peer(socket) ? -1 : 0;

@@ -17,7 +17,8 @@ void Sleep(std::uint64_t milliseconds) {
   using std::chrono::steady_clock;
   constexpr std::chrono::milliseconds one_day = std::chrono::hours(24);
   const auto end = steady_clock::now() + std::chrono::milliseconds(milliseconds);
-  // The system counts in its own ticks and may wake up a little early. It takes 32 bits.
+  // The system counts clock ticks, so it may return early. Its argument has 32 bits, so long pauses
+  // are cut into days.
   for (auto now = steady_clock::now(); now < end; now = steady_clock::now()) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now);
     ::Sleep(static_cast<DWORD>(std::min(left, one_day).count()));

@@ -31,7 +31,7 @@ std::wstring absolute_form(const std::wstring& path) {
 }  // namespace
 
 unsigned GetCurrentDirectoryA(unsigned size, char* buffer) {
-  const unsigned length = explained(::GetCurrentDirectoryA(size, buffer));
+  const unsigned length = with_errno(::GetCurrentDirectoryA(size, buffer));
   if (length < size) return length;
   errno = ERANGE;
   return 0;
@@ -43,7 +43,7 @@ unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
     return ::WideCharToMultiByte(code_page_of_paths(), 0, form.c_str(), -1, to, room, nullptr,
                                  nullptr);
   };
-  const int needed = explained(form.empty() ? 0 : to_bytes(nullptr, 0));
+  const int needed = with_errno(form.empty() ? 0 : to_bytes(nullptr, 0));
   if (needed == 0 || static_cast<unsigned>(needed) > size) return needed;
   return to_bytes(buffer, needed) - 1;
 } catch (const std::bad_alloc&) {
@@ -52,7 +52,7 @@ unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
 
 unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size) {
   char form[longest_short_form];
-  const unsigned length = explained(::GetShortPathNameA(path, form, sizeof form));
+  const unsigned length = with_errno(::GetShortPathNameA(path, form, sizeof form));
   if (length == 0) return 0;
   if (length >= sizeof form || length >= size) {
     errno = ERANGE;

@@ -201,14 +201,14 @@ bool move_file(const wchar_t* from, const wchar_t* to) {
 }  // namespace
 
 int CopyFileA(const char* from, const char* to) try {
-  return explained(copy_file(SystemPath(from).get(), SystemPath(to).get()));
+  return with_errno(copy_file(SystemPath(from).get(), SystemPath(to).get()));
 } catch (const std::bad_alloc&) {
   errno = ENOMEM;
   return 0;
 }
 
 int MoveFileA(const char* from, const char* to) try {
-  return explained(move_file(SystemPath(from).get(), SystemPath(to).get()));
+  return with_errno(move_file(SystemPath(from).get(), SystemPath(to).get()));
 } catch (const std::bad_alloc&) {
   errno = ENOMEM;
   return 0;

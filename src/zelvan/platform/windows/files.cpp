@@ -109,34 +109,34 @@ int _access(const char* path, int) {
 
 unsigned GetFileAttributesA(const char* path) {
   const unsigned attributes = attributes_of(SystemPath(path));
-  if (attributes == INVALID_FILE_ATTRIBUTES) explained(false);
+  if (attributes == INVALID_FILE_ATTRIBUTES) with_errno(false);
   return attributes;
 }
 
 int SetFileAttributesA(const char* path, unsigned attributes) {
-  return explained(::SetFileAttributesW(SystemPath(path).get(), attributes));
+  return with_errno(::SetFileAttributesW(SystemPath(path).get(), attributes));
 }
 
 int CreateFileA(const char* path) {
   const HANDLE handle =
       ::CreateFileW(SystemPath(path).get(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) explained(false);
+  if (handle == INVALID_HANDLE_VALUE) with_errno(false);
   return number_of(handle);
 }
 
 unsigned GetFileSize(int handle) { return ::GetFileSize(handle_of(handle), nullptr); }
 
-int CloseHandle(int handle) { return explained(::CloseHandle(handle_of(handle))); }
+int CloseHandle(int handle) { return with_errno(::CloseHandle(handle_of(handle))); }
 
-int DeleteFileA(const char* path) { return explained(::DeleteFileW(SystemPath(path).get())); }
+int DeleteFileA(const char* path) { return with_errno(::DeleteFileW(SystemPath(path).get())); }
 
 int CreateDirectoryA(const char* path) {
-  return explained(::CreateDirectoryW(SystemPath(path).get(), nullptr));
+  return with_errno(::CreateDirectoryW(SystemPath(path).get(), nullptr));
 }
 
 int RemoveDirectoryA(const char* path) {
-  return explained(::RemoveDirectoryW(SystemPath(path).get()));
+  return with_errno(::RemoveDirectoryW(SystemPath(path).get()));
 }
 
 }  // namespace zelvan::platform

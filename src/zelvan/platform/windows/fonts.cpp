@@ -10,8 +10,8 @@ namespace {
 
 constexpr int fonts_folder = 0x14;  // the shell's number of the folder
 
-/// Returns the folder that the shell reports, or nothing. Loads the shell's library only for this
-/// query: not every program wants it in its process.
+/// Returns the folder that the shell reports; empty on failure. Loads the shell's library for this
+/// query alone, so that programs that never ask don't load it.
 std::string folder_of_the_shell() {
   using GetFolder = BOOL(WINAPI*)(HWND owner, char* path, int folder, BOOL create);
   char path[MAX_PATH] = "";
@@ -25,8 +25,8 @@ std::string folder_of_the_shell() {
   return path;
 }
 
-/// Returns the folder next to the system's directory, or nothing.
-std::string folder_by_custom() {
+/// Returns the usual folder: "Fonts" beside the system's directory; empty on failure.
+std::string default_folder() {
   char path[MAX_PATH];
   const unsigned length = ::GetSystemDirectoryA(path, sizeof path);
   if (length == 0 || length > sizeof path) return {};
@@ -47,7 +47,7 @@ bool is_font(const WIN32_FIND_DATAA& entry) {
 
 std::vector<std::string> font_folders() {
   std::string folder = folder_of_the_shell();
-  if (folder.empty()) folder = folder_by_custom();
+  if (folder.empty()) folder = default_folder();
   if (folder.empty()) return {};
   return {folder};
 }

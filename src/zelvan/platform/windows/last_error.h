@@ -8,9 +8,10 @@
 
 namespace zelvan::platform {
 
-/// Returns the result of a call; if it is 0, a failure, stores the reason in `errno`.
+/// Returns the result of a call unchanged. If it is 0, the call has failed: stores the reason in
+/// `errno`.
 template <typename Result>
-Result explained(Result result) {
+Result with_errno(Result result) {
   if (result != Result{}) return result;
   const std::error_code why(static_cast<int>(::GetLastError()), std::system_category());
   const std::error_condition known = why.default_error_condition();

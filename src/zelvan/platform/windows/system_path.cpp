@@ -16,10 +16,10 @@ constexpr wchar_t mark[] = L"\\\\?\\", share_mark[] = L"\\\\?\\UNC\\";
 SystemPath::SystemPath(const char* path) {
   constexpr DWORD room = size - 8;  // after the longer mark
   const UINT code_page = ::AreFileApisANSI() ? CP_ACP : CP_OEMCP;
-  wchar_t given[path_size];
+  wchar_t wide_path[path_size];
   wchar_t absolute[room];
-  if (::MultiByteToWideChar(code_page, 0, path, -1, given, path_size) == 0) return;
-  const DWORD length = ::GetFullPathNameW(given, room, absolute, nullptr);
+  if (::MultiByteToWideChar(code_page, 0, path, -1, wide_path, path_size) == 0) return;
+  const DWORD length = ::GetFullPathNameW(wide_path, room, absolute, nullptr);
   if (length == 0 || length >= room) return;
   const bool is_of_share = absolute[0] == L'\\' && absolute[1] == L'\\';
   const bool is_marked = is_of_share && (absolute[2] == L'?' || absolute[2] == L'.');

@@ -12,7 +12,8 @@ using WideSet = CharacterSet<unsigned short, wide_string::traits_type>;
 using WideText = WideSet::Text;
 using WideTokens = std::vector<wide_string>;
 
-/// Whether the delimiter that ends a token, or one at the very start, is dropped or kept.
+/// What happens to the delimiter that ends a token: it is dropped, or kept at the end of the token.
+/// If kept, a delimiter at the very start of a text is a token of its own.
 enum class Delimiters { dropped, kept };
 
 /// The blank, which is trimmed from every token.

@@ -72,12 +72,13 @@ struct Buffers {
   const unsigned char* from;
   unsigned char* to;
 
-  /// True unless the target begins inside the source, after its start. There, written elements are
-  /// read again later, so elements must be translated one by one. Translation in place is safe.
-  bool may_run_ahead() const {
-    const auto ahead =
+  /// True if several elements may be read before the first is written. False only if the target
+  /// begins inside the source, after its start: what is written there is read again later, so
+  /// elements must be translated one by one.
+  bool allows_vectors() const {
+    const auto distance =
         reinterpret_cast<std::uintptr_t>(to) - reinterpret_cast<std::uintptr_t>(from);
-    return ahead == 0 || ahead >= bytes;
+    return distance == 0 || distance >= bytes;
   }
 };
 
@@ -96,7 +97,7 @@ void translate(const Step& step, std::size_t count, const void* src, void* dst) 
   const Buffers buffers = {count * sizeof(Word), static_cast<const unsigned char*>(src),
                            static_cast<unsigned char*>(dst)};
   std::size_t i = 0;
-  if (buffers.may_run_ahead()) {
+  if (buffers.allows_vectors()) {
     i = with_best_form([&](auto form) { return translate_vectors(form, step, buffers); });
   }
   for (; i < buffers.bytes; i += sizeof(Word)) {

@@ -34,8 +34,8 @@ ZELVAN_AVX2 __m256i apply(const ReverseBits&, __m256i v) {
 
 /// Looks up 32 bytes in a table of 16 rows, row by row in each half.
 ///
-/// A row is looked up for bytes in it or in a later row of its half, and the XOR of these
-/// differences is the byte's own row. For bytes before the row, and those of the other half, the
+/// Row r contributes its step to every byte of row r or later in the same half. The XOR of a byte's
+/// steps is the entry of its own row. For bytes before the row, and those of the other half, the
 /// index is negative, and the shuffle returns 0.
 ZELVAN_AVX2 __m256i apply(const LookUp& look_up, __m256i v) {
   const __m256i row_length = _mm256_set1_epi8(16);
@@ -143,8 +143,9 @@ ZELVAN_AVX2 __m256i apply(const IbmToIeeeDouble&, __m256i v) {
   const __m256i upper = _mm256_srli_epi64(f, 28);
   const __m256i has_no_upper = _mm256_cmpeq_epi64(upper, word64(0));
   const __m256i half = choose(has_no_upper, f, upper);
-  const __m256d behind = _mm256_castsi256_pd(word64(0x4330'0000'0000'0000));
-  const __m256d as_double = _mm256_sub_pd(_mm256_or_pd(_mm256_castsi256_pd(half), behind), behind);
+  const __m256d two_to_52 = _mm256_castsi256_pd(word64(0x4330'0000'0000'0000));
+  const __m256d as_double =
+      _mm256_sub_pd(_mm256_or_pd(_mm256_castsi256_pd(half), two_to_52), two_to_52);
   const __m256i field = _mm256_srli_epi64(_mm256_castpd_si256(as_double), 52);
   const __m256i place =
       _mm256_sub_epi64(field, choose(has_no_upper, word64(1023), word64(1023 - 28)));

@@ -3,11 +3,12 @@
 
 namespace zelvan {
 
-/// Listens and waits for a connection within the connect time-out, looking every half second.
-/// Returns the connection, or -1. The listening socket stays open.
+/// Listens, and polls every half second for a connection until the connect time-out. Returns the
+/// connection, or -1. The listening socket stays open.
 ///
-/// Each look accepts at most one connection, and closes it if it comes from a machine that is kept
-/// out. A failed accept returns -1 at once; while machines are kept out, it only counts as a look.
+/// Each poll accepts at most one connection, and closes it if it comes from a machine that is kept
+/// out. A failed `accept` returns -1 at once, except while other machines are kept out: then
+/// polling continues.
 int wipc_wait_accept(int socket);
 
 /// Returns a socket connected to a port of the host, after at most five attempts, or -1.

@@ -1,4 +1,5 @@
-/// Owners of what a session needs while it is being opened; each releases what it holds.
+/// Owners of the resources of a session that is being opened. Destructors release what was not
+/// passed on.
 #pragma once
 
 #include <zelvan/platform/sockets.h>

@@ -11,7 +11,7 @@ char* wipc_dequeue(wipc_message** head, wipc_message** tail);
 
 /// Receives bytes from one of the session's two sockets and queues them as messages. A message ends
 /// at a NUL and at the end of what was received, unless that fills a chunk. Returns 1, or 0 if
-/// nothing was received because the peer has gone. Messages are lost if the heap is exhausted.
+/// nothing was received because the peer has gone. Messages are lost if the heap refuses.
 int wipc_fill_queues(wipc_session* session, int socket);
 
 }  // namespace zelvan

@@ -54,8 +54,8 @@ wipc_session* wipc_create_bind(int* port);
 /// Returns 1 if the process can open `n` more sockets, else 0: opens them and closes them again.
 int wipc_check_sockets(int n);
 
-/// Creates a record without a status socket and with empty queues; returns null if the heap is
-/// exhausted.
+/// Creates a record without a status socket and with empty queues; returns null if the heap
+/// refuses.
 wipc_session* wipc_new_session(int sid, char session_type);
 
 /// Releases a record and its queued messages. The sockets stay open.
