@@ -1,12 +1,14 @@
 # ./dev ways. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# Runs the README's commands to install and link, word for word, with the last commit in a clean
-# Debian root. Each must end with the output of the README's program and an optimised library.
+# Runs the README's commands to draw the demo, to install and to link, word for word, with the last
+# commit in a clean Debian root. Each way to install must end with the output of the README's program
+# and an optimised library, and the demo with its pictures.
 ways() {
   . tools/clean_root.sh
   need_clean_root git python3
-  local work=$PWD/build/ways way by_hand install compile find add link type
+  local work=$PWD/build/ways way demo by_hand install compile find add link type
+  demo=$(from_readme '^    (\./dev demo) ')
   by_hand=$(from_readme '^  (cmake -B build .*)$')
   install=$(from_readme '`(\./dev install /usr/local)`')
   compile=$(from_readme '`` (c\+\+ app\.cpp .*) ``')
@@ -73,6 +75,10 @@ cmake -B build $type
 cmake --build build
 optimised build/zelvan
 build/app >../said/add_subdirectory
+echo "== the demo"
+cd /try/zelvan
+$demo
+cp -r out ../said/demo
 END
   } >"$work/try/run"
   step "the README's commands, in a clean root"
@@ -82,6 +88,7 @@ END
       fail "the README's program prints something else if built by '$way'"
     echo "$way: the program's output is right, and the library is optimised"
   done
+  python3 tools/pictures.py "$work/said/demo" || fail "the README's $demo does not draw what it should"
 }
 
 # from_readme PATTERN: prints the text that the group of PATTERN matches in the README. Exactly one

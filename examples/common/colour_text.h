@@ -7,9 +7,11 @@
 
 namespace example {
 
-/// The colour that `text` gives: `RGB 1 0.5 0`, `HSV 240 1 1`, `Name "dark blue"`; see
-/// `ColorRGB::SetValue`. Throws `Error`, which names the option, for anything else, with the
-/// closest name as a suggestion where a name may be meant.
+/// Returns the colour that `text` describes, with channels from 0 to 255.
+///
+/// The text is one that `ColorRGB::SetValue` accepts, such as `RGB 1 0.5 0`, `HSV 240 1 1` and
+/// `Name "dark blue"`, or `#` and six hexadecimal digits, as on web pages. Throws `Error` for any
+/// other; it names the option and says what to write, such as the closest of the names.
 ColorRGB read_colour(const std::string& option, std::string text);
 
 }  // namespace example

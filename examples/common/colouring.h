@@ -1,4 +1,4 @@
-/// Which country gets which colour of a palette.
+/// Colours for countries, so that neighbours differ.
 #pragma once
 
 #include "common/countries.h"
@@ -8,9 +8,10 @@
 
 namespace example {
 
-/// For each country an index below `n_colours`, different from those of its neighbours as far
-/// as the colours suffice. Neighbours are countries that share a vertex of their outlines.
-/// Requires: `n_colours` above zero.
+/// Returns an index below `n_colours` for each country. Neighbours have different ones, unless
+/// `n_colours` is too small for that.
+///
+/// Neighbours are countries whose outlines share a vertex. Requires: `n_colours` above zero.
 std::vector<std::size_t> colour_apart(World& world, std::size_t n_colours);
 
 }  // namespace example

@@ -9,9 +9,9 @@ namespace example {
 namespace {
 
 constexpr std::string_view first_line = "outlines in 1/500 degree\n";
-constexpr double units_per_degree = 500.0;  // a double holds 180 degrees exactly
+constexpr double units_per_degree = 500.0;  // so 180 degrees are a whole number
 
-// Reads one country after the other.
+// Reads the countries one by one.
 class Reader {
  public:
   Reader(const std::string& path, std::string_view text, std::size_t start)
@@ -25,7 +25,7 @@ class Reader {
     if (name_end == text_.npos) fail("a name without an end");
     Country country{std::string(text_.substr(at_, name_end - at_)), {}};
     at_ = name_end + 1;
-    std::int64_t x = 0, y = 0;  // where no number of steps of 32 bits ends
+    std::int64_t x = 0, y = 0;  // wide enough for the sum of any file's steps
     for (std::uint32_t polygons = read_number(); polygons > 0; --polygons) {
       std::uint32_t vertices = read_number();
       if (vertices < 3) fail("a polygon of fewer than three vertices");
@@ -65,7 +65,7 @@ class Reader {
 
   const std::string& path_;
   std::string_view text_;
-  std::size_t start_;  ///< of the text in its file
+  std::size_t start_;  ///< offset of the text in its file
   std::size_t at_ = 0;
   std::vector<real_pt_t> ring_;
 };

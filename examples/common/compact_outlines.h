@@ -1,17 +1,17 @@
-/// Countries from a small file.
+/// Countries from a compact binary file.
 ///
-/// After a line of text, `outlines in 1/500 degree`, come the countries to the end of the file,
-/// each made up of
+/// The file begins with a line of text, `outlines in 1/500 degree`. Then the countries follow, to
+/// the end of the file. Each consists of
 ///
 ///     its name                      a line of text in UTF-8
 ///     how many polygons             a number, then for each
 ///       how many vertices           a number, then for each
 ///         longitude, latitude       steps from the vertex before, in 1/500 degree
 ///
-/// A country's first vertex is a step from 0, 0; the first vertex of a polygon is not repeated at
-/// its end, and a hole is one more polygon. A number has seven bits in a byte, the lowest first,
-/// and 128 is added to each byte but the last. A step is the number 0, 1, 2, 3, 4 for 0, -1, 1,
-/// -2, 2 and so on: most take a byte.
+/// The first vertex of a country is a step from 0, 0. The first vertex of a polygon is not repeated
+/// at its end. A hole is one more polygon. A number is stored in groups of seven bits, the lowest
+/// first, one in a byte; 128 is added to each byte but the last. Steps are signed: 0, -1, 1, -2, 2
+/// and so on are stored as the numbers 0, 1, 2, 3, 4, so most steps take one byte.
 #pragma once
 
 #include "common/countries.h"
@@ -23,14 +23,17 @@
 
 namespace example {
 
-/// True for the text of such a file.
+/// True if the text begins with the first line of such a file.
 bool is_compact(std::string_view text);
 
-/// The countries of the file at `path`, in order; `text` is its content. Throws `Error`, which
-/// names file and byte, where it ends too early, and for a polygon of fewer than three vertices.
+/// Finds the countries of the file at `path`, in order. `text` is its content.
+///
+/// Throws `Error`, which names the file and the byte, if the file ends too early, a polygon has
+/// fewer than three vertices, or a number has more than 32 bits.
 std::vector<Feature> find_compact_features(const std::string& path, std::string_view text);
 
-/// The country that a feature is; `text` is the feature's own. Throws `Error` as above.
+/// Reads one country. `text` is the feature's part of the file. Throws `Error` as
+/// `find_compact_features` does.
 Country read_compact_feature(const std::string& path, const Feature& feature,
                              std::string_view text);
 

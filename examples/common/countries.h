@@ -1,4 +1,4 @@
-/// Countries and their outlines: what all the map programs work on.
+/// Countries and their outlines, for all the map programs.
 #pragma once
 
 #include <zelvan/transforms/records.h>
@@ -11,8 +11,8 @@
 
 namespace example {
 
-/// Polygons end to end, with an edge flag for each vertex: the arrays of a `drw_pset_t` or a
-/// `drw_dpset_t`, owned. A hole is one more polygon.
+/// The arrays of a `drw_pset_t` or a `drw_dpset_t`: polygons one after the other, with an edge flag
+/// for each vertex. A hole is one more polygon.
 template <class Point>
 struct Polygons {
   std::vector<Point> points;
@@ -24,7 +24,7 @@ struct Polygons {
 using MapPolygons = Polygons<real_pt_t>;    ///< x is the longitude, y the latitude, in degrees
 using DevicePolygons = Polygons<int_pt_t>;  ///< in device units, y down; see view.h
 
-/// Calls `visit(first, count)` for each polygon: its vertices are those from `first` on.
+/// Calls `visit(first, count)` for each polygon; `first` is the index of its first vertex.
 template <class Point, class Visit>
 void for_each_polygon(const Polygons<Point>& polygons, Visit visit) {
   std::size_t first = 0;
@@ -35,32 +35,32 @@ void for_each_polygon(const Polygons<Point>& polygons, Visit visit) {
   }
 }
 
-/// Appends a polygon, all of its edges visible. Requires: at least one vertex; the first is not
+/// Appends a polygon whose edges are all visible. Requires: at least one vertex; the first is not
 /// repeated at the end.
 void add_polygon(MapPolygons& polygons, std::span<const real_pt_t> ring);
 
-/// Makes edges along the antimeridian and the poles invisible, from the polygon on that begins at
-/// vertex `start`: a flat map is cut open there, and there is no coast.
+/// Makes the edges along the antimeridian and the poles invisible: a flat map is cut open there, so
+/// they are no coast. Starts with the polygon whose first vertex has the index `start`.
 void hide_cuts(MapPolygons& polygons, std::size_t start = 0);
 
-/// What carries one name: a country as a rule, else any feature of the data.
+/// A country, or any other feature of the data with a name.
 struct Country {
   std::string name;
   MapPolygons outline;  ///< filled by the even-odd rule
 };
 
-/// Countries in drawing order: of two that overlap the later one is on top.
+/// Countries in drawing order: where two overlap, the later one is on top.
 class World {
  public:
   virtual ~World() = default;
   virtual std::size_t size() const = 0;
   virtual const std::string& name(std::size_t i) const = 0;
 
-  /// What this gives stays until its next call: see country_cache.h.
+  /// Returns the outline of a country, which is valid until the next call.
   virtual const MapPolygons& outline(std::size_t i) = 0;
 };
 
-/// A world that is all in memory.
+/// A world that is wholly in memory.
 class LoadedWorld final : public World {
  public:
   explicit LoadedWorld(std::vector<Country> countries) : countries_(std::move(countries)) {}

@@ -53,7 +53,7 @@ const MapPolygons& CountryCache::outline(std::size_t i) {
   return outline_;
 }
 
-// Keeps the latest outline as that of `entry`. Where that can't be, it is read again each time.
+// Keeps `outline_` as the outline of `entry`. If there is no room, it will be read again.
 void CountryCache::keep(Entry& entry) {
   const std::size_t size_of_points = entry.n_vertices * sizeof(real_pt_t);
   const std::size_t size = size_of_points + entry.n_vertices * sizeof(int);
@@ -65,8 +65,8 @@ void CountryCache::keep(Entry& entry) {
               size - size_of_points);
 }
 
-// Evicts the oldest until what is asked for fits, or nothing is left to be evicted: then it has
-// the budget for itself. A heap that refuses needs all the room that there is.
+// Evicts the oldest blocks until the request fits or none is left; then the request gets the whole
+// budget. If the heap itself refuses, evicts all.
 unsigned short CountryCache::make_room(MemException* exception) {
   MemList* const list = exception->list;
   const MemPool* const pool = list->pool;

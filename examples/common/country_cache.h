@@ -1,4 +1,4 @@
-/// The countries of a file within a budget of memory.
+/// The countries of a file, with a limit on the memory for their outlines.
 #pragma once
 
 #include <zelvan/mem/mem.h>
@@ -15,23 +15,25 @@
 
 namespace example {
 
-/// Knows all countries of a file and keeps as many of their outlines as the budget allows. When
-/// it is short, those that were read first go; when they are asked for again, they are read again
-/// from the file. An outline takes 20 bytes a vertex. One that is larger than the whole budget
-/// has the budget for itself.
+/// Knows all countries of a file and keeps as many of their outlines as the budget allows.
+///
+/// If the budget is short, the outlines that were read first are evicted, and read again from the
+/// file when they are needed. An outline takes 20 bytes a vertex. One that is larger than the whole
+/// budget gets the whole budget.
 class CountryCache final : public World {
  public:
-  /// Reads the file, GeoJSON or compact outlines; countries without polygons are left out. A
-  /// `budget` of 0 bytes is no limit. Throws `Error` as the functions of geojson.h and
-  /// compact_outlines.h do, when the file can't be read, and when there is no polygon in it.
+  /// Reads a file of GeoJSON or compact outlines; countries without polygons are left out.
+  ///
+  /// A `budget` of 0 bytes is no limit. Throws `Error` if the file can't be read or has no polygon,
+  /// and as the functions of geojson.h and compact_outlines.h do.
   CountryCache(const std::string& path, int budget);
-  CountryCache(const CountryCache&) = delete;  // the list knows where the entries are
+  CountryCache(const CountryCache&) = delete;  // the list has the addresses of the entries
   CountryCache& operator=(const CountryCache&) = delete;
 
   std::size_t size() const override { return entries_.size(); }
   const std::string& name(std::size_t i) const override { return entries_[i].name; }
 
-  /// Throws `Error` when the outline has to be read again, and the file is gone or another one.
+  /// Throws `Error` if the outline has to be read again and the file is gone or has changed.
   const MapPolygons& outline(std::size_t i) override;
 
   int bytes_used() const { return pool_->used; }
@@ -42,7 +44,7 @@ class CountryCache final : public World {
     Feature feature;
     std::string name;
     std::size_t n_vertices;
-    void* block = nullptr;  ///< points, then edge flags; null while it isn't kept
+    void* block = nullptr;  ///< points, then edge flags; null if evicted
   };
   struct Format {
     std::vector<Feature> (*find)(const std::string& path, std::string_view text);
@@ -58,17 +60,17 @@ class CountryCache final : public World {
 
   std::string path_;
   Format format_ = {find_features, read_feature};
-  std::deque<Entry> entries_;  ///< which stay where they are as it grows
+  std::deque<Entry> entries_;  ///< a deque, since entries must not move as it grows
   std::unique_ptr<MemPool, Release> pool_;
   std::unique_ptr<MemList, Release> list_;
-  MapPolygons outline_;  ///< the latest
+  MapPolygons outline_;  ///< the one that was asked for last
   long long n_evicted_ = 0;
 };
 
-/// The path of the world that comes with the examples, at 1:110 million.
+/// Returns the path of the world at 1:110 million, which comes with the examples.
 std::string shipped_world();
 
-/// The same at 1:50 million.
+/// Returns the path of the world at 1:50 million, which comes with the examples.
 std::string fine_world();
 
 }  // namespace example

@@ -4,7 +4,6 @@
 #include "common/colouring.h"
 #include "common/error.h"
 #include "common/labels.h"
-#include "common/picture.h"
 
 #include <algorithm>
 #include <iterator>
@@ -16,10 +15,10 @@ namespace example {
 namespace {
 
 constexpr double border_width = 0.8;         // pixels
-constexpr double dashed_border_width = 1.5;  // thinner dashes are hard to tell from a line
+constexpr double dashed_border_width = 1.5;  // thinner dashes look like a solid line
 
-// Where neighbours meet, both have the border in their outlines. Dashes drawn twice would fill
-// each other's gaps, so all but the first copy of an edge are hidden, whichever way it runs.
+// Hides all but the first copy of each edge, in either direction. Neighbours both have their common
+// border in their outlines; dashes drawn twice would fill each other's gaps.
 class BorderFilter {
  public:
   DevicePolygons first_copies(DevicePolygons outline) {
@@ -47,7 +46,7 @@ void write_names(const World& world, const std::vector<DrawnCountry>& countries,
   const double picture_width = double(view.pixels_wide) * units_per_pixel;
   for (const DrawnCountry& country : countries) {
     const std::string& name = world.name(country.index);
-    const auto label = place_label(country.outline, font.width_of(name), picture_width, largest);
+    const auto label = place_label(country.outline, font.box_of(name), picture_width, largest);
     if (label) picture.write(name, *label, font);
   }
 }
@@ -66,21 +65,21 @@ Style default_style() {
   return style;
 }
 
+Picture begin_picture(const std::string& path, const ViewSettings& view, const Style& style) {
+  return Picture(path, view.pixels_wide, view.pixels_high, style.sea);
+}
+
 Reduction draw_world(World& world, const std::vector<DrawnCountry>& countries,
-                     const ViewSettings& view, const Style& style, const std::string& path,
+                     const ViewSettings& view, const Style& style, Picture& picture,
                      const Font* label_font) {
   const std::vector<std::size_t> colours = colour_apart(world, style.fills.map_size);
-  Picture picture(path, view.pixels_wide, view.pixels_high, style.sea);
-  if (style.n_pens > 0 && !picture.is_png()) {
-    throw Error(path + ": only a picture that ends in .png can be reduced to pens");
-  }
   for (const DrawnCountry& country : countries) {
     picture.fill(country.outline, style.fills.colors[colours[country.index]]);
   }
   const bool is_dashed = !style.border_dashes.empty();
   const double width = is_dashed ? dashed_border_width : border_width;
   BorderFilter borders;
-  for (const DrawnCountry& country : countries) {  // over all fills, so that none hides a border
+  for (const DrawnCountry& country : countries) {  // after all fills, so that none covers a border
     picture.stroke(is_dashed ? borders.first_copies(country.outline) : country.outline,
                    style.border, width, style.border_dashes);
   }
@@ -91,7 +90,6 @@ Reduction draw_world(World& world, const std::vector<DrawnCountry>& countries,
     pens.apply(picture.pixels());
     reduction = pens.reduction();
   }
-  picture.save();
   return reduction;
 }
 

@@ -1,4 +1,4 @@
-/// A world on paper: which colours, and what goes over what.
+/// How a world is drawn: its colours, and what lies on top of what.
 #pragma once
 
 #include <zelvan/colour/color_map.h>
@@ -6,6 +6,7 @@
 #include "common/countries.h"
 #include "common/font.h"
 #include "common/pens.h"
+#include "common/picture.h"
 #include "common/view.h"
 
 #include <cstddef>
@@ -14,30 +15,33 @@
 
 namespace example {
 
-/// A country of a world as it comes out on the device.
+/// A country of a world, in device units.
 struct DrawnCountry {
   std::size_t index;  ///< in the world
   DevicePolygons outline;
 };
 
-/// How a world is drawn; colours are on the scale 255.
+/// Colours, with channels from 0 to 255, and lines.
 struct Style {
   ColorRGB sea;
   ColorRGB border;
-  ColorMap fills;  ///< a palette for the countries; at least one
-  int n_pens;      ///< to which the picture is reduced; 0 leaves it as it is
-  std::vector<double> border_dashes = {};  ///< dash, gap and so on in pixels; empty for solid
+  ColorMap fills;  ///< a palette for the countries; at least one colour
+  int n_pens;      ///< to how many colours the picture is reduced; 0: not at all
+  std::vector<double> border_dashes = {};  ///< dash, gap and so on, in pixels; empty: solid
 };
 
-/// Pale countries in seven colours, so that neighbours differ, in a pale blue sea.
+/// Returns seven pale colours for countries and a pale blue sea.
 Style default_style();
 
-/// Draws the countries over the sea, neighbours in different colours as far as these suffice,
-/// into the picture at `path` (see picture.h). Given a font, writes in it the name of each country
-/// that has room for its name. Tells what became of the colours if they were reduced. Throws
-/// `Error` when the picture can't be written, or reduced since it is an SVG.
+/// Begins a picture of the style's sea in the size of the view; see `Picture`.
+Picture begin_picture(const std::string& path, const ViewSettings& view, const Style& style);
+
+/// Draws the countries into the picture. Neighbours differ in colour as far as the palette allows.
+///
+/// With a font, writes the name of each country that has room for it. Returns how the picture's
+/// colours were reduced, if they were. Requires: a PNG if the style has pens.
 Reduction draw_world(World& world, const std::vector<DrawnCountry>& countries,
-                     const ViewSettings& view, const Style& style, const std::string& path,
+                     const ViewSettings& view, const Style& style, Picture& picture,
                      const Font* label_font = nullptr);
 
 }  // namespace example

@@ -16,7 +16,7 @@ namespace example {
 
 namespace {
 
-constexpr std::size_t path_size = 1024;  // of what utl_unique_filename writes
+constexpr std::size_t path_size = 1024;  // that utl_unique_filename requires
 constexpr short from_start = 0;
 constexpr short new_file = osh_open_write_only | osh_open_create | osh_open_exclusive;
 
@@ -39,15 +39,15 @@ bool put(const std::string& path, const std::string& bytes) {
   if (file == nullptr) return false;
   std::string_view rest = bytes;
   while (!rest.empty()) {
-    const std::size_t count = std::min<std::size_t>(rest.size(), 1 << 30);  // a call's is 32 bits
-    char* const block = const_cast<char*>(rest.data());                     // which is only read
+    const std::size_t count = std::min<std::size_t>(rest.size(), 1 << 30);  // a call takes 32 bits
+    char* const block = const_cast<char*>(rest.data());  // osh_fwrite only reads it
     if (osh_fwrite(block, 1, static_cast<unsigned>(count), file.get()) != count) return false;
     rest.remove_prefix(count);
   }
   return osh_fclose(file.release()) == 0;  // a full disk may show only here
 }
 
-/// Makes an empty file under a name that is free and gives the name; empty on failure.
+// Creates an empty file with a free name and returns the name; empty if that fails.
 std::string claim(std::string prefix, std::string letters) {
   constexpr int for_all = 0666;  // less what the user masks out
   char name[path_size];
@@ -55,7 +55,7 @@ std::string claim(std::string prefix, std::string letters) {
     const int fd = osh_open_binary(name, new_file, for_all);
     if (fd >= 0 && osh_close(fd) == 0) return name;
     const int reason = errno;
-    const bool is_taken = osh_file_exists(name) != 0;  // by somebody who was faster
+    const bool is_taken = osh_file_exists(name) != 0;  // by another program, in the meantime
     errno = reason;
     if (!is_taken) return {};
   }
@@ -95,7 +95,7 @@ void write_file(const std::string& path, const std::string& bytes) {
   std::string target = path;
   const bool is_put = !beside.empty() && put(beside, bytes);
   if (is_put && osh_rename(beside.data(), target.data()) == 0) return;
-  // The name is taken, as it often is: the content there is replaced at one stroke.
+  // osh_rename overwrites nothing. If the name is taken, the copy replaces the content at once.
   const bool has_replaced = is_put && osh_copyfile(target.data(), beside.data()) != 0;
   const int reason = errno;
   if (!beside.empty()) osh_unlink(beside.data());
@@ -103,9 +103,14 @@ void write_file(const std::string& path, const std::string& bytes) {
   if (!has_replaced) fail(path, "can't be written");
 }
 
+void finish_output() {
+  if (std::fflush(stdout) != 0) fail("standard output", "can't be written");
+  if (std::ferror(stdout) != 0) throw Error("standard output: can't be written");
+}
+
 FreeName::FreeName(const std::string& prefix, const std::string& letters)
     : path_(claim(prefix, letters)) {
-  if (path_.empty()) fail(prefix + letters, "no free name from there on");
+  if (path_.empty()) fail(prefix + letters, "can't be created, nor any name after it");
 }
 
 FreeName::~FreeName() {

@@ -1,4 +1,4 @@
-/// Files, read and written whole.
+/// Files that are read and written whole, and the program's standard output.
 #pragma once
 
 #include <cstddef>
@@ -6,24 +6,29 @@
 
 namespace example {
 
-/// The bytes of a file. Throws `Error` when it can't be read.
+/// Returns the bytes of a file. Throws `Error` if it can't be read.
 std::string read_file(const std::string& path);
 
-/// The `size` bytes from `offset` on. Throws `Error` when they can't be read, or are not there.
+/// Returns `size` bytes of a file, from `offset` on. Throws `Error` if there are fewer, or if they
+/// can't be read.
 std::string read_file_part(const std::string& path, std::size_t offset, std::size_t size);
 
-/// Puts `bytes` into the file at `path`, replacing what was there.
+/// Writes `bytes` to the file at `path` and replaces what was there.
 ///
-/// The bytes are written beside the target, which then takes their name: whoever looks sees
-/// the old file or the new one, never a half. Throws `Error` and leaves nothing behind when
-/// the file can't be written.
+/// The bytes go to a second file in the same folder, which is then renamed. So a reader sees the
+/// old file or the new one, never a part. If it can't be written, throws `Error` and removes the
+/// second file.
 void write_file(const std::string& path, const std::string& bytes);
 
-/// A name that no file had: an empty file holds it, until it is replaced or this object ends.
+/// Writes what standard output still holds back. Throws `Error` if any of the program's output is
+/// lost, as on a full disk.
+void finish_output();
+
+/// A file name that was free. An empty file reserves it, which the destructor removes.
 class FreeName {
  public:
-  /// The first free name of `prefix` followed by `letters`, whose capitals count on. Throws
-  /// `Error` when there is none, or no file can be made.
+  /// Takes the first free name of `prefix` followed by `letters`, whose capitals count up: AAA,
+  /// AAB and so on. Throws `Error` if none is free, or if the file can't be created.
   FreeName(const std::string& prefix, const std::string& letters);
   FreeName(const FreeName&) = delete;
   FreeName& operator=(const FreeName&) = delete;
@@ -31,7 +36,7 @@ class FreeName {
 
   const std::string& path() const { return path_; }
 
-  /// What stands there now is to stay.
+  /// Keeps the file after the end of this object.
   void keep() { is_kept_ = true; }
 
  private:

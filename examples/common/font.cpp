@@ -20,22 +20,21 @@ namespace example {
 namespace {
 
 constexpr std::size_t most_suggestions = 4;
-constexpr double measured_size = 256.0;  // large, so that a width is exact to less than a pixel
+constexpr double measured_size = 256.0;  // so large that rounding is below a pixel
 
 struct ReleaseList {
   void operator()(char** list) const { osh_FreeFontFileList(&list); }
 };
 
-/// What FreeType holds for a face. Cairo keeps faces in caches of its own and says when it is
-/// done with one.
+// FreeType's part of a font. Cairo caches fonts and calls back when it drops one.
 struct LoadedFont {
   FT_Library library = nullptr;
   FT_Face face = nullptr;
 
-  ~LoadedFont() { FT_Done_FreeType(library); }  // its faces go with it
+  ~LoadedFont() { FT_Done_FreeType(library); }  // frees its faces, too
 };
 
-/// The name of the file without its extension, which has a dot and three letters in this list.
+// Returns the file's name without its extension: in this list, always a dot and three letters.
 std::string stem_of(char* path) {
   std::string directory(path), file(path);
   osh_truncate_path(path, directory.data(), file.data());
@@ -49,8 +48,7 @@ bool equal_in_any_case(std::string_view a, std::string_view b) {
   });
 }
 
-/// The stems of the list that come first in the order of their letters, and how many there are
-/// besides.
+// Returns the first few stems in alphabetical order, and how many more there are.
 std::string suggestions(char** list, int count) {
   std::vector<std::string> stems;
   for (int i = 0; i < count; ++i) stems.push_back(stem_of(list[i]));
@@ -66,7 +64,8 @@ std::string suggestions(char** list, int count) {
 std::string find_font_file(const std::string& name) {
   int count = 0;
   const std::unique_ptr<char*, ReleaseList> list(osh_GetFontFileListCount(&count));
-  if (list == nullptr) throw Error("--label: this system has no TrueType fonts");
+  if (list == nullptr)
+    throw Error("--label: this system has no TrueType fonts; install some, such as DejaVu's");
   for (int i = 0; i < count; ++i) {
     if (equal_in_any_case(stem_of(list.get()[i]), name)) return list.get()[i];
   }
@@ -80,7 +79,7 @@ Font::Font(const std::string& name) {
   auto loaded = std::make_unique<LoadedFont>();
   if (FT_Init_FreeType(&loaded->library) != 0 ||
       FT_New_Face(loaded->library, path.c_str(), 0, &loaded->face) != 0) {
-    throw Error(path + ": is no font that can be read");
+    throw Error(path + ": is no font that FreeType can read");
   }
   face_.reset(cairo_ft_font_face_create_for_ft_face(loaded->face, 0));
   static const cairo_user_data_key_t key{};
@@ -98,10 +97,22 @@ Font::Font(const std::string& name) {
   cairo_font_options_destroy(options);
 }
 
-double Font::width_of(const std::string& text) const {
+cairo_text_extents_t Font::extents_of(const std::string& text) const {
   cairo_text_extents_t extents;
   cairo_scaled_font_text_extents(measure_.get(), text.c_str(), &extents);
-  return extents.x_advance / measured_size;
+  return extents;
+}
+
+double Font::width_of(const std::string& text) const {
+  return extents_of(text).x_advance / measured_size;
+}
+
+TextBox Font::box_of(const std::string& text) const {
+  const cairo_text_extents_t extents = extents_of(text);
+  const double top = -extents.y_bearing / measured_size;  // over the base line
+  const double bottom = top - extents.height / measured_size;
+  constexpr double middle = capital_height / 2.0;
+  return {extents.x_advance / measured_size, top - middle, middle - bottom};
 }
 
 }  // namespace example

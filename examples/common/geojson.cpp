@@ -15,8 +15,8 @@ namespace {
 
 namespace ondemand = simdjson::ondemand;
 
-// The parser reads a value when it is asked for, so every value is asked for once: throws where the
-// text is no JSON, or a number is no finite one.
+// Reads every value once, since the parser checks a value only when it is read. Throws if the text
+// is no JSON or a number is not finite.
 void visit(ondemand::value value, int depth = 1) {
   constexpr int deepest = 64;
   if (depth > deepest) throw simdjson::simdjson_error(simdjson::DEPTH_ERROR);
@@ -45,7 +45,7 @@ void visit(ondemand::value value, int depth = 1) {
   }
 }
 
-template <class Object>  // an object, or a value that is one
+template <class Object>  // an object, or a value that holds one
 bool is_of_type(Object& object, std::string_view wanted) {
   std::string_view type;
   return object["type"].get_string().get(type) == simdjson::SUCCESS && type == wanted;
@@ -54,11 +54,11 @@ bool is_of_type(Object& object, std::string_view wanted) {
 std::string line_and_column(std::string_view text, std::size_t offset) {
   const std::string_view before = text.substr(0, offset);
   const auto line = 1 + std::count(before.begin(), before.end(), '\n');
-  const std::size_t line_start = before.rfind('\n') + 1;  // 0 where there is none
+  const std::size_t line_start = before.rfind('\n') + 1;  // 0 on the first line
   return std::to_string(line) + ":" + std::to_string(before.size() - line_start + 1);
 }
 
-// What is wrong with `text`, which the parser read up to `offset`, and where.
+// Says what is wrong with `text`, and where. The parser has read it up to `offset`.
 std::string describe_fault(simdjson::error_code error, std::string_view text, std::size_t offset) {
   if (error == simdjson::UTF8_ERROR) return ": no JSON: not in UTF-8";
   if (error == simdjson::UNESCAPED_CHARS) return ": no JSON: a control character in a string";
@@ -66,16 +66,16 @@ std::string describe_fault(simdjson::error_code error, std::string_view text, st
   if (error == simdjson::UNCLOSED_STRING || end == text.size()) {
     return ":" + line_and_column(text, text.size()) + ": no JSON: the file ends too early";
   }
-  constexpr std::size_t shortest = 1, longest = 40;  // a bracket is a word, too
+  constexpr std::size_t shortest = 1, longest = 40;  // at least a bracket
   const std::string word(text.substr(offset, std::clamp(end - offset, shortest, longest)));
   const std::string place = ":" + line_and_column(text, offset) + ": ";
   if (error == simdjson::DEPTH_ERROR) return place + "nested too deeply";
   if (error == simdjson::NUMBER_ERROR) return place + word + " is no finite number";
-  // The parser may have taken the word before for granted until it saw this one.
+  // The fault may be the word before: the parser may notice it only at this one.
   return place + "no JSON: can't make sense of '" + word + "', or of what stands before it";
 }
 
-// Walks the tree of a feature; `place` is the JSON pointer of where it is.
+// Reads the tree of a feature. Everywhere, `place` is the JSON pointer to the current value.
 class Reader {
  public:
   explicit Reader(const std::string& path) : path_(path) {}
@@ -87,7 +87,7 @@ class Reader {
       country_.name = name_of(json);
       ondemand::value geometry = member(json, "geometry", place);
       if (!geometry.is_null()) read_geometry(geometry, place + "/geometry");
-    } else if (type == "FeatureCollection") {  // without features, or these would be read
+    } else if (type == "FeatureCollection") {  // an empty one; those of others are read one by one
       array(member(json, "features", place), place + "/features");
     } else {
       read_geometry(json, place);

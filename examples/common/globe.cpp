@@ -9,7 +9,7 @@ namespace {
 
 constexpr double whole_turn = 360.0;
 
-// Returns how far to move what comes after a step, so that the step goes the short way round.
+// Returns how far to move the vertices after a step, so that the step goes the short way round.
 double turn_after(double step) {
   constexpr double rounding = 1e-6;
   const double length = std::abs(step);
@@ -34,7 +34,7 @@ void add_ring_of_globe(MapPolygons& polygons, std::vector<real_pt_t> ring) {
   }
 
   const real_pt_t first = ring.front();
-  double previous = first.x;  // as it was given
+  double previous = first.x;  // its longitude before any move
   double turn = 0.0;
   for (real_pt_t& p : ring) {
     turn += turn_after(p.x - previous);
@@ -47,8 +47,7 @@ void add_ring_of_globe(MapPolygons& polygons, std::vector<real_pt_t> ring) {
     return;
   }
 
-  // By now the ring can lie beyond the degrees in which the map repeats, as one from 350 to 710
-  // does.
+  // The ring may lie outside the range in which the map repeats, as one from 350 to 710 does.
   const double middle = first.x + turn / 2;
   const double shift = -whole_turn * std::round(middle / whole_turn);
   for (real_pt_t& p : ring) p.x += shift;

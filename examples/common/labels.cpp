@@ -1,6 +1,7 @@
 #include "common/labels.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 namespace example {
@@ -8,7 +9,6 @@ namespace example {
 namespace {
 
 constexpr double sizes[] = {1.0, 0.88, 0.77, 0.67, 0.58};  // of the largest
-constexpr double half_height = 0.36;                       // of capital letters, by size
 constexpr double room = 1.08;                              // of the text's width, to breathe
 constexpr int lines_tried = 16;
 
@@ -18,40 +18,57 @@ struct Span {
 
   double width() const { return right - left; }
 };
-using Spans = std::vector<Span>;  // from left to right, apart from each other
 
-/// Where a level line lies inside, by the even-odd rule.
-Spans spans_at(const DevicePolygons& outline, double y, double picture_width) {
-  std::vector<double> crossings;
+// What an edge covers of a level band.
+struct Block {
+  Span span;
+  bool crosses_middle;  // of the band
+};
+
+Block block_of(int_pt_t from, int_pt_t to, double top, double bottom) {
+  const auto x_at = [&](double y, int_pt_t end) {
+    if (from.y == to.y) return static_cast<double>(end.x);
+    return from.x + (y - from.y) / (to.y - from.y) * (to.x - from.x);
+  };
+  const double x = x_at(std::clamp<double>(from.y, top, bottom), from);
+  const double other_x = x_at(std::clamp<double>(to.y, top, bottom), to);
+  const double middle = (top + bottom) / 2.0;
+  return {{std::min(x, other_x), std::max(x, other_x)}, (from.y <= middle) != (to.y <= middle)};
+}
+
+// Returns the spans in which the whole band is inside, from left to right.
+//
+// Between the blocks of two edges nothing changes from top to bottom, so the crossings of the
+// middle line tell inside from outside.
+std::vector<Span> spans_inside(const DevicePolygons& outline, double top, double bottom,
+                               double picture_width) {
+  std::vector<Block> blocks;
   for_each_polygon(outline, [&](std::size_t first, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
       const int_pt_t from = outline.points[first + i];
       const int_pt_t to = outline.points[first + (i + 1) % count];
-      if ((from.y <= y) == (to.y <= y)) continue;
-      crossings.push_back(from.x + (y - from.y) / (to.y - from.y) * (to.x - from.x));
+      if (std::max(from.y, to.y) <= top || std::min(from.y, to.y) >= bottom) continue;
+      blocks.push_back(block_of(from, to, top, bottom));
     }
   });
-  std::sort(crossings.begin(), crossings.end());
-  Spans spans;
-  for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
-    spans.push_back({std::max(crossings[i], 0.0), std::min(crossings[i + 1], picture_width)});
+  std::sort(blocks.begin(), blocks.end(),
+            [](const Block& a, const Block& b) { return a.span.left < b.span.left; });
+  std::vector<Span> spans;
+  bool is_inside = false;
+  double last_right = -std::numeric_limits<double>::infinity();
+  for (const Block& block : blocks) {
+    if (is_inside && block.span.left > last_right) {
+      spans.push_back({std::max(last_right, 0.0), std::min(block.span.left, picture_width)});
+    }
+    last_right = std::max(last_right, block.span.right);
+    is_inside = is_inside != block.crosses_middle;
   }
   return spans;
 }
 
-Spans common_spans(const Spans& a, const Spans& b) {
-  Spans both;
-  for (std::size_t i = 0, j = 0; i < a.size() && j < b.size();) {
-    const Span span = {std::max(a[i].left, b[j].left), std::min(a[i].right, b[j].right)};
-    if (span.width() > 0.0) both.push_back(span);
-    a[i].right < b[j].right ? ++i : ++j;
-  }
-  return both;
-}
-
 }  // namespace
 
-std::optional<Label> place_label(const DevicePolygons& outline, double text_width_per_size,
+std::optional<Label> place_label(const DevicePolygons& outline, const TextBox& text,
                                  double picture_width, double largest) {
   const auto [highest, lowest] =
       std::minmax_element(outline.points.begin(), outline.points.end(),
@@ -59,17 +76,14 @@ std::optional<Label> place_label(const DevicePolygons& outline, double text_widt
   if (highest == outline.points.end()) return std::nullopt;
   for (const double share : sizes) {
     const double size = largest * share;
-    const double least_width = size * text_width_per_size * room;
+    const double least_width = size * text.width * room;
     double best = 0.0;
     std::optional<Label> label;
     for (int line = 1; line < lines_tried; ++line) {
       const double off_middle = 2.0 * line / lines_tried - 1.0;  // -1 to 1
       const double y = highest->y + (lowest->y - highest->y) * double(line) / lines_tried;
-      Spans spans = spans_at(outline, y, picture_width);
-      for (const double edge : {y - half_height * size, y + half_height * size}) {
-        spans = common_spans(spans, spans_at(outline, edge, picture_width));
-      }
-      for (const Span& span : spans) {
+      for (const Span& span :
+           spans_inside(outline, y - text.above * size, y + text.below * size, picture_width)) {
         const double merit = span.width() * (1.0 - off_middle * off_middle);
         if (span.width() < least_width || merit <= best) continue;
         best = merit;

@@ -23,7 +23,7 @@ ColorRGB colour_of(std::uint32_t pixel) {
   return colour;
 }
 
-// In ascending order. Most pixels have the colour of the one before.
+// Returns the colours in ascending order. Counts runs, since most pixels repeat the one before.
 std::vector<Use> colours_in(std::span<const std::uint32_t> pixels) {
   std::unordered_map<std::uint32_t, double> counts;
   for (std::size_t i = 0, run_start = 0; i < pixels.size(); run_start = i) {
@@ -42,7 +42,8 @@ double squared_distance(const ColorRGB& a, const ColorRGB& b) {
   return red * red + green * green + blue * blue;
 }
 
-// Pen 0 is left unset: a search never finds it, and a transform doesn't count it.
+// Puts the colours into the slots from 1 on. Slot 0 is unset, so no search finds it and no
+// transform counts it.
 ColorMap map_of(const std::vector<std::uint32_t>& pixels) {
   ColorMap map(static_cast<int>(pixels.size()) + 1, 255);
   map.colors[0].red = -1;
@@ -50,10 +51,11 @@ ColorMap map_of(const std::vector<std::uint32_t>& pixels) {
   return map;
 }
 
-// The commonest colour, and then again and again the one that is missed most: far from all pens
-// so far, and used often.
+// Chooses the commonest colour first, then repeatedly the one with the largest product of its count
+// and its squared distance from the closest pen so far.
 std::vector<std::uint32_t> pens_for(const std::vector<Use>& uses, int n_pens) {
-  std::vector<double> missed(uses.size(), 1.0);  // by one pixel of each colour
+  std::vector<double> missed(uses.size(),
+                             1.0);  // squared distance of each colour from the closest pen
   std::vector<std::uint32_t> pens;
   while (static_cast<int>(pens.size()) < n_pens) {
     std::size_t most = 0;
@@ -82,7 +84,7 @@ Pens::Pens(std::span<const std::uint32_t> pixels, int n_pens) : map_(0, 255) {
   reduction_ = look_up(colours);
 }
 
-// Takes the pens of colours that are new to `pen_of_`.
+// Finds the pens of colours that are not in `pen_of_`, and adds them.
 Reduction Pens::look_up(const std::vector<std::uint32_t>& colours) {
   ColorMap map = map_of(colours);
   ColorXfm to_pens(static_cast<int>(map.map_size));
@@ -105,7 +107,7 @@ Reduction Pens::look_up(const std::vector<std::uint32_t>& colours) {
 
 void Pens::apply(std::span<std::uint32_t> pixels) {
   std::vector<std::uint32_t> unknown;
-  std::uint32_t before = ~channels;  // no colour
+  std::uint32_t before = ~channels;  // which no pixel has
   for (const std::uint32_t pixel : pixels) {
     const std::uint32_t colour = pixel & channels;
     if (colour == before) continue;

@@ -1,4 +1,4 @@
-/// Pictures of few colours.
+/// Reduces a picture to few colours.
 #pragma once
 
 #include <zelvan/colour/color_map.h>
@@ -10,35 +10,34 @@
 
 namespace example {
 
-/// How well the pens stand for the colours: how many colours lie how far from theirs, by the
-/// rounded mean difference of the channels.
+/// Counts of colours by their distance from their pens: the mean difference of the three channels,
+/// rounded.
 struct Reduction {
-  unsigned int colours = 0;  ///< that the picture had
+  unsigned int colours = 0;  ///< of the picture before
   unsigned int exact = 0;
-  unsigned int within_3 = 0;  ///< from 1 on; the others go on from there
+  unsigned int within_3 = 0;  ///< 1 to 3; the next one starts at 4, and so on
   unsigned int within_7 = 0;
   unsigned int within_15 = 0;
   unsigned int within_31 = 0;
   unsigned int farther = 0;
 };
 
-/// A few of a picture's colours, those that would be missed most, and for every other colour the
-/// closest of them.
+/// A few colours chosen from a picture, and for every other colour the closest of them.
 ///
-/// Pixels hold three channels in their 24 low bits, in any order; the others play no part.
+/// A pixel holds three channels in its low 24 bits, in any order; the upper bits are ignored.
 class Pens {
  public:
   /// Chooses at most `n_pens`. Requires: `n_pens` above 0, at least one pixel.
   Pens(std::span<const std::uint32_t> pixels, int n_pens);
 
-  /// Puts the pens in the place of all colours, opaque, in the picture that they were chosen for
-  /// or any other.
+  /// Replaces each pixel by the closest pen, with the upper bits set (opaque). Works for any
+  /// picture.
   void apply(std::span<std::uint32_t> pixels);
 
-  /// The pens as pixels, the commonest first.
+  /// Returns the pens as pixels. The first is the commonest colour.
   const std::vector<std::uint32_t>& pixels() const { return pixels_; }
 
-  /// How well they stand for the colours of the picture that they were chosen for.
+  /// Returns the counts for the picture that the pens were chosen for.
   const Reduction& reduction() const { return reduction_; }
 
  private:
@@ -46,7 +45,7 @@ class Pens {
 
   std::vector<std::uint32_t> pixels_;
   ColorMap map_;
-  std::unordered_map<std::uint32_t, std::uint32_t> pen_of_;  ///< for the colours met so far
+  std::unordered_map<std::uint32_t, std::uint32_t> pen_of_;  ///< for each colour so far
   Reduction reduction_;
 };
 

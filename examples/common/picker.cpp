@@ -26,7 +26,7 @@ void Picker::find_odd(double x, double y, bool repeating_only) {
   }
 }
 
-// The last country that was found an odd number of times.
+// Returns the last country that stands in `odd_` an odd number of times.
 std::optional<std::size_t> Picker::top_country() {
   std::sort(odd_.begin(), odd_.end());
   while (!odd_.empty()) {
@@ -50,7 +50,7 @@ const std::string* Picker::name_of(std::optional<std::size_t> index) const {
 
 const std::string* Picker::at(double x, double y) { return name_of(index_at(x, y)); }
 
-// Where copies of a polygon overlap, they cancel out, as in the picture.
+// Copies of a polygon that overlap cancel out, as they do in the picture.
 const std::string* Picker::at_place(double longitude, double latitude) {
   prepare();
   find_odd(longitude, latitude, false);

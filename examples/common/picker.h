@@ -1,4 +1,4 @@
-/// Which country lies under a point?
+/// Finds the country under a point.
 #pragma once
 
 #include <zelvan/pick/pick_index.h>
@@ -13,12 +13,12 @@
 
 namespace example {
 
-/// Outlines that answer picks, in whatever coordinates they were added in.
+/// Outlines that answer picks, in the coordinates in which they were added.
 ///
-/// The rule is that of the picture: even-odd over all polygons of a country, so that a hole is a
-/// hole and what a ring winds about twice is outside, and of two countries the later is on top.
-/// The first pick after an addition prepares all outlines; each one after it is a matter of less
-/// than a microsecond.
+/// The rule is that of the picture: even-odd over all polygons of a country. So a hole is outside,
+/// and so is a region that a ring winds about twice. Where countries overlap, the later one is
+/// found. The first pick after an addition prepares all outlines; each later one takes less than a
+/// microsecond.
 class Picker {
  public:
   template <class Point>
@@ -37,15 +37,14 @@ class Picker {
     index_.reset();
   }
 
-  /// The country at the point, counted in the order in which they were added; nothing where there
-  /// is none.
+  /// Returns the index of the country at the point, in the order of addition, or nothing.
   std::optional<std::size_t> index_at(double x, double y);
 
-  /// Its name; null where there is none. The name is the picker's.
+  /// Returns the name of the country at the point, which the picker owns, or null.
   const std::string* at(double x, double y);
 
-  /// Returns the name of the country at a place of the globe, or null. Of outlines in
-  /// degrees, those a turn to the east or west of the place count as well.
+  /// Returns the name of the country at a place of the globe, or null. Outlines in degrees are also
+  /// found one turn to the east and to the west.
   const std::string* at_place(double longitude, double latitude);
 
  private:
@@ -63,7 +62,7 @@ class Picker {
   MapPolygons polygons_;         ///< of all countries
   std::vector<Origin> origins_;  ///< of each polygon
   std::optional<CPickIndex> index_;
-  std::vector<int> numbers_;      ///< room for those of all polygons
+  std::vector<int> numbers_;      ///< of polygons at the point; has room for all
   std::vector<std::size_t> odd_;  ///< a country for each time that a polygon covers the point
 };
 

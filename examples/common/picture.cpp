@@ -1,15 +1,18 @@
 #include "common/picture.h"
 
 #include "common/error.h"
-#include "common/file.h"
 #include "common/view.h"
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <new>
 #include <string_view>
 
 #include <cairo-svg.h>
+#include <unistd.h>
 
 namespace example {
 
@@ -21,7 +24,7 @@ bool ends_with_any_case(std::string path, std::string_view ending) {
   return path.ends_with(ending);
 }
 
-// No exception may pass through Cairo.
+// Cairo calls this. Cairo is C, so no exception may leave.
 cairo_status_t append_bytes(void* bytes, const unsigned char* data, unsigned length) {
   try {
     static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
@@ -31,17 +34,35 @@ cairo_status_t append_bytes(void* bytes, const unsigned char* data, unsigned len
   }
 }
 
+constexpr const char* no_type = ": the name of a picture ends in .png or .svg";
+
+bool is_picture(const std::string& path) {
+  return ends_with_any_case(path, ".png") || is_svg(path);
+}
+
 void set_colour(cairo_t* context, const ColorRGB& colour) {
   cairo_set_source_rgb(context, colour.red / 255.0, colour.green / 255.0, colour.blue / 255.0);
 }
 
 }  // namespace
 
+bool is_svg(const std::string& path) { return ends_with_any_case(path, ".svg"); }
+
+void check_picture_path(const std::string& path) {
+  if (!is_picture(path)) throw Error(path + no_type);
+  if (std::filesystem::is_directory(path)) {
+    throw Error(path + ": can't be written: a folder has this name");
+  }
+  std::filesystem::path folder = std::filesystem::path(path).parent_path();
+  if (folder.empty()) folder = ".";
+  if (access(folder.c_str(), W_OK | X_OK) == 0) return;
+  const std::string reason = std::strerror(errno);
+  throw Error(path + ": can't be written: folder " + folder.string() + ": " + reason);
+}
+
 Picture::Picture(const std::string& path, int pixels_wide, int pixels_high, ColorRGB background)
     : path_(path), is_png_(ends_with_any_case(path, ".png")) {
-  if (!is_png_ && !ends_with_any_case(path, ".svg")) {
-    throw Error(path + ": the name of a picture ends in .png or .svg");
-  }
+  if (!is_picture(path)) throw Error(path + no_type);
   surface_.reset(is_png_ ? cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels_wide, pixels_high)
                          : cairo_svg_surface_create_for_stream(append_bytes, &bytes_, pixels_wide,
                                                                pixels_high));
@@ -73,7 +94,7 @@ void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double wid
     const auto is_visible = [&](std::size_t i) {
       return polygons.edge_flags[first + i % count] % 2 == 1;  // 1 and 3
     };
-    // From an invisible edge on, if there is one: no line is cut where its polygon begins.
+    // Starts after an invisible edge, if there is one, so that no line is cut at the first vertex.
     std::size_t start = 0;
     while (start < count && is_visible(start)) ++start;
     bool pen_is_down = false;
@@ -96,7 +117,7 @@ void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double wid
 }
 
 void Picture::write(const std::string& text, const Label& label, const Font& font) {
-  constexpr double capital_height = 0.72, rim = 0.22;  // by size
+  constexpr double rim = 0.22;  // of the size
   cairo_t* const context = context_.get();
   cairo_set_font_face(context, font.face());
   cairo_set_font_size(context, label.size);
@@ -107,7 +128,7 @@ void Picture::write(const std::string& text, const Label& label, const Font& fon
   cairo_set_line_width(context, rim * label.size);
   cairo_stroke_preserve(context);
   cairo_set_source_rgb(context, 0.15, 0.15, 0.2);
-  cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);  // letters of one text may touch
+  cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);  // letters may overlap
   cairo_fill(context);
   cairo_set_fill_rule(context, CAIRO_FILL_RULE_EVEN_ODD);
 }
@@ -122,7 +143,7 @@ std::span<std::uint32_t> Picture::pixels() {
   return {reinterpret_cast<std::uint32_t*>(data), static_cast<std::size_t>(bytes) / 4};
 }
 
-void Picture::save() {
+const std::string& Picture::finish() {
   const cairo_status_t drawn = cairo_status(context_.get());
   context_.reset();
   cairo_status_t written = CAIRO_STATUS_SUCCESS;
@@ -136,7 +157,7 @@ void Picture::save() {
     if (status == CAIRO_STATUS_SUCCESS) continue;
     throw Error(path_ + ": can't be drawn: " + cairo_status_to_string(status));
   }
-  write_file(path_, bytes_);
+  return bytes_;
 }
 
 }  // namespace example

@@ -7,7 +7,7 @@ namespace example {
 
 namespace {
 
-// A polygon of the set as the library takes it. The library only reads it.
+// Makes a record of one polygon for the library, which only reads it.
 drw_pset_t part_of(const MapPolygons& set, std::size_t first, std::size_t count) {
   return {static_cast<int>(count), const_cast<real_pt_t*>(set.points.data() + first),
           const_cast<int*>(set.edge_flags.data() + first)};
@@ -19,10 +19,11 @@ void resize(Polygons<Point>& set, std::size_t size) {
   set.edge_flags.resize(size);
 }
 
-// Appends what of `source` lies in `frame`. The room for it is kept from one polygon to the next.
+// Appends the part of `source` inside `frame`. `room` is reused from polygon to polygon.
 void append_clipped(drw_pset_t source, real_rect_t frame, ClipSet clip, MapPolygons& room,
                     MapPolygons& out) {
-  const std::size_t most = 5 * static_cast<std::size_t>(source.n_points) + 4;  // for either
+  const std::size_t most =
+      5 * static_cast<std::size_t>(source.n_points) + 4;  // vertices that either operation writes
   if (room.points.size() < most) resize(room, most);
   drw_pset_t target = {0, room.points.data(), room.edge_flags.data()};
   clip(&source, &target, &frame);
@@ -39,7 +40,7 @@ bool comes_before(const real_pt_t& a, const real_pt_t& b) {
   return a.x != b.x ? a.x < b.x : a.y < b.y;
 }
 
-// How many vertices of a polygon are still there after clipping.
+// Counts the vertices of a polygon that clipping has kept.
 std::ptrdiff_t count_kept(std::vector<real_pt_t> before, std::vector<real_pt_t> after) {
   if (after.empty()) return 0;
   const auto is_same = [](real_pt_t a, real_pt_t b) { return a.x == b.x && a.y == b.y; };
@@ -68,12 +69,12 @@ MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& t
     const std::size_t old_size = out.points.size();
     std::vector<real_pt_t> after;
     for (int turn = turns.first; turn <= turns.last; ++turn) {
-      // The view goes to the polygon, not the polygon to the view: what is kept stays exact.
+      // Moves the view, not the polygon: so kept vertices stay exact.
       real_rect_t frame = view.frame();
       move_east(frame.corners, frame.corners + 4, -360.0 * turn);
       const std::size_t turn_start = out.points.size();
       append_clipped(polygon, frame, clip, room, out);
-      // After clipping, of which one operation can let a lone invisible edge change places.
+      // Only after clipping: ClipPolygonSet can move a lone invisible flag to another edge.
       hide_cuts(out, turn_start);
       real_pt_t* const piece = out.points.data() + turn_start;
       real_pt_t* const piece_end = out.points.data() + out.points.size();

@@ -12,16 +12,16 @@ View::View(const ViewSettings& settings) : settings_(settings) {
   const double wide = static_cast<double>(settings.pixels_wide) * units_per_pixel;
   const double high = static_cast<double>(settings.pixels_high) * units_per_pixel;
   const double scale = wide / settings.width;
-  // A degree of longitude shrinks with the cosine of the latitude, down to nothing at a pole.
+  // A degree of longitude shrinks with the cosine of the latitude, to nothing at a pole.
   constexpr double least_shrinking = 0.1;
   const double shrinking = std::cos(settings.centre_latitude * std::numbers::pi / 180.0);
 
-  Mtx2D placed;  // the centre of the view at the centre of the picture, y still up
+  Mtx2D placed;  // moves the centre of the view to the origin, y still up
   placed.SetXfm(settings.centre_longitude, settings.centre_latitude, Mtx2DOrientNone, scale,
                 scale / std::max(shrinking, least_shrinking), 0.0, 0.0);
   placed.Rotate(settings.rotation, Mtx2DRotateLast);
   placed.Translate(wide / 2.0, high / 2.0);
-  Mtx2D flip;  // by itself: the flip of a matrix that turns or moves y would lose that
+  Mtx2D flip;  // a matrix of its own: flipping one that turns or moves y loses the turn or move
   flip.InvertYAxis(high);
   to_device_ = placed * flip;
   to_map_ = to_device_.Invert();
@@ -31,9 +31,9 @@ View::View(const ViewSettings& settings) : settings_(settings) {
   to_map_.XfmRect(&picture, &bounds);
   west_ = bounds.corners[0].x;
   east_ = bounds.corners[2].x;
-  // Data end just where a view of the whole world does, and clipping would have to decide for
-  // outlines that run along the frame. It gets one that is a little larger: by less than half
-  // a device unit, so that what lies between is rounded onto the frame of the picture.
+  // The data end exactly where a view of the whole world ends, and outlines along a frame are a
+  // hard case for clipping. So the frame is larger than the picture, by less than half a device
+  // unit: vertices in between are rounded onto the edge of the picture.
   constexpr double margin = 0.3;
   real_pt_t corners[] = {{-margin, high + margin},
                          {-margin, -margin},
@@ -58,7 +58,7 @@ std::optional<int_pt_t> View::pixel_of(real_pt_t place) const {
     real_pt_t moved = {place.x + 360.0 * turn, place.y};
     real_pt_t device;
     to_device.RealXfmPt(&moved, &device);
-    if (!(std::abs(device.x) < 1e9 && std::abs(device.y) < 1e9)) continue;  // would not fit
+    if (!(std::abs(device.x) < 1e9 && std::abs(device.y) < 1e9)) continue;  // would not fit an int
     const int_pt_t pixel = {static_cast<int>(std::floor(device.x / units_per_pixel)),
                             static_cast<int>(std::floor(device.y / units_per_pixel))};
     if (contains(pixel)) return pixel;
@@ -73,7 +73,7 @@ bool View::contains(int_pt_t pixel) const {
 
 View::Turns View::turns_between(double west, double east) const {
   if (!is_longitude(west) || !is_longitude(east)) return {};
-  // What only touches the view is not worth a turn, and rounding must not make it one.
+  // An outline that only touches the view needs no turn, and rounding must not add one.
   constexpr double touch = 1e-6;
   const int first = static_cast<int>(std::ceil((west_ + touch - east) / 360.0));
   const int last = static_cast<int>(std::floor((east_ - touch - west) / 360.0));

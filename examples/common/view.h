@@ -1,4 +1,4 @@
-/// What part of the map is shown, and how large.
+/// The part of the map that a picture shows, and its scale.
 #pragma once
 
 #include <zelvan/transforms/mtx2d.h>
@@ -9,11 +9,11 @@
 
 namespace example {
 
-/// Device units are eighths of a pixel: finer than the eye, so that outlines keep their shape,
-/// and the centre of a pixel is a device point.
+/// Device units for each pixel: so fine that rounding does not show, and even, so that the centre
+/// of a pixel is a device point.
 inline constexpr int units_per_pixel = 8;
 
-/// What a user says about a view. Requires: finite values, sizes above zero.
+/// The options of a view. Requires: finite values, sizes above zero.
 struct ViewSettings {
   double centre_longitude = 0.0;
   double centre_latitude = 0.0;
@@ -23,36 +23,38 @@ struct ViewSettings {
   int pixels_high = 800;
 };
 
-/// The transform between map and picture, both ways.
+/// The transform between map and picture, in both directions.
 ///
-/// Longitude and latitude are drawn as x and y, latitudes stretched so that shapes are true at
+/// Longitude and latitude are drawn as x and y. Latitudes are stretched so that shapes are true at
 /// the centre of the view.
 class View {
  public:
   explicit View(const ViewSettings& settings);
 
-  /// From degrees to device units; y runs down from the top left corner.
+  /// Returns the map from degrees to device units; y runs down from the top left corner.
   Mtx2D to_device() const { return to_device_; }
 
-  /// The rectangle to clip to, in degrees, turned as the view is. What lies inside is inside
-  /// the picture once it is rounded to device units.
+  /// Returns the rectangle to clip to, in degrees, turned as the view is. A point inside it lies in
+  /// the picture after it is rounded to device units.
   real_rect_t frame() const { return frame_; }
 
-  /// The longitude and latitude at the centre of a pixel.
+  /// Returns the longitude and latitude at the centre of a pixel.
   real_pt_t place_of(int_pt_t pixel) const;
 
-  /// The pixel that shows a place, if any does.
+  /// Returns the pixel that shows a place, or nothing.
   std::optional<int_pt_t> pixel_of(real_pt_t place) const;
 
   /// True for a pixel of the picture.
   bool contains(int_pt_t pixel) const;
 
-  /// The map repeats every 360 degrees. Counts the turns, from `first` to `last`, by which
-  /// what lies between two longitudes can be moved to meet the view; just 0 where none does.
+  /// Whole turns about the globe, from `first` to `last`.
   struct Turns {
     int first = 0;
     int last = 0;
   };
+
+  /// Returns the turns by which an outline between two longitudes must be moved to meet the view,
+  /// since the map repeats every 360 degrees. Returns the turn 0 if no turn meets it.
   Turns turns_between(double west, double east) const;
 
  private:
@@ -60,7 +62,7 @@ class View {
   Mtx2D to_device_;
   Mtx2D to_map_;
   real_rect_t frame_;
-  double west_;  ///< smallest and largest longitude of the frame
+  double west_;  ///< the smallest and largest longitude in the picture
   double east_;
 };
 

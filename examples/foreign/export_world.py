@@ -3,7 +3,7 @@
 
     ./export_world.py ../mapview/data/world.geojson world.outlines
 
-Letters with accents lose them, as the characters of such machines have none.
+Accents are dropped: names are written in the letters from A to Z.
 """
 import json
 import math
@@ -14,7 +14,7 @@ import unicodedata
 
 def text(string, size):
     plain = unicodedata.normalize("NFKD", string).encode("ascii", "ignore").decode()
-    return plain[:size].ljust(size).encode("cp037")  # right for letters, digits and what names have
+    return plain[:size].ljust(size).encode("cp037")  # EBCDIC; right for letters, digits and the punctuation of names
 
 
 def number(value):

@@ -23,16 +23,16 @@ constexpr unsigned short double_precision = 0xB8;
 constexpr int ibm_to_ieee = 16;
 constexpr std::size_t coordinate_size = sizeof(double);
 
-// Goes through the bytes once, from the first to the last.
+// Reads the bytes once, from the first to the last.
 class Reader {
  public:
   explicit Reader(const std::string& path) : path_(path), bytes_(read_file(path)) {}
 
   std::vector<Country> read() {
-    if (read_text(8) != "OUTLINES") fail(0, "no file of outlines");
+    if (read_text(8) != "OUTLINES") fail(0, "no file of outlines: it does not begin with OUTLINES");
     std::vector<Country> world;
     std::uint32_t left = read_count();
-    if (left == 0) fail(8, "no countries in it");
+    if (left == 0) fail(8, "the file has no countries");
     for (; left > 0; --left) {
       Country country{read_text(40), {}};
       for (std::uint32_t rings = read_count(); rings > 0; --rings) {
@@ -41,7 +41,7 @@ class Reader {
       }
       world.push_back(std::move(country));
     }
-    if (at_ != bytes_.size()) fail(at_, "the outlines end here, but the file goes on");
+    if (at_ != bytes_.size()) fail(at_, "the outlines end here, but the file continues");
     return world;
   }
 
@@ -50,7 +50,7 @@ class Reader {
     throw Error(path_ + ": at byte " + std::to_string(place) + ": " + what);
   }
 
-  // The next `size` bytes.
+  // Returns the next `size` bytes.
   const char* take(std::size_t size) {
     const std::size_t left = bytes_.size() - at_;
     if (size > left) {
@@ -60,14 +60,15 @@ class Reader {
     return bytes_.data() + at_ - size;
   }
 
-  // Text without the blanks that fill it up.
+  // Returns the next text, without the blanks at its end.
   std::string read_text(unsigned short size) {
     const std::size_t start = at_;
     std::string text(size, '\0');
     tra_convert_charset(TRA_EBCDIC_TO_ASCII, size, take(size), text.data());
     const auto wrong = std::find_if(text.begin(), text.end(), [](char c) { return c < ' '; });
     if (wrong != text.end()) {
-      fail(start + static_cast<std::size_t>(wrong - text.begin()), "no character of EBCDIC text");
+      fail(start + static_cast<std::size_t>(wrong - text.begin()),
+           "a byte that is no character of EBCDIC text");
     }
     return text.substr(0, text.find_last_not_of(' ') + 1);
   }
@@ -79,8 +80,8 @@ class Reader {
     return count;
   }
 
-  // The next polygon, into `ring_`. A count that can't be true is found before memory is asked
-  // for.
+  // Reads the next polygon into `ring_`. A count that the file is too short for fails before any
+  // memory is allocated.
   void read_ring() {
     const std::size_t start = at_;
     const std::size_t count = read_count();
@@ -88,7 +89,7 @@ class Reader {
     const char* from = take(count * 2 * coordinate_size);
     ring_.resize(count);
     char* to = reinterpret_cast<char*>(ring_.data());
-    constexpr std::size_t longest = 65535;  // numbers in one conversion
+    constexpr std::size_t longest = 65535;  // count that one call takes
     for (std::size_t left = 2 * count; left > 0;) {
       const auto piece = static_cast<unsigned short>(std::min(left, longest));
       tra_convert_flpt(ibm_to_ieee, double_precision, piece, from, to);
@@ -100,13 +101,15 @@ class Reader {
     check_ring(start + sizeof(std::uint32_t));
   }
 
-  // The limit keeps products of coordinates far from infinity; a NaN is beyond it, too.
+  // The limit keeps products of coordinates far from infinity. It refuses a NaN, too.
   void check_ring(std::size_t start) const {
     constexpr double farthest = 1e9;
     for (std::size_t i = 0; i < ring_.size(); ++i) {
       const std::size_t place = start + 2 * i * coordinate_size;
-      if (!(std::abs(ring_[i].x) <= farthest)) fail(place, "no longitude");
-      if (!(std::abs(ring_[i].y) <= farthest)) fail(place + coordinate_size, "no latitude");
+      if (!(std::abs(ring_[i].x) <= farthest))
+        fail(place, "a longitude that is no number or too large");
+      if (!(std::abs(ring_[i].y) <= farthest))
+        fail(place + coordinate_size, "a latitude that is no number or too large");
     }
   }
 

@@ -1,7 +1,7 @@
 /// Countries from an export file of a mainframe.
 ///
-/// Everything in it is big-endian: whole numbers of 4 bytes, IBM floating point of 8 bytes, text
-/// in EBCDIC filled up with blanks.
+/// All numbers are big-endian: whole numbers of 4 bytes, IBM floating point of 8 bytes. Text is in
+/// EBCDIC and padded with blanks.
 ///
 ///     the word OUTLINES             8 bytes of text
 ///     how many countries            a whole number, then for each
@@ -10,7 +10,7 @@
 ///         how many vertices         a whole number, then for each
 ///           longitude, latitude     two floating-point numbers, in degrees
 ///
-/// The first vertex of a polygon is not repeated at its end, and a hole is one more polygon.
+/// The first vertex of a polygon is not repeated at its end. A hole is one more polygon.
 #pragma once
 
 #include "common/countries.h"
@@ -19,12 +19,14 @@
 
 namespace example {
 
-/// Reads such a file. Throws `Error`, which names the file and the byte, for one that can't be
-/// read, ends too early or goes on too long, for text that is none, for a polygon of fewer than
-/// three vertices, and for a coordinate that is no number or beyond a thousand million.
+/// Reads such a file.
+///
+/// Throws `Error`, which names the file and the byte, if the file can't be read, ends too early or
+/// continues after the last country, if a text has a byte that is no EBCDIC character, if a polygon
+/// has fewer than three vertices, or if a coordinate is no number or beyond a thousand million.
 std::vector<Country> read_outlines(const std::string& path);
 
-/// The path of the shipped world in this form.
+/// Returns the path of the world in this form, which the build makes.
 std::string shipped_outlines();
 
 }  // namespace example

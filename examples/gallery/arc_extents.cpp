@@ -1,5 +1,5 @@
-// Arcs by the quadrants of their ends, with their boxes: what of a box lies on the circle, and
-// what on an end.
+// Arcs from each quadrant to each, with their boxes. A side of a box lies on the circle or passes
+// through an end of the arc.
 
 #include "gallery/pages.h"
 
@@ -17,7 +17,7 @@ real_pt_t on_circle(double degrees) {
   return {radius * std::cos(angle), radius * std::sin(angle)};
 }
 
-// A side of a box: blue on the circle, orange through an end.
+// Draws a side of a box: blue if it lies on the circle, orange if it passes through an end.
 void draw_side(Panel& panel, real_pt_t from, real_pt_t to, double where) {
   const bool is_on_circle = std::fabs(where) == radius;
   panel.stroke({from, to}, {is_on_circle ? blue : orange, 1.6});

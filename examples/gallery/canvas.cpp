@@ -2,6 +2,9 @@
 
 #include "common/error.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <numbers>
 
 namespace gallery {
@@ -15,7 +18,7 @@ constexpr double no_caption_height = 10.0;
 constexpr double text_inset = 12.0;
 
 void set_colour(cairo_t* context, Colour c) {
-  cairo_set_source_rgba(context, c.red, c.green, c.blue, c.cover);
+  cairo_set_source_rgba(context, c.red, c.green, c.blue, c.opacity);
 }
 
 }  // namespace
@@ -100,12 +103,15 @@ void Canvas::unclip() { cairo_restore(context_.get()); }
 
 void Canvas::save(const std::string& path) {
   cairo_status_t status = cairo_status(context_.get());
+  errno = 0;
   if (status == CAIRO_STATUS_SUCCESS) {
     status = cairo_surface_write_to_png(surface_.get(), path.c_str());
   }
-  if (status != CAIRO_STATUS_SUCCESS) {
-    throw example::Error(path + ": can't be written: " + cairo_status_to_string(status));
-  }
+  if (status == CAIRO_STATUS_SUCCESS) return;
+  const std::string reason = errno != 0 ? std::strerror(errno) : cairo_status_to_string(status);
+  if (status == CAIRO_STATUS_WRITE_ERROR)
+    std::remove(path.c_str());  // what a full disk has cut short
+  throw example::Error(path + ": can't be written: " + reason);
 }
 
 Panel::Panel(Canvas& canvas, double left, double top, double width, double height, real_pt_t centre,

@@ -1,4 +1,4 @@
-/// A page of the gallery under construction, and panels of drawings on it.
+/// A page of the gallery while it is drawn, and panels on it.
 #pragma once
 
 #include <zelvan/zelvan.h>
@@ -11,14 +11,14 @@
 
 namespace gallery {
 
-/// A colour of three channels from 0 to 1, and how much it covers.
+/// A colour: three channels and an opacity, each from 0 to 1.
 struct Colour {
   double red, green, blue;
-  double cover = 1.0;
+  double opacity = 1.0;
 };
 
-/// The colours of all pages: what a page shows in `blue`, and what it sets against that in
-/// `orange`, the rest in greys.
+/// The colours of all pages: the subject in `blue`, what it is compared with in `orange`, the rest
+/// in greys.
 inline constexpr Colour ink = {0.13, 0.16, 0.20};
 inline constexpr Colour grey = {0.45, 0.50, 0.56};
 inline constexpr Colour hairline = {0.84, 0.86, 0.89};
@@ -36,11 +36,11 @@ struct Stroke {
 
 using Points = std::vector<real_pt_t>;
 
-/// Where a text stands to its point.
+/// Which part of a text lies at its point.
 enum class Align { left, centre, right };
 
-/// A white page in points from the upper left corner, y down, drawn with three pixels to two
-/// points.
+/// A white page. Coordinates are in points from the upper left corner, y down; two points are three
+/// pixels.
 class Canvas {
  public:
   Canvas(int width, int height);
@@ -48,26 +48,27 @@ class Canvas {
   double width() const { return width_; }
   double height() const { return height_; }
 
-  /// Draws the outline through `points`, closed if asked.
+  /// Draws a line through `points`; with `is_closed`, back to the first.
   void stroke(const Points& points, const Stroke& stroke, bool is_closed = false);
 
-  /// The same for many lines, as one path: where they meet nothing is painted twice.
+  /// Draws many lines as one path, so that a place where they meet is painted once.
   void stroke_all(const std::vector<Points>& lines, const Stroke& stroke);
 
   /// Fills the polygons by the even-odd rule.
   void fill(const std::vector<Points>& polygons, Colour colour);
 
-  /// A disc; with `is_hollow`, only its rim.
+  /// Draws a disc; with `is_hollow`, a white one with a rim.
   void dot(real_pt_t centre, double radius, Colour colour, bool is_hollow = false);
 
+  /// Draws a text whose base line starts, is centred or ends at a point.
   void text(real_pt_t at, const std::string& what, Colour colour, double size = 11.0,
             Align align = Align::left, bool is_bold = false);
 
-  /// Keeps everything that follows inside the box, until `unclip`.
+  /// Draws nothing outside the box, until `unclip`.
   void clip(real_pt_t corner, real_pt_t opposite);
   void unclip();
 
-  /// Writes a PNG. Throws `example::Error` when that fails.
+  /// Writes a PNG. Throws `example::Error` if that fails.
   void save(const std::string& path);
 
  private:
@@ -84,20 +85,19 @@ class Canvas {
   std::unique_ptr<cairo_t, Release> context_;
 };
 
-/// A drawing in a box of the page, with a title over it and a caption below it. Everything is
-/// given in drawing units, y up, and mapped to the page by an `Mtx2D`.
+/// A drawing in a box of the page, with a title above it and a caption below it. Coordinates are
+/// in drawing units, y up; an `Mtx2D` maps them to the page.
 class Panel {
  public:
-  /// The box with its upper left corner at (`left`, `top`) shows drawing units around `centre`,
-  /// `span` of them across its width. Title and caption take room within the box; an empty caption
-  /// takes little.
+  /// Draws the box, with its upper left corner at (`left`, `top`), its title and its caption. It
+  /// will show the drawing around `centre`, `span` drawing units wide.
   Panel(Canvas& canvas, double left, double top, double width, double height, real_pt_t centre,
         double span, const std::string& title, const std::string& caption);
   ~Panel();
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
-  /// The drawing units that the panel shows.
+  /// Return two opposite corners of the part of the drawing that the panel shows.
   real_pt_t low() const { return low_; }
   real_pt_t high() const { return high_; }
 
@@ -107,10 +107,10 @@ class Panel {
   void dot(real_pt_t centre, double radius, Colour colour, bool is_hollow = false);
   void text(real_pt_t at, const std::string& what, Colour colour, Align align = Align::left);
 
-  /// The box from `min` to `max`.
+  /// Draws the outline of the box from `min` to `max`.
   void box(real_pt_t min, real_pt_t max, const Stroke& stroke);
 
-  /// The two axes through the origin.
+  /// Draws the two axes through the origin.
   void axes();
 
  private:
@@ -123,7 +123,7 @@ class Panel {
   real_pt_t low_, high_;
 };
 
-/// Cells of equal size, counted in reading order.
+/// Cells of equal size on a page, numbered from left to right and then down.
 struct Grid {
   int columns;
   double cell_width, cell_height, gap, margin;

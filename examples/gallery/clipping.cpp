@@ -1,4 +1,5 @@
-// A polygon set clipped to a turned view: what comes in, what comes out, which edges stay visible.
+// A polygon set before and after it is clipped to a turned view, with its visible and invisible
+// edges.
 
 #include "gallery/pages.h"
 #include "gallery/polygon_set.h"

@@ -1,5 +1,5 @@
-// Where cutting a polygon into rings ends, and clipping to a view goes on: a polygon around the
-// view, and one with a vertex just on its side.
+// Two polygons that ClipPolygonSet loses and ClipPolygonSetToView keeps: one around the view, and
+// one with a vertex exactly on its side.
 
 #include "gallery/pages.h"
 #include "gallery/polygon_set.h"
@@ -26,7 +26,7 @@ void draw_row(Canvas& canvas, const Grid& grid, int row, const Points& polygon, 
     std::string title, caption;
     PolygonSet kept;
   } columns[] = {
-      {title, "the view is the frame", set},
+      {title, "orange: the view", set},
       {"ClipPolygonSet", "", clipped(set, view, ClipPolygonSet)},
       {"ClipPolygonSetToView", "", clipped(set, view, ClipPolygonSetToView)},
   };
@@ -46,7 +46,7 @@ void draw(Canvas& canvas) {
   draw_row(canvas, grid, 0, {{-1, -1}, {30, -1}, {-1, 30}}, {14.5, 14.5}, 52.0,
            "A polygon around the view");
   draw_row(canvas, grid, 1, {{0, 5}, {11, 1}, {1, 9}}, {5.5, 5.0}, 18.0,
-           "A vertex just on its side");
+           "A vertex on the side of the view");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Conic arcs: the whole curve, the arc with its samples, and the box made of them.
+// Conic arcs: the whole curve, the arc, its samples, and the box of these samples.
 
 #include "gallery/contour.h"
 #include "gallery/pages.h"
@@ -10,7 +10,7 @@ namespace gallery {
 
 namespace {
 
-// The samples that distances and extents take, through the public functions.
+// Computes the samples that distances and extents use.
 template <class Form>
 Points points_at(Form* form, void (*point_at)(Form*, double, real_pt_t*), int count,
                  double length) {
@@ -69,7 +69,7 @@ void draw_conic(Canvas& canvas, const Grid& grid, int cell, const char* title, u
 
 void draw(Canvas& canvas) {
   const Grid grid = {3, 280.0, 270.0, 12.0, 12.0};
-  // (u / 3.4)^2 + (v / 1.7)^2 = 1 in a frame turned by 30 degrees, from one end to another
+  // (u / 3.4)^2 + (v / 1.7)^2 = 1 in axes turned by 30 degrees
   const double p = 1.0 / (3.4 * 3.4), q = 1.0 / (1.7 * 1.7);
   const double c = std::sqrt(0.75), s = 0.5;
   const auto turned = [&](double u, double v) -> real_pt_t {

@@ -7,7 +7,7 @@ std::vector<Points> contour(const std::function<double(real_pt_t)>& value, doubl
   const auto node = [&](int i, int j) -> real_pt_t {
     return {low.x + (high.x - low.x) * i / cells, low.y + (high.y - low.y) * j / cells};
   };
-  std::vector<double> above;  // by how much each node is over the level, in rows
+  std::vector<double> above;  // value minus level at each node, row by row
   for (int j = 0; j <= cells; ++j) {
     for (int i = 0; i <= cells; ++i) above.push_back(value(node(i, j)) - level);
   }

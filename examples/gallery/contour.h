@@ -1,4 +1,4 @@
-/// Lines along which a function of the plane has one value.
+/// Contour lines of a function of the plane.
 #pragma once
 
 #include "gallery/canvas.h"
@@ -7,8 +7,9 @@
 
 namespace gallery {
 
-/// Short segments of the line where `value` is `level`, between `low` and `high`, found on a
-/// grid of so many cells in each direction (marching squares).
+/// Returns short segments of the line where `value` is `level`, in the box from `low` to `high`.
+///
+/// The method is marching squares, on a grid of `cells` by `cells`.
 std::vector<Points> contour(const std::function<double(real_pt_t)>& value, double level,
                             real_pt_t low, real_pt_t high, int cells = 200);
 

@@ -1,4 +1,4 @@
-// Lines of equal distance: the estimate beside the truth.
+// Lines of equal distance: the estimate and the true distance.
 
 #include "gallery/contour.h"
 #include "gallery/pages.h"

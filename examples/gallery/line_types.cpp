@@ -1,4 +1,4 @@
-// The 13 line types that every list starts with: one line of each, and its fragments.
+// The 13 built-in line types: a line of each, and its fragments.
 
 #include "gallery/pages.h"
 
@@ -11,9 +11,9 @@ namespace {
 constexpr int n_built_in = 13;
 constexpr double margin = 24.0, row_height = 30.0, head_height = 40.0;
 constexpr double line_left = 70.0, line_right = 560.0, fragments_left = 590.0, sum_right = 856.0;
-constexpr double points_per_unit = 0.2;  // so that the longest pattern is seen five times over
+constexpr double points_per_unit = 0.2;  // so that a line shows the longest pattern five times
 
-// The dashes of a line from `left` to `right`: the fragments, over and over.
+// Returns the dashes of a line from `left` to `right`: the pattern, repeated.
 std::vector<Points> dashes(CLineTypeDefPattern pattern, double left, double right, double y) {
   if (pattern.GetNumFragments() == 1) return {{{left, y}, {right, y}}};
   std::vector<Points> result;
@@ -47,7 +47,7 @@ void draw(Canvas& canvas) {
   title(sum_right, "sum", Align::right);
   for (int i = 0; i < n_built_in; ++i) {
     CLineTypeDefinition* line_type = line_types.GetDefinition(static_cast<unsigned>(i) + 1);
-    if (line_type == nullptr) continue;  // there was no memory for it
+    if (line_type == nullptr) continue;  // the list had no memory for it
     CLineTypeDefPattern pattern = line_type->GetPattern();
     const double top = head_height + i * row_height, middle = top + row_height / 2.0;
     canvas.stroke({{margin, top}, {sum_right, top}}, {hairline, 1.0});

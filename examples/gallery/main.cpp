@@ -1,4 +1,4 @@
-// gallery draws the pictures of the guide: one page for each idea, each a PNG in a folder.
+// gallery draws the pictures of the guide, each as a PNG in a folder.
 
 #include "common/error.h"
 #include "gallery/pages.h"
@@ -8,7 +8,10 @@
 #include <exception>
 #include <filesystem>
 #include <span>
+#include <string>
 #include <string_view>
+#include <system_error>
+#include <vector>
 
 namespace {
 
@@ -26,11 +29,19 @@ const Page& page_of_name(std::string_view name) {
   for (const Page* page : gallery::pages()) {
     if (page->name == name) return *page;
   }
-  throw example::Error("no page is called " + std::string(name));
+  throw example::Error("no page '" + std::string(name) +
+                       "'; the pages are listed by gallery --help");
+}
+
+void make_folder(const std::filesystem::path& folder) {
+  if (folder.empty()) throw example::Error("the folder's name is empty; see gallery --help");
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) throw example::Error(folder.string() + ": can't be made: " + error.message());
 }
 
 void print_usage(std::FILE* out) {
-  std::fputs("usage: gallery FOLDER [PAGE...]\n\nDraws the pages (or all) as FOLDER/PAGE.png:\n",
+  std::fputs("usage: gallery FOLDER [PAGE...]\n\nDraws these pages, or all, as FOLDER/PAGE.png:\n",
              out);
   for (const Page* page : gallery::pages()) std::fprintf(out, "  %s\n", page->name);
 }
@@ -40,17 +51,18 @@ void print_usage(std::FILE* out) {
 int main(int argc, char** argv) {
   const std::span<char*> arguments(argv + 1, argv + argc);
   if (arguments.empty() || arguments[0][0] == '-') {
-    const bool asked = !arguments.empty() && arguments[0] == std::string_view("--help");
-    print_usage(asked ? stdout : stderr);
-    return asked ? 0 : 2;
+    const std::string_view option = arguments.empty() ? "" : arguments[0];
+    const bool is_asked = option == "--help" || option == "-h";
+    print_usage(is_asked ? stdout : stderr);
+    return is_asked ? 0 : 2;
   }
   try {
     const std::filesystem::path folder = arguments[0];
-    std::filesystem::create_directories(folder);
-    if (arguments.size() == 1) {
-      for (const Page* page : gallery::pages()) draw(*page, folder);
-    }
-    for (const char* name : arguments.subspan(1)) draw(page_of_name(name), folder);
+    std::vector<const Page*> wanted;
+    for (const char* name : arguments.subspan(1)) wanted.push_back(&page_of_name(name));
+    if (wanted.empty()) wanted.assign(gallery::pages().begin(), gallery::pages().end());
+    make_folder(folder);
+    for (const Page* page : wanted) draw(*page, folder);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "gallery: %s\n", error.what());

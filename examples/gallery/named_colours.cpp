@@ -1,6 +1,7 @@
-// The 658 named colours: single ones, families of four shades, and the greys in percent.
+// The 658 named colours: single names, families of four shades, greys in percent, names with a
+// blank.
 
-#include <zelvan/colour/detail/named_color_table.h>  // the order and the names, all of them
+#include <zelvan/colour/detail/named_color_table.h>  // private, and has all names in order
 
 #include "gallery/pages.h"
 
@@ -36,7 +37,7 @@ void heading(Canvas& canvas, double y, const std::string& text) {
   canvas.text({margin, y}, text, ink, 12.0, Align::left, true);
 }
 
-// Swatch and name in columns, each read from top to bottom.
+// Draws swatches with their names in columns, each from top to bottom.
 void draw_list(Canvas& canvas, double top, std::span<const NamedColor* const> rows, int columns) {
   const int per_column = (static_cast<int>(rows.size()) + columns - 1) / columns;
   const double column_width = (canvas.width() - 2.0 * margin) / columns;
@@ -48,7 +49,7 @@ void draw_list(Canvas& canvas, double top, std::span<const NamedColor* const> ro
   }
 }
 
-// A family's four shades side by side, its name without the number behind them.
+// Draws the four shades of each family side by side, followed by its name without the number.
 void draw_families(Canvas& canvas, double top, std::span<const NamedColor* const> rows) {
   const int families = static_cast<int>(rows.size()) / 4, columns = 6;
   const int per_column = (families + columns - 1) / columns;
@@ -65,7 +66,7 @@ void draw_families(Canvas& canvas, double top, std::span<const NamedColor* const
   }
 }
 
-// Rows of gray0, grey0, gray1 and on: each pair is one shade.
+// Draws the greys. The rows are gray0, grey0, gray1 and so on: each pair is one shade.
 void draw_greys(Canvas& canvas, double top, std::span<const NamedColor* const> rows) {
   const int shades = static_cast<int>(rows.size()) / 2;
   const double width = (canvas.width() - 2.0 * margin) / shades;
@@ -89,7 +90,7 @@ void draw(Canvas& canvas) {
   }
   heading(canvas, 28.0, "136 single names");
   draw_list(canvas, 38.0, single, 8);
-  heading(canvas, 286.0, "78 families of four shades: snow1, snow2, snow3, snow4 and on");
+  heading(canvas, 286.0, "78 families of four shades: snow1, snow2, snow3, snow4 and so on");
   draw_families(canvas, 296.0, families);
   heading(canvas, 492.0, "101 greys in percent, gray or grey");
   draw_greys(canvas, 502.0, greys);

@@ -1,4 +1,4 @@
-// The eight orientations: a flag before and after each, and how its matrix is read back.
+// The eight orientations: a letter before and after each, and the mirror and turn of its matrix.
 
 #include "gallery/pages.h"
 
@@ -9,7 +9,7 @@ namespace {
 constexpr const char* names[] = {"None",     "Rot90",    "Rot180",        "Rot270",
                                  "ReflectX", "ReflectY", "Rot90ReflectY", "Rot90ReflectX"};
 
-// An F, which no turn and no mirror leaves as it is.
+// An F, which every turn and every mirror changes.
 const Points letter = {{1.0, 1.0}, {1.9, 1.0}, {1.9, 2.9}, {3.2, 2.9}, {3.2, 3.7},
                        {1.9, 3.7}, {1.9, 4.8}, {3.8, 4.8}, {3.8, 5.6}, {1.0, 5.6}};
 

@@ -1,5 +1,5 @@
-/// The pages of the gallery. A new one takes a source of its own that defines its `Page`, a
-/// declaration here, and its place in the list of pages.cpp and in CMakeLists.txt.
+/// The pages of the gallery. A new page needs a source that defines its `Page`, a declaration here,
+/// and a line in pages.cpp and in CMakeLists.txt.
 #pragma once
 
 #include "gallery/canvas.h"
@@ -8,9 +8,9 @@
 
 namespace gallery {
 
-/// One picture: `draw` gets an empty canvas of this many points.
+/// One picture. `draw` draws on an empty canvas of `width` by `height` points.
 struct Page {
-  const char* name;  ///< of the file, without its ending
+  const char* name;  ///< of the file, without its extension
   int width;
   int height;
   void (*draw)(Canvas& canvas);
@@ -27,7 +27,7 @@ extern const Page orientations_page;
 extern const Page pick_index_page;
 extern const Page pick_regions_page;
 
-/// All of them.
+/// Returns all pages.
 std::span<const Page* const> pages();
 
 }  // namespace gallery

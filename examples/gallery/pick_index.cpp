@@ -1,4 +1,4 @@
-// The pick index: which edges of a ring it looks at, and which polygons of a set.
+// The pick index: which edges of a ring a pick reads, and which polygons of a set.
 
 #include "gallery/pages.h"
 
@@ -31,7 +31,7 @@ Points corners(const Box& box) {
   return {box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
 }
 
-// A ring like a coast about `centre`.
+// Makes a ring around `centre` that looks like a coast.
 Points coast(real_pt_t centre, double radius, int n, double turn) {
   Points ring;
   for (int i = 0; i < n; ++i) {
@@ -44,7 +44,7 @@ Points coast(real_pt_t centre, double radius, int n, double turn) {
   return ring;
 }
 
-// A run of edges in a box: left out, counted by its ends, or looked at edge by edge.
+// Draws the box of each run of edges: skipped, counted by its ends, or read edge by edge.
 void draw_tree(Panel& panel) {
   constexpr std::size_t edges_in_run = 16;
   const Points ring = coast({0.0, -0.1}, 2.6, 192, 0.4);
@@ -61,7 +61,7 @@ void draw_tree(Panel& panel) {
   panel.dot(pointer, 3.5, orange);
 }
 
-// The polygons that reach into the cell of the pointer.
+// Draws the polygons whose boxes reach into the cell of the pointer.
 void draw_grid(Panel& panel) {
   constexpr int side = 6;
   constexpr double cell = 1.2;
@@ -102,12 +102,12 @@ void draw(Canvas& canvas) {
   };
   {
     Panel panel = panel_of(0, "In a ring: boxes over runs of edges",
-                           "grey: left out; blue: counted by its ends; orange: edge by edge");
+                           "grey: skipped; blue: counted by its ends; orange: edge by edge");
     draw_tree(panel);
   }
   {
     Panel panel = panel_of(1, "In a set: a grid over the polygons",
-                           "blue: in the cell of the point; orange: the one ring that is asked");
+                           "blue: in the cell of the point; orange: the only ring to read");
     draw_grid(panel);
   }
 }

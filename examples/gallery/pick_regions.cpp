@@ -1,4 +1,4 @@
-// Pick regions: every point that hits, pixel by pixel.
+// Pick regions, with every point that hits them.
 
 #include "gallery/pages.h"
 
@@ -9,7 +9,7 @@ namespace gallery {
 
 namespace {
 
-// Fills where the region is hit, in runs along lines close together.
+// Fills the points that hit the region, in runs along closely spaced lines.
 void shade(Panel& panel, CPickRegion& region, double tolerance, Colour colour) {
   constexpr int lines = 480;
   const real_pt_t low = panel.low(), high = panel.high();

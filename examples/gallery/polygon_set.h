@@ -1,4 +1,4 @@
-/// Polygon sets on a page, with their edges as visible as they say.
+/// Polygon sets for the pages, drawn with their visible and invisible edges.
 #pragma once
 
 #include "gallery/canvas.h"
@@ -7,25 +7,28 @@
 
 namespace gallery {
 
+/// The arrays of a `drw_pset_t`.
 struct PolygonSet {
   Points points;
   std::vector<int> edge_flags;
 
-  /// Appends a polygon, all of its edges visible.
+  /// Appends a polygon whose edges are all visible.
   void add(const Points& ring);
 
+  /// Returns the polygons one by one.
   std::vector<Points> rings() const;
 
-  /// The areas of all polygons, each taken as positive.
+  /// Returns the sum of the areas of all polygons, each counted as positive.
   double area() const;
 };
 
-/// One of the library's two operations for it.
+/// An operation of the library that clips a set: `ClipPolygonSetToView` or `ClipPolygonSet`.
 using ClipSet = void (*)(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);
 
+/// Returns what `clip` keeps of the set inside the view.
 PolygonSet clipped(PolygonSet set, real_rect_t view, ClipSet clip);
 
-/// Visible edges as lines, invisible ones as dashes.
+/// Draws visible edges as lines and invisible ones as dashes.
 void stroke_edges(Panel& panel, const PolygonSet& set);
 
 }  // namespace gallery

@@ -1,8 +1,7 @@
-// mapview draws a map and answers picks: the road of a drawing call through the library.
+// mapview draws a map and answers picks: what a drawing program does with the library.
 //
-// Each country is clipped to the view, mapped to device units, filled and stroked. Picks on
-// the map are answered by the outlines as they were read, picks in the picture by the outlines
-// as they were drawn.
+// Each country is clipped to the view, mapped to device units, filled and stroked. Picks by place
+// use the outlines as they were read, picks by pixel the outlines as they were drawn.
 
 #include "common/country_cache.h"
 #include "common/drawing.h"
@@ -10,6 +9,7 @@
 #include "common/file.h"
 #include "common/font.h"
 #include "common/picker.h"
+#include "common/progress.h"
 #include "common/stages.h"
 #include "options.h"
 
@@ -23,18 +23,26 @@ namespace {
 
 using namespace example;
 
-// Tells how long each stage took, from the end of the one before.
+// Prints how long each stage takes, and shows the stage while it runs for long.
 class Stages {
  public:
-  void end(const char* stage) {
-    const auto now = std::chrono::steady_clock::now();
-    const std::chrono::duration<double, std::milli> spent = now - start_;
-    std::printf("%-6s %9.2f ms\n", stage, spent.count());
-    start_ = now;
+  void begin(const char* stage) {
+    progress_.begin(stage);
+    stage_ = stage;
+    start_ = std::chrono::steady_clock::now();
+  }
+
+  void end() {
+    const std::chrono::duration<double, std::milli> spent =
+        std::chrono::steady_clock::now() - start_;
+    progress_.end();
+    std::printf("%-6s %9.2f ms\n", stage_, spent.count());
   }
 
  private:
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  Progress progress_{"mapview"};
+  const char* stage_ = "";
+  std::chrono::steady_clock::time_point start_;
 };
 
 void print(const Tally& tally) {
@@ -87,17 +95,27 @@ void pick_pixels(const World& world, const std::vector<DrawnCountry>& countries,
   }
 }
 
-Reduction draw(World& world, const std::vector<DrawnCountry>& countries, const Options& options,
-               const Font* label_font) {
-  if (options.output != "auto") {
-    return draw_world(world, countries, options.view, options.style, options.output, label_font);
+struct Drawn {
+  std::string path;
+  Reduction reduction;
+};
+
+Drawn draw(World& world, const std::vector<DrawnCountry>& countries, const Options& options,
+           const Font* label_font) {
+  const bool is_automatic = options.output == automatic_output;
+  Drawn drawn = {is_automatic ? "mapview.png" : options.output, {}};
+  Picture picture = begin_picture(drawn.path, options.view, options.style);
+  drawn.reduction = draw_world(world, countries, options.view, options.style, picture, label_font);
+  const std::string& bytes = picture.finish();
+  if (is_automatic) {  // the name is taken only now, so that Ctrl-C leaves no empty file
+    FreeName name("mapview-", "AAA.png");
+    drawn.path = name.path();
+    write_file(drawn.path, bytes);
+    name.keep();
+  } else {
+    write_file(drawn.path, bytes);
   }
-  FreeName name("mapview-", "AAA.png");
-  const Reduction reduction =
-      draw_world(world, countries, options.view, options.style, name.path(), label_font);
-  name.keep();
-  std::printf("picture %s\n", name.path().c_str());
-  return reduction;
+  return drawn;
 }
 
 void run(const Options& options) {
@@ -105,38 +123,50 @@ void run(const Options& options) {
   if (!options.label.empty()) label_font = std::make_unique<Font>(options.label);
 
   Stages stages;
+  stages.begin("read");
   CountryCache world(options.data, options.memory);
-  stages.end("read");
+  stages.end();
 
+  stages.begin("clip");
   const View view(options.view);
   Tally tally;
   std::vector<MapPolygons> clipped;
   for (std::size_t i = 0; i < world.size(); ++i) {
     clipped.push_back(clip_to_view(world.outline(i), view, tally, options.clip));
   }
-  stages.end("clip");
+  stages.end();
 
+  stages.begin("map");
   std::vector<DrawnCountry> countries;
   for (std::size_t i = 0; i < world.size(); ++i) {
     DevicePolygons outline = map_to_device(clipped[i], view, tally);
     if (!outline.empty()) countries.push_back({i, std::move(outline)});
   }
-  stages.end("map");
+  stages.end();
 
-  if (!options.output.empty()) {
-    const Reduction reduction = draw(world, countries, options, label_font.get());
-    stages.end("draw");
-    if (options.style.n_pens > 0) print(reduction);
+  const bool has_output = !options.output.empty();
+  if (has_output) {
+    stages.begin("draw");
+    const Drawn drawn = draw(world, countries, options, label_font.get());
+    stages.end();
+    if (options.output == automatic_output) std::printf("picture %s\n", drawn.path.c_str());
+    if (options.style.n_pens > 0) print(drawn.reduction);
   }
-  if (!options.places.empty() || !options.pixels.empty()) {
+  const bool has_picks = !options.places.empty() || !options.pixels.empty();
+  if (has_picks) {
+    stages.begin("pick");
     pick_places(world, view, options.places);
     pick_pixels(world, countries, view, options.pixels);
-    stages.end("pick");
+    stages.end();
   }
   print(tally);
   if (options.memory > 0) {
     std::printf("memory: %d of %d bytes in use, %lld countries evicted\n", world.bytes_used(),
                 options.memory, world.n_evicted());
+  }
+  finish_output();
+  if (!has_output && !has_picks) {
+    std::fprintf(stderr, "mapview: nothing is drawn; for a picture, add -o map.png\n");
   }
 }
 
@@ -145,7 +175,9 @@ void run(const Options& options) {
 int main(int argc, char** argv) {
   constexpr int bad_input = 2;
   try {
-    if (const std::optional<Options> options = read_options(argc, argv)) run(*options);
+    const std::optional<Options> options = read_options(argc, argv);
+    if (options) run(*options);
+    finish_output();  // the help
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "mapview: %s\n", error.what());

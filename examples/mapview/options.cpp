@@ -20,12 +20,12 @@ constexpr const char* example_call = R"(
 Example:
   mapview --center 12,46 --width 30 --rotation 20 --pick 12.5,41.9 -o closeup.png
 
-draws central Europe, turned, and tells that Italy lies at 12.5 east, 41.9 north.
+draws central Europe, turned, and says that Italy lies at 12.5 east, 41.9 north.
 
-A COLOUR is one of 'RGB 1 0.5 0' (0 to 1 each), 'HSV 240 1 1' and 'Name "dark blue"'.
+A COLOUR is one of 'RGB 1 0.5 0' (0 to 1 each), 'HSV 240 1 1', 'Name "dark blue"' and '#ff8000'.
 )";
 
-// Splits such as "12.5,41.9" or "1600x800". Throws for anything but two numbers.
+// Reads two numbers, as in "12.5,41.9" and "1600x800". Throws `Error` for any other text.
 template <class Point>
 Point parse_pair(const std::string& option, const std::string& text, char separator) {
   Point point;
@@ -36,8 +36,14 @@ Point parse_pair(const std::string& option, const std::string& text, char separa
     const bool is_finite = std::isfinite(point.x + 0.0) && std::isfinite(point.y + 0.0);
     if (second.ec == std::errc() && second.ptr == end && is_finite) return point;
   }
-  throw Error(option + ": '" + text + "' is no pair of numbers with '" + separator +
-              "' between; see mapview --help");
+  const char* const example = separator == 'x' ? "640x360" : "12.5,41.9";
+  throw Error(option + ": '" + text + "' is no pair of numbers such as " + example +
+              "; see mapview --help");
+}
+
+// A name that is given must not be empty: a shell variable may have been.
+void require_name(const CLI::Option& option, const std::string& name) {
+  if (option && name.empty()) throw Error(option.get_name() + ": the name is empty");
 }
 
 void require(bool is_so, const char* what) {
@@ -54,25 +60,27 @@ std::optional<Options> read_options(int argc, char** argv) {
   std::string sea_text, fill_text, border_text;
   std::vector<std::string> place_texts, pixel_texts;
 
-  CLI::App app("Draws a map of countries and tells which country lies where.", "mapview");
+  CLI::App app("Draws a map of countries and names the country at a place.", "mapview");
   app.footer(example_call);
   CLI::Option* const data = app.add_option("-d,--data", options.data,
-                                           "GeoJSON file (default: the world at 1:110 million)")
+                                           "outlines to draw (default: the world at 1:110 million)")
                                 ->type_name("FILE");
   app.add_flag_callback(
          "--fine", [&] { options.data = fine_world(); }, "the world at 1:50 million, for close-ups")
       ->excludes(data);
-  app.add_option("-o,--output", options.output,
-                 "picture to write, .png or .svg; auto: mapview-AAA.png, or AAB, AAC and so on")
-      ->type_name("FILE");
-  app.add_option("--label", options.label,
-                 "write the countries' names in a font of this system, such as DejaVuSans")
-      ->type_name("NAME");
+  CLI::Option* const output =
+      app.add_option("-o,--output", options.output,
+                     "picture to write, .png or .svg; auto: mapview-AAA.png, or AAB, AAC and so on")
+          ->type_name("FILE");
+  CLI::Option* const label =
+      app.add_option("--label", options.label,
+                     "write the countries' names in a font of this system, such as DejaVuSans")
+          ->type_name("NAME");
   app.add_option("--center", centre_text, "centre of the view in degrees (default: 0,0)")
       ->type_name("LON,LAT");
   app.add_option("--width", view.width, "degrees of longitude across the picture (default: 360)")
       ->type_name("DEGREES");
-  app.add_option("--rotation", view.rotation, "turns the map counter-clockwise (default: 0)")
+  app.add_option("--rotation", view.rotation, "turn the map counter-clockwise (default: 0)")
       ->type_name("DEGREES");
   app.add_option("--size", size_text, "size of the picture in pixels (default: 1600x800)")
       ->type_name("WxH");
@@ -85,11 +93,11 @@ std::optional<Options> read_options(int argc, char** argv) {
       app.add_option("--border", border_text, "colour of coasts and borders")->type_name("COLOUR");
   CLI::Option* const memory =
       app.add_option("--memory", options.memory,
-                     "keep outlines of so many bytes; read the others again when they are needed")
+                     "memory for outlines; those that don't fit are read again when needed")
           ->type_name("BYTES");
   std::string clip = "view";
   app.add_option("--clip", clip,
-                 "view: what is in the view (default); rings: cut apart, in general position")
+                 "view: for any polygon (default); rings: cut into rings, for comparison")
       ->type_name("HOW");
   int line_type = 0;
   CLI::Option* const line_type_option =
@@ -97,7 +105,7 @@ std::optional<Options> read_options(int argc, char** argv) {
           ->type_name("N");
   CLI::Option* const palette =
       app.add_option("--palette", options.style.n_pens,
-                     "reduce a .png to so many colours, and tell how well they do")
+                     "reduce a .png to so many colours, and count how far they are off")
           ->type_name("PENS");
   app.add_option("--pick", place_texts, "name the country at a place; any number of times")
       ->type_name("LON,LAT")
@@ -124,8 +132,13 @@ std::optional<Options> read_options(int argc, char** argv) {
   require(size.y >= 1 && size.y <= 16384, "--size: the height is from 1 to 16384 pixels");
   require(clip == "view" || clip == "rings", "--clip: view or rings");
   if (clip == "rings") options.clip = ClipPolygonSet;
+  require_name(*data, options.data);
+  require_name(*output, options.output);
+  require_name(*label, options.label);
+  if (*output && options.output != automatic_output) check_picture_path(options.output);
   const int n_pens = options.style.n_pens;
   require(!*palette || (n_pens >= 1 && n_pens <= 256), "--palette: from 1 to 256 pens");
+  require(!*palette || !*output || !is_svg(options.output), "--palette: only for a .png");
   require(!*memory || options.memory >= 1, "--memory: from 1 to 2147483647 bytes");
   if (*line_type_option) {
     const auto dashes = line_dashes(line_type);

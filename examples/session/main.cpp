@@ -1,14 +1,15 @@
 // session asks another process which country lies at a place.
 //
-// It opens a session with session_picker, prints the progress that comes on the status channel
-// while the world loads, sends a request at a time on the data channel and prints each answer,
-// and ends the session in order: after the last place, at the end of standard input, on Ctrl-C.
-// When the picker dies it says so and ends with status 1.
+// It opens a session with session_picker and prints the progress that the picker reports on the
+// status channel while it loads the world. Then it sends one request at a time on the data channel
+// and prints each answer. It closes the session after the last place, at the end of standard
+// input, and on Ctrl-C. If the picker dies, it reports that and ends with status 1.
 
 #include <zelvan/wipc/messages.h>
 #include <zelvan/wipc/session.h>
 
 #include "common/error.h"
+#include "common/file.h"
 #include "session/options.h"
 #include "session/picker_process.h"
 
@@ -45,7 +46,8 @@ void watch_for_interrupts() {
 
 enum class End { answered, picker_gone, on_interrupt };
 
-// A conversation in turns: while an answer is awaited nothing is sent, so a message is an answer.
+// A conversation in turns. Nothing is sent before the answer to the last request, so each message
+// is an answer.
 class Conversation {
  public:
   Conversation(void* session, const std::vector<real_pt_t>& places)
@@ -53,7 +55,7 @@ class Conversation {
 
   End run() {
     for (;;) {
-      // What is queued doesn't show on the sockets, so it comes first.
+      // poll does not see messages that are already queued, so these come first.
       print_status();
       if (wipc_poll_session(session_) != 0 && !read_answer()) return End::picker_gone;
       if (!awaits_answer_ && !places_.empty()) {
@@ -82,7 +84,7 @@ class Conversation {
     std::fflush(stdout);
   }
 
-  // The fewest digits that read back as the same number.
+  // Writes the fewest digits that read back as the same number.
   static std::string shortest(double number) {
     char digits[32];
     return {digits, std::to_chars(digits, std::end(digits), number).ptr};
@@ -98,7 +100,7 @@ class Conversation {
   bool read_answer() {
     const int length = wipc_read(session_, message_, sizeof message_);
     if (length <= 0) {
-      print_status();  // its last words
+      print_status();  // a last report may say why
       return false;
     }
     std::printf("%g,%g: %.*s\n", asked_.x, asked_.y, length, message_);
@@ -107,7 +109,7 @@ class Conversation {
     return true;
   }
 
-  // Takes what there is of standard input, and the places that its whole lines name.
+  // Reads what standard input has, and queues the places of its complete lines.
   void read_input() {
     char chunk[1024];
     const ssize_t size = read(STDIN_FILENO, chunk, sizeof chunk);
@@ -120,7 +122,8 @@ class Conversation {
       if (const auto place = parse_place(line)) {
         places_.push_back(*place);
       } else if (!line.empty()) {
-        std::fprintf(stderr, "session: '%s' is no LON,LAT in degrees\n", line.c_str());
+        std::fprintf(stderr, "session: '%s' is no LON,LAT in degrees, such as 12.5,41.9\n",
+                     line.c_str());
       }
     }
   }
@@ -128,14 +131,20 @@ class Conversation {
   void* session_;
   std::deque<real_pt_t> places_;
   bool reads_input_;
-  std::string input_;  ///< a line whose end hasn't come
+  std::string input_;  ///< the start of a line
   bool awaits_answer_ = false;
   real_pt_t asked_{};
-  char message_[WIPC_MAX_MESSAGE + 2];  ///< every message, with its terminator
+  char message_[WIPC_MAX_MESSAGE + 2];  ///< has room for any message and a NUL
 };
 
 End talk(const Options& options) {
+  const bool is_watched = isatty(STDERR_FILENO) != 0;
+  if (is_watched) std::fprintf(stderr, "session: waiting for the picker to connect\n");
   const PickerProcess picker(options);
+  watch_for_interrupts();  // from here on Ctrl-C closes the session; before, it ends the program
+  if (is_watched && options.places.empty() && isatty(STDIN_FILENO) != 0) {
+    std::fprintf(stderr, "session: type places as LON,LAT, such as 12.5,41.9; Ctrl-D ends\n");
+  }
   return Conversation(picker.session(), options.places).run();
 }
 
@@ -145,16 +154,16 @@ int main(int argc, char** argv) {
   try {
     const std::optional<Options> options = read_options(argc, argv);
     if (!options) return 0;
-    watch_for_interrupts();
     switch (talk(*options)) {
       case End::answered:
+        finish_output();
         return 0;
       case End::on_interrupt:
         return 128 + SIGINT;
       case End::picker_gone:
         break;
     }
-    std::fprintf(stderr, "session: the picker has gone\n");
+    std::fprintf(stderr, "session: the picker has ended\n");
     return 1;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "session: %s\n", error.what());

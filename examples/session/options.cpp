@@ -19,10 +19,10 @@ Examples:
   session 12.5,41.9 2.35,48.85       asks twice, and ends
   session --two-steps                asks what you type, a place a line
   session --raw 12.5,41.9            shows every byte on the wire
-  session --host tuna.example.org    tells what to run on that machine, and waits for it
+  session --host tuna.example.org    says what to run on that machine, and waits for it
 )";
 
-// The program that stands beside this one.
+// Returns the path of the picker in the folder of this program.
 std::string own_picker() {
   return std::filesystem::read_symlink("/proc/self/exe").replace_filename("session_picker");
 }
@@ -48,13 +48,17 @@ std::optional<Options> read_options(int argc, char** argv) {
 
   CLI::App app("Asks another process which country lies at a place.", "session");
   app.footer(example_call);
-  app.add_option("--module", options.module, "program to start (default: the picker beside this)")
+  app.add_option("--module", options.module,
+                 "picker to start (default: session_picker beside this program)")
       ->type_name("FILE");
-  app.add_flag("--two-steps", in_two_steps, "prepare, start the picker here, then wait for it");
-  app.add_option("--host", options.host, "let somebody start the picker on another machine")
-      ->type_name("NAME");
-  app.add_flag("--raw", options.shows_wire, "show the bytes on the wire (in two steps)");
-  app.add_option("PLACE", places, "LON,LAT in degrees; without any, lines of standard input");
+  app.add_flag("--two-steps", in_two_steps,
+               "open the session in two steps: prepare, then start and accept");
+  CLI::Option* const host = app.add_option("--host", options.host,
+                                           "wait for a picker that you start on this other machine")
+                                ->type_name("NAME");
+  app.add_flag("--raw", options.shows_wire, "print the bytes that travel; opens in two steps");
+  app.add_option("PLACE", places,
+                 "LON,LAT in degrees; without any, asks what you type, a place a line");
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {
@@ -64,14 +68,17 @@ std::optional<Options> read_options(int argc, char** argv) {
     throw Error(std::string(error.what()) + "; see session --help");
   }
 
+  if (options.module.empty()) throw Error("--module: the name is empty");
+  if (*host && options.host.empty()) throw Error("--host: the name is empty");
   if (options.shows_wire && !options.host.empty()) {
-    throw Error("--raw works on this machine alone; see session --help");
+    throw Error("--raw works on this machine alone: leave out --host");
   }
   if (in_two_steps || options.shows_wire)
     options.host = options.host.empty() ? "localhost" : options.host;
   for (const std::string& text : places) {
     const std::optional<real_pt_t> place = parse_place(text);
-    if (!place) throw Error("'" + text + "' is no LON,LAT in degrees; see session --help");
+    if (!place)
+      throw Error("'" + text + "' is no LON,LAT in degrees, such as 12.5,41.9; see session --help");
     options.places.push_back(*place);
   }
   return options;

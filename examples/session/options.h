@@ -10,17 +10,17 @@
 namespace example {
 
 struct Options {
-  std::string module;             ///< the program at the far end
-  std::string host;               ///< where it runs; empty: it is started here, in one step
-  bool shows_wire = false;        ///< print the bytes that travel; in two steps, on this machine
-  std::vector<real_pt_t> places;  ///< what to ask; empty: ask what standard input says
+  std::string module;             ///< the picker's program
+  std::string host;               ///< where it runs; empty: here, started in one step
+  bool shows_wire = false;        ///< print the bytes that travel
+  std::vector<real_pt_t> places;  ///< to ask for; empty: those of standard input
 };
 
-/// Reads the command line. Nothing when it only asked for help, which is then on standard
-/// output. Throws `Error` for what can't be understood.
+/// Reads the command line. Returns nothing if it asks for help, which is then printed. Throws
+/// `Error` for an option or a place that is not understood.
 std::optional<Options> read_options(int argc, char** argv);
 
-/// Reads "LON,LAT", in degrees. Nothing for any other text.
+/// Reads "LON,LAT", in degrees. Returns nothing for any other text.
 std::optional<real_pt_t> parse_place(const std::string& text);
 
 }  // namespace example

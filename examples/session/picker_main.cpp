@@ -1,9 +1,9 @@
-// session_picker is the far end of a session: it has the world loaded and names the country at a
-// place. A primary starts it as `session_picker HOST PORT PORT PID`.
+// session_picker is the secondary of a session: it loads the world and names the country at each
+// place it is asked for. A primary starts it as `session_picker HOST PORT PORT PID`.
 //
-// Requests come on the data channel, one at a time, as "PICK lon lat"; each gets one answer, the
-// name of a country or "no country", or a line that begins with "ERROR". While the world loads,
-// the status channel tells how far it is.
+// Requests arrive on the data channel, one at a time, as "PICK lon lat". The answer is the name of
+// a country, "no country", or a text that begins with "ERROR". While the world loads, the picker
+// reports its progress on the status channel.
 
 #include <zelvan/wipc/connection.h>
 #include <zelvan/wipc/messages.h>
@@ -29,7 +29,7 @@ namespace {
 
 using namespace example;
 
-// The primary has gone without a word, or can't be reached.
+// Thrown when the primary has ended without closing the session.
 struct PrimaryGone {};
 
 void tell(void* session, std::string status) {
@@ -55,7 +55,7 @@ Picker load_world(void* session) {
   return picker;
 }
 
-// Takes a number off the front of `text`, with the blank before it.
+// Removes a blank and a number from the front of `text` and returns the number.
 std::optional<double> take_number(std::string_view& text) {
   double number = 0.0;
   if (text.empty() || text.front() != ' ') return std::nullopt;
@@ -82,7 +82,7 @@ std::string answer(Picker& picker, std::string_view request) {
 
 // Answers until the primary ends the session.
 void serve(void* session, Picker& picker) {
-  char request[WIPC_MAX_MESSAGE + 2];  // every message, with its terminator
+  char request[WIPC_MAX_MESSAGE + 2];  // has room for any message and a NUL
   for (;;) {
     const int length = wipc_read(session, request, sizeof request);
     if (length < 0) return;
@@ -102,21 +102,24 @@ int number_or_zero(const char* text) {
 
 int main(int argc, char** argv) {
   if (argc < 4) {
-    std::fprintf(stderr, "usage: session_picker HOST PORT PORT [PID]; `session` starts it\n");
+    std::fprintf(stderr,
+                 "usage: session_picker HOST PORT PORT [PID]; run `session`, which starts it\n");
     return 2;
   }
   void* const session =
       wipc_connect_session(argv[1], number_or_zero(argv[2]), number_or_zero(argv[3]));
   if (session == nullptr) {
-    std::fprintf(stderr, "session_picker: no session waits on %s, ports %s and %s\n", argv[1],
-                 argv[2], argv[3]);
+    std::fprintf(
+        stderr,
+        "session_picker: can't connect to %s, ports %s and %s; does `session` wait there?\n",
+        argv[1], argv[2], argv[3]);
     return 1;
   }
   int status = 0;
   try {
     Picker picker = load_world(session);
     serve(session, picker);
-    return 0;  // the handle is dead, and the sockets go with the process
+    return 0;  // the session is closed; its sockets close with the process
   } catch (const PrimaryGone&) {
     status = 1;
   } catch (const std::exception& error) {

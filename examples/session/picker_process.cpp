@@ -40,7 +40,9 @@ PickerProcess::PickerProcess(const Options& options) {
   if (options.host.empty()) {
     zelvan_set_local_sessions_only(1);
     session_ = wipc_open_session(localhost, module.data());
-    if (session_ == nullptr) throw Error(module + ": can't be started, or doesn't connect");
+    if (session_ == nullptr)
+      throw Error(module +
+                  ": can't be started, or has not connected in time; is it a session_picker?");
   } else {
     open_in_two_steps(options);
   }
@@ -65,10 +67,12 @@ void PickerProcess::open_in_two_steps(const Options& options) {
     }
     started_ = start(module, primary_port, secondary_port);
   } else {
-    wipc_set_connect_timeout(600);  // a person has to get there
+    constexpr int minutes = 10;  // a person has to start it
+    wipc_set_connect_timeout(60 * minutes);
     std::printf("run on %s: session_picker %s %d %d %d\n", host.c_str(), local_host, primary_port,
                 secondary_port, static_cast<int>(getpid()));
     std::fflush(stdout);
+    std::fprintf(stderr, "session: waiting up to %d minutes for it; Ctrl-C ends this\n", minutes);
   }
   session_ = wipc_accept_connection();
   if (session_ != nullptr) return;
@@ -77,7 +81,8 @@ void PickerProcess::open_in_two_steps(const Options& options) {
     kill(started_, SIGTERM);
     wait_for_end();
   }
-  throw Error(module + ": doesn't connect");
+  if (is_local == 0) throw Error(host + ": no picker has connected from there in time");
+  throw Error(module + ": has not connected in time; is it a session_picker?");
 }
 
 PickerProcess::~PickerProcess() {

@@ -1,4 +1,4 @@
-/// The picker at the other end: its session, and how it gets started.
+/// The picker's process and the session with it.
 #pragma once
 
 #include "session/options.h"
@@ -11,12 +11,14 @@
 
 namespace example {
 
-/// A session with the picker, open for as long as this lives. Ending it is orderly: the picker
-/// is told, has answered or gone, and a process that was started here has ended.
+/// A session with the picker, open while this object lives.
+///
+/// The destructor closes the session, which waits until the picker has acknowledged or ended. If
+/// the process was started here, it waits for its end, too.
 class PickerProcess {
  public:
-  /// Opens a session as the options say, in one step or in two. Throws `Error` when there is no
-  /// such program, or it doesn't connect in time.
+  /// Opens a session as the options say, in one step or in two. Throws `Error` if the program
+  /// can't be started or does not connect in time.
   explicit PickerProcess(const Options& options);
   ~PickerProcess();
   PickerProcess(const PickerProcess&) = delete;
@@ -29,7 +31,7 @@ class PickerProcess {
   void wait_for_end();
 
   std::optional<WireTap> tap_;
-  pid_t started_ = 0;  ///< ours to wait for; 0: none
+  pid_t started_ = 0;  ///< the process that was started here; 0: none
   void* session_ = nullptr;
 };
 

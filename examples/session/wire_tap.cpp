@@ -2,9 +2,11 @@
 
 #include "common/error.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,7 +30,7 @@ sockaddr_in loopback(int port) {
   return address;
 }
 
-// The primary listens for its second connection only once it has seen the first.
+// Connects, with repeats: the primary listens for its second connection only after the first.
 int connect_to(int port) {
   for (int attempt = 0; attempt < 60; ++attempt) {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -61,7 +63,7 @@ struct Flow {
   const char* name;
 };
 
-// Passes one chunk on. False when there will be no more.
+// Relays one chunk. Returns false if no more can follow.
 bool pass_on(const Flow& flow) {
   char chunk[4096];
   const ssize_t size = recv(flow.from, chunk, sizeof chunk, 0);
@@ -94,7 +96,7 @@ WireTap::Listener WireTap::listen_on_loopback() {
   auto* const any_address = reinterpret_cast<sockaddr*>(&address);
   if (socket < 0 || bind(socket, any_address, size) != 0 || listen(socket, 1) != 0 ||
       getsockname(socket, any_address, &size) != 0) {
-    throw Error("no socket to watch the wire with");
+    throw Error(std::string("--raw: can't open a socket: ") + std::strerror(errno));
   }
   return {socket, ntohs(address.sin_port)};
 }
@@ -113,8 +115,8 @@ WireTap::~WireTap() {
 }
 
 void WireTap::run(int primary_data_port, int primary_status_port) {
-  int far_end[2] = {-1, -1};  // data, status: the secondary's connections and ours
-  int near_end[2] = {-1, -1};
+  int far_end[2] = {-1, -1};   // connections with the secondary: data, status
+  int near_end[2] = {-1, -1};  // connections with the primary
   const std::pair<const Listener&, int> roads[] = {{data_, primary_data_port},
                                                    {status_, primary_status_port}};
   for (int i = 0; i < 2; ++i) {
@@ -133,7 +135,7 @@ void WireTap::run(int primary_data_port, int primary_status_port) {
     if (poll(waited, std::size(waited), -1) < 0 || waited[0].revents != 0) break;
     for (int i = 0; i < 3; ++i) {
       if (waited[i + 1].revents == 0 || pass_on(flows[i])) continue;
-      flows[i].from = -1;  // poll passes over it
+      flows[i].from = -1;  // poll ignores negative descriptors
       --open;
     }
   }

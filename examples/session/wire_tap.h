@@ -1,16 +1,17 @@
-/// A relay between the two ends of a session that prints every byte.
+/// A relay between the two ends of a session, which prints every byte.
 #pragma once
 
 #include <thread>
 
 namespace example {
 
-/// Listens on two loopback ports in place of a primary, passes what comes on to the primary's
-/// own ports and back, and prints it on standard output, a line for each chunk that was received.
-/// It ends when both ends have closed, or when it is destroyed.
+/// Listens on two loopback ports in place of a primary and relays both streams to and from the
+/// primary's own ports. Prints a line on standard output for each chunk that it receives.
+///
+/// A thread of its own does so, until both ends have closed or this object is destroyed.
 class WireTap {
  public:
-  /// Throws `Error` when there is no socket to be had.
+  /// Throws `Error` if no socket can be opened.
   WireTap(int primary_data_port, int primary_status_port);
   ~WireTap();
   WireTap(const WireTap&) = delete;
@@ -29,7 +30,7 @@ class WireTap {
 
   Listener data_;
   Listener status_;
-  int stop_;  ///< an eventfd; readable once the tap is to end
+  int stop_;  ///< an eventfd; readable when the thread must end
   std::thread thread_;
 };
 

@@ -40,6 +40,14 @@ class Foreign(unittest.TestCase):
                 self.assertRegex(run.stderr, r"\Aforeign: %s: at byte %d: .+\n\Z" % (data, place))
                 self.assertEqual(os.listdir(folder), ["bad.outlines"])
 
+    def test_a_picture_that_cannot_be_is_refused_before_the_file_is_read(self):
+        for output, said in (("", "the name is empty"), ("map.gif", "ends in .png or .svg"),
+                             ("/none/map.png", "folder /none: No such file")):
+            run = subprocess.run([FOREIGN, "-d", "/none", "-o", output], capture_output=True,
+                                 text=True, timeout=60)
+            self.assertEqual(run.returncode, 2, output)
+            self.assertRegex(run.stderr, r"\Aforeign: .*%s.*\n\Z" % said)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -8,6 +8,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import unittest.mock
 import zlib
@@ -307,7 +308,7 @@ class Colours(unittest.TestCase):
             png = os.path.join(folder, "map.png")
             for pens in (0, 1, 3, 100):
                 reduce = ["--palette", str(pens)] if pens else []
-                run = mapview("--size=120x60", "--sea", 'name "DARK BLUE"', "--fill=RGB 1 .5 0",
+                run = mapview("--size=120x60", "--sea", 'name "DARK BLUE"', "--fill=#Ff8000",
                               "--border", "HSV 120 1 1", "-o", png, *reduce)
                 used = collections.Counter(sum(pixels_of(png), []))
                 self.assertEqual(used.most_common(1)[0][0], (0, 0, 128))
@@ -326,6 +327,8 @@ class Colours(unittest.TestCase):
                 ("--border", "dark blu", "mean 'Name \"dark blue\"'"),
                 ("--sea", 'name "Medium Gray"', "mean 'Name \"medium grey\"'"),
                 ("--sea", "RGB 1 2 3", "each from 0 to 1"), ("--sea", "hsv 360 1 1", "below 360"),
+                ("--sea", "#ff800", "six hexadecimal"), ("--sea", "#ff800x", "six hexadecimal"),
+                ("--sea", "#ff80000", "six hexadecimal"), ("--sea", "#-f8000", "six hexadecimal"),
                 ("--fill", "Name", "Name orange"), ("--fill", " ", "Name orange")):
             run = mapview(option, text)
             self.assertEqual((run.returncode, run.stderr.count("\n"), run.stdout), (2, 1, ""), run)
@@ -397,11 +400,15 @@ class BadInput(unittest.TestCase):
                     self.check(folder, said, "-d", data, "-o", output)
             self.check(folder, folder + "/none: can't be opened", "-d", folder + "/none")
             self.check(folder, folder + ": can't be opened", "-d", folder)
-            self.check(folder, "ends in .png or .svg", "-o", folder + "/map.gif")
-            self.check(folder, "/none/map.png: can't be written", "-o", folder + "/none/map.png")
-            self.check(folder, "reduced to pens", "--palette=9", "-o", folder + "/map.svg")
+            for said, *arguments in (("ends in .png or .svg", "-o", folder + "/map.gif"),
+                                     ("folder %s/no: No such" % folder, "-o", folder + "/no/a.png"),
+                                     ("only for a .png", "--palette=9", "-o", folder + "/map.svg"),
+                                     ("--output: the name is empty", "-o", ""),
+                                     ("--label: the name is empty", "--label", "")):
+                self.check(folder, said, "-d", folder + "/none", *arguments)  # before it is read
+            self.check(folder, "--data: the name is empty", "-d", "")
             os.mkdir(output)  # a folder stands where the picture should go
-            self.check(folder, output + ": can't be written", "-o", output)
+            self.check(folder, output + ": can't be written: a folder", "-o", output)
             self.check(folder, "no font 'Bogus'; there are ", "--label=Bogus")
             os.makedirs(folder + "/fonts")
             open(folder + "/fonts/bogus.ttf", "w").close()
@@ -411,6 +418,64 @@ class BadInput(unittest.TestCase):
                           "--rotation=nan", "--palette=0", "--palette=257", "--line-type=0",
                           "--line-type=14", "--memory=0", "--memory=2147483648", "--bogus"):
                 self.check(folder, wrong.split("=")[0], wrong)
+
+
+def inside(rings, x, y):
+    return sum((ay <= y) != (by <= y) and ax + (y - ay) / (by - ay) * (bx - ax) > x
+               for ring in rings for (ax, ay), (bx, by) in zip(ring, ring[1:] + ring[:1])) % 2 == 1
+
+
+class Names(unittest.TestCase):
+    def test_the_box_of_every_name_lies_in_one_country(self):
+        for view in ([], ["--fine", "--width=34", "--center=12,47", "--rotation=20"]):
+            with tempfile.TemporaryDirectory() as folder:
+                svg = os.path.join(folder, "map.svg")
+                mapview("--label=DejaVuSans", "-o", svg, *view)
+                with open(svg, encoding="utf-8") as file:
+                    paths = re.findall(r'<path style="([^"]*)" d="([^"]*)"([^>]*)', file.read())
+            names, lands = [], []
+            for style, steps, scaled in paths:
+                scale = 0.125 if "matrix(0.125,0,0,0.125,0,0)" in scaled else 1
+                rings = [[(float(x) * scale, float(y) * scale) for x, y in
+                          re.findall(r"([-\d.]+) ([-\d.]+)", ring)] for ring in steps.split("Z")]
+                if "15%,15%,20%" in style:
+                    names.append(sum(rings, []))
+                elif "fill:none" not in style:
+                    lands.append([ring for ring in rings if ring])
+            self.assertGreater(len(names), 20)
+            for name in names:
+                xs, ys = zip(*name)
+                box = [(x, y) for x in (min(xs), max(xs)) for y in (min(ys), max(ys))]
+                land = next(land for land in reversed(lands) if inside(land, *name[0]))
+                self.assertEqual([p for p in name + box if not inside(land, *p)], [], view)
+
+
+class Terminal(unittest.TestCase):
+    def test_work_of_more_than_two_seconds_is_shown_on_a_terminal_alone(self):
+        ours, terminal = os.openpty()
+        runs = [subprocess.Popen([MAPVIEW, "-d", "/dev/stdin", "--pick=0.5,0.4"], text=True,
+                                 stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=stderr)
+                for stderr in (terminal, subprocess.PIPE)]
+        os.close(terminal)
+        time.sleep(3.5)
+        said = [run.communicate(SQUARE) for run in runs]
+        with os.fdopen(ours, "rb") as file:
+            shown = file.read1()
+        self.assertRegex(shown.decode(), r"\A\rmapview: read, \d+ s so far.*\r\x1b\[K\Z")
+        self.assertEqual((said[1][1], [run.returncode for run in runs]), ("", [0, 0]))
+        self.assertIn("place 0.5,0.4: unnamed", said[0][0])
+
+    def test_a_full_disk_is_told_of(self):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            for arguments in (["--pick=1,2"], ["--help"]):
+                run = subprocess.run([MAPVIEW, *arguments], stdout=full, stderr=subprocess.PIPE,
+                                     text=True, timeout=100)
+                self.assertEqual((run.returncode, run.stderr), (
+                    2, "mapview: standard output: can't be written: No space left on device\n"))
+
+    def test_without_a_picture_and_picks_says_how_to_get_one(self):
+        self.assertIn("-o map.png", mapview().stderr)
+        self.assertEqual(mapview("--pick=1,2").stderr, "")
 
 
 class LargeInput(unittest.TestCase):

@@ -71,7 +71,7 @@ class Session(unittest.TestCase):
                         status, error = 130, ""
                     elif how == "picker killed":
                         os.kill(picker, signal.SIGKILL)
-                        status, error = 1, "session: the picker has gone\n"
+                        status, error = 1, "session: the picker has ended\n"
                     else:
                         session.kill()
                         status, error = -signal.SIGKILL, ""
@@ -79,10 +79,22 @@ class Session(unittest.TestCase):
                     self.assertEqual(session.stderr.read(), error)
                     self.assert_ends(picker)
 
+    def test_says_that_it_waits_for_another_machine_and_ctrl_c_ends_that(self):
+        session = subprocess.Popen([SESSION, "--host", "127.0.0.2", "1,2"], text=True,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        for clean_up in (session.stdout.close, session.stderr.close, session.wait, session.kill):
+            self.addCleanup(clean_up)
+        self.assertRegex(session.stdout.readline(), r"^run on 127.0.0.2: session_picker .* \d+ \d+ ")
+        self.assertIn("waiting up to 10 minutes", session.stderr.readline())
+        session.send_signal(signal.SIGINT)
+        self.assertEqual(session.wait(timeout=10), -signal.SIGINT)
+
     def test_tells_in_one_line_what_is_wrong(self):
         for arguments, text in ((["--module", "/no/such/program", "1,2"], "/no/such/program"),
                                 (["--two-steps", "--module", "/etc/passwd", "1,2"], "/etc/passwd"),
                                 (["--host", "no such host", "1,2"], "no such host"),
+                                (["--module", "", "1,2"], "--module: the name is empty"),
+                                (["--host", "", "1,2"], "--host: the name is empty"),
                                 (["12;41"], "'12;41' is no LON,LAT")):
             with self.subTest(arguments=arguments):
                 run = subprocess.run([SESSION, *arguments], capture_output=True, text=True,

@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
-"""Makes the shipped worlds out of the country outlines of the npm package world-atlas 2.0.2.
+"""Converts the country outlines of the npm package world-atlas 2.0.2 to the worlds in this folder.
 
     npm pack world-atlas@2.0.2 && tar xf world-atlas-2.0.2.tgz
     ./convert_world.py package/countries-110m.json > world.geojson
     ./convert_world.py package/countries-50m.json --compact > world-50m.outlines
 
-The input is TopoJSON whose rings run across the antimeridian and around the pole as they do on
-a globe. A flat map wants them cut there, and so does RFC 7946: outlines end at longitude 180
-and go on at -180, and a ring about the pole comes home along the edge of the map.
+The input is TopoJSON, whose rings cross the antimeridian and run around the pole. For a flat map, and
+for RFC 7946, they must be cut: outlines end at longitude 180 and continue at -180, and a ring around
+the pole returns along the edge of the map.
 
-The compact form is read by examples/common/compact_outlines.cpp, which tells how it is made up.
+examples/common/compact_outlines.h describes the compact form.
 """
 import json
 import sys
@@ -18,7 +18,7 @@ UNITS_PER_DEGREE = 500  # of the compact form
 
 
 def decode_arcs(topology):
-    """Arcs are chains of quantised steps; the transform takes them to degrees."""
+    """Yields each arc in degrees. The file has steps in whole numbers, with a scale and an offset."""
     (scale_x, scale_y), (move_x, move_y) = (
         topology["transform"]["scale"], topology["transform"]["translate"])
     for arc in topology["arcs"]:
@@ -32,7 +32,7 @@ def decode_arcs(topology):
 
 
 def ring_of(arcs, indices):
-    """Joins arcs to an open ring; ~i is arc i backwards, and joints are stored twice."""
+    """Joins arcs to an open ring. Index ~i means arc i backwards; both arcs have their common vertex."""
     ring = []
     for i in indices:
         ring += (arcs[i] if i >= 0 else arcs[~i][::-1])[:-1]
@@ -44,7 +44,7 @@ def without_repeats(ring):
 
 
 def unroll(ring):
-    """Lets longitudes run on past 180. Gives the ring and how far it winds about the pole."""
+    """Unwraps longitudes beyond 180. Returns the ring, and by how many degrees it ends off its start."""
     out = [ring[0]]
     for lon, lat in ring[1:] + ring[:1]:
         turns = round((lon - out[-1][0]) / 360.0)
@@ -57,7 +57,7 @@ def at_longitude(a, b, lon):
 
 
 def half(ring, lon, side):
-    """What of the ring lies east (side 1) or west (side -1) of a meridian."""
+    """Returns the part of the ring east (side 1) or west (side -1) of a meridian."""
     out = []
     for a, b in zip(ring, ring[1:] + ring[:1]):
         if side * (a[0] - lon) >= 0:
@@ -71,21 +71,21 @@ def half(ring, lon, side):
 
 
 def close_over_pole(ring, winding):
-    """A ring about a pole becomes one that returns along the antimeridian and the pole."""
+    """Closes a ring around a pole along the antimeridian and the pole."""
     step = 360.0 if winding > 0 else -360.0
     edge = 180.0 if step > 0 else -180.0
     pole = 90.0 if sum(lat for _, lat in ring) > 0 else -90.0
     for i, (a, b) in enumerate(zip(ring, ring[1:] + [(ring[0][0] + step, ring[0][1])])):
         if (a[0] - edge) * (b[0] - edge) <= 0 and a[0] != b[0]:
             cut = at_longitude(a, b, edge)
-            # One full turn, from the first vertex behind the edge to the last before it.
+            # One full turn, from the first vertex after the edge to the last before it.
             turned = [(x - step, y) for x, y in ring[i + 1:]] + ring[:i + 1]
             return [(-edge, cut[1])] + turned + [cut, (edge, pole), (-edge, pole)]
-    sys.exit("a ring about the pole never meets the antimeridian")
+    sys.exit("a ring around the pole does not meet the antimeridian")
 
 
 def pieces(ring):
-    """The ring as rings between the longitudes -180 and 180."""
+    """Cuts the ring into rings between the longitudes -180 and 180."""
     ring, winding = unroll(ring)
     if len(ring) < 3:
         return []  # the source holds a polygon that is a single point
@@ -107,19 +107,19 @@ def wound(ring, counter_clockwise):
 
 
 def is_pinprick(ring):
-    """At 1:50 million, Antarctica is a ring about a hole of two hundred metres: the pole."""
+    """True for the hole of 200 metres around the pole that Antarctica has at 1:50 million."""
     return max(abs(lat + 90.0) for _, lat in ring) < 0.01
 
 
 def polygons(arcs, geometry):
-    """Each polygon: an outer ring, then its holes. No polygon that has a hole is cut."""
+    """Yields each polygon: its outer ring, then its holes. Fails if one with a hole has to be cut."""
     for rings in geometry["arcs"] if geometry["type"] == "MultiPolygon" else [geometry["arcs"]]:
         rings = [ring_of(arcs, ring) for ring in rings]
         rings = [ring for ring in rings if not is_pinprick(ring)]
         outer = [wound(piece, True) for piece in pieces(rings[0])]
         holes = [wound(hole, False) for hole in rings[1:]]
         if holes and len(outer) > 1:
-            sys.exit("a polygon with holes crosses the antimeridian: share out its holes")
+            sys.exit("a polygon with holes crosses the antimeridian: sort its holes into the pieces")
         for ring in outer:
             yield [ring] + holes
 
@@ -138,7 +138,7 @@ def geojson(countries):
 
 
 def number(n):
-    """Seven bits a byte, the lowest first, 128 added to each but the last."""
+    """Encodes seven bits in a byte, the lowest first; 128 is added to each byte but the last."""
     out = bytearray()
     while n > 127:
         out.append(n & 127 | 128)
@@ -147,7 +147,7 @@ def number(n):
 
 
 def step(n):
-    """Near zero on either side is short: 0, -1, 1, -2 and so on are 0, 1, 2, 3."""
+    """Encodes a signed step: 0, -1, 1, -2 and so on are the numbers 0, 1, 2, 3."""
     return number(2 * n if n >= 0 else -2 * n - 1)
 
 
