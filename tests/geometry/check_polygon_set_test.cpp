@@ -41,6 +41,12 @@ TEST(CheckPolygonSet, NamesTheFirstFault) {
   }
 }
 
+TEST(CheckPolygonSet, ChecksOneOfTheTwoAlone) {
+  const drw_pset_t empty = {0, nullptr, nullptr};
+  EXPECT_EQ(zelvan_check_polygon_set(nullptr, &view, nullptr, 0), 1) << "a view without a set";
+  EXPECT_EQ(zelvan_check_polygon_set(&empty, nullptr, nullptr, 0), 1) << "a set without a view";
+}
+
 TEST(CheckPolygonSet, WritesNoMoreThanThereIsRoomFor) {
   const drw_pset_t negative = {-1, nullptr, nullptr}, no_points = {1, nullptr, nullptr};
   real_pt_t point = {0, 0};

@@ -1,10 +1,7 @@
 // Flat functions beside the operations that they stand for.
 #include <zelvan/zelvan.h>
 
-#include <algorithm>
 #include <cstring>
-#include <memory>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -61,46 +58,6 @@ TEST(FlatForms, MapAndClipToTheSameBits) {
   expect_same("zelvan_clip_polyline_to_view",
               zelvan_clip_polyline_to_view(in.points, 20, &view, a.points, a.begins, a.flags),
               ClipPolylineToView(in.points, 20, &view, b.points, b.begins, b.flags));
-}
-
-// Asks both at 400 points of a grid: one by one, and the flat form all at once.
-void expect_same_hits(const CPickRegion* flat, const CPickRegion& region) {
-  std::vector<real_pt_t> points;
-  std::vector<unsigned char> hits(400), expected;
-  for (int i = 0; i < 400; ++i) {
-    points.push_back({i % 20 / 2.0 - 2, i / 20 / 2.0 - 2});
-    expected.push_back(region.isInside(points[i].x, points[i].y, 0.5));
-    EXPECT_EQ(zelvan_hit_region(flat, points[i].x, points[i].y, 0.5), expected[i]) << i;
-  }
-  for (unsigned char* const written : {static_cast<unsigned char*>(nullptr), hits.data()}) {
-    EXPECT_EQ(zelvan_hit_region_with_points(flat, 400, points.data(), 0.5, written),
-              std::count(expected.begin(), expected.end(), 1));
-  }
-  EXPECT_EQ(hits, expected);
-}
-
-TEST(FlatForms, HitTheSameRegions) {
-  real_pt_t points[] = {{9, 9}, {0, 0}, {4, 1}, {1, 4}};
-  int flags[] = {drw_edge_close_visible, 1, 1, drw_edge_close_visible};
-  DblPt corners[] = {{0, 0}, {4, 1}, {1, 4}};
-  const drw_pset_t set = {4, points, flags};
-  const auto expect_same = [](const char* name, CPickRegion* flat, const CPickRegion& region) {
-    SCOPED_TRACE(name);
-    ASSERT_NE(flat, nullptr);
-    const Mtx2D turn(0, 0, Mtx2DOrientRot90, 1, 2, 4, 0);
-    CPickRegion* const flat_image = zelvan_map_region(flat, &turn);
-    const std::unique_ptr<CPickRegion> image(region.xfm(turn));
-    expect_same_hits(flat, region);
-    expect_same_hits(flat_image, *image);
-    zelvan_delete_region(flat_image);
-    zelvan_delete_region(flat);
-  };
-  const CPolygon polygon(3, corners);
-  expect_same("rect", zelvan_new_rect_region(4, 0, 1, 3), CPickRect(4, 0, 1, 3));
-  expect_same("polyline", zelvan_new_polyline_region(3, &points[1]), CPickPolyline(3, corners));
-  expect_same("polygon", zelvan_new_polygon_region(3, &points[1]), polygon);
-  expect_same("polygon of a set", zelvan_new_region_of_polygon(&set, 1), polygon);
-  EXPECT_EQ(zelvan_count_polygons(&set), 2);
 }
 
 TEST(FlatForms, FillColorMapsAlike) {

@@ -35,9 +35,13 @@ TEST(PickIndexFunctions, MakeNothingWithoutMemoryOrVertices) {
   zelvan_delete_pick_index(nullptr);
   CPickIndex* made = nullptr;
   const auto expect_null = [&] { EXPECT_EQ(made, nullptr); };
-  const auto of_set = [&] { zelvan_delete_pick_index(made = zelvan_new_pick_index(&set)); };
-  EXPECT_GT(heap::refuse_each(of_set, expect_null), 0);
-  EXPECT_EQ(heap::blocks_left(), 0);
+  int each_closes[] = {3, 3, 3, 3, 3, 3, 3, 3};
+  const drw_pset_t many = {8, points, each_closes};
+  for (const drw_pset_t* from : {&set, &many}) {
+    const auto of_set = [&] { zelvan_delete_pick_index(made = zelvan_new_pick_index(from)); };
+    EXPECT_GT(heap::refuse_each(of_set, expect_null), 0);
+    EXPECT_EQ(heap::blocks_left(), 0);
+  }
   const auto of_ring = [&] {
     zelvan_delete_pick_index(made = zelvan_new_pick_index_of_ring(4, points));
   };

@@ -86,7 +86,7 @@ TEST(PickIndex, AnswersAsCPolygonDoesOfEachPolygon) {
   Random random(1);
   for (int shape = 0; shape < 6; ++shape) {
     for (const double scale : {1.0, 1e200, 0x1p-300, 1e-160, 1e-310}) {
-      for (const int n : {2, 3, 127, 128, 129, 255, 1025, 3000}) {
+      for (const int n : {1, 3, 127, 128, 129, 255, 1025, 3000}) {
         SCOPED_TRACE(testing::Message() << shapes[shape].name << " of " << n << " by " << scale);
         Polygons polygons;
         polygons.add(shape, n, scale, {0, 0}, random);

@@ -250,22 +250,24 @@ TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
       << "-0.0 equals 0.0, and the last of equals stays";
 }
 
-// Each of 100 vertices comes three times, an eighth apart; each two are a polygon.
+// After a polygon of one vertex, each of 100 vertices comes three times, an eighth apart; each two
+// of these are a polygon. So vertex 128, which begins a block, repeats the one before, and vertex
+// 256 does not.
 TEST(XfmPolygon, ComparesVerticesAsItWritesThem) {
-  Reals vertices;
+  Reals vertices = {{{-1, 0}, 3}};
   for (int i = 0; i < 300; ++i) {
     vertices.push_back({{i / 3 + i % 3 * 0.125, 0}, i % 6 == 5 ? 3 : 1});
   }
-  support::SetArrays<real_pt_t> in(vertices), reals(300);
-  std::vector<int_pt_t> out(300);
-  drw_pset_t set = {300, in.points.data(), in.flags.data()};
+  support::SetArrays<real_pt_t> in(vertices), reals(301);
+  std::vector<int_pt_t> out(301);
+  drw_pset_t set = {301, in.points.data(), in.flags.data()};
   drw_pset_t kept = {-1, reals.points.data(), reals.flags.data()};
   int count;
-  Mtx2D().XfmPolyPts(300, &count, in.points.data(), out.data());
+  Mtx2D().XfmPolyPts(301, &count, in.points.data(), out.data());
   Mtx2D().RealXfmPolyPtSet(&set, &kept);
-  EXPECT_EQ(count, 100) << "three are one when rounded";
-  EXPECT_EQ(kept.n_points, 300) << "no two are one in reals";
-  EXPECT_EQ(rounded(vertices, true).size(), 100u) << "polygon by polygon";
+  EXPECT_EQ(count, 101) << "three are one when rounded";
+  EXPECT_EQ(kept.n_points, 301) << "no two are one in reals";
+  EXPECT_EQ(rounded(vertices, true).size(), 101u) << "polygon by polygon";
 }
 
 }  // namespace
