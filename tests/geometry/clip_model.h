@@ -1,6 +1,7 @@
 /// A model of clipping: which places are covered, and where a visible edge is drawn.
 #pragma once
 
+#include <zelvan/geometry/clip_functions.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 
@@ -22,8 +23,8 @@ inline const real_rect_t upright_and_other_views[] = {
 };
 
 /// What `clip` appends after one vertex. For the call the coordinates are multiplied by `scale`.
-inline Set clipped(decltype(&ClipPolygonSet) clip, const Set& in, real_rect_t view,
-                   double scale = 1) {
+template <class Clip>
+Set clipped(Clip clip, const Set& in, real_rect_t view, double scale = 1) {
   support::SetArrays<real_pt_t> source(in), target(9 * in.size() + 1);
   for (real_pt_t& p : source.points) p = {p.x * scale, p.y * scale};
   for (real_pt_t& p : view.corners) p = {p.x * scale, p.y * scale};
@@ -37,7 +38,8 @@ inline Set clipped(decltype(&ClipPolygonSet) clip, const Set& in, real_rect_t vi
 }
 
 /// Clips to (0, 0) to (10, 10), between a polygon of one vertex and one that is not closed.
-inline void expect_rings(decltype(&ClipPolygonSet) clip, Set in, const Set& out, const char* why) {
+template <class Clip>
+void expect_rings(Clip clip, Set in, const Set& out, const char* why) {
   in.insert(in.begin(), {{3, 3}, drw_edge_close_visible});
   in.push_back({{1, 1}, drw_edge_visible});
   EXPECT_EQ(clipped(clip, in, {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}}), out)

@@ -3,7 +3,7 @@
 #include "support/vector_forms.h"
 
 TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
-  const auto clip = ClipPolygonSet;
+  const auto clip = zelvan_clip_polygon_set;  // calls ClipPolygonSet
   const Set arch = {{{2, 15}, 1}, {{8, 15}, 1}, {{8, 5}, 0}, {{6, 5}, 1},
                     {{6, 12}, 1}, {{4, 12}, 1}, {{4, 5}, 1}, {{2, 5}, 3}};
   const Set legs = {{{8, 10}, 0}, {{6, 10}, 1}, {{6, 5}, 1}, {{8, 5}, 2},

@@ -26,7 +26,7 @@ TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
 const Set around = {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}};
 
 TEST(ClipPolygonSetToView, GivesEachPolygonOneRingOrNone) {
-  const auto clip = ClipPolygonSetToView;
+  const auto clip = zelvan_clip_polygon_set_to_view;  // calls ClipPolygonSetToView
   const Set inside = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}};
   expect_rings(clip, inside, inside, "inside, with a duplicate");
   expect_rings(clip, around, {{{0, 10}, 0}, {{0, 0}, 0}, {{10, 0}, 0}, {{10, 10}, 2}}, "around");

@@ -1,3 +1,4 @@
+#include <zelvan/geometry/clip_functions.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
 
@@ -15,7 +16,8 @@ static Lines clipped(const std::vector<real_pt_t>& line, const real_rect_t& view
   support::GuardedArray<real_pt_t> points(line), out(n > 1 ? 2 * (n - 1) : 0);
   support::GuardedArray<int> begins(n > 1 ? n : 1);
   int count;
-  const int end = ClipPolylineToView(points.data(), n, &view, out.data(), begins.data(), &count);
+  const int end = zelvan_clip_polyline_to_view(  // calls ClipPolylineToView
+      points.data(), n, &view, out.data(), begins.data(), &count);
   EXPECT_EQ(begins[count], end);
   Lines pieces;
   for (int k = 0; k < count; ++k) pieces.emplace_back(&out[begins[k]], &out[begins[k + 1]]);
@@ -43,7 +45,8 @@ TEST(ClipPolylineToView, WritesThePiecesInside) {
   }
   EXPECT_EQ(clipped({{1, 1}, {2, 1}}, {{{0, 0}, {5, 0}, {9, 0}, {5, 9}}}), Lines{}) << "no view";
   int begins, count = 7;
-  EXPECT_EQ(ClipPolylineToView(nullptr, -1, &view, nullptr, &begins, &count), 0) << "count of -1";
+  EXPECT_EQ(zelvan_clip_polyline_to_view(nullptr, -1, &view, nullptr, &begins, &count), 0)
+      << "count of -1";
   EXPECT_EQ(count, 0) << "count of -1";
 }
 

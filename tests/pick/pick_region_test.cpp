@@ -20,12 +20,15 @@ struct OwnedPoints : testing::Test {
 using Regions = testing::Types<CPickPolyline, CPolygon>;
 TYPED_TEST_SUITE(OwnedPoints, Regions);
 
-TYPED_TEST(OwnedPoints, AreNoneIfTooFewForTheShape) {
+TYPED_TEST(OwnedPoints, AreNoneIfTooFewForTheShapeOrTooManyForTheMemory) {
   const unsigned int least = std::is_same_v<TypeParam, CPolygon> ? 3 : 2;
   TypeParam enough(least);
   EXPECT_EQ(this->of(enough), std::vector<DblPt>(least));
   EXPECT_EQ(TypeParam(least - 1, this->xs, this->ys).start(), nullptr);
   EXPECT_EQ(TypeParam(least - 1, this->three.data()).start(), nullptr);
+  if (sizeof(void*) == 4) {  // with 64 bits all fit
+    EXPECT_EQ(TypeParam(0x10000001).start(), nullptr) << "their bytes wrap to 16";
+  }
 }
 
 TYPED_TEST(OwnedPoints, BelongToEachCopyAlone) {

@@ -145,8 +145,8 @@ TEST(Mapping, DropsTheTermsThatTheTypeCallsZero) {
     real_pt_t in = {10, 100}, out[4];
     til_xfm_pnt(10, 100, &out[0].x, &out[0].y, &m);  // calls XfmPt
     m.RealXfmPt(&in, &out[1]);
-    m.InvXfmPt(&whole, &out[2]);
-    m.RealXfmPts(1, &in, &out[3]);
+    zelvan_map_points_from_device(1, &whole, &out[2], &m);  // calls InvXfmPt
+    zelvan_map_points(1, &in, &out[3], &m);                 // calls RealXfmPts
     for (const auto& p : out)
       EXPECT_EQ(p, expected) << "(10, 100) by " << testing::PrintToString(m);
   };
@@ -162,8 +162,9 @@ TEST(Mapping, RoundsHalvesAwayFromZeroAndClampsNothing) {
     real_pt_t in = {v, v};
     int_pt_t one, ints, fixed;
     short_pt_t shorts;
+    const Mtx2D unmoved;
     Mtx2D().XfmPt(&in, &one);
-    Mtx2D().XfmPts(1, &in, &ints);
+    zelvan_map_points_to_device(1, &in, &ints, &unmoved);  // calls XfmPts
     Mtx2D().XfmFPts(1, &in, &fixed);
     Mtx2D().XfmSPts(1, &in, &shorts);
     EXPECT_EQ(one, (int_pt_t{rounded, rounded}));
@@ -211,7 +212,12 @@ Ints rounded(const Reals& in, bool apart = false) {
   support::SetArrays<int_pt_t> room(in.size());
   drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
   drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
-  apart ? Mtx2D().XfmPolygons(set, &out) : Mtx2D().XfmPolySetPts(&set, &out);
+  Mtx2D unmoved;
+  if (apart) {
+    zelvan_map_polygons_to_device(&set, &out, &unmoved);  // calls XfmPolygons
+  } else {
+    unmoved.XfmPolySetPts(&set, &out);
+  }
   return room.first(out.n_points);
 }
 
@@ -242,10 +248,11 @@ TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
 
 TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
   support::SetArrays<real_pt_t> in({{{1.25, 0}, 1}, {{1, -0.0}, 1}, {{1, 0}, 2}}), room(3);
+  const drw_pset_t set = {3, in.points.data(), in.flags.data()};
   drw_pset_t out = {-1, room.points.data(), room.flags.data()};
   Mtx2D unmoved;
-  unmoved.ty = -0.0;  // keeps -0.0 as it is
-  unmoved.RealXfmPolygons({3, in.points.data(), in.flags.data()}, &out);
+  unmoved.ty = -0.0;                          // keeps -0.0 as it is
+  zelvan_map_polygons(&set, &out, &unmoved);  // calls RealXfmPolygons
   EXPECT_EQ(room.first(out.n_points), (Reals{{{1.25, 0}, 1}, {{1, 0}, 2}}))
       << "-0.0 equals 0.0, and the last of equals stays";
 }

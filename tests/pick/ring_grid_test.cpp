@@ -1,0 +1,19 @@
+#include <zelvan/pick/detail/ring_grid.h>
+
+#include <gtest/gtest.h>
+
+// Boxes of eight rings: four on a diagonal, three that are the whole plane, and one that is empty.
+// In 4 by 4 cells they have 4 + 3 * 16 entries.
+TEST(RingGrid, ListsFewRingsNearAPointAndFitsIntoItsRoom) {
+  zelvan::PreparedRing rings[8];
+  for (int i = 0; i < 4; ++i) rings[i].box = {1.0 * i, 1.0 * i, i + 0.5, i + 0.5};
+  for (int i = 4; i < 7; ++i) rings[i].box = zelvan::whole_plane;
+  zelvan::RingGrid grid;
+  ASSERT_TRUE(grid.fill(rings, 8, 16 + 4 + 3 * 16));
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(grid.around(i + 0.25, i + 0.25).size(), 1 + 3u) << "ring " << i << " and the three";
+  }
+  EXPECT_EQ(grid.around(3, 0).size(), 3u) << "beside the diagonal";
+  ASSERT_TRUE(grid.fill(rings, 8, 16 + 4 + 3 * 16 - 1));
+  EXPECT_EQ(grid.around(0.25, 0.25).size(), 2 + 3u) << "only 2 by 2 cells fit";
+}
