@@ -16,10 +16,9 @@ using Set = support::Vertices<real_pt_t>;
 using Place = std::complex<double>;
 
 inline const real_rect_t upright_and_other_views[] = {
-    {{{-4, -4}, {-4, 4}, {4, 4}, {4, -4}}},
-    {{{-3, 5}, {-1, 5}, {-1, -4}, {-3, -4}}},
-    {{{1, -7}, {7, 1}, {-1, 7}, {-7, -1}}},
-    {{{-5, -2}, {2, -1}, {3, 4}, {-4, 3}}},
+    {{{-4, -4}, {-4, 4}, {4, 4}, {4, -4}}}, {{{-3, 5}, {-1, 5}, {-1, -4}, {-3, -4}}},
+    {{{1, -7}, {7, 1}, {-1, 7}, {-7, -1}}}, {{{-5, -2}, {2, -1}, {3, 4}, {-4, 3}}},
+    {{{-4, -4}, {4, -4}, {4, 4}, {-3, 4}}},
 };
 
 /// What `clip` appends after one vertex. For the call the coordinates are multiplied by `scale`.

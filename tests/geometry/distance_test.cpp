@@ -6,6 +6,11 @@
 
 static double estimate(double longer, double shorter) { return 0.96 * longer + 0.398 * shorter; }
 
+TEST(PointPoint, EstimatesFromBothDifferences) {
+  real_pt_t p = {4, 7}, q = {1, 12};
+  EXPECT_EQ(utl_point_point(&p, &q), estimate(5, 3));
+}
+
 static void expect_to_line(real_pt_t p, real_pt_t a, real_pt_t b, double distance,
                            const char* why) {
   EXPECT_DOUBLE_EQ(utl_point_line(&p, &a, &b), distance) << why;

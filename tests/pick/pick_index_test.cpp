@@ -120,11 +120,10 @@ TEST(PickIndex, TestsManyPointsAtOnce) {
 }
 
 TEST(PickIndex, IsMovedWithItsPolygons) {
-  real_pt_t points[] = {{0, 0}, {8, 0}, {0, 8}, {1, 1}, {9, 1}, {1, 9}};
-  int edge_flags[] = {1, 1, 3, 1, 1, 3};
-  const DblPt triangle[] = {{20, 20}, {21, 20}, {20, 21}};
-  CPickIndex index(drw_pset_t{6, points, edge_flags});
-  CPickIndex other(3, triangle);
+  const DblPt replaced[] = {{0, 0}, {8, 0}, {0, 8}};
+  const DblPt moved[] = {{20, 20}, {21, 20}, {20, 21}};
+  CPickIndex index(3, replaced);
+  CPickIndex other(3, moved);
   index = std::move(other);
   EXPECT_TRUE(index.isInside(20.25, 20.25));
   EXPECT_FALSE(index.isInside(1, 1)) << "replaced";

@@ -1,7 +1,5 @@
 #include <zelvan/pick/region_functions.h>
 
-#include "support/heap.h"
-
 #include <algorithm>
 #include <vector>
 
@@ -11,7 +9,6 @@
 static real_pt_t points[] = {{9, 9}, {0, 0}, {4, 1}, {1, 4}};
 static int edge_flags[] = {3, 1, 1, 3};
 static const drw_pset_t set = {4, points, edge_flags};
-static const real_pt_t* const triangle = &points[1];
 
 // Places that tell the kinds apart, with a tolerance of 1/8.
 static const real_pt_t places[] = {{0.75, 1.5}, {3.5, 3.5}, {-0.125, 0}, {2, -0.125}};
@@ -22,8 +19,8 @@ static const struct {
   std::vector<unsigned char> hits;  // at each of the places
 } kinds[] = {
     {"rect", [] { return zelvan_new_rect_region(4, 0, 1, 3); }, {0, 0, 0, 1}},
-    {"polyline", [] { return zelvan_new_polyline_region(3, triangle); }, {0, 1, 1, 1}},
-    {"polygon", [] { return zelvan_new_polygon_region(3, triangle); }, {1, 0, 0, 0}},
+    {"polyline", [] { return zelvan_new_polyline_region(3, &points[1]); }, {0, 1, 1, 1}},
+    {"polygon", [] { return zelvan_new_polygon_region(3, &points[1]); }, {1, 0, 0, 0}},
     {"polygon of a set", [] { return zelvan_new_region_of_polygon(&set, 1); }, {1, 0, 0, 0}},
 };
 
@@ -35,32 +32,22 @@ TEST(RegionFunctions, MakeMapAndAskEachKind) {
     CPickRegion* const image = zelvan_map_region(region, &shift);
     for (int i = 0; i < 4; ++i) {
       const auto& [x, y] = places[i];
-      EXPECT_EQ(zelvan_hit_region(region, x, y, 0.125), expected[i]) << name << ", place " << i;
       EXPECT_EQ(zelvan_hit_region(image, x + 8, y, 0.125), expected[i]) << name << ", place " << i;
     }
     std::vector<unsigned char> hits(4);
-    for (unsigned char* const written : {static_cast<unsigned char*>(nullptr), hits.data()}) {
-      EXPECT_EQ(zelvan_hit_region_with_points(region, 4, places, 0.125, written),
-                std::count(expected.begin(), expected.end(), 1))
-          << name;
-    }
+    const auto count = std::count(expected.begin(), expected.end(), 1);
+    EXPECT_EQ(zelvan_hit_region_with_points(region, 4, places, 0.125, nullptr), count) << name;
+    EXPECT_EQ(zelvan_hit_region_with_points(region, 4, places, 0.125, hits.data()), count) << name;
     EXPECT_EQ(hits, expected) << name;
     zelvan_delete_region(image);
     zelvan_delete_region(region);
   }
 }
 
-TEST(RegionFunctions, MakeNothingWithoutPointsOrMemory) {
+TEST(RegionFunctions, MakeNothingOfTooFewPoints) {
   EXPECT_EQ(zelvan_new_polyline_region(1, nullptr), nullptr) << "one point is no polyline";
   EXPECT_EQ(zelvan_new_polygon_region(2, nullptr), nullptr) << "two vertices enclose nothing";
   EXPECT_EQ(zelvan_new_region_of_polygon(&set, 0), nullptr) << "a single vertex";
   EXPECT_EQ(zelvan_new_region_of_polygon(&set, 2), nullptr) << "there are only 0 and 1";
   zelvan_delete_region(nullptr);
-  for (const auto& kind : kinds) {
-    CPickRegion* made = nullptr;
-    const auto make_and_delete = [&] { zelvan_delete_region(made = kind.make()); };
-    const auto expect_null = [&] { EXPECT_EQ(made, nullptr) << kind.name; };
-    EXPECT_GT(heap::refuse_each(make_and_delete, expect_null), 0) << kind.name;
-    EXPECT_EQ(heap::blocks_left(), 0) << kind.name;
-  }
 }

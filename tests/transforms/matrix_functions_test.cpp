@@ -8,7 +8,6 @@
 constexpr int derived = Mtx2DTypeGeneral, kept = Mtx2DTypeIdentity;
 
 // From a matrix whose type is stale: some steps derive it. The last two have no flat name.
-// Functions that map are called by the tests of the class.
 TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
   const auto expect = [](const char* name, const Mtx2D& expected, void (*function)(Mtx2D*)) {
     Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, kept, 3);

@@ -68,14 +68,14 @@ TEST(Product, ActsWithTheFirstMatrixFirst) {
 }
 
 TEST(Invert, DividesByTheDeterminant) {
-  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
-  Mtx2D diagonal = matrix({2, 0}, {0, 4}, {6, 8}, Mtx2DTypeIdentity);
+  Mtx2D m = matrix({1, 2}, {4, 0}, {5, 6}, Mtx2DTypeIdentity, 1);
+  Mtx2D shear = matrix({2, 0}, {4, 4}, {6, 8}, Mtx2DTypeIdentity);
   Mtx2D singular = matrix({0, 0}, {0, 0}, {1, 1}, Mtx2DTypeIdentity);
-  EXPECT_EQ(m.GetDeterminant(), 1 * 4 - 2 * 3);
+  EXPECT_EQ(m.GetDeterminant(), 1 * 0 - 2 * 4);
   EXPECT_EQ(m.ReversesOrientation(), 1);
   EXPECT_EQ(singular.ReversesOrientation(), 0);
-  EXPECT_EQ(m.Invert(), matrix({-2, 1}, {1.5, -0.5}, {1, -2}, Mtx2DTypeGeneral, 1));
-  EXPECT_EQ(diagonal.Invert(), matrix({0.5, -0.0}, {-0.0, 0.25}, {-3, -2}, Mtx2DTypeDiagonal));
+  EXPECT_EQ(m.Invert(), matrix({-0.0, 0.25}, {0.5, -0.125}, {-3, -0.5}, Mtx2DTypeGeneral, 1));
+  EXPECT_EQ(shear.Invert(), matrix({0.5, -0.0}, {-0.5, 0.25}, {1, -2}, Mtx2DTypeGeneral));
   EXPECT_EQ(singular.Invert(), matrix({NAN, NAN}, {NAN, NAN}, {NAN, NAN}, Mtx2DTypeGeneral));
 }
 
@@ -240,8 +240,8 @@ TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
   EXPECT_EQ(rounded({{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{1.25, 1}, 2}, {{1, 1}, 2}}, true),
             (Ints{{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 2}, {{1, 1}, 2}}))
       << "polygons that touch stay apart, and one vertex is left of each";
-  EXPECT_EQ(rounded({{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}}, true),
-            (Ints{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}}))
+  EXPECT_EQ(rounded({{{0, 0}, 1}, {{0, 5}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}}, true),
+            (Ints{{{0, 0}, 1}, {{0, 5}, 1}, {{0, 0}, 3}}))
       << "last and first aren't compared; what no flag closes is dropped, and 7 closes nothing";
   EXPECT_EQ(rounded({{{0, 0}, 1}}, true), Ints{}) << "nothing is closed";
 }
@@ -257,9 +257,8 @@ TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
       << "-0.0 equals 0.0, and the last of equals stays";
 }
 
-// After a polygon of one vertex, each of 100 vertices comes three times, an eighth apart; each two
-// of these are a polygon. So vertex 128, which begins a block, repeats the one before, and vertex
-// 256 does not.
+// After one vertex each of 100 comes three times, an eighth apart; each two are a polygon. So
+// vertex 128, which begins a block, repeats the one before, and vertex 256 does not.
 TEST(XfmPolygon, ComparesVerticesAsItWritesThem) {
   Reals vertices = {{{-1, 0}, 3}};
   for (int i = 0; i < 300; ++i) {
@@ -269,12 +268,15 @@ TEST(XfmPolygon, ComparesVerticesAsItWritesThem) {
   std::vector<int_pt_t> out(301);
   drw_pset_t set = {301, in.points.data(), in.flags.data()};
   drw_pset_t kept = {-1, reals.points.data(), reals.flags.data()};
+  Mtx2D unmoved;
+  zelvan_map_polygons(&set, &kept, &unmoved);
+  EXPECT_EQ(reals.first(kept.n_points), vertices) << "no two are one in reals, polygon by polygon";
   int count;
-  Mtx2D().XfmPolyPts(301, &count, in.points.data(), out.data());
-  Mtx2D().RealXfmPolyPtSet(&set, &kept);
+  unmoved.XfmPolyPts(301, &count, in.points.data(), out.data());
+  unmoved.RealXfmPolyPtSet(&set, &kept);
   EXPECT_EQ(count, 101) << "three are one when rounded";
   EXPECT_EQ(kept.n_points, 301) << "no two are one in reals";
-  EXPECT_EQ(rounded(vertices, true).size(), 101u) << "polygon by polygon";
+  EXPECT_EQ(rounded(vertices, true).size(), 101u) << "three are one, polygon by polygon";
 }
 
 }  // namespace
