@@ -1,4 +1,4 @@
-// Flat functions beside the operations that they stand for.
+// Flat functions of colour maps and line types beside the operations that they stand for.
 #include <zelvan/zelvan.h>
 
 #include <gtest/gtest.h>
