@@ -7,8 +7,8 @@
 TEST(RotatePoint, TurnsAboutTheCentre) {
   real_pt_t center = {1, 2}, p = {1 + 5, 2 + 10};
   utl_rotate_point(&center, &p, 0.8, 0.6);
-  EXPECT_NEAR(p.x, 1 + 3 - 8, 1e-12);
-  EXPECT_NEAR(p.y, 2 + 4 + 6, 1e-12);
+  EXPECT_NEAR(p.x, 1 + 3 - 8, 1e-12) << "(6, 12) about (1, 2), by sine 0.8 and cosine 0.6";
+  EXPECT_NEAR(p.y, 2 + 4 + 6, 1e-12) << "(6, 12) about (1, 2), by sine 0.8 and cosine 0.6";
 }
 
 TEST(Angle2d, IsTheShorterTurn) {

@@ -29,6 +29,7 @@ TEST(RegionFunctions, MakeMapAndAskEachKind) {
   const Mtx2D shift(0, 0, Mtx2DOrientNone, 1, 1, 8, 0);
   for (const auto& [name, make, expected] : kinds) {
     CPickRegion* const region = make();
+    ASSERT_NE(region, nullptr) << name;
     CPickRegion* const image = zelvan_map_region(region, &shift);
     for (int i = 0; i < 4; ++i) {
       const auto& [x, y] = places[i];
@@ -48,6 +49,5 @@ TEST(RegionFunctions, MakeNothingOfTooFewPoints) {
   EXPECT_EQ(zelvan_new_polyline_region(1, nullptr), nullptr) << "one point is no polyline";
   EXPECT_EQ(zelvan_new_polygon_region(2, nullptr), nullptr) << "two vertices enclose nothing";
   EXPECT_EQ(zelvan_new_region_of_polygon(&set, 0), nullptr) << "a single vertex";
-  EXPECT_EQ(zelvan_new_region_of_polygon(&set, 2), nullptr) << "there are only 0 and 1";
   zelvan_delete_region(nullptr);
 }

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-// Boxes of eight rings: four on a diagonal, three that are the whole plane, and one that is empty.
-// In 4 by 4 cells they have 4 + 3 * 16 entries.
+// Of 8 rings 4 are on a diagonal, and 3 are the whole plane: 4 + 3 * 16 entries in 4 by 4 cells.
 TEST(RingGrid, ListsFewRingsNearAPointAndFitsIntoItsRoom) {
   zelvan::PreparedRing rings[8];
   for (int i = 0; i < 4; ++i) rings[i].box = {1.0 * i, 1.0 * i, i + 0.5, i + 0.5};
