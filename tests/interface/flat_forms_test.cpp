@@ -1,4 +1,3 @@
-// Flat functions of colour maps and line types beside the operations that they stand for.
 #include <zelvan/zelvan.h>
 
 #include <gtest/gtest.h>
