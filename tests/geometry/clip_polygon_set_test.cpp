@@ -9,6 +9,10 @@ TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
   const Set legs = {{{8, 10}, 0}, {{6, 10}, 1}, {{6, 5}, 1}, {{8, 5}, 2},
                     {{4, 10}, 0}, {{2, 10}, 1}, {{2, 5}, 1}, {{4, 5}, 3}};
   expect_rings(clip, arch, legs, "the legs of an arch, one of them invisible below");
+  const Set notched = {{{7, 10}, 0}, {{10, 10}, 0}, {{10, 0}, 0}, {{0, 0}, 0},
+                       {{0, 10}, 0}, {{3, 10}, 1},  {{5, 6}, 3}};
+  expect_rings(clip, {{{37, 70}, 1}, {{5, 6}, 1}, {{-27, 70}, 1}, {{5, -200}, 3}}, notched,
+               "all of the view but a notch");
   expect_rings(clip, {{{5, 5}, 0}, {{5, 5}, 1}, {{15, 5}, 1}, {{15, 5}, 0}, {{5, 9}, 3}},
                {{{10, 5}, 0}, {{10, 7}, 1}, {{5, 9}, 1}, {{5, 5}, 2}}, "duplicates that cross");
   expect_rings(clip, {{{-1, -40}, 1}, {{60, 11}, 1}, {{60, 100}, 1}, {{-1, 40}, 3}},

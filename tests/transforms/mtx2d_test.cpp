@@ -213,11 +213,8 @@ Ints rounded(const Reals& in, bool apart = false) {
   drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
   drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
   Mtx2D unmoved;
-  if (apart) {
-    zelvan_map_polygons_to_device(&set, &out, &unmoved);  // calls XfmPolygons
-  } else {
-    unmoved.XfmPolySetPts(&set, &out);
-  }
+  if (apart) zelvan_map_polygons_to_device(&set, &out, &unmoved);  // calls XfmPolygons
+  if (!apart) unmoved.XfmPolySetPts(&set, &out);
   return room.first(out.n_points);
 }
 
