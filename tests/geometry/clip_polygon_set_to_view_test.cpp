@@ -28,7 +28,9 @@ const Set around = {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}};
 TEST(ClipPolygonSetToView, GivesEachPolygonOneRingOrNone) {
   const auto clip = zelvan_clip_polygon_set_to_view;  // calls ClipPolygonSetToView
   const Set inside = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}};
-  expect_rings(clip, inside, inside, "inside, with a duplicate");
+  const Set two = {{{1, 1}, 1},  {{1, 1}, 0},  {{4, 4}, 3},
+                   {{9, 20}, 1}, {{20, 9}, 1}, {{20, 20}, 3}};
+  expect_rings(clip, two, inside, "inside, with a duplicate; and beside a corner");
   expect_rings(clip, around, {{{0, 10}, 0}, {{0, 0}, 0}, {{10, 0}, 0}, {{10, 10}, 2}}, "around");
   expect_rings(clip, {{{1, 1}, 1}, {{-HUGE_VAL, 2}, 1}, {{2, 3}, 3}}, {}, "x is not finite");
   expect_rings(clip, {{{1, 1}, 1}, {{2, std::nan("")}, 1}, {{2, 3}, 3}}, {}, "y is not finite");
@@ -57,9 +59,8 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
 #ifdef __SIZEOF_INT128__
 __extension__ using Wide = __int128;
 
-// How far p is, in each coordinate, from where the line from a to b meets the side from c to d: the
-// solution of two equations, exact for whole numbers but for the last step. A fraction of p is
-// dropped.
+// How far p is, in each coordinate, from where the line from a to b meets that from c to d: exact
+// for whole numbers but for the last step. A fraction of p is dropped.
 static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
   struct Vector {
     Wide x, y;
