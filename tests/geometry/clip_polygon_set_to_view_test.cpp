@@ -28,8 +28,7 @@ const Set around = {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}};
 TEST(ClipPolygonSetToView, GivesEachPolygonOneRingOrNone) {
   const auto clip = zelvan_clip_polygon_set_to_view;  // calls ClipPolygonSetToView
   const Set inside = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}};
-  const Set two = {{{1, 1}, 1},  {{1, 1}, 0},  {{4, 4}, 3},
-                   {{9, 20}, 1}, {{20, 9}, 1}, {{20, 20}, 3}};
+  const Set two = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}, {{9, 20}, 1}, {{20, 9}, 1}, {{30, 9}, 3}};
   expect_rings(clip, two, inside, "inside, with a duplicate; and beside a corner");
   expect_rings(clip, around, {{{0, 10}, 0}, {{0, 0}, 0}, {{10, 0}, 0}, {{10, 10}, 2}}, "around");
   expect_rings(clip, {{{1, 1}, 1}, {{-HUGE_VAL, 2}, 1}, {{2, 3}, 3}}, {}, "x is not finite");
