@@ -21,7 +21,7 @@ inline const real_rect_t upright_and_other_views[] = {
     {{{-4, -4}, {4, -4}, {4, 4}, {-3, 4}}},
 };
 
-/// What `clip` appends after one vertex. For the call the coordinates are multiplied by `scale`.
+/// Returns what `clip` appends after one vertex, with all coordinates multiplied by `scale`.
 template <class Clip>
 Set clipped(Clip clip, const Set& in, real_rect_t view, double scale = 1) {
   support::SetArrays<real_pt_t> source(in), target(9 * in.size() + 1);
@@ -55,7 +55,7 @@ void for_each_edge(const Set& set, Visit visit) {
   }
 }
 
-/// By the sum of the angles under which the edges are seen.
+/// Returns the winding number, from the sum of the angles under which the edges are seen.
 inline long winding(const Set& set, real_pt_t about) {
   const Place p(about.x, about.y);
   double angle = 0;
@@ -77,7 +77,7 @@ inline Set border_of(const real_rect_t& view) {
   return {{a, 1}, {b, 1}, {c, 1}, {d, 3}};
 }
 
-/// Inside the view `out` winds, by the rule, and draws like `in`; outside and on the border not.
+/// Expects that inside the view `out` winds, by the rule, and draws as `in` does; and only there.
 inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& view,
                            long (*rule)(long)) {
   SCOPED_TRACE(testing::PrintToString(in) + "\nclipped to " + testing::PrintToString(view) +

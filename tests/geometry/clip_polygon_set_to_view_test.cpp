@@ -25,7 +25,7 @@ TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
 
 const Set around = {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}};
 
-TEST(ClipPolygonSetToView, GivesEachPolygonOneRingOrNone) {
+TEST(ClipPolygonSetToView, MakesAtMostOneRingOfEachPolygon) {
   const auto clip = zelvan_clip_polygon_set_to_view;  // calls ClipPolygonSetToView
   const Set inside = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}};
   const Set two = {{{1, 1}, 1}, {{1, 1}, 0}, {{4, 4}, 3}, {{9, 20}, 1}, {{20, 9}, 1}, {{30, 9}, 3}};

@@ -5,7 +5,7 @@
 
 using Lines = std::vector<std::vector<real_pt_t>>;
 
-// In arrays of just the room that the header asks for.
+// Clips in arrays of exactly the size that the header requires.
 static Lines pieces_of(const std::vector<real_pt_t>& line, const real_rect_t& view) {
   const int n = static_cast<int>(line.size());
   support::GuardedArray<real_pt_t> points(line), out(n > 1 ? 2 * (n - 1) : 0);
@@ -50,7 +50,7 @@ TEST(ClipPolylineToView, KeepsWhatARingOfVisibleEdgesShows) {
   for (int i = 0; i < 4000 && !testing::Test::HasFailure(); ++i) {
     real_rect_t view = {{{-4, -3}, {4, -3}, {4, 5}, {-4, 5}}};
     if (i % 2 != 0) view = {{{1, -7}, {-7, -1}, {-1, 7}, {7, 1}}};  // turned, the other sense
-    // A few units in the last place wide: there, cuts of several sides round to the same point.
+    // A view a few units in the last place wide: there, cuts of several sides round to one point.
     const double origin = i % 5 == 0 ? 0x1p52 : 0;
     if (origin > 0) view = {{{0, 0}, {3, 2}, {4, 2}, {3, 1}}};
     for (real_pt_t& corner : view.corners) corner = {origin + corner.x, origin + corner.y};

@@ -30,7 +30,7 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
       {{0, 0}, {4, 3}, {{0, 0}, {0, 0}}, "one end is the centre"},
       {{4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other end is"},
       {{NAN, 1}, {4, 3}, {{NAN, NAN}, {NAN, NAN}}, "one end is no number"},
-      {{4, 3}, {NAN, 1}, {{NAN, NAN}, {NAN, NAN}}, "the other end is none"},
+      {{4, 3}, {NAN, 1}, {{NAN, NAN}, {NAN, NAN}}, "the other end is no number"},
       {{9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north"},
   };
   for (auto [from, to, wanted, why] : rows) {

@@ -38,7 +38,7 @@ struct Polygons {
   }
   drw_pset_t set() { return {static_cast<int>(points.size()), points.data(), flags.data()}; }
 
-  // At the heights of vertices, one bit beside them, and far away: where answers change.
+  // Returns a place where answers change: at the height of a vertex, one bit beside it, far away.
   DblPt hard_place(Random& random) const {
     const double x = points[random.below(static_cast<int>(points.size()))].x;
     const double y = points[random.below(static_cast<int>(points.size()))].y;

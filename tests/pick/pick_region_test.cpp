@@ -20,7 +20,7 @@ struct OwnedPoints : testing::Test {
 using Regions = testing::Types<CPickPolyline, CPolygon>;
 TYPED_TEST_SUITE(OwnedPoints, Regions);
 
-TYPED_TEST(OwnedPoints, AreNoneIfTooFewForTheShapeOrTooManyForTheMemory) {
+TYPED_TEST(OwnedPoints, AreNullIfTooFewForTheShapeOrTooManyForTheMemory) {
   const unsigned int least = std::is_same_v<TypeParam, CPolygon> ? 3 : 2;
   TypeParam enough(least);
   EXPECT_EQ(this->of(enough), std::vector<DblPt>(least));
@@ -47,7 +47,7 @@ TYPED_TEST(OwnedPoints, BelongToEachCopyAlone) {
   EXPECT_EQ(heap::blocks_left(), 0);
 }
 
-TYPED_TEST(OwnedPoints, AreNoneWhereTheHeapRefuses) {
+TYPED_TEST(OwnedPoints, AreNullWhereTheHeapRefuses) {
   TypeParam region(3, this->three.data());
   TypeParam target(3);
   heap::refuse(1, true);

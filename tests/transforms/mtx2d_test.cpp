@@ -206,7 +206,7 @@ TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
 using Reals = support::Vertices<real_pt_t>;
 using Ints = support::Vertices<int_pt_t>;
 
-// Mapped as one chain, or each polygon apart.
+// Maps all vertices as one chain, or each polygon apart.
 Ints rounded(const Reals& in, bool apart = false) {
   support::SetArrays<real_pt_t> source(in);
   support::SetArrays<int_pt_t> room(in.size());
