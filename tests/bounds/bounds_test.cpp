@@ -96,7 +96,6 @@ struct NamedKernel {
 void PrintTo(const NamedKernel& kernel, std::ostream* out) { *out << kernel.name; }
 
 // A new kernel takes one line. Each becomes a test, whose name tells of it even in a crash.
-// The tests of colours and polygons try their kernels in every form themselves.
 const NamedKernel kernels[] = {
     {"RealXfmPts", mapping(&Mtx2D::RealXfmPts)},
     {"XfmPts", mapping(&Mtx2D::XfmPts)},

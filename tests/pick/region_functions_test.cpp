@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-// A set of a single vertex and a triangle.
 static real_pt_t points[] = {{9, 9}, {1, 1}, {5, 2}, {2, 5}};
 static int edge_flags[] = {3, 1, 1, 3};
 static const drw_pset_t set = {4, points, edge_flags};

@@ -46,12 +46,14 @@ TEST(Mtx2D, DiffersByAnyOfItsSixElements) {
 
 TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
   for (int degrees = -720; degrees <= 720; degrees += 15) {
-    Mtx2D m;
+    Mtx2D m = matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeGeneral), first = m;
     m.Rotate(degrees, Mtx2DRotateLast);
+    first.Rotate(degrees, Mtx2DRotateFirst);
     const bool is_exact = degrees >= 0 && degrees < 360 && degrees % 90 == 0;
     const double radians = degrees * (is_exact ? M_PI : 3.141592654) / 180.0;
     EXPECT_NEAR(m.m12, std::sin(radians), 1e-14) << degrees << " degrees";
     EXPECT_NEAR(m.m22, std::cos(radians), 1e-14) << degrees << " degrees";
+    EXPECT_NEAR(first.m11, std::cos(radians), 1e-14) << degrees << " degrees, first";
     EXPECT_EQ(m.type != Mtx2DTypeGeneral, is_exact) << degrees << " degrees";
   }
 }
