@@ -16,7 +16,7 @@ namespace {
 
 using support::GuardedArray;
 
-/// What kernels read: `n` of each thing, flush against unreadable pages.
+/// The input of kernels: `n` of each thing, flush against unreadable pages.
 struct Inputs {
   int n;
   support::Random random;
@@ -108,7 +108,6 @@ struct NamedKernel {
 void PrintTo(const NamedKernel& kernel, std::ostream* out) { *out << kernel.name; }
 
 // A new kernel takes one line. Each becomes a test, whose name tells of it even in a crash.
-// Colours and points in polygons are looked for in every form by the tests of their families.
 const NamedKernel kernels[] = {
     {"RealXfmPts", mapping(&Mtx2D::RealXfmPts)},
     {"XfmPts", mapping(&Mtx2D::XfmPts)},

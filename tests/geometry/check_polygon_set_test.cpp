@@ -10,13 +10,20 @@
 const real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
 const real_rect_t turned = {{{0, -10}, {10, 0}, {0, 10}, {-10, 0}}};
 
+// Returns the reason, or "fine", from a buffer of `size` bytes.
+static std::string check(const drw_pset_t* set, const real_rect_t* rect, int size = 64) {
+  char reason[64] = "as before";
+  const int is_fine = zelvan_check_polygon_set(set, rect, reason, size);
+  return is_fine == 1 && *reason == '\0' ? "fine" : reason;
+}
+
 TEST(CheckPolygonSet, NamesTheFirstFault) {
   const struct {
     support::Vertices<real_pt_t> set;
     real_rect_t rect;
     std::string reason;
   } rows[] = {
-      {{{{0, 0}, 0}, {{1, 0}, 1}, {{1, 1}, 2}, {{5, 5}, 3}}, turned, ""},
+      {{{{0, 0}, 0}, {{1, 0}, 1}, {{1, 1}, 2}, {{5, 5}, 3}}, turned, "fine"},
       {{{{0, 0}, 1}, {{1, 0}, 1}, {{1, 1}, 1}}, view, "no closing flag"},
       {{{{0, 0}, 1}, {{1, 0}, 2}, {{1, 1}, 0}}, view, "no closing flag after vertex 1"},
       {{{{0, 0}, 1}, {{HUGE_VAL, 0}, 7}, {{1, 1}, 3}}, view, "vertex 1 has edge flag 7"},
@@ -34,25 +41,21 @@ TEST(CheckPolygonSet, NamesTheFirstFault) {
     support::SetArrays<real_pt_t> arrays(row.set);
     const int n = static_cast<int>(row.set.size());
     const drw_pset_t set = {n, arrays.points.data(), arrays.flags.data()};
-    char reason[64] = "as before";
-    const int is_fine = zelvan_check_polygon_set(&set, &row.rect, reason, sizeof reason);
-    EXPECT_EQ(reason, row.reason);
-    EXPECT_EQ(is_fine, row.reason.empty()) << "expected: " << row.reason;
+    EXPECT_EQ(check(&set, &row.rect), row.reason);
   }
 }
 
-TEST(CheckPolygonSet, WritesNoMoreThanThereIsRoomFor) {
-  const drw_pset_t negative = {-1, nullptr, nullptr}, no_points = {1, nullptr, nullptr};
+TEST(CheckPolygonSet, ChecksTheSetFirstAndNoNullPointer) {
+  const drw_pset_t empty = {0, nullptr, nullptr}, negative = {-1, nullptr, nullptr};
   real_pt_t point = {0, 0};
-  const drw_pset_t no_flags = {1, &point, nullptr};
+  const drw_pset_t no_points = {1, nullptr, nullptr}, no_flags = {1, &point, nullptr};
   const real_rect_t no_area = {};
-  char reason[16] = "as before";
-  EXPECT_EQ(zelvan_check_polygon_set(&no_points, nullptr, nullptr, 16), 0);
-  EXPECT_EQ(zelvan_check_polygon_set(&no_points, nullptr, reason, 0), 0);
-  EXPECT_STREQ(reason, "as before");
-  EXPECT_EQ(zelvan_check_polygon_set(&negative, &no_area, reason, 10), 0);
-  EXPECT_STREQ(reason, "the count") << "cut to 10 bytes, and the set comes first";
-  EXPECT_EQ(zelvan_check_polygon_set(&no_flags, nullptr, nullptr, 16), 0);
-  EXPECT_EQ(zelvan_check_polygon_set(nullptr, &no_area, reason, 8), 0);
-  EXPECT_STREQ(reason, "corners") << "no set";
+  EXPECT_EQ(check(&negative, &no_area), "the count of vertices is -1");
+  EXPECT_EQ(check(&no_points, nullptr), "the set has no points");
+  EXPECT_EQ(check(&no_flags, nullptr), "the set has no edge flags");
+  EXPECT_EQ(check(&empty, nullptr), "fine");
+  EXPECT_EQ(check(nullptr, &view), "fine");
+  EXPECT_EQ(check(nullptr, &no_area, 8), "corners") << "cut to 8 bytes";
+  EXPECT_EQ(check(nullptr, &no_area, 0), "as before") << "no room";
+  EXPECT_EQ(zelvan_check_polygon_set(nullptr, &no_area, nullptr, 64), 0) << "no buffer";
 }

@@ -1,6 +1,7 @@
 /// A model of clipping: which places are covered, and where a visible edge is drawn.
 #pragma once
 
+#include <zelvan/geometry/clip_functions.h>
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 
@@ -15,15 +16,14 @@ using Set = support::Vertices<real_pt_t>;
 using Place = std::complex<double>;
 
 inline const real_rect_t upright_and_other_views[] = {
-    {{{-4, -4}, {-4, 4}, {4, 4}, {4, -4}}},
-    {{{-3, 5}, {-1, 5}, {-1, -4}, {-3, -4}}},
-    {{{1, -7}, {7, 1}, {-1, 7}, {-7, -1}}},
-    {{{-5, -2}, {2, -1}, {3, 4}, {-4, 3}}},
+    {{{-4, -4}, {-4, 4}, {4, 4}, {4, -4}}}, {{{-3, 5}, {-1, 5}, {-1, -4}, {-3, -4}}},
+    {{{1, -7}, {7, 1}, {-1, 7}, {-7, -1}}}, {{{-5, -2}, {2, -1}, {3, 4}, {-4, 3}}},
+    {{{-4, -4}, {4, -4}, {4, 4}, {-3, 4}}},
 };
 
-/// What `clip` appends after one vertex. For the call the coordinates are multiplied by `scale`.
-inline Set clipped(decltype(&ClipPolygonSet) clip, const Set& in, real_rect_t view,
-                   double scale = 1) {
+/// Returns what `clip` appends after one vertex, with all coordinates multiplied by `scale`.
+template <class Clip>
+Set clipped(Clip clip, const Set& in, real_rect_t view, double scale = 1) {
   support::SetArrays<real_pt_t> source(in), target(9 * in.size() + 1);
   for (real_pt_t& p : source.points) p = {p.x * scale, p.y * scale};
   for (real_pt_t& p : view.corners) p = {p.x * scale, p.y * scale};
@@ -37,7 +37,8 @@ inline Set clipped(decltype(&ClipPolygonSet) clip, const Set& in, real_rect_t vi
 }
 
 /// Clips to (0, 0) to (10, 10), between a polygon of one vertex and one that is not closed.
-inline void expect_rings(decltype(&ClipPolygonSet) clip, Set in, const Set& out, const char* why) {
+template <class Clip>
+void expect_rings(Clip clip, Set in, const Set& out, const char* why) {
   in.insert(in.begin(), {{3, 3}, drw_edge_close_visible});
   in.push_back({{1, 1}, drw_edge_visible});
   EXPECT_EQ(clipped(clip, in, {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}}), out)
@@ -54,7 +55,7 @@ void for_each_edge(const Set& set, Visit visit) {
   }
 }
 
-/// By the sum of the angles under which the edges are seen.
+/// Returns the winding number, from the sum of the angles under which the edges are seen.
 inline long winding(const Set& set, real_pt_t about) {
   const Place p(about.x, about.y);
   double angle = 0;
@@ -76,7 +77,7 @@ inline Set border_of(const real_rect_t& view) {
   return {{a, 1}, {b, 1}, {c, 1}, {d, 3}};
 }
 
-/// Inside the view `out` winds, by the rule, and draws like `in`; outside and on the border not.
+/// Expects that inside the view `out` winds, by the rule, and draws as `in` does; and only there.
 inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& view,
                            long (*rule)(long)) {
   SCOPED_TRACE(testing::PrintToString(in) + "\nclipped to " + testing::PrintToString(view) +

@@ -1,21 +1,18 @@
-#include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
 
+#include "geometry/clip_model.h"
 #include "support/guarded_array.h"
-#include "support/printers.h"
-#include "support/random.h"
-
-#include <gtest/gtest.h>
 
 using Lines = std::vector<std::vector<real_pt_t>>;
 
-// In arrays of just the room that the header asks for.
-static Lines clipped(const std::vector<real_pt_t>& line, const real_rect_t& view) {
+// Clips in arrays of exactly the size that the header requires.
+static Lines pieces_of(const std::vector<real_pt_t>& line, const real_rect_t& view) {
   const int n = static_cast<int>(line.size());
   support::GuardedArray<real_pt_t> points(line), out(n > 1 ? 2 * (n - 1) : 0);
   support::GuardedArray<int> begins(n > 1 ? n : 1);
   int count;
-  const int end = ClipPolylineToView(points.data(), n, &view, out.data(), begins.data(), &count);
+  const int end = zelvan_clip_polyline_to_view(  // calls ClipPolylineToView
+      points.data(), n, &view, out.data(), begins.data(), &count);
   EXPECT_EQ(begins[count], end);
   Lines pieces;
   for (int k = 0; k < count; ++k) pieces.emplace_back(&out[begins[k]], &out[begins[k + 1]]);
@@ -39,11 +36,12 @@ TEST(ClipPolylineToView, WritesThePiecesInside) {
       {"ends at infinity, from outside", {{1, 1}, {20, 1}, {INFINITY, 1}}, {}},
   };
   for (const auto& [why, line, pieces] : rows) {
-    EXPECT_EQ(clipped(line, view), pieces) << why << ": " << testing::PrintToString(line);
+    EXPECT_EQ(pieces_of(line, view), pieces) << why << ": " << testing::PrintToString(line);
   }
-  EXPECT_EQ(clipped({{1, 1}, {2, 1}}, {{{0, 0}, {5, 0}, {9, 0}, {5, 9}}}), Lines{}) << "no view";
+  EXPECT_EQ(pieces_of({{1, 1}, {2, 1}}, {{{0, 0}, {5, 0}, {9, 0}, {5, 9}}}), Lines{}) << "no view";
   int begins, count = 7;
-  EXPECT_EQ(ClipPolylineToView(nullptr, -1, &view, nullptr, &begins, &count), 0) << "count of -1";
+  EXPECT_EQ(zelvan_clip_polyline_to_view(nullptr, -1, &view, nullptr, &begins, &count), 0)
+      << "count of -1";
   EXPECT_EQ(count, 0) << "count of -1";
 }
 
@@ -52,25 +50,25 @@ TEST(ClipPolylineToView, KeepsWhatARingOfVisibleEdgesShows) {
   for (int i = 0; i < 4000 && !testing::Test::HasFailure(); ++i) {
     real_rect_t view = {{{-4, -3}, {4, -3}, {4, 5}, {-4, 5}}};
     if (i % 2 != 0) view = {{{1, -7}, {-7, -1}, {-1, 7}, {7, 1}}};  // turned, the other sense
-    // A few units in the last place wide: there, cuts of several sides round to the same point.
+    // A view a few units in the last place wide: there, cuts of several sides round to one point.
     const double origin = i % 5 == 0 ? 0x1p52 : 0;
     if (origin > 0) view = {{{0, 0}, {3, 2}, {4, 2}, {3, 1}}};
     for (real_pt_t& corner : view.corners) corner = {origin + corner.x, origin + corner.y};
-    std::vector<real_pt_t> line(1 + random.below(40)), kept(4 * line.size() + 4);
+    std::vector<real_pt_t> line(1 + random.below(40));
     const double step = i % 4 < 2 ? 1 : 0.7;  // on sides and corners, or between
     for (real_pt_t& p : line) {
       p = {origin + (random.below(19) - 9) * step, origin + random.below(19) - 9.0};
     }
-    std::vector<int> flags(line.size(), drw_edge_visible), kept_flags(kept.size());
-    flags.back() = drw_edge_close_invisible;
-    drw_pset_t ring = {static_cast<int>(line.size()), line.data(), flags.data()};
-    drw_pset_t rest = {0, kept.data(), kept_flags.data()};
-    ClipPolygonSetToView(&ring, &rest, &view);
+    Set ring;
+    for (const real_pt_t& p : line) ring.push_back({p, drw_edge_visible});
+    ring.back().flag = drw_edge_close_invisible;
+    const Set rest = clipped(ClipPolygonSetToView, ring, view);
     Lines shown, pieces;
-    for (int k = 0, n = rest.n_points; k < n; ++k) {
-      if (kept_flags[k] % 2 != 0) shown.push_back({kept[k], kept[(k + 1) % n]});
+    for (std::size_t k = 0; k < rest.size(); ++k) {
+      if (rest[k].flag % 2 != 0)
+        shown.push_back({rest[k].point, rest[(k + 1) % rest.size()].point});
     }
-    for (const auto& piece : clipped(line, view)) {
+    for (const auto& piece : pieces_of(line, view)) {
       for (std::size_t k = 1; k < piece.size(); ++k) pieces.push_back({piece[k - 1], piece[k]});
     }
     EXPECT_EQ(pieces, shown) << "set " << i << ": " << testing::PrintToString(line);

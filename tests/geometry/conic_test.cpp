@@ -65,5 +65,6 @@ TEST(ConicType, CountsUpTo1e05AsZero) {
   EXPECT_EQ(type(1, over, 1, 0, 0), 'E') << "a cross term";
   EXPECT_EQ(type(at, at, at, 9, 9), 'L') << "no squares";
   EXPECT_EQ(type(1, 0, at, 9, at), 'L') << "no y";
+  EXPECT_EQ(type(at, 0, 1, at, 9), 'L') << "no x";
   EXPECT_EQ(type(1, 0, -at, 9, 9), 'H') << "discriminant 4e-05";
 }

@@ -6,6 +6,11 @@
 
 static double estimate(double longer, double shorter) { return 0.96 * longer + 0.398 * shorter; }
 
+TEST(PointPoint, EstimatesFromBothDifferences) {
+  real_pt_t p = {4, 7}, q = {1, 12};
+  EXPECT_EQ(utl_point_point(&p, &q), estimate(5, 3));
+}
+
 static void expect_to_line(real_pt_t p, real_pt_t a, real_pt_t b, double distance,
                            const char* why) {
   EXPECT_DOUBLE_EQ(utl_point_line(&p, &a, &b), distance) << why;
@@ -51,4 +56,5 @@ TEST(PointConarc, MeasuresToTheNearestSample) {
   const utl_conic_t parabola = {.5, 0, 0, 0, -1, 0, {-39, 760.5}, {39, 760.5}, 0};  // y = x^2 / 2
   EXPECT_NEAR(distance({0, -9}, parabola), estimate(9.5, 1), 1e-12) << "40, one at each odd x";
   EXPECT_EQ(distance({0, 9}, {0, 1, 0, 0, 0, -1, {-3, 7}, {3, 7}, 0}), estimate(2, 0)) << "line";
+  EXPECT_EQ(distance(p, {1, 2, 1, 0, 0, -2, {1, 0}, {0, 1}, 0}), 6.022e+23) << "parallel lines";
 }

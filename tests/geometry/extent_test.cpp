@@ -1,6 +1,6 @@
 #include <zelvan/geometry/extent.h>
 
-#include <cmath>
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +9,8 @@ struct Box {
 };
 
 static void expect_box(const Box& box, const Box& wanted, const char* why) {
-  EXPECT_NEAR(box.max.x, wanted.max.x, 1e-4) << why;
-  EXPECT_NEAR(box.max.y, wanted.max.y, 1e-4) << why;
-  EXPECT_NEAR(box.min.x, wanted.min.x, 1e-4) << why;
-  EXPECT_NEAR(box.min.y, wanted.min.y, 1e-4) << why;
+  EXPECT_EQ(box.max, wanted.max) << why;
+  EXPECT_EQ(box.min, wanted.min) << why;
 }
 
 TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
@@ -30,7 +28,9 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
       {{-4, -3}, {4, 3}, {{5, 3}, {-4, -5}}, "over due south and east"},
       {{3, -4}, {4, 3}, {{5, 3}, {3, -4}}, "over due east"},
       {{0, 0}, {4, 3}, {{0, 0}, {0, 0}}, "one end is the centre"},
-      {{4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other is"},
+      {{4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other end is"},
+      {{NAN, 1}, {4, 3}, {{NAN, NAN}, {NAN, NAN}}, "one end is no number"},
+      {{4, 3}, {NAN, 1}, {{NAN, NAN}, {NAN, NAN}}, "the other end is no number"},
       {{9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north"},
   };
   for (auto [from, to, wanted, why] : rows) {
@@ -43,16 +43,27 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
   }
 }
 
-TEST(MaxminCubic, HoldsTheTurningPoints) {
-  double x_and_y[] = {64, -96, 21, 0, 0, 4, -4, 0};
+TEST(MaxminConic, HoldsTheEndsAndTheSamples) {
+  utl_conic_t parabola = {.5, 0, 0, 0, -1, 0, {-39, 760.5}, {39, 760.5}, 0};  // y = x^2 / 2
   Box box;
-  utl_maxmin_cubic(x_and_y, &box.max, &box.min);
-  expect_box(box, {{1.25, 0}, {-12.25, -1}}, "turning at 1/8 and 7/8, and at 1/2");
+  utl_maxmin_conic(&parabola, &box.max, &box.min);
+  expect_box(box, {{39, 760.5}, {-39, 0.5}}, "40 samples, one at each odd x");
+}
+
+TEST(MaxminCubic, HoldsTheTurningPointsFrom0To1) {
+  double inside[] = {64, -96, 21, 0, 0, 4, -4, 0};
+  double outside[] = {0, 1, 1, 0, 0, 1, -4, 0};
+  Box box;
+  utl_maxmin_cubic(inside, &box.max, &box.min);
+  expect_box(box, {{1.25, 0}, {-12.25, -1}}, "x turns at 1/8 and 7/8, y at 1/2");
+  utl_maxmin_cubic(outside, &box.max, &box.min);
+  expect_box(box, {{2, 0}, {0, -3}}, "x turns at -1/2, y at 2");
 }
 
 TEST(MaxminRotrect, IsTheBoxOfTheTurnedBox) {
   real_pt_t center = {1, 1};
-  double box[] = {1, 1, 4, 2};  // turned to 0, 1 to 1, 4
-  utl_maxmin_rotrect(&center, box, M_PI / 2);
-  expect_box({{box[2], box[3]}, {box[0], box[1]}}, {{1, 4}, {0, 1}}, "a quarter turn");
+  double box[] = {1, 1, 6, 11};  // of 5 by 10, turned by sine 0.8 and cosine 0.6
+  utl_maxmin_rotrect(&center, box, std::atan2(4, 3));
+  const double wanted[] = {1 - 8, 1, 1 + 3, 1 + 4 + 6};
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR(box[i], wanted[i], 1e-12) << "number " << i;
 }

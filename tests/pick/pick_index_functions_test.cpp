@@ -2,7 +2,7 @@
 
 #include "support/heap.h"
 
-#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -15,11 +15,10 @@ TEST(PickIndexFunctions, AskAnIndex) {
   CPickIndex* const index = zelvan_new_pick_index(&set);
   EXPECT_EQ(zelvan_hit_pick_index(index, 1, 2), 1);
   EXPECT_EQ(zelvan_hit_pick_index(index, 5, 2), 0);
-  std::string hits(8, '?');
+  std::vector<unsigned char> hits(5, 9);
   EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 0, points, nullptr), 0);
-  const auto bytes = reinterpret_cast<unsigned char*>(hits.data());
-  EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 4, points, bytes), 1) << "4, 0 alone";
-  EXPECT_EQ(hits, std::string({0, 1, 0, 0, '?', '?', '?', '?'}));
+  EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 4, points, hits.data()), 1) << "4, 0 alone";
+  EXPECT_EQ(hits, (std::vector<unsigned char>{0, 1, 0, 0, 9}));
   int numbers[] = {-1, -1};
   EXPECT_EQ(zelvan_find_polygons(index, 1, 2, numbers, 1), 2);
   EXPECT_EQ(numbers[0] * 10 + numbers[1], -1) << "polygon 0, and room for no more";
@@ -34,13 +33,18 @@ TEST(PickIndexFunctions, MakeNothingWithoutMemoryOrVertices) {
   EXPECT_EQ(zelvan_new_pick_index_of_ring(2, nullptr), nullptr) << "two enclose nothing";
   zelvan_delete_pick_index(nullptr);
   CPickIndex* made = nullptr;
-  const auto expect_null = [&] { EXPECT_EQ(made, nullptr); };
-  const auto of_set = [&] { zelvan_delete_pick_index(made = zelvan_new_pick_index(&set)); };
-  EXPECT_GT(heap::refuse_each(of_set, expect_null), 0);
-  EXPECT_EQ(heap::blocks_left(), 0);
+  const auto expect_null = [&] {
+    EXPECT_EQ(made, nullptr);
+    EXPECT_EQ(heap::blocks_left(), 0) << "leaked";
+  };
+  int each_closes[] = {3, 3, 3, 3, 3, 3, 3, 3};
+  const drw_pset_t many = {8, points, each_closes};
+  for (const drw_pset_t* from : {&set, &many}) {
+    const auto of_set = [&] { zelvan_delete_pick_index(made = zelvan_new_pick_index(from)); };
+    EXPECT_GT(heap::refuse_each(of_set, expect_null), 0);
+  }
   const auto of_ring = [&] {
     zelvan_delete_pick_index(made = zelvan_new_pick_index_of_ring(4, points));
   };
   EXPECT_GT(heap::refuse_each(of_ring, expect_null), 0);
-  EXPECT_EQ(heap::blocks_left(), 0);
 }

@@ -20,12 +20,13 @@ struct OwnedPoints : testing::Test {
 using Regions = testing::Types<CPickPolyline, CPolygon>;
 TYPED_TEST_SUITE(OwnedPoints, Regions);
 
-TYPED_TEST(OwnedPoints, AreNoneIfTooFewForTheShape) {
+TYPED_TEST(OwnedPoints, AreNullIfTooFewForTheShapeOrTooManyForTheMemory) {
   const unsigned int least = std::is_same_v<TypeParam, CPolygon> ? 3 : 2;
   TypeParam enough(least);
   EXPECT_EQ(this->of(enough), std::vector<DblPt>(least));
   EXPECT_EQ(TypeParam(least - 1, this->xs, this->ys).start(), nullptr);
   EXPECT_EQ(TypeParam(least - 1, this->three.data()).start(), nullptr);
+  EXPECT_TRUE(sizeof(void*) > 4 || TypeParam(0x10000001).start() == nullptr) << "bytes wrap to 16";
 }
 
 TYPED_TEST(OwnedPoints, BelongToEachCopyAlone) {
@@ -46,7 +47,7 @@ TYPED_TEST(OwnedPoints, BelongToEachCopyAlone) {
   EXPECT_EQ(heap::blocks_left(), 0);
 }
 
-TYPED_TEST(OwnedPoints, AreNoneWhereTheHeapRefuses) {
+TYPED_TEST(OwnedPoints, AreNullWhereTheHeapRefuses) {
   TypeParam region(3, this->three.data());
   TypeParam target(3);
   heap::refuse(1, true);

@@ -3,7 +3,7 @@
 #include "geometry/clip_model.h"
 #include "support/vector_forms.h"
 
-TEST(CPolygon, HoldsThePointsAboutWhichItWindsOnceTheyMoveALittle) {
+TEST(CPolygon, HoldsAPointIfItWindsAboutAPlaceJustLeftOfAndAboveIt) {
   support::for_each_form([](const char* form) {
     support::Random random(1);
     for (int i = 0; i < 300; ++i) {

@@ -1,5 +1,6 @@
 #include <zelvan/transforms/matrix_functions.h>
 
+#include "support/polygon_set.h"
 #include "transforms/matrix.h"
 
 #include <gtest/gtest.h>
@@ -33,4 +34,18 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
          [](M* m) { invert_matrix(m, m); });
   expect("ShearInX", matrix({1, 2}, {9, 4}, {5, 6}, derived, 3), [](M* m) { m->ShearInX(9); });
   expect("InvertYAxis", matrix({1, 2}, {3, -4}, {5, 9}, kept, 3), [](M* m) { m->InvertYAxis(9); });
+}
+
+TEST(MatrixFunctions, MapPolygonsFromTheDevice) {
+  const Mtx2D twice(0, 0, Mtx2DOrientNone, 2, 2, 1, 1);
+  support::SetArrays<int_pt_t> in({{{3, 5}, 1}, {{3, 5}, 0}, {{7, 9}, 3}});
+  support::SetArrays<real_pt_t> out(3);
+  drw_dpset_t in_set = {3, in.points.data(), in.flags.data()};
+  drw_pset_t out_set = {-1, out.points.data(), out.flags.data()};
+  zelvan_map_polygons_from_device(&in_set, &out_set, &twice);
+  const support::Vertices<real_pt_t> expected = {{{7, 11}, 1}, {{7, 11}, 0}, {{15, 19}, 3}};
+  EXPECT_EQ(out.first(out_set.n_points), expected) << "doubled and moved, repeats included";
+  in_set.n_points = -1;
+  zelvan_map_polygons_from_device(&in_set, &out_set, &twice);
+  EXPECT_EQ(out_set.n_points, 0) << "a count below 0 makes an empty set";
 }

@@ -46,12 +46,14 @@ TEST(Mtx2D, DiffersByAnyOfItsSixElements) {
 
 TEST(Rotate, KeepsExactZerosAtFourAnglesAndElseUsesTheShortPi) {
   for (int degrees = -720; degrees <= 720; degrees += 15) {
-    Mtx2D m;
+    Mtx2D m = matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeGeneral), first = m;
     m.Rotate(degrees, Mtx2DRotateLast);
+    first.Rotate(degrees, Mtx2DRotateFirst);
     const bool is_exact = degrees >= 0 && degrees < 360 && degrees % 90 == 0;
     const double radians = degrees * (is_exact ? M_PI : 3.141592654) / 180.0;
     EXPECT_NEAR(m.m12, std::sin(radians), 1e-14) << degrees << " degrees";
     EXPECT_NEAR(m.m22, std::cos(radians), 1e-14) << degrees << " degrees";
+    EXPECT_NEAR(first.m11, std::cos(radians), 1e-14) << degrees << " degrees, first";
     EXPECT_EQ(m.type != Mtx2DTypeGeneral, is_exact) << degrees << " degrees";
   }
 }
@@ -68,14 +70,14 @@ TEST(Product, ActsWithTheFirstMatrixFirst) {
 }
 
 TEST(Invert, DividesByTheDeterminant) {
-  Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, Mtx2DTypeIdentity, 1);
-  Mtx2D diagonal = matrix({2, 0}, {0, 4}, {6, 8}, Mtx2DTypeIdentity);
+  Mtx2D m = matrix({1, 2}, {4, 0}, {5, 6}, Mtx2DTypeIdentity, 1);
+  Mtx2D shear = matrix({2, 0}, {4, 4}, {6, 8}, Mtx2DTypeIdentity);
   Mtx2D singular = matrix({0, 0}, {0, 0}, {1, 1}, Mtx2DTypeIdentity);
-  EXPECT_EQ(m.GetDeterminant(), 1 * 4 - 2 * 3);
+  EXPECT_EQ(m.GetDeterminant(), 1 * 0 - 2 * 4);
   EXPECT_EQ(m.ReversesOrientation(), 1);
   EXPECT_EQ(singular.ReversesOrientation(), 0);
-  EXPECT_EQ(m.Invert(), matrix({-2, 1}, {1.5, -0.5}, {1, -2}, Mtx2DTypeGeneral, 1));
-  EXPECT_EQ(diagonal.Invert(), matrix({0.5, -0.0}, {-0.0, 0.25}, {-3, -2}, Mtx2DTypeDiagonal));
+  EXPECT_EQ(m.Invert(), matrix({-0.0, 0.25}, {0.5, -0.125}, {-3, -0.5}, Mtx2DTypeGeneral, 1));
+  EXPECT_EQ(shear.Invert(), matrix({0.5, -0.0}, {-0.5, 0.25}, {1, -2}, Mtx2DTypeGeneral));
   EXPECT_EQ(singular.Invert(), matrix({NAN, NAN}, {NAN, NAN}, {NAN, NAN}, Mtx2DTypeGeneral));
 }
 
@@ -145,8 +147,8 @@ TEST(Mapping, DropsTheTermsThatTheTypeCallsZero) {
     real_pt_t in = {10, 100}, out[4];
     til_xfm_pnt(10, 100, &out[0].x, &out[0].y, &m);  // calls XfmPt
     m.RealXfmPt(&in, &out[1]);
-    m.InvXfmPt(&whole, &out[2]);
-    m.RealXfmPts(1, &in, &out[3]);
+    zelvan_map_points_from_device(1, &whole, &out[2], &m);  // calls InvXfmPt
+    zelvan_map_points(1, &in, &out[3], &m);                 // calls RealXfmPts
     for (const auto& p : out)
       EXPECT_EQ(p, expected) << "(10, 100) by " << testing::PrintToString(m);
   };
@@ -162,8 +164,9 @@ TEST(Mapping, RoundsHalvesAwayFromZeroAndClampsNothing) {
     real_pt_t in = {v, v};
     int_pt_t one, ints, fixed;
     short_pt_t shorts;
+    const Mtx2D unmoved;
     Mtx2D().XfmPt(&in, &one);
-    Mtx2D().XfmPts(1, &in, &ints);
+    zelvan_map_points_to_device(1, &in, &ints, &unmoved);  // calls XfmPts
     Mtx2D().XfmFPts(1, &in, &fixed);
     Mtx2D().XfmSPts(1, &in, &shorts);
     EXPECT_EQ(one, (int_pt_t{rounded, rounded}));
@@ -205,13 +208,15 @@ TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
 using Reals = support::Vertices<real_pt_t>;
 using Ints = support::Vertices<int_pt_t>;
 
-// Mapped as one chain, or each polygon apart.
+// Maps all vertices as one chain, or each polygon apart.
 Ints rounded(const Reals& in, bool apart = false) {
   support::SetArrays<real_pt_t> source(in);
   support::SetArrays<int_pt_t> room(in.size());
   drw_pset_t set = {static_cast<int>(in.size()), source.points.data(), source.flags.data()};
   drw_dpset_t out = {-1, room.points.data(), room.flags.data()};
-  apart ? Mtx2D().XfmPolygons(set, &out) : Mtx2D().XfmPolySetPts(&set, &out);
+  Mtx2D unmoved;
+  if (apart) zelvan_map_polygons_to_device(&set, &out, &unmoved);  // calls XfmPolygons
+  if (!apart) unmoved.XfmPolySetPts(&set, &out);
   return room.first(out.n_points);
 }
 
@@ -234,38 +239,43 @@ TEST(XfmPolygons, MergesVerticesOfOnePolygonOnly) {
   EXPECT_EQ(rounded({{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 0}, {{1.25, 1}, 2}, {{1, 1}, 2}}, true),
             (Ints{{{0, 0}, 1}, {{1, 1}, 3}, {{1, 1}, 2}, {{1, 1}, 2}}))
       << "polygons that touch stay apart, and one vertex is left of each";
-  EXPECT_EQ(rounded({{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}}, true),
-            (Ints{{{0, 0}, 1}, {{5, 0}, 1}, {{0, 0}, 3}}))
+  EXPECT_EQ(rounded({{{0, 0}, 1}, {{0, 5}, 1}, {{0, 0}, 3}, {{1, 1}, 1}, {{2, 2}, 7}}, true),
+            (Ints{{{0, 0}, 1}, {{0, 5}, 1}, {{0, 0}, 3}}))
       << "last and first aren't compared; what no flag closes is dropped, and 7 closes nothing";
   EXPECT_EQ(rounded({{{0, 0}, 1}}, true), Ints{}) << "nothing is closed";
 }
 
 TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
   support::SetArrays<real_pt_t> in({{{1.25, 0}, 1}, {{1, -0.0}, 1}, {{1, 0}, 2}}), room(3);
+  const drw_pset_t set = {3, in.points.data(), in.flags.data()};
   drw_pset_t out = {-1, room.points.data(), room.flags.data()};
   Mtx2D unmoved;
-  unmoved.ty = -0.0;  // keeps -0.0 as it is
-  unmoved.RealXfmPolygons({3, in.points.data(), in.flags.data()}, &out);
+  unmoved.ty = -0.0;                          // keeps -0.0 as it is
+  zelvan_map_polygons(&set, &out, &unmoved);  // calls RealXfmPolygons
   EXPECT_EQ(room.first(out.n_points), (Reals{{{1.25, 0}, 1}, {{1, 0}, 2}}))
       << "-0.0 equals 0.0, and the last of equals stays";
 }
 
-// Each of 100 vertices comes three times, an eighth apart; each two are a polygon.
+// After one vertex each of 100 comes three times, an eighth apart; each two are a polygon. So
+// vertex 128, which begins a block, repeats the one before, and vertex 256 does not.
 TEST(XfmPolygon, ComparesVerticesAsItWritesThem) {
-  Reals vertices;
+  Reals vertices = {{{-1, 0}, 3}};
   for (int i = 0; i < 300; ++i) {
     vertices.push_back({{i / 3 + i % 3 * 0.125, 0}, i % 6 == 5 ? 3 : 1});
   }
-  support::SetArrays<real_pt_t> in(vertices), reals(300);
-  std::vector<int_pt_t> out(300);
-  drw_pset_t set = {300, in.points.data(), in.flags.data()};
+  support::SetArrays<real_pt_t> in(vertices), reals(301);
+  std::vector<int_pt_t> out(301);
+  drw_pset_t set = {301, in.points.data(), in.flags.data()};
   drw_pset_t kept = {-1, reals.points.data(), reals.flags.data()};
+  Mtx2D unmoved;
+  zelvan_map_polygons(&set, &kept, &unmoved);
+  EXPECT_EQ(reals.first(kept.n_points), vertices) << "no two are one in reals, polygon by polygon";
   int count;
-  Mtx2D().XfmPolyPts(300, &count, in.points.data(), out.data());
-  Mtx2D().RealXfmPolyPtSet(&set, &kept);
-  EXPECT_EQ(count, 100) << "three are one when rounded";
-  EXPECT_EQ(kept.n_points, 300) << "no two are one in reals";
-  EXPECT_EQ(rounded(vertices, true).size(), 100u) << "polygon by polygon";
+  unmoved.XfmPolyPts(301, &count, in.points.data(), out.data());
+  unmoved.RealXfmPolyPtSet(&set, &kept);
+  EXPECT_EQ(count, 101) << "three are one when rounded";
+  EXPECT_EQ(kept.n_points, 301) << "no two are one in reals";
+  EXPECT_EQ(rounded(vertices, true).size(), 101u) << "three are one, polygon by polygon";
 }
 
 }  // namespace

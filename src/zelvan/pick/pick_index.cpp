@@ -109,15 +109,11 @@ bool PickTable::finish() {
 
 template <class Look>
 void PickTable::visit(int first, int last, double x, double y, const Look& look) const {
-  if (used.rings == 1) {
-    const int winding = first <= 0 && last >= 1 ? rings[0].winding_number(x, y) : 0;
-    if (winding != 0) look(0, winding);
-    return;
-  }
   if (used.rings < fewest_for_grid) {
     for (int k = std::max(first, 0); k < std::min(last, used.rings); ++k) {
       const int winding = rings[k].winding_number(x, y);
-      if (winding != 0 && !look(k, winding)) return;
+      if (winding == 0) continue;
+      if (!look(k, winding)) return;
     }
     return;
   }
@@ -125,7 +121,8 @@ void PickTable::visit(int first, int last, double x, double y, const Look& look)
   auto k = std::lower_bound(near_by.begin(), near_by.end(), first);
   for (; k != near_by.end() && *k < last; ++k) {
     const int winding = rings[*k].winding_number(x, y);
-    if (winding != 0 && !look(*k, winding)) return;
+    if (winding == 0) continue;
+    if (!look(*k, winding)) return;
   }
 }
 

@@ -27,10 +27,11 @@ class Winding {
   int number() const { return number_; }
 
  private:
+  // Requires: of the two ends, one is above (px, py) or NaN, and the other is not.
   int of_edge(const real_pt_t& a, const real_pt_t& b) const {
     const double cross = (b.x - a.x) * (py_ - a.y) - (px_ - a.x) * (b.y - a.y);
-    if (py_ >= a.y) return b.y > py_ && cross > 0.0 ? 1 : 0;
-    return py_ >= b.y && cross < 0.0 ? -1 : 0;
+    if (is_below_) return cross > 0.0 ? 1 : 0;
+    return cross < 0.0 ? -1 : 0;
   }
 
   double px_, py_;

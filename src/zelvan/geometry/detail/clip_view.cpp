@@ -13,13 +13,13 @@ namespace {
 
 // Returns the direction from `a` to `b`, scaled by a power of 2 to a length near 1. The error of
 // each coordinate is the rounding of one subtraction; NaN if it can't be scaled without a further
-// loss.
+// loss. Infinite if the subtraction overflows.
 real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   const double dx = b.x - a.x, dy = b.y - a.y;
   const int exponent = std::ilogb(std::max(std::fabs(dx), std::fabs(dy)));
   const auto scaled = [=](double d) {
     const double v = std::scalbn(d, -exponent);
-    const bool is_exact = d == 0.0 || (std::fabs(v) >= 0x1p-500 && std::fabs(v) <= 2.0);
+    const bool is_exact = d == 0.0 || std::fabs(v) >= 0x1p-500;
     return is_exact ? v : std::numeric_limits<double>::quiet_NaN();
   };
   return {scaled(dx), scaled(dy)};
@@ -96,7 +96,7 @@ bool ClipView::set(const real_rect_t& rect) {
 }
 
 // Returns 1 for a point inside the line of a side, 0 on it, and -1 beyond. A direction that is NaN
-// leads to the exact computation.
+// or infinite leads to the exact computation.
 int ClipView::sign_inside(int side, const real_pt_t& p) const {
   const real_pt_t& start = corners_[side];
   const double left = directions_[side].x * (p.y - start.y);

@@ -14,10 +14,9 @@
 namespace zelvan {
 
 inline DblPt* allocate_points(unsigned int* n) {
-  DblPt* points = nullptr;
-  if (*n != 0 && is_possible_array<DblPt>(*n)) {
-    points = static_cast<DblPt*>(std::malloc(*n * sizeof(DblPt)));
-  }
+  if (!is_possible_array<DblPt>(*n)) *n = 0;
+  if (*n == 0) return nullptr;
+  auto* const points = static_cast<DblPt*>(std::malloc(*n * sizeof(DblPt)));
   if (points == nullptr) *n = 0;
   return points;
 }

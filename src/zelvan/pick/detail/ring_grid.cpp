@@ -1,6 +1,7 @@
 #include <zelvan/detail/new_array.h>
 #include <zelvan/pick/detail/ring_grid.h>
 
+#include <cassert>
 #include <cstdint>
 
 namespace zelvan {
@@ -66,10 +67,11 @@ void RingGrid::for_each_entry(const PreparedRing* rings, int n, const Look& look
 }
 
 bool RingGrid::fill(const PreparedRing* rings, int n, std::size_t room) {
+  assert(room > static_cast<std::size_t>(n));  // so a single cell fits
   extent_ = extent_of(rings, n);
   divide(1);
   while (cell_count() < 2 * static_cast<std::size_t>(n)) divide(2 * side_);
-  while (side_ > 1 && !fits(rings, n, room)) divide(side_ / 2);
+  while (!fits(rings, n, room)) divide(side_ / 2);
 
   // A counting sort, so the rings of a cell keep their order. Each count is stored two places after
   // its cell, so that the prefix sums become start indices.

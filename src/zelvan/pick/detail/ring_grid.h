@@ -15,7 +15,7 @@ class RingGrid {
   /// Sorts `n` rings into a grid. Returns false if the heap refuses.
   ///
   /// There are 2 to 8 cells for each ring, or fewer: cells are enlarged until they and their
-  /// entries together number at most `room`, or one cell is left.
+  /// entries together number at most `room`. Requires: `room` is larger than `n`.
   bool fill(const PreparedRing* rings, int n, std::size_t room);
 
   /// Returns the numbers of the rings near a point, ascending; all rings that wind about it are
