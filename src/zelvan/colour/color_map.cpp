@@ -20,8 +20,8 @@ struct {
 
 /// Returns `count` black entries; null if `count` is 0 or the heap is exhausted.
 ColorRGB* new_colors(unsigned int count) {
-  if (count == 0 || !zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
-  return new (std::nothrow) ColorRGB[count];
+  if (!zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
+  return count == 0 ? nullptr : new (std::nothrow) ColorRGB[count];
 }
 
 bool are_equal(const ColorRGB& a, const ColorRGB& b) {
