@@ -28,10 +28,12 @@ static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   return found;
 }
 
-/// Most channels are near an end of the scale, so that there are ties. One entry in 20 is unset.
+/// Most channels are near an end of the scale, so that there are ties. One entry in 20 is unset,
+/// and a channel in 500 is beyond the scale.
 static void fill(ColorMap* map, support::Random* random) {
   const int scale = static_cast<int>(map->max_value);
   const auto channel = [&] {
+    if (random->below(500) == 0) return random->below(2) == 0 ? -1 : 2048;
     const int place = random->below(random->below(4) == 0 ? scale : 8);
     return random->below(2) == 0 ? place : scale - place;
   };
@@ -45,13 +47,14 @@ TEST(GetClosestColor, AnswersAsALoopDoesInEveryForm) {
   for (unsigned seed = 1; seed <= 300; ++seed) {
     support::Random random(seed);
     const int scales[] = {8, 255, 2047, 2048, 65535, 100'000'000};
-    ColorMap map(1 + random.below(seed % 2 == 0 ? 150 : 8), scales[seed % 6]);
-    ColorMap targets(50, scales[seed % 6]);
+    const int scale = scales[random.below(6)];
+    ColorMap map(1 + random.below(seed % 2 == 0 ? 150 : 8), scale);
+    ColorMap targets(50, scale);
     fill(&map, &random);
     fill(&targets, &random);
     support::for_each_form([&](const char* form) {
       ColorXfm xfm(50);
-      heap::refuse(static_cast<int>(seed % 3), false);
+      heap::refuse(random.below(3), false);
       xfm.MapColors(&targets, &map);
       heap::grant_all();
       EXPECT_EQ(heap::blocks_left(), 0);
@@ -75,13 +78,25 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
       EXPECT_EQ(heap::blocks_left(), 0) << name << " leaks";
     };
     EXPECT_EQ(heap::refuse_each([&] { result = is_made(); }, check), 2 * requests) << name;
+    EXPECT_TRUE(result) << name << " where the heap grants";
   };
   int rgb[] = {1, 2, 3};
   const ColorMap full(1, 255, rgb);
   expect_refusals("a copy", 1, [&] { return ColorMap(full).map_size == 1; });
   expect_refusals("ColorRWMap", 1, [] { return ColorRWMap(1).rw_size == 1; });
   expect_refusals("ColorXfm", 1, [] { return ColorXfm(1).xfm_size == 1; });
-  expect_refusals("ColOpen", 2, [] { return Map(ColOpen(1, 9), ColDeleteColorMap) != nullptr; });
-  expect_refusals("ColNewColorMap", 2,
-                  [&] { return Map(ColNewColorMap(1, 9, rgb), ColDeleteColorMap) != nullptr; });
+  for (const int size : {0, 1}) {  // an empty map or table has no block of entries
+    const int requests = 1 + size;
+    expect_refusals("ColOpen", requests,
+                    [&] { return Map(ColOpen(size, 9), ColDeleteColorMap) != nullptr; });
+    expect_refusals("ColNewColorMap", requests, [&] {
+      return Map(ColNewColorMap(size, 9, rgb), ColDeleteColorMap) != nullptr;
+    });
+    expect_refusals("ColOpenXfm", requests, [&] {
+      ColorXfm* xfm = ColOpenXfm(size);
+      const bool is_made = xfm != nullptr;
+      ColCloseXfm(&xfm);
+      return is_made;
+    });
+  }
 }

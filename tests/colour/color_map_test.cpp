@@ -1,4 +1,5 @@
 #include <zelvan/colour/color_map.h>
+#include <zelvan/colour/color_map_functions.h>
 #include <zelvan/colour/color_xfm.h>
 
 #include <climits>
@@ -7,9 +8,9 @@
 #include <gtest/gtest.h>
 #include <support/printers.h>
 
-/// Pens 0 and 3 are alike, pen 1 is unset.
+/// Pens 0 and 3 are alike; pen 1 is unset.
 static ColorMap five_pens() {
-  int rgb[] = {10, 10, 10, -1, 20, 20, 30, 30, 30, 10, 10, 10, 30, 30, 32};
+  int rgb[] = {0, 10, 10, -1, 20, 20, 30, 30, 30, 0, 10, 10, 30, 30, 32};
   return {5, 255, rgb};
 }
 
@@ -25,6 +26,23 @@ TEST(ColorMap, OwnsItsEntries) {
   }
 }
 
+TEST(ColorMap, IsIdenticalToOneOfEqualEntriesOnAnyScale) {
+  ColorMap map = five_pens();
+  ColorMap copy(5, 7);
+  map.CopyColorMap(&copy);
+  EXPECT_EQ(copy.max_value, 255u) << "the scale is copied";
+  map.max_value = 31;
+  EXPECT_EQ(map.Identical(&copy), 1) << "on another scale";
+  for (const ColorRGB& other : {ColorRGB(1, 10, 10), ColorRGB(0, 9, 10), ColorRGB(0, 10, 9)}) {
+    copy.colors[3] = other;
+    EXPECT_EQ(map.Identical(&copy), 0) << testing::PrintToString(other) << " is not pen 3";
+  }
+  copy.map_count = 3;
+  map.CopyColorMap(&copy);
+  EXPECT_EQ(copy.max_value, 255u) << "a map of another size stays as it is";
+  EXPECT_EQ(map.Identical(&copy), 0) << "3 equal entries, but not 5";
+}
+
 TEST(ColorMap, SetsEntriesThatItHas) {
   ColorMap map(1, 31);
   char text[] = "RGB 1 0.5 0";
@@ -34,6 +52,11 @@ TEST(ColorMap, SetsEntriesThatItHas) {
     EXPECT_EQ(map.SetRGBIndex(index, 0, 1, 0.5f), index == 0) << index;
   }
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
+  for (const int index : {-1, 0, 1}) {
+    EXPECT_EQ(zelvan_set_named_color(&map, index, "Red"), index == 0) << index;
+  }
+  EXPECT_EQ(zelvan_set_named_color(&map, 0, "no name"), 0);
+  EXPECT_EQ(map.colors[0], ColorRGB(255, 0, 0)) << "by its name";
 }
 
 TEST(GetValue, IsWhatAnImageHoldsForAPen) {
@@ -68,8 +91,8 @@ TEST(GetSimilarColor, FindsTheClosestOtherColour) {
   ColorMap map = five_pens();
   const auto find = [&](ColorRGB target) { return map.GetSimilarColor(&target); };
   EXPECT_EQ(find({30, 30, 30}), 4) << "2 is the same colour";
-  EXPECT_EQ(find({10, 10, 11}), 0) << "pen 0 counts, and the lowest of equals";
-  EXPECT_EQ(find({10, 10, 10}), 2) << "0 and 3 are the same colour, and 1 is unset";
+  EXPECT_EQ(find({0, 10, 11}), 0) << "pen 0 counts, and the lowest of equals";
+  EXPECT_EQ(find({0, 10, 10}), 2) << "0 and 3 are the same colour, and 1 is unset";
   EXPECT_EQ(find({1000, 0, 0}), 0) << "all are farther away than the scale is long";
 }
 
@@ -80,13 +103,28 @@ TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
   const auto find = [&](ColorRGB color, int tolerance) {
     return map.ColxGetReadOnlyColor(&list, color.red, color.green, color.blue, tolerance);
   };
-  EXPECT_EQ(find({10, 10, 10}, 0), 1) << "the colour itself, whatever the tolerance";
+  EXPECT_EQ(find({0, 10, 10}, 0), 1) << "the colour itself, whatever the tolerance";
   EXPECT_EQ(find({30, 30, 32}, 0), 0) << "not among the first three";
   EXPECT_EQ(find({33, 27, 32}, 4), 1) << "3, 3 and 2 are less than 4";
   EXPECT_EQ(find({34, 30, 30}, 4), 0) << "4 in red is not";
   EXPECT_EQ(find({30, 26, 30}, 4), 0) << "nor in green";
   EXPECT_EQ(find({30, 30, 34}, 4), 0) << "nor in blue";
   EXPECT_EQ(find({285, 285, 285}, 999), 0) << "three full scales away";
+}
+
+TEST(MakeRoList, ListsTheLowestFreePens) {
+  ColorRWMap used(3);
+  ColorRWMap free(6);
+  used.rw_count = 3;
+  for (const int i : {0, 1, 2}) used.rw_list[i] = 2 * i;  // 0, 2, 4
+  used.MakeRoList(&free, 1);
+  EXPECT_EQ(std::vector(free.rw_list, free.rw_list + free.rw_count), (std::vector{1u, 3u}))
+      << "6 pens less 3 in use and 1 reserved";
+  used.MakeRoList(&free, 4);
+  EXPECT_EQ(free.rw_count, 0u) << "3 free pens less 4 reserved";
+  used.MakeRoList(&free, -9);
+  EXPECT_EQ(free.rw_count, 6u) << "no more than there is room for";
+  EXPECT_EQ(free.rw_list[5], 8u) << "after 1, 3, 5, 6 and 7";
 }
 
 TEST(MapColors, CountsHowCloseItCame) {
