@@ -62,11 +62,9 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
   };
   for (auto row : rows) {
     ColorRGB color;
-    for (const float turn : {-360.0f, 360.0f, 0.0f}) {
-      ColorHSV turned = {row.hsv.hue + turn, row.hsv.saturation, row.hsv.value};
-      color.HsvToRgb(&turned, 4);
-      EXPECT_EQ(color, row.color) << row.why << ", hue " << turned.hue;
-    }
+    ColorHSV a_turn_back = {row.hsv.hue - 360, row.hsv.saturation, row.hsv.value};
+    color.HsvToRgb(&a_turn_back, 4);
+    EXPECT_EQ(color, row.color) << row.why << ", a turn back";
     ColorHSV hsv;
     row.color.RgbToHsv(4, &hsv);
     EXPECT_EQ(hsv.hue, row.hsv.hue) << row.why;

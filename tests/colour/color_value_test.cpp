@@ -1,4 +1,3 @@
-#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_value.h>
 
 #include <cmath>
@@ -35,39 +34,25 @@ TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {
 }
 
 TEST(AdjustForeground, MovesAColourCloseToTheBackgroundUntilUndone) {
-  const struct {
-    ColAdjT mode;
-    ColorRGB before, saved, after;
-    bool is_undone;
-    const char* why;
-  } rows[] = {
-      {ColAdjNudge, {246, 103, 7}, {246, 103, 7}, {247, 103, 7}, true, "differs by 4 + 3 + 7 = 14"},
-      {ColAdjNudge, {246, 103, 8}, {246, 103, 8}, {246, 103, 8}, false, "differs by 15"},
-      {ColAdjNudge, {255, 100, 0}, {255, 100, 0}, {254, 100, 0}, true, "a full red goes down"},
-      {ColAdjNudge, {255, 100, 0}, {255, 101, 0}, {254, 100, 0}, false, "saved another green"},
-      {ColAdjNudge, {255, 100, 0}, {255, 100, 1}, {254, 100, 0}, false, "saved another blue"},
-      {ColAdjInvert, {250, 100, 1}, {250, 100, 1}, {5, 155, 254}, false, "no nudge to undo"},
+  const auto adjusted = [](ColorValue color, ColAdjT mode) {
+    ColorValue background(1, 2, 250, 100, 0);
+    color.AdjustForeground(background, mode);
+    return color;
   };
-  const auto opaque = [](ColorRGB c) { return ColorValue(-1, 255, c.red, c.green, c.blue); };
-  ColorValue background = opaque({250, 100, 0});
-  for (const auto& row : rows) {
-    ColorValue color = opaque(row.before);
-    ColorValue saved = opaque(row.saved);
-    color.AdjustForeground(background, row.mode);
-    EXPECT_EQ(color, opaque(row.after)) << row.why;
+  const auto undone = [](ColorValue color, ColorValue saved) {
     color.UndoAdjustForeground(saved);
-    EXPECT_EQ(color, opaque(row.is_undone ? row.saved : row.after)) << "undone: " << row.why;
-  }
-}
-
-TEST(ColorValue, TakesPensFromAMap) {
-  int rgb[] = {0, 0, 0, 9, 9, 9};
-  ColorMap map(2, 255, rgb);
-  for (const int blue : {12, 10}) {
-    ColorValue color(7, 0, 9, 9, blue);
-    color.SetExactColorValuePenFromRGB(map);
-    EXPECT_EQ(color.GetPen(), blue == 10 ? 1 : 7) << "at a mean distance of 1/3 it is exact";
-    color.SetColorValuePenFromRGB(map);
-    EXPECT_EQ(color.GetPen(), 1) << "the closest, at any distance";
-  }
+    return color;
+  };
+  const ColorValue close(3, 4, 246, 103, 7);
+  const ColorValue nudged(3, 4, 247, 103, 7);
+  const ColorValue distinct(3, 4, 246, 103, 8);
+  EXPECT_EQ(adjusted(close, ColAdjNudge), nudged) << "differs by 4 + 3 + 7 = 14";
+  EXPECT_EQ(adjusted(distinct, ColAdjNudge), distinct) << "differs by 15";
+  EXPECT_EQ(adjusted(ColorValue(3, 4, 255, 99, 1), ColAdjNudge).GetRed(), 254)
+      << "a full red goes down";
+  EXPECT_EQ(adjusted(close, ColAdjInvert), ColorValue(3, 4, 9, 152, 248));
+  EXPECT_EQ(undone(nudged, close), close);
+  EXPECT_EQ(undone(nudged, distinct), nudged) << "another blue was saved";
+  EXPECT_EQ(undone(nudged, ColorValue(3, 4, 246, 102, 7)), nudged) << "another green was saved";
+  EXPECT_EQ(undone(nudged, ColorValue(3, 9, 249, 103, 7)), nudged) << "a red 2 away was saved";
 }

@@ -1,5 +1,7 @@
 #include <zelvan/logger/logger.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -11,9 +13,11 @@
 struct LoggerInside {
   static constexpr auto init = &Logger::init;
   static constexpr auto open = &Logger::openFile;
+  static constexpr auto date = &Logger::getCurrentDate;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
   static inline auto& files = Logger::max_num_files;
+  static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
   static inline auto& number = Logger::file_number;
   static inline auto& appends = Logger::reopen_for_append;
@@ -78,6 +82,8 @@ TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
       {variables[0], " +7 of them", 7, "begins with a number"},
       {variables[0], "0", 1, "at least 1"},
       {variables[0], "99999999999", 2147483647, "the nearest int"},
+      {variables[1], "999", 1000, "at least 1000"},
+      {variables[1], "2000", 2000, "more"},
       {variables[2], "-3", 0, "at least 0"},
       {variables[2], "9", 4, "at most 4"},
   };
@@ -86,24 +92,30 @@ TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
     support::set_environment(row.variable, row.value);
     Logger log(nullptr);
     (log.*In::init)();
-    const int found = row.variable == variables[0] ? In::files : In::level;
-    EXPECT_EQ(found, row.expected) << row.variable << ": " << row.why;
+    const int found[] = {In::files, In::most_lines, In::level};
+    const auto place = std::find(variables, variables + 3, row.variable) - variables;
+    EXPECT_EQ(found[place], row.expected) << row.variable << ": " << row.why;
     EXPECT_FALSE(In::is_pending);
   }
 }
 
-TEST_F(LoggerTest, TakesThePrefixFromEnvironmentProgramOrSystem) {
+TEST_F(LoggerTest, TakesThePrefixFromTheEnvironmentOrTheSystem) {
   Logger log(nullptr);
   (log.*In::init)();
   EXPECT_EQ(In::prefix, support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-");
   In::is_pending = true;
-  log.setFilePrefix("program-");
-  (log.*In::init)();
-  EXPECT_EQ(In::prefix, "program-");
-  In::is_pending = true;
   support::set_environment("LOGGER_FILE_PREFIX", "environment-");
   (log.*In::init)();
-  EXPECT_EQ(In::prefix, "environment-");
+  EXPECT_EQ(In::prefix, "environment-") << "though there is one already";
+}
+
+TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
+  for (const std::size_t length : {1, 63, 64}) {
+    char* date = nullptr;
+    (Logger(nullptr).*In::date)(std::string(length, '-').c_str(), &date);
+    EXPECT_STREQ(date, length == 64 ? "" : std::string(length, '-').c_str());
+    std::free(date);
+  }
 }
 
 TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {

@@ -1,6 +1,8 @@
 #include "mem_model.h"
 
 #include <climits>
+#include <cstdlib>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <support/random.h>
@@ -11,9 +13,9 @@ TEST(MemList, BehavesLikeAPlainModelWithoutATrace) {
     MemModel model([&](int n) { return random.below(n); });
     const char* operation = "nothing";
     testing::internal::CaptureStdout();
-    for (int i = 0; i < 250 && model.actual() == model.expected(); ++i) operation = model.step();
+    for (int i = 0; i < 250 && model.difference().empty(); ++i) operation = model.step();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "the trace is off";
-    EXPECT_EQ(model.actual(), model.expected()) << "after " << operation << ", seed " << seed;
+    EXPECT_EQ(model.difference(), "") << "after " << operation << ", seed " << seed;
   }
 }
 
@@ -50,5 +52,37 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
     EXPECT_EQ(pool.used, row.used + (row.status == MEM_SUCCESS ? row.size : 0)) << row.why;
     MemFree(list, owner);
   }
+  MemListDelete(&list);
+}
+
+TEST(MemFree, RefusesABlockThatItsOwnerNoLongerHolds) {
+  MemPool pool = {100, 0};
+  MemList* list = MemListNew(&pool, answer);
+  void* owner = nullptr;
+  MemAllocate(list, 8, nullptr, &owner);
+  void* const block = std::exchange(owner, &pool);
+  MemFree(list, block);
+  EXPECT_EQ(pool.used, 8) << "the block stays";
+  MemFree(list, std::malloc(8));  // frees a block that the list does not know
+  MemListDelete(&list);
+  std::free(block);
+}
+
+TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
+  MemPool pool = {100, 0};
+  MemList* list = MemListNew(&pool, answer);
+  void* owner = nullptr;
+  EXPECT_EQ(MemAllocate(nullptr, 8, &pool, &owner), MEM_SUCCESS) << "without a list";
+  MemSetPointer(nullptr, owner, &owner);
+  MemFree(nullptr, owner);
+  EXPECT_EQ(MemListRemoveOldest(list), 0) << "the list has no block";
+  MemSetDefaultList(list);
+  MemSetDefaultObject(&pool);
+  MemAllocate(nullptr, 8, nullptr, &owner);
+  MemListRemoveFromSearch(list, &pool);
+  EXPECT_EQ(MemListRemoveLargest(list), 0) << "the default object owns the block";
+  MemListInitializeSearch(list);
+  EXPECT_EQ(MemListRemoveLargest(list), 1) << "no object is excluded any more";
+  MemSetDefaultObject(nullptr);
   MemListDelete(&list);
 }

@@ -23,13 +23,17 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
   } rows[] = {
       {1, false, give_up, MEM_TABLE_FAILED, -1, "no table"},
       {1, false, go_on, MEM_SUCCESS, 16, "the table grows when asked once more"},
-      {1, true, go_on, MEM_TABLE_FAILED, -1, "nor when asked once more"},
+      {1, true, go_on, MEM_TABLE_FAILED, -1, "no table when asked once more either"},
       {1, true, free_row_3, MEM_MALLOC_FAILED, -1, "a row, but no block"},
       {1, false, free_row_3, MEM_SUCCESS, 3, "the old table has a free row"},
       {2, false, go_on, MEM_SUCCESS, 16, "a block when asked once more"},
   };
   for (const auto& row : rows) {
     MemPool pool = {99, 0};
+    heap::refuse(row.refused, row.for_good);
+    EXPECT_EQ(MemListNew(&pool, row.handler), nullptr) << "a list and its table are 2 requests";
+    heap::grant_all();
+    EXPECT_EQ(heap::blocks_left(), 0) << "no list is left";
     MemList* list = MemListNew(&pool, row.handler);
     for (int i = 0; i < 16; ++i) MemAllocate(list, 1, nullptr, &owners[i]);
     void* owner = nullptr;

@@ -23,13 +23,9 @@ static Word converted(int format, unsigned short type, Word number) {
 }
 
 TEST(ConvertFlpt, TurnsKnownNumbersIntoOneAnother) {
-  const auto expect = [](int format, unsigned short type, Word from, Word to, const char* why) {
-    const Word result = converted(format, type, from);
-    EXPECT_EQ(result, to) << why << std::hex << ": 0x" << from << " became 0x" << result;
-  };
-  expect(to_ibm, singles, 0xC2ED4000, 0xC276A000, "-118.625 is -0.76A (hexadecimal) times 16^2");
-  expect(to_ibm, singles, 0x3DCCCCCD, 0x40199999, "0.1 loses its last bits");
-  expect(to_ibm, doubles, 0x4FB0000000000000, 0x7FFFFFFFFFFFFFFF, "2^252 is too large");
+  EXPECT_EQ(converted(to_ibm, singles, 0xC2ED4000), 0xC276A000) << "-118.625 is -0.76A * 16^2, hex";
+  EXPECT_EQ(converted(to_ibm, singles, 0x3DCCCCCD), 0x40199999) << "0.1 loses its last bits";
+  EXPECT_EQ(converted(to_ibm, doubles, 0x4FB0000000000000), 0x7FFFFFFFFFFFFFFF) << "2^252 is large";
 }
 
 // The model works out values. Each exponent stands with fractions next to each power of two.

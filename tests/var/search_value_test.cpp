@@ -24,7 +24,7 @@ TEST(UtlSearchValueForKey, FindsTheValueOfAKey) {
       {"k:a:b,x:1", "k", "a:b", "a value may hold colons"},
       {"ab:,cd:1", "ab", "cd:1", "runs of separators count as one"},
       {",,:a::1", "a", "1", "also before the first key"},
-      {"ab:", "ab", "none", "an empty value"},
+      {"a:", "a", "none", "an empty value"},
       {"a:b", "a", "b", "the shortest that can succeed"},
       {"abc,def:12", "def", "12", "an item without a colon borrows the next one's"},
       {"abc,def:1", "def", "none", "and takes a last single character away"},
