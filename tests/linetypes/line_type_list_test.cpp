@@ -87,22 +87,15 @@ TEST(AddLineTypeDefinition, TakesEightHundredAndFifty) {
 }
 
 TEST(AddLineTypeDefinition, TakesTheIndexAboveAllOthersIfItsOwnIsTaken) {
-  const struct {
-    unsigned int index;
-    double fragment;
-    Added expected;
-    const char* why;
-  } rows[] = {
-      {40, 1.0, {40, false}, "a free index"},
-      {40, 2.0, {41, false}, "a taken index"},
-      {30, 1.0, {40, true}, "an equal definition under another index"},
-      {30, 3.0, {30, false}, "a free index below others"},
-      {30, 4.0, {42, false}, "above all, not above its own"},
-  };
   CLineTypeDefList list;
-  for (const auto& row : rows) {
-    EXPECT_EQ(add(list, definition(row.index, 0.5, {row.fragment})), row.expected) << row.why;
-  }
+  const auto added = [&](unsigned int index, double fragment) {
+    return add(list, definition(index, 0.5, {fragment}));
+  };
+  EXPECT_EQ(added(40, 1.0), (Added{40, false})) << "a free index";
+  EXPECT_EQ(added(40, 2.0), (Added{41, false})) << "a taken index";
+  EXPECT_EQ(added(30, 1.0), (Added{40, true})) << "an equal definition under another index";
+  EXPECT_EQ(added(30, 3.0), (Added{30, false})) << "a free index below others";
+  EXPECT_EQ(added(30, 4.0), (Added{42, false})) << "above all, not above its own";
 }
 
 TEST(CLineTypeDefList, CopiesItsDefinitions) {

@@ -1,6 +1,5 @@
 #include <zelvan/logger/logger.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -39,6 +38,7 @@ class LoggerTest : public testing::Test {
  protected:
   void SetUp() override {
     In::files = 2;
+    In::most_lines = 5000;
     In::level = logTrace;
     std::string().swap(In::prefix);  // without the room that an earlier test made
     In::lines = 0;
@@ -73,28 +73,23 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
 
 TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
   const struct {
-    const char* variable;
-    const char* value;
-    int expected;
+    const char* values[3];  // of the variables
+    int files, lines, level;
     const char* why;
   } rows[] = {
-      {variables[0], nullptr, 2, "not set"},
-      {variables[0], " +7 of them", 7, "begins with a number"},
-      {variables[0], "0", 1, "at least 1"},
-      {variables[0], "99999999999", 2147483647, "the nearest int"},
-      {variables[1], "999", 1000, "at least 1000"},
-      {variables[1], "2000", 2000, "more"},
-      {variables[2], "-3", 0, "at least 0"},
-      {variables[2], "9", 4, "at most 4"},
+      {{nullptr, nullptr, nullptr}, 2, 5000, 0, "not set"},
+      {{" +7 of them", "2000", "3"}, 7, 2000, 3, "begin with a number"},
+      {{"0", "999", "-3"}, 1, 1000, 0, "less than the least"},
+      {{"99999999999", "many", "9"}, 2147483647, 5000, 4, "the nearest int, no number, too much"},
   };
   for (const auto& row : rows) {
     SetUp();
-    support::set_environment(row.variable, row.value);
+    for (const int i : {0, 1, 2}) support::set_environment(variables[i], row.values[i]);
     Logger log(nullptr);
     (log.*In::init)();
-    const int found[] = {In::files, In::most_lines, In::level};
-    const auto place = std::find(variables, variables + 3, row.variable) - variables;
-    EXPECT_EQ(found[place], row.expected) << row.variable << ": " << row.why;
+    EXPECT_EQ(In::files, row.files) << row.why;
+    EXPECT_EQ(In::most_lines, row.lines) << row.why;
+    EXPECT_EQ(In::level, row.level) << row.why;
     EXPECT_FALSE(In::is_pending);
   }
 }

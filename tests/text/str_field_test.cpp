@@ -172,29 +172,22 @@ TEST(StrParse, RoundsNumbersAsTheCLibraryDoes) {
 }
 
 TEST(StrToken, CutsAtADelimiterOutsideQuotesAndEscapes) {
-  const struct {
-    const char* text;
-    const char* token;  // null if it is empty
-    const char* rest;   // null at the end
-    const char* why;
-  } rows[] = {
-      {" a b,c", "a b", "c", "leading blanks are skipped"},
-      {"a ;b", "a ", "b", "any of the set; trailing blanks stay"},
-      {",x", nullptr, "x", "an empty token"},
-      {"\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay"},
-      {"\"\",\",d", "\"\",\"", "d", "the first of two stands alone, the second opens"},
-      {"a\\,b,c", "a\\,b", "c", "a backslash hides the next one and stays"},
-  };
-  for (const auto& row : rows) {
-    std::string text = row.text;
+  // An empty token is null, and so is the rest at the end.
+  const auto expect = [](std::string text, const char* token, const char* rest, const char* why) {
+    const std::string before = text;
     char delimiters[] = ",;";
     char* next = text.data();
     char found = '?';
-    EXPECT_STREQ(str_token(text.data(), delimiters, &next, &found), row.token) << row.why;
-    EXPECT_STREQ(next, row.rest) << row.why;
-    const char expected = next == nullptr ? '\0' : row.text[next - text.data() - 1];
-    EXPECT_EQ(found, expected) << row.why;
-  }
+    EXPECT_STREQ(str_token(text.data(), delimiters, &next, &found), token) << why;
+    EXPECT_STREQ(next, rest) << why;
+    EXPECT_EQ(found, next == nullptr ? '\0' : before[next - text.data() - 1]) << why;
+  };
+  expect(" a b,c", "a b", "c", "leading blanks are skipped");
+  expect("a ;b", "a ", "b", "any of the set; trailing blanks stay");
+  expect(",x", nullptr, "x", "an empty token");
+  expect("\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay");
+  expect("\"\",\",d", "\"\",\"", "d", "the first of two stands alone, the second opens");
+  expect("a\\,b,c", "a\\,b", "c", "a backslash hides the next one and stays");
 }
 
 TEST(StrLowerString, MakesAsciiLettersSmallAndNothingElse) {
