@@ -62,6 +62,8 @@ TEST(MemFree, RefusesABlockThatItsOwnerNoLongerHolds) {
   MemAllocate(list, 8, nullptr, &owner);
   void* const block = std::exchange(owner, &pool);
   MemFree(list, block);
+  list->entries[0].back_ptr = nullptr;
+  MemFree(list, block);
   EXPECT_EQ(pool.used, 8) << "the block stays";
   MemFree(list, std::malloc(8));  // frees a block that the list does not know
   MemListDelete(&list);
