@@ -13,7 +13,7 @@ using Map = std::unique_ptr<void, void (*)(void*)>;
 
 static float squared(int v) { return static_cast<float>(v) * static_cast<float>(v); }
 
-/// The index by a plain loop over the sums of squares, in float, green first.
+/// Returns the index by a plain loop over the sums of squares, in float, green first.
 static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   float least = static_cast<float>(3 * map.max_value * map.max_value) + 1.0f;
   int found = 0;
@@ -28,8 +28,7 @@ static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   return found;
 }
 
-/// Most channels are near an end of the scale, so that there are ties. One entry in 20 is unset,
-/// and a channel in 500 is beyond the scale.
+/// Most channels are near an end of the scale, for ties; a few are beyond it. Some pens are unset.
 static void fill(ColorMap* map, support::Random* random) {
   const int scale = static_cast<int>(map->max_value);
   const auto channel = [&] {
@@ -42,7 +41,7 @@ static void fill(ColorMap* map, support::Random* random) {
   }
 }
 
-// A translation sorts the entries first from 32 pens and 64 entries on, unless the heap refuses.
+// From 32 pens and 64 entries on, a translation sorts the entries first, unless the heap refuses.
 TEST(GetClosestColor, AnswersAsALoopDoesInEveryForm) {
   for (unsigned seed = 1; seed <= 300; ++seed) {
     support::Random random(seed);

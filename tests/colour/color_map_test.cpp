@@ -86,10 +86,10 @@ TEST(GetClosestColor, RemembersTheLastAnswer) {
 TEST(GetSimilarColor, FindsTheClosestOtherColour) {
   ColorMap map = five_pens();
   const auto find = [&](ColorRGB target) { return map.GetSimilarColor(&target); };
-  EXPECT_EQ(find({30, 30, 30}), 4) << "2 is the same colour";
+  EXPECT_EQ(find({30, 30, 30}), 4) << "pen 2 is the colour itself";
   EXPECT_EQ(find({0, 10, 11}), 0) << "pen 0 counts, and the lowest of equals";
-  EXPECT_EQ(find({0, 10, 10}), 2) << "0 and 3 are the same colour, and 1 is unset";
-  EXPECT_EQ(find({1000, 0, 0}), 0) << "all are farther away than the scale is long";
+  EXPECT_EQ(find({0, 10, 10}), 2) << "pens 0 and 3 are the colour itself, 1 is unset";
+  EXPECT_EQ(find({1000, 0, 0}), 0) << "all are farther away than black is from white";
 }
 
 TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
@@ -103,8 +103,8 @@ TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
   EXPECT_EQ(find({30, 30, 32}, 0), 0) << "not among the first three";
   EXPECT_EQ(find({33, 27, 32}, 4), 1) << "3, 3 and 2 are less than 4";
   EXPECT_EQ(find({34, 30, 30}, 4), 0) << "4 in red is not";
-  EXPECT_EQ(find({30, 26, 30}, 4), 0) << "nor in green";
-  EXPECT_EQ(find({30, 30, 34}, 4), 0) << "nor in blue";
+  EXPECT_EQ(find({30, 26, 30}, 4), 0) << "4 in green is not";
+  EXPECT_EQ(find({30, 30, 34}, 4), 0) << "4 in blue is not";
   EXPECT_EQ(find({285, 285, 285}, 999), 0) << "three full scales away";
 }
 
@@ -134,5 +134,5 @@ TEST(MapColors, CountsHowCloseItCame) {
             (std::vector<unsigned int>{1, 1, 2, 2, 2}));
   EXPECT_EQ(xfm.DoColorXfm(9), 1U);
   EXPECT_EQ(xfm.DoColorXfm(10), 5U) << "a pen that the source does not have";
-  EXPECT_EQ(xfm.DoColorXfm(UINT_MAX), 5U) << "the last pen answers for all beyond";
+  EXPECT_EQ(xfm.DoColorXfm(UINT_MAX), 5U) << "beyond the table the last pen decides";
 }

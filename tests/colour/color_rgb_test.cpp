@@ -41,15 +41,16 @@ TEST(ColorRGB, TakesATextualValue) {
 
 TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
   const auto expect = [](ColorHSV hsv, ColorRGB color, const char* why) {
+    SCOPED_TRACE(testing::PrintToString(color) + ", " + why);
     ColorHSV found;
     color.RgbToHsv(4, &found);
-    EXPECT_EQ(found.hue, hsv.hue) << why;
-    EXPECT_EQ(found.saturation, hsv.saturation) << why;
-    EXPECT_EQ(found.value, hsv.value) << why;
+    EXPECT_EQ(found.hue, hsv.hue);
+    EXPECT_EQ(found.saturation, hsv.saturation);
+    EXPECT_EQ(found.value, hsv.value);
     hsv.hue -= 360;
     ColorRGB back;
     back.HsvToRgb(&hsv, 4);
-    EXPECT_EQ(back, color) << why << ", from a hue a turn lower";
+    EXPECT_EQ(back, color) << "from a hue a turn lower";
   };
   expect({0, 0, 0.5f}, {2, 2, 2}, "grey");
   expect({30, 1, 1}, {4, 2, 0}, "green rises");

@@ -24,7 +24,7 @@ class MemModel {
     MemPoolDelete(&pool_);
   }
 
-  /// Does one operation on both. Returns its name.
+  /// Does one operation on the list and on the model. Returns its name.
   const char* step() {
     const int index = below_(n_rows());
     void* const address = rows_[index].address;
@@ -109,7 +109,7 @@ class MemModel {
     MemListClear(list_);
   }
 
-  /// Releases the row of the least measure, the first of equals. A measure of 0 is none.
+  /// Releases the row of the least measure, the first of equals, but no row whose measure is 0.
   void evict(const std::function<int(int)>& measure) {
     int least = -1;
     for (int i = 0; i < n_rows(); ++i) {

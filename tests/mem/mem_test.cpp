@@ -19,7 +19,7 @@ TEST(MemList, BehavesLikeAPlainModelWithoutATrace) {
   }
 }
 
-static std::vector<int> codes;  // that the handler was called with
+static std::vector<int> codes;  // of the exceptions that the handler saw
 static int gives_up_at;
 
 static unsigned short answer(MemException* exception) {
@@ -34,9 +34,9 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
     const char* why;
   } rows[] = {
       {1, 99, 0, MEM_SUCCESS, {}, "the last byte"},
-      {1, 100, 0, MEM_SUCCESS, {MEM_POOL_OVERFLOW}, "waved through beyond the limit"},
-      {0, 101, MEM_POOL_TOO_SMALL, MEM_POOL_TOO_SMALL, {MEM_POOL_TOO_SMALL}, "given up"},
-      {0, 101, 0, MEM_SUCCESS, {MEM_POOL_TOO_SMALL, MEM_POOL_OVERFLOW}, "both waved through"},
+      {1, 100, 0, MEM_SUCCESS, {MEM_POOL_OVERFLOW}, "the handler goes on, beyond the limit"},
+      {0, 101, MEM_POOL_TOO_SMALL, MEM_POOL_TOO_SMALL, {MEM_POOL_TOO_SMALL}, "it stops"},
+      {0, 101, 0, MEM_SUCCESS, {MEM_POOL_TOO_SMALL, MEM_POOL_OVERFLOW}, "it goes on twice"},
       {INT_MAX, 1, 0, MEM_POOL_OVERFLOW, {MEM_POOL_OVERFLOW}, "no int holds the sum"},
   };
   MemPool pool = {100, 0};
@@ -62,7 +62,7 @@ TEST(MemFree, RefusesABlockThatItsOwnerNoLongerHolds) {
   MemAllocate(list, 8, nullptr, &owner);
   void* const block = std::exchange(owner, &pool);
   MemFree(list, block);
-  list->entries[0].back_ptr = nullptr;
+  list->entries[0].back_ptr = nullptr;  // no owner at all
   MemFree(list, block);
   EXPECT_EQ(pool.used, 8) << "the block stays";
   MemFree(list, std::malloc(8));  // frees a block that the list does not know

@@ -41,11 +41,11 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     EXPECT_EQ(*new_owner, row < 0 ? nullptr : list->entries[row].address) << why;
     MemListDelete(&list);
   };
-  expect(1, false, give_up, MEM_TABLE_FAILED, -1, "no table");
+  expect(1, false, give_up, MEM_TABLE_FAILED, -1, "the heap refuses a table");
   expect(1, false, go_on, MEM_SUCCESS, 16, "the table grows when asked once more");
-  expect(1, true, go_on, MEM_TABLE_FAILED, -1, "no table when asked once more either");
+  expect(1, true, go_on, MEM_TABLE_FAILED, -1, "the heap refuses a table twice");
   expect(1, true, free_row_3, MEM_MALLOC_FAILED, -1, "a row, but no block");
   expect(1, false, free_row_3, MEM_SUCCESS, 3, "the old table has a free row");
-  expect(1, false, replace_row_0, MEM_TABLE_FAILED, -1, "the block of the new owner has gone");
+  expect(1, false, replace_row_0, MEM_TABLE_FAILED, -1, "the owner's pointer is released");
   expect(2, false, go_on, MEM_SUCCESS, 16, "a block when asked once more");
 }

@@ -25,8 +25,7 @@ TEST(Tokenize, DropsRunsOfDelimitersEverywhere) {
   EXPECT_EQ(tokenize("a b;c", ",;"), (Narrow{"a b", "c"}));
   EXPECT_EQ(tokenize(" a,b ", ""), (Narrow{" a,b "})) << "no delimiters";
   EXPECT_EQ(tokenize("a\xC4z", "\xC4"), (Narrow{"a", "z"})) << "a byte with the high bit set";
-  const std::string with_zero("a\0b", 3);
-  EXPECT_EQ(tokenize(with_zero, std::string("\0", 1)), (Narrow{"a", "b"}));
+  EXPECT_EQ(tokenize(std::string("a\0b", 3), std::string("\0", 1)), (Narrow{"a", "b"}));
 }
 
 // One table for both, as in the header: they differ in what becomes of delimiters and of the start.
@@ -43,7 +42,7 @@ TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
   expect(u"a,  ,b", u",", {u"a", u"", u"b"}, {u"a,", u",", u"b"}, "a token of blanks");
   expect(u" abc", u" ", {u"abc"}, {u"", u"abc"}, "a leading blank is a token, and trimmed");
   expect(u"3.14,2", u".,", {u"3.14", u"2"}, {u"3.14,", u"2"}, "a number stays whole");
-  expect(u"-3.4", u".", {u"-3", u"4"}, {u"-3.", u"4"}, "nor after a sign");
+  expect(u"-3.4", u".", {u"-3", u"4"}, {u"-3.", u"4"}, "but not after a sign");
   expect(u"1.2.3x y", u" .", {u"1.2.3x", u"y"}, {u"1.2.3x", u"y"}, "any run of digits and dots");
   expect(u"3.", u".", {u"3."}, {u"3."}, "a number up to the end");
   expect(u"a\u4E00b\u4E01", u"\u4E00", {u"a", u"b\u4E01"}, {u"a\u4E00", u"b\u4E01"}, "beyond 255");

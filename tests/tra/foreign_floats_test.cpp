@@ -28,7 +28,7 @@ TEST(ConvertFlpt, TurnsKnownNumbersIntoOneAnother) {
   EXPECT_EQ(converted(to_ibm, doubles, 0x4FB0000000000000), 0x7FFFFFFFFFFFFFFF) << "2^252 is large";
 }
 
-// The model works out values. Each exponent stands with fractions next to each power of two.
+// The model computes with values. Each exponent comes with fractions next to each power of two.
 TEST(ConvertFlpt, AgreesWithAModelOfTheValues) {
   for (Word exponent = 0; exponent < 4096 && !HasFailure(); ++exponent) {
     for (int place = 0; place < 3 * 53; ++place) {
