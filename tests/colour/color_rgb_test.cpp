@@ -36,7 +36,7 @@ TEST(ColorRGB, TakesATextualValue) {
   expect("Name", before, "no name");
   expect("", before, "no model");
   expect("NAME \"dark BLUE\"", {0, 0, 128}, "in any case");
-  expect("Name dark blue", before, "there is no dark");
+  expect("CMY 1 0 0", before, "an unknown model");
 }
 
 TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {

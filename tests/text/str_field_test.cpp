@@ -184,7 +184,7 @@ TEST(StrToken, CutsAtADelimiterOutsideQuotesAndEscapes) {
   };
   expect(" a b,c", "a b", "c", "leading blanks are skipped");
   expect("a ;b", "a ", "b", "any of the set; trailing blanks stay");
-  expect("a", "a", nullptr, "the text ends first");
+  expect("a\"b,c", "a\"b,c", nullptr, "an open quote reaches to the end");
   expect(",x", nullptr, "x", "an empty token");
   expect("\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay");
   expect("\"\",\",d", "\"\",\"", "d", "the first of two quotes is skipped, the second opens");
