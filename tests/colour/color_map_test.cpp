@@ -109,10 +109,10 @@ TEST(ColxGetReadOnlyColor, LooksForAnEntryWithinTheTolerance) {
 }
 
 TEST(MakeRoList, ListsTheLowestFreePens) {
-  ColorRWMap used(2);
+  ColorRWMap used(3);
   ColorRWMap free(6);
   used.rw_count = 2;
-  used.rw_list[1] = 2;  // 0 and 2
+  for (const int i : {1, 2}) used.rw_list[i] = i + 1;  // 0 and 2, then 3, which doesn't count
   used.MakeRoList(&free, 1);
   EXPECT_EQ(std::vector(free.rw_list, free.rw_list + free.rw_count), (std::vector{1u, 3u, 4u}))
       << "6 pens less 2 in use and 1 reserved";
