@@ -2,7 +2,6 @@
 #include <zelvan/colour/detail/named_color_table.h>
 
 #include <cctype>
-#include <cmath>
 #include <map>
 #include <string>
 

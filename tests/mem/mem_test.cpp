@@ -87,4 +87,5 @@ TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
   EXPECT_EQ(MemListRemoveLargest(list), 1) << "no object is excluded any more";
   MemSetDefaultObject(nullptr);
   MemListDelete(&list);
+  EXPECT_EQ(list, nullptr) << "deleted";
 }

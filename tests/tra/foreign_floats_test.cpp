@@ -44,9 +44,11 @@ TEST(ConvertFlpt, AgreesWithAModelOfTheValues) {
 
 TEST(ConvertFlpt, LooksAtSixBitsOfTheFormat) {
   EXPECT_EQ(converted(0x107, singles, 0x3F800000), 0x41100000u) << "as format 4, to IBM";
-  std::string bytes = "012345";
+  std::string bytes = "0123456789";
   tra_convert_flpt(3, singles, 1, &bytes[0], &bytes[1]);
-  EXPECT_EQ(bytes, "001235") << "as format 0, which moves";
+  EXPECT_EQ(bytes, "0012356789") << "as format 0, which moves 4 bytes";
+  tra_convert_flpt(3, doubles, 1, &bytes[0], &bytes[1]);
+  EXPECT_EQ(bytes, "0001235679") << "8 bytes";
 }
 
 TEST(ConvertFlptDeathTest, ReportsAnUnknownConversionAndReturns) {
