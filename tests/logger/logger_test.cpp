@@ -71,37 +71,39 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   EXPECT_TRUE(assigned.*In::stout);
 }
 
-TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
+TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
+  Logger log(nullptr);
+  EXPECT_TRUE(log.log(logError, nullptr, nullptr));
+  EXPECT_TRUE(log.logf(logError, nullptr, nullptr));
+  for (const auto write : {&Logger::debug, &Logger::error, &Logger::trace, &Logger::warn}) {
+    EXPECT_TRUE((log.*write)(nullptr, nullptr));
+  }
+}
+
+TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
+  const std::string of_system = support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-";
   const struct {
-    const char* values[3];  // of the variables
+    const char* values[4];  // of the variables
     int files, lines, level;
+    std::string prefix;
     const char* why;
   } rows[] = {
-      {{nullptr, nullptr, nullptr}, 2, 5000, 0, "not set"},
-      {{" +7 of them", "2000", "3"}, 7, 2000, 3, "begin with a number"},
-      {{"0", "999", "-3"}, 1, 1000, 0, "less than the least"},
-      {{"99999999999", "many", "9"}, 2147483647, 5000, 4, "the nearest int, no number, too much"},
+      {{nullptr, nullptr, nullptr, nullptr}, 2, 5000, 0, of_system, "not set"},
+      {{" +7 of them", "2000", "3", "here-"}, 7, 2000, 3, "here-", "begin with a number"},
+      {{"0", "999", "-3", nullptr}, 1, 1000, 0, of_system, "less than the least"},
+      {{"99999999999", "many", "9", nullptr}, 2147483647, 5000, 4, of_system, "too large or none"},
   };
   for (const auto& row : rows) {
     SetUp();
-    for (const int i : {0, 1, 2}) support::set_environment(variables[i], row.values[i]);
+    for (const int i : {0, 1, 2, 3}) support::set_environment(variables[i], row.values[i]);
     Logger log(nullptr);
+    if (row.values[3] != nullptr) log.setFilePrefix("the program's");
     (log.*In::init)();
     EXPECT_EQ(In::files, row.files) << row.why;
     EXPECT_EQ(In::most_lines, row.lines) << row.why;
     EXPECT_EQ(In::level, row.level) << row.why;
-    EXPECT_FALSE(In::is_pending);
+    EXPECT_EQ(In::prefix, row.prefix) << row.why;
   }
-}
-
-TEST_F(LoggerTest, TakesThePrefixFromTheEnvironmentOrTheSystem) {
-  Logger log(nullptr);
-  (log.*In::init)();
-  EXPECT_EQ(In::prefix, support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-");
-  In::is_pending = true;
-  support::set_environment("LOGGER_FILE_PREFIX", "environment-");
-  (log.*In::init)();
-  EXPECT_EQ(In::prefix, "environment-") << "though there is one already";
 }
 
 TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {

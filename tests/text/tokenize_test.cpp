@@ -28,7 +28,6 @@ TEST(Tokenize, DropsRunsOfDelimitersEverywhere) {
   EXPECT_EQ(tokenize(std::string("a\0b", 3), std::string("\0", 1)), (Narrow{"a", "b"}));
 }
 
-// One table for both, as in the header: they differ in what becomes of delimiters and of the start.
 TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
   const auto expect = [](std::u16string text, std::u16string delimiters, Tokens dropped,
                          Tokens kept, const char* why) {
