@@ -39,7 +39,10 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     EXPECT_EQ(MemAllocate(list, 1, nullptr, new_owner), status) << why;
     heap::grant_all();
     EXPECT_EQ(*new_owner, row < 0 ? nullptr : list->entries[row].address) << why;
+    heap::refuse(1, true);
     MemListDelete(&list);
+    heap::grant_all();
+    EXPECT_EQ(pool.used, 0) << "blocks are released though the heap refuses, " << why;
   };
   expect(1, false, give_up, MEM_TABLE_FAILED, -1, "the heap refuses a table");
   expect(1, false, go_on, MEM_SUCCESS, 16, "the table grows when asked once more");

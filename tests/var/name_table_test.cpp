@@ -17,7 +17,6 @@ TEST(VarLookupInt, ReturnsTheValueOfTheFirstRowOfThatName) {
   EXPECT_EQ(value_of("SOLID"), 1) << "the first of two, in any case";
   EXPECT_EQ(value_of("dashed"), -1) << "widened with its sign";
   EXPECT_EQ(value_of("dot\x01tail"), 1) << "a name ends at a control character";
-  EXPECT_EQ(value_of("do"), none) << "not a beginning of a name";
   EXPECT_EQ(value_of(nullptr), none) << "a null name is an empty one";
   EXPECT_EQ(value_of("solid", nullptr), none) << "no table";
 }
