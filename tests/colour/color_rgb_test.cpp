@@ -46,10 +46,10 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
     EXPECT_EQ(found.hue, hsv.hue);
     EXPECT_EQ(found.saturation, hsv.saturation);
     EXPECT_EQ(found.value, hsv.value);
-    hsv.hue -= 360;
+    hsv.hue += hsv.hue > 180 ? 360 : -360;
     ColorRGB back;
     back.HsvToRgb(&hsv, 4);
-    EXPECT_EQ(back, color) << "from a hue a turn lower";
+    EXPECT_EQ(back, color) << "from a hue a turn away";
   };
   expect({0, 0, 0.5f}, {2, 2, 2}, "grey");
   expect({30, 1, 1}, {4, 2, 0}, "green rises");
