@@ -13,7 +13,7 @@ using Map = std::unique_ptr<void, void (*)(void*)>;
 
 static float squared(int v) { return static_cast<float>(v) * static_cast<float>(v); }
 
-/// The index by a plain loop over the sums of squares, in float, green first.
+/// Returns the index by a plain loop over the sums of squares, in float, green first.
 static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   float least = static_cast<float>(3 * map.max_value * map.max_value) + 1.0f;
   int found = 0;
@@ -28,10 +28,11 @@ static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   return found;
 }
 
-/// Most channels are near an end of the scale, so that there are ties. One entry in 20 is unset.
+/// Most channels are near an end of the scale, for ties; a few are beyond it. Some pens are unset.
 static void fill(ColorMap* map, support::Random* random) {
   const int scale = static_cast<int>(map->max_value);
   const auto channel = [&] {
+    if (random->below(500) == 0) return random->below(2) == 0 ? -1 : 2048;
     const int place = random->below(random->below(4) == 0 ? scale : 8);
     return random->below(2) == 0 ? place : scale - place;
   };
@@ -40,18 +41,19 @@ static void fill(ColorMap* map, support::Random* random) {
   }
 }
 
-// A translation sorts the entries first from 32 pens and 64 entries on, unless the heap refuses.
+// From 32 pens and 64 entries on, a translation sorts the entries first, unless the heap refuses.
 TEST(GetClosestColor, AnswersAsALoopDoesInEveryForm) {
   for (unsigned seed = 1; seed <= 300; ++seed) {
     support::Random random(seed);
     const int scales[] = {8, 255, 2047, 2048, 65535, 100'000'000};
-    ColorMap map(1 + random.below(seed % 2 == 0 ? 150 : 8), scales[seed % 6]);
-    ColorMap targets(50, scales[seed % 6]);
+    const int scale = scales[random.below(6)];
+    ColorMap map(1 + random.below(seed % 2 == 0 ? 150 : 8), scale);
+    ColorMap targets(50, scale);
     fill(&map, &random);
     fill(&targets, &random);
     support::for_each_form([&](const char* form) {
       ColorXfm xfm(50);
-      heap::refuse(static_cast<int>(seed % 3), false);
+      heap::refuse(random.below(3), false);
       xfm.MapColors(&targets, &map);
       heap::grant_all();
       EXPECT_EQ(heap::blocks_left(), 0);
@@ -75,6 +77,7 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
       EXPECT_EQ(heap::blocks_left(), 0) << name << " leaks";
     };
     EXPECT_EQ(heap::refuse_each([&] { result = is_made(); }, check), 2 * requests) << name;
+    EXPECT_TRUE(result) << name << " where the heap grants";
   };
   int rgb[] = {1, 2, 3};
   const ColorMap full(1, 255, rgb);
@@ -84,4 +87,8 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
   expect_refusals("ColOpen", 2, [] { return Map(ColOpen(1, 9), ColDeleteColorMap) != nullptr; });
   expect_refusals("ColNewColorMap", 2,
                   [&] { return Map(ColNewColorMap(1, 9, rgb), ColDeleteColorMap) != nullptr; });
+  for (const int size : {0, 1}) {  // a table of size 0 has no block
+    expect_refusals("ColOpenXfm", 1 + size,
+                    [&] { return std::unique_ptr<ColorXfm>(ColOpenXfm(size)) != nullptr; });
+  }
 }

@@ -2,7 +2,6 @@
 #include <zelvan/colour/detail/named_color_table.h>
 
 #include <cctype>
-#include <cmath>
 #include <map>
 #include <string>
 
@@ -12,64 +11,54 @@
 const ColorRGB before(11, 12, 13);
 
 TEST(ColorRGB, TakesATextualValue) {
-  const struct {
-    std::string text;
-    ColorRGB expected;
-    const char* why;
-  } rows[] = {
-      {"rgb 1 0.5 -0.0", {255, 128, 0}, "halves go up"},
-      {"RGB 1.000001 0 0", before, "red above 1"},
-      {"RGB 0 -0.1 0", before, "green below 0"},
-      {"RGB 0 0 2", before, "blue above 1"},
-      {"RGB x 1 \"1\"", {0, 255, 0}, "a word and a string count as 0"},
-      {"RGB 1 0", before, "too few operands"},
-      {"HSV 240 1 1 more", {0, 0, 255}, "what follows the last operand is ignored"},
-      {"HSV 360 1 1", before, "the circle ends before 360"},
-      {"HSV -1 1 1", before, "and begins at 0"},
-      {"HSV 0 1.5 1", before, "saturation above 1"},
-      {"HSV 0 1 -1", before, "value below 0"},
-      {"Name", before, "no name"},
-      {"", before, "no model"},
-      {"NAME \"dark BLUE\"", {0, 0, 128}, "in any case"},
-      {"Name dark blue", before, "there is no dark"},
-  };
-  for (auto row : rows) {
-    SCOPED_TRACE(row.text + ": " + row.why);
-    const int status = row.expected == before ? 0 : 1;
+  const auto expect = [](std::string text, ColorRGB expected, const char* why) {
+    SCOPED_TRACE(text + ": " + why);
+    const int status = expected == before ? 0 : 1;
     ColorRGB by_str_parse = before;
     ColorRGB by_itself = before;
-    EXPECT_EQ(by_str_parse.SetValue(0, row.text.data()), status);
-    EXPECT_EQ(by_itself.SetValue(row.text.c_str()), status);
-    EXPECT_EQ(by_str_parse, row.expected);
-    EXPECT_EQ(by_itself, row.expected);
-  }
+    EXPECT_EQ(by_str_parse.SetValue(0, text.data()), status);
+    EXPECT_EQ(by_itself.SetValue(text.c_str()), status);
+    EXPECT_EQ(by_str_parse, expected);
+    EXPECT_EQ(by_itself, expected);
+  };
+  expect("rgb 1 0.5 -0.0", {255, 128, 0}, "halves go up");
+  expect("RGB 1.000001 0 0", before, "red above 1");
+  expect("RGB 0 -0.1 0", before, "green below 0");
+  expect("RGB 0 0 2", before, "blue above 1");
+  expect("RGB x 1 \"1\"", {0, 255, 0}, "a word and a string count as 0");
+  expect("RGB 1 0", before, "too few operands");
+  expect("HSV 240 1 1 more", {0, 0, 255}, "what follows the last operand is ignored");
+  expect("HSV 360 1 1", before, "the circle ends before 360");
+  expect("HSV -1 1 1", before, "and begins at 0");
+  expect("HSV 0 1.5 1", before, "saturation above 1");
+  expect("HSV 0 1 -1", before, "value below 0");
+  expect("Name", before, "no name");
+  expect("", before, "no model");
+  expect("NAME \"dark BLUE\"", {0, 0, 128}, "in any case");
+  expect("CMY 1 0 0", before, "an unknown model");
 }
 
 TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
-  const struct {
-    ColorHSV hsv;
-    ColorRGB color;
-    const char* why;
-  } rows[] = {
-      {{0, 0, 0.5f}, {2, 2, 2}, "grey"},
-      {{30, 1, 1}, {4, 2, 0}, "green rises"},
-      {{90, 1, 1}, {2, 4, 0}, "red falls"},
-      {{150, 1, 1}, {0, 4, 2}, "blue rises"},
-      {{210, 1, 1}, {0, 2, 4}, "green falls"},
-      {{270, 1, 1}, {2, 0, 4}, "red rises"},
-      {{330, 1, 1}, {4, 0, 2}, "blue falls: below 0, a turn is added"},
-      {{240, 0.5f, 0.5f}, {1, 1, 2}, "pale and dark"},
+  const auto expect = [](ColorHSV hsv, ColorRGB color, const char* why) {
+    SCOPED_TRACE(testing::PrintToString(color) + ", " + why);
+    ColorHSV found;
+    color.RgbToHsv(4, &found);
+    EXPECT_EQ(found.hue, hsv.hue);
+    EXPECT_EQ(found.saturation, hsv.saturation);
+    EXPECT_EQ(found.value, hsv.value);
+    hsv.hue += hsv.hue > 180 ? 360 : -360;
+    ColorRGB back;
+    back.HsvToRgb(&hsv, 4);
+    EXPECT_EQ(back, color) << "from a hue a turn away";
   };
-  for (auto row : rows) {
-    ColorRGB color;
-    color.HsvToRgb(&row.hsv, 4);
-    EXPECT_EQ(color, row.color) << row.why;
-    ColorHSV hsv;
-    row.color.RgbToHsv(4, &hsv);
-    EXPECT_EQ(hsv.hue, row.hsv.hue) << row.why;
-    EXPECT_EQ(hsv.saturation, row.hsv.saturation) << row.why;
-    EXPECT_EQ(hsv.value, row.hsv.value) << row.why;
-  }
+  expect({0, 0, 0.5f}, {2, 2, 2}, "grey");
+  expect({30, 1, 1}, {4, 2, 0}, "green rises");
+  expect({90, 1, 1}, {2, 4, 0}, "red falls");
+  expect({150, 1, 1}, {0, 4, 2}, "blue rises");
+  expect({210, 1, 1}, {0, 2, 4}, "green falls");
+  expect({270, 1, 1}, {2, 0, 4}, "red rises");
+  expect({330, 1, 1}, {4, 0, 2}, "blue falls: below 0, a turn is added");
+  expect({240, 0.5f, 0.5f}, {1, 1, 2}, "pale and dark");
 }
 
 TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {
@@ -88,7 +77,8 @@ TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {
 }
 
 TEST(NamedColors, AreNoOthers) {
-  for (std::string name : {"", "DarkBlue", "snow ", "gray101", "gray0\xA0", "@now"}) {
+  // The library's hash of the last one is that of azure: 31 * 'b' + '[' is 31 * 'a' + 'z'.
+  for (std::string name : {"", "DarkBlue", "snow ", "gray101", "gray0\xA0", "@now", "b[ure"}) {
     EXPECT_EQ(ColorRGB().FindName(name.data()), 0) << name;
   }
   char* name = nullptr;

@@ -7,8 +7,7 @@
 
 // In each expected value: pen, alpha, red, green, blue.
 TEST(ColorValue, TakesColoursFromOtherForms) {
-  EXPECT_EQ(ColorValue(0x563412, 0x10007), ColorValue(7, 0, 0x12, 0x34, 0x56))
-      << "low 16 bits of pen";
+  EXPECT_EQ(ColorValue(0x563412, 0x10007), ColorValue(7, 0, 0x12, 0x34, 0x56)) << "16 bits of pen";
   EXPECT_EQ(ColorValue(0x1000000, 7), ColorValue(-1, 0, 0, 0, 0)) << "a high bit: no pen";
   EXPECT_EQ(ColorValue(0.5f, 1.0f, 1e30f), ColorValue(-1, 255, 128, 255, 0)) << "halves go up";
   EXPECT_EQ(ColorValue(2.0f, -1.0f, NAN), ColorValue(-1, 255, 254, 2, 0))
@@ -31,4 +30,27 @@ TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {
         ColorValue(1, 2, 3, 0, 5), ColorValue(1, 2, 3, 4, 0)}) {
     EXPECT_TRUE(value != other) << testing::PrintToString(other);
   }
+}
+
+TEST(AdjustForeground, MovesAColourCloseToTheBackgroundUntilUndone) {
+  const auto adjusted = [](ColorValue color, ColAdjT mode) {
+    ColorValue background(1, 2, 250, 100, 0);
+    color.AdjustForeground(background, mode);
+    return color;
+  };
+  const auto undone = [](ColorValue color, ColorValue saved) {
+    color.UndoAdjustForeground(saved);
+    return color;
+  };
+  const ColorValue close(3, 4, 246, 103, 7);
+  const ColorValue nudged(3, 4, 247, 103, 7);
+  const ColorValue distinct(3, 4, 246, 103, 8);
+  EXPECT_EQ(adjusted(close, ColAdjNudge), nudged) << "differs by 4 + 3 + 7 = 14";
+  EXPECT_EQ(adjusted(distinct, ColAdjNudge), distinct) << "differs by 15";
+  EXPECT_EQ(adjusted(ColorValue(3, 4, 255, 99, 1), ColAdjNudge).red, 254) << "a full red";
+  EXPECT_EQ(adjusted(close, ColAdjInvert), ColorValue(3, 4, 9, 152, 248));
+  EXPECT_EQ(undone(nudged, close), close);
+  EXPECT_EQ(undone(nudged, distinct), nudged) << "another blue was saved";
+  EXPECT_EQ(undone(nudged, ColorValue(3, 4, 246, 102, 7)), nudged) << "another green was saved";
+  EXPECT_EQ(undone(nudged, ColorValue(3, 9, 249, 103, 7)), nudged) << "a red 2 away was saved";
 }

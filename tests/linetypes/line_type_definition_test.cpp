@@ -25,7 +25,6 @@ static std::vector<double> fragments(CLineTypeDefPattern walked) {
 TEST(AddFragment, TakesTwentyFragments) {
   CLineTypeDefPattern full = pattern(std::vector<double>(20, 2.0));
   EXPECT_FALSE(full.AddFragment(2.0)) << "the 21st";
-  EXPECT_EQ(full.GetNumFragments(), 20);
   EXPECT_EQ(full.GetFragmentSum(), 40.0);
   // 1e16 + 1 rounds to 1e16, so the 1 is lost if it is added second.
   EXPECT_EQ(pattern({1e16, 1.0, -1e16}).GetFragmentSum(), 0.0) << "in the order of the fragments";

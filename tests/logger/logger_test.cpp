@@ -1,5 +1,6 @@
 #include <zelvan/logger/logger.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -11,9 +12,11 @@
 struct LoggerInside {
   static constexpr auto init = &Logger::init;
   static constexpr auto open = &Logger::openFile;
+  static constexpr auto date = &Logger::getCurrentDate;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
   static inline auto& files = Logger::max_num_files;
+  static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
   static inline auto& number = Logger::file_number;
   static inline auto& appends = Logger::reopen_for_append;
@@ -35,6 +38,7 @@ class LoggerTest : public testing::Test {
  protected:
   void SetUp() override {
     In::files = 2;
+    In::most_lines = 5000;
     In::level = logTrace;
     std::string().swap(In::prefix);  // without the room that an earlier test made
     In::lines = 0;
@@ -67,43 +71,50 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   EXPECT_TRUE(assigned.*In::stout);
 }
 
-TEST_F(LoggerTest, ReadsNumbersFromTheEnvironmentWithinBounds) {
-  const struct {
-    const char* variable;
-    const char* value;
-    int expected;
-    const char* why;
-  } rows[] = {
-      {variables[0], nullptr, 2, "not set"},
-      {variables[0], " +7 of them", 7, "begins with a number"},
-      {variables[0], "0", 1, "at least 1"},
-      {variables[0], "99999999999", 2147483647, "the nearest int"},
-      {variables[2], "-3", 0, "at least 0"},
-      {variables[2], "9", 4, "at most 4"},
-  };
-  for (const auto& row : rows) {
-    SetUp();
-    support::set_environment(row.variable, row.value);
-    Logger log(nullptr);
-    (log.*In::init)();
-    const int found = row.variable == variables[0] ? In::files : In::level;
-    EXPECT_EQ(found, row.expected) << row.variable << ": " << row.why;
-    EXPECT_FALSE(In::is_pending);
+TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
+  Logger log(nullptr);
+  EXPECT_TRUE(log.log(logError, nullptr, nullptr));
+  EXPECT_TRUE(log.logf(logError, nullptr, nullptr));
+  for (const auto write : {&Logger::debug, &Logger::error, &Logger::trace, &Logger::warn}) {
+    EXPECT_TRUE((log.*write)(nullptr, nullptr));
   }
 }
 
-TEST_F(LoggerTest, TakesThePrefixFromEnvironmentProgramOrSystem) {
-  Logger log(nullptr);
-  (log.*In::init)();
-  EXPECT_EQ(In::prefix, support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-");
-  In::is_pending = true;
-  log.setFilePrefix("program-");
-  (log.*In::init)();
-  EXPECT_EQ(In::prefix, "program-");
-  In::is_pending = true;
-  support::set_environment("LOGGER_FILE_PREFIX", "environment-");
-  (log.*In::init)();
-  EXPECT_EQ(In::prefix, "environment-");
+TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
+  const std::string of_system = support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-";
+  const struct {
+    const char* values[4];  // of the variables
+    int files, lines, level;
+    std::string prefix;
+    const char* why;
+  } rows[] = {
+      {{nullptr, nullptr, nullptr, nullptr}, 2, 5000, 0, of_system, "not set"},
+      {{" +7 of them", "2000", "3", "here-"}, 7, 2000, 3, "here-", "begin with a number"},
+      {{"0", "999", "-3", nullptr}, 1, 1000, 0, of_system, "less than the least"},
+      {{"99999999999", "many", "9", nullptr}, 2147483647, 5000, 4, of_system, "too large or none"},
+  };
+  for (const auto& row : rows) {
+    SetUp();
+    for (const int i : {0, 1, 2, 3}) support::set_environment(variables[i], row.values[i]);
+    Logger log(nullptr);
+    if (row.values[3] != nullptr) log.setFilePrefix("the program's");
+    (log.*In::init)();
+    support::set_environment(variables[0], "3");
+    (log.*In::init)();  // has no effect any more
+    EXPECT_EQ(In::files, row.files) << row.why;
+    EXPECT_EQ(In::most_lines, row.lines) << row.why;
+    EXPECT_EQ(In::level, row.level) << row.why;
+    EXPECT_EQ(In::prefix, row.prefix) << row.why;
+  }
+}
+
+TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
+  for (const std::size_t length : {1, 63, 64}) {
+    char* date = nullptr;
+    (Logger(nullptr).*In::date)(std::string(length, '-').c_str(), &date);
+    EXPECT_STREQ(date, length == 64 ? "" : std::string(length, '-').c_str());
+    std::free(date);
+  }
 }
 
 TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {

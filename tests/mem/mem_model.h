@@ -24,7 +24,7 @@ class MemModel {
     MemPoolDelete(&pool_);
   }
 
-  /// Does one operation on both. Returns its name.
+  /// Does one operation on the list and on the model. Returns its name.
   const char* step() {
     const int index = below_(n_rows());
     void* const address = rows_[index].address;
@@ -53,18 +53,21 @@ class MemModel {
     }
   }
 
-  /// The list and what the model makes of it, a row a line.
-  std::string actual() const {
-    std::string text = std::to_string(pool_->used) + " bytes used\n";
-    for (int i = 0; i < list_->n_entries; ++i) {
-      const MemEntry& row = list_->entries[i];
-      text += text_of(i, row.size, row.total_size, row.parent);
+  /// Returns how the list differs from the model, in lines; empty if it doesn't.
+  std::string difference() const {
+    std::string text;
+    const auto compare = [&](const std::string& what, int actual, int expected) {
+      if (actual == expected) return;
+      text += what + " " + std::to_string(actual) + ", not " + std::to_string(expected) + "\n";
+    };
+    compare("bytes used", pool_->used, used());
+    for (int i = 0; i < n_rows(); ++i) {
+      const MemEntry& entry = list_->entries[i];
+      const std::string row = "row " + std::to_string(i);
+      compare(row + ": size", entry.size, rows_[i].size);
+      compare(row + ": total size", entry.total_size, total(i));
+      compare(row + ": parent", entry.parent, rows_[i].parent);
     }
-    return text;
-  }
-  std::string expected() const {
-    std::string text = std::to_string(used()) + " bytes used\n";
-    for (int i = 0; i < n_rows(); ++i) text += text_of(i, rows_[i].size, total(i), rows_[i].parent);
     return text;
   }
 
@@ -73,11 +76,6 @@ class MemModel {
     void* address = nullptr;
     int size = 0, number = 0, parent = -1;
   };
-
-  static std::string text_of(int row, int size, int total, int parent) {
-    return "row " + std::to_string(row) + ": size " + std::to_string(size) + ", total " +
-           std::to_string(total) + ", parent " + std::to_string(parent) + "\n";
-  }
 
   int n_rows() const { return static_cast<int>(rows_.size()); }
 
@@ -111,7 +109,7 @@ class MemModel {
     MemListClear(list_);
   }
 
-  /// Releases the row of the least measure, the first of equals. A measure of 0 is none.
+  /// Releases the row of the least measure, the first of equals, but no row whose measure is 0.
   void evict(const std::function<int(int)>& measure) {
     int least = -1;
     for (int i = 0; i < n_rows(); ++i) {

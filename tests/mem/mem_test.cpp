@@ -1,6 +1,8 @@
 #include "mem_model.h"
 
 #include <climits>
+#include <cstdlib>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <support/random.h>
@@ -11,13 +13,13 @@ TEST(MemList, BehavesLikeAPlainModelWithoutATrace) {
     MemModel model([&](int n) { return random.below(n); });
     const char* operation = "nothing";
     testing::internal::CaptureStdout();
-    for (int i = 0; i < 250 && model.actual() == model.expected(); ++i) operation = model.step();
+    for (int i = 0; i < 250 && model.difference().empty(); ++i) operation = model.step();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "the trace is off";
-    EXPECT_EQ(model.actual(), model.expected()) << "after " << operation << ", seed " << seed;
+    EXPECT_EQ(model.difference(), "") << "after " << operation << ", seed " << seed;
   }
 }
 
-static std::vector<int> codes;  // that the handler was called with
+static std::vector<int> codes;  // of the exceptions that the handler saw
 static int gives_up_at;
 
 static unsigned short answer(MemException* exception) {
@@ -32,9 +34,9 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
     const char* why;
   } rows[] = {
       {1, 99, 0, MEM_SUCCESS, {}, "the last byte"},
-      {1, 100, 0, MEM_SUCCESS, {MEM_POOL_OVERFLOW}, "waved through beyond the limit"},
-      {0, 101, MEM_POOL_TOO_SMALL, MEM_POOL_TOO_SMALL, {MEM_POOL_TOO_SMALL}, "given up"},
-      {0, 101, 0, MEM_SUCCESS, {MEM_POOL_TOO_SMALL, MEM_POOL_OVERFLOW}, "both waved through"},
+      {1, 100, 0, MEM_SUCCESS, {MEM_POOL_OVERFLOW}, "the handler goes on, beyond the limit"},
+      {0, 101, MEM_POOL_TOO_SMALL, MEM_POOL_TOO_SMALL, {MEM_POOL_TOO_SMALL}, "it stops"},
+      {0, 101, 0, MEM_SUCCESS, {MEM_POOL_TOO_SMALL, MEM_POOL_OVERFLOW}, "it goes on twice"},
       {INT_MAX, 1, 0, MEM_POOL_OVERFLOW, {MEM_POOL_OVERFLOW}, "no int holds the sum"},
   };
   MemPool pool = {100, 0};
@@ -51,4 +53,39 @@ TEST(MemAllocate, RaisesExceptionsInOrder) {
     MemFree(list, owner);
   }
   MemListDelete(&list);
+}
+
+TEST(MemFree, RefusesABlockThatItsOwnerNoLongerHolds) {
+  MemPool pool = {100, 0};
+  MemList* list = MemListNew(&pool, answer);
+  void* owner = nullptr;
+  MemAllocate(list, 8, nullptr, &owner);
+  void* const block = std::exchange(owner, &pool);
+  MemFree(list, block);
+  ASSERT_EQ(pool.used, 8) << "the block stays";
+  list->entries[0].back_ptr = nullptr;  // no owner at all
+  MemFree(list, block);
+  MemFree(list, std::malloc(8));  // frees a block that the list does not know
+  MemListDelete(&list);
+  std::free(block);
+}
+
+TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
+  MemPool pool = {100, 0};
+  MemList* list = MemListNew(&pool, answer);
+  void* owner = nullptr;
+  EXPECT_EQ(MemAllocate(nullptr, 8, &pool, &owner), MEM_SUCCESS) << "without a list";
+  MemSetPointer(nullptr, owner, &owner);
+  MemFree(nullptr, owner);
+  EXPECT_EQ(MemListRemoveOldest(list), 0) << "the list has no block";
+  MemSetDefaultList(list);
+  MemSetDefaultObject(&pool);
+  MemAllocate(nullptr, 8, nullptr, &owner);
+  MemListRemoveFromSearch(list, &pool);
+  EXPECT_EQ(MemListRemoveLargest(list), 0) << "the default object owns the block";
+  MemListInitializeSearch(list);
+  EXPECT_EQ(MemListRemoveLargest(list), 1) << "no object is excluded any more";
+  MemSetDefaultObject(nullptr);
+  MemListDelete(&list);
+  EXPECT_EQ(list, nullptr) << "deleted";
 }

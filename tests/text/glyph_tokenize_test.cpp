@@ -47,25 +47,19 @@ TEST(GlyphTokenize, CutsChineseAndJapaneseByTheUnit) {
 
 TEST(GlyphTokenize, AsksTheFirstVariableThatIsNotEmpty) {
   if (!support::language().empty()) GTEST_SKIP() << "the system has its own language";
-  const struct {
-    const char *lc_all, *lc_ctype, *lang;
-    bool by_unit;
-    const char* why;
-  } rows[] = {
-      {nullptr, "zh", "de", true, "LC_CTYPE comes before LANG"},
-      {"de", "zh", "zh", false, "LC_ALL comes first"},
-      {"", "", "jA_JP.UTF-8@x", true, "in any case, with country, charset and modifier"},
-      {"jv_ID.UTF-8", "", "", false, "another language that begins with j"},
-      {"jam_JM", "", "", false, "a language of three letters that begins with ja"},
-      {"", nullptr, "", false, "no language at all"},
-      {"J", nullptr, "", false, "one letter"},
-      {"1a", nullptr, "", false, "no letter first"},
-      {"j{", nullptr, "", false, "no letter second"},
+  const auto cuts_by_unit = [](const char* lc_all, const char* lc_ctype, const char* lang) {
+    support::set_environment("LC_ALL", lc_all);
+    support::set_environment("LC_CTYPE", lc_ctype);
+    support::set_environment("LANG", lang);
+    return glyphs(u"漢字").size() == 2;
   };
-  for (const auto& row : rows) {
-    support::set_environment("LC_ALL", row.lc_all);
-    support::set_environment("LC_CTYPE", row.lc_ctype);
-    support::set_environment("LANG", row.lang);
-    EXPECT_EQ(glyphs(u"漢字").size(), row.by_unit ? 2u : 1u) << row.why;
-  }
+  EXPECT_TRUE(cuts_by_unit(nullptr, "zh", "de")) << "LC_CTYPE comes before LANG";
+  EXPECT_FALSE(cuts_by_unit("de", "zh", "zh")) << "LC_ALL comes first";
+  EXPECT_TRUE(cuts_by_unit("", "", "jA_JP.UTF-8@x")) << "any case, country, charset and modifier";
+  EXPECT_FALSE(cuts_by_unit("jv_ID.UTF-8", "", "")) << "another language that begins with j";
+  EXPECT_FALSE(cuts_by_unit("jam_JM", "", "")) << "three letters that begin with ja";
+  EXPECT_FALSE(cuts_by_unit("", nullptr, "")) << "no language at all";
+  EXPECT_FALSE(cuts_by_unit("J", nullptr, "")) << "one letter";
+  EXPECT_FALSE(cuts_by_unit("1a", nullptr, "")) << "no letter first";
+  EXPECT_FALSE(cuts_by_unit("j{", nullptr, "")) << "no letter second";
 }

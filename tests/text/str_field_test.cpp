@@ -11,7 +11,7 @@ namespace {
 
 using zelvan::string_rules;
 
-/// A parser with the library's record, and the rules under which `read_field` does what it does.
+/// A parser with the library's record, and the rules by which `read_field` agrees with it.
 struct Parser {
   str_field* (*parse)(char* text);
   string_rules rules;
@@ -21,7 +21,7 @@ constexpr Parser mode_1 = {[](char* text) { return str_parseEx(text, 1); },
                            string_rules::of_str_parse_mode_1};
 constexpr Parser vvcp = {str_parse_vvcp, string_rules::of_str_parse_vvcp};
 
-/// A field in one line: kind, text, value of a number, and what is left of the input.
+/// Describes a field in one line: kind, text, value of a number, and what is left of the input.
 std::string described(const str_field* field, const std::string& input) {
   static constexpr const char* kinds[] = {"word", "string", "number", "end"};
   std::string line = kinds[field->type];
@@ -67,7 +67,7 @@ TEST(StrParse, TakesAStringUpToEitherCloser) {
       {
           {"\"a b\" c", "string 'a b', left ' c'", "quotes keep blanks"},
           {"\"a$b\"", "string 'a', left 'b\"'", "a dollar closes what quotes opened"},
-          {"$a\"b", "string 'a', left 'b'", "and the other way round"},
+          {"$a\"b", "string 'a', left 'b'", "quotes close what a dollar opened"},
           {"$a\\$b\\\\$", "string 'a$b\\', left ''", "a backslash takes the next one as it is"},
           {"\"a\\\"b", "string 'a\\', left 'b'", "but not within quotes"},
           {"\"\"x", "string without text, left 'x'", "an empty string has no text"},
@@ -81,15 +81,14 @@ TEST(StrParse, TakesANumberThatStandsByItself) {
                     {"12.5 x", "number '12.5' = 12.500000, left ' x'", "up to the blank"},
                     {"1.", "number '1.' = 1.000000, left ''", "a point without decimals"},
                     {"2E+003", "number '2E+003' = 2000.000000, left ''", "of 3 digits at most"},
-                    {"12E", "number '12' = 12.000000, left ''", "an E alone is stepped over"},
+                    {"12E", "number '12' = 12.000000, left ''", "an E without digits is skipped"},
                     {"1e1234", "word '1e1234', left ''", "4 digits are too many"},
-                    {"12.5x", "word '12.5x', left ''", "something follows"},
                     {"12\tx", "word '12\tx', left ''", "a tab follows, which is no blank"},
                     {".", "word '.', left ''", "a point without a digit"},
                     {"-", "word '-', left ''", "a sign alone"},
                     {"-ab", "word '-ab', left ''", "a sign before letters"},
                     {"+ 5", "number '+' = 0.000000, left ' 5'", "a digit two places on"},
-                    {"-. ", "number '-.' = 0.000000, left ' '", "no digit, so no sign"},
+                    {"-. ", "number '-.' = 0.000000, left ' '", "without a digit not -0.0"},
                 });
 }
 
@@ -141,7 +140,7 @@ TEST(ReadField, LeavesTheRecordsOfOthersAlone) {
 TEST(StrParseEx, LetsADollarStandInAStringInModeOne) {
   expect_fields(mode_1, {
                             {"\"a$b\" c", "string 'a$b', left ' c'", "within quotes"},
-                            {"$a\\\"b\"", "string 'a\"b', left ''", "which still escapes"},
+                            {"$a\\\"b\"", "string 'a\"b', left ''", "a backslash still escapes"},
                         });
   std::string input = "\"a$b\"";
   EXPECT_STREQ(str_parseEx(input.data(), 2)->text, "a") << "any other mode is that of str_parse";
@@ -172,29 +171,23 @@ TEST(StrParse, RoundsNumbersAsTheCLibraryDoes) {
 }
 
 TEST(StrToken, CutsAtADelimiterOutsideQuotesAndEscapes) {
-  const struct {
-    const char* text;
-    const char* token;  // null if it is empty
-    const char* rest;   // null at the end
-    const char* why;
-  } rows[] = {
-      {" a b,c", "a b", "c", "leading blanks are skipped"},
-      {"a ;b", "a ", "b", "any of the set; trailing blanks stay"},
-      {",x", nullptr, "x", "an empty token"},
-      {"\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay"},
-      {"\"\",\",d", "\"\",\"", "d", "the first of two stands alone, the second opens"},
-      {"a\\,b,c", "a\\,b", "c", "a backslash hides the next one and stays"},
-  };
-  for (const auto& row : rows) {
-    std::string text = row.text;
+  const auto expect = [](std::string text, const char* token, const char* rest, const char* why) {
+    SCOPED_TRACE("text '" + text + "': " + why);
+    const std::string before = text;
     char delimiters[] = ",;";
     char* next = text.data();
     char found = '?';
-    EXPECT_STREQ(str_token(text.data(), delimiters, &next, &found), row.token) << row.why;
-    EXPECT_STREQ(next, row.rest) << row.why;
-    const char expected = next == nullptr ? '\0' : row.text[next - text.data() - 1];
-    EXPECT_EQ(found, expected) << row.why;
-  }
+    EXPECT_STREQ(str_token(text.data(), delimiters, &next, &found), token);
+    EXPECT_STREQ(next, rest);
+    EXPECT_EQ(found, next == nullptr ? '\0' : before[next - text.data() - 1]);
+  };
+  expect(" a b,c", "a b", "c", "leading blanks are skipped");
+  expect("a ;b", "a ", "b", "any of the set; trailing blanks stay");
+  expect("a\"b,c", "a\"b,c", nullptr, "an open quote reaches to the end");
+  expect(",x", nullptr, "x", "an empty token");
+  expect("\"b,c\",d", "\"b,c\"", "d", "quotes hide delimiters and stay");
+  expect("\"\",\",d", "\"\",\"", "d", "the first of two quotes is skipped, the second opens");
+  expect("a\\,b,c", "a\\,b", "c", "a backslash hides the next one and stays");
 }
 
 TEST(StrLowerString, MakesAsciiLettersSmallAndNothingElse) {

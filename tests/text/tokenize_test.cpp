@@ -18,41 +18,30 @@ static Tokens plain(const std::vector<Wide>& tokens) {
 
 TEST(Tokenize, DropsRunsOfDelimitersEverywhere) {
   using Narrow = std::vector<std::string>;
-  const struct {
-    const char *text, *delimiters;
-    Narrow tokens;
-  } rows[] = {
-      {"a,,b", ",", {"a", "b"}}, {",,a,", ",", {"a"}},          {"", ",", {}},
-      {",;,", ";,", {}},         {"a b;c", ",;", {"a b", "c"}}, {" a,b ", "", {" a,b "}},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(tokenize(row.text, row.delimiters), row.tokens) << row.text;
+  EXPECT_EQ(tokenize("a,,b", ","), (Narrow{"a", "b"}));
+  EXPECT_EQ(tokenize(",,a,", ","), (Narrow{"a"}));
+  EXPECT_EQ(tokenize(",;,", ";,"), Narrow{});
+  EXPECT_EQ(tokenize("a b;c", ",;"), (Narrow{"a b", "c"}));
+  EXPECT_EQ(tokenize(" a,b ", ""), (Narrow{" a,b "})) << "no delimiters";
   EXPECT_EQ(tokenize("a\xC4z", "\xC4"), (Narrow{"a", "z"})) << "a byte with the high bit set";
-  const std::string with_zero("a\0b", 3);
-  EXPECT_EQ(tokenize(with_zero, std::string("\0", 1)), (Narrow{"a", "b"}));
+  EXPECT_EQ(tokenize(std::string("a\0b", 3), std::string("\0", 1)), (Narrow{"a", "b"}));
 }
 
-// One table for both, as in the header: they differ in what becomes of delimiters and of the start.
 TEST(Wtokenize, DropsDelimitersWhereWtokenize2KeepsTheFirst) {
-  const struct {
-    std::u16string text, delimiters;
-    Tokens dropped, kept;
-    const char* why;
-  } rows[] = {
-      {u"a,,b", u",", {u"a", u"b"}, {u"a,", u"b"}, "a run counts once"},
-      {u",,", u",", {}, {u","}, "nothing but delimiters"},
-      {u"", u",", {}, {u""}, "an empty text"},
-      {u"a, b", u",", {u"a", u"b"}, {u"a,", u"b"}, "blanks are trimmed"},
-      {u"a,  ,b", u",", {u"a", u"", u"b"}, {u"a,", u",", u"b"}, "a token of blanks"},
-      {u" abc", u" ", {u"abc"}, {u"", u"abc"}, "a leading blank is a token, and trimmed"},
-      {u"3.14,2", u".,", {u"3.14", u"2"}, {u"3.14,", u"2"}, "a number stays whole"},
-      {u"-3.4", u".", {u"-3", u"4"}, {u"-3.", u"4"}, "nor after a sign"},
-      {u"1.2.3x y", u" .", {u"1.2.3x", u"y"}, {u"1.2.3x", u"y"}, "any run of digits and dots"},
-      {u"3.", u".", {u"3."}, {u"3."}, "a number up to the end"},
-      {u"a\u4E00b\u4E01", u"\u4E00", {u"a", u"b\u4E01"}, {u"a\u4E00", u"b\u4E01"}, "beyond 255"},
+  const auto expect = [](std::u16string text, std::u16string delimiters, Tokens dropped,
+                         Tokens kept, const char* why) {
+    EXPECT_EQ(plain(wtokenize(wide(text), wide(delimiters))), dropped) << why;
+    EXPECT_EQ(plain(wtokenize2(wide(text), wide(delimiters))), kept) << why;
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(plain(wtokenize(wide(row.text), wide(row.delimiters))), row.dropped) << row.why;
-    EXPECT_EQ(plain(wtokenize2(wide(row.text), wide(row.delimiters))), row.kept) << row.why;
-  }
+  expect(u"a,,b", u",", {u"a", u"b"}, {u"a,", u"b"}, "a run counts once");
+  expect(u",,", u",", {}, {u","}, "nothing but delimiters");
+  expect(u"", u",", {}, {u""}, "an empty text");
+  expect(u"a, b", u",", {u"a", u"b"}, {u"a,", u"b"}, "blanks are trimmed");
+  expect(u"a,  ,b", u",", {u"a", u"", u"b"}, {u"a,", u",", u"b"}, "a token of blanks");
+  expect(u" abc", u" ", {u"abc"}, {u"", u"abc"}, "a leading blank is a token, and trimmed");
+  expect(u"3.14,2", u".,", {u"3.14", u"2"}, {u"3.14,", u"2"}, "a number stays whole");
+  expect(u"-3.4", u".", {u"-3", u"4"}, {u"-3.", u"4"}, "but not after a sign");
+  expect(u"1.2.3x y", u" .", {u"1.2.3x", u"y"}, {u"1.2.3x", u"y"}, "any run of digits and dots");
+  expect(u"3.", u".", {u"3."}, {u"3."}, "a number up to the end");
+  expect(u"a\u4E00b\u4E01", u"\u4E00", {u"a", u"b\u4E01"}, {u"a\u4E00", u"b\u4E01"}, "beyond 255");
 }

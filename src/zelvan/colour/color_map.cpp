@@ -1,4 +1,5 @@
 #include <zelvan/colour/color_map.h>
+#include <zelvan/colour/color_xfm.h>
 #include <zelvan/colour/detail/closest_color.h>
 #include <zelvan/detail/array_size.h>
 
@@ -20,8 +21,15 @@ struct {
 
 /// Returns `count` black entries; null if `count` is 0 or the heap refuses.
 ColorRGB* new_colors(unsigned int count) {
-  if (count == 0 || !zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
-  return new (std::nothrow) ColorRGB[count];
+  if (!zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
+  return count == 0 ? nullptr : new (std::nothrow) ColorRGB[count];
+}
+
+/// Sets all entries from red, green and blue of each in turn.
+void set_colors(ColorMap* map, const int* rgb) {
+  for (unsigned int i = 0; i < map->map_size; ++i, rgb += 3) {
+    map->colors[i] = {rgb[0], rgb[1], rgb[2]};
+  }
 }
 
 bool are_equal(const ColorRGB& a, const ColorRGB& b) {
@@ -90,7 +98,7 @@ ColorMap::ColorMap(int size, int max_value0)
 }
 
 ColorMap::ColorMap(int size, int max_value0, int* rgb) : ColorMap(size, max_value0) {
-  for (unsigned int i = 0; i < map_size; ++i, rgb += 3) colors[i] = {rgb[0], rgb[1], rgb[2]};
+  set_colors(this, rgb);
 }
 
 ColorMap::ColorMap(const ColorMap& other) : ColorMap(0, 0) { *this = other; }
@@ -202,11 +210,8 @@ ColorMap::GetValue(ImageType type, RGBOrder order, int index) {
 }
 
 void* ColNewColorMap(int size, int max_value, int* rgb) {
-  ColorMap* const map = new (std::nothrow) ColorMap(size, max_value, rgb);
-  if (map != nullptr && map->colors == nullptr && size > 0) {
-    delete map;
-    return nullptr;
-  }
+  ColorMap* const map = ColOpen(size, max_value);
+  if (map != nullptr) set_colors(map, rgb);
   return map;
 }
 

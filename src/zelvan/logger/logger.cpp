@@ -125,10 +125,10 @@ void Logger::openFile() {
 }
 
 void Logger::getCurrentDate(const char* format, char** date) {
-  char text[64] = "";
+  char text[64];
   const std::time_t now = std::time(nullptr);
   const std::tm* const local = std::localtime(&now);
-  const bool fits = local != nullptr && std::strftime(text, sizeof text, format, local) != 0;
+  const std::size_t length = local == nullptr ? 0 : std::strftime(text, sizeof text, format, local);
   *date = static_cast<char*>(std::calloc(1, sizeof text + 1));
-  if (*date != nullptr && fits) std::memcpy(*date, text, sizeof text);
+  if (*date != nullptr) std::memcpy(*date, text, length);
 }

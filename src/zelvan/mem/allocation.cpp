@@ -59,6 +59,9 @@ bool grow(MemList* list) {
 
 bool is_full(const MemList* list) { return list->n_used == list->n_entries; }
 
+/// Adds rows if the table is full. Returns false if it can't grow.
+bool ensure_free_row(MemList* list) { return !is_full(list) || grow(list); }
+
 /// Returns the pool's use plus `size` bytes, in a type that can't overflow.
 long long sum_with(const MemPool* pool, int size) {
   return static_cast<long long>(pool->used) + size;
@@ -141,9 +144,9 @@ int make_room(const Request& request) {
     if (mem_trace != 0) MemTrace("**Pool of %ld too small\n", long{list->pool->limit});
     if (!may_go_on(request, MEM_POOL_TOO_SMALL)) return MEM_POOL_TOO_SMALL;
   }
-  if (is_full(list) && !grow(list)) {
+  if (!ensure_free_row(list)) {
     if (!may_go_on(request, MEM_TABLE_FAILED)) return MEM_TABLE_FAILED;
-    if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
+    if (!ensure_free_row(list)) return MEM_TABLE_FAILED;
   }
   if (sum_with(list->pool, request.size) > list->pool->limit) {
     if (mem_trace != 0) MemTrace("**Pool overflow current size %ld\n", long{list->pool->used});
@@ -162,8 +165,9 @@ void* get_block(const Request& request) {
   if (block != nullptr) return block;
   if (mem_trace != 0) MemTrace("**Malloc failed\n");
   if (may_go_on(request, MEM_MALLOC_FAILED)) block = block_of(request.size);
-  if (block == nullptr && mem_trace != 0) MemTrace("**Malloc failed after exception processing\n");
-  return block;
+  if (block != nullptr) return block;
+  if (mem_trace != 0) MemTrace("**Malloc failed after exception processing\n");
+  return nullptr;
 }
 
 /// Charges the block to the pool and enters it into the table, or returns an error. Calls no
@@ -176,7 +180,7 @@ int track(const Request& request, void* block) {
     return MEM_POOL_OVERFLOW;
   }
   // A handler may have filled the table again since the last check.
-  if (is_full(list) && !grow(list)) return MEM_TABLE_FAILED;
+  if (!ensure_free_row(list)) return MEM_TABLE_FAILED;
   const auto [entry, parent] = find_new_row(list, request.back_ptr);
   if (entry == nullptr) return MEM_TABLE_FAILED;
 

@@ -2,6 +2,7 @@
 #include <zelvan/mem/mem.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 
 namespace zelvan {
@@ -29,7 +30,8 @@ void Children::list_by_parent(const MemList* list) {
   std::fill(first_, first_ + 2 * static_cast<std::size_t>(n), n);
   for (int child = n - 1; child >= 0; --child) {  // backwards, so that each list is in table order
     const int parent = list->entries[child].parent;
-    if (parent < 0 || parent >= n) continue;
+    if (parent < 0) continue;
+    assert(parent < n);
     next_[child] = first_[parent];
     first_[parent] = child;
   }

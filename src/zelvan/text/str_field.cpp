@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
@@ -135,11 +136,13 @@ constexpr std::ptrdiff_t kept_digits = 20;
 constexpr std::ptrdiff_t longest_mantissa = kept_digits + 2;  // with sign and point
 constexpr int most_exponent_digits = 3;
 
-/// Returns true if a number may start at `p`; `scan_number` decides.
+/// Returns true if a number may start at `p`; `scan_number` decides. Requires: `*p` is a digit, a
+/// point or a sign.
 bool may_be_number(const char* p) {
   if (is_digit(*p)) return true;
   if (*p == '.') return is_digit(p[1]);
-  return is_sign(*p) && (is_digit(p[1]) || p[1] == '.' || (p[1] != '\0' && is_digit(p[2])));
+  assert(is_sign(*p));
+  return is_digit(p[1]) || p[1] == '.' || (p[1] != '\0' && is_digit(p[2]));
 }
 
 /// The part of a number before its exponent.
