@@ -18,7 +18,7 @@ std::set<std::string> existing;  // the paths that are there
 int _access(const char* path, int) { return existing.contains(path) ? 0 : -1; }
 int _getdrive() { return drive; }
 unsigned GetLogicalDriveStringsA(unsigned, char* list) {
-  std::memcpy(list, roots.c_str(), roots.size() + 1);
+  if (roots.size() < path_size) std::memcpy(list, roots.c_str(), roots.size() + 1);
   return static_cast<unsigned>(roots.size());
 }
 int _open(const char*, int, int) { return -1; }
@@ -32,6 +32,9 @@ namespace machine = machine_with_drives;
 
 TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
   const std::string roots = "C:\\\0D:\\\0a:\\\0B:\\\0"s;
+  const std::string longest = '\\' + std::string(1021, 'x');
+  std::string many_roots;
+  while (many_roots.size() < 1024) many_roots += "D:\\\0"s;
   const struct {
     int drive;
     std::string roots;
@@ -46,6 +49,15 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
       {0, roots, {"\\x"}, "\\x", 0, "where there are drives only they count"},
       {3, roots, {"a:\\x"}, "\\x", 0, "a small a is passed over"},
       {3, "1:\\\0c?\\\0c:?\0"s, {"1:\\x", "c:\\x"}, "\\x", 0, "no roots of drives"},
+      {3, "[:\\\0{:\\\0"s, {"[:\\x", "{:\\x"}, "\\x", 0, "no letters"},
+      {3, "b:\\\0"s, {"b:\\x"}, "\\x", 0, "a small b is passed over"},
+      {3, many_roots, {"D:\\x"}, "\\x", 0, "a list of 1024 bytes is too long"},
+      {3,
+       roots,
+       {"C:" + longest.substr(0, 1021)},
+       longest,
+       0,
+       "1024 bytes with a drive are too many"},
       {3, "", {"D:\\x"}, "\\x", 0, "the list can't be had"},
       {3, roots, {"C:x"}, "x", 0, "a path without a backslash at its start"},
       {3, roots, {"C:\\\\x"}, "\\\\x", 0, "a name on the network"},

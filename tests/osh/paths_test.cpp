@@ -60,6 +60,11 @@ TEST(TruncatePath, SplitsAtTheLastSeparator) {
     const std::size_t dot = std::min(path.find('.', file), path.size());
     EXPECT_EQ(utl_file_extension(given(path)), path.c_str() + dot) << "the extension of " << path;
   }
+  char untouched[] = "a/b";
+  EXPECT_EQ(osh_truncate_path(nullptr, untouched, untouched), 0);
+  EXPECT_EQ(osh_truncate_path(untouched, nullptr, untouched), 0);
+  EXPECT_EQ(osh_truncate_path(untouched, untouched, nullptr), 0);
+  EXPECT_STREQ(untouched, "a/b");
 }
 
 TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
@@ -71,6 +76,20 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(absolute(""), "");
   fs::current_path("/");
   EXPECT_EQ(absolute("./x"), "/x");
+}
+
+TEST(AlternatePathname, IsThePathItselfIfThatExistsAndFits) {
+  if (!support::is_posix) GTEST_SKIP() << "names have a short form";
+  const World world;
+  const std::pair<std::string, std::string> rows[] = {
+      {"plain", "plain"},
+      {padded("plain", 1023), padded("plain", 1023)},
+      {padded("plain", 1024), ""}};
+  for (const auto& [path, alternate] : rows) {
+    Text result(1024);
+    EXPECT_EQ(osh_alternate_pathname(given(path), result.data()), alternate.empty() ? -1 : 0);
+    EXPECT_EQ(result.data(), alternate);
+  }
 }
 
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {

@@ -5,6 +5,7 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/session.h>
 
+#include <cassert>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -109,10 +110,7 @@ void wipc_release_bind_sessions(void) {
 }
 
 int wipc_poll_socket(int socket) {
-  if (socket <= 0) {
-    wipc_print("Polling invalid session/socket ID (%d)\n", socket);
-    return 0;
-  }
+  assert(socket > 0);
   return platform::select(socket) > 0;
 }
 
