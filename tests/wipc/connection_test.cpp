@@ -4,6 +4,8 @@
 
 #include "wipc/scripted_peer.h"
 
+#include <algorithm>
+
 #include <support/heap.h>
 #include <support/system.h>
 
@@ -42,14 +44,12 @@ TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
       {[] { wipc_set_nostart(0); }, 0, "start the secondary module (none)\n"},
   };
   on_pause = [] {};
-  wipc_set_debug(1);
   const int descriptors = support::open_descriptors();
   for (const auto& row : rows) {
     row.set();
     paused_ms = 0;
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr);
-    const std::string text = testing::internal::GetCapturedStdout();
+    const std::string text =
+        printed([&] { EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr); });
     EXPECT_TRUE(text.ends_with("Error: Failed to " + row.error)) << row.error << text;
     EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
     EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;
@@ -63,7 +63,7 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
     const char* module;
     bool opens;
   } rows[] = {
-      {"on the path, which a colon may end", "/none:/bin:", "sh", true},
+      {"on the path, which a colon may end", ".:/bin:", "sh", true},
       {"a colon at the start is part of the first name", ":/bin", "sh", false},
       {"an absolute path", nullptr, "/bin/sh", true},
       {"an absolute path to nothing", "/bin", "/sh", false},
@@ -79,23 +79,42 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
 }
 
+TEST(OpenConnection, FailsIfTheHeapRefuses) {
+  zelvan::wipc_release_bind_sessions();
+  const int descriptors = support::open_descriptors();
+  int result;
+  heap::refuse_each([&] { result = open_connection("localhost", "/bin/sh"); },
+                    [&] {
+                      zelvan::wipc_release_bind_sessions();
+                      EXPECT_EQ(result, 0);
+                      EXPECT_EQ(heap::blocks_left(), 0);
+                      EXPECT_EQ(support::open_descriptors(), descriptors);
+                    });
+  EXPECT_EQ(result, 1) << "nothing is refused";
+}
+
 TEST(Connections, WantHostModulePortsAndPlacesForResults) {
   char none[] = "", module[] = "/bin/sh", *own;
   int first, second, local;
-  EXPECT_EQ(wipc_open_session(none, module), nullptr);
-  EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
-  EXPECT_EQ(wipc_open_session(localhost, std::string(1024, 'a').data()), nullptr) << "too long";
-  EXPECT_EQ(wipc_open_connection(nullptr, module, &own, &first, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, none, &own, &first, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, nullptr, &first, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
-  EXPECT_EQ(open_connection(std::string(300, 'a'), "/bin/sh"), 0) << "no host";
-  paused_ms = 0;
-  EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
-  EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
-  EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
+  const std::string text = printed([&] {
+    EXPECT_EQ(wipc_open_session(none, module), nullptr);
+    EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
+    EXPECT_EQ(wipc_open_session(localhost, std::string(1024, 'a').data()), nullptr) << "too long";
+    EXPECT_EQ(wipc_open_connection(nullptr, module, &own, &first, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, none, &own, &first, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, nullptr, &first, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
+    EXPECT_EQ(open_connection(std::string(300, 'a'), "/bin/sh"), 0) << "no host";
+    EXPECT_NE(zelvan::wipc_bind_primary, nullptr) << "the connection is pending all the same";
+    paused_ms = 0;
+    EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
+    EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
+    EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
+  });
+  // Opening a session prints its arguments as well; the name of the host is cut, with its line end.
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 15) << text;
   EXPECT_EQ(paused_ms, 0) << "no port is tried";
 }
 

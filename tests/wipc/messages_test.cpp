@@ -1,5 +1,7 @@
 #include "wipc/scripted_peer.h"
 
+#include <support/heap.h>
+
 using namespace std::string_literals;
 
 static std::string letters(int count) { return std::string(count, 'a'); }
@@ -55,9 +57,12 @@ TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
 }
 
 TEST(Read, AnswersTheEndAtTheSecondaryAndReleasesTheSession) {
+  heap::refuse(0, false);
   ScriptedPeer peer('S');
   char text[99];
   send(peer.data[1], "SessionClosed", 13, 0);
   EXPECT_EQ(wipc_read(std::exchange(peer.session, nullptr), text, 99), -1);
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 0) << "the record is released";
   EXPECT_EQ(arrived(peer.data[1]), "Acknowledge");
 }

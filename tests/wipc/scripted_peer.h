@@ -24,6 +24,16 @@ struct ScriptedPeer {
   zelvan::wipc_session* session;
 };
 
+/// Returns what an operation prints while failures are reported.
+template <class Operation>
+std::string printed(Operation operation) {
+  wipc_set_debug(1);
+  testing::internal::CaptureStdout();
+  operation();
+  wipc_set_debug(0);
+  return testing::internal::GetCapturedStdout();
+}
+
 /// Returns what has arrived at a socket.
 inline std::string arrived(int socket) {
   char text[9000];
