@@ -12,6 +12,7 @@
 #include <functional>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -129,7 +130,9 @@ extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 // A build that measures coverage counts in memory, which a forked process loses here.
 extern "C" [[gnu::weak]] int __llvm_profile_write_file();
 inline void keep_counts() {
+  const bool was_armed = std::exchange(is_armed, false);
   if (__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
+  is_armed = was_armed;
 }
 extern "C" Word __wrap_execve(Word program, Word arguments, Word environment) {
   keep_counts();
