@@ -32,9 +32,7 @@ namespace machine = machine_with_drives;
 
 TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
   const std::string roots = "C:\\\0D:\\\0a:\\\0B:\\\0"s;
-  const std::string longest = '\\' + std::string(1021, 'x');
-  std::string many_roots;
-  while (many_roots.size() < 1024) many_roots += "D:\\\0"s;
+  const std::string longest = '\\' + std::string(1021, 'x'), on_c = "C:" + longest;
   const struct {
     int drive;
     std::string roots;
@@ -51,13 +49,8 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
       {3, "1:\\\0c?\\\0c:?\0"s, {"1:\\x", "c:\\x"}, "\\x", 0, "no roots of drives"},
       {3, "[:\\\0{:\\\0"s, {"[:\\x", "{:\\x"}, "\\x", 0, "no letters"},
       {3, "b:\\\0"s, {"b:\\x"}, "\\x", 0, "a small b is passed over"},
-      {3, many_roots, {"D:\\x"}, "\\x", 0, "a list of 1024 bytes is too long"},
-      {3,
-       roots,
-       {"C:" + longest.substr(0, 1021)},
-       longest,
-       0,
-       "1024 bytes with a drive are too many"},
+      {3, std::string(1024, 'D'), {"D:\\x"}, "\\x", 0, "a list of 1024 bytes is too long"},
+      {3, roots, {on_c.substr(0, 1023)}, longest, 0, "with a drive it has 1024 bytes"},
       {3, "", {"D:\\x"}, "\\x", 0, "the list can't be had"},
       {3, roots, {"C:x"}, "x", 0, "a path without a backslash at its start"},
       {3, roots, {"C:\\\\x"}, "\\\\x", 0, "a name on the network"},

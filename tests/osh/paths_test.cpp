@@ -78,20 +78,6 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(absolute("./x"), "/x");
 }
 
-TEST(AlternatePathname, IsThePathItselfIfThatExistsAndFits) {
-  if (!support::is_posix) GTEST_SKIP() << "names have a short form";
-  const World world;
-  const std::pair<std::string, std::string> rows[] = {
-      {"plain", "plain"},
-      {padded("plain", 1023), padded("plain", 1023)},
-      {padded("plain", 1024), ""}};
-  for (const auto& [path, alternate] : rows) {
-    Text result(1024);
-    EXPECT_EQ(osh_alternate_pathname(given(path), result.data()), alternate.empty() ? -1 : 0);
-    EXPECT_EQ(result.data(), alternate);
-  }
-}
-
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
   const World world;
   const std::string longest = padded("x", 1022);

@@ -58,6 +58,13 @@ decltype(&::FlushFileBuffers) __wrap___imp_FlushFileBuffers = [](HANDLE file) {
 
 namespace {
 
+TEST(OpenBinary, TakesTheRuntimesOwnFlags) {
+  World world;
+  const short deleted_when_closed = 0x40;
+  EXPECT_EQ(osh_close(osh_open_binary("new"_c, 0x101 | deleted_when_closed, 0200)), 0);
+  EXPECT_FALSE(fs::exists("new"));
+}
+
 /// Every file of a folder with what is in it, in order, the process's number left out.
 std::string files(const std::string& folder = ".") {
   std::set<std::string> lines;

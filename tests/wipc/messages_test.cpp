@@ -1,7 +1,5 @@
 #include "wipc/scripted_peer.h"
 
-#include <support/heap.h>
-
 using namespace std::string_literals;
 
 static std::string letters(int count) { return std::string(count, 'a'); }

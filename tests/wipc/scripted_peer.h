@@ -4,7 +4,10 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/zelvan.h>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
+#include <support/heap.h>
 #include <sys/socket.h>
 #include <unistd.h>
 

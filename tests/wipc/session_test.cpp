@@ -1,7 +1,5 @@
 #include "wipc/scripted_peer.h"
 
-#include <algorithm>
-
 TEST(Sessions, AreRefusedIfNullOrNotOpen) {
   char text[] = "~";
   zelvan::wipc_session* const bind = zelvan::wipc_new_session(7, zelvan::bind_session);

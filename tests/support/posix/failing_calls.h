@@ -12,7 +12,6 @@
 #include <functional>
 #include <new>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -25,9 +24,7 @@ struct Failure {
   std::string call;
   int nth;             ///< of the calls of that name; 0: each of them
   int why;             ///< what it leaves in `errno`
-  /// It does its work all the same. A file system of the network repeats a request whose answer got
-  /// lost, and reports the failure of the second one.
-  bool works = false;
+  bool works = false;  ///< it does its work all the same, as a server that is asked twice
 };
 
 using Counts = std::atomic<int>[64];
@@ -110,12 +107,12 @@ CALL(faccessat) CALL(getxattr) CALL(fgetxattr) CALL(fsetxattr) CALL(fremovexattr
 CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
-CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
-CALL(setsid) CALL(socket) CALL(setsockopt)
+CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup2)
+CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
 CALL(gethostbyname_r, gives_reason)
-REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid) REAL(execve) REAL(_exit)
+REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
     // What fails or is interrupted is closed all the same.
@@ -126,22 +123,6 @@ REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid) REAL(execve)
 
 // Other people's disks have nothing to do with the test.
 extern "C" void __wrap_sync() { call_fails(sync_id, false); }
-
-// A build that measures coverage counts in memory, which a forked process loses here.
-extern "C" [[gnu::weak]] int __llvm_profile_write_file();
-inline void keep_counts() {
-  const bool was_armed = std::exchange(is_armed, false);
-  if (__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
-  is_armed = was_armed;
-}
-extern "C" Word __wrap_execve(Word program, Word arguments, Word environment) {
-  keep_counts();
-  return call_fails(execve_id, false) ? -1 : __real_execve(program, arguments, environment);
-}
-extern "C" void __wrap__exit(Word status) {
-  keep_counts();
-  __real__exit(status);
-}
 
 // An interrupted one goes on by itself, and how it ends shows later.
 int end_of_connect = 0;

@@ -90,14 +90,15 @@ struct Start {
 /// Replaces the child by the program. The child has a copy of the caller's memory and locks in any
 /// state, so it may make only plain system calls.
 [[noreturn]] void become(const Start& start, int report, const sigset_t& callers_mask) {
-  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) give_up(report);
+  if (::dup2(report, report_fd) < 0) give_up(report);  // does nothing if it has this number
+  if (::fcntl(report_fd, F_SETFD, FD_CLOEXEC) != 0) give_up(report_fd);
   ::closefrom(report_fd + 1);
   if (start.detached) ::setsid();
   // The caller's handlers must not run in the child once signals are unblocked.
   for (int signal = 1; signal < NSIG; ++signal) {
-    struct sigaction action;
-    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
-    ::signal(signal, SIG_DFL);
+    struct sigaction action = {};  // no handler, where the system keeps a signal to itself
+    ::sigaction(signal, nullptr, &action);
+    if (action.sa_handler != SIG_IGN) ::signal(signal, SIG_DFL);
   }
   ::sigprocmask(SIG_SETMASK, &callers_mask, nullptr);
   ::execve(start.program, start.arguments, environ);
