@@ -74,6 +74,7 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   }
   EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
+  EXPECT_EQ(open_connection(own_name, "/sh"), 0) << "this machine, by its name";
 }
 
 TEST(OpenConnection, FailsIfTheHeapRefuses) {

@@ -77,15 +77,16 @@ int wipc_check_sockets(int n) {
     wipc_print("Error: Invalid number of sockets to check (%d)\n", n);
     return 0;
   }
-  const std::unique_ptr<int[]> sockets = new_array<int>(static_cast<std::size_t>(n));
+  const auto sockets = new_array<OwnedSocket>(static_cast<std::size_t>(n));
   if (sockets == nullptr) {
     wipc_print("Error: Memory allocation failure when checking for %d sockets\n", n);
     return 0;
   }
-  int made = 0;
-  while (made < n && (sockets[made] = platform::socket()) > 0) ++made;
-  for (int i = made; i > 0; --i) platform::closesocket(sockets[i - 1]);
-  return made == n;
+  for (int i = 0; i < n; ++i) {
+    sockets[i].open();
+    if (!sockets[i].is_open()) return 0;
+  }
+  return 1;
 }
 
 wipc_session* wipc_new_session(int sid, char session_type) {
