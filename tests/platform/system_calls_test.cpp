@@ -72,7 +72,8 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
   const std::set<std::string> after = everything();
   for (const auto& line : before) change += after.contains(line) ? "" : '-' + line;
   for (const auto& line : after) change += before.contains(line) ? "" : '+' + line;
-  EXPECT_EQ(change, done && other_change.empty() ? promise.change : other_change);
+  const std::string& wanted = done && other_change.empty() ? promise.change : other_change;
+  EXPECT_EQ(change, wanted) << "of the files";
   EXPECT_EQ(support::open_descriptors(), descriptors) << "a descriptor is left";
   return done;
 }
@@ -219,18 +220,17 @@ TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
   };
   // clang-format on
   for (const auto& [operation, works, failures, change, why] : rows) {
-    const int reason = failures.front().why;
+    SCOPED_TRACE(failures.front().call + " fails: " + why);
     const Promise promise = {operation, works ? change : "never done", {}};
-    EXPECT_EQ(keeps(promise, reason, failures, false, change), works)
-        << failures.front().call << " fails: " << why;
+    EXPECT_EQ(keeps(promise, failures.front().why, failures, false, change), works);
   }
 }
 
 TEST(Moves, ReplaceNothing) {
   const Failures ways[] = {{no_flags}, {no_flags, no_links}, {other_file_system}};
   for (const Failures& way : ways) {
-    const Promise never = {move("other"_c, "plain"_c), "replaced", way};
-    EXPECT_FALSE(keeps(never, EEXIST, {})) << way.back().call << " fails";
+    SCOPED_TRACE(way.back().call);
+    EXPECT_FALSE(keeps({move("other"_c, "plain"_c), "replaced", way}, EEXIST, {}));
   }
   EXPECT_FALSE(keeps({move("dir"_c, "plain"_c), "replaced", {no_flags}}, EEXIST, {})) << "a folder";
 }
