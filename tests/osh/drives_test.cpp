@@ -1,5 +1,5 @@
-// A machine with drives of the test's own making: what looks for a drive is compiled here once
-// more, in a namespace whose platform is the one below.
+// A machine whose drives the test chooses: the search for a drive is compiled here once more, in a
+// namespace with a platform of its own.
 #define zelvan machine_with_drives
 #include <zelvan/osh/detail/fixed_path.cpp>
 #undef zelvan
@@ -59,7 +59,7 @@ TEST(Drives, AreSearchedInTheirOrderAfterTheCurrentOne) {
     machine::platform::drive = row.drive;
     machine::platform::roots = row.roots;
     machine::platform::existing = row.existing;
-    std::string path = row.is_found ? "\\x" : row.fixed;  // what is not found stays as it is
+    std::string path = row.is_found ? "\\x" : row.fixed;  // a path that is not found stays as it is
     char fixed[machine::path_size];
     EXPECT_EQ(machine::osh1_fix_path(path.data(), fixed, 0), row.is_found) << row.why;
     EXPECT_EQ(fixed, row.fixed) << row.why;

@@ -12,7 +12,7 @@
 #include <osh/world.h>
 #include <support/random.h>
 
-/// Every name in the current folder, with what is in it and a mark if it is read-only.
+/// Returns each name in the current folder with its content, and a mark if it is read-only.
 static std::map<std::string, std::string> all_files() {
   std::map<std::string, std::string> found;
   for (const auto& entry : fs::directory_iterator(".")) {
@@ -25,13 +25,13 @@ static std::map<std::string, std::string> all_files() {
 
 static int closed(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
 
-/// The number that osh_inquire_file stores; 0 if it fails and stores nothing.
+/// Returns the number that osh_inquire_file stores; 0 if it fails and stores nothing.
 static int inquired(char* path) {
   unsigned short mode = 7;
   return osh_inquire_file(path, &mode) == 1 ? mode : mode - 7;
 }
 
-// Each operation on paths of every kind. World has the files. What fails changes nothing.
+// Each operation with paths of every kind, which World has. A failure changes nothing.
 TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   // clang-format off
   const struct {
@@ -70,7 +70,7 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"rmdir", 1, 0, "empty", osh_rmdir},
   };
   // clang-format on
-  osh_close(0);  // the next descriptor, and one like any other
+  osh_close(0);  // the next file gets it: it is a descriptor like any other
   const int descriptors = support::open_descriptors();
   for (const auto& [operation, success, failure, works_on, call] : rows) {
     for (const std::string name :
@@ -144,8 +144,8 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_close(fd), 0);
 }
 
-// A line feed ends a line, and so does a carriage return that neither of them follows. Texts are
-// all of up to six of four bytes, and longer ones, by buffers of any size.
+// A line feed ends a line, and so does a carriage return that neither of them follows. Reads all
+// texts of up to six of these four bytes, and longer random ones, with buffers of any size.
 TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {
   const World world;
   support::Random random(6);

@@ -11,13 +11,13 @@
 
 using Text = support::GuardedArray<char>;
 
-/// A text and zeros up to so many bytes.
+/// Returns the text, followed by zeros up to `size` bytes.
 static std::string filled_up(std::string text, std::size_t size) {
   text.resize(size);
   return text;
 }
 
-/// All texts of up to so many of the characters that mean something in a path.
+/// Returns all texts of up to `longest` of the characters that mean something in a path.
 static std::vector<std::string> short_texts(std::size_t longest) {
   std::vector<std::string> texts = {""};
   for (std::size_t i = 0; texts[i].size() < longest; ++i) {
@@ -94,7 +94,7 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
     put(prefix + taken);
     const int expected = next.empty() ? -1 : 0;
     const std::string name = prefix + (next.empty() ? taken : next);
-    Text result(filled_up(taken, 1024));  // which may be the letters
+    Text result(filled_up(taken, 1024));  // the result may be the letters
     EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
     EXPECT_EQ(result.data(), name);
     fs::remove(prefix + taken);

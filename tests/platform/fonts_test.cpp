@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <osh/world.h>
 
-// What the library takes for all folders. The linker puts this in the place of its own answer.
+// The folders that the library searches. The linker puts this in the place of its own function.
 using Strings = std::vector<std::string>;
 Strings played_folders;
 Strings play_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");

@@ -1,4 +1,4 @@
-// Whichever system call fails, nothing is lost, nothing is left behind, and the result tells.
+// Whichever system call fails: nothing is lost or left over, and the failure is reported.
 #include <zelvan/platform/sockets.h>
 #include <zelvan/zelvan.h>
 
@@ -23,17 +23,17 @@ struct Harmless {
   std::string call;
   std::set<int> which;  ///< of the calls of that name, from 1 on; or `each_time`
   const char* why;
-  std::string change = {};  ///< what happens to the files then, if not the same as else
+  std::string change = {};  ///< of the files in that case, if it differs
 };
 
 struct Promise {
   Operation operation;
-  std::string change;  ///< of the files, if it is done
-  Failures always;     ///< on a system where these calls fail
+  std::string change;  ///< of the files, if the operation succeeds
+  Failures always;     ///< that happen in every run
 };
 
-/// Each name with its permissions, what is in it, whether it still has the times of `plain`, and
-/// whether it is another user's.
+/// Returns a line for each name: its permissions and content, whether it still has the times of
+/// `plain`, and whether it is another user's.
 std::set<std::string> everything() {
   std::set<std::string> all;
   for (const auto& entry : fs::recursive_directory_iterator(".")) {
@@ -50,7 +50,7 @@ std::set<std::string> everything() {
   return all;
 }
 
-/// Runs the operation in a new world. It must be done with its change, or fail and change nothing.
+/// Returns whether the operation succeeds in a new world; expects its change, or `other_change`.
 bool keeps(const Promise& promise, int why, Failures failures, bool interrupted = false,
            const std::string& other_change = {}) {
   umask(07);  // others than user and group may do nothing with a new file
@@ -79,7 +79,7 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
 }
 
 /// Lets each call of the operation be interrupted, then fail alone, and then lets the heap refuse
-/// each of its requests, alone and with all after it. The operation may be done all the same only
+/// each of its requests, alone and with all after it. The operation may succeed all the same only
 /// where a failure is harmless.
 void check(const char* name, const Operation& operation, const std::string& change,
            const std::vector<Harmless>& all_harmless, const Failures& always = {}) {
@@ -175,10 +175,10 @@ TEST(Processes, StartOrReportWhatFails) {
   check("a program", start, "",
         {{"close", each_time, "nothing was written there"},
          {"waitpid", each_time, "somebody else has waited"}},
-        {{"read", 1, 0}});  // it works each time, or we would not wait for the start
+        {{"read", 1, 0}});  // it must work, since it waits for the start
 }
 
-// One failure each, or several on a system that lacks something.
+// The first failure has the reason; more of them stand for a system that lacks something.
 TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
   const Operation copy = copy_to("other"_c), move_plain = move("plain"_c, "new"_c);
   const Operation append = [] { return osh_cat("new"_c, "plain"_c) != 0; };
@@ -227,15 +227,14 @@ TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
 }
 
 TEST(Moves, ReplaceNothing) {
-  const Failures ways[] = {{no_flags}, {no_flags, no_links}, {other_file_system}};
-  for (const Failures& way : ways) {
+  for (const Failures& way : {Failures{no_flags}, {no_flags, no_links}, {other_file_system}}) {
     SCOPED_TRACE(way.back().call);
     EXPECT_FALSE(keeps({move("other"_c, "plain"_c), "replaced", way}, EEXIST, {}));
   }
   EXPECT_FALSE(keeps({move("dir"_c, "plain"_c), "replaced", {no_flags}}, EEXIST, {})) << "a folder";
 }
 
-/// A program at both ends: what it sends waits at the other one until it is fetched.
+/// Talks to itself over a connection. Returns whether each step succeeds.
 bool converse(bool is_answered) {
   platform::SocketAddress address{{127, 0, 0, 1}, 0};
   const int door = platform::socket(), near = platform::socket();
@@ -266,7 +265,7 @@ TEST(Sockets, CarryAConversationOrReportWhatFails) {
          {"getsockname", {2}, "it is not its own peer"},
          {"getpeername", {1}, "it is not its own peer"},
          {"close", each_time, "everything has arrived"}});
-  // How an interrupted connection ends shows later, if it can be asked.
+  // After an interruption the system has to be asked for the result of the connection.
   EXPECT_FALSE(support::run_failing([] { return converse(false); }, {}, true)) << "nobody answers";
   EXPECT_FALSE(support::run_failing(meets, {{"getsockopt", 1, EIO}}, true)) << "it can't be asked";
   platform::SocketAddress own = platform::loopback;

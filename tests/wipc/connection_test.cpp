@@ -8,7 +8,7 @@
 
 namespace platform = zelvan::platform;
 
-// What happens in a pause, which is over at once, and how long all of them would have been.
+// Runs in each pause, which takes no time; and the length that all pauses would have had.
 static std::function<void()> on_pause = [] {};
 static int paused_ms;
 static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
@@ -62,6 +62,7 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   } rows[] = {
       {"on the path, which a colon may end", ".:/bin:", "sh", true},
       {"a colon at the start is part of the first name", ":/bin", "sh", false},
+      {"no path", nullptr, "sh", false},
       {"an absolute path", nullptr, "/bin/sh", true},
       {"an absolute path to nothing", "/bin", "/sh", false},
   };
@@ -126,17 +127,17 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
   heap::grant_all();
   EXPECT_EQ(heap::blocks_left(), 0) << "records and queued messages are released";
   EXPECT_EQ(arrived(peers[0]), "SessionClosed");
-  EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
+  EXPECT_NE(printed([] { EXPECT_EQ(wipc_accept_connection(), nullptr); }), "") << "not pending";
 }
 
 TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhileItWaits) {
   const struct {
     bool is_on;
     std::vector<std::pair<std::uint8_t, int>>
-        connections;  // last number of the address, which port
+        connections;  // last number of the address, index of the port
   } rows[] = {
-      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is met
-      {false, {{2, 0}, {2, 1}}},                 // the first on each port is met
+      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is accepted
+      {false, {{2, 0}, {2, 1}}},                 // the first on each port is accepted
   };
   for (const auto& row : rows) {
     zelvan_set_local_sessions_only(row.is_on);
@@ -148,7 +149,7 @@ TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhile
       EXPECT_EQ(own.host[0], row.is_on ? 127 : 0) << "a port's address, 0 is any";
     }
     std::vector<int> peers;
-    on_pause = [&] {  // the next one asks to be the secondary
+    on_pause = [&] {  // the next peer connects
       if (peers.size() == row.connections.size()) return;
       const auto& [last, port] = row.connections[peers.size()];
       peers.push_back(platform::socket());

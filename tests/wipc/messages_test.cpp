@@ -43,7 +43,7 @@ TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
       ScriptedPeer peer('P');
       const int socket = read == wipc_read ? peer.data[1] : peer.status[1];
       for (const std::string& chunk : chunks) send(socket, chunk.data(), chunk.size(), 0);
-      shutdown(socket, SHUT_WR);  // so that nothing waits for ever
+      shutdown(socket, SHUT_WR);  // so that no read waits for ever
       for (const std::string& message : messages) {
         std::string text(4002, '~');
         EXPECT_EQ(text.substr(0, std::max(0, read(peer.session, text.data(), 4002))), message)

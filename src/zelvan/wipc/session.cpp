@@ -73,10 +73,7 @@ wipc_session* wipc_create_bind(int* port) {
 }
 
 int wipc_check_sockets(int n) {
-  if (n < 0) {
-    wipc_print("Error: Invalid number of sockets to check (%d)\n", n);
-    return 0;
-  }
+  assert(n >= 0);
   const auto sockets = new_array<OwnedSocket>(static_cast<std::size_t>(n));
   if (sockets == nullptr) {
     wipc_print("Error: Memory allocation failure when checking for %d sockets\n", n);

@@ -22,19 +22,19 @@ namespace support {
 
 struct Failure {
   std::string call;
-  int nth;             ///< of the calls of that name; 0: each of them
-  int why;             ///< what it leaves in `errno`
-  bool works = false;  ///< it does its work all the same, as a server that is asked twice
+  int nth;             ///< which call of that name fails; 0: each
+  int why;             ///< the value of `errno` afterwards
+  bool works = false;  ///< it works, and reports a failure all the same
 };
 
 using Counts = std::atomic<int>[64];
-inline Counts& calls_made = *static_cast<Counts*>(  // by all processes together
+inline Counts& calls_made = *static_cast<Counts*>(  // of all processes together
     mmap(nullptr, sizeof(Counts), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
-inline bool works_all_the_same = false;  ///< the call that has failed last
-inline int refused_request = 0;          ///< to the heap; below 0: with all behind it; 0: none
+inline bool works_all_the_same = false;  ///< of the call that failed last
+inline int refused_request = 0;          ///< to the heap; negative: all after it as well; 0: none
 
 inline std::size_t add_call(const char* name) {
   call_names.push_back(name);
@@ -54,9 +54,9 @@ inline bool call_fails(std::size_t call, bool may_wait) {
   return why != 0;
 }
 
-/// Runs an operation with these failures and refusals of the heap, and sees to it that it leaves no
-/// block behind. If it is interrupted as well, a signal cuts each call that may wait short before
-/// it gets through, and three bytes are moved at a time.
+/// Returns whether an operation succeeds with these failures and with the refused request; expects
+/// that it leaves no block. If `interrupted`, each call that may wait is interrupted once before it
+/// works, and at most three bytes are moved at a time.
 inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
                         bool interrupted = false) {
   for (auto& count : calls_made) count = 0;
@@ -77,7 +77,7 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
 }
 
 using Word = std::intptr_t;
-enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
+enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, returns_reason = 8 };
 
 // The linker puts the `__wrap_` functions in the place of the system's own. These take nothing
 // but whole numbers and pointers, six at most, so one shape passes all of them on. Some take any
@@ -98,33 +98,33 @@ enum Kind { waits = 1, moves = 2 | waits, gives_pointer = 4, gives_reason = 8 };
                             : 0;                                                               \
     if (!fails) return result;                                                                 \
     errno = why;                                                                               \
-    return kind & gives_pointer ? 0 : kind & gives_reason ? why : -1;                          \
+    return kind & returns_pointer ? 0 : kind & returns_reason ? why : -1;                          \
   }
 
-CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | gives_pointer) CALL(read, moves)
+CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | returns_pointer) CALL(read, moves)
 CALL(write, moves) CALL(copy_file_range, waits) CALL(ftruncate, waits) CALL(lseek) CALL(stat) CALL(lstat) CALL(fstat) CALL(fstatat) CALL(access)
 CALL(faccessat) CALL(getxattr) CALL(fgetxattr) CALL(fsetxattr) CALL(fremovexattr)
-CALL(realpath, gives_pointer) CALL(getcwd, gives_pointer) CALL(chmod)
+CALL(realpath, returns_pointer) CALL(getcwd, returns_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
-CALL(fdopendir, gives_pointer) CALL(readdir, gives_pointer) CALL(pipe2) CALL(fork) CALL(dup2)
+CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL(fork) CALL(dup2)
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
-CALL(gethostbyname_r, gives_reason)
+CALL(gethostbyname_r, returns_reason)
 REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
     // clang-format on
 
-    // What fails or is interrupted is closed all the same.
+    // A call that fails or is interrupted closes the descriptor all the same.
     extern "C" Word __wrap_close(Word fd) {
   EXPECT_TRUE(!is_armed || (__real_fcntl(fd, F_GETFD) & FD_CLOEXEC) != 0) << "is inherited";
   return static_cast<int>(__real_close(fd)) != 0 || call_fails(close_id, true) ? -1 : 0;
 }
 
-// Other people's disks have nothing to do with the test.
+// Without the disks of others, which would only take time.
 extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 
-// An interrupted one goes on by itself, and how it ends shows later.
+// An interrupted connection is completed all the same; getsockopt reports its result.
 int end_of_connect = 0;
 extern "C" Word __wrap_connect(Word fd, Word address, Word size) {
   const bool has_failed = call_fails(connect_id, true);
@@ -139,7 +139,7 @@ extern "C" Word __wrap_getsockopt(Word, Word, Word, Word error, Word) {
   return call_fails(getsockopt_id, false) ? -1 : 0;
 }
 
-// Where it fails, somebody else has waited for the child.
+// A failure means that somebody else has waited for the child.
 extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
   const bool has_failed = call_fails(waitpid_id, true);
   if (has_failed && errno == EINTR) return -1;

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t page = 0x10000;  // or the largest that there is
+constexpr std::size_t page = 0x10000;  // the largest of any system
 
 std::size_t whole_pages(std::size_t size) { return (size + page - 1) / page * page; }
 
@@ -34,7 +34,7 @@ std::string language() { return {}; }
 
 std::string own_path() {
 #ifdef START_EMULATED
-  set_environment("EMULATED", program_invocation_name);  // whole, as ctest has it
+  set_environment("EMULATED", program_invocation_name);  // the whole path, as ctest passes it
   return START_EMULATED;
 #else
   return fs::read_symlink("/proc/self/exe");

@@ -18,7 +18,7 @@ int open_descriptors() {
 }
 
 bool is_inherited(int fd) {
-  const INT_PTR handle = _get_osfhandle(fd);  // none under the number of a socket
+  const INT_PTR handle = _get_osfhandle(fd);  // -1 for a socket
   DWORD flags = HANDLE_FLAG_INHERIT;
   ::GetHandleInformation(reinterpret_cast<HANDLE>(handle != -1 ? handle : fd), &flags);
   return (flags & HANDLE_FLAG_INHERIT) != 0;
@@ -39,7 +39,7 @@ std::string own_path() {
   return {path, ::GetModuleFileNameA(nullptr, path, sizeof path)};
 }
 
-// From the heap: other systems see a step beyond it.
+// Plain heap memory: the tests on other systems notice a step beyond it.
 char* guarded_pages(std::size_t size) { return static_cast<char*>(std::malloc(size)) + size; }
 
 void release_guarded_pages(char* guard, std::size_t size) { std::free(guard - size); }
