@@ -212,7 +212,6 @@ TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
       {move_plain, true, {other_file_system, {"fsync", 2, EINVAL}}, moved, "a folder can't be sent to the disk"},
       {move_plain, true, {other_file_system, {"fchown", 0, EPERM}}, restricted, "another group may do no more than others"},
       {move_plain, true, {no_flags, {"unlinkat", 1, ENOENT, true}}, moved, "a server repeats a request whose answer is lost"},
-      {move_plain, true, {other_file_system, {"unlinkat", 1, ENOENT, true}}, moved, "an answer is lost"},
       {move_plain, true, {no_flags, no_links, {"renameat", 1, ENOENT, true}}, moved, "an answer is lost"},
       {move("dir"_c, "new"_c), true, {no_flags, {"renameat", 1, ENOENT, true}}, moved_folder, "an answer is lost"},
       {copy, true, {{"renameat", 1, ENOENT, true}}, copied, "an answer is lost"},
