@@ -51,6 +51,7 @@ TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
     EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
     EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;
   }
+  EXPECT_EQ(std::string(wipc_last_error()).substr(0, 26), "Starting secondary: \"none\"");
 }
 
 TEST(OpenConnection, WantsAModuleOnThisMachine) {
