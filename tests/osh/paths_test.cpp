@@ -74,8 +74,19 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(absolute(".//./\\x/."), world.path + "/\\x");
   EXPECT_EQ(absolute("//.//a...//"), "/a...");
   EXPECT_EQ(absolute(""), "");
+  char directory[1024];
+  EXPECT_EQ(osh_get_working_dir(directory), 1);
+  EXPECT_EQ(directory, world.path) << "the current directory";
   fs::current_path("/");
   EXPECT_EQ(absolute("./x"), "/x");
+}
+
+TEST(FileParameters, AreTenNumbers) {
+  short parameters[10];
+  osh_get_file_parms(parameters);
+  const std::vector<short> expected = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
+  EXPECT_EQ(std::vector(parameters, parameters + 10), expected);
+  EXPECT_EQ(std::vector(osh_get_sys_parms(), osh_get_sys_parms() + 10), expected);
 }
 
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {

@@ -58,13 +58,6 @@ decltype(&::FlushFileBuffers) __wrap___imp_FlushFileBuffers = [](HANDLE file) {
 
 namespace {
 
-TEST(OpenBinary, TakesTheRuntimesOwnFlags) {
-  World world;
-  const short deleted_when_closed = 0x40;
-  EXPECT_EQ(osh_close(osh_open_binary("new"_c, 0x101 | deleted_when_closed, 0200)), 0);
-  EXPECT_FALSE(fs::exists("new"));
-}
-
 /// Returns the sorted files of a folder with their content, without the process's number.
 std::string files(const std::string& folder = ".") {
   std::set<std::string> lines;

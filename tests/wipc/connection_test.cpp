@@ -79,13 +79,6 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   EXPECT_EQ(open_connection(own_name, "/sh"), 0) << "this machine, by its name";
 }
 
-TEST(OpenConnection, FailsIfTheHeapRefuses) {
-  int result;
-  heap::refuse_each([&] { result = open_connection("localhost", "/bin/sh"); },
-                    [&] { EXPECT_EQ(result, 0); });
-  EXPECT_EQ(result, 1) << "nothing is refused";
-}
-
 TEST(Connections, WantHostModulePortsAndPlacesForResults) {
   char none[] = "", module[] = "/bin/sh", *own;
   int first, second, local;
