@@ -1,4 +1,4 @@
-#include <zelvan/osh/file_access.h>
+#include <zelvan/zelvan.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,7 +12,7 @@
 #include <osh/world.h>
 #include <support/random.h>
 
-/// Every name in the current folder, with what is in it and a mark if it is read-only.
+/// Returns each name in the current folder with its content, and a mark if it is read-only.
 static std::map<std::string, std::string> all_files() {
   std::map<std::string, std::string> found;
   for (const auto& entry : fs::directory_iterator(".")) {
@@ -25,13 +25,13 @@ static std::map<std::string, std::string> all_files() {
 
 static int closed(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
 
-/// The number that osh_inquire_file stores; 0 if it fails and stores nothing.
+/// Returns the number that osh_inquire_file stores; 0 if it fails and stores nothing.
 static int inquired(char* path) {
   unsigned short mode = 7;
   return osh_inquire_file(path, &mode) == 1 ? mode : mode - 7;
 }
 
-// Each operation on paths of every kind. World has the files. What fails changes nothing.
+// Each operation with paths of every kind, which World has. A failure changes nothing.
 TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   // clang-format off
   const struct {
@@ -47,14 +47,17 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"open, two ways", 0, -1, "", [](char* p) { return osh_open_binary(p, 3, 0); }},
       {"truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); }},
       {"stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); }},
+      {"stream w", 1, 0, "plain new link dangling", [](char* p) { return closed(osh_fopen_binary(p, "w"_c)); }},
       {"stream r, as text", 1, 0, "plain locked link", [](char* p) { return closed(osh_fopen_text(p, "r"_c)); }},
       {"stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, ""_c)); }},
+      {"binary stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, ""_c)); }},
       {"stream of a null mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, nullptr)); }},
       {"stream of 63 letters", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, given('r' + std::string(62, 'b')))); }},
       {"exists?", 1, 0, "plain locked dir empty link", osh_file_exists},
       {"may write?", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); }},
       {"is a writable file?", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; }},
       {"is a read-only file?", 1, 0, "locked", [](char* p) { return inquired(p) == 0x56D; }},
+      {"has another form?", 0, -1, "plain locked dir empty link", [](char* p) { return support::is_posix && p != nullptr ? osh_alternate_pathname(p, std::string(1024, ' ').data()) : osh_file_exists(p) - 1; }},
       {"size", 0, -1, "plain locked link", [](char* p) { return std::min(osh_filesize(p), 0); }},
       {"append to", 1, 0, "plain new link dangling", [](char* p) { return osh_cat(p, "other"_c); }},
       {"append to itself", 1, 0, "", [](char* p) { return osh_cat(p, p); }},
@@ -68,7 +71,7 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"rmdir", 1, 0, "empty", osh_rmdir},
   };
   // clang-format on
-  osh_close(0);  // the next descriptor, and one like any other
+  osh_close(0);  // the next file gets it: it is a descriptor like any other
   const int descriptors = support::open_descriptors();
   for (const auto& [operation, success, failure, works_on, call] : rows) {
     for (const std::string name :
@@ -142,8 +145,8 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_close(fd), 0);
 }
 
-// A line feed ends a line, and so does a carriage return that neither of them follows. Texts are
-// all of up to six of four bytes, and longer ones, by buffers of any size.
+// A line feed ends a line, and so does a carriage return that neither of them follows. Reads all
+// texts of up to six of these four bytes, and longer random ones, with buffers of any size.
 TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {
   const World world;
   support::Random random(6);

@@ -295,6 +295,12 @@ class Copies(Disks):
         self.assertEqual(os.listdir("sticky"), ["file"])
         self.assertEqual(sorted(os.listdir()), ["elsewhere", "mounted", "source", "sticky"])
 
+    def test_take_nothing_from_a_device_that_has_taken_the_place_of_the_source(self):
+        put("source", NEW), put("target", OLD)
+        replaced = {"open": "rm source; ln -s /dev/null source"}
+        self.assertEqual(call("osh_copyfile", "target", "source", before=replaced), 0)
+        self.assertEqual(content("target"), OLD)
+
     def test_give_another_group_no_more_than_others_have(self):
         os.mkdir("theirs")
         os.chown("theirs", COLLEAGUE, COLLEAGUE)

@@ -11,13 +11,13 @@
 
 using Text = support::GuardedArray<char>;
 
-/// A text and zeros up to so many bytes.
+/// Returns the text, followed by zeros up to `size` bytes.
 static std::string filled_up(std::string text, std::size_t size) {
   text.resize(size);
   return text;
 }
 
-/// All texts of up to so many of the characters that mean something in a path.
+/// Returns all texts of up to `longest` of the characters that mean something in a path.
 static std::vector<std::string> short_texts(std::size_t longest) {
   std::vector<std::string> texts = {""};
   for (std::size_t i = 0; texts[i].size() < longest; ++i) {
@@ -60,6 +60,11 @@ TEST(TruncatePath, SplitsAtTheLastSeparator) {
     const std::size_t dot = std::min(path.find('.', file), path.size());
     EXPECT_EQ(utl_file_extension(given(path)), path.c_str() + dot) << "the extension of " << path;
   }
+  char untouched[] = "a/b";
+  EXPECT_EQ(osh_truncate_path(nullptr, untouched, untouched), 0);
+  EXPECT_EQ(osh_truncate_path(untouched, nullptr, untouched), 0);
+  EXPECT_EQ(osh_truncate_path(untouched, untouched, nullptr), 0);
+  EXPECT_STREQ(untouched, "a/b");
 }
 
 TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
@@ -69,8 +74,19 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(absolute(".//./\\x/."), world.path + "/\\x");
   EXPECT_EQ(absolute("//.//a...//"), "/a...");
   EXPECT_EQ(absolute(""), "");
+  char directory[1024];
+  EXPECT_EQ(osh_get_working_dir(directory), 1);
+  EXPECT_EQ(directory, world.path) << "the current directory";
   fs::current_path("/");
   EXPECT_EQ(absolute("./x"), "/x");
+}
+
+TEST(FileParameters, AreTenNumbers) {
+  short parameters[10];
+  osh_get_file_parms(parameters);
+  const std::vector<short> expected = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
+  EXPECT_EQ(std::vector(parameters, parameters + 10), expected);
+  EXPECT_EQ(std::vector(osh_get_sys_parms(), osh_get_sys_parms() + 10), expected);
 }
 
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
@@ -89,7 +105,7 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
     put(prefix + taken);
     const int expected = next.empty() ? -1 : 0;
     const std::string name = prefix + (next.empty() ? taken : next);
-    Text result(filled_up(taken, 1024));  // which may be the letters
+    Text result(filled_up(taken, 1024));  // the result may be the letters
     EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
     EXPECT_EQ(result.data(), name);
     fs::remove(prefix + taken);

@@ -46,7 +46,7 @@ TEST(ReadLine, GoesOnAfterASignal) {
 TEST(ReadLine, IsWholeForEachOfTwoThreads) {
   const World world;
   std::string text;
-  constexpr int count = 2'000'000;  // so many that both threads read at once
+  constexpr int count = 2'000'000;  // enough for both threads to read at once
   for (int i = 0; i < count; ++i) text += "line\r";
   put("plain", text);
   std::FILE* const fp = osh_fopen_binary("plain"_c, "r"_c);
@@ -65,7 +65,7 @@ TEST(ReadLine, LeavesNoStreamLockedByACancelledThread) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   std::FILE* const fp = osh_fdopen(ends[0], "r"_c);
-  std::thread reader([fp] { next_line(fp); });  // which waits for the first byte
+  std::thread reader([fp] { next_line(fp); });  // waits for the first byte
   pthread_cancel(reader.native_handle());
   reader.join();
   ASSERT_EQ(ftrylockfile(fp), 0) << "still locked";

@@ -1,4 +1,4 @@
-/// A folder of files of many kinds, anew for each case, which is the current one meanwhile.
+/// A folder with files of many kinds, new for each case; the current folder while it exists.
 #pragma once
 
 #include <filesystem>
@@ -11,11 +11,11 @@
 
 namespace fs = std::filesystem;
 
-/// The interface takes texts that it doesn't change.
+/// Texts for the interface, which takes `char*` also where it changes nothing.
 inline char* operator""_c(const char* text, std::size_t) { return const_cast<char*>(text); }
 inline char* given(const std::string& text) { return const_cast<char*>(text.c_str()); }
 
-/// `name` in a longer way, of so many bytes.
+/// Returns a path of `length` bytes that leads to `name`.
 inline std::string padded(const std::string& name, std::size_t length) {
   std::string path;
   while (path.size() + name.size() + 1 < length) path += "./";
@@ -23,7 +23,7 @@ inline std::string padded(const std::string& name, std::size_t length) {
   return path + name;
 }
 
-/// What is in a file; of a directory the one name that is in it.
+/// Returns the content of a file; of a directory the name that is in it.
 inline std::string content(const std::string& path) {
   if (fs::is_directory(path)) return fs::exists(path + "/inner") ? "inner" : "";
   std::ifstream file(path, std::ios::binary);

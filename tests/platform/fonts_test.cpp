@@ -21,10 +21,12 @@ TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {
                          "f/A/z.ttf", "f/a/x.ttf", deep + "a.ttf", "links/link.ttf"};
   for (const std::string& font : fonts) put(font);
   put(deep + "17/a.ttf");
-  // A link to a font counts, and no folder is searched twice.
+  // A link to a font counts, no other link does, and no folder is searched twice.
   fs::remove("links/link.ttf");
   fs::create_symlink("../f/B.TTF", "links/link.ttf");
   fs::create_symlink("f/a", "again");
+  fs::create_symlink("nowhere", "links/gone.ttf");
+  fs::create_symlink("../f/a", "links/folder.ttf");
   int count = 0;
   played_folders = {"f", "missing", "again", "links", "f"};
   char** list = osh_GetFontFileListCount(&count);

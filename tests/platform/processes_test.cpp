@@ -12,8 +12,8 @@ namespace {
 
 using namespace zelvan::platform;
 
-/// A program that tells its words, its descriptors, and whether it is in a session of its own. The
-/// report appears whole, under a name that the test waits for.
+/// A program that reports its words, its descriptors, and whether it is in a session of its own.
+/// The report appears whole, under a name that the test waits for.
 constexpr char tell[] = R"sh(#!/bin/sh
 ( for word; do echo "[$word]"; done
   ls /proc/self/fd
@@ -39,12 +39,12 @@ std::string told() {
   return text;
 }
 
-// 3 is the folder that the listing itself reads.
+// 3 is the folder that `ls` itself reads.
 const std::string descriptors = "0\n1\n2\n3\n";
 
 TEST(Processes, GetTheirWordsAndNothingElseOfTheCallers) {
   const Programs programs;
-  const int leaked = fcntl(open("plain", O_RDONLY), F_DUPFD, 20);  // as a caller's own may be
+  const int leaked = fcntl(open("plain", O_RDONLY), F_DUPFD, 20);  // stays open, as a caller's may
   const std::pair<const char*, const char*> lines[] = {
       {"\"a folder/tell\" host 1", "[host]\n[1]\n"},
       {"  a\" \"folder/tell  $HOME\t'a b' *.c # ", "[$HOME]\n['a]\n[b']\n[*.c]\n[#]\n"},

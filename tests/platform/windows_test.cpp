@@ -15,8 +15,8 @@ int deletes_to_fail;
 
 }  // namespace
 
-// What a program imports it calls through a pointer of this kind, and the linker passes these to
-// the library. Each plays a failure as the system's documentation tells it.
+// Programs call imported functions through such pointers, and the linker passes these to the
+// library. Each plays a failure as the system's documentation describes it.
 extern "C" {
 extern decltype(&::ReplaceFileW) __real___imp_ReplaceFileW;
 extern decltype(&::MoveFileExW) __real___imp_MoveFileExW;
@@ -44,7 +44,7 @@ decltype(&::MoveFileExW) __wrap___imp_MoveFileExW = [](LPCWSTR from, LPCWSTR to,
 decltype(&::DeleteFileW) __wrap___imp_DeleteFileW = [](LPCWSTR path) {
   const bool fails = deletes_to_fail > 0 && deletes_to_fail-- > 0;
   const bool deletes =
-      !fails || delete_error == ERROR_FILE_NOT_FOUND;  // by an answer that was lost
+      !fails || delete_error == ERROR_FILE_NOT_FOUND;  // the file goes, and the answer is lost
   const BOOL done = deletes && __real___imp_DeleteFileW(path);
   if (fails) ::SetLastError(delete_error);
   return fails ? FALSE : done;
@@ -58,7 +58,7 @@ decltype(&::FlushFileBuffers) __wrap___imp_FlushFileBuffers = [](HANDLE file) {
 
 namespace {
 
-/// Every file of a folder with what is in it, in order, the process's number left out.
+/// Returns the sorted files of a folder with their content, without the process's number.
 std::string files(const std::string& folder = ".") {
   std::set<std::string> lines;
   const std::string id = "-" + std::to_string(_getpid());

@@ -4,12 +4,11 @@
 
 #include "wipc/scripted_peer.h"
 
-#include <support/heap.h>
 #include <support/system.h>
 
 namespace platform = zelvan::platform;
 
-// What happens in a pause, which is over at once, and how long all of them would have been.
+// Runs in each pause, which takes no time; and the length that all pauses would have had.
 static std::function<void()> on_pause = [] {};
 static int paused_ms;
 static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
@@ -42,18 +41,17 @@ TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
       {[] { wipc_set_nostart(0); }, 0, "start the secondary module (none)\n"},
   };
   on_pause = [] {};
-  wipc_set_debug(1);
   const int descriptors = support::open_descriptors();
   for (const auto& row : rows) {
     row.set();
     paused_ms = 0;
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr);
-    const std::string text = testing::internal::GetCapturedStdout();
+    const std::string text =
+        printed([&] { EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr); });
     EXPECT_TRUE(text.ends_with("Error: Failed to " + row.error)) << row.error << text;
     EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
     EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;
   }
+  EXPECT_EQ(std::string(wipc_last_error()).substr(0, 26), "Starting secondary: \"none\"");
 }
 
 TEST(OpenConnection, WantsAModuleOnThisMachine) {
@@ -63,8 +61,9 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
     const char* module;
     bool opens;
   } rows[] = {
-      {"on the path, which a colon may end", "/none:/bin:", "sh", true},
+      {"on the path, which a colon may end", ".:/bin:", "sh", true},
       {"a colon at the start is part of the first name", ":/bin", "sh", false},
+      {"no path", nullptr, "sh", false},
       {"an absolute path", nullptr, "/bin/sh", true},
       {"an absolute path to nothing", "/bin", "/sh", false},
   };
@@ -77,25 +76,31 @@ TEST(OpenConnection, WantsAModuleOnThisMachine) {
   }
   EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
+  EXPECT_EQ(open_connection(own_name, "/sh"), 0) << "this machine, by its name";
 }
 
 TEST(Connections, WantHostModulePortsAndPlacesForResults) {
   char none[] = "", module[] = "/bin/sh", *own;
   int first, second, local;
-  EXPECT_EQ(wipc_open_session(none, module), nullptr);
-  EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
-  EXPECT_EQ(wipc_open_session(localhost, std::string(1024, 'a').data()), nullptr) << "too long";
-  EXPECT_EQ(wipc_open_connection(nullptr, module, &own, &first, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, none, &own, &first, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, nullptr, &first, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
-  EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
-  EXPECT_EQ(open_connection(std::string(300, 'a'), "/bin/sh"), 0) << "no host";
-  paused_ms = 0;
-  EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
-  EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
-  EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
+  const std::string text = printed([&] {
+    EXPECT_EQ(wipc_open_session(none, module), nullptr);
+    EXPECT_EQ(wipc_open_session(localhost, nullptr), nullptr);
+    EXPECT_EQ(wipc_open_session(localhost, std::string(1024, 'a').data()), nullptr) << "too long";
+    EXPECT_EQ(wipc_open_connection(nullptr, module, &own, &first, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, none, &own, &first, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, nullptr, &first, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, &own, nullptr, &second, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, nullptr, &local), 0);
+    EXPECT_EQ(wipc_open_connection(localhost, module, &own, &first, &second, nullptr), 0);
+    EXPECT_EQ(open_connection(std::string(300, 'a'), "/bin/sh"), 0) << "no host";
+    EXPECT_NE(zelvan::wipc_bind_primary, nullptr) << "the connection is pending all the same";
+    paused_ms = 0;
+    EXPECT_EQ(wipc_connect_session(none, 1, 1), nullptr);
+    EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
+    EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
+  });
+  // Opening a session prints its arguments as well; the name of the host is cut, with its line end.
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 15) << text;
   EXPECT_EQ(paused_ms, 0) << "no port is tried";
 }
 
@@ -116,17 +121,17 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
   heap::grant_all();
   EXPECT_EQ(heap::blocks_left(), 0) << "records and queued messages are released";
   EXPECT_EQ(arrived(peers[0]), "SessionClosed");
-  EXPECT_EQ(wipc_accept_connection(), nullptr) << "it is not pending any more";
+  EXPECT_NE(printed([] { EXPECT_EQ(wipc_accept_connection(), nullptr); }), "") << "not pending";
 }
 
 TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhileItWaits) {
   const struct {
     bool is_on;
     std::vector<std::pair<std::uint8_t, int>>
-        connections;  // last number of the address, which port
+        connections;  // last number of the address, index of the port
   } rows[] = {
-      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is met
-      {false, {{2, 0}, {2, 1}}},                 // the first on each port is met
+      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is accepted
+      {false, {{2, 0}, {2, 1}}},                 // the first on each port is accepted
   };
   for (const auto& row : rows) {
     zelvan_set_local_sessions_only(row.is_on);
@@ -138,7 +143,7 @@ TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhile
       EXPECT_EQ(own.host[0], row.is_on ? 127 : 0) << "a port's address, 0 is any";
     }
     std::vector<int> peers;
-    on_pause = [&] {  // the next one asks to be the secondary
+    on_pause = [&] {  // the next peer connects
       if (peers.size() == row.connections.size()) return;
       const auto& [last, port] = row.connections[peers.size()];
       peers.push_back(platform::socket());

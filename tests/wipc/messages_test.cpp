@@ -43,7 +43,7 @@ TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
       ScriptedPeer peer('P');
       const int socket = read == wipc_read ? peer.data[1] : peer.status[1];
       for (const std::string& chunk : chunks) send(socket, chunk.data(), chunk.size(), 0);
-      shutdown(socket, SHUT_WR);  // so that nothing waits for ever
+      shutdown(socket, SHUT_WR);  // so that no read waits for ever
       for (const std::string& message : messages) {
         std::string text(4002, '~');
         EXPECT_EQ(text.substr(0, std::max(0, read(peer.session, text.data(), 4002))), message)
@@ -55,9 +55,12 @@ TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
 }
 
 TEST(Read, AnswersTheEndAtTheSecondaryAndReleasesTheSession) {
+  heap::refuse(0, false);
   ScriptedPeer peer('S');
   char text[99];
   send(peer.data[1], "SessionClosed", 13, 0);
   EXPECT_EQ(wipc_read(std::exchange(peer.session, nullptr), text, 99), -1);
+  heap::grant_all();
+  EXPECT_EQ(heap::blocks_left(), 0) << "the record is released";
   EXPECT_EQ(arrived(peer.data[1]), "Acknowledge");
 }

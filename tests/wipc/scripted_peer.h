@@ -4,7 +4,10 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/zelvan.h>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
+#include <support/heap.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -23,6 +26,16 @@ struct ScriptedPeer {
   int data[2], status[2];  ///< the session's end and the peer's
   zelvan::wipc_session* session;
 };
+
+/// Returns what an operation prints while failures are reported.
+template <class Operation>
+std::string printed(Operation operation) {
+  wipc_set_debug(1);
+  testing::internal::CaptureStdout();
+  operation();
+  wipc_set_debug(0);
+  return testing::internal::GetCapturedStdout();
+}
 
 /// Returns what has arrived at a socket.
 inline std::string arrived(int socket) {

@@ -63,11 +63,7 @@ int osh_fdfilesize(int fd) {
   return platform::_fstat64i32(fd, &size) == 0 ? size : -1;
 }
 
-short osh_file_exists(char* path) {
-  char fixed[path_size];
-  return path != nullptr && osh1_fix_path(path, fixed, sizeof fixed) != 0 &&
-         platform::GetFileAttributesA(fixed) != platform::INVALID_FILE_ATTRIBUTES;
-}
+short osh_file_exists(char* path) { return osh_file_access(path, 0); }
 
 short osh_file_access(char* path, unsigned short mode) {
   char fixed[path_size];

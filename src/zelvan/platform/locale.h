@@ -3,18 +3,11 @@
 
 namespace zelvan::platform {
 
-/// The locale of the user who runs the process; no other is supported.
-inline constexpr unsigned LOCALE_USER_DEFAULT = 0x400;
-
-/// The language of the locale: two lower-case letters of ISO 639.
-inline constexpr unsigned LOCALE_SISO639LANGNAME = 0x59;
-
-/// Writes the item `type` with its terminator into the `size` bytes of `buffer`, and returns its
-/// length, including the terminator. Returns 0 and leaves the buffer unchanged if the locale has no
-/// such language, if the item is not supported, or if it does not fit.
+/// Writes the language of the user's locale with its terminator: two lower-case letters of ISO 639.
+/// Returns 3, or 0 with `language` unchanged if the locale has no such language.
 ///
 /// Each call reads the environment, on Windows the system's setting, so a change takes effect at
 /// once. The data of the locale need not be installed.
-int GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size);
+int GetLocaleInfoA(char (&language)[3]);
 
 }  // namespace zelvan::platform

@@ -23,10 +23,9 @@ constexpr unsigned short punctuation[] = {
 constexpr WideSet is_delimiter(WideText(punctuation, std::size(punctuation)));
 
 bool language_sets_words_apart() {
-  char name[32] = "";
-  zelvan::platform::GetLocaleInfoA(zelvan::platform::LOCALE_USER_DEFAULT,
-                                   zelvan::platform::LOCALE_SISO639LANGNAME, name, sizeof name);
-  const std::string_view language = std::string_view(name).substr(0, 2);
+  char name[3] = "";
+  zelvan::platform::GetLocaleInfoA(name);
+  const std::string_view language = name;
   return language != "zh" && language != "ja";
 }
 

@@ -9,6 +9,7 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/detail/words.h>
 
+#include <cassert>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -60,15 +61,12 @@ wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_
 /// Starts the secondary, or publishes the command line that starts it. Returns 1 on success, else
 /// 0.
 int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
-  if (primary_port <= 0 || secondary_port <= 0) {
-    wipc_print("Error: Cannot start the secondary since the ports are invalid (%d and %d)\n",
-               primary_port, secondary_port);
-    return 0;
-  }
+  assert(primary_port > 0);
+  assert(secondary_port > 0);
   char line[1024];
   const int length = std::snprintf(line, sizeof line, "\"%s\" %s %d %d %d", module, host,
                                    primary_port, secondary_port, platform::_getpid());
-  if (length < 0 || length >= static_cast<int>(sizeof line)) return 0;
+  if (static_cast<unsigned>(length) >= sizeof line) return 0;  // negative if no `int` can hold it
   const int is_started = wipc_nostart == 0 ? platform::CreateProcessA(line) : 0;
   if (is_started != 0) return 1;
   set_error_text("Starting secondary: %s", line);
@@ -245,7 +243,7 @@ int wipc_open_connection(char* host, char* module, char** local_host, int* prima
 }
 
 void* wipc_accept_connection(void) {
-  if (wipc_bind_primary == nullptr || wipc_bind_secondary == nullptr) {
+  if (wipc_bind_primary == nullptr) {
     wipc_print("Error: bind session are null when attempting to accept the connection.\n");
     return nullptr;
   }

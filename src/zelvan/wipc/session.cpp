@@ -5,6 +5,7 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/session.h>
 
+#include <cassert>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -72,19 +73,17 @@ wipc_session* wipc_create_bind(int* port) {
 }
 
 int wipc_check_sockets(int n) {
-  if (n < 0) {
-    wipc_print("Error: Invalid number of sockets to check (%d)\n", n);
-    return 0;
-  }
-  const std::unique_ptr<int[]> sockets = new_array<int>(static_cast<std::size_t>(n));
+  assert(n >= 0);
+  const auto sockets = new_array<OwnedSocket>(static_cast<std::size_t>(n));
   if (sockets == nullptr) {
     wipc_print("Error: Memory allocation failure when checking for %d sockets\n", n);
     return 0;
   }
-  int made = 0;
-  while (made < n && (sockets[made] = platform::socket()) > 0) ++made;
-  for (int i = made; i > 0; --i) platform::closesocket(sockets[i - 1]);
-  return made == n;
+  for (int i = 0; i < n; ++i) {
+    sockets[i].open();
+    if (!sockets[i].is_open()) return 0;
+  }
+  return 1;
 }
 
 wipc_session* wipc_new_session(int sid, char session_type) {
@@ -109,10 +108,7 @@ void wipc_release_bind_sessions(void) {
 }
 
 int wipc_poll_socket(int socket) {
-  if (socket <= 0) {
-    wipc_print("Polling invalid session/socket ID (%d)\n", socket);
-    return 0;
-  }
+  assert(socket > 0);
   return platform::select(socket) > 0;
 }
 

@@ -107,7 +107,7 @@ CALL(faccessat) CALL(getxattr) CALL(fgetxattr) CALL(fsetxattr) CALL(fremovexattr
 CALL(realpath, returns_pointer) CALL(getcwd, returns_pointer) CALL(chmod)
 CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(linkat)
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
-CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL(fork) CALL(dup3)
+CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL(fork) CALL(dup2)
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)

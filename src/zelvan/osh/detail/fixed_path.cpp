@@ -2,8 +2,8 @@
 #include <zelvan/platform/drives.h>
 #include <zelvan/platform/files.h>
 
+#include <cassert>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -24,14 +24,13 @@ bool exists_on_drive(char letter, const char* path, char* candidate) {
 /// Finds the first drive that has the path, trying the current one first. `current_drive` is 0 if
 /// the current directory is on a share.
 bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
-  constexpr unsigned last_root = path_size - 3;  // a root has at least three bytes
   const char current_letter = static_cast<char>('A' - 1 + current_drive);
   if (current_drive != 0 && exists_on_drive(current_letter, path, candidate)) return true;
   char roots[path_size];
   const unsigned length = platform::GetLogicalDriveStringsA(path_size, roots);
   if (length == 0 || length >= path_size) return false;
-  for (unsigned i = 0; i < last_root && roots[i] != '\0'; i += std::strlen(roots + i) + 1) {
-    const std::string_view root = roots + i;
+  assert(roots[length] == '\0');  // an empty root ends the list
+  for (std::string_view root = roots; !root.empty(); root = root.data() + root.size() + 1) {
     const bool is_drive =
         is_ascii_letter(root[0]) && root[0] != 'a' && root[0] != 'b' && root.substr(1, 2) == ":\\";
     if (is_drive && exists_on_drive(root[0], path, candidate)) return true;
@@ -65,11 +64,7 @@ short osh1_open(char* path, int flags, short mode) {
   char fixed[path_size];
   osh1_fix_path(path, fixed, sizeof fixed);
   if (!check_path(path)) return -1;
-  const int fd = platform::_open(fixed, flags, mode);
-  if (fd <= SHRT_MAX) return static_cast<short>(fd);
-  platform::_close(fd);  // cut to a `short`, the number could be that of another file
-  errno = EMFILE;
-  return -1;
+  return static_cast<short>(platform::_open(fixed, flags, mode));  // at most 32767
 }
 
 std::FILE* osh1_fopen(char* path, char* mode) {

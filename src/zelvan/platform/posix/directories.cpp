@@ -15,11 +15,15 @@
 namespace zelvan::platform {
 namespace {
 
-/// Returns the current directory, of any length; empty on failure. If the directory lies outside
-/// the root of the process, the kernel returns a text that does not begin with `/`.
+/// Returns the current directory, of any length; empty on failure.
 std::string current_directory() {
   const HeapText text(::getcwd(nullptr, 0));
-  return text != nullptr && text.get()[0] == '/' ? text.get() : "";
+  if (text == nullptr) return {};
+  if (text.get()[0] == '/') return text.get();
+  // The directory lies outside the root of the process. Some C libraries pass on the kernel's text,
+  // which then begins with "(unreachable)"; others fail.
+  errno = ENOENT;
+  return {};
 }
 
 std::string absolute_form(std::string_view path) {
@@ -53,7 +57,7 @@ unsigned store(std::string_view text, char* buffer, unsigned size) {
 unsigned GetCurrentDirectoryA(unsigned size, char* buffer) try {
   const std::string directory = current_directory();
   if (directory.size() >= size) return 0;
-  return store(directory, buffer, size);
+  return directory.empty() ? 0 : store(directory, buffer, size);
 } catch (const std::bad_alloc&) {
   return 0;
 }

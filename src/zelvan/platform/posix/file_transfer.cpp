@@ -29,7 +29,8 @@ bool refuse(int why) {
 }
 
 bool check_regular(const struct stat& status) {
-  return S_ISREG(status.st_mode) || refuse(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+  if (S_ISREG(status.st_mode)) return true;
+  return refuse(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
 }
 
 /// Opens a regular file to be copied. Returns -1 for anything else, without opening it: opening and
@@ -88,7 +89,8 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   if (!list.apply_to(fd)) return false;
   if (retry_interrupted([&] { return ::fchmod(fd, allowed); }) == 0) return true;
   const int why = errno;  // on some file systems the mount sets the permissions of all files
-  return has_permissions(fd, allowed) || refuse(why);
+  if (has_permissions(fd, allowed)) return true;
+  return refuse(why);
 }
 
 bool check_replaceable(const char* path, const struct stat& status, const struct stat& source) {

@@ -29,8 +29,9 @@ bool check_not_read_only(const char* path) {
 
 /// Fails with EISDIR if the descriptor refers to a directory.
 bool check_not_directory(int fd) {
-  struct stat status;
-  if (::fstat(fd, &status) != 0 || !S_ISDIR(status.st_mode)) return true;
+  struct stat status = {};  // no directory, if the system can't tell
+  ::fstat(fd, &status);
+  if (!S_ISDIR(status.st_mode)) return true;
   errno = EISDIR;
   return false;
 }
@@ -175,9 +176,9 @@ int SetFileAttributesA(const char* path, unsigned attributes) {
 }
 
 int CreateFileA(const char* path) {
-  struct stat status;
-  const bool is_fifo = ::stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
-  if (!is_fifo) return open_file(path, O_RDONLY | O_NONBLOCK, 0);
+  struct stat status = {};  // no FIFO, if the system can't tell
+  ::stat(path, &status);
+  if (!S_ISFIFO(status.st_mode)) return open_file(path, O_RDONLY | O_NONBLOCK, 0);
   // Don't open a FIFO for reading: closing it again would lose what others write meanwhile.
   return ::faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) == 0 ? open_file(path, O_PATH, 0) : -1;
 }

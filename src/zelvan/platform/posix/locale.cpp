@@ -21,15 +21,14 @@ bool is_letter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
 
 }  // namespace
 
-int zelvan::platform::GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size) {
-  if (locale != LOCALE_USER_DEFAULT || type != LOCALE_SISO639LANGNAME || size < 3) return 0;
+int zelvan::platform::GetLocaleInfoA(char (&language)[3]) {
   // A name looks like "ja", "ja_JP" or "ja_JP.UTF-8@variant". "C" and "POSIX" have no language.
   const std::string_view name = name_of_locale();
   const bool has_language = name.size() >= 2 && is_letter(name[0]) && is_letter(name[1]) &&
                             (name.size() == 2 || !is_letter(name[2]));
   if (!has_language) return 0;
-  buffer[0] = lower(name[0]);
-  buffer[1] = lower(name[1]);
-  buffer[2] = '\0';
+  language[0] = lower(name[0]);
+  language[1] = lower(name[1]);
+  language[2] = '\0';
   return 3;
 }

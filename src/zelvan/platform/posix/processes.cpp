@@ -90,14 +90,16 @@ struct Start {
 /// Turns the child into the program, by `execve`. The child has a copy of the caller's memory, with
 /// locks in any state, so only async-signal-safe calls are allowed in it.
 [[noreturn]] void execute(const Start& start, int report, const sigset_t& callers_mask) {
-  if (report != report_fd && ::dup3(report, report_fd, O_CLOEXEC) < 0) exit_with_errno(report);
+  // `dup2` does nothing if the pipe has this number already.
+  if (::dup2(report, report_fd) < 0) exit_with_errno(report);
+  if (::fcntl(report_fd, F_SETFD, FD_CLOEXEC) != 0) exit_with_errno(report_fd);
   ::closefrom(report_fd + 1);
   if (start.detached) ::setsid();
   // The caller's handlers must not run in the child once signals are unblocked.
   for (int signal = 1; signal < NSIG; ++signal) {
-    struct sigaction action;
-    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
-    ::signal(signal, SIG_DFL);
+    struct sigaction action = {};  // no handler, where the system keeps a signal to itself
+    ::sigaction(signal, nullptr, &action);
+    if (action.sa_handler != SIG_IGN) ::signal(signal, SIG_DFL);
   }
   ::sigprocmask(SIG_SETMASK, &callers_mask, nullptr);
   ::execve(start.program, start.arguments, environ);
@@ -115,7 +117,7 @@ void check_by_shell(char* const* arguments, int report, const sigset_t& callers_
   int status = 0;
   ::waitpid(checker, &status, 0);
   ::signal(SIGCHLD, callers_action);
-  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return;
+  if (status == 0) return;  // it exited with 0; no other end has this status
   errno = ENOENT;
   exit_with_errno(report);
 }

@@ -4,12 +4,10 @@
 
 #include <windows.h>
 
-int zelvan::platform::GetLocaleInfoA(unsigned locale, unsigned type, char* buffer, int size) {
-  constexpr int two_letters = 3;  // and their terminator
-  if (locale != LOCALE_USER_DEFAULT || type != LOCALE_SISO639LANGNAME || size < two_letters)
-    return 0;
+int zelvan::platform::GetLocaleInfoA(char (&language)[3]) {
   char name[16];
-  if (::GetLocaleInfoA(locale, type, name, sizeof name) != two_letters) return 0;
-  std::memcpy(buffer, name, two_letters);
-  return two_letters;
+  const int size = ::GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SISO639LANGNAME, name, sizeof name);
+  if (size != sizeof language) return 0;
+  std::memcpy(language, name, sizeof language);
+  return size;
 }

@@ -10,10 +10,10 @@
 
 namespace zelvan {
 
-/// Owns a socket and closes it unless it is passed on.
+/// Owns a socket, or none, and closes it unless it is passed on.
 class OwnedSocket {
  public:
-  explicit OwnedSocket(int socket) : socket_(socket) {}
+  explicit OwnedSocket(int socket = -1) : socket_(socket) {}
   OwnedSocket(const OwnedSocket&) = delete;
   OwnedSocket& operator=(const OwnedSocket&) = delete;
   ~OwnedSocket() { close(); }
@@ -36,19 +36,19 @@ class OwnedSocket {
 /// Prepares the use of sockets, and undoes that unless it is kept.
 class SocketStartup {
  public:
-  SocketStartup() : is_usable_(wipc_startup() != 0), is_kept_(false) {}
+  SocketStartup() : is_usable_(wipc_startup() != 0), is_undone_(is_usable_) {}
   SocketStartup(const SocketStartup&) = delete;
   SocketStartup& operator=(const SocketStartup&) = delete;
   ~SocketStartup() {
-    if (is_usable_ && !is_kept_) platform::WSACleanup();
+    if (is_undone_) platform::WSACleanup();
   }
 
   bool is_usable() const { return is_usable_; }
-  void keep() { is_kept_ = true; }
+  void keep() { is_undone_ = false; }
 
  private:
   bool is_usable_;
-  bool is_kept_;
+  bool is_undone_;  // at the end
 };
 
 struct ReleaseBindSession {

@@ -87,7 +87,7 @@ int wipc_fill_queues(wipc_session* session, int socket) {
         assembly.join(chunk.bytes);
         offset = static_cast<int>(std::strlen(chunk.bytes)) + 1;
       }
-      is_done = chunk.length <= 0 || offset >= chunk.length;
+      is_done = offset >= chunk.length;
     }
     enqueue(assembly.text, head, tail);
   }
