@@ -2,7 +2,7 @@
 /// entry.
 ///
 /// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
-/// negative is an unset slot, which searches for a close colour skip.
+/// negative is an unset slot: searches for a close colour skip it.
 ///
 /// Threads: all maps share one cache, without a lock. Each call of `GetClosestColor` that searches
 /// stores its colour and its answer there, and so do the operations that call it. With `fresh` 1 it

@@ -11,7 +11,7 @@ inline constexpr unsigned LOCALE_SISO639LANGNAME = 0x59;
 
 /// Writes the item `type` with its terminator into the `size` bytes of `buffer`, and returns its
 /// length, including the terminator. Returns 0 and leaves the buffer unchanged if the locale has no
-/// such language, if the item is not supported, or if it does not fit.
+/// language of two letters (as "C" has none), if the item is not supported, or if it does not fit.
 ///
 /// Each call reads the environment, on Windows the system's setting, so a change takes effect at
 /// once. The data of the locale need not be installed.

@@ -24,7 +24,9 @@ bool exists_on_drive(char letter, const char* path, char* candidate) {
 /// Finds the first drive that has the path, trying the current one first. `current_drive` is 0 if
 /// the current directory is on a share.
 bool exists_on_any_drive(int current_drive, const char* path, char* candidate) {
-  constexpr unsigned last_root = path_size - 3;  // a root has at least three bytes
+  // Every root begins before this offset: it takes at least three bytes of the buffer, and its
+  // terminator one more.
+  constexpr unsigned last_root = path_size - 3;
   const char current_letter = static_cast<char>('A' - 1 + current_drive);
   if (current_drive != 0 && exists_on_drive(current_letter, path, candidate)) return true;
   char roots[path_size];
