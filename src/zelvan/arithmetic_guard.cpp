@@ -2,7 +2,7 @@
 // is rounded once, to a double, in the order in which it is written.
 //
 // CMake compiles this file twice: with the flags of the library, and with only those of a parent
-// project. The library undoes some of the parent's flags, so the first compilation can't see them.
+// project. The library's flags undo some of a parent's, so only the second compilation sees them.
 
 #include <cfloat>
 
@@ -12,7 +12,7 @@
 #if FLT_EVAL_METHOD != 0 || (defined(__x86_64__) && !defined(__SSE2_MATH__))
 #error "zelvan needs doubles evaluated as doubles; on x86 build it with -msse2 -mfpmath=sse"
 #endif
-#ifndef ZELVAN_FLAGS_OF_PARENT  // the library undoes these flags of a parent
+#ifndef ZELVAN_FLAGS_OF_PARENT  // a parent may have the flags below: the library undoes them
 #if defined(__ASSOCIATIVE_MATH__) || defined(__RECIPROCAL_MATH__) || defined(__NO_SIGNED_ZEROS__)
 #error "zelvan rounds as written; build it with -fno-unsafe-math-optimizations -fsigned-zeros"
 #endif

@@ -1,8 +1,9 @@
 /// The marks of exported names.
 ///
 /// The library is built with hidden visibility: only names that carry one of these marks are
-/// exported. `exports.txt` beside this file lists them all, and a test compares it with the built
-/// library. So a new public name needs its mark here and its line there.
+/// exported. `exports.txt` beside this file lists all exported names, and a test compares it with
+/// the built library. So a new public name needs a mark where it is declared, and a line in
+/// `exports.txt`.
 #pragma once
 
 /// Marks a class or function as part of the interface.

@@ -5,7 +5,8 @@
 /// fields.
 ///
 /// In C++ this header includes zelvan.h and declares the functions once more, so that a compiler
-/// refuses any difference. A test compares records, constants and names.
+/// refuses any difference. A test compares the records, constants and names with those of the C++
+/// headers.
 #pragma once
 
 #ifdef __cplusplus

@@ -11,8 +11,9 @@
 
 namespace {
 
-/// The last answer of GetClosestColor: the colour searched for and the entry found, but not the
-/// map. Module state, all zero at load; the header has the rule for threads.
+/// The cache of GetClosestColor: the colour of the last search, the index found and the distance
+/// reported. The map is not stored, so a search in another map can return this answer. Module
+/// state, all zero at load; the header has the rule for threads.
 struct {
   int red, green, blue;
   int index;
@@ -44,7 +45,7 @@ unsigned int wrapped_difference(int a, int b) {
 
 unsigned int wrapped_square(unsigned int v) { return v * v; }
 
-/// Returns the largest squared distance of two colours of a map: three full scales, each squared.
+/// Returns the squared distance from black to white on the scale `max_value`, in 32 bits; wraps.
 unsigned int farthest(unsigned int max_value) { return 3 * wrapped_square(max_value); }
 
 unsigned int absolute_difference(int a, int b) {
@@ -53,9 +54,9 @@ unsigned int absolute_difference(int a, int b) {
 }
 
 /// Returns the mean absolute difference of the channels, the distance that is reported. No third
-/// ends in a half, so adding one to the sum before the integer division rounds correctly. A mean
-/// that does not fit an `int` becomes the smallest `int`, as in the conversion of a double. This
-/// takes channels at both ends of the range.
+/// ends in a half, so adding one to the sum before the integer division rounds correctly. A mean of
+/// 2^31 does not fit an `int` and becomes the smallest `int`, as in the conversion of a double. It
+/// occurs only if all three channels differ by 2^31, or one of them by 1 less.
 int mean_difference(const ColorRGB& a, const ColorRGB& b) {
   const auto sum = std::uint64_t{absolute_difference(a.red, b.red)} +
                    absolute_difference(a.green, b.green) + absolute_difference(a.blue, b.blue);

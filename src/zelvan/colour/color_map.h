@@ -1,12 +1,16 @@
-/// Tables of colours that a pen selects, and the search for the pen closest to a colour.
+/// Tables of colours, and the search for the entry closest to a colour. A *pen* is the index of an
+/// entry.
 ///
 /// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
-/// negative is an unset slot, which searches for a close colour skip.
+/// negative is an unset slot: searches for a close colour skip it.
 ///
-/// Threads: all searches share one cache of the last answer, without a lock. A search with `fresh`
-/// 1 only writes the cache, so its own result is safe. While a search with `fresh` 0 runs, no other
-/// thread may search. `SetIndex` with three arguments uses the one record of `str_parse`: one
-/// thread at a time. Otherwise many threads may read one map, but only while no thread changes it.
+/// Threads: all maps share one cache, without a lock. Each call of `GetClosestColor` that searches
+/// stores its colour and its answer there, and so do the operations that call it. With `fresh` 1 it
+/// doesn't read the cache, so its result is right whatever other threads do. With `fresh` 0 it
+/// does, so no other thread may search meanwhile. `SetIndex` with three arguments overwrites the
+/// record that `str_parse` returns, of which there is only one: only one thread at a time may call
+/// either. All else may be called from many threads on one map, as long as no thread changes the
+/// map.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -36,8 +40,8 @@ class ColorMap {
  public:
   unsigned int map_size;   ///< entries in `colors`
   unsigned int map_count;  ///< equal to `map_size`; `Identical` and `CopyColorMap` read this one
-  unsigned int max_value;  ///< the largest channel, 255 for a map of 8 bits
-  ColorRGB* colors;        ///< the entries, of `new`; null in an empty map
+  unsigned int max_value;  ///< the scale: the largest value of a channel, often 255
+  ColorRGB* colors;        ///< the entries, allocated by `new`; null in an empty map
 
   /// Makes a map of `size` black entries on the scale `max_value0`.
   ZELVAN_API ColorMap(int size, int max_value0);
@@ -81,47 +85,57 @@ class ColorMap {
 
   // ---- searching
 
-  /// Returns the index of the entry closest to `*target`; the lowest of equally close ones.
+  /// Returns the index of the entry closest to `*target`; of equally close ones the lowest index.
   ///
-  /// Closest is the smallest sum of the squared differences of the channels, computed in `float`.
-  /// Entry 0 is not searched: 0 is returned only if all others are unset or farther away than black
-  /// is from white. `*distance` becomes the mean of the three absolute differences, rounded: so it
-  /// may be 0 for a neighbour one step away. In an empty map the index is 0, and the distance the
-  /// largest `int`.
+  /// Closest is the entry with the smallest sum of the squared differences of the channels,
+  /// computed in `float`. Entry 0 is not searched. 0 is returned only if all other entries are
+  /// unset or farther away than black is from white. (With a `max_value` above 37837 that bound
+  /// exceeds 32 bits and wraps.)
   ///
-  /// With `fresh` 0, a search for the same colour as the last search returns the last answer at
-  /// once, even if that was in another map or the entries have changed since. Before the first
-  /// search the last colour is black, its answer index 0 and distance 0.
+  /// `*distance` becomes the mean of the three absolute differences to the entry returned, also if
+  /// that is entry 0. It is rounded, so it may be 0 for another colour: one that differs by 1 in
+  /// one channel. In an empty map the index is 0 and the distance is the largest `int`.
+  ///
+  /// With `fresh` 0, a search for the same colour as the last search returns the index and distance
+  /// of that search at once, even if it was in another map or the entries have changed since.
+  /// Before the first search, the last colour is black, with index 0 and distance 0.
   ///
   /// Requires: no null pointer.
   ZELVAN_API int GetClosestColor(ColorRGB* target, int* distance, unsigned short fresh);
 
-  /// Returns the index of the closest entry that is another colour than `*target`; the lowest of
-  /// equally close ones.
+  /// Returns the index of the closest entry that is not equal to `*target`; of equally close ones
+  /// the lowest index.
   ///
-  /// Closest is the smallest sum of the squared differences of the channels, in 32 bits. Entry 0 is
-  /// searched, too. Returns 0 if there is no such entry, or if all are farther away than black is
-  /// from white. The cache is neither read nor written. Requires: no null pointer.
+  /// Closest is the entry with the smallest sum of the squared differences of the channels. Entry 0
+  /// is searched, too; unset entries are not. Returns 0 if there is no such entry, or if all are
+  /// farther away than black is from white. The cache is neither read nor written.
+  ///
+  /// The sum is a 32-bit integer that wraps, so the result is right only for a `max_value` up to
+  /// 26754 and channels on that scale. Requires: no null pointer.
   ZELVAN_API int GetSimilarColor(ColorRGB* target);
 
-  /// Returns 1 if one of the first `list->rw_count` entries matches the colour, else 0.
+  /// Returns 1 if one of the map's first `list->rw_count` entries is equal or similar to the
+  /// colour, else 0.
   ///
-  /// An entry matches if it is equal, or if it differs by less than `tolerance` in each channel and
-  /// by less than three full scales in the sum. Channels and tolerance are on the map's scale. The
-  /// pens in the list are not read, and unset entries count like any other. Requires: no null
-  /// pointer.
+  /// An entry is similar if each channel differs by less than `tolerance`, and the three absolute
+  /// differences add up to less than 3 * `max_value`. Channels and tolerance are on the map's
+  /// scale. Unset entries count like any other. Of `list` only the count is used: the pens in it
+  /// are not read. Requires: no null pointer.
   ZELVAN_API unsigned short ColxGetReadOnlyColor(ColorRWMap* list, int red, int green, int blue,
                                                  int tolerance);
 
   // ---- export
 
-  /// Returns the pixel value of pen `index` in an image of that type: the pen itself with 8 bits,
-  /// the packed colour with 1 or 32.
+  /// Returns the pixel value of pen `index` in an image of that type. For `ImageType8Bit` that is
+  /// `index` itself. For `ImageType1Bit` and `ImageType32Bit` it is the packed colour of the entry,
+  /// its channels in `order`.
   ///
-  /// For a pen that the map doesn't have it returns that pen with 8 bits, and 1 with 1 or 32. It
-  /// returns 1 for an unknown type. Called through a null pointer, it returns 1 for pen 0 and 0 for
-  /// all others. (A compiler may conclude from such a call that the pointer isn't null: test it
-  /// before, not after.)
+  /// If the map has no such pen, the result is `index` for `ImageType8Bit` and 1 for the other two
+  /// types. It is 1 for an unknown type.
+  ///
+  /// The function may be called through a null pointer: it then returns 1 for `index` 0, else 0,
+  /// whatever the type. (A compiler may conclude from the call that the pointer isn't null, and
+  /// drop a test for null that comes after it.)
   ZELVAN_API unsigned int GetValue(ImageType type, RGBOrder order, int index);
 };
 

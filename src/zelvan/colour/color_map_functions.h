@@ -1,4 +1,4 @@
-/// Colour maps for callers that reach the library by flat names: made, filled and released.
+/// Functions with C linkage that make, fill and release colour maps.
 ///
 /// The rules of `ColorMap` hold, also those for threads: see color_map.h. Requires: no null
 /// pointer, except where a comment allows one.

@@ -44,13 +44,15 @@ class ColorRGB {
 
   /// Sets the channels from numbers of 0 to 1, rounded to the scale 255.
   ///
-  /// Refuses a channel below 0 or above 1. A NaN is accepted and becomes the smallest `int`.
+  /// Refuses a channel below 0 or above 1. A channel of NaN is accepted and becomes the smallest
+  /// `int`.
   ZELVAN_API unsigned short SetRGBColor(float r, float g, float b);
 
   /// Sets the colour from hue, saturation and value, as `HsvToRgb` does on the scale 255.
   ///
   /// Refuses an argument below 0, a hue of 360 or more, and a saturation or value above 1. A NaN is
-  /// accepted, as in `SetRGBColor`.
+  /// accepted: as hue or saturation it counts as 0. As value it makes channels of NaN, which become
+  /// the smallest `int`.
   ZELVAN_API unsigned short SetHSVColor(float hue, float saturation, float value);
 
   /// Sets the colour by one of 658 names; the case of ASCII letters is ignored.
@@ -81,9 +83,10 @@ class ColorRGB {
 
   /// Sets the colour from a text, as `SetValue(text)` does, but parses with `str_parse`.
   ///
-  /// It overwrites the record and the text that `str_parse` returned before. So in a walk over a
-  /// line by `str_parse`, call `SetValue(text)` instead, or first copy `next` and what else you
-  /// still need. `reserved` is ignored; pass 0. One thread at a time.
+  /// This overwrites the record and the text that `str_parse` returned before. If you are walking
+  /// along a line with `str_parse`, call `SetValue(text)` instead, or first copy what you still
+  /// need of the record, such as its field `next`. `reserved` is ignored; pass 0. One thread at a
+  /// time.
   ZELVAN_API unsigned short SetValue(unsigned short reserved, char* text);
 
   /// Unpacks red, green and blue, on the scale 255, from the bits 0-7, 8-15 and 16-23; the upper
@@ -106,9 +109,10 @@ class ColorRGB {
 
   /// Sets the colour from `*hsv`, with channels from 0 to `scale`.
   ///
-  /// If the saturation is not above 0, the hue is ignored. A hue outside 0 to 360 is wrapped as an
-  /// angle; one that is not finite counts as 0. Saturation and value are not checked: above 1 they
-  /// make channels above the scale.
+  /// If the saturation is not above 0, the result is a grey and the hue is ignored. A hue outside 0
+  /// to 360 is wrapped as an angle; one that is not finite counts as 0. Saturation and value are
+  /// not checked: a value above 1 makes channels above the scale, and a saturation above 1 makes
+  /// channels below 0.
   ///
   /// Requires: no null pointer.
   ZELVAN_API void HsvToRgb(ColorHSV* hsv, int scale);

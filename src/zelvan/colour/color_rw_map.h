@@ -29,8 +29,10 @@ class ColorRWMap {
 
   /// Fills `*target` with the lowest pens that this list doesn't hold.
   ///
-  /// It gets `target->rw_size - rw_count - reserved` pens: none if that is negative, and at most
-  /// `target->rw_size`. So `reserved` keeps the topmost pens free.
+  /// `target->rw_count` becomes `target->rw_size - rw_count - reserved`, where `rw_count` is that
+  /// of this list. A negative result becomes 0, one above `target->rw_size` becomes that. So many
+  /// pens are stored, in ascending order. If `target->rw_size` is the size of the colour table,
+  /// they are all pens that this list doesn't hold, except the topmost `reserved` ones.
   ///
   /// Requires: `target` is another list and not null, and this one is in ascending order.
   ZELVAN_API void MakeRoList(ColorRWMap* target, int reserved);

@@ -10,8 +10,8 @@ namespace {
 /// Colours whose channel differences add up to less than this look alike on a screen.
 constexpr int distinct_from = 15;
 
-/// Returns the low 8 bits of the channel on the scale 255. If 64 bits can't hold the number, it is
-/// a multiple of 256.
+/// Returns the low 8 bits of the channel on the scale 255. Returns 0 if 64 bits can't hold the
+/// number: such a number is a multiple of 256, infinite or NaN.
 unsigned char wrapped_channel(float channel) {
   const double scaled = 255.0 * channel + 0.5;
   const bool fits = scaled > -0x1p63 && scaled < 0x1p63;  // false for NaN as well

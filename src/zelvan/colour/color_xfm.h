@@ -13,18 +13,20 @@
 /// A table with the closest pen of a target map for each pen of a source map, and counts of how
 /// close they are.
 ///
-/// The counts are of the distances that `GetClosestColor` reports; pen 0 and pens farther away than
-/// 31 are in no count. A size of 0 or less makes an empty table; so does a request that the heap
-/// refuses.
+/// Each count is a number of source pens: those whose distance to their target pen, as reported by
+/// `GetClosestColor`, is in the range named. Source pen 0 is not counted, nor are pens at a
+/// distance above 31.
+///
+/// A size of 0 or less makes an empty table; so does a request that the heap refuses.
 class ColorXfm {
  public:
   unsigned int xfm_size;    ///< pens in the table
   unsigned int* xfm_table;  ///< of `malloc`, freed by the destructor; null in an empty table
-  unsigned int hist_exact;  ///< pens at distance 0
-  unsigned int hist_3;      ///< at 1 to 3
-  unsigned int hist_7;      ///< at 4 to 7
-  unsigned int hist_15;     ///< at 8 to 15
-  unsigned int hist_31;     ///< at 16 to 31
+  unsigned int hist_exact;  ///< source pens at distance 0
+  unsigned int hist_3;      ///< at distance 1 to 3
+  unsigned int hist_7;      ///< at distance 4 to 7
+  unsigned int hist_15;     ///< at distance 8 to 15
+  unsigned int hist_31;     ///< at distance 16 to 31
 
   /// Makes a table that translates each of `size` pens into pen 0; all counts are 0.
   ZELVAN_API explicit ColorXfm(int size);
@@ -39,10 +41,11 @@ class ColorXfm {
   /// Frees the block.
   ZELVAN_API ~ColorXfm();
 
-  /// Looks each pen of `*source` up in `*target`, and counts anew.
+  /// Finds the closest pen of `*target` for each pen of `*source`, and counts anew.
   ///
-  /// Unset entries of the source are looked up like any other. Pens that the source doesn't have
-  /// keep their translation.
+  /// Unset entries of the source are searched for like any other. If the source has fewer pens than
+  /// the table, the rest of the table keeps its translations. If it has more, the surplus pens are
+  /// ignored.
   ///
   /// Requires: no null pointer.
   ZELVAN_API void MapColors(ColorMap* source, ColorMap* target);

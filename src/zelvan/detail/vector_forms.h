@@ -1,8 +1,9 @@
 /// The forms of kernels: which ones exist, and which one runs.
 ///
 /// A kernel is a function whose first parameter is its form. Every kernel has a plain form. A form
-/// for an instruction set is an overload in a file that is named after the set (`*_avx2.cpp`) and
-/// compiled only for such processors. Where it is missing, the plain form runs:
+/// for an instruction set is an overload in a file that is named after the set (`*_avx2.cpp`). Such
+/// a file is part of the build only for processors of that family (for AVX2, 64-bit x86). Where a
+/// form is missing, the plain form runs:
 ///
 ///     int sum(Plain, const int* values, int n);  // in sum.cpp
 ///     int sum(Avx2, const int* values, int n);   // in sum_avx2.cpp
@@ -40,9 +41,9 @@ struct FormList {};
 /// The vector forms for this kind of processor, the preferred one first.
 #if defined(__x86_64__)
 using VectorForms = FormList<Avx2>;
-/// Marks a function that may contain AVX2 instructions. Files are not compiled for AVX2 as a whole:
-/// an inline function of a header would then contain such instructions, and the linker could choose
-/// that copy for the whole library.
+/// Marks a function that may contain AVX2 instructions. The compiler option for AVX2 is not set for
+/// whole files: an inline function of a header would then contain such instructions, and the linker
+/// could choose that copy for the whole library, also for processors without AVX2.
 #define ZELVAN_AVX2 __attribute__((target("avx2")))
 #elif defined(__aarch64__)
 using VectorForms = FormList<Neon>;

@@ -8,7 +8,8 @@
 
 namespace {
 
-// The reason, in the caller's buffer. A method that finds a fault writes it and returns false.
+// Checks a set and a rectangle. On a fault, `accepts` writes its text to the caller's buffer and
+// returns false.
 class Check {
  public:
   Check(char* reason, int size) : reason_(reason), size_(reason != nullptr ? size : 0) {

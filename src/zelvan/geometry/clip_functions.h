@@ -1,4 +1,4 @@
-/// The clipping operations for callers that reach the library by flat names.
+/// The clipping operations as functions with C linkage.
 ///
 /// Each function calls the operation that its comment names; the header of that operation has the
 /// rules, the limits and the room for the result. Input is const, so C++ can pass const sets as

@@ -15,11 +15,12 @@ namespace zelvan {
 
 namespace {
 
-// Edges whose vectors differ by less than this in x and in y count as parallel. A crossing at the
-// very start of an edge is moved along it by this share of its length.
+// Two edges whose vectors (end minus start) differ by less than this, in x and in y, count as
+// parallel. It catches only nearly equal vectors; other parallel edges are found by `tiny`. A
+// crossing at the very start of an edge is moved along it by this share of its length.
 constexpr double epsilon = 1.1920928955078125e-07;
 
-// A determinant of at most this magnitude means parallel edges.
+// Two edges count as parallel, too, if the determinant of their vectors is at most this large.
 constexpr double tiny = 1.1754943508222875e-38;
 
 // A set of edges of the clip ring: bit k stands for the edge from corner k.
@@ -60,15 +61,16 @@ void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
 }
 
 // Returns the side of the box around a clip edge beyond which the whole subject edge lies, or 0. If
-// it lies beyond two sides, returns the left or right one.
+// it lies beyond two sides, returns the left or right one, not the other.
 Sides side_of_edge(const real_pt_t& s0, const real_pt_t& s1, const ClipBox& edge_box) {
   const Sides sides = sides_out(edge_box, s0).beyond & sides_out(edge_box, s1).beyond;
   const Sides left_or_right = sides & (1u << left_side | 1u << right_side);
   return left_or_right != 0 ? left_or_right : sides;
 }
 
-// Returns the edges of the clip ring that a subject edge may cross: it does not lie to one side of
-// their boxes. Requires: it does not lie to one side of the outer box either.
+// Returns the edges of the clip ring that a subject edge may cross. Leaves a clip edge out if the
+// subject edge lies wholly beyond one side of its box. Requires: the subject edge doesn't lie
+// wholly beyond one side of the outer box.
 ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& clip) {
   if (clip.is_upright) {
     const SidesOut out0 = sides_out(clip.outer, s0), out1 = sides_out(clip.outer, s1);
@@ -146,7 +148,9 @@ bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena*
   return true;
 }
 
-// Returns true if edges of the outline lie on opposite sides of clip edges.
+// Returns true if some edge of the outline lies left of a clip edge and some edge right of a clip
+// edge, the same one or another; or likewise below and above. `side_of_edge` decides where an edge
+// lies.
 bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
   constexpr Sides left_and_right = 1u << left_side | 1u << right_side;
   constexpr Sides bottom_and_top = 1u << bottom_side | 1u << top_side;
@@ -155,7 +159,9 @@ bool spans_the_rectangle(const Outline& outline, const ClipRect& clip) {
     const real_pt_t& s0 = outline.points[i];
     const bool is_last = i + 1 == outline.count;
     const real_pt_t& s1 = outline.points[is_last ? 0 : i + 1];
-    if (!is_last && is_same_point(s0, s1)) continue;  // a repeated vertex is not part of the ring
+    // A vertex that repeats the one before is not part of the ring; a last one that repeats the
+    // first is.
+    if (!is_last && is_same_point(s0, s1)) continue;
     for (const ClipBox& box : clip.edge_boxes) sides |= side_of_edge(s0, s1, box);
     if ((sides & left_and_right) == left_and_right || (sides & bottom_and_top) == bottom_and_top) {
       return true;
@@ -195,8 +201,8 @@ Outline without_repeats(const Outline& outline, ClipArena* arena) {
   return {points, flags, count};
 }
 
-// Appends all but the last vertex of a part of a ring. Returns the index of the last. Requires:
-// none of the flags closes.
+// Appends the vertices of a ring from `first` up to but not including `end - 1`, and returns `end -
+// 1`. Requires: none of their flags is a closing one.
 int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* target) {
   const int n = end - 1 - first;
   std::copy_n(ring.points + first, n, target->points + target->n_points);
@@ -243,12 +249,13 @@ ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   return next;
 }
 
-// Walks one result ring, starting at a crossing: follows the outline that leads inwards, and
-// changes to the other outline at each crossing.
+// Traces one result ring from a crossing: follows the outline that leads inwards, and changes to
+// the other outline at each crossing.
 //
-// An edge through a corner of the rectangle has two crossings there, so entering and leaving need
-// not alternate. The walk then reaches a visited crossing that is not its start, and the ring is
-// closed there. So no crossing is passed twice, and every walk ends.
+// An edge through a corner of the rectangle has two crossings there. They are marked alternately as
+// entering and leaving, although the edge may do only one of these. The ring can then reach a
+// visited crossing that is not its start, and is closed there. So no crossing is passed twice, and
+// every ring ends.
 void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, drw_pset_t* target) {
   do {
     hit = visit<of_clip>(hit, corners, target);
@@ -273,8 +280,9 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
   if (!is_inside) {
     if (!find_hits(outline, clip, &hits, arena)) return;
     if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
-      // Repeats matter only here: their edges of length 0 are not edges of the ring, so what
-      // crosses them does not count.
+      // At repeated vertices there are edges of length 0, which are not edges of the ring. Some of
+      // the crossings may lie on these, so find all anew without them. Where there is no crossing,
+      // repeats make no difference.
       ring = without_repeats(outline, arena);
       if (ring.count < 2) return;
       // The room suffices: fewer edges have no more crossings.

@@ -6,36 +6,44 @@
 
 /// Appends to `target` the parts of the polygons of `source` inside `rect`, cut into closed rings.
 ///
-/// The result is right in general position: no vertex lies on a side of the rectangle and no
+/// The result is right in *general position*: no vertex lies on a side of the rectangle and no
 /// corner on an edge of the polygon, neither exactly nor within rounding. For drawings, use
 /// `ClipPolygonSetToView`, which is right in every position.
 ///
-/// The method is that of G. Greiner and K. Hormann, "Efficient clipping of arbitrary polygons",
-/// ACM Transactions on Graphics 17 (1998), with one polygon and the rectangle at a time. Each
-/// polygon produces zero, one or several rings, in set order; a hole is one more polygon. Edges
-/// along the rectangle are invisible. A polygon wholly inside an upright rectangle comes back
-/// unchanged, duplicates included.
+/// The method is that of G. Greiner and K. Hormann, "Efficient clipping of arbitrary polygons", ACM
+/// Transactions on Graphics 17 (1998), with one polygon and the rectangle at a time. It finds the
+/// crossings of the two outlines and marks them, along each outline, alternately as entering and
+/// leaving. Then it traces the result rings from crossing to crossing, on the outline that runs
+/// inside the other.
+///
+/// Each polygon produces zero, one or several rings, in set order; a hole is one more polygon.
+/// Parts of the rectangle's outline in a ring are invisible edges. A polygon wholly inside an
+/// upright rectangle is copied unchanged, duplicates included.
 ///
 /// Limits:
 /// - Out of general position the method can mistake entering for leaving. The result is then any
 ///   part of the polygon, or nothing, and its vertices need not lie inside the rectangle. Example:
 ///   of the triangle (0, 5), (11, 1), (1, 9), the view (0, 0) to (10, 10) shows an area of 23.78.
-///   The result holds none of it; it is a sliver of 0.22 outside the view. Drawings on a grid
-///   often meet this with a view on the same grid. If a corner is computed to lie on an edge, or a
-///   vertex on a turned side, about half of the results are wrong.
-/// - A polygon around the whole rectangle produces its four corners in record order, with the flags
-///   0, 0, 0, 2, if some of its edges lie wholly to the left of a side and others wholly to the
-///   right of one, or some below and others above. Otherwise it produces nothing: the triangle
-///   (-1, -1), (30, -1), (-1, 30) disappears from the view (0, 0) to (10, 10).
-/// - A polygon inside a turned rectangle must meet the same condition, or it produces nothing: in
-///   the diamond (0, -10), (10, 0), (0, 10), (-10, 0) the triangle (-1, -1), (1, -1), (0, 1)
+///   The result holds none of that area: it is a sliver of 0.22 outside the view. Drawings on a
+///   grid often meet this with a view on the same grid. If a corner is computed to lie on an edge,
+///   or a vertex on a turned side, about half of the results are wrong.
+/// - A polygon around the whole rectangle should produce the rectangle's four corners, in record
+///   order with the flags 0, 0, 0, 2. It does so only if it passes this test. Compare each edge of
+///   the polygon with each side of the rectangle. The first that is true counts: all of the edge
+///   has smaller x than all of the side, larger x, smaller y, larger y. Both smaller and larger x
+///   must occur, or both smaller and larger y. Otherwise the polygon produces nothing: the triangle
+///   (-1, -1), (30, -1), (-1, 30) disappears from the view (0, 0) to (10, 10), because its edges
+///   have only smaller x and smaller y.
+/// - A polygon wholly inside a turned rectangle must pass that test, too, or it produces nothing:
+///   in the diamond (0, -10), (10, 0), (0, 10), (-10, 0) the triangle (-1, -1), (1, -1), (0, 1)
 ///   disappears.
 /// - A ring that crosses itself is clipped by the even-odd rule, unless it winds about the
 ///   rectangle's first corner an even number of times other than 0. Then the result follows neither
 ///   fill rule, or only the non-zero one if the outlines do not cross.
-/// - Flags stay with their vertices. So in a ring that runs against the sense of its polygon, an
-///   edge has the visibility of its neighbour. In general position all rings run against it, except
-///   the first one of a polygon that begins inside.
+/// - Each vertex keeps its flag, which tells whether the edge after it is visible. That is right
+///   only if the ring visits the polygon's vertices in their order. If it visits them in reverse,
+///   an edge of the ring has the flag of the polygon's edge after it. In general position all rings
+///   are in reverse, except the first ring of a polygon whose first vertex is inside.
 ///
 /// `source` is read only. Polygons of one vertex, or of one point repeated, produce nothing;
 /// vertices after the last closing flag are ignored.
@@ -50,11 +58,11 @@
 /// may not overlap those of `source`.
 ///
 /// In general position a vertex of the result lies outside the rectangle by rounding at most. A
-/// vertex exactly on a side counts as a crossing a small step along its edge, 1.2e-07 of its
-/// length. So a result can hold near-duplicate vertices, and a polygon that only touches the
-/// rectangle can leave a sliver. An edge exactly through a corner crosses twice; where that leads
-/// the walk to a crossing already used, the ring is closed there. Every input ends, NaN and
-/// infinities included.
+/// vertex exactly on a side makes two crossings: one at the end of the edge to it, and one a small
+/// step along the next edge, 1.2e-07 of its length. So a result can hold near-duplicate vertices,
+/// and a polygon that only touches the rectangle can leave a sliver. An edge exactly through a
+/// corner crosses two sides there. If tracing a ring then leads to a crossing that is already used,
+/// the ring is closed there. Every call ends, even with NaN and infinities.
 ///
 /// If the heap refuses, the current polygon produces nothing, everything allocated for it is
 /// released, and the next one is tried. No state is kept: calls on different records may run on

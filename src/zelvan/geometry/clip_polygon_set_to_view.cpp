@@ -23,7 +23,7 @@ bool is_visible(int edge_flag) {
 // winding numbers of all places inside unchanged.
 class RingWalk {
  public:
-  // Appends to the vertices that the target holds.
+  // Begins writing after the vertices that the target holds; the caller adds to its count.
   RingWalk(const ClipView& view, const drw_pset_t& target)
       : view_(view),
         points_(target.points + target.n_points),
@@ -78,7 +78,9 @@ int RingWalk::clip(const Outline& outline) {
     if (count_ > 0 && first_is_vertex_) write_vertex(points_[0], 0, false);
     if (count_ > 0 && !first_is_vertex_) write_border_point(points_[0], 0, false);
   }
-  // The first vertex has now been written twice, or once if no other vertex differed from it.
+  // The walk has come back to its first vertex and written it again at the end, which is dropped
+  // here. A point of the border is not written again if nothing else has been written: then none is
+  // left.
   count_ -= count_ > 0;
   if (!has_inside_) return write_borders(count_windings());
   if (count_ < 2) return 0;  // by rounding, the part inside became a single point
@@ -146,8 +148,10 @@ void RingWalk::take_edge(PlacedPoint a, PlacedPoint b, bool visible) {
   }
 }
 
-// Moves along the border to one of the sides `to`. The outline has reached a vertex outside that is
-// beyond or on the lines of the sides `through`; these are neighbours around the view.
+// Moves along the border from the current side to one of the sides `to`, and writes the corners on
+// the way. The shorter way is taken; to the opposite side, the way over the neighbour in `through`.
+// These are the sides whose lines the outline's last vertex lies beyond or on. They follow each
+// other around the view, and the current side is one of them.
 void RingWalk::go_to(Sides to, Sides through) {
   if (holds(to, side_)) return;
   const int next = next_side(side_);
@@ -162,8 +166,9 @@ void RingWalk::go_round(Sides to, bool counter_clockwise) {
   }
 }
 
-// Writes a vertex of the outline, and the visibility of the edge that leads to it. Replaces a
-// border point at the same place; keeps another vertex there.
+// Writes a vertex of the outline, and whether the edge that leads to it is visible. If the last
+// point written is at the same place, a border point is replaced; a vertex stays, and so both are
+// in the ring.
 inline void RingWalk::write_vertex(const real_pt_t& p, Sides on, bool visible) {
   if (repeats_last(p) && !last_is_vertex_) {
     --count_;
@@ -177,7 +182,9 @@ inline void RingWalk::write_vertex(const real_pt_t& p, Sides on, bool visible) {
 // place.
 inline void RingWalk::write_border_point(const real_pt_t& p, Sides on, bool visible) {
   if (repeats_last(p)) {
-    last_on_ = on;  // the next edge starts here; cuts of two sides may round to one point
+    // Cuts of two sides may round to one point. It is written once, but the next edge starts at the
+    // second cut, on its sides.
+    last_on_ = on;
     return;
   }
   end_edge(on, visible);

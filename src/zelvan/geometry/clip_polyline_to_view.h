@@ -4,20 +4,21 @@
 #include <zelvan/export.h>
 #include <zelvan/transforms/records.h>
 
-/// Writes the pieces of a polyline inside `view` to `out`; returns the number of points written.
+/// Writes the parts of a polyline that are inside `view`, its *pieces*, to `out`; returns the
+/// number of points written.
 ///
 /// The polyline runs from `points[0]` to `points[n_points - 1]` and is not closed; to clip a ring,
 /// repeat its first point at the end. The pieces come one after the other, in the order of the
-/// line. `*n_pieces` receives their number. Piece k begins at the point `out[begins[k]]` and ends
-/// before the point `out[begins[k + 1]]`; it has two points or more. `begins[*n_pieces]` is the
-/// number of points written, so this holds for the last piece too.
+/// line. `*n_pieces` receives their number. Piece k consists of the points from `out[begins[k]]` up
+/// to but not including `out[begins[k + 1]]`, two points or more. `begins[*n_pieces]` is the number
+/// of points written, so this holds for the last piece, too.
 ///
-/// What is inside, and where an edge is cut, is decided exactly and for all finite coordinates, as
-/// by `ClipPolygonSetToView`. The pieces are the visible edges that it leaves of a polygon with the
-/// same vertices and visible edges, but without the closing edge. So an edge along a side is
-/// outside and ends a piece. A line that only touches a side or a corner from outside produces
-/// nothing; one that touches it from inside stays in one piece. A part that rounds to one point, or
-/// onto a side, produces nothing.
+/// What is inside, and where an edge is cut, is decided as by `ClipPolygonSetToView`: exactly and
+/// for all finite coordinates. Take a polygon of the same vertices, with all edges visible except
+/// the closing one. The edges of the pieces are the visible edges that `ClipPolygonSetToView`
+/// leaves of it. So an edge along a side is outside and ends a piece. A line that only touches a
+/// side or a corner from outside produces nothing; one that touches it from inside stays in one
+/// piece. A part that rounds to one point, or onto a side, produces nothing.
 ///
 /// Each point written is an unchanged point of the line, or a point on the border where an edge was
 /// cut. A line strictly inside is copied unchanged, duplicates included. A point repeated on the

@@ -20,8 +20,8 @@ double octagonal(double longer, double shorter) { return 0.96 * longer + 0.398 *
 double estimate(double dx, double dy) {
   dx = std::fabs(dx);
   dy = std::fabs(dy);
-  return octagonal(larger_or_second(dx, dy),
-                   smaller_or_second(dy, dx));  // in this order, a NaN is the longer or the shorter
+  // In this order of arguments, one of the two functions returns the NaN if there is one.
+  return octagonal(larger_or_second(dx, dy), smaller_or_second(dy, dx));
 }
 
 double estimate(const real_pt_t& p, const real_pt_t& q) { return estimate(p.x - q.x, p.y - q.y); }
@@ -31,8 +31,9 @@ real_pt_t midpoint(const real_pt_t& p, const real_pt_t& q) {
 }
 
 // Returns the nearest point of the segment from `low` to `high`, which are ordered by x and then by
-// y. Vertical and horizontal segments are exact. On any other, only the x of the perpendicular's
-// foot is tested.
+// y. Vertical and horizontal segments are exact. On any other, the foot of the perpendicular is the
+// nearest point if its x is between those of the ends, else the end at that side; its y is not
+// tested.
 real_pt_t nearest_on_segment(const real_pt_t& p, const real_pt_t& low, const real_pt_t& high) {
   const double dx = high.x - low.x;
   const double dy = high.y - low.y;

@@ -13,18 +13,21 @@
 #include <zelvan/geometry/conic.h>
 #include <zelvan/transforms/records.h>
 
-/// Stores the box of the circular arc from `a` to `b`: counter-clockwise (where y runs up) if
-/// `clockwise` is 0, else clockwise. The other sense, with the same ends, is the rest of the
-/// circle.
+/// Stores the box of the circular arc from `a` to `b`. It runs counter-clockwise (where y runs up)
+/// if `clockwise` is 0, else clockwise: for the same ends that is the rest of the circle. `radius`
+/// is a `float`, unlike that of `utl_maxmin_circle`, and so has only 24 significant bits.
 ///
-///              1  |  0                 Quadrants by the angle of an end. An end exactly on an
-///             ----o---- 0 degrees      axis belongs to the quadrant before it, only due east
-///              2  |  3                 is in quadrant 0 and due south in 3.
+/// Each extreme is the coordinate of an end, or of the circle where the arc crosses an axis. The
+/// choice depends on the quadrants of the two ends:
 ///
-/// The coordinates of the ends are used as they are, whether or not they lie on the circle. Ends in
-/// the same direction from the centre, and so equal ends, mean the whole circle (for
-/// `utl_point_circarc` they are one point). An end on the centre means the centre alone. Otherwise,
-/// if an end or the centre holds a NaN, all results are NaN. Mind the `float` radius.
+///              1  |  0                 The quadrant depends on the angle of the end. An end
+///             ----o---- 0 degrees      due east (0 degrees) or due north is in quadrant 0, due
+///              2  |  3                 west in 1, due south in 3.
+///
+/// The coordinates of the ends are used as they are, whether or not they lie on the circle. If both
+/// ends lie in the same direction from the centre, the arc is the whole circle; so also if they are
+/// equal. (For `utl_point_circarc` such an arc is one point.) If an end lies on the centre, the box
+/// is the centre alone. Otherwise, if an end or the centre holds a NaN, all results are NaN.
 ZELVAN_API void utl_maxmin_arc(real_pt_t* center, float radius, real_pt_t* a, real_pt_t* b,
                                short clockwise, real_pt_t* max, real_pt_t* min);
 

@@ -60,7 +60,7 @@ CLineTypeDefPattern& CLineTypeDefinition::GetPattern() { return pattern; }
 
 void CLineTypeDefinition::SetPattern(CLineTypeDefPattern source) {
   pattern.RemoveAllFragments();
-  // Added one by one, so that the sum is computed anew.
+  // Adding the fragments one by one computes their sum anew and sets the cursor to the first.
   double length = source.GetFirstFragment();
   for (int n = source.GetNumFragments(); n > 0; --n) {
     pattern.AddFragment(length);

@@ -1,4 +1,4 @@
-/// Line types for callers that reach the library by flat names: read fragment by fragment.
+/// Functions with C linkage that read line types, fragment by fragment.
 ///
 /// The rules of `CLineTypeDefList` and its definitions hold. These functions only read a list, so
 /// any number of threads may read one. Requires: no null pointer, except where a comment allows

@@ -35,14 +35,14 @@ class ZELVAN_API CLineTypeDefList {
   ///
   /// `already_there` becomes true if an equal one was found, else false.
   ///
-  /// - Added: the list owns `definition`. If another line type has its index, the list sets a new
-  ///   one in it: one above every index under which a definition was ever added. Indices changed in
-  ///   the table by `CLineTypeDefinition::SetIndex` don't count.
-  /// - Found: the caller still owns `definition`, and its index is unchanged, unless it is the very
-  ///   object that the list holds.
-  /// - Refused: returns -1, and the caller still owns `definition`. The table holds 850 line types
-  ///   already, the index of `definition` is 0, or its index in the table would be 0xFFFFFFFF,
-  ///   which reads as -1 and has no successor.
+  /// - Added: the list now owns `definition`. If another line type has the same index, the list
+  ///   changes that of `definition` to a new one: one above every index under which a definition
+  ///   was ever added. Indices changed in the table by `CLineTypeDefinition::SetIndex` don't count.
+  /// - Found: the caller still owns `definition`, and its index is unchanged. (If it is the very
+  ///   object in the list, the list still owns it.)
+  /// - Refused: returns -1, and the caller still owns `definition`. This happens if the table
+  ///   already holds 850 line types, if the index of `definition` is 0, or if its index in the
+  ///   table would be 0xFFFFFFFF, which reads as -1 and has no successor.
   ///
   /// Other indices above 2147483647 are returned as negative numbers below -1.
   /// Requires: `definition` comes from `new` and isn't null.

@@ -28,7 +28,7 @@ class ZELVAN_API Logger {
   /// Keeps a copy of `classname`; null counts as the empty string. Opens nothing.
   explicit Logger(const char* classname);
 
-  /// Copies the two flags and the name: each object owns its own copy.
+  /// Copies the name and both flags (`stout`, `reserved_flag`). Each object owns its own name.
   Logger(const Logger&);
   Logger& operator=(const Logger&);
 
@@ -60,9 +60,10 @@ class ZELVAN_API Logger {
   friend struct LoggerInside;
 
   /// Reads LOGGER_MAX_NUM_FILES (at least 1), LOGGER_MAX_NUM_LINES (at least 1000),
-  /// LOGGER_LOG_LEVEL (0 to 4) and LOGGER_FILE_PREFIX, in this order. A value that does not
-  /// begin with a number leaves the setting as it was; the bounds apply in any case. Only the first
-  /// call has an effect.
+  /// LOGGER_LOG_LEVEL (0 to 4) and LOGGER_FILE_PREFIX from the environment, in this order. A
+  /// variable that is missing, or does not begin with a number where one is expected, leaves its
+  /// setting as it was. Then each number outside its bounds is set to the nearest bound, even if no
+  /// variable changed it. Only the first call has an effect.
   void init();
 
   /// Opens the log file, "<file_prefix><file_number>.log": a new one, or to append if the

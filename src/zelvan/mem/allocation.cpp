@@ -1,7 +1,7 @@
 // A handler is called in the middle of an allocation, and may change the list: release, evict,
 // allocate, make the table grow. So no value read before a handler call is used after it. Even if
-// every handler answers "go on", the allocation can fail: the heap refuses the block or the table,
-// or the sum of sizes exceeds an `int`. This is checked after the last handler call.
+// every handler answers "go on", an allocation fails if the heap refuses the block or a larger
+// table, or if the sum of sizes exceeds an `int`. These are checked after the last handler call.
 
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>
@@ -13,7 +13,7 @@
 #include <cstdlib>
 
 // The state of the module, shared by all lists of the process, without locks: callers must let only
-// one thread at a time use the family.
+// one thread at a time call the Mem functions.
 int mem_trace = 0;
 
 namespace zelvan {
@@ -95,7 +95,8 @@ bool may_go_on(const Request& request, int code) {
   const MemEntry before = parent == nullptr ? empty_entry : *parent;
   MemException exception = {code, list, request.key, request.size};
   if (list->exception_handler(&exception) == 0) return false;
-  // Compare both: a new block may have the same address, and an empty row has the number 0.
+  // A new block may have the address of the old one, but has another number. An empty row has the
+  // number 0, which a block can have too once numbers have wrapped, but no address.
   const MemEntry& now = list->entries[index];
   return parent == nullptr || (now.address == before.address && now.sequence == before.sequence);
 }
@@ -136,8 +137,9 @@ int allocate_untracked(int size, void** back_ptr) {
   return MEM_SUCCESS;
 }
 
-/// Before the block is allocated, calls the handler for each obstacle: the pool's limit, a full
-/// table. Returns an error if the handler gives up.
+/// Before the block is allocated, calls the handler for each obstacle: a size above the pool's
+/// limit, a full table that the heap refuses to enlarge, too little left in the pool. Returns the
+/// error of an obstacle if the handler gives up, or if the table can't be enlarged after it either.
 int make_room(const Request& request) {
   MemList* const list = request.list;
   if (request.size > list->pool->limit) {

@@ -36,12 +36,12 @@
 /// **Release is refused** when the owner's pointer no longer holds the block's address, or the
 /// block has a child. A refusal changes nothing and is reported only in the trace.
 ///
-/// *Requires*, throughout: a back pointer stays readable and writable until its block has been
-/// released or moved to another one by `MemSetPointer`. So it must not lie in a block of another
-/// list that may be released before.
+/// *Requires*, throughout: a back pointer stays readable and writable until its block is released,
+/// or until `MemSetPointer` replaces it by another back pointer. So it must not lie in a block of
+/// another list that may be released earlier.
 ///
-/// Threads: all lists share the defaults and the counter of serial numbers, so callers let only
-/// one thread at a time into the family.
+/// Threads: all lists share the defaults and the counter of serial numbers, so callers let only one
+/// thread at a time call the functions of this header.
 #pragma once
 
 #include <zelvan/export.h>
@@ -50,7 +50,7 @@
 
 /// Results of `MemAllocate`, and the `code` of an exception.
 enum : int {
-  MEM_SUCCESS = 0,         ///< the block is in the back pointer; never an exception
+  MEM_SUCCESS = 0,         ///< `*back_ptr` has the block's address; never an exception's code
   MEM_POOL_OVERFLOW = 1,   ///< `pool->used + size` is greater than `pool->limit`
   MEM_TABLE_FAILED = 2,    ///< the table is full and the heap refuses a larger one
   MEM_POOL_TOO_SMALL = 3,  ///< `size` alone is greater than `pool->limit`
@@ -100,7 +100,8 @@ struct MemException {
   int size;       ///< of the request, in bytes
 };
 
-/// Turns the trace on: while it isn't 0, the family prints each step to standard output.
+/// Turns the trace on: while it isn't 0, the functions of this header print each step to standard
+/// output.
 ///
 /// A line that starts with "**" reports a refusal or failure. Set it from the program or from a
 /// debugger; the library never writes it.
@@ -168,10 +169,12 @@ ZELVAN_C_API void MemSetDefaultObject(void* object);
 /// is passed to `free`: so never pass a block of another list.
 ZELVAN_C_API void MemFree(MemList* list, void* address);
 
-/// Moves the owner's pointer to the block at `address`: stores it in `*back_ptr` from now on.
+/// Makes `*back_ptr` the owner's pointer to the block at `address`, in place of the earlier
+/// pointer.
 ///
-/// The old pointer is not changed. The block becomes the child of the block that `back_ptr` lies
-/// in, and stops being the child of an earlier one.
+/// Stores the address in `*back_ptr` now; a later release writes null there. The earlier pointer
+/// keeps its value. The block becomes the child of the block that `back_ptr` lies in, and stops
+/// being the child of any other.
 ///
 /// A null `list` means the default. Does nothing if there is no list, or if `address` is null or
 /// unknown to the list. Requires: `back_ptr` is not null.
@@ -179,8 +182,9 @@ ZELVAN_C_API void MemSetPointer(MemList* list, void* address, void** back_ptr);
 
 /// Releases all blocks of the list in one pass; children before their parent.
 ///
-/// A block whose release is refused stays: so does a chain of three generations.
-/// Requires: `list` is not null.
+/// A block whose release is refused stays. Of three generations all stay: the middle block is
+/// refused since it has a child, then so is the top one, and the lowest could only go with its
+/// parent. Requires: `list` is not null.
 ZELVAN_C_API void MemListClear(MemList* list);
 
 /// Lets the removals choose any block of the list again. Requires: `list` is not null.

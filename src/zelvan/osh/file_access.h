@@ -67,10 +67,11 @@ inline constexpr short osh_open_as_binary = static_cast<short>(0x8000);  ///< no
 
 // ---- the permissions of a file that is created
 //
-// These, or any of the nine bits of a Unix mode. On Windows only osh_permit_write counts: without
-// it the file is read-only.
+// Values for the argument `mode` of the functions that open a file: these two, or any of the nine
+// permission bits of a Unix mode. On Windows only osh_permit_write counts: without it the file is
+// read-only.
 
-inline constexpr short osh_permit_read = 0x100;  ///< its owner may always read it
+inline constexpr short osh_permit_read = 0x100;  ///< its owner may read it, even without this bit
 inline constexpr short osh_permit_write = 0x80;  ///< its owner may write it
 
 // ---- the kinds of `osh_inquire_file`, to which it adds the permissions
@@ -202,8 +203,8 @@ ZELVAN_C_API std::FILE* osh_fdopen(int fd, char* mode);
 /// Returns 1 if the path exists, else 0.
 ZELVAN_C_API short osh_file_exists(char* path);
 
-/// Returns 1 if the path exists and, with the bit 2 of `mode` set, is not read-only; else 0. Does
-/// not test whether this user may write.
+/// Returns 1 if the path exists, else 0. If `mode` contains the bit of value 2, also returns 0 for
+/// a file that is read-only. Does not test whether this user may write.
 ZELVAN_C_API short osh_file_access(char* path, unsigned short mode);
 
 /// Stores kind and permissions of a path. Returns 1, or 0 with `*mode` untouched.
@@ -225,9 +226,10 @@ ZELVAN_C_API short osh_cat(char* destination, char* source);
 
 /// Copies a regular file over another or to a new name: destination first. Returns nonzero, or 0.
 ///
-/// The copy takes its place only when it is complete: whatever fails, the destination is as it
-/// was, on Windows but for the case at the top. The directory of the destination must be writable.
-/// If others hold a lease on the source, the call waits until they give it up.
+/// The copy takes its place only when it is complete: whatever fails, the destination is as it was.
+/// (For the one exception see **On Windows** at the top of this file.) The directory of the
+/// destination must be writable. If others hold a lease on the source, the call waits until they
+/// give it up.
 ///
 /// A new file gets the permissions of the source, less the process's mask. If the source has an
 /// access-control list, its group's own permissions count, not the list's mask. If the new file's
@@ -253,17 +255,19 @@ ZELVAN_C_API int osh_copyfile(char* destination, char* source);
 
 /// Renames a file or directory: old name first. Returns 0, or -1.
 ///
-/// Nothing is overwritten: the new name must be free. Some file systems have no call for that.
-/// There a file has both names for a moment. Where it can't have two, as on exFAT and FAT by FUSE,
-/// an empty file reserves the new name and is then replaced: data that another process writes into
-/// it in the meantime is lost. A directory's new name is reserved by an empty directory. If the
-/// process is killed in that moment, both names stay.
+/// Nothing is overwritten: the new name must be free. Some file systems can't rename without
+/// overwriting. There a file gets the new name as a second one before it loses the old one. Where a
+/// file can't have two names, as on exFAT and FAT by FUSE, an empty file reserves the new name and
+/// is then replaced: data that another process writes into it in the meantime is lost. A
+/// directory's new name is reserved by an empty directory. In all three cases both names exist for
+/// a moment, and stay if the process is killed then.
 ///
 /// A regular file may move to another file system; directories, symbolic links and devices may not.
-/// The file keeps its permissions, access list and times and, where possible, its owner and group
-/// as above, but no other extended attributes. The move fails if its permissions or list can't be
-/// kept there, or if the source can't be removed. If it is unknown whether the source was removed,
-/// the call fails and the copy stays. On Windows it inherits permissions from its new directory.
+/// The file keeps its permissions, access list and times. It keeps its owner and group where the
+/// system allows that, as in `osh_copyfile`, but no other extended attributes. The move fails if
+/// its permissions or list can't be kept there, or if the source can't be removed. If it is unknown
+/// whether the source was removed, the call fails and the copy stays. On Windows a file that is
+/// moved to another drive inherits permissions from its new directory.
 ZELVAN_C_API int osh_rename(char* from, char* to);
 
 /// Deletes a file or a symbolic link. Returns 0, or 1 on failure. A directory is refused, and so is

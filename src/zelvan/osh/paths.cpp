@@ -20,8 +20,9 @@ namespace {
 
 constexpr int system_type_index = 2;
 
-/// The record whose address is returned to callers. Other threads may be reading it, so it is
-/// written only after a caller has changed it.
+/// The record whose address is returned to callers, who may only read it. If one has changed the
+/// system type, the next call restores it; otherwise nothing is written, since other threads may be
+/// reading.
 short system_parameters[10] = {1, 2, 8, 2, 1, 1, 2, 4, 4, 8};
 
 bool is_separator(char c) { return c == '/' || c == '\\'; }
@@ -71,7 +72,7 @@ int osh_truncate_path(char* path, char* directory, char* file) {
     directory[0] = '\0';
     return 1;
   }
-  // In this order, either output may overwrite the path.
+  // First the directory, then the file: so either output may be the path itself.
   const std::size_t length = separator - path;
   std::memmove(directory, path, length);
   directory[length] = '\0';

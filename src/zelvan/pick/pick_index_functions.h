@@ -1,4 +1,4 @@
-/// Prepared polygons for callers that reach the library by flat names.
+/// Prepared polygons as functions with C linkage.
 ///
 /// The caller owns an index that a function here returns, and releases it with
 /// `zelvan_delete_pick_index`. An index has its own copy of the points. The result is null if the

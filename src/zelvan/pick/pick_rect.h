@@ -5,7 +5,7 @@
 #include <zelvan/pick/pick_region.h>
 #include <zelvan/transforms/aligned_rect.h>
 
-/// An axis-aligned rectangle; filled and sorted as `CAlignedRect` is.
+/// An axis-aligned rectangle. Its inside belongs to it. Corners are sorted, as in `CAlignedRect`.
 class ZELVAN_API CPickRect : public CPickRegion {
  public:
   /// Makes the rectangle of two opposite corners, in any order.
@@ -17,7 +17,7 @@ class ZELVAN_API CPickRect : public CPickRegion {
   CPickRect& operator=(const CPickRect&);
   ~CPickRect() override;
 
-  /// Replaces the corners, as the constructors do.
+  /// Replaces the rectangle by that of two opposite corners, in any order.
   void setPoints(double x1, double y1, double x2, double y2);
 
   /// Writes (left, bottom) to `*low` and (right, top) to `*high`. Requires: no null pointer.
@@ -42,7 +42,7 @@ class ZELVAN_API CPickRect : public CPickRegion {
   using CPickRegion::xfm;
 
  protected:
-  /// Makes all four coordinates 0.0, for derived classes that call `setPoints`.
+  /// Makes the point (0, 0), for derived classes that then call `setPoints`.
   CPickRect();
 
  private:

@@ -1,4 +1,4 @@
-/// Pick regions for callers that reach the library by flat names.
+/// Pick regions as functions with C linkage.
 ///
 /// The caller owns each region that a function here returns, and releases it with
 /// `zelvan_delete_region`. A region has its own copy of the points. The result is null if there are

@@ -5,8 +5,9 @@
 /// library's nor the caller's own.
 ///
 /// It starts with the caller's signal mask, and with the default action for every signal that the
-/// caller handles. The caller need not wait for it: it leaves no zombie, and no child of the caller
-/// is reaped here. A handler for SIGCHLD may be called once more.
+/// caller handles. The caller need not wait for the program: it leaves no zombie. Starting uses a
+/// short-lived child of its own, which is reaped here, and no other. So the caller's handler for
+/// SIGCHLD may be called once for each start.
 #pragma once
 
 namespace zelvan::platform {

@@ -59,8 +59,7 @@ int connect(int socket, const SocketAddress& address);
 int select(int socket);
 
 /// Sends `count` bytes, waiting for room. Returns the number sent, which is less only if the
-/// connection broke midway. `_write_socket` is like a plain write to a descriptor, which is enough
-/// for some channels.
+/// connection broke midway, or -1. `_write_socket` does the same as `send`.
 int send(int socket, const char* bytes, int count);
 int _write_socket(int socket, const char* bytes, unsigned count);
 

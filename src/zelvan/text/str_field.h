@@ -47,8 +47,12 @@ struct str_field {
 ///   next `"` or `$`, or at the end of the text. An empty string has no text.
 /// - A number has an optional sign, digits with an optional `.`, and an optional exponent of up
 ///   to 3 digits. It must be followed by a blank or the end; otherwise it is a word. The `text`
-///   of a number keeps 20 digits, and its `value` is that of the `text`, correctly rounded. A
-///   sign alone is a number of value 0.0 if a `.` follows, or a digit two places on.
+///   of a number keeps 20 digits, and its `value` is that of the `text`, correctly rounded.
+///
+///   After a sign the digits may be missing: the value is then 0.0. So it is for a sign and a `.`
+///   ("-."), a sign and an exponent that begins with a digit ("-e5"), and a sign alone with a blank
+///   and a digit after it: of "- 5" the first field is the number "-", and `next` is at the blank.
+///   A sign alone with anything else after it is a word.
 ///
 ///   Leading zeros count among the 20 digits, the one before the point included. So half of the
 ///   numbers from 1e-4 to 1e-3 that `%.17g` prints lose a digit and don't read back: write small
@@ -76,8 +80,9 @@ ZELVAN_C_API str_field* str_parse_vvcp(char* text);
 ///
 /// The delimiter is overwritten with the terminator and stored in `*found`; `*next` is the
 /// place after it, to go on from. If the text ends first, `*found` is NUL and `*next` null.
-/// From one `"` to the next, or to the end, nothing delimits; of two in a row, the first stands
-/// alone. A character after a backslash doesn't delimit either. Quotes, backslashes and
+/// A `"` opens a quoted part, in which nothing delimits; the next `"` or the end of the text closes
+/// it. But if the two `"` are next to each other, the first is an ordinary character and the second
+/// opens a part. A character after a backslash doesn't delimit either. Quotes, backslashes and
 /// trailing blanks stay in the token.
 ///
 /// Requires: no null pointer; `text` writable. `delimiters` may be empty.

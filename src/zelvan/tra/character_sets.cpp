@@ -6,9 +6,8 @@
 
 namespace {
 
-// The tables are this system's own. They agree with the published EBCDIC code pages on letters,
-// digits and most punctuation. But none of these agrees everywhere, so no code page can replace
-// them.
+// The tables are the library's own. They agree with the published EBCDIC code pages on letters,
+// digits and most punctuation, but with no code page everywhere. So no code page can replace them.
 // clang-format off
 
 // Indexed by ASCII; bit 7 is ignored.

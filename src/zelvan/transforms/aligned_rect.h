@@ -18,7 +18,7 @@ class CAlignedRect {
   ZELVAN_API CAlignedRect(DblPt& p, DblPt& q);
   ZELVAN_API CAlignedRect(double x1, double y1, double x2, double y2);
 
-  /// Replaces the corners, as the constructors do.
+  /// Replaces the box by that of two opposite corners, in any order.
   ZELVAN_API void set(DblPt& p, DblPt& q);
   ZELVAN_API void set(double x1, double y1, double x2, double y2);
 
@@ -35,7 +35,7 @@ class CAlignedRect {
   ZELVAN_API bool isInside(double x, double y, double tol);
 
  private:
-  friend class CPickRect;  // its protected constructor starts from the empty box
+  friend class CPickRect;  // its protected constructor calls the one below
 
   ZELVAN_INLINE_API CAlignedRect() : left_(0.0), bottom_(0.0), right_(0.0), top_(0.0) {}
 

@@ -1,8 +1,8 @@
-/// `Mtx2D` for callers that reach the library by flat names: each function calls the operation that
-/// its comment names, whose rules and limits hold.
+/// The operations of `Mtx2D` as functions with C linkage. Each calls the operation that its comment
+/// names, whose rules and limits hold.
 ///
-/// The functions are called by position: the matrix comes last, except in `rotate_matrix`,
-/// `invert_matrix` and `xfm_get_orientation`. Angles that go in are in degrees.
+/// The matrix is the last parameter, except in `rotate_matrix`, `invert_matrix` and
+/// `xfm_get_orientation`. Angles that are passed in are in degrees.
 ///
 /// Requires, throughout: no null pointers. A caller that fills the elements of the record
 /// itself calls `set_matrix_type` before it maps anything through it.

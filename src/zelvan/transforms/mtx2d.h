@@ -134,8 +134,9 @@ class Mtx2D {
   /// `Mtx2DRotateFirst` the translation does not change.
   ZELVAN_API void Rotate(double angle, int mode);
 
-  /// Composes one of the eight orientations and derives the type. Any other value changes no
-  /// element.
+  /// Composes one of the eight orientations, which acts after what the matrix does. Each reflection
+  /// toggles its bit of `mirror`. Any other value changes no element. In every case the type is
+  /// derived anew.
   ZELVAN_API void Orient(Mtx2DOrient orient);
 
   /// Mirrors in the x axis: y' changes sign, a zero becomes -0.0, bit 0 of `mirror` toggles.
@@ -148,10 +149,10 @@ class Mtx2D {
   /// Derives the type.
   ZELVAN_API void ShearInX(double shear);
 
-  /// Flips y for a device: m22 changes sign and ty becomes `height`, so that y' = height - m22 y.
+  /// Flips y for a device of that height: m22 changes sign, and ty becomes `height`.
   ///
-  /// Meant for a matrix whose y' depends neither on x nor on a translation: the old ty is lost.
-  /// `mirror` does not record the flip.
+  /// Meant for a matrix that maps y to y' = m22 y. Afterwards y' = height - m22 y, with m22 as it
+  /// was before. An old ty is lost, and m12 doesn't change sign. `mirror` does not record the flip.
   ZELVAN_API void InvertYAxis(double height);
 
   // ---- products and measures
@@ -217,9 +218,10 @@ class Mtx2D {
 
   /// Reads the matrix as a reflection in the x axis first and a turn after it, in degrees.
   ///
-  /// The turn is 0 to 360, and snaps to the quadrant turns: strictly between 89.9 and 90.1 it
-  /// becomes 90.0, likewise about 0, 180 and 270. 360.0 itself stays; it results from an m12 that
-  /// is just below zero. The turn is NaN if the first row is zero.
+  /// The turn is 0 to 360, and snaps to quadrant turns: strictly between 89.9 and 90.1 it becomes
+  /// 90.0, likewise about 180 and 270. Strictly between 0 and 0.1, or between 359.9 and 360, it
+  /// becomes 0.0. Exactly 360.0 stays; it results from an m12 that is just below zero. The turn is
+  /// NaN if the first row is zero.
   ZELVAN_API void GetXMirrorAndRotation(unsigned short* mirrored, double* angle);
 
   // ---- mapping of points and rectangles

@@ -16,15 +16,16 @@ Mtx2D x_mirror() {
   return m;
 }
 
-// Returns the matrix without the mirror that acted last. Computes whole products with the mirror,
-// although few of their terms matter: an infinite element must have the effect that it has in a
-// product.
+// Reads the matrix as a turn first and a mirror in the x axis after it. Stores whether there is a
+// mirror, and returns the matrix without it. Computes whole products with the mirror, although few
+// of their terms matter: an infinite element must have the effect that it has in a product.
 Mtx2D without_last_mirror(Mtx2D m, unsigned short* mirrored) {
   *mirrored = m.ReversesOrientation();
   return *mirrored ? m * x_mirror() : m;
 }
 
-// Returns the matrix without the mirror that acted first.
+// Reads the matrix as a mirror in the x axis first and a turn after it. Stores whether there is a
+// mirror, and returns the matrix without it.
 Mtx2D without_first_mirror(Mtx2D m, unsigned short* mirrored) {
   *mirrored = m.ReversesOrientation();
   return *mirrored ? x_mirror() * m : m;
@@ -35,8 +36,8 @@ int quadrant_code(const Mtx2D& m) {
   return m.m12 < 0.0 ? 3 : 1;
 }
 
-// Snaps an angle within 0.1 degrees of a quadrant to it; at exactly 0.1 it stays. Each test sees
-// the result of the one before.
+// Snaps an angle to 0, 90, 180, 270 or 360 (which becomes 0) if it is less than 0.1 degrees away.
+// An angle exactly 0.1 degrees away stays. Each test sees the result of the one before.
 double snap_to_quadrants(double degrees) {
   if (degrees > 0.0 && degrees < 0.1) degrees = 0.0;
   if (degrees > 89.9 && degrees < 90.1) degrees = 90.0;

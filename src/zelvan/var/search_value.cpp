@@ -36,7 +36,8 @@ std::intptr_t utl_searchValueForKey(const char* text, const char* key, const cha
     }
     if (start == end - 1) return 0;
     item = skip_separators(find_or_end(item, end, ','));
-    if (item > colon) {  // a colon after the start of the new item is still the next one
+    // Search for the next colon only if the new item begins after the one found before.
+    if (item > colon) {
       colon = find_or_end(item, end, ':');
       start = skip_separators(colon);
     }

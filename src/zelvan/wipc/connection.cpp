@@ -58,8 +58,9 @@ wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_
   return session;
 }
 
-/// Starts the secondary, or publishes the command line that starts it. Returns 1 on success, else
-/// 0.
+/// Starts the secondary; with `wipc_nostart` set, only reports how to start it. If it has not been
+/// started, the last error's text has the command line that starts it. Returns 1 if it was started
+/// or `wipc_nostart` is set, else 0.
 int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
   assert(primary_port > 0);
   assert(secondary_port > 0);
@@ -80,7 +81,8 @@ HeapText local_path(const char* module) {
   return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
 }
 
-/// Returns whether the module exists on this machine. If its path doesn't, sets the last error.
+/// Returns whether the module exists on this machine. If it is named by a path and there is no such
+/// file, sets the last error; a bare name that is not found along PATH sets none.
 bool has_module(const char* module) {
   const HeapText path = local_path(module);
   if (path == nullptr) return false;
@@ -290,7 +292,7 @@ void wipc_close_session(void* session) {
   if (record->session_type == primary_end) {
     send_text(record->sid, end_of_session);
     char answer[answer_size];
-    platform::recv(record->sid, answer, answer_size);  // or until the peer has gone
+    platform::recv(record->sid, answer, answer_size);  // returns also if the peer has gone
     platform::closesocket(record->sid);
     platform::closesocket(record->status_sid);
   }

@@ -9,10 +9,10 @@
 /// stay apart. Let the ends take turns (write, then read the answer before the next write) or frame
 /// the texts, for instance by a line end at which the reader splits.
 ///
-/// A reader that receives 4000 bytes at once, or 3999 that don't end in a NUL, takes their last
-/// text for the beginning of a longer one and waits for more. The next bytes are appended to it; if
-/// both exceed 4001 characters, an empty message is delivered instead. So send at most 3998 bytes
-/// if the peer should answer at once.
+/// A reader that receives 4000 bytes at once, or 3999 that don't end in a NUL, takes the last text
+/// among them for the beginning of a longer one and waits for more. The text that arrives next is
+/// appended to it. If the two together have more than 4001 characters, an empty message is
+/// delivered in their place. So send at most 3998 bytes if the peer should answer at once.
 ///
 /// A write waits while the peer doesn't read. Nothing here closes a socket.
 #pragma once

@@ -31,7 +31,8 @@ Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from, unsigned i
 /// entry 0.
 Closest find_closest(const ColorMap& map, const ColorRGB& target, Closest best);
 
-/// Returns the bound with which a search begins: one more than the largest distance of two entries.
+/// Returns what a search begins with: entry 0, at one more than the squared distance from black to
+/// white on the map's scale. So only entries closer than that are found.
 Closest closest_to_beat(const ColorMap& map);
 
 /// Returns the result of `ColorMap::GetClosestColor` for the entry found: its index, and in

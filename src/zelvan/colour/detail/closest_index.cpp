@@ -47,8 +47,9 @@ void put(ColorBlock* blocks, unsigned int place, const FloatColor& color, unsign
 ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(map) {
   if (searches < fewest_searches || map.map_size < fewest_entries) return;
   if (map.max_value > largest_channel) return;
-  const unsigned int n_filled = map.map_size / ColorBlock::size + 1;  // the last is partly filled
-  const unsigned int n_blocks = n_filled + 2;                         // a sentinel at each end
+  // The last filled block holds the rest, if any. A further block at each end is a sentinel.
+  const unsigned int n_filled = map.map_size / ColorBlock::size + 1;
+  const unsigned int n_blocks = n_filled + 2;
   if (!is_possible_array<ColorBlock>(n_blocks)) return;
   first_.reset(new (std::nothrow) unsigned int[n_counts]());
   std::unique_ptr<ColorBlock[]> blocks(new (std::nothrow) ColorBlock[n_blocks]);

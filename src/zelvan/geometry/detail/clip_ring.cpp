@@ -42,7 +42,9 @@ class Winding {
 /// Orders the crossings on one edge of the clip ring as if each were inserted before the first that
 /// is further along. Requires: they stand in the order in which they were found.
 void order_turns(ClipHit** turns, int n) {
-  bool rises = true, falls = true;  // many outlines follow the rectangle, forward or backward
+  // An outline that follows the rectangle has its crossings in rising or in falling order: they
+  // need no sort.
+  bool rises = true, falls = true;
   double furthest = 0.0, previous = 2.0;
   for (int i = 0; i < n; ++i) {
     double& param = turns[i]->param[of_clip];
@@ -106,8 +108,8 @@ bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, 
 
 bool ClipPointInRing(double px, double py, const ClipRing& ring) {
   Winding winding(px, py, ring.points[0]);
-  const real_pt_t* last = ring.points;      // the walk is between this and the next
-  const real_pt_t* next = ring.points + 1;  // the next vertex of the ring
+  const real_pt_t* last = ring.points;      // the vertex or crossing passed last
+  const real_pt_t* next = ring.points + 1;  // the vertex to pass next
   const auto go_up_to = [&](const real_pt_t* vertex) {
     if (next > vertex) return;
     winding.go(*last, *next);

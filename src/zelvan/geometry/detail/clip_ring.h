@@ -56,8 +56,8 @@ struct ClipRing {
   int n_turns = 0;
   bool begins_inside = false;  ///< the first vertex is inside the other outline
 
-  /// True if the ring leaves the other outline at this crossing; crossings enter and leave
-  /// alternately.
+  /// True if this crossing counts as one where the ring leaves the other outline. Crossings count
+  /// alternately as leaving and entering, wherever the ring really runs.
   bool is_leaving_at(int turn) const { return begins_inside != (turn % 2 != 0); }
 };
 

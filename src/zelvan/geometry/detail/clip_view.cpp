@@ -69,13 +69,15 @@ bool ClipView::set(const real_rect_t& rect) {
   if (!is_finite(a) || !is_finite(b) || !is_finite(c) || !is_finite(d)) return false;
   box_ = box_around(rect.corners, 4);
   const auto& [left, bottom, right, top] = box_;
-  // With the origin as the centre, whole numbers stay exact.
+  // Crossings are computed relative to this centre. On an axis on which the box contains 0, that is
+  // 0 instead of the middle, so that whole numbers stay exact.
   const auto middle = [](double low, double high) {
     return low <= 0.0 && high >= 0.0 ? 0.0 : 0.5 * low + 0.5 * high;
   };
   centre_ = {middle(left, right), middle(bottom, top)};
-  // So 7 roundings amount to at most 28 roundings of the width: less than half a unit in the last
-  // place of a coordinate 64 times as large.
+  // A mean of distances from the centre may be 4 widths (or heights) of the box. The error of a
+  // crossing is 7 roundings of that mean, so at most 28 roundings of the width. That is less than
+  // half a unit in the last place of a coordinate that is 64 times the width.
   reach_ = {4.0 * (right - left), 4.0 * (top - bottom)};
   is_upright_ = zelvan::is_upright(rect);
   if (is_upright_) {

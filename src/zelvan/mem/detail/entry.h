@@ -68,8 +68,9 @@ class Children {
   /// there is none.
   static int find_child(const MemList* list, int parent, int row);
 
-  /// Returns the first entry of the list, from `child` on, that is still a child; `n_entries` if
-  /// there is none.
+  /// Returns the first row that is still a child of the entry at `parent`, following the links from
+  /// row `child` on; `n_entries` if there is none. Released children have left their parent, but
+  /// are still linked.
   int skip_released(const MemList* list, int parent, int child) const {
     while (child < list->n_entries && list->entries[child].parent != parent) child = next_[child];
     return child;

@@ -9,7 +9,7 @@ namespace zelvan {
 /// A ring prepared for queries. Its arrays belong to the index. Without points its winding number
 /// is 0.
 struct PreparedRing {
-  Box box;                         ///< empty without points; whole plane if not ordinary
+  Box box;                         ///< empty without points; `whole_plane` if not `are_ordinary`
   const DblPt* points = nullptr;   ///< ends with a copy of the first point
   const BoxGroup* tree = nullptr;  ///< null if queries test edge by edge
   unsigned int n = 0;

@@ -118,13 +118,15 @@ bool are_ordinary(const DblPt* points, std::size_t n) {
 
 // Why the comparison is certain beyond the margin:
 //
-// Take an edge that passes the point's height. Let dx and dy be the differences of its ends, t the
-// height of the point minus that of the start, so |t| <= |dy|, and D = x - a.x. The comparison is
-// between dx * t and D * dy. If the point is farther than the edge reaches, by d at least, then
-// either the two products have opposite signs, or |D| >= |dx| + d. Each product carries three
-// roundings of 2^-53, and d is more than 2^-50 of |dx|. So after rounding D * dy is still the
-// larger in magnitude. It can't underflow, since |D| >= 2^-301 and |dy| >= 2^-352, a multiple of
-// the last place of 2^-300. If it overflows, its sign is right.
+// Take an edge from a to b that passes the height of the point (x, y). Let dx and dy be b minus a,
+// t = y - a.y, so |t| <= |dy|, and D = x - a.x. `winding_of_chain` compares dx * t with D * dy.
+//
+// Beyond the margin the point is to the left or right of the whole edge, by a distance d of at
+// least the margin (up to rounding). Then either the two products have opposite signs, or |D| >=
+// |dx| + d. Each product carries three roundings of 2^-53, and d is more than 2^-50 of |dx|. So
+// after rounding D * dy is still the larger in magnitude. It can't underflow: |D| is at least
+// 2^-301, and |dy| at least 2^-352, since ordinary coordinates are multiples of 2^-352. If it
+// overflows, its sign is right.
 Box box_of_chain(const DblPt* points, std::size_t n) {
   Box box;
   for (const DblPt* p = points; p != points + n; ++p) box = unite(box, {p->x, p->y, p->x, p->y});

@@ -62,8 +62,8 @@ std::size_t groups_in_tree(std::size_t n);
 /// `points[n]` repeats the first vertex.
 Box fill_tree(BoxGroup* tree, const DblPt* points, std::size_t n);
 
-/// Returns true if most leaves span more than half of the ring, so that a tree would skip few
-/// edges.
+/// Returns true if most edges are in leaves whose boxes are wider and higher than half of the
+/// ring's box. A tree would rarely skip such leaves.
 bool is_scribble(const BoxGroup* tree, std::size_t n, const Box& ring);
 
 /// Returns the same winding number as `winding_of_ring(points, n, x, y)`.

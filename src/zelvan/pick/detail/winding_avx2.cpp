@@ -47,8 +47,8 @@ ZELVAN_AVX2 inline int winding_of_changes(const DblPt* points, std::uint32_t cha
     winding += winding_of_changes(points, changing, reached, x, y);
   }
   if (n < 4) return winding + winding_of_chain(Plain{}, points, n, x, y);
-  std::uint32_t reached = four_reached(points + n - 4, y)
-                          << (n - 4);  // may overlap the fours below
+  // The last four points; the loop may set some of their bits once more.
+  std::uint32_t reached = four_reached(points + n - 4, y) << (n - 4);
   for (unsigned int i = 0; i + 4 < n; i += 4) reached |= four_reached(points + i, y) << i;
   const std::uint32_t changing = (reached ^ reached >> 1) & ((1U << (n - 1)) - 1);
   return winding + winding_of_changes(points, changing, reached, x, y);

@@ -13,7 +13,7 @@ namespace zelvan::platform {
 /// all but the owner and others.
 class AccessList {
  public:
-  /// Reads the list of a file; a path may be a link to it. Returns false on failure.
+  /// Reads the list of a file; follows a path that is a symbolic link. Returns false on failure.
   bool read(int fd);
   bool read(const char* path);
 

@@ -42,8 +42,8 @@ std::string absolute_form(std::string_view path) {
   return form.empty() ? "/" : form;
 }
 
-/// Stores the text and returns its length; if it doesn't fit, returns the size needed. Requires:
-/// both fit an `unsigned`.
+/// Stores the text with its terminator and returns its length. If it doesn't fit, stores nothing
+/// and returns the size needed, the length plus 1. Requires: that size fits an `unsigned`.
 unsigned store(std::string_view text, char* buffer, unsigned size) {
   const auto length = static_cast<unsigned>(text.size());
   if (length >= size) return length + 1;

@@ -88,7 +88,9 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.apply_to(fd)) return false;
   if (retry_interrupted([&] { return ::fchmod(fd, allowed); }) == 0) return true;
-  const int why = errno;  // on some file systems the mount sets the permissions of all files
+  // On some file systems the mount sets the permissions of all files, and they can't be changed.
+  // That is no failure if they are the wanted ones.
+  const int why = errno;
   if (has_permissions(fd, allowed)) return true;
   return refuse(why);
 }

@@ -11,7 +11,7 @@
 double zelvan::platform::strtod_c(const char* text) {
   static const locale_t c_locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
   const int earlier_error = errno;
-  // Null if the heap refused: some systems allocate memory for this locale.
+  // The locale is null if the heap refused it: some systems allocate memory for it.
   const double value =
       c_locale != nullptr ? ::strtod_l(text, nullptr, c_locale) : ::strtod(text, nullptr);
   errno = earlier_error;

@@ -205,8 +205,8 @@ int run_command(const char* command) {
   std::string program = name;
   const int error = find_program(&program);
   if (error == 0) {
-    // Start plain words directly: a shell would only do the same, but run a file that is no program
-    // as a script.
+    // Start plain words directly. A shell would start the same program, but it would run a file
+    // that is no program as a script; here that is a failure.
     const bool is_plain = std::strpbrk(command, special_to_shells) == nullptr;
     std::vector<std::string> words = is_plain ? split_command_line(command) : in_shell;
     return run({is_plain ? program.c_str() : shell, argument_array(words).data(), false});

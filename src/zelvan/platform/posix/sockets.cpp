@@ -76,7 +76,7 @@ void WSACleanup() {}
 
 int socket() {
   const int made = move_above_standard_streams(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  const int at_once = 1;  // accepted sockets inherit this from the listening one
+  const int at_once = 1;  // TCP_NODELAY: accepted sockets inherit it from the listening one
   if (made >= 0) ::setsockopt(made, IPPROTO_TCP, TCP_NODELAY, &at_once, sizeof at_once);
   return made;
 }

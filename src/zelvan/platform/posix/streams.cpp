@@ -31,9 +31,10 @@ int next_byte(std::FILE* stream) {
 
 #if defined(__GLIBC__) && !defined(__UCLIBC__)  // uClibc defines both macros
 
-// The header of the GNU C library exposes the rest of a buffer, from `_IO_read_ptr` to
-// `_IO_read_end`, since its inline getc_unlocked uses it. It is empty for a stream that is being
-// written. Bytes that were put back are returned first and alone.
+// The header of the GNU C library exposes the unread rest of a stream's buffer, from `_IO_read_ptr`
+// to `_IO_read_end`, since its inline getc_unlocked uses it. The rest is empty for a stream that is
+// being written. Bytes that were put back come first; they may lie in a buffer of their own, and
+// are then the whole rest until they are read.
 
 /// Takes bytes out of the stream's buffer, through the first line end, at most `room`. Returns the
 /// number of bytes, 0 if the buffer is empty.

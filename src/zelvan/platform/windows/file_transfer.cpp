@@ -59,8 +59,8 @@ std::wstring path_of(HANDLE file) {
   return path;
 }
 
-/// A complete copy of a file, in the directory of `target` and under its own name, that replaces
-/// the target. Unless it does, the destructor deletes it.
+/// A complete copy of a file under a temporary name, in the directory of `target`, which it is to
+/// replace. If it has not replaced or become the target, the destructor deletes it.
 class Replacement {
  public:
   Replacement(const wchar_t* source, const std::wstring& target) : target_(target) {
@@ -154,7 +154,8 @@ bool copy_file(const wchar_t* from, const wchar_t* to) {
   if (is_read_only(to)) return refuse(ERROR_ACCESS_DENIED);
   std::wstring target;
   {
-    // The right to delete tells whether others have the file open and don't share its replacement.
+    // The right to delete is asked for so that this fails if others have the file open in a mode in
+    // which it can't be replaced.
     const Handle old(open_existing(to, GENERIC_WRITE | DELETE));
     if (!old.is_open()) {
       if (::GetLastError() != ERROR_FILE_NOT_FOUND) return false;

@@ -1,4 +1,5 @@
-// Runs when a process loads the library.
+// The entry point that the system calls when a process loads the library. It asks for room for 60
+// handles.
 
 #include <windows.h>
 

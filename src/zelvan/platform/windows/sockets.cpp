@@ -20,8 +20,8 @@ bool set_option(int socket, int level, int option, const Value& value) {
                       sizeof value) == 0;
 }
 
-/// Makes a new socket not inheritable, and lets it send at once. Returns its number, or -1 without
-/// a socket.
+/// Makes a new socket not inheritable, and lets it send at once. Returns its number, or -1 if
+/// `made` is no socket.
 int configure_new(SOCKET made) {
   if (made == INVALID_SOCKET) return -1;
   ::SetHandleInformation(reinterpret_cast<HANDLE>(made), HANDLE_FLAG_INHERIT, 0);

@@ -24,7 +24,8 @@ inline double number_of(const char* written, std::size_t length) {
   const char* const first = *written == '+' ? written + 1 : written;
   double value = 0.0;
   if (std::from_chars(first, end, value).ec != std::errc::result_out_of_range) return value;
-  // The mantissa alone always fits, so the sign of the exponent tells underflow from overflow.
+  // The number is out of range because of its exponent, since the mantissa alone always fits. So a
+  // negative exponent means underflow, any other overflow. The result has the sign of the number.
   const bool is_negative = *written == '-';
   const bool is_tiny = std::memchr(written + 1, '-', length - 1) != nullptr;
   value = is_tiny ? 0.0 : std::numeric_limits<double>::infinity();

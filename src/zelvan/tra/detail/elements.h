@@ -29,8 +29,9 @@ struct LookUp {
   using Word = std::uint8_t;
 
   const unsigned char* table;
-  /// The table for vector look-ups, in rows of 16 bytes. In each half of the table, each row is
-  /// stored as its XOR with the row before.
+  /// The table for vector look-ups, in rows of 16 bytes and two halves of 8 rows. In each half the
+  /// first row is stored as it is, and every other row as its XOR with the row before. So the XOR
+  /// of the stored rows of a half, up to row r, is row r of the table: see elements_avx2.cpp.
   alignas(16) unsigned char steps[16][16];
 
   constexpr explicit LookUp(const unsigned char (&bytes)[256]) : table(bytes), steps{} {

@@ -1,4 +1,4 @@
-/// The record of a session, the state of the family, and helpers of both.
+/// The record of a session, the state that all sessions share, and functions that work on either.
 #pragma once
 
 namespace zelvan {
@@ -26,8 +26,8 @@ constexpr char primary_end = 'P';
 constexpr char secondary_end = 'S';
 constexpr char bind_session = 'B';
 
-// State shared by all sessions of the process, without locks: one thread at a time may use the
-// family.
+// State shared by all sessions of the process, without locks: one thread at a time may call the
+// wipc functions.
 extern int wipc_connect_timeout;           ///< seconds to wait for a connection
 extern int wipc_debug;                     ///< not 0: `wipc_print` prints
 extern int wipc_nostart;                   ///< not 0: opening starts no program
