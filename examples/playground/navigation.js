@@ -14,7 +14,7 @@ const heldKeys = {
   arrowup: {y: -600},
   arrowdown: {y: 600},
   '+': {zoom: 1.6},
-  '=': {zoom: 1.6},  // the same key without Shift
+  '=': {zoom: 1.6},  // on many keyboards, the key of + without Shift
   '-': {zoom: -1.6},
   _: {zoom: -1.6},
   q: {turn: 70},
@@ -239,7 +239,7 @@ class Navigation {
     surface.addEventListener('pointerup', (event) => this.#up(event));
     surface.addEventListener('pointercancel', (event) => this.#up(event));
     surface.addEventListener('pointerleave', (event) => {
-      if (event.pointerType === 'mouse') this.#point(null);  // a finger's country stays named
+      if (event.pointerType === 'mouse') this.#point(null);  // the country touched by a finger stays named
     });
     surface.addEventListener('contextmenu', (event) => event.preventDefault());
     surface.addEventListener(

@@ -148,7 +148,7 @@ class Picture {
     return {
       x: left + width / 2,
       y: top + height / 2,
-      width: 0.62 * width,
+      width: 0.62 * Math.min(width, 2 * height),  // so that it fits when turned
       height: 0.62 * Math.min(height, 1.2 * width),
       degrees: 14,
     };
