@@ -757,6 +757,8 @@ const layoutOf = (page) => page.evaluate(() => {
         card.right <= innerWidth && card.bottom <= innerHeight),
     areApart: !cards.some((a) => cards.some((b) => meet(a, b))),
     isScrolled: document.documentElement.scrollWidth > innerWidth,
+    cut: [...document.querySelectorAll('.card')]
+             .filter((card) => card.scrollWidth > card.clientWidth).map((card) => card.id),
   };
 });
 
@@ -813,6 +815,7 @@ async function looks(browser) {
             areSame(found.size, [width * density, height * density]), found.size);
       check(`${name}: the cards stand apart, within the window`,
             found.areInside && found.areApart && !found.isScrolled, found);
+      check(`${name}: nothing reaches beyond its card`, found.cut.length === 0, found.cut);
       check(`${name}: text can be read`,
             contrast(found.text, found.card) > 7 && contrast(found.muted, found.card) > 4.5, found);
       const hidden = await hiddenEnds(page);
