@@ -571,6 +571,7 @@ async function tellsFaults(browser) {
       .then(() => true, () => false);
   await page.goto(browser.address);
   await page.waitForFunction('globalThis.playground');
+  // The browser withholds this error from the page, as it does if the page is opened from a file.
   await page.evaluate(() => {
     playground.picture.draw = () => {
       throw new Error('no frame');

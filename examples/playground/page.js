@@ -194,7 +194,7 @@ class Page {
     const observer = new ResizeObserver(([entry]) => {
       const ratio = devicePixelRatio;
       const size = (/** @type {number} */ css, /** @type {number | undefined} */ exact) =>
-          // A simulated density is not part of the exact size.
+          // If developer tools simulate a density, the exact size is that of the real screen.
           exact && Math.abs(exact - css * ratio) < 2 ? exact : Math.round(css * ratio);
       const exact = entry.devicePixelContentBoxSize?.[0];
       this.#resize(size(entry.contentRect.width, exact?.inlineSize),
@@ -203,7 +203,7 @@ class Page {
     try {
       observer.observe(surface, {box: 'device-pixel-content-box'});
     } catch {
-      observer.observe(surface);  // some browsers don't know the exact size
+      observer.observe(surface);  // some browsers don't report the exact size
     }
   }
 
@@ -391,14 +391,15 @@ function tellFault(error) {
   element('country', HTMLOutputElement).textContent = `This page has failed. ${error}`;
 }
 
-addEventListener('error', ({error}) => {
-  if (error) tellFault(error);  // what the browser itself reports has none, and is harmless
-});
-addEventListener('unhandledrejection', ({reason}) => tellFault(reason));
+// On a page opened from a file, browsers withhold the error and report no rejection.
+addEventListener('error', ({error, message}) => tellFault(error ?? message));
 
 async function start() {
   const page = new Page(await World.load());
   Object.assign(globalThis, {playground: page});  // for the browser's console, and for the check
 }
 
-start();
+start().catch((error) => {
+  console.error(error);
+  tellFault(error);
+});
