@@ -3,13 +3,17 @@
 
 playground() {
   local page=out/playground
-  need_to_build emscripten node-acorn python3 python3-markdown-it
+  need_to_build emscripten node-acorn python3
   step "building the page"
   build playground page
   rm -rf "$page"
   mkdir -p out
   cp -r build/playground/page "$page"
-  tools/guide_pages.py "$page/guide"
+  if [[ ! -e out/docs/index.html ]]; then
+    . tools/docs.sh
+    docs
+  fi
+  cp -r out/docs "$page/guide"
   archive_sources "$page/zelvan-source.tar.gz"
   case ${1:-} in
     --check) check_playground "$page" ;;

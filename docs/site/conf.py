@@ -23,6 +23,7 @@ breathe_show_enumvalue_initializer = True
 
 html_theme = "furo"
 html_title = f"zelvan {version}"
+html_favicon = str(ROOT / "docs/site/icon.svg")
 html_static_path = [str(ROOT / "docs/site/static")]
 html_css_files = ["site.css"]
 html_js_files = ["site.js"]

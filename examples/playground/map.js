@@ -98,7 +98,7 @@ class World {
   /**
    * @param {Frame} frame
    * @param {boolean} cutsIntoRings
-   * @param {boolean} hasBordersOnce
+   * @param {boolean} hasBordersOnce  if not, every edge is visible before clipping
    */
   drawFrame(frame, cutsIntoRings, hasBordersOnce) {
     return this.#layerAt(this.library._draw_frame(

@@ -14,7 +14,7 @@ const heldKeys = {
   arrowup: {y: -600},
   arrowdown: {y: 600},
   '+': {zoom: 1.6},
-  '=': {zoom: 1.6},  // the same key without Shift
+  '=': {zoom: 1.6},  // on many keyboards, the key of + without Shift
   '-': {zoom: -1.6},
   _: {zoom: -1.6},
   q: {turn: 70},
@@ -239,7 +239,7 @@ class Navigation {
     surface.addEventListener('pointerup', (event) => this.#up(event));
     surface.addEventListener('pointercancel', (event) => this.#up(event));
     surface.addEventListener('pointerleave', (event) => {
-      if (event.pointerType === 'mouse') this.#point(null);  // a finger's country stays named
+      if (event.pointerType === 'mouse') this.#point(null);  // what a finger touched stays named
     });
     surface.addEventListener('contextmenu', (event) => event.preventDefault());
     surface.addEventListener(
@@ -334,9 +334,12 @@ class Navigation {
     const pixel = this.#pixelOf(event);
     const delta = (event.deltaY || event.deltaX) *
                   (event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1);
-    // A pinch on a touch pad arrives as a wheel with Ctrl, in smaller steps.
-    if (event.shiftKey) this.change(pixel, 1, -delta / 8);
-    else this.change(pixel, Math.exp(-delta * (event.ctrlKey ? 0.01 : 0.0016)), 0);
+    if (event.shiftKey) {
+      this.change(pixel, 1, -delta / 8);
+    } else {
+      // A pinch on a touch pad arrives as a wheel with Ctrl, in smaller steps.
+      this.change(pixel, Math.exp(-delta * (event.ctrlKey ? 0.01 : 0.0016)), 0);
+    }
   }
 
   /** @param {KeyboardEvent} event */

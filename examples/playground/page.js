@@ -194,7 +194,7 @@ class Page {
     const observer = new ResizeObserver(([entry]) => {
       const ratio = devicePixelRatio;
       const size = (/** @type {number} */ css, /** @type {number | undefined} */ exact) =>
-          // A simulated density is not part of the exact size.
+          // If developer tools simulate a density, the exact size is that of the real screen.
           exact && Math.abs(exact - css * ratio) < 2 ? exact : Math.round(css * ratio);
       const exact = entry.devicePixelContentBoxSize?.[0];
       this.#resize(size(entry.contentRect.width, exact?.inlineSize),
@@ -203,7 +203,7 @@ class Page {
     try {
       observer.observe(surface, {box: 'device-pixel-content-box'});
     } catch {
-      observer.observe(surface);  // some browsers don't know the exact size
+      observer.observe(surface);  // some browsers don't report the exact size
     }
   }
 
@@ -268,6 +268,7 @@ class Page {
   /** @param {SharedView | null} shared  null for the whole world */
   #show(shared) {
     const {world, navigation} = this;
+    navigation.motion = null;
     if (!shared) return navigation.showHome();
     const {width, height} = this.#sharedPart();
     navigation.hold([shared.longitude, world.mapY(shared.latitude)], {x: width / 2, y: height / 2},
@@ -335,7 +336,7 @@ class Page {
     if (!report) return;
     this.#tellCountry(navigation.target !== null, navigation.isByKeyboard);
     const {cameIn, kept, drawn, rings} = report;
-    tell('vertices', `<b>${grouped(cameIn)}</b> <span class="spare">vertices</span> → ` +
+    tell('vertices', `<b>${grouped(cameIn)}</b> vertices → ` +
                      `<b>${grouped(kept)}</b> kept → <b>${grouped(drawn)}</b> drawn`);
     const time = (/** @type {'clip' | 'map' | 'draw'} */ what) =>
         `${what} <b>${medians?.[what].toFixed(1)}</b>`;
@@ -349,10 +350,14 @@ class Page {
                     dashed.`,
       rings: () => this.#ringsNote(rings),
     }[options.clip]());
+    const grid =
+        options.grid > 0 ? `a grid of ${options.grid} px` : '⅛ pixel, coarser in motion';
+    tell('gridNote', `Rounds to ${grid}. Repeated vertices become one.`);
     const {pens, coloursBefore} = this.picture;
     const hasPens = options.pens > 0;
-    tell('penNote', hasPens ? `${grouped(coloursBefore)} colours, drawn with ${pens.length} pens.`
-                            : 'Draws each colour with the closest of 64 pens or fewer.');
+    tell('penNote', hasPens ? `${pens.length} pens, chosen for ${grouped(coloursBefore)} colours;
+                               each is drawn with the closest.`
+                            : 'Draws every colour. Choose a number of pens to draw with fewer.');
     tell('swatches',
          hasPens ? pens.map((pen) => `<i style="background:${pen}"></i>`).join('') : '');
   }
@@ -362,8 +367,8 @@ class Page {
     const lost = this.picture.namesLostInRings();
     const n = Math.min(lost.length, 3);
     const others = lost.length > n ? ` and ${lost.length - n} more` : '';
-    const what = lost.length > 0 ? `Lost here: ${lost.slice(0, n).join(', ')}${others}.`
-                                 : 'Here it loses no whole country.';
+    const what = lost.length > 0 ? `In this view it loses ${lost.slice(0, n).join(', ')}${others}.`
+                                 : 'In this view it loses no whole country.';
     return `Cuts what leaves the frame and returns into separate rings; ${grouped(rings)} are drawn.
             In a turned frame this method loses some polygons that lie wholly inside. ${what}`;
   }
@@ -381,12 +386,20 @@ class Page {
   }
 }
 
-World.load().then(
-    (world) => {
-      // For the browser's console, and for the check.
-      Object.assign(globalThis, {playground: new Page(world)});
-    },
-    (error) => {
-      console.error(error);
-      tell('country', `The library did not load: ${error}`);
-    });
+/** Shows an error instead of the name of a country. @param {unknown} error */
+function tellFault(error) {
+  element('country', HTMLOutputElement).textContent = `This page has failed. ${error}`;
+}
+
+// On a page opened from a file, browsers withhold the error and report no rejection.
+addEventListener('error', ({error, message}) => tellFault(error ?? message));
+
+async function start() {
+  const page = new Page(await World.load());
+  Object.assign(globalThis, {playground: page});  // for the browser's console, and for the check
+}
+
+start().catch((error) => {
+  console.error(error);
+  tellFault(error);
+});

@@ -148,7 +148,7 @@ class Picture {
     return {
       x: left + width / 2,
       y: top + height / 2,
-      width: 0.62 * width,
+      width: 0.62 * Math.min(width, 2 * height),  // so that it fits when turned
       height: 0.62 * Math.min(height, 1.2 * width),
       degrees: 14,
     };
@@ -182,7 +182,8 @@ class Picture {
     canvas.fillStyle = this.colours.sea;
     canvas.fillRect(0, 0, this.width, this.height);
     canvas.setTransform(1 / unitsPerPixel, 0, 0, 1 / unitsPerPixel, 0, 0);
-    let inside = null;
+    /** What lies in the frame. @type {Layer[]} */
+    let inside = [];
     if (options.clip === 'window') {
       this.#fill(canvas, layer);
       this.#strokeBorders(canvas, layer, dashes, isHurried);
@@ -196,8 +197,9 @@ class Picture {
     if (options.pens > 0) this.#reduce(options);
     const drawing = performance.now() - start;
 
-    const {cameIn, kept, drawn, rings} = inside ?? layer;
-    const clipInside = inside?.clipMilliseconds ?? 0, mapInside = inside?.mapMilliseconds ?? 0;
+    const {cameIn, kept, drawn, rings} = inside[0] ?? layer;
+    const clipInside = inside.reduce((sum, {clipMilliseconds}) => sum + clipMilliseconds, 0);
+    const mapInside = inside.reduce((sum, {mapMilliseconds}) => sum + mapMilliseconds, 0);
     return {
       cameIn, kept, drawn, rings,
       clip: layer.clipMilliseconds + clipInside,
@@ -325,7 +327,8 @@ class Picture {
   }
 
   /**
-   * Draws what clipping to the frame keeps, and its invisible edges in dashes.
+   * Draws what clipping to the frame keeps, and its invisible edges in dashes. Returns the layers
+   * drawn for it.
    * @param {CanvasRenderingContext2D} canvas
    * @param {boolean} cutsIntoRings
    * @param {number[]} dashes
@@ -350,12 +353,12 @@ class Picture {
     const once = this.world.drawFrame(frame, cutsIntoRings, true);
     this.#fill(canvas, once);
     this.#strokeBorders(canvas, once, dashes, isHurried);
-    // All borders are visible in the source here, so clipping made the invisible edges.
-    const inside = this.world.drawFrame(frame, cutsIntoRings, false);
+    // Every edge is visible in the source here, so clipping made the invisible ones.
+    const all = this.world.drawFrame(frame, cutsIntoRings, false);
     canvas.strokeStyle = this.colours.highlight;
     canvas.lineWidth = 2 * unit;
-    this.#strokeEdges(canvas, inside, 0, [6 * unit, 4 * unit]);
-    return inside;
+    this.#strokeEdges(canvas, all, 0, [6 * unit, 4 * unit]);
+    return [once, all];
   }
 
   /**

@@ -49,10 +49,18 @@ struct Extent {
   double east;
 };
 
+// The edges that are visible before clipping.
+enum class Edges {
+  all,
+  outlines,  ///< all but cuts along the antimeridian and the poles
+  once       ///< of these, one of two neighbours' copies
+};
+
 struct World {
   std::vector<Country> countries;            ///< on the map
   std::vector<Extent> extents;               ///< of each country
-  std::vector<std::vector<int>> flags_once;  ///< only one of two neighbours shows their border
+  std::vector<std::vector<int>> flags_all;   ///< of each country, with Edges::all
+  std::vector<std::vector<int>> flags_once;  ///< with Edges::once
   std::vector<std::size_t> colours;
   Picker picker;
 };
@@ -97,6 +105,7 @@ World read_world() {
   World world;
   for (const Feature& feature : find_compact_features(name, text)) {
     Country country = read_compact_feature(name, feature, text.substr(feature.start, feature.size));
+    world.flags_all.push_back(country.outline.edge_flags);
     hide_cuts(country.outline);
     Extent extent = {180.0, -180.0};
     for (real_pt_t& point : country.outline.points) {
@@ -117,6 +126,12 @@ World read_world() {
 World& world() {
   static World the_world = read_world();
   return the_world;
+}
+
+int* flags_of(std::size_t country, Edges edges) {
+  if (edges == Edges::all) return world().flags_all[country].data();
+  if (edges == Edges::once) return world().flags_once[country].data();
+  return world().countries[country].outline.edge_flags.data();
 }
 
 // ---- the view
@@ -162,13 +177,12 @@ struct Set {
 class Layer {
  public:
   // Draws one country, or all if `country` is -1.
-  LayerReport& draw(const real_rect_t& frame, bool cuts_into_rings, bool has_borders_once,
-                    int country) {
+  LayerReport& draw(const real_rect_t& frame, bool cuts_into_rings, Edges edges, int country) {
     using Clock = std::chrono::steady_clock;
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const Clock::time_point start = Clock::now();
     report_ = {};
-    clip(frame, cuts_into_rings ? ClipPolygonSet : ClipPolygonSetToView, has_borders_once, country);
+    clip(frame, cuts_into_rings ? ClipPolygonSet : ClipPolygonSetToView, edges, country);
     const Clock::time_point clipped = Clock::now();
     map();
     report_.clip_milliseconds = Milliseconds(clipped - start).count();
@@ -196,7 +210,7 @@ class Layer {
  private:
   using Clip = void (*)(drw_pset_t*, drw_pset_t*, real_rect_t*);
 
-  void clip(const real_rect_t& frame, Clip operation, bool has_borders_once, int country) {
+  void clip(const real_rect_t& frame, Clip operation, Edges edges, int country) {
     const auto [west, east] = std::minmax(
         {frame.corners[0].x, frame.corners[1].x, frame.corners[2].x, frame.corners[3].x});
     kept_.size = 0;
@@ -205,20 +219,19 @@ class Layer {
     const std::size_t last = country < 0 ? world().countries.size() : first + 1;
     for (std::size_t c = first; c < last; ++c) {
       const Extent extent = world().extents[c];
-      // The frame moves to the country's copy of the map, so the vertices stay as they are.
+      // Moves the frame by whole turns instead of the country, so no vertex is rounded.
       const int first_turn = static_cast<int>(std::ceil((west - extent.east) / 360.0));
       const int last_turn = static_cast<int>(std::floor((east - extent.west) / 360.0));
       for (int turn = first_turn; turn <= std::max(first_turn, last_turn); ++turn) {
-        clip_country(c, turn, frame, operation, has_borders_once);
+        clip_country(c, turn, frame, operation, edges);
       }
     }
   }
 
-  void clip_country(std::size_t c, int turn, real_rect_t frame, Clip operation,
-                    bool has_borders_once) {
+  void clip_country(std::size_t c, int turn, real_rect_t frame, Clip operation, Edges edges) {
     MapPolygons& outline = world().countries[c].outline;
-    int* const flags = has_borders_once ? world().flags_once[c].data() : outline.edge_flags.data();
-    drw_pset_t source = {static_cast<int>(outline.points.size()), outline.points.data(), flags};
+    drw_pset_t source = {static_cast<int>(outline.points.size()), outline.points.data(),
+                         flags_of(c, edges)};
     for (real_pt_t& corner : frame.corners) corner.x -= 360.0 * turn;
     // 5 n + 4 vertices a polygon suffice for both operations, and a polygon has at least three.
     kept_.make_room_for(5 * outline.points.size() + 4 * (outline.points.size() / 3));
@@ -374,17 +387,19 @@ const double* pixel_of(double x, double y) {
 // ---- what is drawn
 
 const LayerReport* draw_view(int has_borders_once) {
-  return &view_layer.draw(view_frame(), false, has_borders_once != 0, -1);
+  const Edges edges = has_borders_once != 0 ? Edges::once : Edges::outlines;
+  return &view_layer.draw(view_frame(), false, edges, -1);
 }
 
 const LayerReport* draw_frame(double centre_x, double centre_y, double width, double height,
                               double degrees, int cuts_into_rings, int has_borders_once) {
+  const Edges edges = has_borders_once != 0 ? Edges::once : Edges::all;
   return &frame_layer.draw(on_map(centre_x, centre_y, width, height, degrees), cuts_into_rings != 0,
-                           has_borders_once != 0, -1);
+                           edges, -1);
 }
 
 const LayerReport* draw_country(int country) {
-  return &country_layer.draw(view_frame(), false, false, country);
+  return &country_layer.draw(view_frame(), false, Edges::outlines, country);
 }
 
 // ---- picking
@@ -433,7 +448,7 @@ int place_names(double left, double top, double width, double height, double lar
   names.clear();
   const double units = view.units_per_pixel;
   const real_rect_t frame = on_map(left + width / 2.0, top + height / 2.0, width, height, 0.0);
-  name_layer.draw(frame, false, false, -1);
+  name_layer.draw(frame, false, Edges::outlines, -1);
   for (const Piece& piece : name_layer.pieces()) {
     const auto label = place_label(name_layer.outline(piece), widths[piece.country],
                                    view.width * units, largest * units);

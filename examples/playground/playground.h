@@ -38,8 +38,8 @@ struct LayerReport {
 
 // ---- the world
 
-/// Returns a buffer of `bytes` bytes for a text, an array or a picture. It stays valid until the
-/// next call.
+/// Returns a buffer of `bytes` bytes for a text, an array or a picture. It stays valid until this
+/// function is called again.
 PAGE void* room_for(int bytes);
 
 /// Reads the world and returns the number of countries. Call it first.
@@ -78,7 +78,8 @@ PAGE const double* pixel_of(double x, double y);
 PAGE const LayerReport* draw_view(int has_borders_once);
 
 /// Draws what lies in a frame on the device, clipped by `ClipPolygonSet` if `cuts_into_rings`, else
-/// by `ClipPolygonSetToView`. The frame is turned clockwise.
+/// by `ClipPolygonSetToView`. The frame is turned clockwise. Without `has_borders_once`, every edge
+/// is visible before clipping, even where the map is cut along the antimeridian and the poles.
 PAGE const LayerReport* draw_frame(double centre_x, double centre_y, double width, double height,
                                    double degrees, int cuts_into_rings, int has_borders_once);
 

@@ -60,12 +60,15 @@ def navigation(readme, families):
 
 
 def complete_furo(static):
-    """Adds two things that Debian's Furo lacks: joins its scripts into one, and uses dark colours if
-    the browser prefers them."""
+    """Adds what Debian's Furo lacks: joins its scripts into one, copies the style sheet that it
+    imports from the root of the host, and uses dark colours if the browser prefers them."""
     script, part = static / "scripts/furo.js", static / "scripts/gumshoe-patched.js"
     if read(script).startswith("import "):
         write(script, read(part) + read(script).partition("\n")[2])
-    for path in (static / "styles/furo.css", static / "site.css"):
+    styles = static / "styles/furo.css"
+    write(styles, re.sub(r"@import url\((/javascript/[^)]*)\);",
+                         lambda sheet: read(pathlib.Path(f"/usr/share{sheet[1]}")), read(styles)))
+    for path in (styles, static / "site.css"):
         for rule in re.findall(r'^ *body\[data-theme="dark"\] \{[^}]*\}', read(path), re.M):
             rule = rule.replace('[data-theme="dark"]', ':not([data-theme="light"])')
             write(path, f"{read(path)}\n@media (prefers-color-scheme: dark) {{\n{rule}\n}}\n")

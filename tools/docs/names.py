@@ -50,6 +50,14 @@ def parameters(node):
             if list(parameter.findall(addnodes.desc_sig_name))}
 
 
+def is_within(node, *types):
+    while node.parent is not None:
+        node = node.parent
+        if isinstance(node, types):
+            return True
+    return False
+
+
 class Captions(SphinxTransform):
     default_priority = 10
 
@@ -72,7 +80,7 @@ class LinkCode(SphinxPostTransform):
             place = name and (places.get(name[1]) or places.get((page, name[1])))
             if page == self.config.root_doc and f"families/{text}" in self.env.found_docs:
                 place = f"families/{text}", ""
-            if (not place or isinstance(literal.parent, (nodes.reference, nodes.title))
+            if (not place or is_within(literal, nodes.reference, nodes.title)
                     or literal.next_node(nodes.reference) or text in parameters(literal)):
                 continue
             literal.replace_self(
