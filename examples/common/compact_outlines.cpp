@@ -65,7 +65,7 @@ class Reader {
 
   const std::string& path_;
   std::string_view text_;
-  std::size_t start_;  ///< offset of the text in its file
+  std::size_t start_;  ///< offset in the file at which `text_` begins
   std::size_t at_ = 0;
   std::vector<real_pt_t> ring_;
 };

@@ -63,7 +63,8 @@ class Picker {
   std::vector<Origin> origins_;  ///< of each polygon
   std::optional<CPickIndex> index_;
   std::vector<int> numbers_;      ///< of polygons at the point; has room for all
-  std::vector<std::size_t> odd_;  ///< a country for each time that a polygon covers the point
+  std::vector<std::size_t> odd_;  ///< for each polygon that winds about the point an odd number of
+                                  ///< times: its country
 };
 
 }  // namespace example

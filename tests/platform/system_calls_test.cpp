@@ -21,9 +21,9 @@ const std::set<int> each_time;
 /// A system call that may fail without making its operation fail.
 struct Harmless {
   std::string call;
-  std::set<int> which;  ///< of the calls of that name, from 1 on; or `each_time`
+  std::set<int> which;  ///< the calls of that name that may: 1 for the first; or `each_time`
   const char* why;
-  std::string change = {};  ///< of the files in that case, if it differs
+  std::string change = {};  ///< of the files after the failure; empty if the usual one
 };
 
 struct Promise {
@@ -56,7 +56,7 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
   umask(07);  // others than user and group may do nothing with a new file
   const World world;
   put(".zelvan-" + std::to_string(getpid()) + "-0", "in use by others");
-  const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // a later look doesn't change them
+  const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // reads keep a future access time
   utimensat(AT_FDCWD, "plain", times, 0);
   EXPECT_EQ(geteuid() == 0 ? chown("other", 12, 34) : 0, 0);
   fs::permissions("plain", fs::perms{04775});
