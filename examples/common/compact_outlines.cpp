@@ -9,7 +9,7 @@ namespace example {
 namespace {
 
 constexpr std::string_view first_line = "outlines in 1/500 degree\n";
-constexpr double units_per_degree = 500.0;  // so 180 degrees are a whole number
+constexpr double units_per_degree = 500.0;  // a whole number, so whole degrees are exact
 
 // Reads the countries one by one.
 class Reader {

@@ -43,8 +43,8 @@ class Picker {
   /// Returns the name of the country at the point, which the picker owns, or null.
   const std::string* at(double x, double y);
 
-  /// Returns the name of the country at a place of the globe, or null. Outlines in degrees are also
-  /// found one turn to the east and to the west.
+  /// Returns the name of the country at a place of the globe, or null. Also finds outlines in
+  /// degrees that lie 360 degrees to the east or west of the place.
   const std::string* at_place(double longitude, double latitude);
 
  private:

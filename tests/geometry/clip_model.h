@@ -79,7 +79,8 @@ inline Set border_of(const real_rect_t& view) {
   return {{a, 1}, {b, 1}, {c, 1}, {d, 3}};
 }
 
-/// Expects that inside the view `out` winds, by the rule, and draws as `in` does; and only there.
+/// Expects that inside the view `out` has the windings (by `rule`) and visible edges of `in`, and
+/// that outside it has none.
 inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& view,
                            long (*rule)(long)) {
   SCOPED_TRACE(testing::PrintToString(in) + "\nclipped to " + testing::PrintToString(view) +

@@ -31,7 +31,7 @@ static int inquired(char* path) {
   return osh_inquire_file(path, &mode) == 1 ? mode : mode - 7;
 }
 
-// Each operation with paths of every kind, which World has. A failure changes nothing.
+// Calls each operation for every kind of path in World. One that fails must change nothing.
 TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   // clang-format off
   const struct {

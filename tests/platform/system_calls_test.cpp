@@ -78,9 +78,9 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
   return done;
 }
 
-/// Lets each call of the operation be interrupted, then fail alone, and then lets the heap refuse
-/// each of its requests, alone and with all after it. The operation may succeed all the same only
-/// where a failure is harmless.
+/// Repeats the operation: with all its system calls interrupted; once for each of its calls, which
+/// then fails; and with each of its heap requests refused, alone and with all later ones. If a call
+/// fails, the operation must fail as well, unless the failure is listed as harmless.
 void check(const char* name, const Operation& operation, const std::string& change,
            const std::vector<Harmless>& all_harmless, const Failures& always = {}) {
   SCOPED_TRACE(name);
@@ -263,7 +263,7 @@ TEST(Sockets, CarryAConversationOrReportWhatFails) {
          {"getsockname", {2}, "it is not its own peer"},
          {"getpeername", {1}, "it is not its own peer"},
          {"close", each_time, "everything has arrived"}});
-  // After an interruption the system has to be asked for the result of the connection.
+  // After an interrupted connect, its result is known only by asking the system (getsockopt).
   EXPECT_FALSE(support::run_failing([] { return converse(false); }, {}, true)) << "nobody answers";
   EXPECT_FALSE(support::run_failing(meets, {{"getsockopt", 1, EIO}}, true)) << "it can't be asked";
   platform::SocketAddress own = platform::loopback;
