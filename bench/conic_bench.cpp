@@ -17,7 +17,8 @@ namespace {
 
 utl_conic_t ellipse = {0.25, 0.1, 1.0, -1.0, 0.5, -4.0, {4.0, 1.0}, {-2.0, 1.0}, 0};
 
-// The plain loop of a user who has the standard form: a loop over angles.
+// Computes the samples as a user would do by hand: brings the ellipse into its standard form, and
+// calls cos and sin for angles at equal steps.
 template <class Visit>
 void each_sample(Visit visit) {
   utl_ellipse_t form;
@@ -56,7 +57,8 @@ void extent_by_hand(real_pt_t* max, real_pt_t* min) {
 
 real_pt_t point = {3.0, -7.0};
 
-/// Returns the first of the nearest points: the use for which the distance is made.
+/// Returns the point of `all` that is nearest to `point`, the first one if several are. That is
+/// what the approximate distances of the library are for.
 template <class Distance>
 const real_pt_t* nearest_of(std::vector<real_pt_t>& all, Distance distance) {
   const real_pt_t* found = nullptr;
@@ -75,8 +77,8 @@ double by_max_and_min(const real_pt_t& p) {
   return 0.96 * std::max(dx, dy) + 0.398 * std::min(dx, dy);
 }
 
-// With a thousand points, queried again and again, the branch predictor learns all outcomes, and a
-// branch costs nothing. With a hundred thousand points it learns none.
+// Each search compares the same points. With a thousand of them, the branch predictor learns which
+// way every branch goes, so branches cost nothing. With a hundred thousand it can't learn any.
 void nearest_point(int n) {
   const auto points = std::make_shared<std::vector<real_pt_t>>();
   std::mt19937_64 random(1);

@@ -133,7 +133,8 @@ void floats(const char* kind) {
       {{"zelvan", from_ibm}, {"plain loop", ibm_hand}}, n);
 #ifdef ZELVAN_HAS_SEGYIO
   if (sizeof(T) == 8) return;
-  // segyio works in place and produces this machine's byte order, so our side does the same work.
+  // segyio converts in place, and the result has this machine's byte order. To do the same work,
+  // our side converts in place, too, and swaps the bytes.
   const auto segyio = [ibm] {
     ibm->other = ibm->in;
     segy_to_native(1, n, reinterpret_cast<char*>(ibm->other.data()));

@@ -130,8 +130,8 @@ BENCHMARK_CAPTURE(map_fixed, plain loop, fixed_by_hand, fixed_by_library)->Apply
 BENCHMARK_CAPTURE(map_short, zelvan, short_by_library, short_by_hand)->Apply(types_and_sizes);
 BENCHMARK_CAPTURE(map_short, plain loop, short_by_hand, short_by_library)->Apply(types_and_sizes);
 
-// Polygon sets of 50 vertices a polygon. The loop keeps no flags and drops no repeats, so it has
-// less to do.
+// Polygon sets of 50 vertices a polygon. The plain loop has less to do than the library: it copies
+// no flags, and keeps vertices that are rounded to the same pixel as the one before.
 using MapSet = void (*)(Mtx2D& m, drw_pset_t& in, drw_dpset_t& out);
 
 void set_by_library(Mtx2D& m, drw_pset_t& in, drw_dpset_t& out) { m.XfmPolySetPts(&in, &out); }

@@ -1,6 +1,8 @@
-// Blocks of a list: released and allocated again among a thousand live ones, a list filled and
-// deleted, many blocks cleared, with parents and without. No public library can take blocks back
-// from their owners, so the rival is malloc and free: the difference is the cost of the
+// Measures three things: releasing a block and allocating it again while a thousand others are
+// live; filling a list and deleting it; and clearing a list, with and without blocks that hold the
+// owners' pointers of others (their parents). The library can release a block at any time, because
+// it knows the pointer through which the owner uses the block and sets it to null. No public
+// library does that, so the rival is malloc and free. The difference is the cost of the
 // bookkeeping.
 
 #include <zelvan/mem/mem.h>
@@ -19,7 +21,7 @@ constexpr int size = 64;
 
 unsigned short give_up(MemException*) { return 0; }
 
-/// A list whose blocks are all live, and the owners' pointers.
+/// A list whose blocks are all live, and the owners' pointers, one to each block.
 struct World {
   explicit World(int n) : owners(static_cast<std::size_t>(n)) {
     pool = MemPoolNew(0);
@@ -80,8 +82,9 @@ void fill_and_delete(int n) {
 
 // ---- clearing
 
-/// Fills the table directly, since `MemAllocate` would scan it for each block. With parents, the
-/// first of every three blocks holds the pointers to the other two.
+/// Writes `n` blocks directly into the list's table, since `MemAllocate` would scan the table for
+/// each block. Returns the owners' pointers. `with_parents`: the first of every three blocks holds
+/// the owners' pointers of the other two.
 std::vector<void*> fill_at_once(MemList* list, int n, bool with_parents) {
   std::free(list->entries);
   list->n_entries = (n + 15) / 16 * 16;
@@ -106,7 +109,8 @@ std::vector<void*> fill_at_once(MemList* list, int n, bool with_parents) {
   return owners;
 }
 
-/// Adds a row whose time is the seconds that `part()` returns.
+/// Adds a row. Each iteration calls `part()`, which measures a part of its own work and returns the
+/// seconds.
 template <class Part>
 void add_timed(const std::string& name, int n, Part part) {
   const auto run = [n, part](benchmark::State& state) {

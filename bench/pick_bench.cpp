@@ -160,7 +160,7 @@ std::unique_ptr<geos::geom::Polygon> geos_polygon(const CPolygon& ring) {
 
 struct GeosRing {
   explicit GeosRing(const CPolygon& ring) : polygon(geos_polygon(ring)), locator(*polygon) {
-    holds({0.0, 0.0});  // GEOS builds its index at the first query
+    holds({0.0, 0.0});  // GEOS builds its index at the first query: this one, which isn't measured
   }
   bool holds(const DblPt& p) {
     const geos::geom::Coordinate place(p.x, p.y);

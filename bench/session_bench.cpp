@@ -129,7 +129,8 @@ void round_trips(benchmark::State& state) {
   state.SetBytesProcessed(2 * state.range(0) * state.iterations());
 }
 
-// 3998 bytes are the longest text after which a reader needn't wait for more.
+// 3998 bytes are the longest text that the peer always delivers at once. The end of a longer one
+// can be taken for a part of a text, and the reader waits for the rest.
 BENCHMARK_TEMPLATE(round_trips, SessionPair)
     ->Name("round_trip/zelvan")
     ->ArgName("bytes")

@@ -74,7 +74,8 @@ def main():
         draw_growth(all_rows, plot)
 
 
-# The curves of the plot: a title, and a pattern of the rows on it, whose number is the size.
+# The curves of the plot: a title, and a pattern of the names of the rows on it. The group of the
+# pattern is the size, in pens, names or vertices.
 GROWTH = [("closest of so many colours", r"closest pen pens:(\d+)$"),
           ("name among so many, keyword table", r"keyword table: look up one of (\d+) names$"),
           ("point in a ring of so many vertices", r"pick vertices:(\d+)$"),

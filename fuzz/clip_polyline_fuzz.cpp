@@ -1,6 +1,7 @@
-// Clips an open line to a view, after a check of both. The coordinates are small whole numbers,
-// which often coincide, or doubles of any bits. The output arrays have exactly the room that the
-// header states, so the address sanitizer detects a point too many.
+// Clips an open line to a view, and lets `zelvan_check_polygon_set` check the line, as a polygon,
+// and the view. The coordinates are small whole numbers, which often coincide, or doubles of any
+// bits. The output arrays have exactly the room that the header states, so the address sanitizer
+// detects a point too many.
 
 #include <zelvan/geometry/check_polygon_set.h>
 #include <zelvan/geometry/clip_polyline_to_view.h>
@@ -62,8 +63,8 @@ void check_is_on_edges(const std::vector<real_pt_t>& points, const std::vector<r
   }
 }
 
-/// Requires that a reason is one line that fits the buffer, and that there is one exactly if there
-/// is a fault.
+/// Lets `zelvan_check_polygon_set` write its reason into a buffer of `size` bytes. Requires that
+/// the reason is one line, and that it is empty exactly if the check finds no fault.
 void check_reason(std::vector<real_pt_t>& points, const real_rect_t& view, int size) {
   std::vector<int> flags(points.size(), 1);
   if (!flags.empty()) flags.back() = 3;

@@ -56,7 +56,8 @@ void ask(ColorMap& map, fuzz::Bytes& bytes) {
   int distance = -1;
   const int closest = map.GetClosestColor(&target, &distance, 1);
   require(closest >= 0 && closest < std::max(size, 1));
-  // A mean of differences that doesn't fit in an int wraps.
+  // The distance is the mean difference of the channels. Only channels outside the map's scale can
+  // make it too large for an int; it then wraps, and may be negative.
   require(distance >= 0 || !is_on_scale(map.colors[closest]) || !is_on_scale(target));
   int again = -1;
   require(map.GetClosestColor(&target, &again, 0) == closest && again == distance);

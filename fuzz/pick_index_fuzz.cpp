@@ -44,7 +44,8 @@ double one_bit_on(double v, int kind) {
   return kind == 0 ? v : std::nextafter(v, kind == 1 ? HUGE_VAL : -HUGE_VAL);
 }
 
-// Returns a place with coordinates of the points, sometimes one bit beside them, or of any bits.
+// Returns the x of one of the points and the y of another, each exact or moved to the next `double`
+// up or down. One place in eight has any coordinates.
 DblPt read_place(fuzz::Bytes& bytes, const std::vector<real_pt_t>& points) {
   if (bytes.below(8) == 0) return {bytes.number(), bytes.number()};
   const real_pt_t& column = points[bytes.any<std::uint16_t>() % points.size()];

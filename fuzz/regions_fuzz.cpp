@@ -94,7 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (all.flags.back() >= 2) rings.emplace_back();
   }
   drw_pset_t set = {static_cast<int>(all.points.size()), all.points.data(), all.flags.data()};
-  const int count = static_cast<int>(rings.size()) - 1;  // the last has no closing flag
+  const int count = static_cast<int>(rings.size()) - 1;  // all but the last ring are closed
   require(zelvan::count_polygons(set) == count && zelvan_count_polygons(&set) == count);
   require(zelvan_new_region_of_polygon(&set, count) == nullptr);
   for (int k = 0; k < count; ++k) {

@@ -75,7 +75,8 @@ int run_all(const char* path, int* line_number) {
 
 }  // namespace
 
-// A child process runs the inputs, so that this one can report the input that stopped it.
+// Runs the inputs in a child process. If an input crashes the child, this process survives and
+// reports the line of that input.
 int main(int argc, char** argv) {
   if (argc != 2) {
     std::fprintf(stderr, "usage: %s CORPUS\n", argv[0]);

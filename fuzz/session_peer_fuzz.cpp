@@ -1,7 +1,12 @@
-// Tests a session whose peer sends any bytes, in any pieces, on both channels, and then leaves. The
-// channels are sockets that keep the pieces apart, so that each is received by one call. Or opens a
-// session that keeps other machines out, while peers connect from several addresses, and may leave
-// at once. Pauses return at once.
+// The first input byte chooses one of two tests:
+//
+// - reads from a session whose peer has sent any bytes, in any pieces, on both channels, and has
+//   then left. The channels are sockets that keep the pieces apart, so each call receives one
+//   piece.
+// - opens a session while `zelvan_set_local_sessions_only` is on and peers connect from several
+//   addresses. Some of the peers leave at once.
+//
+// The library's pauses take no time.
 
 #include <zelvan/platform/clock.h>
 #include <zelvan/platform/sockets.h>
@@ -103,7 +108,8 @@ int connect_from(int last, int port) {
   return peer;
 }
 
-/// Requires that of all peers that connect, only one from 127.0.0.1 is accepted.
+/// Lets peers connect from 127.0.0.1 to 127.0.0.3. Requires that both channels of the session, if
+/// one is opened, are connections from 127.0.0.1.
 void open_among_others(fuzz::Bytes& bytes) {
   char host[] = "127.0.0.1";
   char module[] = "none";
@@ -151,7 +157,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   while (bytes.left() > 0) {
     const int code = bytes.byte();
     std::string piece = bytes.text(static_cast<std::size_t>(code / 8));
-    // Makes long pieces out of few bytes: as long as one read can take, or a little shorter.
+    // Makes a long piece out of few input bytes, by repeating its first byte: 3991 to 4000 bytes.
+    // One read of the library takes at most 4000.
     const bool is_long = code % 8 == 4 || code % 8 == 7;
     if (is_long && !piece.empty()) {
       piece.insert(0, std::min<std::size_t>(3990, 4000 - piece.size()), piece.front());
@@ -175,7 +182,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return length;
   });
   require(is_primary ? !is_dead : status.empty());
-  // Texts that are too long together are lost, so all text is required only if there is little.
+  // If texts joined to one message have more than 4001 bytes, the library delivers an empty message
+  // in their place. So all text must arrive only if the peer has sent no more than that.
   if (is_primary && channels[1].sent().size() <= 4001) {
     require(status == without_nuls(channels[1].sent()));
   }
@@ -183,7 +191,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(text == without_nuls(channels[0].sent()));
   }
   if (!is_dead) wipc_close_session(session);
-  if (!is_primary) {  // the secondary's sockets stay open
+  if (!is_primary) {  // the end of a session closes no sockets at the secondary
     for (const Channel& channel : channels) close(channel.socket());
   }
   return 0;

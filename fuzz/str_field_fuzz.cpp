@@ -26,7 +26,8 @@ void walk(char* line, Parser parse) {
   }
 }
 
-/// Requires that the parser with the caller's own record finds the same fields.
+/// Requires that `read_field`, which writes into a record of the caller, finds the same fields as
+/// `parse`, which writes into a record of the library.
 template <class Parser>
 void compare(char* line, zelvan::string_rules rules, Parser parse) {
   const auto record = std::make_unique<zelvan::field_record>();

@@ -4,9 +4,9 @@
 need_clean_root() { need mmdebstrap uidmap "$@"; }
 
 # in_clean_root FOLDER: creates a temporary Debian root with only the essential packages and apt,
-# copies FOLDER, which is named try, into it, and runs the script /try/run there. Copies /try/said,
-# for results of the script, to the folder of FOLDER. Fails if the script fails; returns 1 if no
-# root can be created on this machine.
+# copies FOLDER into it, and runs the script /try/run there. The last part of FOLDER must be "try".
+# The script writes its results to /try/said, which is copied to said beside FOLDER. Fails if the
+# script fails; returns 1 if no root can be created on this machine.
 in_clean_root() {
   local folder=$1 work=${1%/*} release room
   mkdir -p "$folder/said"

@@ -14,8 +14,8 @@ coverage() {
     ctest --preset coverage -LE 'exhaustive|slow' -E '^(digests|fuzz|guide|install|interface/[^F])' ||
     fail "tests failed; counts of failed tests are meaningless"
   llvm-profdata-19 merge --sparse "$folder"/*.profraw -o "$folder/all.profdata"
-  # Test programs are included: they contain inline functions of headers, and private ones the
-  # objects of the library.
+  # Counts of the test programs are included, since they run code of the library, too: the inline
+  # functions of its headers, and in tests of private code the library's objects, linked in.
   local objects=()
   for program in build/coverage/tests/*/*_test; do objects+=(-object "$program"); done
   local what=(build/coverage/src/zelvan/libzelvan.so "${objects[@]}"

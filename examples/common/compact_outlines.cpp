@@ -9,7 +9,7 @@ namespace example {
 namespace {
 
 constexpr std::string_view first_line = "outlines in 1/500 degree\n";
-constexpr double units_per_degree = 500.0;  // so 180 degrees are a whole number
+constexpr double units_per_degree = 500.0;  // a whole number, so whole degrees are exact
 
 // Reads the countries one by one.
 class Reader {
@@ -65,7 +65,7 @@ class Reader {
 
   const std::string& path_;
   std::string_view text_;
-  std::size_t start_;  ///< offset of the text in its file
+  std::size_t start_;  ///< offset in the file at which `text_` begins
   std::size_t at_ = 0;
   std::vector<real_pt_t> ring_;
 };

@@ -40,7 +40,7 @@ void for_each_polygon(const Polygons<Point>& polygons, Visit visit) {
 void add_polygon(MapPolygons& polygons, std::span<const real_pt_t> ring);
 
 /// Makes the edges along the antimeridian and the poles invisible: a flat map is cut open there, so
-/// they are no coast. Starts with the polygon whose first vertex has the index `start`.
+/// they are no coast. Skips the polygons before the one whose first vertex has the index `start`.
 void hide_cuts(MapPolygons& polygons, std::size_t start = 0);
 
 /// A country, or any other feature of the data with a name.
@@ -56,7 +56,7 @@ class World {
   virtual std::size_t size() const = 0;
   virtual const std::string& name(std::size_t i) const = 0;
 
-  /// Returns the outline of a country, which is valid until the next call.
+  /// Returns the outline of a country. The reference is valid until the next call of `outline`.
   virtual const MapPolygons& outline(std::size_t i) = 0;
 };
 

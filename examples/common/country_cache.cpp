@@ -53,7 +53,8 @@ const MapPolygons& CountryCache::outline(std::size_t i) {
   return outline_;
 }
 
-// Keeps `outline_` as the outline of `entry`. If there is no room, it will be read again.
+// Copies `outline_` into a block of `entry`. If there is no room for the block, `entry` stays
+// without one, and its outline will be read from the file each time.
 void CountryCache::keep(Entry& entry) {
   const std::size_t size_of_points = entry.n_vertices * sizeof(real_pt_t);
   const std::size_t size = size_of_points + entry.n_vertices * sizeof(int);
@@ -65,8 +66,8 @@ void CountryCache::keep(Entry& entry) {
               size - size_of_points);
 }
 
-// Evicts the oldest blocks until the request fits or none is left; then the request gets the whole
-// budget. If the heap itself refuses, evicts all.
+// Evicts the oldest blocks until the budget has room for the request or no block is left. If the
+// heap itself has refused the request, evicts all blocks. Returns whether to try again.
 unsigned short CountryCache::make_room(MemException* exception) {
   MemList* const list = exception->list;
   const MemPool* const pool = list->pool;

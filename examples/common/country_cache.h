@@ -27,7 +27,7 @@ class CountryCache final : public World {
   /// A `budget` of 0 bytes is no limit. Throws `Error` if the file can't be read or has no polygon,
   /// and as the functions of geojson.h and compact_outlines.h do.
   CountryCache(const std::string& path, int budget);
-  CountryCache(const CountryCache&) = delete;  // the list has the addresses of the entries
+  CountryCache(const CountryCache&) = delete;  // list_ points into the entries
   CountryCache& operator=(const CountryCache&) = delete;
 
   std::size_t size() const override { return entries_.size(); }
@@ -60,7 +60,7 @@ class CountryCache final : public World {
 
   std::string path_;
   Format format_ = {find_features, read_feature};
-  std::deque<Entry> entries_;  ///< a deque, since entries must not move as it grows
+  std::deque<Entry> entries_;  ///< a deque: as it grows, entries keep their addresses
   std::unique_ptr<MemPool, Release> pool_;
   std::unique_ptr<MemList, Release> list_;
   MapPolygons outline_;  ///< the one that was asked for last

@@ -95,7 +95,8 @@ void write_file(const std::string& path, const std::string& bytes) {
   std::string target = path;
   const bool is_put = !beside.empty() && put(beside, bytes);
   if (is_put && osh_rename(beside.data(), target.data()) == 0) return;
-  // osh_rename overwrites nothing. If the name is taken, the copy replaces the content at once.
+  // osh_rename overwrites nothing. If there is a file of that name, osh_copyfile replaces it, so
+  // that at any time it has the old content or the new one.
   const bool has_replaced = is_put && osh_copyfile(target.data(), beside.data()) != 0;
   const int reason = errno;
   if (!beside.empty()) osh_unlink(beside.data());

@@ -177,7 +177,8 @@ class Reader {
     add_ring_of_globe(country_.outline, ring_);
   }
 
-  // The limit keeps products of coordinates far from infinity.
+  // Reads a longitude and a latitude. Refuses numbers beyond 1e9, so that products of coordinates
+  // can't become infinite.
   static bool read_position(ondemand::value json, real_pt_t& position) {
     constexpr double farthest = 1e9;
     double* const coordinates[] = {&position.x, &position.y};

@@ -8,8 +8,8 @@ namespace example {
 
 namespace {
 
-constexpr double sizes[] = {1.0, 0.88, 0.77, 0.67, 0.58};  // of the largest
-constexpr double room = 1.08;                              // of the text's width, to breathe
+constexpr double sizes[] = {1.0, 0.88, 0.77, 0.67, 0.58};  // times the largest size
+constexpr double room = 1.08;                              // times the text's width, for a margin
 constexpr int lines_tried = 16;
 
 struct Span {

@@ -26,7 +26,8 @@ void Picker::find_odd(double x, double y, bool repeating_only) {
   }
 }
 
-// Returns the last country that stands in `odd_` an odd number of times.
+// Returns, of the countries that are in `odd_` an odd number of times, the one drawn last: a point
+// is inside a country if an odd number of its polygons cover it.
 std::optional<std::size_t> Picker::top_country() {
   std::sort(odd_.begin(), odd_.end());
   while (!odd_.empty()) {
@@ -50,7 +51,8 @@ const std::string* Picker::name_of(std::optional<std::size_t> index) const {
 
 const std::string* Picker::at(double x, double y) { return name_of(index_at(x, y)); }
 
-// Copies of a polygon that overlap cancel out, as they do in the picture.
+// A map in degrees repeats every 360 degrees. Where a polygon overlaps its own repetition, both
+// cancel out, as in the picture, which is filled by the even-odd rule.
 const std::string* Picker::at_place(double longitude, double latitude) {
   prepare();
   find_odd(longitude, latitude, false);

@@ -43,8 +43,8 @@ class Picker {
   /// Returns the name of the country at the point, which the picker owns, or null.
   const std::string* at(double x, double y);
 
-  /// Returns the name of the country at a place of the globe, or null. Outlines in degrees are also
-  /// found one turn to the east and to the west.
+  /// Returns the name of the country at a place of the globe, or null. Also finds outlines in
+  /// degrees that lie 360 degrees to the east or west of the place.
   const std::string* at_place(double longitude, double latitude);
 
  private:
@@ -63,7 +63,8 @@ class Picker {
   std::vector<Origin> origins_;  ///< of each polygon
   std::optional<CPickIndex> index_;
   std::vector<int> numbers_;      ///< of polygons at the point; has room for all
-  std::vector<std::size_t> odd_;  ///< a country for each time that a polygon covers the point
+  std::vector<std::size_t> odd_;  ///< for each polygon that winds about the point an odd number of
+                                  ///< times: its country
 };
 
 }  // namespace example

@@ -13,8 +13,8 @@ namespace example {
 struct Count {
   long long came_in = 0;
   long long clipped_away = 0;  ///< outside the view
-  long long added = 0;         ///< vertices where outlines meet the frame; further pieces
-  long long merged = 0;        ///< vertices that meet their neighbour; polygons without area
+  long long added = 0;         ///< vertices on the frame; pieces of a polygon beyond its first
+  long long merged = 0;        ///< vertices rounded onto their neighbour; polygons without area
   long long drawn = 0;
 };
 

@@ -73,7 +73,8 @@ bool View::contains(int_pt_t pixel) const {
 
 View::Turns View::turns_between(double west, double east) const {
   if (!is_longitude(west) || !is_longitude(east)) return {};
-  // An outline that only touches the view needs no turn, and rounding must not add one.
+  // An outline that only touches the view's edge isn't drawn there. `touch` is a tolerance, so that
+  // rounding doesn't make it one that overlaps the view.
   constexpr double touch = 1e-6;
   const int first = static_cast<int>(std::ceil((west_ + touch - east) / 360.0));
   const int last = static_cast<int>(std::floor((east_ - touch - west) / 360.0));

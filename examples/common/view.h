@@ -53,8 +53,9 @@ class View {
     int last = 0;
   };
 
-  /// Returns the turns by which an outline between two longitudes must be moved to meet the view,
-  /// since the map repeats every 360 degrees. Returns the turn 0 if no turn meets it.
+  /// Returns the whole turns, first and last, by which an outline between two longitudes must be
+  /// moved to the east to meet the view: the map repeats every 360 degrees. Returns just the turn 0
+  /// if it meets the view after none.
   Turns turns_between(double west, double east) const;
 
  private:

@@ -101,7 +101,7 @@ class Reader {
     check_ring(start + sizeof(std::uint32_t));
   }
 
-  // The limit keeps products of coordinates far from infinity. It refuses a NaN, too.
+  // Coordinates beyond 1e9 are refused, so that their products can't become infinite; so is a NaN.
   void check_ring(std::size_t start) const {
     constexpr double farthest = 1e9;
     for (std::size_t i = 0; i < ring_.size(); ++i) {

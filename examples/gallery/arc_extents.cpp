@@ -1,5 +1,6 @@
-// Arcs from each quadrant to each, with their boxes. A side of a box lies on the circle or passes
-// through an end of the arc.
+// Arcs from each quadrant to each, with their bounding boxes. Each side of a box touches the circle
+// at its extreme point, if the arc contains that point. Otherwise it passes through an end of the
+// arc.
 
 #include "gallery/pages.h"
 

@@ -97,7 +97,7 @@ class Panel {
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
-  /// Return two opposite corners of the part of the drawing that the panel shows.
+  /// Return the corners with the smallest and the largest coordinates that the panel shows.
   real_pt_t low() const { return low_; }
   real_pt_t high() const { return high_; }
 

@@ -1,5 +1,5 @@
-// Two polygons that ClipPolygonSet loses and ClipPolygonSetToView keeps: one around the view, and
-// one with a vertex exactly on its side.
+// Two polygons that ClipPolygonSet loses and ClipPolygonSetToView keeps: one that surrounds the
+// view, and one with a vertex exactly on a side of the view.
 
 #include "gallery/pages.h"
 #include "gallery/polygon_set.h"

@@ -44,7 +44,8 @@ Points coast(real_pt_t centre, double radius, int n, double turn) {
   return ring;
 }
 
-// Draws the box of each run of edges: skipped, counted by its ends, or read edge by edge.
+// Draws the boxes of runs of edges in the colours of what the index does with each of them: skips
+// it (grey), looks only at the ends of the run (blue), or looks at each edge (orange).
 void draw_tree(Panel& panel) {
   constexpr std::size_t edges_in_run = 16;
   const Points ring = coast({0.0, -0.1}, 2.6, 192, 0.4);

@@ -11,7 +11,7 @@ namespace example {
 
 struct Options {
   std::string module;             ///< the picker's program
-  std::string host;               ///< where it runs; empty: here, started in one step
+  std::string host;               ///< where it runs; empty: here, started by this program
   bool shows_wire = false;        ///< print the bytes that travel
   std::vector<real_pt_t> places;  ///< to ask for; empty: those of standard input
 };

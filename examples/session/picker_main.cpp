@@ -1,5 +1,6 @@
 // session_picker is the secondary of a session: it loads the world and names the country at each
-// place it is asked for. A primary starts it as `session_picker HOST PORT PORT PID`.
+// place it is asked for. A primary starts it as `session_picker HOST PORT PORT PID`: its own host,
+// the ports of the data and the status channel, and its process id.
 //
 // Requests arrive on the data channel, one at a time, as "PICK lon lat". The answer is the name of
 // a country, "no country", or a text that begins with "ERROR". While the world loads, the picker

@@ -67,7 +67,7 @@ void PickerProcess::open_in_two_steps(const Options& options) {
     }
     started_ = start(module, primary_port, secondary_port);
   } else {
-    constexpr int minutes = 10;  // a person has to start it
+    constexpr int minutes = 10;  // a person has to start it there
     wipc_set_connect_timeout(60 * minutes);
     std::printf("run on %s: session_picker %s %d %d %d\n", host.c_str(), local_host, primary_port,
                 secondary_port, static_cast<int>(getpid()));

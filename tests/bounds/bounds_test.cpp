@@ -34,7 +34,7 @@ struct Inputs {
       if (random.below(40) > 0) outline[i] = {on_grid(), on_grid()};
       flags[i] = i == n - 1 ? 3 : random.below(9) == 0 ? 2 : 1;
     }
-    int kind = 0;  // runs of zeros, of ones and of anything
+    int kind = 0;  // of a run of bytes: 0 for all 0, 1 for all 255, 2 for any bytes
     for (unsigned char& byte : bytes) {
       if (random.below(6) == 0) kind = random.below(3);
       byte = static_cast<unsigned char>(kind == 0 ? 0 : kind == 1 ? 255 : random.below(256));

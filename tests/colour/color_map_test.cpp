@@ -125,7 +125,7 @@ TEST(MakeRoList, ListsTheLowestFreePens) {
 TEST(MapColors, CountsHowCloseItCame) {
   ColorMap source(10, 255);
   ColorMap target(2, 255);
-  const int steps[] = {0, 0, 3, 4, 7, 8, 15, 16, 31, 32};  // pen 0 and the last are in no count
+  const int steps[] = {0, 0, 3, 4, 7, 8, 15, 16, 31, 32};  // not counted: pen 0, and above 31
   for (int i = 0; i < 10; ++i) source.colors[i] = {steps[i], steps[i], steps[i]};
   ColorXfm xfm(12);
   xfm.xfm_table[10] = xfm.xfm_table[11] = 5;

@@ -36,9 +36,9 @@ const Group set_value("colour.set_value", [](Log& log) {
 
 constexpr int map_scales[] = {255, 255, 20'000};
 
-/// Returns a colour of the given kind: one of few, so that many are equally close; any; or one so
-/// far from others that a `float` rounds the distance. That rounding decides between colours with
-/// the same channels in a different order.
+/// Returns a random colour. Kind 0 has few colours, so that many are equally close. Kind 1 has all
+/// of a scale of 255. Kind 2 has few that are so far apart that `float` rounds the sum of squares:
+/// the rounding then depends on the order of the channels, and decides which colour is closest.
 ColorRGB some_color(Random& random, int kind) {
   constexpr int ranges[] = {9, 256, 10};
   const auto channel = [&] { return random.below(ranges[kind]) * (kind == 2 ? 1999 : 1); };
@@ -66,7 +66,7 @@ const Group closest_color("colour.closest_color", [](Log& log) {
   }
 });
 
-// Black is a full scale away: the last bit of a `float` decides whether that is too far.
+// Searches for white among black pens: the last bit of a `float` decides if one is near enough.
 const Group far_colors("colour.far_colors", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 20'000; ++i) {

@@ -3,8 +3,8 @@
 // optimisation level, on any processor. The tests of each family decide which bits are right.
 //
 //     digests [--plain]                  prints the digests
-//     digests [--plain] --expect FILE    prints what differs and which form ran; fails if one does
-//     digests [--plain] --trace GROUP    prints a group's operations, with inputs and results
+//     digests [--plain] --expect FILE    prints the form and all wrong digests; fails if one is
+//     wrong digests [--plain] --trace GROUP    prints a group's operations, with inputs and results
 //
 // --plain switches the vector forms off.
 #include "digests/group.h"

@@ -30,7 +30,7 @@ void __wrap_sincos(double x, double* sine, double* cosine) {  // gcc calls both 
 }
 
 // Halves the angle three times, so that a few terms of the power series are enough. If a square
-// overflows or underflows, the angle is wrong, but it is the same on every machine.
+// overflows or underflows, the result is no arc tangent, but it is the same on every machine.
 double __wrap_atan2(double y, double x) {
   if (std::signbit(x)) return std::copysign(pi, y) - __wrap_atan2(y, -x);
   if (y == 0.0) return y;

@@ -21,7 +21,8 @@ inline const real_rect_t upright_and_other_views[] = {
     {{{-4, -4}, {4, -4}, {4, 4}, {-3, 4}}},
 };
 
-/// Returns what `clip` appends after one vertex, with all coordinates multiplied by `scale`.
+/// Returns what `clip` appends to a set that holds one vertex already. Multiplies the coordinates
+/// by `scale` before the call, and divides the result by it.
 template <class Clip>
 Set clipped(Clip clip, const Set& in, real_rect_t view, double scale = 1) {
   support::SetArrays<real_pt_t> source(in), target(9 * in.size() + 1);
@@ -36,7 +37,8 @@ Set clipped(Clip clip, const Set& in, real_rect_t view, double scale = 1) {
   return out;
 }
 
-/// Clips to (0, 0) to (10, 10), between a polygon of one vertex and one that is not closed.
+/// Expects `out` for `in` clipped to the square from (0, 0) to (10, 10). Before and after `in`, the
+/// set has a vertex that must not matter: a polygon of one vertex, and one that no flag closes.
 template <class Clip>
 void expect_rings(Clip clip, Set in, const Set& out, const char* why) {
   in.insert(in.begin(), {{3, 3}, drw_edge_close_visible});
@@ -77,7 +79,8 @@ inline Set border_of(const real_rect_t& view) {
   return {{a, 1}, {b, 1}, {c, 1}, {d, 3}};
 }
 
-/// Expects that inside the view `out` winds, by the rule, and draws as `in` does; and only there.
+/// Expects that inside the view `out` has the windings (by `rule`) and visible edges of `in`, and
+/// that outside it has none.
 inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& view,
                            long (*rule)(long)) {
   SCOPED_TRACE(testing::PrintToString(in) + "\nclipped to " + testing::PrintToString(view) +
@@ -93,7 +96,7 @@ inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& vie
     for_each_edge(*set, [&](Place from, Place to, bool) {
       const Place p = from + 0.3819 * (to - from);
       const bool is_inside = winding(border, {p.real(), p.imag()}) != 0 && !is_drawn(border, p);
-      if (from == to) return;  // where a visible edge may end
+      if (from == to) return;  // no edge: only a point, which other edges share
       EXPECT_EQ(is_drawn(out, p), is_inside && is_drawn(in, p)) << "visible edge at " << p;
     });
   }

@@ -12,7 +12,7 @@ TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
       SCOPED_TRACE(testing::Message() << form << ", set " << i << ", times " << scale);
       const real_rect_t& view = upright_and_other_views[i % 5];
       Set in = random_ring(&random);
-      if (i % 7 < 4) in.back().flag -= 2;  // one polygon that crosses itself
+      if (i % 7 < 4) in.back().flag -= 2;  // not closed: one polygon with the next ring
       for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
       for (auto& [p, flag] : in) {
         if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // onto sides and each other
@@ -58,8 +58,8 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
 #ifdef __SIZEOF_INT128__
 __extension__ using Wide = __int128;
 
-// How far p is, in each coordinate, from where the line from a to b meets that from c to d: exact
-// for whole numbers but for the last step. A fraction of p is dropped.
+// Returns how far p, without its fractions, is from where the lines ab and cd meet: the larger of
+// the distances in x and y. The other points have whole coordinates; only the last step rounds.
 static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
   struct Vector {
     Wide x, y;
@@ -83,7 +83,7 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
     const char* where;
     real_pt_t low;
     double size;
-    int doublings;  // of the size, less than for the longest edge
+    int doublings;  // an edge's ends are less than 2^doublings sizes from a point in the view
     int most_units;
   } rows[] = {
       {"far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3},
@@ -94,7 +94,7 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
     const real_pt_t high = {low.x + size, low.y + size};
     int n_crossings = 0;
     for (int i = 0; i < 4000; ++i) {
-      // Upright, or turned, with a corner on each side of a square.
+      // The view: a square, or a turned one with its corners on the sides of that square.
       const double turn = i % 2 == 0 ? 0 : std::round(std::ldexp(size, -random.below(12)));
       const real_pt_t c[] = {{low.x + turn, low.y},
                              {high.x, low.y + turn},
@@ -109,7 +109,7 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
       const real_pt_t b = {std::round(after.real()), std::round(after.imag())};
       const real_rect_t view = {{c[0], c[1], c[2], c[3]}};
       for (const auto& [p, flag] : clipped(ClipPolygonSetToView, {{a, 1}, {b, 3}}, view)) {
-        if (p == a || p == b || std::count(c, c + 4, p) > 0) continue;  // the ring runs by corners
+        if (p == a || p == b || std::count(c, c + 4, p) > 0) continue;  // no crossing
         double units = HUGE_VAL;
         for (int k = 0; k < 4; ++k) units = std::fmin(units, off_crossing(p, a, b, c[k], c[k + 1]));
         SCOPED_TRACE(testing::Message()

@@ -38,7 +38,7 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
     Box box;
     utl_maxmin_arc(&center, 5, &from, &to, 0, &box.max, &box.min);
     expect_box(box, wanted, why);
-    utl_maxmin_arc(&center, 5, &to, &from, 1, &to, &from);  // the ends may be overwritten
+    utl_maxmin_arc(&center, 5, &to, &from, 1, &to, &from);  // results may overwrite the ends
     expect_box({to, from}, wanted, why);
   }
 }

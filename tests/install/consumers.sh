@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# consumers.sh SOURCE BUILD COMPILER WORK: installs the built library, moves the installed tree,
-# and builds and runs the same consumer through find_package, pkg-config and add_subdirectory, and a
-# program of a project in C.
+# consumers.sh SOURCE BUILD COMPILER WORK: installs the built library and moves the installed tree.
+# Builds and runs one program in C++ through find_package, pkg-config and add_subdirectory, and one
+# in C through find_package.
 set -euo pipefail
 source=$1 build=$2 compiler=$3 work=$4
 here=$source/tests/install

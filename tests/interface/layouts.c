@@ -1,5 +1,6 @@
-// The records and constants for C beside those of C++, see c_header.py. Compiled as either, it
-// prints sizes, places and values; in C++ it also holds each type against its text for C.
+// Prints the sizes, offsets and values of records and constants. They must be the same as C and as
+// C++ (c_header.py compares). C++ also checks that each field has the type that the C header
+// states.
 
 #include <zelvan/zelvan_c.h>
 

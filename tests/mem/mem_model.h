@@ -20,7 +20,7 @@ class MemModel {
   ~MemModel() {
     clear();
     MemListDelete(&list_);
-    for (const Row& row : rows_) std::free(row.address);  // what the clear had to leave
+    for (const Row& row : rows_) std::free(row.address);  // clear() leaves rows with grandchildren
     MemPoolDelete(&pool_);
   }
 
@@ -109,7 +109,7 @@ class MemModel {
     MemListClear(list_);
   }
 
-  /// Releases the row of the least measure, the first of equals, but no row whose measure is 0.
+  /// Releases the block with the least measure above 0, the first of equals, and its children.
   void evict(const std::function<int(int)>& measure) {
     int least = -1;
     for (int i = 0; i < n_rows(); ++i) {
@@ -118,7 +118,8 @@ class MemModel {
     if (least >= 0) release_family(least);
   }
 
-  /// Returns a null pointer in the block `*parent`, or one outside, and then sets `*parent` to -1.
+  /// Returns the address of a pointer that is null: one in the block `*parent` if there is one;
+  /// else one outside all blocks, and sets `*parent` to -1.
   void** find_place(int* parent) {
     if (*parent >= 0) {
       auto** const first = static_cast<void**>(rows_[*parent].address);
@@ -136,8 +137,8 @@ class MemModel {
     if (rows_[index].address != nullptr) rows_[index].parent = parent == index ? -1 : parent;
   }
 
-  /// Allocates a block with its owner in the block `parent` if there is room, else outside. If the
-  /// pool is short, the handler first removes the oldest block; if that is the parent, all fails.
+  /// Allocates a block, with its owner's pointer in the block `parent` if that has room, else
+  /// outside. A full pool first loses its oldest block; if that is the parent, allocation fails.
   void allocate(int size, int parent) {
     void** const place = find_place(&parent);
     const auto is_free = [](const Row& row) { return row.address == nullptr; };

@@ -1,5 +1,5 @@
-// For LD_PRELOAD: runs a shell command before the first call of a name, as in
-// BEFORE_unlink="cp disk copy".
+// For LD_PRELOAD: runs a shell command once, before a program's first call of a function. With
+// BEFORE_unlink="cp disk copy" in the environment, it runs cp before the first call of unlink.
 #define _GNU_SOURCE
 
 #include <dlfcn.h>

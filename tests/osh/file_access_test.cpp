@@ -31,7 +31,7 @@ static int inquired(char* path) {
   return osh_inquire_file(path, &mode) == 1 ? mode : mode - 7;
 }
 
-// Each operation with paths of every kind, which World has. A failure changes nothing.
+// Calls each operation for every kind of path in World. One that fails must change nothing.
 TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   // clang-format off
   const struct {
@@ -145,8 +145,8 @@ TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {
   EXPECT_EQ(osh_close(fd), 0);
 }
 
-// A line feed ends a line, and so does a carriage return that neither of them follows. Reads all
-// texts of up to six of these four bytes, and longer random ones, with buffers of any size.
+// A line feed ends a line, and so does a carriage return, unless one of the two follows it. Reads
+// all texts of up to six of a, b and these two, and longer random ones, with buffers of any size.
 TEST(ReadLine, EndsAfterALineFeedOrALoneCarriageReturn) {
   const World world;
   support::Random random(6);

@@ -21,9 +21,9 @@ const std::set<int> each_time;
 /// A system call that may fail without making its operation fail.
 struct Harmless {
   std::string call;
-  std::set<int> which;  ///< of the calls of that name, from 1 on; or `each_time`
+  std::set<int> which;  ///< the calls of that name that may: 1 for the first; or `each_time`
   const char* why;
-  std::string change = {};  ///< of the files in that case, if it differs
+  std::string change = {};  ///< of the files after the failure; empty if the usual one
 };
 
 struct Promise {
@@ -56,7 +56,7 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
   umask(07);  // others than user and group may do nothing with a new file
   const World world;
   put(".zelvan-" + std::to_string(getpid()) + "-0", "in use by others");
-  const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // a later look doesn't change them
+  const timespec times[] = {{4'000'000'000, 0}, {1000, 0}};  // reads keep a future access time
   utimensat(AT_FDCWD, "plain", times, 0);
   EXPECT_EQ(geteuid() == 0 ? chown("other", 12, 34) : 0, 0);
   fs::permissions("plain", fs::perms{04775});
@@ -78,9 +78,9 @@ bool keeps(const Promise& promise, int why, Failures failures, bool interrupted 
   return done;
 }
 
-/// Lets each call of the operation be interrupted, then fail alone, and then lets the heap refuse
-/// each of its requests, alone and with all after it. The operation may succeed all the same only
-/// where a failure is harmless.
+/// Repeats the operation: with all its system calls interrupted; once for each of its calls, which
+/// then fails; and with each of its heap requests refused, alone and with all later ones. If a call
+/// fails, the operation must fail as well, unless the failure is listed as harmless.
 void check(const char* name, const Operation& operation, const std::string& change,
            const std::vector<Harmless>& all_harmless, const Failures& always = {}) {
   SCOPED_TRACE(name);
@@ -263,7 +263,7 @@ TEST(Sockets, CarryAConversationOrReportWhatFails) {
          {"getsockname", {2}, "it is not its own peer"},
          {"getpeername", {1}, "it is not its own peer"},
          {"close", each_time, "everything has arrived"}});
-  // After an interruption the system has to be asked for the result of the connection.
+  // After an interrupted connect, its result is known only by asking the system (getsockopt).
   EXPECT_FALSE(support::run_failing([] { return converse(false); }, {}, true)) << "nobody answers";
   EXPECT_FALSE(support::run_failing(meets, {{"getsockopt", 1, EIO}}, true)) << "it can't be asked";
   platform::SocketAddress own = platform::loopback;

@@ -15,8 +15,9 @@ int deletes_to_fail;
 
 }  // namespace
 
-// Programs call imported functions through such pointers, and the linker passes these to the
-// library. Each plays a failure as the system's documentation describes it.
+// A program calls an imported function through a pointer named __imp_ and the function. The
+// linker's option --wrap makes the library use these pointers, whose functions can fail as
+// documented.
 extern "C" {
 extern decltype(&::ReplaceFileW) __real___imp_ReplaceFileW;
 extern decltype(&::MoveFileExW) __real___imp_MoveFileExW;

@@ -21,7 +21,7 @@ inline Word ibm_of(Word ieee, int bits) {
                                   : __builtin_bit_cast(double, n);
   if (!(value < HUGE_VAL)) return sign | (bits == 24 ? 0x20 : Word{0x7F}) << bits;
   if (value >= 0x1p252) return sign | ~Word{0} >> 1;
-  // The characteristic with which 0.F * 16^(X - 64) has no leading zero digit.
+  // The exponent X with which the fraction F of 0.F * 16^(X - 64) has no leading zero digit.
   const int exponent = static_cast<int>(__builtin_bit_cast(Word, value) >> 52);
   const int x = std::max((exponent + 1) / 4 - 191, 0);
   const Word fraction(value * power_of_2(bits + 256 - 4 * x));

@@ -31,7 +31,7 @@ class Random {
   double hard_double() {
     static constexpr double edges[] = {
         0.0, 0.5, 0x1.fffffffffffffp-2, 1.0, 1.5, 2.5, 32767.5, 32768.0, 65535.5, 1e9 + 0.5,
-        // The last that fit an integer, and the first that do not.
+        // Around the largest int, before and after rounding.
         2147483647.0, 2147483647.4999998, 2147483647.5, 2147483648.0, 2147483648.5, 2147483649.0,
         4294967296.0, 0x1p52, 0x1p53, 1e300, 0x1p-1022, 0x1p-1074, INFINITY, NAN};
     const double sign = below(2) == 0 ? 1.0 : -1.0;

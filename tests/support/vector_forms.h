@@ -23,7 +23,7 @@ void for_each_form(Run& run, zelvan::FormList<First, Others...> /*forms*/) {
   First::may_run = false;
   for_each_form(run, zelvan::FormList<Others...>{});
   First::may_run = may_run;
-  if (may_run) run(First::name);  // runs this form: those preferred to it are switched off
+  if (may_run) run(First::name);  // runs First: the forms before it in the list are off
 }
 
 /// Calls `run(name)` once with the plain forms forced and once with each vector form that this

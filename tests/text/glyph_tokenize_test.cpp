@@ -16,7 +16,8 @@ static Tokens glyphs(const std::u16string& text) {
   return all;
 }
 
-/// Sets the language where the environment has a say; elsewhere tells whether it is this one.
+/// Returns whether the tests run in this language. Where the environment decides the language, sets
+/// it and returns true; on other systems the user's setting decides.
 static bool is_language(const char* language) {
   support::set_environment("LC_ALL", language);
   const std::string of_system = support::language();

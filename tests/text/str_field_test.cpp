@@ -11,7 +11,8 @@ namespace {
 
 using zelvan::string_rules;
 
-/// A parser with the library's record, and the rules by which `read_field` agrees with it.
+/// A parser that writes into the library's record, and the rules with which `read_field` must
+/// agree.
 struct Parser {
   str_field* (*parse)(char* text);
   string_rules rules;

@@ -53,7 +53,7 @@ TEST(ConvertFlpt, LooksAtSixBitsOfTheFormat) {
 TEST(ConvertFlptDeathTest, ReportsAnUnknownConversionAndReturns) {
   const auto convert_nothing = [](int format, unsigned short type) {
     tra_convert_flpt(format, type, 0, nullptr, nullptr);
-    std::exit(9);  // so the call has returned
+    std::exit(9);  // reached only if the call returns
   };
   const char line[] =
       "^ZVN MSG\\(.*tra_prm0.cpp,.+\\): tra_convert_flpt: unimplemented conversion\n$";

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-// The minimum is `p < q ? p : q` and the maximum `q > p ? q : p`.
+// Minimum: `p < q ? p : q`, maximum: `q > p ? q : p`. That decides about NaNs and signed zeros.
 TEST(CAlignedRect, SortsTwoCornersOnEachAxis) {
   const auto expect = [](DblPt p, DblPt q, DblPt low, DblPt high, const char* why) {
     CAlignedRect rect(p, q);

@@ -208,7 +208,8 @@ TEST(XfmRect, IsTheBoxOfFourMappedCorners) {
 using Reals = support::Vertices<real_pt_t>;
 using Ints = support::Vertices<int_pt_t>;
 
-// Maps all vertices as one chain, or each polygon apart.
+// Maps to pixels by `XfmPolySetPts`, which compares each vertex with the one before; if `apart`, by
+// `XfmPolygons`, which compares only vertices of the same polygon.
 Ints rounded(const Reals& in, bool apart = false) {
   support::SetArrays<real_pt_t> source(in);
   support::SetArrays<int_pt_t> room(in.size());
@@ -250,14 +251,14 @@ TEST(RealXfmPolygons, ComparesUnroundedCoordinates) {
   const drw_pset_t set = {3, in.points.data(), in.flags.data()};
   drw_pset_t out = {-1, room.points.data(), room.flags.data()};
   Mtx2D unmoved;
-  unmoved.ty = -0.0;                          // keeps -0.0 as it is
+  unmoved.ty = -0.0;                          // -0.0 + -0.0 is -0.0; adding 0.0 makes it 0.0
   zelvan_map_polygons(&set, &out, &unmoved);  // calls RealXfmPolygons
   EXPECT_EQ(room.first(out.n_points), (Reals{{{1.25, 0}, 1}, {{1, 0}, 2}}))
       << "-0.0 equals 0.0, and the last of equals stays";
 }
 
-// After one vertex each of 100 comes three times, an eighth apart; each two are a polygon. So
-// vertex 128, which begins a block, repeats the one before, and vertex 256 does not.
+// After vertex 0, every three vertices round to one pixel, and every six are a polygon. So vertex
+// 128, which begins a block, rounds to the same pixel as the one before, and vertex 256 does not.
 TEST(XfmPolygon, ComparesVerticesAsItWritesThem) {
   Reals vertices = {{{-1, 0}, 3}};
   for (int i = 0; i < 300; ++i) {

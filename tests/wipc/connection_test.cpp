@@ -8,9 +8,9 @@
 
 namespace platform = zelvan::platform;
 
-// Runs in each pause, which takes no time; and the length that all pauses would have had.
+// Called in each pause of the library. A pause takes no time here.
 static std::function<void()> on_pause = [] {};
-static int paused_ms;
+static int paused_ms;                                              // sum of the times asked for
 static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
 
 static char localhost[] = "localhost", *own_name;
@@ -128,7 +128,7 @@ TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhile
   const struct {
     bool is_on;
     std::vector<std::pair<std::uint8_t, int>>
-        connections;  // last number of the address, index of the port
+        connections;  // last number of the peer's address, index in `ports`
   } rows[] = {
       {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is accepted
       {false, {{2, 0}, {2, 1}}},                 // the first on each port is accepted

@@ -24,7 +24,8 @@ def public_headers():
 
 def for_doxygen(text):
     """Returns the header in a form that Doxygen understands. Line numbers stay the same."""
-    # Remove statements for the compiler, and names of a base class, which have their entries there.
+    # Remove statements for the compiler, and using-declarations: the page of the base class has the
+    # entries of these names.
     text = re.sub(r"^ *(static_assert|friend|using \w+::)[^;]*;.*",
                   lambda statement: "\n" * statement[0].count("\n"), text, flags=re.M)
     text = text.replace("#pragma once", r"/// \file", 1)

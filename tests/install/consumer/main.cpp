@@ -50,7 +50,7 @@ int main() {
   m.SetType();
   m.type = Mtx2DTypeGeneral;
   double x = 0.0, y = 0.0;
-  m.XfmPt(1.0 + 0x1p-27, 1.0, &x, &y);  // 0 by two roundings, 0x1p-54 by one
+  m.XfmPt(1.0 + 0x1p-27, 1.0, &x, &y);  // 0; but 0x1p-54 if product and sum were fused
   std::printf("%s; %a; %s\n", mine ? "a region of my own, hit" : "not found", x,
               tokens_are_as_expected() ? "tokens as expected" : "other tokens");
 }
