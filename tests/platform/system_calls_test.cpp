@@ -8,6 +8,7 @@
 
 #include <osh/world.h>
 #include <support/posix/failing_calls.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -251,7 +252,12 @@ bool converse(bool is_answered) {
   done = done && text == std::string("to you") && platform::gethostname(text, 2) == 0 &&
          std::strlen(text) == 1 && platform::gethostbyname("localhost", &address) == 1 &&
          address.host[0] == 127;
-  for (const int end : {door, near, far}) platform::closesocket(end);
+  // Without this the connection would keep the port for a minute, and `bind` of another run could
+  // fail.
+  const linger no_wait = {1, 0};
+  support::__real_setsockopt(near, SOL_SOCKET, SO_LINGER, reinterpret_cast<support::Word>(&no_wait),
+                             sizeof no_wait);
+  for (const int end : {near, far, door}) platform::closesocket(end);
   return done;
 }
 
