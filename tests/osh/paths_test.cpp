@@ -1,6 +1,7 @@
 #include <zelvan/osh/paths.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -79,6 +80,35 @@ TEST(FindExecPath, PutsTheCurrentDirectoryBeforeAPath) {
   EXPECT_EQ(directory, world.path) << "the current directory";
   fs::current_path("/");
   EXPECT_EQ(absolute("./x"), "/x");
+}
+
+TEST(GetWorkingDir, RefusesWhatIsRemovedOrDoesNotFit) {
+  if (!support::is_posix) GTEST_SKIP() << "the system limits the path, and keeps its directory";
+  const World world;
+  char directory[1024];
+  for (const std::size_t wanted : {1023u, 1024u}) {
+    fs::current_path(world.path);
+    for (std::size_t left = wanted - world.path.size(); left > 0;) {
+      const std::size_t part = left > 202 ? 200 : left > 200 ? 100 : left;  // with its separator
+      const std::string name(part - 1, 'd');
+      fs::create_directory(name);
+      fs::current_path(name);
+      left -= part;
+    }
+    directory[0] = '~';
+    errno = 0;
+    const bool fits = wanted < sizeof directory;
+    EXPECT_EQ(osh_get_working_dir(directory), fits) << wanted;
+    EXPECT_EQ(directory[0], fits ? '/' : '~') << wanted;
+    EXPECT_EQ(errno, fits ? 0 : ERANGE) << wanted;
+  }
+  fs::current_path(world.path);
+  fs::create_directory("removed");
+  fs::current_path("removed");
+  fs::remove("../removed");
+  EXPECT_EQ(osh_get_working_dir(directory), 0);
+  EXPECT_EQ(directory[0], '~') << "unchanged";
+  EXPECT_EQ(errno, ENOENT);
 }
 
 TEST(FileParameters, AreTenNumbers) {

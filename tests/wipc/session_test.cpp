@@ -39,3 +39,16 @@ TEST(PollSession, TellsWhetherAReadWouldFindSomething) {
   shutdown(peer.data[1], SHUT_RDWR);
   EXPECT_EQ(wipc_poll_session(peer.session), 1) << "the peer has gone";
 }
+
+TEST(Sockets, AreRefusedByImpossibleNumbers) {
+  const std::string reports = printed([] {
+    EXPECT_EQ(zelvan::wipc_check_sockets(0), 1) << "none is needed";
+    EXPECT_EQ(zelvan::wipc_check_sockets(-1), 0);
+    EXPECT_EQ(zelvan::wipc_poll_socket(0), 0) << "the standard input is no session";
+    EXPECT_EQ(zelvan::wipc_poll_socket(-1), 0);
+  });
+  EXPECT_EQ(reports,
+            "Error: Invalid number of sockets to check (-1)\n"
+            "Polling invalid session/socket ID (0)\n"
+            "Polling invalid session/socket ID (-1)\n");
+}

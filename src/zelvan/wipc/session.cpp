@@ -5,7 +5,6 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/session.h>
 
-#include <cassert>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -73,7 +72,10 @@ wipc_session* wipc_create_bind(int* port) {
 }
 
 int wipc_check_sockets(int n) {
-  assert(n >= 0);
+  if (n < 0) {
+    wipc_print("Error: Invalid number of sockets to check (%d)\n", n);
+    return 0;
+  }
   const auto sockets = new_array<OwnedSocket>(static_cast<std::size_t>(n));
   if (sockets == nullptr) {
     wipc_print("Error: Memory allocation failure when checking for %d sockets\n", n);
@@ -108,7 +110,10 @@ void wipc_release_bind_sessions(void) {
 }
 
 int wipc_poll_socket(int socket) {
-  assert(socket > 0);
+  if (socket <= 0) {
+    wipc_print("Polling invalid session/socket ID (%d)\n", socket);
+    return 0;
+  }
   return platform::select(socket) > 0;
 }
 

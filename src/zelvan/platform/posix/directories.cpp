@@ -27,7 +27,10 @@ std::string current_directory() {
 }
 
 std::string absolute_form(std::string_view path) {
-  if (path.empty()) return {};
+  if (path.empty()) {
+    errno = ENOENT;
+    return {};
+  }
   std::string form;
   if (path[0] != '/') {
     form = current_directory();
@@ -56,8 +59,10 @@ unsigned store(std::string_view text, char* buffer, unsigned size) {
 
 unsigned GetCurrentDirectoryA(unsigned size, char* buffer) try {
   const std::string directory = current_directory();
-  if (directory.size() >= size) return 0;
-  return directory.empty() ? 0 : store(directory, buffer, size);
+  if (directory.empty()) return 0;
+  if (directory.size() < size) return store(directory, buffer, size);
+  errno = ERANGE;
+  return 0;
 } catch (const std::bad_alloc&) {
   return 0;
 }
@@ -74,8 +79,10 @@ unsigned GetFullPathNameA(const char* path, unsigned size, char* buffer) try {
 }
 
 unsigned GetShortPathNameA(const char* path, char* buffer, unsigned size) {
-  if (_access(path, 0) != 0 || std::strlen(path) >= size) return 0;
-  return store(path, buffer, size);
+  if (_access(path, 0) != 0) return 0;
+  if (std::strlen(path) < size) return store(path, buffer, size);
+  errno = ERANGE;
+  return 0;
 }
 
 const char* log_prefix() { return "/tmp/logQelt-"; }

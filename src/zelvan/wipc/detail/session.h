@@ -52,6 +52,7 @@ int wipc_startup(void);
 wipc_session* wipc_create_bind(int* port);
 
 /// Returns 1 if the process can open `n` more sockets, else 0: opens them and closes them again.
+/// Refuses a negative `n`.
 int wipc_check_sockets(int n);
 
 /// Creates a record without a status socket and with empty queues; returns null if the heap
@@ -67,7 +68,8 @@ void release_bind_session(wipc_session* session);
 /// Closes and releases both bind sessions of the pending connection, and sets them to null.
 void wipc_release_bind_sessions(void);
 
-/// Returns 1 if a read from the socket would not wait, else 0. Never waits.
+/// Returns 1 if a read from the socket would not wait, else 0. Never waits. Refuses a socket of 0
+/// or below: 0 is the status socket of a new record.
 int wipc_poll_socket(int socket);
 
 /// Returns the record of a handle; null for a null handle and for a bind session, which callers may
