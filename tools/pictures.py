@@ -46,8 +46,11 @@ def main(out):
     for name, size in expected.items():
         if size_of_png(out / name) != size:
             sys.exit(f"{out / name}: {size_of_png(out / name)} pixels, {size} are meant")
-    if not xml.etree.ElementTree.parse(out / "world.svg").getroot().tag.endswith("svg"):
+    svg = xml.etree.ElementTree.parse(out / "world.svg").getroot()
+    if not svg.tag.endswith("svg"):
         sys.exit(f"{out}/world.svg: no SVG")
+    if sum(element.tag.endswith("path") for element in svg.iter()) < 177:  # countries
+        sys.exit(f"{out}/world.svg: countries are missing")
     print(f"demo: {len(expected)} pictures of the right size, and world.svg")
 
 

@@ -1,6 +1,7 @@
 #include "common/compact_outlines.h"
 
 #include "common/error.h"
+#include "common/printable.h"
 
 #include <cstdint>
 
@@ -23,7 +24,8 @@ class Reader {
   Country read() {
     const std::size_t name_end = text_.find('\n', at_);
     if (name_end == text_.npos) fail("a name without an end");
-    Country country{std::string(text_.substr(at_, name_end - at_)), {}};
+    Country country{printable(text_.substr(at_, name_end - at_)), {}};
+    if (country.name.empty()) country.name = "unnamed";
     at_ = name_end + 1;
     std::int64_t x = 0, y = 0;  // wide enough for the sum of any file's steps
     for (std::uint32_t polygons = read_number(); polygons > 0; --polygons) {

@@ -45,7 +45,7 @@ void hide_cuts(MapPolygons& polygons, std::size_t start = 0);
 
 /// A country, or any other feature of the data with a name.
 struct Country {
-  std::string name;
+  std::string name;     ///< not empty, without control characters
   MapPolygons outline;  ///< filled by the even-odd rule
 };
 

@@ -91,6 +91,7 @@ std::string read_file_part(const std::string& path, std::size_t offset, std::siz
 }
 
 void write_file(const std::string& path, const std::string& bytes) {
+  const HeldInterrupts held;
   std::string beside = claim(path + ".", "AAA.part");
   std::string target = path;
   const bool is_put = !beside.empty() && put(beside, bytes);
@@ -108,6 +109,15 @@ void finish_output() {
   if (std::fflush(stdout) != 0) fail("standard output", "can't be written");
   if (std::ferror(stdout) != 0) throw Error("standard output: can't be written");
 }
+
+HeldInterrupts::HeldInterrupts() {
+  sigset_t held;
+  sigemptyset(&held);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signal);
+  pthread_sigmask(SIG_BLOCK, &held, &before_);
+}
+
+HeldInterrupts::~HeldInterrupts() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 
 FreeName::FreeName(const std::string& prefix, const std::string& letters)
     : path_(claim(prefix, letters)) {

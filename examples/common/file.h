@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include <signal.h>
+
 namespace example {
 
 /// Returns the bytes of a file. Throws `Error` if it can't be read.
@@ -17,14 +19,28 @@ std::string read_file_part(const std::string& path, std::size_t offset, std::siz
 ///
 /// The bytes go to a second file in the same folder, which is then renamed. So a reader sees the
 /// old file or the new one, never a part. If it can't be written, throws `Error` and removes the
-/// second file.
+/// second file. An interrupt (Ctrl-C) takes effect only after that, so it leaves no second file.
 void write_file(const std::string& path, const std::string& bytes);
 
 /// Writes what standard output still holds back. Throws `Error` if any of the program's output is
 /// lost, as on a full disk.
 void finish_output();
 
-/// A file name that was free. An empty file reserves it, which the destructor removes.
+/// Holds back Ctrl-C, hang-ups and requests to end until this object ends, so that no unfinished
+/// file is left. Other threads of the program have to block these signals themselves.
+class HeldInterrupts {
+ public:
+  HeldInterrupts();
+  HeldInterrupts(const HeldInterrupts&) = delete;
+  HeldInterrupts& operator=(const HeldInterrupts&) = delete;
+  ~HeldInterrupts();
+
+ private:
+  sigset_t before_;
+};
+
+/// A file name that was free. An empty file reserves it, which the destructor removes. Until then
+/// an interrupt is held back.
 class FreeName {
  public:
   /// Takes the first free name of `prefix` followed by `letters`, whose capitals count up: AAA,
@@ -40,6 +56,7 @@ class FreeName {
   void keep() { is_kept_ = true; }
 
  private:
+  HeldInterrupts held_;
   std::string path_;
   bool is_kept_ = false;
 };

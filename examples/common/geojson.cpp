@@ -2,6 +2,7 @@
 
 #include "common/error.h"
 #include "common/globe.h"
+#include "common/printable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -133,13 +134,15 @@ class Reader {
     ondemand::object properties;
     if (feature["properties"].get_object().get(properties) == simdjson::SUCCESS) {
       for (const char* key : {"name", "NAME", "ADMIN"}) {
-        if (properties[key].get_string().get(text) == simdjson::SUCCESS) return std::string(text);
+        if (properties[key].get_string().get(text) != simdjson::SUCCESS) continue;
+        if (!text.empty()) return printable(text);
       }
     }
     ondemand::value id;
     if (feature["id"].get(id) != simdjson::SUCCESS) return "unnamed";
     const bool is_text = id.get_string().get(text) == simdjson::SUCCESS;
-    return std::string(is_text ? text : simdjson::to_json_string(id).value());
+    const std::string name = printable(is_text ? text : simdjson::to_json_string(id).value());
+    return name.empty() ? "unnamed" : name;
   }
 
   void read_geometry(ondemand::value json, const std::string& place) {

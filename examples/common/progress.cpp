@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <utility>
 
+#include <signal.h>
 #include <unistd.h>
 
 namespace example {
@@ -44,6 +45,9 @@ void Progress::end() {
 }
 
 void Progress::run() {
+  sigset_t all;
+  sigfillset(&all);
+  pthread_sigmask(SIG_BLOCK, &all, nullptr);  // signals are for the thread that works
   std::unique_lock lock(mutex_);
   while (!over_.wait_for(lock, interval, [this] { return is_over_; })) {
     const auto spent = std::chrono::steady_clock::now() - start_;

@@ -57,15 +57,16 @@ int main(int argc, char** argv) {
       ->required();
   constexpr int bad_input = 2;
   try {
-    app.parse(argc, argv);
-    run(data, output);
+    try {
+      app.parse(argc, argv);
+      run(data, output);
+    } catch (const CLI::CallForHelp&) {
+      std::printf("%s", app.help().c_str());
+    } catch (const CLI::ParseError& error) {
+      throw example::Error(std::string(error.what()) + "; see foreign --help");
+    }
     example::finish_output();
     return 0;
-  } catch (const CLI::CallForHelp&) {
-    std::printf("%s", app.help().c_str());
-    return 0;
-  } catch (const CLI::ParseError& error) {
-    std::fprintf(stderr, "foreign: %s; see foreign --help\n", error.what());
   } catch (const std::exception& error) {
     std::fprintf(stderr, "foreign: %s\n", error.what());
   }

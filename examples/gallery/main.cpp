@@ -4,7 +4,9 @@
 #include "gallery/pages.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <span>
@@ -40,6 +42,12 @@ void make_folder(const std::filesystem::path& folder) {
   if (error) throw example::Error(folder.string() + ": can't be made: " + error.message());
 }
 
+// Writes what standard output still holds back. Throws `Error` if any of it is lost.
+void finish_output() {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
+  throw example::Error(std::string("standard output: can't be written: ") + std::strerror(errno));
+}
+
 void print_usage(std::FILE* out) {
   std::fputs("usage: gallery FOLDER [PAGE...]\n\nDraws these pages, or all, as FOLDER/PAGE.png:\n",
              out);
@@ -50,19 +58,21 @@ void print_usage(std::FILE* out) {
 
 int main(int argc, char** argv) {
   const std::span<char*> arguments(argv + 1, argv + argc);
-  if (arguments.empty() || arguments[0][0] == '-') {
-    const std::string_view option = arguments.empty() ? "" : arguments[0];
-    const bool is_asked = option == "--help" || option == "-h";
-    print_usage(is_asked ? stdout : stderr);
-    return is_asked ? 0 : 2;
-  }
   try {
+    if (arguments.empty() || arguments[0][0] == '-') {
+      const std::string_view option = arguments.empty() ? "" : arguments[0];
+      const bool is_asked = option == "--help" || option == "-h";
+      print_usage(is_asked ? stdout : stderr);
+      finish_output();
+      return is_asked ? 0 : 2;
+    }
     const std::filesystem::path folder = arguments[0];
     std::vector<const Page*> wanted;
     for (const char* name : arguments.subspan(1)) wanted.push_back(&page_of_name(name));
     if (wanted.empty()) wanted.assign(gallery::pages().begin(), gallery::pages().end());
     make_folder(folder);
     for (const Page* page : wanted) draw(*page, folder);
+    finish_output();
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "gallery: %s\n", error.what());

@@ -10,6 +10,7 @@
 
 #include "common/error.h"
 #include "common/file.h"
+#include "common/printable.h"
 #include "session/options.h"
 #include "session/picker_process.h"
 
@@ -76,10 +77,15 @@ class Conversation {
   }
 
  private:
+  // Returns the message that was read. It comes from another program, perhaps a hostile one.
+  std::string message_of(int length) const {
+    return printable({message_, static_cast<std::size_t>(length)});
+  }
+
   void print_status() {
     int length;
     while ((length = wipc_read_status(session_, message_, sizeof message_)) > 0) {
-      std::printf("picker: %.*s\n", length, message_);
+      std::printf("picker: %s\n", message_of(length).c_str());
     }
     std::fflush(stdout);
   }
@@ -103,7 +109,7 @@ class Conversation {
       print_status();  // a last report may say why
       return false;
     }
-    std::printf("%g,%g: %.*s\n", asked_.x, asked_.y, length, message_);
+    std::printf("%g,%g: %s\n", asked_.x, asked_.y, message_of(length).c_str());
     std::fflush(stdout);
     awaits_answer_ = false;
     return true;
@@ -123,7 +129,7 @@ class Conversation {
         places_.push_back(*place);
       } else if (!line.empty()) {
         std::fprintf(stderr, "session: '%s' is no LON,LAT in degrees, such as 12.5,41.9\n",
-                     line.c_str());
+                     printable(line).c_str());
       }
     }
   }
@@ -153,8 +159,8 @@ End talk(const Options& options) {
 int main(int argc, char** argv) {
   try {
     const std::optional<Options> options = read_options(argc, argv);
-    if (!options) return 0;
-    switch (talk(*options)) {
+    const End end = options ? talk(*options) : End::answered;
+    switch (end) {
       case End::answered:
         finish_output();
         return 0;

@@ -26,8 +26,13 @@ pid_t start(const std::string& module, int primary_port, int secondary_port) {
                              std::to_string(secondary_port), std::to_string(getpid())};
   char* argv[std::size(arguments) + 1] = {};
   for (std::size_t i = 0; i < std::size(arguments); ++i) argv[i] = arguments[i].data();
+  posix_spawnattr_t own_group;  // so that Ctrl-C in the terminal reaches this program alone
+  posix_spawnattr_init(&own_group);
+  posix_spawnattr_setflags(&own_group, POSIX_SPAWN_SETPGROUP);
   pid_t started = 0;
-  if (const int error = posix_spawn(&started, argv[0], nullptr, nullptr, argv, environ)) {
+  const int error = posix_spawn(&started, argv[0], nullptr, &own_group, argv, environ);
+  posix_spawnattr_destroy(&own_group);
+  if (error != 0) {
     throw Error(module + ": " + std::strerror(error));
   }
   return started;

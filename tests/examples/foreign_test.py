@@ -48,6 +48,17 @@ class Foreign(unittest.TestCase):
             self.assertEqual(run.returncode, 2, output)
             self.assertRegex(run.stderr, r"\Aforeign: .*%s.*\n\Z" % said)
 
+    def test_a_full_disk_is_told_of(self):
+        with tempfile.TemporaryDirectory() as folder, open("/dev/full", "w") as full:
+            gallery = os.path.join(os.path.dirname(FOREIGN), "../gallery/gallery")
+            for program, *arguments in ((FOREIGN, "--help"), (gallery, "--help"),
+                                        (gallery, folder, "conics")):
+                run = subprocess.run([program, *arguments], stdout=full, stderr=subprocess.PIPE,
+                                     text=True, timeout=60)
+                self.assertEqual((run.returncode, run.stderr), (
+                    2, os.path.basename(program) +
+                    ": standard output: can't be written: No space left on device\n"))
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -4,6 +4,7 @@ import json
 import math
 import os
 import re
+import signal
 import struct
 import subprocess
 import sys
@@ -120,6 +121,18 @@ class RealMaps(unittest.TestCase):
                                       "--pick=" + place, "--pixel=49,49")
                         self.assertEqual(re.findall(": (unnamed|no country),", run.stdout),
                                          [expected, expected], (rings, place, run))
+
+    def test_a_name_neither_begins_a_line_nor_commands_the_terminal(self):
+        rows = (("a\nplace 1,1: b", "a?place 1,1: b"), ("\x1b[31m\x7f\x00", "?[31m??"),
+                ("\u009b31m", "?31m"), ("\u00a0\u00c2\u0080", "\u00a0\u00c2?"), ("", "unnamed"))
+        with tempfile.TemporaryDirectory() as folder:
+            data = os.path.join(folder, "names.json")
+            for name, shown in rows:
+                with open(data, "w", encoding="utf-8") as file:
+                    json.dump({"type": "Feature", "properties": {"name": name},
+                               "geometry": json.loads(SQUARE)}, file)
+                self.assertIn("\nplace 0.5,0.4: %s, at pixel" % shown,
+                              mapview("-d", data, "--pick=0.5,0.4").stdout, repr(name))
 
     def test_no_coast_is_drawn_where_a_ring_is_closed_over_a_pole(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -376,6 +389,7 @@ class BadInput(unittest.TestCase):
         (polygon('[[0,0],[1,0],["1",1],[0,0]]'), ": at /coordinates/0/2: no position"),
         (polygon("[[0,0],[1],[1,1],[0,0]]"), ": at /coordinates/0/1: no position"),
         ('{"type":"GeometryCollection","geometries":[' * 100 + "]}" * 100, "nested too deeply"),
+        ('{"type":"a\\nb\\u001b[31m"}', ': no GeoJSON type: "a?b?[31m"'),  # one line, no colours
         (COMPACT, ": no polygons"), (COMPACT + "Atlantis", ": at byte 25: a name without an end"),
         (COMPACT + "Atlantis\n\1\2", ": at byte 36: a polygon of fewer than three"),
         (COMPACT + "Atlantis\n\1\3\1\1\4\1\1", ": at byte 41: the file ends too early"),
@@ -473,6 +487,19 @@ class Terminal(unittest.TestCase):
                                      text=True, timeout=100)
                 self.assertEqual((run.returncode, run.stderr), (
                     2, "mapview: standard output: can't be written: No space left on device\n"))
+
+    def test_ctrl_c_while_a_picture_is_saved_leaves_that_picture_alone_and_whole(self):
+        for _ in range(5):  # saving takes milliseconds, so one signal may come too late
+            with tempfile.TemporaryDirectory() as folder:
+                run = subprocess.Popen([MAPVIEW, "-o", "auto"], cwd=folder,
+                                       stdout=subprocess.DEVNULL)
+                while not os.listdir(folder) and run.poll() is None:
+                    pass
+                run.send_signal(signal.SIGINT)
+                self.assertIn(run.wait(timeout=60), (-signal.SIGINT, 0))
+                self.assertEqual(os.listdir(folder), ["mapview-AAA.png"])
+                with open(folder + "/mapview-AAA.png", "rb") as file:
+                    self.assertEqual(file.read()[-8:-4], b"IEND")
 
     def test_without_a_picture_and_picks_says_how_to_get_one(self):
         self.assertIn("-o map.png", mapview().stderr)

@@ -25,7 +25,8 @@ class Session(unittest.TestCase):
     def open(self, *arguments):
         """A session that has answered its first question, and the id of its picker."""
         session = subprocess.Popen([SESSION, *arguments], stdin=subprocess.PIPE, text=True,
-                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=1)
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=1,
+                                   start_new_session=True)
         for clean_up in (session.stdout.close, session.stderr.close, session.stdin.close,
                          session.wait, session.kill):  # last first
             self.addCleanup(clean_up)
@@ -63,11 +64,13 @@ class Session(unittest.TestCase):
             for how in ("end of input", "Ctrl-C", "picker killed", "session killed"):
                 with self.subTest(road=road, how=how):
                     session, picker = self.open(*road)
+                    # In the same group, Ctrl-C in a terminal would end the picker as well.
+                    self.assertNotEqual(os.getpgid(picker), os.getpgid(session.pid))
                     if how == "end of input":
                         session.stdin.close()
                         status, error = 0, ""
                     elif how == "Ctrl-C":
-                        session.send_signal(signal.SIGINT)
+                        os.killpg(session.pid, signal.SIGINT)  # as a terminal does
                         status, error = 130, ""
                     elif how == "picker killed":
                         os.kill(picker, signal.SIGKILL)
