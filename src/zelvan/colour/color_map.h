@@ -4,13 +4,17 @@
 /// The channels of a map's entries run from 0 to the map's `max_value`. An entry whose red is
 /// negative is an unset slot: searches for a close colour skip it.
 ///
-/// Threads: all maps share one cache, without a lock. Each call of `GetClosestColor` that searches
-/// stores its colour and its answer there, and so do the operations that call it. With `fresh` 1 it
-/// doesn't read the cache, so its result is right whatever other threads do. With `fresh` 0 it
-/// does, so no other thread may search meanwhile. `SetIndex` with three arguments overwrites the
-/// record that `str_parse` returns, of which there is only one: only one thread at a time may call
-/// either. All else may be called from many threads on one map, as long as no thread changes the
-/// map.
+/// Threads: all maps share one cache, without a lock. `GetClosestColor` stores the colour and the
+/// answer of each search there. So do `ColGetClosestColor`, `ColorXfm::MapColors` and the three
+/// operations of `ColorValue` that set its pen by a search; they search with `fresh` 1.
+///
+/// With `fresh` 1 the cache is written but not read, so the result is right whatever other threads
+/// do. Two such searches at once are formally a data race, and can leave a mixture in the cache. So
+/// use `fresh` 0, which reads the cache, only if the program never lets two threads search at once.
+///
+/// `SetIndex` with three arguments overwrites the record that `str_parse` returns, of which there
+/// is only one: only one thread at a time may call either. All else may be called from many threads
+/// on one map, as long as no thread changes the map.
 #pragma once
 
 #include <zelvan/colour/color_rgb.h>
@@ -21,9 +25,9 @@
 
 /// Image types of `ColorMap::GetValue`, by their bits per pixel.
 enum ImageType : int {
-  ImageType1Bit = 1,    ///< holds packed colours
-  ImageType8Bit = 8,    ///< holds pens
-  ImageType32Bit = 32,  ///< holds packed colours
+  ImageType1Bit = 1,    ///< takes a packed colour as the value, as 32 bits do
+  ImageType8Bit = 8,    ///< takes a pen
+  ImageType32Bit = 32,  ///< takes a packed colour
 };
 
 /// Orders of the channels in a packed colour. Any other value acts like `RGBOrderBlueHigh`.
@@ -57,8 +61,9 @@ class ColorMap {
 
   // ---- setting entries
 
-  /// Sets entry `index` as `ColorRGB::SetValue` does, and returns its result; 0 if the map has no
-  /// such entry. The channels are on the scale 255, whatever the map's is.
+  /// Sets entry `index` as `ColorRGB::SetValue(text)` does, and returns its result; 0 if the map
+  /// has no such entry. The channels are on the scale 255, whatever the map's is. The record of
+  /// `str_parse` is not used.
   ZELVAN_API unsigned short SetIndex(int index, const char* text);
 
   /// Sets entry `index` as `SetIndex(index, text)` does, but parses with `str_parse`: it overwrites
@@ -115,7 +120,7 @@ class ColorMap {
   ZELVAN_API int GetSimilarColor(ColorRGB* target);
 
   /// Returns 1 if one of the map's first `list->rw_count` entries is equal or similar to the
-  /// colour, else 0.
+  /// colour, else 0. If the map has fewer entries, all are compared.
   ///
   /// An entry is similar if each channel differs by less than `tolerance`, and the three absolute
   /// differences add up to less than 3 * `max_value`. Channels and tolerance are on the map's
@@ -128,7 +133,8 @@ class ColorMap {
 
   /// Returns the pixel value of pen `index` in an image of that type. For `ImageType8Bit` that is
   /// `index` itself. For `ImageType1Bit` and `ImageType32Bit` it is the packed colour of the entry,
-  /// its channels in `order`.
+  /// its channels in `order`. They are neither scaled nor masked: a channel outside 0 to 255 can
+  /// change bits of the others.
   ///
   /// If the map has no such pen, the result is `index` for `ImageType8Bit` and 1 for the other two
   /// types. It is 1 for an unknown type.
@@ -139,11 +145,12 @@ class ColorMap {
   ZELVAN_API unsigned int GetValue(ImageType type, RGBOrder order, int index);
 };
 
-/// Returns a new map, made as by the constructor with three arguments; null if the heap refuses.
-/// Release it with `ColDeleteColorMap`.
+/// Returns a new `ColorMap`, made as by the constructor with three arguments; null if the heap
+/// refuses the map or its entries. Release it with `ColDeleteColorMap`.
 ZELVAN_API void* ColNewColorMap(int size, int max_value, int* rgb);
 
-/// Releases a map of `ColNewColorMap` or `ColOpen`, its entries with it. Null does nothing.
+/// Releases a map of `ColNewColorMap` or of `ColOpen` (color_xfm.h), its entries with it. Null does
+/// nothing.
 ZELVAN_API void ColDeleteColorMap(void* map);
 
 static_assert(offsetof(ColorMap, map_size) == 0 && offsetof(ColorMap, map_count) == 4 &&

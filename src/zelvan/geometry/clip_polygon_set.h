@@ -16,9 +16,10 @@
 /// leaving. Then it traces the result rings from crossing to crossing, on the outline that runs
 /// inside the other.
 ///
-/// Each polygon produces zero, one or several rings, in set order; a hole is one more polygon.
-/// Parts of the rectangle's outline in a ring are invisible edges. A polygon wholly inside an
-/// upright rectangle is copied unchanged, duplicates included.
+/// Each polygon produces zero, one or several rings, in the order of `source`; a hole is one more
+/// polygon. Parts of the rectangle's outline in a ring are invisible edges. A polygon wholly inside
+/// an upright rectangle is copied unchanged, duplicates included. Flags are those of
+/// `drw_edge_flag` (records.h).
 ///
 /// Limits:
 /// - Out of general position the method can mistake entering for leaving. The result is then any
@@ -27,28 +28,29 @@
 ///   The result holds none of that area: it is a sliver of 0.22 outside the view. Drawings on a
 ///   grid often meet this with a view on the same grid. If a corner is computed to lie on an edge,
 ///   or a vertex on a turned side, about half of the results are wrong.
-/// - A polygon around the whole rectangle should produce the rectangle's four corners, in record
-///   order with the flags 0, 0, 0, 2. It does so only if it passes this test. Compare each edge of
-///   the polygon with each side of the rectangle. The first that is true counts: all of the edge
-///   has smaller x than all of the side, larger x, smaller y, larger y. Both smaller and larger x
-///   must occur, or both smaller and larger y. Otherwise the polygon produces nothing: the triangle
-///   (-1, -1), (30, -1), (-1, 30) disappears from the view (0, 0) to (10, 10), because its edges
-///   have only smaller x and smaller y.
+/// - A polygon around the whole rectangle should produce the four `rect->corners` in their order,
+///   with the flags 0, 0, 0, 2: all edges invisible. It does so only if it passes this test. Take
+///   each edge of the polygon with each side of the rectangle, and note the first of these that is
+///   true: all of the edge has smaller x than all of the side; larger x; smaller y; larger y. The
+///   polygon passes if both smaller and larger x were noted, or both smaller and larger y.
+///   Otherwise it produces nothing: the triangle (-1, -1), (30, -1), (-1, 30) disappears from the
+///   view (0, 0) to (10, 10), because only smaller x and smaller y are noted.
 /// - A polygon wholly inside a turned rectangle must pass that test, too, or it produces nothing:
 ///   in the diamond (0, -10), (10, 0), (0, 10), (-10, 0) the triangle (-1, -1), (1, -1), (0, 1)
 ///   disappears.
 /// - A ring that crosses itself is clipped by the even-odd rule, unless it winds about the
 ///   rectangle's first corner an even number of times other than 0. Then the result follows neither
-///   fill rule, or only the non-zero one if the outlines do not cross.
+///   fill rule if the outlines cross, and the non-zero rule if they don't.
 /// - Each vertex keeps its flag, which tells whether the edge after it is visible. That is right
 ///   only if the ring visits the polygon's vertices in their order. If it visits them in reverse,
 ///   an edge of the ring has the flag of the polygon's edge after it. In general position all rings
-///   are in reverse, except the first ring of a polygon whose first vertex is inside.
+///   are in reverse, except the first ring of a polygon whose first vertex is inside. So rely on
+///   the flags only if all edges of the polygon are visible, or none is.
 ///
 /// `source` is read only. Polygons of one vertex, or of one point repeated, produce nothing;
-/// vertices after the last closing flag are ignored.
+/// vertices after the last closing flag (2 or 3) are ignored.
 ///
-/// `rect` is the ring of its four corners in record order, in either sense. It need not be
+/// `rect->corners` run round the rectangle, clockwise or anticlockwise. It need not be
 /// axis-aligned: a turned view is a turned rectangle.
 ///
 /// `target->n_points` is where appending begins: set it to 0 before the first call. Requires: no
@@ -65,6 +67,6 @@
 /// the ring is closed there. Every call ends, even with NaN and infinities.
 ///
 /// If the heap refuses, the current polygon produces nothing, everything allocated for it is
-/// released, and the next one is tried. No state is kept: calls on different records may run on
-/// different threads.
+/// released, and the next one is tried; the caller is not told. No state is kept: calls with
+/// different targets may run on different threads, also with the same source and rectangle.
 ZELVAN_API void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect);

@@ -4,14 +4,19 @@
 ///
 ///     for (str_field* f = str_parse(line); f->type != STR_END; f = str_parse(f->next)) ...
 ///
+/// A *blank* is a space, and no other white space. Only a blank ends a word or a number, so a
+/// newline at the end of a line belongs to its last word, and makes a number a word: cut it off
+/// first.
+///
 /// The parsers read the caller's text and never change it. Their results live in records and
 /// buffers of the library, one set for `str_parse` and `str_parseEx` and one for
 /// `str_parse_vvcp`, with one buffer for numbers that both share: copy what you need from a
-/// result before the next call. Nothing is allocated. The C library decides what is blank and what
-/// is printable, by the locale of the process, but the byte 0xFF is neither in any locale. Letters,
-/// digits and the decimal point are ASCII's in every locale.
+/// result before the next call. Nothing is allocated. The C library decides what is white space and
+/// what is printable, by the locale of the process, but the byte 0xFF is neither in any locale.
+/// Letters, digits and the decimal point are ASCII's in every locale.
 ///
-/// Threads: only one thread at a time may call a parser, `ColorRGB::SetValue(0, text)` included.
+/// Threads: only one thread at a time may use the parsers, `ColorRGB::SetValue(0, text)` included:
+/// from the call until it has copied what it needs of the result.
 /// `str_token` and `str_lower_string` keep no state and may be called from any thread, and so may
 /// `zelvan::read_field`, the parser with the caller's own record (read_field.h).
 #pragma once
@@ -45,9 +50,10 @@ struct str_field {
 /// - `"` opens a string in which a backslash is an ordinary character, `$` one in which a
 ///   backslash is dropped and the character after it taken as it is. Either kind ends at the
 ///   next `"` or `$`, or at the end of the text. An empty string has no text.
-/// - A number has an optional sign, digits with an optional `.`, and an optional exponent of up
-///   to 3 digits. It must be followed by a blank or the end; otherwise it is a word. The `text`
-///   of a number keeps 20 digits, and its `value` is that of the `text`, correctly rounded.
+/// - A number has an optional sign, digits with an optional `.` before, among or after them, and an
+///   optional exponent of up to 3 digits, or of none: the text of "5e" is "5". It must be followed
+///   by a blank or the end; otherwise it is a word. The `text` of a number keeps 20 digits, and its
+///   `value` is that of the `text`, correctly rounded.
 ///
 ///   After a sign the digits may be missing: the value is then 0.0. So it is for a sign and a `.`
 ///   ("-."), a sign and an exponent that begins with a digit ("-e5"), and a sign alone with a blank
@@ -67,8 +73,8 @@ struct str_field {
 /// ends at `STR_END` has read the whole line if `*next` is the terminator.
 ZELVAN_C_API str_field* str_parse(char* text);
 
-/// Returns the next field as `str_parse` does, but with a `mode` of 1, `$` does not end a string
-/// and is copied into it. Any other mode is that of `str_parse`.
+/// Returns the next field as `str_parse` does, but with a `mode` of 1, `$` only opens strings:
+/// inside one it is copied and does not end it. Any other mode is that of `str_parse`.
 ZELVAN_C_API str_field* str_parseEx(char* text, int mode);
 
 /// Returns the next field as `str_parse` does, but with other strings: only `"` ends one, and a
@@ -82,7 +88,8 @@ ZELVAN_C_API str_field* str_parse_vvcp(char* text);
 /// place after it, to go on from. If the text ends first, `*found` is NUL and `*next` null.
 /// A `"` opens a quoted part, in which nothing delimits; the next `"` or the end of the text closes
 /// it. But if the two `"` are next to each other, the first is an ordinary character and the second
-/// opens a part. A character after a backslash doesn't delimit either. Quotes, backslashes and
+/// opens a part. Outside quotes, a character after a backslash neither delimits nor opens a part.
+/// Inside, a backslash is an ordinary character, so `\"` closes the part. Quotes, backslashes and
 /// trailing blanks stay in the token.
 ///
 /// Requires: no null pointer; `text` writable. `delimiters` may be empty.
