@@ -37,7 +37,8 @@ std::vector<real_pt_t> points_in_a_view(std::size_t n) {
   return points;
 }
 
-// The rivals: the full form of the transform, point by point.
+// Plain loops to compare the library with. They compute all terms of the transform for each point,
+// also those that are zero.
 
 void by_hand(const Mtx2D& m, int n, const real_pt_t* in, real_pt_t* out) {
   for (int i = 0; i < n; ++i) {

@@ -10,7 +10,7 @@ namespace gallery {
 
 namespace {
 
-// Computes the sample points from which the library takes distances and extents.
+// Computes, up to rounding, the sample points from which the library takes distances and extents.
 template <class Form>
 Points points_at(Form* form, void (*point_at)(Form*, double, real_pt_t*), int count,
                  double length) {

@@ -97,7 +97,8 @@ class Navigation {
     const {width, height, pixelRatio, free} = this.picture;
     const least = this.home().scale, most = 300 * pixelRatio;
     const scale = Math.min(Math.max(view.scale, least), most);
-    // The middle of the free part stays on the map, however far it is from that of the window.
+    // The middle of the window may leave the map by its distance from the middle of the part that no
+    // card covers, so that the latter can reach both ends of the map.
     const offset = Math.hypot(width / 2 - free.left - free.width / 2,
                               height / 2 - free.top - free.height / 2) / scale;
     const y = Math.min(Math.max(view.y, -150 - offset), 165 + offset);

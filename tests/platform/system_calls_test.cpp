@@ -263,7 +263,7 @@ bool converse(bool is_answered) {
 
 TEST(Sockets, CarryAConversationOrReportWhatFails) {
   const auto meets = [] { return converse(true); };
-  close(0);  // no socket may take its number
+  close(0);  // the next socket gets 0 from the system; the library must move it
   check("a conversation", meets, "",
         {{"setsockopt", each_time, "it is only slower"},
          {"getsockname", {2}, "it is not its own peer"},

@@ -1,5 +1,6 @@
-// The parser asks the C library about bytes above 127. The linker replaces its answers by those of
-// a Latin-1 locale, in which -1 is EOF and every byte from 0xA0 on is printable.
+// The parser asks the C library about bytes above 127. The linker replaces `isspace` and `isprint`
+// by those of a Latin-1 locale: bytes from 0xA0 on are printable, but the parser passes 0xFF as
+// EOF.
 #include <zelvan/text/str_field.h>
 
 #include <gtest/gtest.h>

@@ -153,10 +153,13 @@ ZELVAN_C_API void utl_standard_parabola(utl_conic_t* conic, utl_parabola_t* out)
 /// stretched into the ellipse.
 ZELVAN_C_API void utl_ellipse_point(utl_ellipse_t* form, double t, real_pt_t* out);
 
-/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end. Every
-/// `t` has a point, on the branch of the first end. For two lines that cross, coordinates can be
-/// NaN.
+/// Stores the point whose parameter is `start + t`: 0.0 is the arc's start, `end - start` its other
+/// end. The parameter is measured across the axis in drawing units; `t` is not the length of the
+/// arc. Every `t` has a point, on the branch of the first end. For two lines that cross,
+/// coordinates can be NaN.
 ZELVAN_C_API void utl_hyperbola_point(utl_hyperbola_t* form, double t, real_pt_t* out);
 
-/// Stores the point at `t`, a length: 0.0 is the arc's start, `end - start` its other end.
+/// Stores the point whose parameter is `start + t`: 0.0 is the arc's start, `end - start` its other
+/// end. The parameter is measured across the axis in drawing units; `t` is not the length of the
+/// arc.
 ZELVAN_C_API void utl_parabola_point(utl_parabola_t* form, double t, real_pt_t* out);

@@ -1,4 +1,5 @@
-/// Splitting text into tokens by the rules of the user's language.
+/// Splitting text into tokens: at delimiters and, in a Chinese or Japanese locale, into single
+/// characters.
 #pragma once
 
 #include <zelvan/export.h>

@@ -139,10 +139,10 @@ class Mtx2D {
   /// derived anew.
   ZELVAN_API void Orient(Mtx2DOrient orient);
 
-  /// Mirrors in the x axis: y' changes sign, a zero becomes -0.0, bit 0 of `mirror` toggles.
+  /// Mirrors in the x axis: y' changes sign, a zero too, and bit 0 of `mirror` toggles.
   ZELVAN_API void ReflectInX();
 
-  /// Mirrors in the y axis: x' changes sign, a zero becomes -0.0, bit 1 of `mirror` toggles.
+  /// Mirrors in the y axis: x' changes sign, a zero too, and bit 1 of `mirror` toggles.
   ZELVAN_API void ReflectInY();
 
   /// Sets m21, what y adds to x', to `shear`. This is an assignment: an earlier shear is replaced.

@@ -9,7 +9,6 @@
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/detail/words.h>
 
-#include <cassert>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -62,8 +61,11 @@ wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_
 /// started, the last error's text has the command line that starts it. Returns 1 if it was started
 /// or `wipc_nostart` is set, else 0.
 int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
-  assert(primary_port > 0);
-  assert(secondary_port > 0);
+  if (primary_port <= 0 || secondary_port <= 0) {
+    wipc_print("Error: Cannot start the secondary since the ports are invalid (%d and %d)\n",
+               primary_port, secondary_port);
+    return 0;
+  }
   char line[1024];
   const int length = std::snprintf(line, sizeof line, "\"%s\" %s %d %d %d", module, host,
                                    primary_port, secondary_port, platform::_getpid());
@@ -92,7 +94,8 @@ bool has_module(const char* module) {
   return false;
 }
 
-/// Sets the two bind sessions of the pending connection.
+/// Stores the listening sockets of the data and of the status connection, until
+/// `wipc_accept_connection` uses them.
 void make_pending(BindSession primary, BindSession secondary) {
   wipc_bind_primary = primary.release();
   wipc_bind_secondary = secondary.release();

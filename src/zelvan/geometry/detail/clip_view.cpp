@@ -129,9 +129,9 @@ LineSide ClipView::side_of_line(const real_pt_t& a, const real_pt_t& b) const {
   return has_left ? LineSide::left : LineSide::right;
 }
 
-// If the outer end lies beyond two neighbouring sides, the edge crosses one of them on the border,
-// and the line of the other outside the view. Which one depends on which side of the edge their
-// common corner lies.
+// If the outer end lies beyond several neighbouring sides, the edge crosses one of them on the
+// border, and the lines of the others outside the view. Which one depends on which side of the edge
+// their common corners lie.
 BorderPoint ClipView::crossing_in_general(PlacedPoint outer, PlacedPoint other) const {
   const real_pt_t& a = *outer.at;
   const real_pt_t& b = *other.at;

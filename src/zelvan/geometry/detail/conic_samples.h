@@ -9,8 +9,8 @@
 namespace zelvan {
 
 /// The step by which elliptical arcs are sampled, in radians of the parameter. An arc is cut into
-/// as many whole steps as it holds, which are then stretched to fill it. A whole ellipse has 72
-/// steps of 5 degrees, and no step exceeds 7.5 degrees.
+/// as many whole steps as it holds, but at least two, which are then scaled to fill it exactly. A
+/// whole ellipse has 72 steps of 5 degrees, and no step exceeds 7.5 degrees.
 constexpr double sampling_angle = 0.087;
 
 /// The number of samples on a hyperbola or parabola, whatever the length of the arc.

@@ -82,8 +82,8 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   constexpr uid_t unchanged = static_cast<uid_t>(-1);
   const bool has_owner = set_owner(other.st_uid);
   const bool has_group = has_owner || set_owner(unchanged);
-  // With a different owner, set-ID bits would let programs run with the wrong identity. With a
-  // different group, the group's permissions would belong to that group.
+  // With a different owner, set-ID bits would let programs run with the wrong identity, so they are
+  // cleared. With a different group, its members get no more rights than others have.
   const mode_t kept = has_owner ? mode : mode & permission_bits;
   const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.apply_to(fd)) return false;

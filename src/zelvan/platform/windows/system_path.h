@@ -5,8 +5,9 @@
 
 namespace zelvan::platform {
 
-/// The absolute form of a path of up to 1023 bytes; empty, which names no file, if it does not fit.
-/// A long path begins with `\\?\`, which lifts the system's default limit.
+/// The absolute form of a path of up to 1023 bytes, which may be longer. Empty, which names no
+/// file, if either is too long. A long path begins with `\\?\`, which lifts the system's default
+/// limit.
 class SystemPath {
  public:
   explicit SystemPath(const char* path);
