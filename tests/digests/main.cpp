@@ -2,9 +2,9 @@
 // builds of the library whose digests are equal produce the same bits, with any compiler, at any
 // optimisation level, on any processor. The tests of each family decide which bits are right.
 //
-//     digests [--plain]                  prints the digests
-//     digests [--plain] --expect FILE    prints the form and all wrong digests; fails if one is
-//     wrong digests [--plain] --trace GROUP    prints a group's operations, with inputs and results
+//     digests [--plain]                prints the digests
+//     digests [--plain] --expect FILE  fails, and prints the wrong digests, if one is wrong
+//     digests [--plain] --trace GROUP  prints a group's operations, with inputs and results
 //
 // --plain switches the vector forms off.
 #include "digests/group.h"

@@ -252,8 +252,7 @@ bool converse(bool is_answered) {
   done = done && text == std::string("to you") && platform::gethostname(text, 2) == 0 &&
          std::strlen(text) == 1 && platform::gethostbyname("localhost", &address) == 1 &&
          address.host[0] == 127;
-  // Without this the connection would keep the port for a minute, and `bind` of another run could
-  // fail.
+  // The connection must not keep the port for a minute: another run may be told to bind it.
   const linger no_wait = {1, 0};
   support::__real_setsockopt(near, SOL_SOCKET, SO_LINGER, reinterpret_cast<support::Word>(&no_wait),
                              sizeof no_wait);
