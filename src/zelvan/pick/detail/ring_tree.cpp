@@ -53,8 +53,8 @@ Box fill_group(BoxGroup* tree, std::size_t group, const DblPt* points, std::size
   return all;
 }
 
-// Returns a bit for each box: set if it contains the height of the point and does not lie wholly to
-// its left.
+// Returns a bit for each box: set if the box contains the height of the point and does not lie
+// wholly to the left of the point.
 unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
   unsigned int counting = 0;
   for (unsigned int j = 0; j < boxes_in_group; ++j) {
