@@ -43,7 +43,8 @@ class ZELVAN_API Logger {
   bool trace(const char* origin, const char* message);
   bool warn(const char* origin, const char* message);
 
-  /// Replaces this object's name by a copy of `name`; null counts as the empty string.
+  /// Replaces this object's name by a copy of `name`; null counts as the empty string. If the heap
+  /// refuses, the object has no name.
   void setClassname(char* name);
 
   /// Replaces the leading part of the log file's path, for all objects; null counts as the empty

@@ -103,7 +103,8 @@ bool may_go_on(const Request& request, int code) {
   return parent == nullptr || (now.address == before.address && now.sequence == before.sequence);
 }
 
-/// The row for a new block, and its parent: the entry whose block contains its back pointer.
+/// The row for a new block, and the parent: the entry whose block contains the new block's back
+/// pointer.
 struct NewRow {
   MemEntry* row;     ///< the free row of lowest index; null if the table is full
   MemEntry* parent;  ///< null if there is none

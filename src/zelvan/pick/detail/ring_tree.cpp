@@ -65,7 +65,7 @@ unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
 }
 
 // Returns true if each of the first `n` boxes contains the point. Requires: `counting` is the
-// result of `boxes_that_count`.
+// result of `boxes_that_count` for this group and point.
 bool all_hold(const BoxGroup& group, std::size_t n, unsigned int counting, double x) {
   return counting == (1U << n) - 1 && x >= *std::max_element(group.left, group.left + n);
 }
