@@ -26,15 +26,16 @@ struct Range {
 
 Range range_of(double a, double b) { return {larger_or_second(a, b), smaller_or_second(a, b)}; }
 
-// Where an extreme of an arc lies: at an end, at the end that reaches further, or on an axis of the
-// circle that the arc crosses.
+// Where an extreme of an arc lies: at an end, at the end that reaches further, or at the circle's
+// own extreme point, which the arc passes.
 enum Extreme : unsigned char { at_start, at_end, at_further, on_axis };
 
 struct ArcExtremes {
   Extreme max_x, max_y, min_x, min_y;
 };
 
-// The extremes by the quadrants of the start (row) and the end (column) of a counter-clockwise arc.
+// Where the extremes of a counter-clockwise arc lie, by the quadrants of its start (row) and end
+// (column).
 constexpr ArcExtremes extremes_of_arcs[4][4] = {
     {{at_start, at_end, at_end, at_start},
      {at_start, on_axis, at_end, at_further},

@@ -17,8 +17,9 @@
 /// if `clockwise` is 0, else clockwise: for the same ends that is the rest of the circle. `radius`
 /// is a `float`, unlike that of `utl_maxmin_circle`, and so has only 24 significant bits.
 ///
-/// Each extreme is the coordinate of an end, or of the circle where the arc crosses an axis. The
-/// choice depends on the quadrants of the two ends:
+/// Each extreme is the coordinate of an end; or, where the arc passes due east, north, west or
+/// south of the centre, that of the whole circle. The choice depends on the quadrants of the two
+/// ends:
 ///
 ///              1  |  0                 The quadrant depends on the angle of the end. An end
 ///             ----o---- 0 degrees      due east (0 degrees) or due north is in quadrant 0, due
@@ -45,9 +46,9 @@ ZELVAN_C_API void utl_maxmin_circle(real_pt_t* center, double radius, real_pt_t*
 /// parabola there is no such bound.
 ///
 /// None of this holds for a flat ellipse, one 100 times as long as wide or more. All its samples
-/// are the point at p = 0, whether on the arc or not. So most of the ellipse can be missing, and
-/// the box can reach beyond the arc. Conics of the types 'L' and '?' have no samples: the result is
-/// the box of their ends.
+/// are the one point at p = 0 (see `utl_ellipse_t`), whether on the arc or not. So most of the
+/// ellipse can be missing, and the box can reach beyond the arc. Conics of the types 'L' and '?'
+/// have no samples: the result is the box of their ends.
 ZELVAN_C_API void utl_maxmin_conic(utl_conic_t* conic, real_pt_t* max, real_pt_t* min);
 
 /// Stores the box of a parametric cubic over t from 0 to 1. `coefficients` has eight: four of x,

@@ -60,7 +60,7 @@ CLineTypeDefPattern& CLineTypeDefinition::GetPattern() { return pattern; }
 
 void CLineTypeDefinition::SetPattern(CLineTypeDefPattern source) {
   pattern.RemoveAllFragments();
-  // Adding the fragments one by one computes their sum anew and sets the cursor to the first.
+  // Not `pattern = source`: that would take over the cursor of `source` too.
   double length = source.GetFirstFragment();
   for (int n = source.GetNumFragments(); n > 0; --n) {
     pattern.AddFragment(length);

@@ -58,12 +58,12 @@ class ZELVAN_API CLineTypeDefPattern {
   static constexpr int capacity = 20;
 
   int num_fragments = 0;
-  int next_fragment = 0;  ///< the cursor: what `GetNextFragment` returns next
+  int next_fragment = 0;  ///< the cursor: index of the fragment that `GetNextFragment` returns next
   double fragment_sum = 0.0;
   double fragments[capacity] = {};  ///< 0.0 from `num_fragments` on
 };
 
-/// A line type: its index, its dash pattern, and a pattern length.
+/// A line type: its index, its dash pattern, and a pattern length that is set separately.
 class ZELVAN_API CLineTypeDefinition {
  public:
   /// Makes a definition of index 0 (not set), length 0.0, without fragments.

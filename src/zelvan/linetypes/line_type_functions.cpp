@@ -4,7 +4,7 @@
 
 namespace {
 
-// GetDefinition only reads, but is exported without const.
+// `GetDefinition` only reads the list, but isn't declared const.
 CLineTypeDefinition* find(const CLineTypeDefList* list, unsigned int index) {
   return const_cast<CLineTypeDefList*>(list)->GetDefinition(index);
 }

@@ -17,7 +17,7 @@ ZELVAN_C_API CLineTypeDefList* zelvan_new_line_types();
 /// Releases a table. Null does nothing.
 ZELVAN_C_API void zelvan_delete_line_types(CLineTypeDefList* list);
 
-/// Returns the number of fragments of a line type, 0 to 20; -1 if `index` has no line type.
+/// Returns the number of fragments of a line type, 0 to 20; -1 if no line type has that index.
 ZELVAN_C_API int zelvan_count_fragments(const CLineTypeDefList* list, unsigned int index);
 
 /// Returns the length of fragment `i` of a line type; -1.0 if there is no such fragment or type.
@@ -27,6 +27,5 @@ ZELVAN_C_API double zelvan_get_fragment(const CLineTypeDefList* list, unsigned i
 
 /// Returns the pattern length of a line type; -1.0 if there is no such line type.
 ///
-/// It is the number of `CLineTypeDefinition::GetPatternLength`: kept beside the fragments, and not
-/// their sum.
+/// It is what `CLineTypeDefinition::GetPatternLength` returns, not the sum of the fragments.
 ZELVAN_C_API double zelvan_get_pattern_length(const CLineTypeDefList* list, unsigned int index);

@@ -12,13 +12,14 @@
 #include <zelvan/export.h>
 #include <zelvan/linetypes/line_type_definition.h>
 
-/// A table of up to 850 line types, no two of which are added equal or with the same index.
+/// A table of up to 850 line types. A line type that equals one in the table is not added; one
+/// whose index is taken gets another.
 class ZELVAN_API CLineTypeDefList {
  public:
   /// Makes a table of the built-in line types, 1 to 13.
   ///
-  /// If the heap refuses one, it is missing. The others keep their numbers, and no later definition
-  /// gets the missing number.
+  /// If the heap refuses one, it is missing. The others keep their numbers, and the list assigns
+  /// the missing number to no other definition.
   CLineTypeDefList();
 
   /// Copies every definition, so that each list owns its own.
@@ -36,7 +37,7 @@ class ZELVAN_API CLineTypeDefList {
   /// `already_there` becomes true if an equal one was found, else false.
   ///
   /// - Added: the list now owns `definition`. If another line type has the same index, the list
-  ///   changes that of `definition` to a new one: one above every index under which a definition
+  ///   changes that of `definition` to one more than the highest index under which a definition
   ///   was ever added. Indices changed in the table by `CLineTypeDefinition::SetIndex` don't count.
   /// - Found: the caller still owns `definition`, and its index is unchanged. (If it is the very
   ///   object in the list, the list still owns it.)
@@ -59,7 +60,7 @@ class ZELVAN_API CLineTypeDefList {
 
   CLineTypeDefinition* definitions[capacity] = {};  ///< null from `num_definitions` on
   int num_definitions = 0;
-  unsigned int next_index = 0;  ///< the next one to assign
+  unsigned int next_index = 0;  ///< the one for a definition whose own is taken
 };
 
 static_assert(sizeof(CLineTypeDefList) == 850 * sizeof(void*) + 8, "layout is interface");

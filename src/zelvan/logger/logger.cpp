@@ -13,7 +13,8 @@
 #include <string>
 #include <utility>
 
-// One log for all objects, without locks: callers must not set, open and destroy at the same time.
+// All objects share these, without locks: while one thread changes a setting, opens the file or
+// destroys an object, no other thread may do any of that.
 logPriorities Logger::log_level = logTrace;
 int Logger::max_num_files = 2;
 int Logger::max_num_lines = 5000;

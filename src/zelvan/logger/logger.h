@@ -43,7 +43,8 @@ class ZELVAN_API Logger {
   bool trace(const char* origin, const char* message);
   bool warn(const char* origin, const char* message);
 
-  /// Replaces this object's name by a copy of `name`; null counts as the empty string.
+  /// Replaces this object's name by a copy of `name`; null counts as the empty string. If the heap
+  /// refuses, the object has no name.
   void setClassname(char* name);
 
   /// Replaces the leading part of the log file's path, for all objects; null counts as the empty
@@ -63,11 +64,12 @@ class ZELVAN_API Logger {
   /// LOGGER_LOG_LEVEL (0 to 4) and LOGGER_FILE_PREFIX from the environment, in this order. A
   /// variable that is missing, or does not begin with a number where one is expected, leaves its
   /// setting as it was. Then each number outside its bounds is set to the nearest bound, even if no
-  /// variable changed it. Only the first call has an effect.
+  /// variable changed it. An empty prefix is replaced by the platform's default. Only the first
+  /// call has an effect.
   void init();
 
-  /// Opens the log file, "<file_prefix><file_number>.log": a new one, or to append if the
-  /// destructor of an object had closed it. Does nothing before `init`.
+  /// Opens the log file, "<file_prefix><file_number>.log": emptied, or to append if the destructor
+  /// of an object had closed it. Closes it first if it is open. Does nothing before `init`.
   void openFile();
 
   bool outlog(logPriorities priority, const char* origin, const char* message);
@@ -75,8 +77,8 @@ class ZELVAN_API Logger {
   /// Stores the local time, formatted by `strftime`, in a new block that the caller frees with
   /// `free`.
   ///
-  /// The block holds 64 characters and a terminator; unused ones are zero. A text that does not fit
-  /// becomes the empty string. `*date` is null if the heap refuses.
+  /// The block has 65 bytes; those after the text are zero. A text of more than 63 bytes becomes
+  /// the empty string. `*date` is null if the heap refuses.
   void getCurrentDate(const char* format, char** date);
 
   char* classname;     ///< from `malloc`, the object's own; null if the heap refused
@@ -88,9 +90,9 @@ class ZELVAN_API Logger {
   static int max_num_lines;
   static std::string file_prefix;
   static std::FILE* log_file;     ///< null when closed
-  static int num_lines;           ///< lines in the file since it was begun
+  static int num_lines;           ///< 0: nothing is written, so nothing is counted
   static int file_number;         ///< the number in the file's name; nothing changes it
-  static bool reopen_for_append;  ///< a destructor closed the file
+  static bool reopen_for_append;  ///< a destructor closed the file: append next time
   static bool init_pending;       ///< `init` has yet to run
 };
 

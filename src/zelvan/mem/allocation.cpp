@@ -1,7 +1,8 @@
 // A handler is called in the middle of an allocation, and may change the list: release, evict,
-// allocate, make the table grow. So no value read before a handler call is used after it. Even if
-// every handler answers "go on", an allocation fails if the heap refuses the block or a larger
-// table, or if the sum of sizes exceeds an `int`. These are checked after the last handler call.
+// allocate, make the table grow. So after a handler call nothing that was read from the list before
+// may be taken as still true. Even if every handler answers "go on", an allocation fails if the
+// heap refuses the block or a larger table, or if the sum of sizes exceeds an `int`. These are
+// checked after the last handler call.
 
 #include <zelvan/mem/detail/entry.h>
 #include <zelvan/mem/mem.h>
@@ -95,13 +96,15 @@ bool may_go_on(const Request& request, int code) {
   const MemEntry before = parent == nullptr ? empty_entry : *parent;
   MemException exception = {code, list, request.key, request.size};
   if (list->exception_handler(&exception) == 0) return false;
-  // A new block may have the address of the old one, but has another number. An empty row has the
-  // number 0, which a block can have too once numbers have wrapped, but no address.
+  // Compare both: a new block may have the address of the old one, but has another serial number.
+  // An empty row has the number 0, which a block can have too once numbers have wrapped, but no
+  // address.
   const MemEntry& now = list->entries[index];
   return parent == nullptr || (now.address == before.address && now.sequence == before.sequence);
 }
 
-/// The row for a new block, and its parent: the entry whose block contains its back pointer.
+/// The row for a new block, and the parent: the entry whose block contains the new block's back
+/// pointer.
 struct NewRow {
   MemEntry* row;     ///< the free row of lowest index; null if the table is full
   MemEntry* parent;  ///< null if there is none
@@ -122,7 +125,7 @@ NewRow find_new_row(MemList* list, const void* back_ptr) {
 
 int next_serial_number() {
   const int number = mem_sequence;
-  // May wrap: ages are differences modulo 2^32.
+  // Wraps after 2^32 blocks; ages stay right, since they are differences modulo 2^32.
   mem_sequence = static_cast<int>(static_cast<unsigned>(number) + 1U);
   return number;
 }
@@ -139,7 +142,8 @@ int allocate_untracked(int size, void** back_ptr) {
 
 /// Before the block is allocated, calls the handler for each obstacle: a size above the pool's
 /// limit, a full table that the heap refuses to enlarge, too little left in the pool. Returns the
-/// error of an obstacle if the handler gives up, or if the table can't be enlarged after it either.
+/// error of an obstacle if the handler gives up, or if the table can't be enlarged after the call
+/// either.
 int make_room(const Request& request) {
   MemList* const list = request.list;
   if (request.size > list->pool->limit) {

@@ -9,8 +9,9 @@ using zelvan::MemTrace;
 
 namespace {
 
-/// Releases the first entry of the highest rank, with its children. Returns 1, or 0 if no entry can
-/// be chosen: excluded entries and those of rank 0 never are.
+/// Releases the first entry of the highest rank, with its children. Returns 1, even if the release
+/// is refused, or 0 if no entry can be chosen: excluded entries and those of total size or rank 0
+/// never are.
 template <typename Rank>
 unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_of) {
   if (mem_trace != 0) MemTrace("!!Remove: %s\n", rule);

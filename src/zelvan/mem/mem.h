@@ -20,7 +20,7 @@
 ///       do {
 ///         const int before = list->n_used;
 ///         MemListRemoveOldest(list);
-///         if (list->n_used == before) return 0;  // nothing left that can be released
+///         if (list->n_used == before) return 0;  // none left, or its release is refused
 ///       } while (MemAvailable(list, exception->size) == 0);
 ///       return 1;
 ///     }
@@ -79,7 +79,7 @@ struct MemEntry {
   void* key;                ///< the owner of the block ("object" in the trace); never dereferenced
   void** back_ptr;          ///< where the owner keeps `address`
   unsigned short excluded;  ///< 1 while the removals may not choose it
-  int sequence;             ///< serial number, from 1 on over all lists
+  int sequence;             ///< serial number, counted from 1 over all lists; may wrap
   int parent;               ///< index of the entry whose block `back_ptr` lies in; -1 for none
 };
 
@@ -190,7 +190,7 @@ ZELVAN_C_API void MemListClear(MemList* list);
 /// Lets the removals choose any block of the list again. Requires: `list` is not null.
 ZELVAN_C_API void MemListInitializeSearch(MemList* list);
 
-/// Excludes the blocks that `object` owns now from the removals, until the next
+/// Excludes the blocks whose key is now `object` from the removals, until the next
 /// `MemListInitializeSearch`.
 ///
 /// Calls for several objects add up. Requires: `list` is not null.

@@ -9,8 +9,8 @@ namespace zelvan {
 
 namespace {
 
-/// Removes the child from its parent's total and ends the link, so that it never counts in two
-/// parents.
+/// Subtracts the child's size from its parent's total and ends the link, so that no size counts in
+/// two parents.
 void leave_parent(MemList* list, MemEntry* child) {
   if (child->parent < 0) return;
   list->entries[child->parent].total_size -= child->size;

@@ -140,8 +140,8 @@ ZELVAN_C_API long osh_ftell(std::FILE* fp);
 /// Writes buffered data to the file. Returns 0, even if there was none, or -1 on failure.
 ZELVAN_C_API short osh_fflush(std::FILE* fp);
 
-/// Writes a number in decimal, at least `width` wide with blanks before it; with a negative width,
-/// after it. Returns the number of characters written, negative on failure.
+/// Writes a number in decimal, padded with blanks to `width` characters: before it, or after it if
+/// `width` is negative. Returns the number of characters written, negative on failure.
 ZELVAN_C_API int osh_fputint(int value, int width, std::FILE* fp);
 
 /// Reads a line, including its end, without translation, up to `size` bytes. Returns the number of

@@ -87,7 +87,7 @@ char* osh_find_exec_path(char* path) {
   char* absolute = static_cast<char*>(std::malloc(std::size_t{size} + 1));
   if (absolute == nullptr) return nullptr;
   // The result is the empty string if the path can't be made absolute, or if it no longer fits
-  // because another thread has changed the directory. So callers can use and free every result.
+  // because another thread has changed the directory.
   absolute[0] = '\0';
   if (size != 0) platform::GetFullPathNameA(path, size, absolute);
   return absolute;

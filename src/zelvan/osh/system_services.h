@@ -16,10 +16,10 @@
 ///
 /// Font files are those named `*.tt?`, in either case. On Windows they come from the system's font
 /// folder, in the system's order. Elsewhere they come from `/usr/share/fonts`,
-/// `/usr/local/share/fonts`, `$XDG_DATA_HOME/fonts` (`~/.local/share/fonts` if that is unset) and
-/// `~/.fonts`: the first 1200. In each folder the files come first, then its folders, up to 16
-/// levels deep; both are sorted by their bytes. Links to folders are not followed. To sort the
-/// whole list, pass it to `qsort` with `osh_qsort_compare_strings`.
+/// `/usr/local/share/fonts`, `$XDG_DATA_HOME/fonts` (`~/.local/share/fonts` if that variable is not
+/// an absolute path) and `~/.fonts`: the first 1200. In each folder the files come first, then its
+/// folders, up to 16 levels deep; both are sorted by their bytes. Links to folders are not
+/// followed. To sort the whole list, pass it to `qsort` with `osh_qsort_compare_strings`.
 ///
 /// Requires: `count` is not null.
 ZELVAN_C_API char** osh_GetFontFileListCount(int* count);
@@ -45,8 +45,8 @@ ZELVAN_C_API int osh_get_time_stamp(char* stamp);
 
 /// Writes "localhost" to the `size` bytes of `name`, whatever the machine's name is. Returns 0.
 ///
-/// The rest is filled with zeros. With a `size` of 9 or less, the text is cut and has no
-/// terminator; with 0 or less nothing is written.
+/// The rest is filled with zeros. With a `size` of 9 or less there is no terminator, and below 9
+/// the text is cut; with 0 or less nothing is written.
 ZELVAN_C_API int osh_gethostname(char* name, int size);
 
 /// Sets an environment variable. Returns 0, or -1 with nothing changed.
@@ -62,9 +62,9 @@ ZELVAN_C_API void osh_sleep(unsigned int seconds);
 
 /// Starts a command and returns without waiting for its end. `reserved` is ignored.
 ///
-/// The caller need not wait for it. On POSIX a command of plain words is started directly, any
-/// other by the shell. On Windows it is the command line of a program; put `cmd /c` before a
-/// command of the shell.
+/// The caller need not wait for it. On POSIX a program with plain words as arguments is started
+/// directly, any other command by the shell. On Windows it is the command line of a program; put
+/// `cmd /c` before a command of the shell.
 ///
 /// Returns 0 if the command was started. Otherwise 2: there is no such command; 5: it may not be
 /// run; 8: the system has no process or memory left; 11: the file is no program (a script needs its

@@ -17,8 +17,7 @@ constexpr unsigned short read_only = 0x16D;   // octal 555
 constexpr unsigned short read_write = 0x1FF;  // octal 777
 constexpr unsigned cat_block = 1024;
 
-/// Returns a caller's flags as the platform expects them: a `short` with its highest bit set is
-/// negative.
+/// Returns a caller's flags without sign extension: a `short` with its highest bit set is negative.
 int unsigned_flags(short flags) { return static_cast<unsigned short>(flags); }
 
 /// Appends the rest of `source` to `destination`.

@@ -176,8 +176,8 @@ CPickIndex::CPickIndex(unsigned int n, const DblPt* points)
 
 CPickIndex::CPickIndex(const drw_pset_t& set) : CPickIndex(table_of_set(set)) {}
 
-// A single short ring is also reachable from the index itself: one load less saves a tenth of the
-// query time.
+// A single ring without a tree is also reachable from the index itself: one load less saves a tenth
+// of the query time.
 CPickIndex::CPickIndex(PickTable* made) : table(made), short_ring(nullptr), n_short(0) {
   if (table == nullptr || table->used.rings != 1 || table->rings[0].tree != nullptr) return;
   short_ring = table->rings[0].points;

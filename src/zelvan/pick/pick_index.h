@@ -9,7 +9,8 @@
 ///
 /// Polygons are counted from 0. A polygon of fewer than 3 vertices contains no point. Any
 /// coordinates are allowed. A ring is tested edge by edge, as `CPolygon` does, if it has fewer than
-/// 128 vertices, or a coordinate that is neither 0 nor from 2^-300 to 2^300 in magnitude.
+/// 128 vertices, or a coordinate that is neither 0 nor from 2^-300 to 2^300 in magnitude, or if
+/// most of its edges lie in runs of 16 that span more than half of its width and height.
 #pragma once
 
 #include <zelvan/export.h>

@@ -6,12 +6,12 @@
 
 /// An open polyline: `n_points` - 1 segments, none from the last point to the first.
 ///
-/// It owns its points, a block of `malloc`. With fewer than 2 points, a constructor that takes
-/// arrays makes an empty region: no points, no array, nothing inside. If the heap refuses, every
-/// constructor and the assignment make an empty region; none throws.
+/// It owns its points, a block of `malloc`. With an `n` of less than 2, a constructor makes an
+/// empty region: no points, no array, nothing inside. If the heap refuses, every constructor and
+/// the assignment make an empty region; none throws.
 class ZELVAN_API CPickPolyline : public CPickRegion {
  public:
-  /// Makes `n` points at (0.0, 0.0), to be filled with `set`.
+  /// Makes `n` points at (0.0, 0.0), which `set` then replaces.
   explicit CPickPolyline(unsigned int n);
 
   /// Makes the points (xs[i], ys[i]), i from 0 to n - 1. Requires: `n` numbers in each array.
@@ -38,10 +38,10 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   /// Returns one past the last point; null for a region without an array.
   DblPt* end();
 
-  /// Returns the first point of a const region. Inline, without a symbol, as is the next one.
+  /// Returns the first point of a const region. Inline, and exports no symbol.
   const DblPt* start() const { return points; }
 
-  /// Returns one past the last point of a const region.
+  /// Returns one past the last point of a const region. Inline, and exports no symbol.
   const DblPt* end() const { return points + n_points; }
 
   /// Returns true if the point lies in the axis-aligned box of any segment, inflated by `tol`,
@@ -59,7 +59,7 @@ class ZELVAN_API CPickPolyline : public CPickRegion {
   /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
-  // The forms for const, see CPickRegion.
+  // The overloads for const regions, which the overrides above would hide.
   using CPickRegion::isInside;
   using CPickRegion::xfm;
 

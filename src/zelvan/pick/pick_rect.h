@@ -5,7 +5,8 @@
 #include <zelvan/pick/pick_region.h>
 #include <zelvan/transforms/aligned_rect.h>
 
-/// An axis-aligned rectangle. Its inside belongs to it. Corners are sorted, as in `CAlignedRect`.
+/// A filled axis-aligned rectangle. It may be made from any two opposite corners, as
+/// `CAlignedRect`.
 class ZELVAN_API CPickRect : public CPickRegion {
  public:
   /// Makes the rectangle of two opposite corners, in any order.
@@ -37,7 +38,7 @@ class ZELVAN_API CPickRect : public CPickRegion {
   /// corners. The caller deletes it.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
-  // The forms for const, see CPickRegion.
+  // The overloads for const regions, which the overrides above would hide.
   using CPickRegion::isInside;
   using CPickRegion::xfm;
 

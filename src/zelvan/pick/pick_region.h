@@ -8,7 +8,8 @@
 #include <zelvan/transforms/mtx2d.h>
 #include <zelvan/transforms/points.h>
 
-/// The base of all pick regions. The order of its virtual operations is part of the interface.
+/// The base of all pick regions. The order of its virtual operations is part of the binary
+/// interface.
 class ZELVAN_API CPickRegion {
  public:
   /// Makes a region without data. Regions from `xfm` are deleted through this class.
@@ -29,7 +30,8 @@ class ZELVAN_API CPickRegion {
   /// Calls the operation of that name through virtual dispatch, for const regions, points and
   /// matrices.
   ///
-  /// These are inline, without symbols. Requires: the operation of a derived class changes nothing.
+  /// These overloads are inline and export no symbols. Requires: the operation of a derived class
+  /// changes nothing.
   bool isInside(const DblPt& p, double tol) const {
     return const_cast<CPickRegion*>(this)->isInside(const_cast<DblPt&>(p), tol);
   }

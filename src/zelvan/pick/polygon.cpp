@@ -7,7 +7,7 @@
 
 namespace {
 
-// A polygon of two vertices encloses nothing and is stored as empty.
+// A polygon of one or two vertices encloses nothing and is stored as empty.
 unsigned int usable(unsigned int n) { return n < 3 ? 0 : n; }
 
 }  // namespace

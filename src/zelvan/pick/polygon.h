@@ -6,12 +6,12 @@
 
 /// A closed ring, filled by the non-zero winding rule: it may cross itself and run either way.
 ///
-/// The last vertex joins the first without being stored twice; a repeated first vertex at the
-/// end changes nothing. Storage, copies and failures are those of `CPickPolyline`, except that
-/// with fewer than 3 vertices a constructor that takes arrays makes an empty region.
+/// The last vertex joins the first without being stored twice; a repeated first vertex at the end
+/// changes nothing. Storage, copies and failures are those of `CPickPolyline`, except that a
+/// constructor makes an empty region if `n` is less than 3.
 class ZELVAN_API CPolygon : public CPickRegion {
  public:
-  /// Makes `n` vertices at (0.0, 0.0), to be filled with `set`.
+  /// Makes `n` vertices at (0.0, 0.0), which `set` then replaces.
   explicit CPolygon(unsigned int n);
 
   /// Makes the vertices (xs[i], ys[i]), i from 0 to n - 1. Requires: `n` numbers in each array.
@@ -38,10 +38,10 @@ class ZELVAN_API CPolygon : public CPickRegion {
   /// Returns one past the last vertex; null for a region without an array.
   DblPt* end();
 
-  /// Returns the first vertex of a const region. Inline, without a symbol, as is the next one.
+  /// Returns the first vertex of a const region. Inline, and exports no symbol.
   const DblPt* start() const { return points; }
 
-  /// Returns one past the last vertex of a const region.
+  /// Returns one past the last vertex of a const region. Inline, and exports no symbol.
   const DblPt* end() const { return points + n_points; }
 
   /// Returns true if the ring winds about the point; false for an empty region. The tolerance is
@@ -62,7 +62,7 @@ class ZELVAN_API CPolygon : public CPickRegion {
   /// heap refuses.
   CPickRegion* xfm(Mtx2D& matrix) override;
 
-  // The forms for const, see CPickRegion.
+  // The overloads for const regions, which the overrides above would hide.
   using CPickRegion::isInside;
   using CPickRegion::xfm;
 

@@ -15,7 +15,8 @@ extern int mem_sequence;  ///< the next serial number
 
 constexpr MemEntry empty_entry = {nullptr, 0, 0, nullptr, nullptr, 0, 0, -1};
 
-/// Writes one line of the trace. Callers test `mem_trace` first.
+/// Prints to the trace as `printf` does, without adding a line feed. Callers test `mem_trace`
+/// first.
 __attribute__((format(printf, 1, 2))) void MemTrace(const char* format, ...);
 
 /// Returns a pointer as the number that the trace prints by `%#llx`.
@@ -27,12 +28,12 @@ inline unsigned long long bits_of(const void* pointer) {
 /// entry.
 MemEntry* find_entry(MemList* list, const void* address);
 
-/// Makes `entry` a child of the first other entry whose block contains its back pointer, if there
-/// is one. Requires: it has no parent yet.
+/// Makes `entry` a child of the first other entry whose block contains the back pointer of `entry`,
+/// if there is one. Requires: `entry` has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
 
-/// Makes `entry` a child of `parent`, whose block contains its back pointer. Does nothing if
-/// `parent` is null.
+/// Makes `entry` a child of `parent`, whose block contains the back pointer of `entry`. Does
+/// nothing if `parent` is null.
 void make_child(MemList* list, MemEntry* entry, MemEntry* parent);
 
 /// An index of the children in a table. It only saves time: whether a row is a child is still
@@ -85,8 +86,8 @@ class Children {
 /// another value or the entry is a parent.
 void MemEntryRelease(MemList* list, int index, const Children& children);
 
-/// Releases the children of the entry at `index` in table order, then the entry. A child that is a
-/// parent itself stays, and then the entry stays as well.
+/// Releases the children of the entry at `index` in table order, then the entry. A child whose
+/// release is refused stays, and then the entry stays as well.
 void MemEntryReleaseWithChildren(MemList* list, int index, const Children& children);
 
 }  // namespace zelvan

@@ -14,9 +14,10 @@ bool check_path(const char* path);
 /// Completes a rooted path without a drive by a drive on which it exists. Returns 1 if the path in
 /// `fixed` exists, else 0.
 ///
-/// The current drive is tried first, then all drives in order. `fixed` is the unchanged path if it
-/// begins with anything but exactly one backslash, if no drive has it, or if there are no drives at
-/// all. It is empty if `check_path` fails.
+/// The current drive is tried first, then those that the system lists, in its order; a root listed
+/// in lower case as `a:` or `b:` is left out. `fixed` is the unchanged path if it begins with
+/// anything but exactly one backslash, if no drive has it, or if there are no drives at all. It is
+/// empty if `check_path` fails.
 ///
 /// Requires: room for 1024 bytes at `fixed`, whatever `size` says.
 short osh1_fix_path(char* path, char* fixed, int size);

@@ -1,4 +1,4 @@
-/// A ring of an index, with what is computed for it in advance.
+/// A ring of a `CPickIndex`, with what is computed for it in advance.
 #pragma once
 
 #include <zelvan/pick/detail/ring_tree.h>

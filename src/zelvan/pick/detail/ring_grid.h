@@ -26,7 +26,7 @@ class RingGrid {
   std::size_t bytes() const;
 
  private:
-  struct Cells {  ///< columns and rows, both ends included
+  struct Cells {  ///< a block of cells: its first and last column and row
     unsigned int left, bottom, right, top;
   };
   Cells cells_of(const Box& box) const;
@@ -40,7 +40,7 @@ class RingGrid {
   unsigned int side_;  ///< the number of columns and of rows
   double columns_per_unit_;
   double rows_per_unit_;
-  std::unique_ptr<unsigned int[]> starts_;  ///< the first entry of each cell, then the end
+  std::unique_ptr<unsigned int[]> starts_;  ///< index of each cell's first entry, then of the end
   std::unique_ptr<int[]> entries_;
 };
 

@@ -53,8 +53,8 @@ Box fill_group(BoxGroup* tree, std::size_t group, const DblPt* points, std::size
   return all;
 }
 
-// Returns a bit for each box: set if it contains the height of the point and does not lie wholly to
-// its left.
+// Returns a bit for each box: set if the box contains the height of the point and does not lie
+// wholly to the left of the point.
 unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
   unsigned int counting = 0;
   for (unsigned int j = 0; j < boxes_in_group; ++j) {
@@ -65,7 +65,7 @@ unsigned int boxes_that_count(const BoxGroup& group, double x, double y) {
 }
 
 // Returns true if each of the first `n` boxes contains the point. Requires: `counting` is the
-// result of `boxes_that_count`.
+// result of `boxes_that_count` for this group and point.
 bool all_hold(const BoxGroup& group, std::size_t n, unsigned int counting, double x) {
   return counting == (1U << n) - 1 && x >= *std::max_element(group.left, group.left + n);
 }

@@ -2,8 +2,8 @@
 ///
 /// A leaf is a run of consecutive edges, a node a run of consecutive leaves. A run wholly above,
 /// below or to the left of a point contributes nothing. In a run wholly to the right, every edge
-/// that passes the point's height counts, so its first and last point determine the sum. Only runs
-/// whose box contains the point are entered, and there `winding_of_chain` decides.
+/// that passes the point's height counts, so the first and last point of the run determine the sum.
+/// Only runs whose box contains the point are entered, and there `winding_of_chain` decides.
 #pragma once
 
 #include <zelvan/transforms/points.h>

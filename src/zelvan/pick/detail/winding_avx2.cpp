@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned int block = 16;
 
-// Returns a bit for each of four points: set if `y` is at least its height.
+// Returns a bit for each of four points: set if `y` is at least the point's height.
 ZELVAN_AVX2 inline std::uint32_t four_reached(const DblPt* points, double y) {
   const __m256d p01 = _mm256_loadu_pd(&points[0].x);
   const __m256d p23 = _mm256_loadu_pd(&points[2].x);
