@@ -87,7 +87,8 @@ int SetFileAttributesA(const char* path, unsigned attributes);
 /// FIFO's writers.
 int CreateFileA(const char* path);
 
-/// Returns the low 32 bits of the size of an open file; all bits set on failure.
+/// Returns the low 32 bits of the size of an open file; all bits set on failure, on Windows without
+/// a reason in `errno`.
 unsigned GetFileSize(int handle);
 
 /// Closes the handle; returns nonzero on success.
