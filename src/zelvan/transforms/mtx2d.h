@@ -55,10 +55,10 @@ enum Mtx2DRotateMode : int {
 /// drop terms.
 class Mtx2D {
  public:
-  double m11;  ///< what x adds to x'
-  double m12;  ///< what x adds to y'
-  double m21;  ///< what y adds to x'
-  double m22;  ///< what y adds to y'
+  double m11;  ///< factor of x in x'
+  double m12;  ///< factor of x in y'
+  double m21;  ///< factor of y in x'
+  double m22;  ///< factor of y in y'
   double tx;   ///< added to x'
   double ty;   ///< added to y'
   int mirror;  ///< bit 0 toggles with each reflection in x, bit 1 in y; no mapping reads it
@@ -145,8 +145,8 @@ class Mtx2D {
   /// Mirrors in the y axis: x' changes sign, a zero too, and bit 1 of `mirror` toggles.
   ZELVAN_API void ReflectInY();
 
-  /// Sets m21, what y adds to x', to `shear`. This is an assignment: an earlier shear is replaced.
-  /// Derives the type.
+  /// Sets m21, the factor of y in x', to `shear`. This is an assignment: an earlier shear is
+  /// replaced. Derives the type.
   ZELVAN_API void ShearInX(double shear);
 
   /// Flips y for a device of that height: m22 changes sign, and ty becomes `height`.
