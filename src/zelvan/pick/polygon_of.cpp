@@ -22,7 +22,8 @@ Part find_polygon(const drw_pset_t& set, int k) {
   return {nullptr, 0};
 }
 
-// Copies the points into the region. Requires: a region with room for them, or an empty one.
+// Copies the points into the region, unless it is empty. Requires: a region that is not empty has
+// room for them.
 template <class Region>
 void fill(Region& region, const Part& part) {
   DblPt* to = region.start();

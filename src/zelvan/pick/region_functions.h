@@ -32,7 +32,7 @@ ZELVAN_C_API CPickRegion* zelvan_new_region_of_polygon(const drw_pset_t* set, in
 /// Returns the number of polygons of a set, as `zelvan::count_polygons` does.
 ZELVAN_C_API int zelvan_count_polygons(const drw_pset_t* set);
 
-/// Makes a mapped copy of a region, as its `xfm` does.
+/// Makes a new region: `region` mapped through `matrix`, as its `xfm` does.
 ZELVAN_C_API CPickRegion* zelvan_map_region(const CPickRegion* region, const Mtx2D* matrix);
 
 /// Releases a region and its points. Null does nothing.

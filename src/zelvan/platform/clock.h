@@ -1,4 +1,5 @@
-/// Wall-clock time, and pauses. Every function may run on any thread.
+/// Wall-clock time, and pauses. Every function may run on any thread, but `GetLocalTime` only while
+/// no thread changes the environment.
 #pragma once
 
 #include <cstdint>

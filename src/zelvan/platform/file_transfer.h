@@ -12,8 +12,9 @@ namespace zelvan::platform {
 /// this holds even if the power fails. On Windows the system replaces a file in two steps; if the
 /// process is killed between them, the old content remains under another name.
 ///
-/// A target that existed keeps its permissions and access list, and its owner if the system allows
-/// it. A new one gets the source's permissions less the process's mask, on Windows the source's
+/// A target that existed keeps its permissions and access list, and its owner and group if the
+/// system allows it. If it gets another group, that group's rights are reduced to those of others.
+/// A new target gets the source's permissions less the process's mask, on Windows the source's
 /// attributes. If the target is a symbolic link, the file that it leads to is replaced.
 ///
 /// Fails for a source or target that is no regular file, and if both are the same file. Fails as
@@ -25,8 +26,9 @@ int CopyFileA(const char* from, const char* to);
 /// if the new name is in use.
 ///
 /// A regular file can be moved to another file system: it is copied with its permissions, access
-/// list and times. The source is removed once the copy and its name are on the disk. A failed move
-/// removes only what it created itself.
+/// list and times, on Windows with its attributes and the time of its last change. The source is
+/// removed once the copy and its name are on the disk. A failed move removes only what it created
+/// itself.
 int MoveFileA(const char* from, const char* to);
 
 }  // namespace zelvan::platform

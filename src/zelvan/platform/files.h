@@ -15,9 +15,9 @@
 
 namespace zelvan::platform {
 
-// The flags of `_open`. On POSIX all others are ignored; files are read and written unchanged, so
-// text and binary are the same. On Windows all flags are passed to the runtime, which translates
-// the line ends of a file that isn't binary.
+// The flags of `_open`. On POSIX any other bit is ignored; files are read and written unchanged, so
+// text and binary are the same. On Windows every bit is passed to the runtime, which translates the
+// line ends of a file that isn't opened as binary.
 inline constexpr int _O_RDONLY = 0x0000;
 inline constexpr int _O_WRONLY = 0x0001;
 inline constexpr int _O_RDWR = 0x0002;
@@ -87,7 +87,8 @@ int SetFileAttributesA(const char* path, unsigned attributes);
 /// FIFO's writers.
 int CreateFileA(const char* path);
 
-/// Returns the low 32 bits of the size of an open file; all bits set on failure.
+/// Returns the low 32 bits of the size of an open file; all bits set on failure, on Windows without
+/// a reason in `errno`.
 unsigned GetFileSize(int handle);
 
 /// Closes the handle; returns nonzero on success.

@@ -7,7 +7,8 @@ namespace zelvan::platform {
 /// large, with the point as the decimal point whatever the locale of the process. If the heap
 /// refuses at the first call, the locale of the process is used instead.
 ///
-/// Leaves `errno` unchanged. Not for Windows, whose C library does not always round correctly.
+/// Leaves `errno` unchanged, except if the heap refuses. Not for Windows, whose C library does not
+/// always round correctly.
 double strtod_c(const char* text);
 
 }  // namespace zelvan::platform

@@ -30,9 +30,10 @@ int CreateProcessA(const char* command_line);
 ///
 /// A command of plain words is started directly if the first one names a program; otherwise the
 /// shell runs it. If neither "PATH" nor the shell knows the first word, the result is 2, or 5 if
-/// "PATH" leads to a file that may not be run. If the command begins with anything but a plain word
-/// (a quote, an assignment, a group), only the shell judges it. Then only a shell that can't be run
-/// is a failure.
+/// "PATH" leads to a file that may not be run. A first word with a `/` is a path; if it can't be
+/// run, the command fails without asking the shell. If the command begins with anything but a plain
+/// word (a quote, an assignment, a group), only the shell judges it. Then only a shell that can't
+/// be run is a failure.
 ///
 /// On Windows there is no shell in between: the command is the line of a program, which shows its
 /// window, and 0 means that the system ran out of memory.

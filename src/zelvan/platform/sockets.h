@@ -33,7 +33,7 @@ void WSACleanup();
 /// Returns a new TCP socket; the caller closes it.
 int socket();
 
-/// Sets the socket's own address, which no other socket may have.
+/// Sets the socket's own address. Fails if another socket has that address.
 int bind(int socket, const SocketAddress& address);
 
 /// Stores the socket's own address, with the port that the system chose.

@@ -23,7 +23,7 @@ constexpr std::size_t buffer_size = sizeof(Result::text);  // including the term
 // time use the three parsers.
 Result parse_result;            // of str_parse and str_parseEx
 Result vvcp_result;             // of str_parse_vvcp
-char number_text[buffer_size];  // the text of a number, for all three
+char number_text[buffer_size];  // the text of a number, shared by all three
 
 /// How a string ends and what a backslash does in it.
 struct StringSyntax {
@@ -150,10 +150,11 @@ struct Mantissa {
   std::ptrdiff_t length;
   std::ptrdiff_t digits;    // number of all digits
   std::ptrdiff_t decimals;  // number of digits after the point
-  std::uint64_t whole;      // all digits as an integer; valid only for few digits
+  std::uint64_t whole;      // all digits as an integer; valid for up to 19 digits
 };
 
-/// Reads the mantissa at `p` and copies the part that may be kept to `number_text`, in one pass.
+/// Reads the mantissa at `p` in one pass. Copies its first characters, enough for the digits that
+/// are kept, to `number_text`.
 Mantissa scan_mantissa(const char* p, char* number_text) {
   std::ptrdiff_t n = 0;
   std::uint64_t whole = 0;
@@ -176,8 +177,9 @@ Mantissa scan_mantissa(const char* p, char* number_text) {
 }
 
 /// Computes the number from a short mantissa and a small power of ten, without the sign. A double
-/// holds both exactly, so their product or quotient is rounded only once. Returns false if one may
-/// be too large. (W. D. Clinger, How to Read Floating Point Numbers Accurately, 1990.)
+/// holds both exactly, so their product or quotient is rounded only once. Returns false if the
+/// mantissa or the power may be too large for that. (W. D. Clinger, How to Read Floating Point
+/// Numbers Accurately, 1990.)
 bool is_short_number(const Mantissa& mantissa, std::ptrdiff_t exponent, double* value) {
   static constexpr double powers_of_10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,

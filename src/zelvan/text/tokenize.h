@@ -43,8 +43,9 @@ ZELVAN_API std::vector<zelvan::wide_string> wtokenize(const zelvan::wide_string&
                                                       const zelvan::wide_string& delimiters);
 
 /// Returns tokens as `wtokenize` does, but the first one begins at the very start of `text`, and
-/// each token keeps the delimiter that ended it: "Hello, world!" becomes "Hello," and "world!", a
-/// blank, a comma and an exclamation mark being the delimiters.
+/// each token keeps the delimiter that ended it, unless that is a blank, which is trimmed: "Hello,
+/// world!" becomes "Hello," and "world!", a blank, a comma and an exclamation mark being the
+/// delimiters.
 ZELVAN_API std::vector<zelvan::wide_string> wtokenize2(const zelvan::wide_string& text,
                                                        const zelvan::wide_string& delimiters);
 

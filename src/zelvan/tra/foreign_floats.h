@@ -28,8 +28,8 @@
 /// - Single, IBM to IEEE: a number that is too large becomes infinity, one that is too small a
 ///   denormal or zero. A zero fraction with X not 0 becomes a NaN. Zeros keep their sign, both
 ///   ways.
-/// - Double, IEEE to IBM: exact from 2^-260 up to 2^252. Larger numbers become the largest IBM
-///   number. Smaller ones lose bits down to 2^-312; zeros and numbers smaller than that become 0
+/// - Double, IEEE to IBM: exact from 2^-260 to below 2^252. From 2^252 on, the result is the
+///   largest IBM number. Below 2^-260 bits are lost; below 2^-312, and for zeros, the result is 0
 ///   without a sign. Infinity and NaN become a zero fraction with X = 0x7F.
 /// - Double, IBM to IEEE: all numbers are in range. A normalised fraction loses up to 3 bits, an
 ///   unnormalised one none. A zero fraction becomes a NaN with all bits set if any bit of the first

@@ -37,7 +37,7 @@ inline std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm) {
   const int places = std::countl_zero(f) - 11;  // the distance of the leading 1 from bit 52
   f = places >= 0 ? f << places : f >> -places;
   e -= places;
-  const auto field = static_cast<std::uint64_t>(e + 1025);  // 711 to 1274 over all sources
+  const auto field = static_cast<std::uint64_t>(e + 1025);  // 711 to 1274 over all IBM numbers
   return (ibm & double_sign) | field << 52 | (f & 0x000F'FFFF'FFFF'FFFF);
 }
 

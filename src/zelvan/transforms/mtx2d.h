@@ -55,10 +55,10 @@ enum Mtx2DRotateMode : int {
 /// drop terms.
 class Mtx2D {
  public:
-  double m11;  ///< what x adds to x'
-  double m12;  ///< what x adds to y'
-  double m21;  ///< what y adds to x'
-  double m22;  ///< what y adds to y'
+  double m11;  ///< factor of x in x'
+  double m12;  ///< factor of x in y'
+  double m21;  ///< factor of y in x'
+  double m22;  ///< factor of y in y'
   double tx;   ///< added to x'
   double ty;   ///< added to y'
   int mirror;  ///< bit 0 toggles with each reflection in x, bit 1 in y; no mapping reads it
@@ -145,8 +145,8 @@ class Mtx2D {
   /// Mirrors in the y axis: x' changes sign, a zero too, and bit 1 of `mirror` toggles.
   ZELVAN_API void ReflectInY();
 
-  /// Sets m21, what y adds to x', to `shear`. This is an assignment: an earlier shear is replaced.
-  /// Derives the type.
+  /// Sets m21, the factor of y in x', to `shear`. This is an assignment: an earlier shear is
+  /// replaced. Derives the type.
   ZELVAN_API void ShearInX(double shear);
 
   /// Flips y for a device of that height: m22 changes sign, and ty becomes `height`.
@@ -168,7 +168,7 @@ class Mtx2D {
   /// NaN. Check `GetDeterminant` first.
   ZELVAN_API Mtx2D Invert();
 
-  /// Returns the determinant, m22 m11 - m21 m12: the factor by which areas grow.
+  /// Returns the determinant, m22 m11 - m21 m12. Its magnitude is the factor by which areas grow.
   ///
   /// It is below 0.0 if the matrix reverses the sense of rings, and 0.0 if it is singular.
   ZELVAN_API double GetDeterminant();
@@ -194,7 +194,8 @@ class Mtx2D {
   ZELVAN_API void GetElements(double* m11, double* m12, double* m21, double* m22, double* tx,
                               double* ty);
 
-  /// Returns the scale along the x axis: the length of the first row. A scale in y has no effect.
+  /// Returns the length of the first row, (m11, m12): the factor by which the matrix stretches
+  /// segments parallel to the x axis.
   ZELVAN_API double GetScale();
 
   /// Returns the unsigned turn of the x axis in radians, 0 to pi; NaN if the first row is zero.
@@ -265,15 +266,15 @@ class Mtx2D {
   /// The input may be any four points. Here `out` may be the same record as `in`.
   ZELVAN_API void XfmRect(real_rect_t* in, real_rect_t* out);
 
-  /// Writes the box of the four mapped corners, rounded after it has been taken.
+  /// Writes the box of the four mapped corners: takes the box in reals, then rounds it.
   ZELVAN_API void XfmRect(real_rect_t* in, int_rect_t* out);
 
-  /// Writes the box of four mapped integer corners, in reals.
+  /// Maps the corners of an integer rectangle and writes their box, in reals.
   ZELVAN_API void XfmRect(int_rect_t* in, real_rect_t* out);
 
   // ---- mapping of polygons
   //
-  // Repeated points collapse: a vertex that lands on the output vertex before it is dropped. In a
+  // Repeated points collapse: a vertex that lands on the previous output vertex is dropped. In a
   // set, its edge flag replaces that of the vertex it repeats, so that a closing flag survives. If
   // exactly three vertices remain and the third equals the first, the count becomes 2; the third
   // vertex and its flag remain in the arrays, after the count.

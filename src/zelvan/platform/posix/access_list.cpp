@@ -17,7 +17,8 @@ constexpr std::size_t header_size = 4;
 constexpr std::size_t entry_size = 8;
 constexpr char owning_group = 0x04;  // a tag
 
-/// Returns true if the file has no list, or the file system supports none.
+/// Reads `errno` after a failed call: returns true if the file has no list, or the file system
+/// supports none.
 bool is_missing() { return errno == ENODATA || errno == EOPNOTSUPP || errno == ENOSYS; }
 
 }  // namespace

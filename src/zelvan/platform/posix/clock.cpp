@@ -9,7 +9,7 @@ namespace zelvan::platform {
 void GetLocalTime(LocalTime* now) {
   const time_t seconds = ::time(nullptr);
   tm parts{};
-  ::tzset();  // localtime_r alone may ignore a changed environment
+  ::tzset();  // localtime_r alone may ignore a change of the variable TZ
   ::localtime_r(&seconds, &parts);
   *now = {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
           parts.tm_hour,        parts.tm_min,     parts.tm_sec};

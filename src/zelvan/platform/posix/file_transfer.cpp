@@ -34,7 +34,8 @@ bool check_regular(const struct stat& status) {
 }
 
 /// Opens a regular file to be copied. Returns -1 for anything else, without opening it: opening and
-/// closing a FIFO would lose what others write into it. Waits until others release a lease.
+/// closing a FIFO would lose what others write into it. If another process has a lease on the file,
+/// waits until it is released.
 int open_source(const char* path, struct stat* status) {
   if (::stat(path, status) != 0 || !check_regular(*status)) return -1;
   Descriptor file(retry_interrupted([=] { return ::open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
@@ -82,8 +83,8 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   constexpr uid_t unchanged = static_cast<uid_t>(-1);
   const bool has_owner = set_owner(other.st_uid);
   const bool has_group = has_owner || set_owner(unchanged);
-  // With a different owner, set-ID bits would let programs run with the wrong identity, so they are
-  // cleared. With a different group, its members get no more rights than others have.
+  // If the owner can't be set, set-ID bits would let programs run with the wrong identity, so they
+  // are cleared. If the group can't be set, the file's group gets no more rights than others have.
   const mode_t kept = has_owner ? mode : mode & permission_bits;
   const mode_t allowed = has_group ? kept : without_group(kept);
   if (!list.apply_to(fd)) return false;

@@ -29,7 +29,7 @@ bool check_not_read_only(const char* path) {
 
 /// Fails with EISDIR if the descriptor refers to a directory.
 bool check_not_directory(int fd) {
-  struct stat status = {};  // no directory, if the system can't tell
+  struct stat status = {};  // if fstat fails, counts as no directory
   ::fstat(fd, &status);
   if (!S_ISDIR(status.st_mode)) return true;
   errno = EISDIR;
@@ -103,7 +103,7 @@ int _write(int fd, const void* buffer, unsigned count) {
 }
 
 long _lseek(int fd, long offset, int whence) {
-  if (whence < SEEK_SET || whence > SEEK_END) {  // the system supports further values
+  if (whence < SEEK_SET || whence > SEEK_END) {  // `lseek` may accept further values
     errno = EINVAL;
     return -1;
   }
@@ -136,7 +136,8 @@ std::FILE* fopen(const char* path, const char* mode) {
   }
   const bool writes = mode[0] != 'r' || std::strchr(mode, '+') != nullptr;
   if (writes && !check_not_read_only(path)) return nullptr;
-  // 'e' closes the file when a program starts. It comes before letters that take an argument.
+  // 'e' (close on exec) keeps the file from started programs. It comes before any letters that take
+  // an argument.
   char closed_on_start[longest_mode + 2] = {mode[0], 'e'};
   std::strcpy(closed_on_start + 2, mode + 1);
   std::FILE* stream = ::fopen(path, closed_on_start);
@@ -176,7 +177,7 @@ int SetFileAttributesA(const char* path, unsigned attributes) {
 }
 
 int CreateFileA(const char* path) {
-  struct stat status = {};  // no FIFO, if the system can't tell
+  struct stat status = {};  // if stat fails, counts as no FIFO
   ::stat(path, &status);
   if (!S_ISFIFO(status.st_mode)) return open_file(path, O_RDONLY | O_NONBLOCK, 0);
   // Don't open a FIFO for reading: closing it again would lose what others write meanwhile.

@@ -29,7 +29,7 @@ bool is_font_name(std::string_view name) {
 struct Search {
   std::size_t limit;
   std::vector<std::string> files;
-  std::set<std::pair<dev_t, ino_t>> searched;  // by identity, not by name
+  std::set<std::pair<dev_t, ino_t>> searched;  // folders, by device and inode
 };
 
 struct Content {

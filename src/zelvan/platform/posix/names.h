@@ -5,7 +5,8 @@
 
 namespace zelvan::platform {
 
-/// A name in a folder, which is a descriptor, or AT_FDCWD for a path.
+/// A name, `text`, in the open folder with the descriptor `folder`. If `folder` is AT_FDCWD, `text`
+/// is a path.
 struct Name {
   int folder;
   const char* text;
@@ -29,10 +30,10 @@ Found look_for(Name name, const struct stat& file);
 /// the name leads to another file before the call, that file stays.
 bool remove_old_name(Name name, const struct stat& file);
 
-/// Undoes a failed rename: removes the file `made`, which it has made under the new name.
+/// Undoes a failed rename: removes `made`, the file that the rename left under the new name.
 ///
-/// Does nothing unless `source` still has its old name and the new name still leads to `made`:
-/// otherwise this may be the only copy, or another process's file. Keeps `errno`.
+/// Does nothing unless `source` still has its old name and the new name still leads to `made`.
+/// Otherwise the file under the new name may be the only copy, or another process's. Keeps `errno`.
 void take_back(Name new_name, const struct stat& made, Name old_name, const struct stat& source);
 
 }  // namespace zelvan::platform

@@ -19,7 +19,7 @@ namespace zelvan::platform {
 namespace {
 
 constexpr const char* shell = "/bin/sh";
-constexpr int report_fd = 3;  // the lowest that a started program doesn't inherit
+constexpr int report_fd = 3;  // the lowest descriptor that a started program doesn't inherit
 constexpr int started = 33;
 
 /// Splits at blanks and tabs. Double quotes keep a part together and are removed.
@@ -77,7 +77,7 @@ struct Start {
   const char* program;
   char* const* arguments;
   bool detached;                       // runs in a session of its own
-  char* const* shell_check = nullptr;  // arguments for a shell that must succeed first; may be null
+  char* const* shell_check = nullptr;  // arguments of a shell that must exit with 0 first, or null
 };
 
 /// Ends a child that can't run the program, after it has written the errno to the pipe `report`.
@@ -97,7 +97,7 @@ struct Start {
   if (start.detached) ::setsid();
   // The caller's handlers must not run in the child once signals are unblocked.
   for (int signal = 1; signal < NSIG; ++signal) {
-    struct sigaction action = {};  // no handler, where the system keeps a signal to itself
+    struct sigaction action = {};  // stays empty if the system reserves the signal for itself
     ::sigaction(signal, nullptr, &action);
     if (action.sa_handler != SIG_IGN) ::signal(signal, SIG_DFL);
   }

@@ -11,11 +11,12 @@
 namespace zelvan::platform {
 namespace {
 
-/// Returns true if the system can't rename without overwriting, so that another way must be tried.
+/// Reads `errno` after a failed renameat2: returns true if the system can't rename without
+/// overwriting, so that another way must be tried.
 bool is_missing_call() { return errno == EINVAL || errno == ENOSYS; }
 
-/// Returns true if this file can't get a second name. EPERM is reported by file systems without
-/// hard links, and where users may link only their own files.
+/// Reads `errno` after a failed linkat: returns true if this file can't get a second name. EPERM is
+/// reported by file systems without hard links, and where users may link only their own files.
 bool is_missing_link() { return errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS; }
 
 /// Creates an empty file or directory. Returns false if the name is in use.
@@ -31,7 +32,7 @@ bool reserve(Name name, bool is_directory) {
 /// into that file meanwhile is lost; a directory replaces only an empty one.
 bool rename_over_reserved(Name from, Name to, const struct stat& source) {
   if (!reserve(to, S_ISDIR(source.st_mode))) return false;
-  struct stat reserved = {};  // matches no file, in case the status can't be read
+  struct stat reserved = {};  // if get_status fails, matches no file
   get_status(to, &reserved);
   if (::renameat(from.folder, from.text, to.folder, to.text) == 0) return true;
   const int why = errno;

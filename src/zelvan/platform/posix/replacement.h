@@ -25,7 +25,8 @@ class Replacement {
   bool is_open() const { return file_.is_open(); }
   int file() const { return file_.get(); }
 
-  /// Closes the file and replaces the target by it. Returns false on failure.
+  /// Closes the file and renames it to the target, replacing that if it exists. Returns false on
+  /// failure.
   bool replace_target();
 
   /// Closes the file and renames it to the target, which must not exist. Returns false on failure.
@@ -54,7 +55,7 @@ class Replacement {
   // `file_` is the last member: creating it uses those before it, and sets this name.
   char own_name_[40];
   bool has_own_name_ = false;
-  struct stat made_ = {};  // of this file, to tell it from files that others put in its place
+  struct stat made_ = {};  // identifies this file if another takes its name
   Descriptor folder_;
   Descriptor file_;
 };

@@ -25,7 +25,7 @@ namespace {
 constexpr int first_own_fd = 3;  // above the standard streams
 
 /// Returns the socket under a number above those of the standard streams. If it has one of these,
-/// duplicates and closes it. Returns -1 on failure.
+/// closes it and returns a duplicate instead. Returns -1 on failure.
 int move_above_standard_streams(int socket) {
   if (socket < 0 || socket >= first_own_fd) return socket;
   const int moved = ::fcntl(socket, F_DUPFD_CLOEXEC, first_own_fd);

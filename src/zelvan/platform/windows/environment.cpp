@@ -17,8 +17,8 @@ int _putenv(const char* assignment) try {
     return -1;
   }
   if (equals[1] != '\0') return ::_putenv(assignment);
-  // The runtime removes the variable if the value is empty. So it gets a blank, which is then
-  // removed from its copy, and the system's copy is set separately.
+  // The runtime removes the variable if the value is empty. So the value is set to a blank, which
+  // is then removed from the runtime's copy; the system's copy is set separately.
   const std::string name(assignment, equals);
   if (::_putenv((name + "= ").c_str()) != 0) return -1;
   if (char* value = std::getenv(name.c_str())) *value = '\0';

@@ -25,7 +25,7 @@ HANDLE open_existing(const wchar_t* path, DWORD access) {
                        nullptr);
 }
 
-/// Fails for a device or pipe, which a copy must not replace.
+/// Fails for a device or pipe: the source and the target of a copy must be files on a disk.
 bool check_on_disk(HANDLE file) {
   return ::GetFileType(file) == FILE_TYPE_DISK || refuse(ERROR_INVALID_PARAMETER);
 }
@@ -185,7 +185,7 @@ bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {
   const DWORD why = ::GetLastError();
   if (is_there(from)) {
     ::SetFileAttributesW(from, attributes);
-    remove(to);  // the copy; the file is still at its old place
+    remove(to);  // removes the copy, since the source could not be deleted
     return refuse(why);
   }
   // On a network the answer to a deletion can get lost. Unless the source is gone, both names stay.

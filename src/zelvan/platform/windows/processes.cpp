@@ -9,7 +9,7 @@
 namespace zelvan::platform {
 
 int CreateProcessA(const char* command_line) try {
-  std::string line = command_line;  // the system may write to it
+  std::string line = command_line;  // a copy, since the system may write to the line
   STARTUPINFOA start{};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESHOWWINDOW;

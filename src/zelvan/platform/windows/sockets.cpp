@@ -105,7 +105,7 @@ int connect(int socket, const SocketAddress& address) {
 }
 
 int select(int socket) {
-  fd_set tested;  // a list of sockets on this platform, so any number fits
+  fd_set tested;  // a list of sockets on this platform, so any socket number fits
   FD_ZERO(&tested);
   FD_SET(handle_of(socket), &tested);
   timeval at_once{};

@@ -5,9 +5,9 @@
 
 namespace zelvan::platform {
 
-/// The absolute form of a path of up to 1023 bytes, which may be longer. Empty, which names no
-/// file, if either is too long. A long path begins with `\\?\`, which lifts the system's default
-/// limit.
+/// The absolute form of a path. The path may have up to 1023 characters, its absolute form more. If
+/// either is too long, the result is empty, which names no file. A long absolute form begins with
+/// `\\?\`, which lifts the system's default limit.
 class SystemPath {
  public:
   explicit SystemPath(const char* path);
@@ -15,7 +15,7 @@ class SystemPath {
   const wchar_t* get() const { return text_; }
 
  private:
-  static constexpr DWORD size = 2400;  // the current directory, a path and the prefix
+  static constexpr DWORD size = 2400;  // room for the current directory, a path and `\\?\`
   wchar_t text_[size] = L"";
 };
 

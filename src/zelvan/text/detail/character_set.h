@@ -35,8 +35,8 @@ class CharacterSet {
     return low_[c];
   }
 
-  /// Returns the position of the first member in `text`, from `from` on. A search from `none`
-  /// returns `none`.
+  /// Returns the position of the first member in `text`, from `from` on, or `none`. A search from
+  /// `none` returns `none`.
   constexpr std::size_t first_in(Text text, std::size_t from) const {
     return first(text, from, true);
   }

@@ -1,8 +1,9 @@
-/// The three ways to map a point, one for each type tag of a matrix.
+/// The three ways to map a point: for matrices of the types diagonal, quadrant and general.
 ///
 /// Each keeps its own copy of the elements that it needs, so the compiler knows that a loop's
-/// output doesn't overwrite the matrix. On every path the products are added first and the
-/// translation last. So a point has the same result, to the bit, on every path.
+/// output doesn't overwrite the matrix. The products are added first and the translation last, here
+/// and in the vector forms. So through one matrix, a point has the same result to the bit in every
+/// form; only the payload of a NaN can differ.
 #pragma once
 
 #include <zelvan/transforms/mtx2d.h>

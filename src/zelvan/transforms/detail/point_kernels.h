@@ -1,4 +1,4 @@
-/// The kernels of `Mtx2D`: arrays of points, one for each kind of result, and rectangles.
+/// The kernels of `Mtx2D`: `map_points` maps arrays to each kind of result, `map_rect` a rectangle.
 #pragma once
 
 #include <zelvan/detail/vector_forms.h>

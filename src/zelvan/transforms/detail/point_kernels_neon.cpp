@@ -63,13 +63,13 @@ int64x2_t round_wide(float64x2_t v) {
   return vbslq_s64(fits, vcvtq_s64_f64(sum), vdupq_n_s64(INT_MIN));
 }
 
-/// Returns the low 32 bits of the coordinates as x, y, x, y.
+/// Rounds two points, and returns the low 32 bits of their coordinates as x, y, x, y.
 int32x4_t round_pair(float64x2_t first, float64x2_t second) {
   return vuzp1q_s32(vreinterpretq_s32_s64(round_wide(first)),
                     vreinterpretq_s32_s64(round_wide(second)));
 }
 
-// Two points at a time, to fill a vector with narrow results.
+// Each stores two points: the narrow results of one would not fill a vector.
 
 void store(ToReal, real_pt_t* out, float64x2_t first, float64x2_t second) {
   vst1q_f64(&out[0].x, first);

@@ -20,7 +20,7 @@ inline int_pt_t round_to_device(Pair v) {
   using Ints = std::int32_t __attribute__((vector_size(8)));
   const Bits sign = reinterpret_cast<Bits>(v) & INT64_MIN;
   const Pair half = reinterpret_cast<Pair>(sign | reinterpret_cast<Bits>(Pair{0.5, 0.5}));
-  const Pair sum = v + half;  // which has the sign of the value, too
+  const Pair sum = v + half;  // has the sign of `v`
   const Pair magnitude = reinterpret_cast<Pair>(reinterpret_cast<Bits>(sum) ^ sign);
   const Pair fitting = magnitude < 0x1p31 ? sum : Pair{-0x1p31, -0x1p31};
   const Ints rounded = __builtin_convertvector(fitting, Ints);
