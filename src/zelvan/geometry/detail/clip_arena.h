@@ -43,11 +43,11 @@ class ClipArena {
 
   struct alignas(alignment) Block {
     Block* previous;
-    std::size_t size;  // of the bytes after this header
+    std::size_t size;  // number of bytes after this header
   };
 
-  /// The largest block that a heap can have. Smaller sizes can be rounded up and doubled without
-  /// overflow, even with 32 bits.
+  /// The largest block that `malloc` can return. Smaller sizes can be rounded up and doubled
+  /// without overflow, even with 32 bits.
   static constexpr std::size_t most_bytes = (PTRDIFF_MAX - sizeof(Block)) / alignment * alignment;
 
   void* take(std::size_t size) {
