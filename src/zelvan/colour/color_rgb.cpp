@@ -20,8 +20,8 @@ double wrapped_hue(double hue) {
   return wrapped < 360.0 ? wrapped : 0.0;  // a remainder just below 0 rounds up to 360
 }
 
-/// Packs three channels of 8 bits, the first into the low bits. A channel above 255 runs into the
-/// bits of the others.
+/// Packs three channels of 8 bits, the first into the low bits. A channel outside 0 to 255 also
+/// sets bits above its own.
 unsigned int packed(int low, int middle, int high) {
   return ((static_cast<unsigned int>(high) << 8 | static_cast<unsigned int>(middle)) << 8) |
          static_cast<unsigned int>(low);

@@ -99,13 +99,13 @@ class ColorRGB {
   /// bits are ignored.
   ZELVAN_API void BGR32BitToRGBColor(int packed);
 
-  /// Packs red, green and blue into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
-  /// its neighbours.
+  /// Packs red, green and blue into the bits 0-7, 8-15 and 16-23. A channel outside 0 to 255 also
+  /// sets bits above its own.
   ZELVAN_API unsigned int RGBTo24BitColor();
   ZELVAN_API unsigned int RGBToRGB32BitColor();
 
-  /// Packs blue, green and red into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
-  /// its neighbours.
+  /// Packs blue, green and red into the bits 0-7, 8-15 and 16-23. A channel outside 0 to 255 also
+  /// sets bits above its own.
   ZELVAN_API unsigned int RGBToBGR32BitColor();
 
   /// Sets the colour from `*hsv`, with channels from 0 to `scale`.

@@ -12,12 +12,12 @@ class ColorRWMap {
  public:
   unsigned int rw_size;   ///< number of pens in the colour table; as many fit into `rw_list`
   unsigned int rw_count;  ///< number of pens stored in `rw_list`
-  unsigned int* rw_list;  ///< of `malloc`, freed by the destructor; null in an empty list
+  unsigned int* rw_list;  ///< from `malloc`, freed by the destructor; null in an empty list
 
   /// Makes a list that holds no pens and has room for `size` of them.
   ZELVAN_API explicit ColorRWMap(int size);
 
-  /// Deleted: two lists would free one block.
+  /// Deleted: both lists would free the same block.
   ColorRWMap(const ColorRWMap&) = delete;
 
   /// Copies the fields, so that both objects hold the same block: set `rw_list` of one to null

@@ -51,8 +51,8 @@ struct ClipRect {
   }
 };
 
-// Appends to the ring at the end of the target. No closing flag is written before the ring is
-// complete.
+// Appends a vertex to the target. Replaces a closing flag by the plain one of the same visibility:
+// the ring is closed only when it is complete.
 void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
   target->points[target->n_points] = p;
   target->edge_flags[target->n_points] =
@@ -269,8 +269,8 @@ void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, d
 constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
                                  drw_edge_invisible};
 
-// Clips one polygon. Allocates all memory before it appends anything, so if the heap refuses,
-// nothing of the polygon is written.
+// Clips one polygon and appends the result. Allocates all memory before it appends anything, so if
+// the heap refuses, nothing of the polygon is written.
 void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
                     ClipArena* arena) {
   const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&

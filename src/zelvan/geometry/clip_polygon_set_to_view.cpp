@@ -47,11 +47,11 @@ class RingWalk {
 
   const ClipView& view_;
   real_pt_t* const points_;
-  int* const edge_flags_;  // the last vertex's flag is set when the next one is written
+  int* const edge_flags_;  // a flag is set when the vertex after it is written
   int count_ = 0;
-  bool first_is_vertex_ = false;  // the first is a vertex of the outline, not a point of the border
+  bool first_is_vertex_ = false;  // the first point written is a vertex of the outline
   bool last_is_vertex_ = false;
-  Sides last_on_ = 0;        // the sides on which the last vertex lies
+  Sides last_on_ = 0;        // the sides on which the last point written lies
   int side_ = 0;             // while the outline is outside: the side it is at
   bool has_inside_ = false;  // some vertex or edge written lies inside the view
 };

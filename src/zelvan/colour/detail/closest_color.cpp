@@ -3,7 +3,7 @@
 namespace zelvan {
 namespace {
 
-/// Returns the 32-bit difference, which wraps on overflow, as a `float`.
+/// Returns `a - b`, wrapped to 32 bits on overflow, as a `float`.
 float difference(int a, int b) {
   return static_cast<float>(
       static_cast<int>(static_cast<unsigned int>(a) - static_cast<unsigned int>(b)));

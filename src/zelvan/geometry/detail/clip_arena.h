@@ -1,4 +1,5 @@
-/// The memory of polygon clipping, an arena: allocated in small pieces, released all at once.
+/// The memory of polygon clipping: an arena, from which pieces are taken one by one and released
+/// all at once.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +30,7 @@ class ClipArena {
     return memory != nullptr ? new (memory) T[count] : nullptr;
   }
 
-  /// Invalidates all elements made so far, and keeps the largest block.
+  /// Invalidates all elements made so far. Frees all blocks but the largest.
   void reset() {
     if (newest_ != nullptr) {
       keep_newest();

@@ -30,7 +30,7 @@ struct Area {
   double size, error_bound;
 };
 
-// Computes the area from differences to `a`.
+// Computes twice the area of the triangle `a`, `b`, `c` from differences to `a`.
 Area area(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c) {
   const double left = (b.x - a.x) * (c.y - a.y);
   const double right = (b.y - a.y) * (c.x - a.x);

@@ -23,14 +23,14 @@ inline int previous_side(int k) { return (k + 3) % 4; }
 /// the view, and are never all four.
 struct PlacedPoint {
   const real_pt_t* at;
-  Sides beyond;      ///< sides with the point beyond their line; 0 in the view or on its border
-  Sides not_within;  ///< sides with the point beyond or on their line; 0 only inside the view
+  Sides beyond;      ///< sides whose line the point is beyond; 0 in the view or on its border
+  Sides not_within;  ///< sides whose line the point is beyond or on; 0 only inside the view
 };
 
 /// Where an edge crosses the border.
 struct BorderPoint {
   real_pt_t at;
-  Sides on;  ///< the sides that it lies on: two at a corner
+  Sides on;  ///< the sides that the point lies on: two at a corner
   int side;  ///< the side that is crossed
 };
 

@@ -72,7 +72,7 @@ struct Inside {
   ZELVAN_AVX2 unsigned missing(__m256d v) const { return lanes(not_between(v, bounds)); }
 };
 
-// Returns how many leading points pass the test. A last single point is not tested.
+// Returns how many leading points pass the test. If `n` is odd, the last point is not tested.
 template <class Test>
 ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& test) {
   for (int i = 0; i + 1 < n; i += 2) {
