@@ -14,14 +14,14 @@
 /// `zelvan_delete_color_map`.
 ZELVAN_C_API ColorMap* zelvan_new_color_map(int size, int max_value, const int* rgb);
 
-/// Releases a map of `zelvan_new_color_map` or `ColOpen` with its entries. Null does nothing.
+/// Releases a map from `zelvan_new_color_map` or `ColOpen`, and its entries. Null does nothing.
 ZELVAN_C_API void zelvan_delete_color_map(ColorMap* map);
 
 /// Sets entry `index` to the colour that `text` describes, as `ColorMap::SetIndex` does.
 ///
 /// The texts are those of `ColorRGB::SetValue`, such as "RGB 1 0.5 0" and "HSV 240 1 1". Channels
 /// are on the scale 255, whatever the map's is. Returns 1, or 0 with the entry as it was: for an
-/// `index` that the map doesn't have, a null `text`, or one that `SetValue` refuses.
+/// `index` that the map doesn't have, a null `text`, or a `text` that `SetValue` refuses.
 ZELVAN_C_API int zelvan_set_color(ColorMap* map, int index, const char* text);
 
 /// Sets entry `index` to the colour of that name, one of those that `ColorRGB::FindName` knows.

@@ -11,7 +11,7 @@ bool is_in_unit_range(float channel) { return !(channel < 0.0f || channel > 1.0f
 /// Converts a channel of 0 to 1 to the scale from 0 to `scale`. Halves are rounded up.
 int quantise(double channel, int scale) { return zelvan::truncate_to_int(channel * scale + 0.5); }
 
-/// Returns an angle in degrees, from 0 up to but not including 360.
+/// Wraps a hue in degrees to the range from 0 up to but not including 360; 0 if it is not finite.
 double wrapped_hue(double hue) {
   if (hue >= 0.0 && hue < 360.0) return hue;
   if (!std::isfinite(hue)) return 0.0;
@@ -20,7 +20,8 @@ double wrapped_hue(double hue) {
   return wrapped < 360.0 ? wrapped : 0.0;  // a remainder just below 0 rounds up to 360
 }
 
-/// Packs three channels, the first into the low bits. Channels are not masked.
+/// Packs three channels of 8 bits, the first into the low bits. A channel outside 0 to 255 also
+/// sets bits above its own.
 unsigned int packed(int low, int middle, int high) {
   return ((static_cast<unsigned int>(high) << 8 | static_cast<unsigned int>(middle)) << 8) |
          static_cast<unsigned int>(low);
@@ -107,7 +108,7 @@ void ColorRGB::RgbToHsv(int scale, ColorHSV* hsv) {
   hsv->hue = 0.0f;
   if (d == 0.0) return;
 
-  float sector = 0.0f;  // a `float`: this rounding is part of the result
+  float sector = 0.0f;  // `float`, not `double`: its rounding is part of the result
   if (max == r) {
     sector = static_cast<float>((g - b) / d);
   } else if (max == g) {

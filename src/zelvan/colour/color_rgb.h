@@ -26,7 +26,7 @@ class ColorRGB {
   int green;  ///< from 0 to the end of the scale
   int blue;   ///< likewise
 
-  /// Makes black, or a colour of the three channels, unchecked.
+  /// Makes black, or a colour of the three channels. Their values are not checked.
   ZELVAN_INLINE_API ColorRGB() : red(0), green(0), blue(0) {}
   ZELVAN_INLINE_API ColorRGB(int r, int g, int b) : red(r), green(g), blue(b) {}
 
@@ -57,7 +57,8 @@ class ColorRGB {
 
   /// Sets the colour by one of 658 names; the case of ASCII letters is ignored.
   ///
-  /// Blanks count: "dark blue" is a name and "DarkBlue" is not. Refuses a null pointer.
+  /// Blanks count: "dark blue" is a name and "DarkBlue" is not. Refuses any other name and a null
+  /// pointer.
   ZELVAN_API unsigned short FindName(char* name);
   ZELVAN_API unsigned short SetNamedColor(char* name);
 
@@ -98,20 +99,20 @@ class ColorRGB {
   /// bits are ignored.
   ZELVAN_API void BGR32BitToRGBColor(int packed);
 
-  /// Packs red, green and blue into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
-  /// its neighbours.
+  /// Packs red, green and blue into the bits 0-7, 8-15 and 16-23. A channel outside 0 to 255 also
+  /// sets bits above its own.
   ZELVAN_API unsigned int RGBTo24BitColor();
   ZELVAN_API unsigned int RGBToRGB32BitColor();
 
-  /// Packs blue, green and red into the bits 0-7, 8-15 and 16-23. A channel above 255 runs into
-  /// its neighbours.
+  /// Packs blue, green and red into the bits 0-7, 8-15 and 16-23. A channel outside 0 to 255 also
+  /// sets bits above its own.
   ZELVAN_API unsigned int RGBToBGR32BitColor();
 
   /// Sets the colour from `*hsv`, with channels from 0 to `scale`.
   ///
   /// If the saturation is not above 0, the result is a grey and the hue is ignored. A hue outside 0
   /// to 360 is wrapped as an angle; one that is not finite counts as 0. Saturation and value are
-  /// not checked: a value above 1 makes channels above the scale, and a saturation above 1 makes
+  /// not checked: a value above 1 can make channels above the scale, and a saturation above 1
   /// channels below 0.
   ///
   /// Requires: no null pointer.
@@ -119,8 +120,9 @@ class ColorRGB {
 
   /// Stores hue, saturation and value of this colour, whose channels are on the scale `scale`.
   ///
-  /// A grey has hue 0, black also saturation 0. If several channels are the largest, the first of
-  /// red, green and blue counts.
+  /// A grey has hue 0 and saturation 0, and so has black. If several channels are the largest, the
+  /// first of red, green and blue decides the hue. A hue just below 360 is rounded up to 360 if
+  /// channels differ by millions.
   ///
   /// Requires: no null pointer. With a `scale` of 0 the result holds infinities and NaN.
   ZELVAN_API void RgbToHsv(int scale, ColorHSV* hsv);

@@ -30,7 +30,7 @@ constexpr std::uint32_t number_of_name(const char* name) {
   return number;
 }
 
-/// A hash table of row numbers, three quarters empty, built at compile time. Collisions are
+/// A hash table of row numbers, more than 80 % empty, built at compile time. Collisions are
 /// resolved by linear probing: a row goes into the next free slot, and a search ends at an empty
 /// one.
 class Index {
@@ -48,7 +48,7 @@ class Index {
     }
   }
 
-  /// Returns the row of that number, or `no_row`.
+  /// Returns the row that has this number, or `no_row`.
   constexpr std::uint16_t row_of(std::uint32_t number) const {
     std::size_t slot = slot_of(number);
     while (slots_[slot].row != no_row && slots_[slot].number != number) slot = next(slot);

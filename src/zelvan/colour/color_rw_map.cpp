@@ -20,7 +20,7 @@ void ColorRWMap::MakeRoList(ColorRWMap* target, int reserved) {
   const std::int64_t wanted = room - rw_count - reserved;
   target->rw_count = static_cast<unsigned int>(std::clamp<std::int64_t>(wanted, 0, room));
 
-  unsigned int taken = 0;  // entries of this list passed so far
+  unsigned int taken = 0;  // number of entries of this list that are below `pen`
   unsigned int filled = 0;
   for (unsigned int pen = 0; filled < target->rw_count; ++pen) {
     if (taken < rw_count && rw_list[taken] == pen) {

@@ -10,14 +10,14 @@
 /// A size of 0 or less makes an empty list; so does a request that the heap refuses.
 class ColorRWMap {
  public:
-  unsigned int rw_size;   ///< pens of the table, and room in `rw_list`
-  unsigned int rw_count;  ///< pens in use in `rw_list`
-  unsigned int* rw_list;  ///< of `malloc`, freed by the destructor; null in an empty list
+  unsigned int rw_size;   ///< number of pens in the colour table; as many fit into `rw_list`
+  unsigned int rw_count;  ///< number of pens stored in `rw_list`
+  unsigned int* rw_list;  ///< from `malloc`, freed by the destructor; null in an empty list
 
-  /// Makes a list without pens, with room for `size`.
+  /// Makes a list that holds no pens and has room for `size` of them.
   ZELVAN_API explicit ColorRWMap(int size);
 
-  /// Deleted: two lists would free one block.
+  /// Deleted: both lists would free the same block.
   ColorRWMap(const ColorRWMap&) = delete;
 
   /// Copies the fields, so that both objects hold the same block: set `rw_list` of one to null
@@ -29,10 +29,11 @@ class ColorRWMap {
 
   /// Fills `*target` with the lowest pens that this list doesn't hold.
   ///
-  /// `target->rw_count` becomes `target->rw_size - rw_count - reserved`, where `rw_count` is that
-  /// of this list. A negative result becomes 0, one above `target->rw_size` becomes that. So many
-  /// pens are stored, in ascending order. If `target->rw_size` is the size of the colour table,
-  /// they are all pens that this list doesn't hold, except the topmost `reserved` ones.
+  /// `target->rw_count` becomes the number of pens stored: `target->rw_size - rw_count - reserved`,
+  /// where `rw_count` is that of this list. A negative number becomes 0, one above
+  /// `target->rw_size` becomes that. Pens are stored in ascending order. If `target->rw_size` is
+  /// the size of the colour table, they are all pens that this list doesn't hold, except the
+  /// topmost `reserved` ones.
   ///
   /// Requires: `target` is another list and not null, and this one is in ascending order.
   ZELVAN_API void MakeRoList(ColorRWMap* target, int reserved);

@@ -65,7 +65,7 @@ class ColorValue {
     SetColorValue(other.pen, other.alpha, other.red, other.green, other.blue);
   }
 
-  /// Returns the field of that name.
+  /// Returns the field that the function is named after, unchanged.
   ZELVAN_INLINE_API short GetPen() const { return pen; }
   ZELVAN_INLINE_API short GetPen() { return pen; }
   ZELVAN_INLINE_API unsigned char GetAlpha() const { return alpha; }
@@ -77,7 +77,7 @@ class ColorValue {
   ZELVAN_INLINE_API unsigned char GetBlue() const { return blue; }
   ZELVAN_INLINE_API unsigned char GetBlue() { return blue; }
 
-  /// Replaces the field of that name by any value.
+  /// Sets the field that the function is named after; the value is not checked.
   ZELVAN_INLINE_API void SetPen(short pen0) { pen = pen0; }
   ZELVAN_INLINE_API void SetAlpha(unsigned char a) { alpha = a; }
   ZELVAN_INLINE_API void SetRed(unsigned char r) { red = r; }

@@ -21,7 +21,7 @@
 class ColorXfm {
  public:
   unsigned int xfm_size;    ///< pens in the table
-  unsigned int* xfm_table;  ///< of `malloc`, freed by the destructor; null in an empty table
+  unsigned int* xfm_table;  ///< from `malloc`, freed by the destructor; null in an empty table
   unsigned int hist_exact;  ///< source pens at distance 0
   unsigned int hist_3;      ///< at distance 1 to 3
   unsigned int hist_7;      ///< at distance 4 to 7
@@ -31,7 +31,7 @@ class ColorXfm {
   /// Makes a table that translates each of `size` pens into pen 0; all counts are 0.
   ZELVAN_API explicit ColorXfm(int size);
 
-  /// Deleted: two tables would free one block.
+  /// Deleted: both tables would free the same block.
   ColorXfm(const ColorXfm&) = delete;
 
   /// Copies the fields, so that both objects hold the same block: set `xfm_table` of one to null

@@ -24,8 +24,8 @@ constexpr auto small_forms = [] {
 constexpr int small_form(char c) { return small_forms[static_cast<unsigned char>(c)]; }
 
 /// Compares at most the first `count` bytes of two texts without regard to case, with the results
-/// of `_stricmp`. Texts that agree up to there are equal. A `count` of 0 reads nothing and returns
-/// 0.
+/// of `_stricmp`. Returns 0 if those bytes differ at most in case. With a `count` of 0 it reads
+/// nothing and returns 0.
 ///
 /// Requires: no null pointer, except with a `count` of 0.
 constexpr int _strnicmp(const char* a, const char* b, std::size_t count) {

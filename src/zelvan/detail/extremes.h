@@ -1,7 +1,7 @@
 /// The larger and the smaller of two values, with a fixed result for signed zeros and NaN.
 ///
-/// Both return the second value if the two are equal or one is not a number. std::max and std::min
-/// would return the first.
+/// Both functions return their second argument if the two are equal or one is not a number.
+/// std::max and std::min would return the first.
 #pragma once
 
 #include <zelvan/detail/pair.h>

@@ -13,7 +13,7 @@ struct FreeText {
 };
 using HeapText = std::unique_ptr<char, FreeText>;
 
-/// Returns a terminated copy; null if the heap refuses.
+/// Returns a copy of `text` with a terminating zero; null if the heap refuses.
 inline HeapText heap_copy(std::string_view text) {
   HeapText copy(static_cast<char*>(std::malloc(text.size() + 1)));
   if (copy == nullptr) return nullptr;

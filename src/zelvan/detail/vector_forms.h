@@ -26,13 +26,13 @@ struct Plain {
 /// AVX2, which some 64-bit x86 processors have.
 struct Avx2 : Plain {
   static constexpr const char* name = "avx2";
-  static bool may_run;  ///< tests change it to compare forms; nothing else does
+  static bool may_run;  ///< true if the processor has AVX2; only tests change it
 };
 
 /// NEON with vectors of doubles, which every 64-bit ARM processor has.
 struct Neon : Plain {
   static constexpr const char* name = "neon";
-  static bool may_run;  ///< tests change it to compare forms; nothing else does
+  static bool may_run;  ///< true; only tests change it
 };
 
 template <class... Form>

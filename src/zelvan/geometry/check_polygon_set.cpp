@@ -8,8 +8,8 @@
 
 namespace {
 
-// Checks a set and a rectangle. On a fault, `accepts` writes its text to the caller's buffer and
-// returns false.
+// Checks a set and a rectangle. On a fault, `accepts` writes a description to the caller's buffer
+// and returns false.
 class Check {
  public:
   Check(char* reason, int size) : reason_(reason), size_(reason != nullptr ? size : 0) {
@@ -66,7 +66,7 @@ bool Check::accepts(const real_rect_t& rect) {
       }
     }
   }
-  int turns[4];  // at each corner: 1 to the left, -1 to the right
+  int turns[4];  // at each corner: 1 if the ring turns left, -1 if right
   for (int k = 0; k < 4; ++k) {
     const int before = (k + 3) % 4;
     const int after = (k + 1) % 4;

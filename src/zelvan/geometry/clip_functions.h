@@ -8,11 +8,12 @@
 #include <zelvan/export.h>
 #include <zelvan/transforms/records.h>
 
-/// Calls `ClipPolygonSet(source, target, rect)`: cuts into rings, right only in general position.
+/// Calls `ClipPolygonSet(source, target, rect)`: clips into separate rings; may be wrong outside
+/// general position.
 ZELVAN_C_API void zelvan_clip_polygon_set(const drw_pset_t* source, drw_pset_t* target,
                                           const real_rect_t* rect);
 
-/// Calls `ClipPolygonSetToView(source, target, rect)`: clips drawings, in every position.
+/// Calls `ClipPolygonSetToView(source, target, rect)`: for drawings; right in every position.
 ZELVAN_C_API void zelvan_clip_polygon_set_to_view(const drw_pset_t* source, drw_pset_t* target,
                                                   const real_rect_t* rect);
 

@@ -32,7 +32,7 @@ struct ClipRect {
   ClipBox edge_boxes[4];
   bool is_upright;
   ClipBox outer, inner;    // no edge of the rectangle is outside `outer` or inside `inner`
-  ClipEdges edges_on[16];  // only if upright: the edges on a set of sides of the outer box
+  ClipEdges edges_on[16];  // used if upright: by set of sides of `outer`, the edges there
 
   explicit ClipRect(const real_rect_t& rect)
       : is_upright(zelvan::is_upright(rect)),
@@ -51,8 +51,8 @@ struct ClipRect {
   }
 };
 
-// Appends to the ring at the end of the target. No closing flag is written before the ring is
-// complete.
+// Appends a vertex to the target. Replaces a closing flag by the plain one of the same visibility:
+// the ring is closed only when it is complete.
 void ClipAppendVertex(const real_pt_t& p, int edge_flag, drw_pset_t* target) {
   target->points[target->n_points] = p;
   target->edge_flags[target->n_points] =
@@ -69,8 +69,8 @@ Sides side_of_edge(const real_pt_t& s0, const real_pt_t& s1, const ClipBox& edge
 }
 
 // Returns the edges of the clip ring that a subject edge may cross. Leaves a clip edge out if the
-// subject edge lies wholly beyond one side of its box. Requires: the subject edge doesn't lie
-// wholly beyond one side of the outer box.
+// subject edge lies wholly beyond one side of that clip edge's box. Requires: the subject edge
+// doesn't lie wholly beyond one side of the outer box.
 ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& clip) {
   if (clip.is_upright) {
     const SidesOut out0 = sides_out(clip.outer, s0), out1 = sides_out(clip.outer, s1);
@@ -83,8 +83,8 @@ ClipEdges edges_near(const real_pt_t& s0, const real_pt_t& s1, const ClipRect& c
   return near;
 }
 
-// Returns true if the edges cross, and stores the crossing in `hit`. The ends of both edges count.
-// A NaN passes the comparisons; the crossing is then NaN as well.
+// Returns true if the edges cross, and stores the crossing in `hit`. A crossing at an end of either
+// edge counts. A NaN passes the comparisons; the crossing is then NaN as well.
 bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0,
                    const real_pt_t& c1, ClipHit* hit) {
   const double dxs = s1.x - s0.x;
@@ -130,7 +130,8 @@ bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* h
   return true;
 }
 
-// Finds all crossings. Tries only the edges of the subject that come near edges of the rectangle.
+// Stores all crossings in `hits`; returns false if the heap refuses. Tries only the edges of the
+// subject that come near edges of the rectangle.
 bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
   hits->end = hits->begin;
   const bool closing_edge_is_near =
@@ -213,7 +214,7 @@ int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* ta
 
 // Appends the vertices of a ring from `first` up to but not including `end`.
 inline void append_vertices(const ClipRing& ring, int first, int end, drw_pset_t* target) {
-  constexpr int few = 8;  // so few are copied faster than the C library is called
+  constexpr int few = 8;  // copying so few takes less time than a call of the C library
   if (end - first > few) first = append_all_but_last(ring, first, end, target);
   for (int i = first; i < end; ++i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
@@ -228,8 +229,8 @@ inline void append_vertices_back(const ClipRing& ring, int last, int above, drw_
 }
 
 // Marks a crossing as visited, appends it and the ring's vertices up to the next crossing, and
-// returns the next crossing. Walks forward if the ring enters the other outline here, else
-// backward.
+// returns the next crossing. Walks forward if the crossing counts as entering the other outline,
+// else backward.
 template <clip_ring_kind kind>
 ClipHit* visit(ClipHit* hit, const ClipRing& ring, drw_pset_t* target) {
   const int edge = hit->edge[kind], turn = hit->turn[kind];
@@ -268,8 +269,8 @@ void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, d
 constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
                                  drw_edge_invisible};
 
-// Clips one polygon. Allocates all memory before it appends anything, so if the heap refuses,
-// nothing of the polygon is written.
+// Clips one polygon and appends the result. Allocates all memory before it appends anything, so if
+// the heap refuses, nothing of the polygon is written.
 void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
                     ClipArena* arena) {
   const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
@@ -281,8 +282,8 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
     if (!find_hits(outline, clip, &hits, arena)) return;
     if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
       // At repeated vertices there are edges of length 0, which are not edges of the ring. Some of
-      // the crossings may lie on these, so find all anew without them. Where there is no crossing,
-      // repeats make no difference.
+      // the crossings found may lie on these: search again in a copy without repeats. If there is
+      // no crossing, repeats make no difference.
       ring = without_repeats(outline, arena);
       if (ring.count < 2) return;
       // The room suffices: fewer edges have no more crossings.

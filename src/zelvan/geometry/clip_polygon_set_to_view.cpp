@@ -29,7 +29,7 @@ class RingWalk {
         points_(target.points + target.n_points),
         edge_flags_(target.edge_flags + target.n_points) {}
 
-  // Returns the number of vertices written.
+  // Writes the ring that clipping an outline leaves; returns its number of vertices.
   int clip(const Outline& outline);
 
  private:
@@ -47,13 +47,13 @@ class RingWalk {
 
   const ClipView& view_;
   real_pt_t* const points_;
-  int* const edge_flags_;  // the last vertex's flag is set when the next one is written
+  int* const edge_flags_;  // a flag is set when the vertex after it is written
   int count_ = 0;
-  bool first_is_vertex_ = false;  // the first is a vertex of the outline, not a point of the border
+  bool first_is_vertex_ = false;  // the first point written is a vertex of the outline
   bool last_is_vertex_ = false;
-  Sides last_on_ = 0;        // the sides on which the last vertex lies
+  Sides last_on_ = 0;        // the sides on which the last point written lies
   int side_ = 0;             // while the outline is outside: the side it is at
-  bool has_inside_ = false;  // something written lies inside the view
+  bool has_inside_ = false;  // some vertex or edge written lies inside the view
 };
 
 int RingWalk::clip(const Outline& outline) {
@@ -79,8 +79,8 @@ int RingWalk::clip(const Outline& outline) {
     if (count_ > 0 && !first_is_vertex_) write_border_point(points_[0], 0, false);
   }
   // The walk has come back to its first vertex and written it again at the end, which is dropped
-  // here. A point of the border is not written again if nothing else has been written: then none is
-  // left.
+  // here. A border point at the place of the last point written is not written again; the last one
+  // is dropped instead.
   count_ -= count_ > 0;
   if (!has_inside_) return write_borders(count_windings());
   if (count_ < 2) return 0;  // by rounding, the part inside became a single point

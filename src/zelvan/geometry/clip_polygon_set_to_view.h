@@ -10,10 +10,11 @@
 /// non-zero rule. Every place there keeps its winding number, except within rounding of an edge
 /// that was cut.
 ///
-/// A polygon produces one ring, in set order, or none if it covers nothing of the inside and has no
-/// edge there; a hole is one more polygon. Where the polygon is outside, its ring follows the
-/// border, possibly the same stretch more than once. So fill the rings and stroke their visible
-/// edges. `ClipPolygonSet` cuts polygons into separate rings instead, but only in general position.
+/// Each polygon produces one ring, in the order of `source`, or none if it covers nothing of the
+/// inside and has no edge there; a hole is one more polygon. Where the polygon is outside, its ring
+/// follows the border, possibly the same stretch more than once. So fill the rings and stroke their
+/// visible edges. `ClipPolygonSet` cuts polygons into separate rings instead, but only in general
+/// position.
 ///
 /// The remaining part of an edge keeps its visibility. An edge along the border is invisible, even
 /// one that the source has there. Each vertex is an unchanged vertex of the polygon inside the
@@ -32,10 +33,10 @@
 /// along the side, and across a turned side. Across an upright side there is no error: a crossing
 /// has exactly the side's coordinate and does not leave the rectangle.
 ///
-/// `rect` is the ring of its four corners in record order, in either sense, upright or turned. Any
-/// other convex quadrilateral is allowed. Nothing is produced for three corners in line, equal
-/// corners, corners that are not finite, enclose no area or cross over, and for a polygon with a
-/// coordinate that is not finite.
+/// `rect->corners` run round the rectangle, clockwise or anticlockwise; it may be upright or
+/// turned. Any other convex quadrilateral is allowed. Nothing is produced for three corners in
+/// line, equal corners, corners that are not finite, enclose no area or cross over, and for a
+/// polygon with a coordinate that is not finite.
 ///
 /// `source` is read only. Polygons of one vertex produce nothing; vertices after the last closing
 /// flag are ignored. `target->n_points` is where appending begins: set it to 0 before the first

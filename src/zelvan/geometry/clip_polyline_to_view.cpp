@@ -55,7 +55,7 @@ class LineWalk {
   int* const begins_;
   int n_points_ = 0;
   int n_pieces_ = 0;
-  bool is_open_ = false;  // the last point written is where the walk is now
+  bool is_open_ = false;  // a piece is unfinished: its last point is where the walk is now
 };
 
 void LineWalk::clip(const real_pt_t* points, int n) {

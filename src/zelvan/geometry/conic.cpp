@@ -46,7 +46,7 @@ RotatedConic utl_conic_rotate(const utl_conic_t& conic) {
   return r;
 }
 
-// Returns the right-hand side after both squares are completed.
+// Returns the right-hand side of the conic's equation after both squares are completed.
 double completed_constant(const RotatedConic& r) {
   return r.e * r.e / (r.c * 4.0) + r.d * r.d / (r.a * 4.0) - r.f;
 }

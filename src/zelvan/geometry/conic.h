@@ -13,7 +13,7 @@
 ///                                      |      \ | /    in radians like every angle here
 ///                                      +--> x   o
 ///
-/// Only `utl_conic_type` tests anything. A form built of a conic of another type can hold
+/// Only `utl_conic_type` tests the kind of curve. A form built of a conic of another type can hold
 /// infinities, NaN and meaningless numbers, and so can its points. Requires, throughout: no null
 /// pointers. Nothing is allocated or kept; every function may run on any thread.
 #pragma once
@@ -45,7 +45,7 @@ struct utl_conic_t {
 struct utl_ellipse_t {
   double sin_rot;  ///< sine of the frame's turn
   double cos_rot;  ///< cosine of the frame's turn
-  double off_x;    ///< minus the centre's u, in the turned frame
+  double off_x;    ///< minus the u of the centre, in the turned frame
   double off_y;    ///< minus the centre's v
   double start;    ///< parameter angle of the arc's first end in radians, -pi to pi
   double sweep;    ///< signed, in radians, to the other end: positive counter-clockwise
@@ -65,7 +65,8 @@ struct utl_hyperbola_t {
   double sq_x;       ///< the squared semi-axis along u, with a sign: of the two one is negative
   double sq_y;       ///< the squared semi-axis along v, likewise
   double branch;     ///< 1.0 or -1.0, the side of the centre on which the arc lies
-  short y_branches;  ///< 1: free along u, branches open along v; 0: the other way round
+  short y_branches;  ///< 1: branches open along v, the free parameter runs along u; 0: v and u
+                     ///< exchanged
 };
 
 /// The arc of a parabola, filled by `utl_standard_parabola`. The free parameter runs across the
@@ -78,7 +79,7 @@ struct utl_parabola_t {
   double start;    ///< the free parameter at the arc's first end
   double end;      ///< and at its other end
   double k;        ///< the offset along the axis is k times the free parameter squared
-  short y_of_x;    ///< 1: free along u; 0: free along v
+  short y_of_x;    ///< 1: the free parameter runs along u; 0: along v
 };
 
 static_assert(offsetof(utl_conic_t, a) == 0 && offsetof(utl_conic_t, f) == 40 &&
@@ -122,7 +123,7 @@ enum utl_conic_code : char {
 /// and f become. Don't scale by the largest of all six: a circle about the origin of radius 317 is
 /// called a line if its f is scaled to -1.
 ///
-/// A conic without a term in x or x squared, or without one in y or y squared, is called a line:
+/// A conic with neither an x nor an x^2 term, or with neither a y nor a y^2 term, is called a line:
 /// x y = 1 and x y + x = 1 are. Degenerate curves are not told apart: two lines that cross are
 /// called a hyperbola, two slanted parallel lines a parabola, and a single point or a curve without
 /// points an ellipse or circle. Returns '?' if the discriminant is not a number.

@@ -61,7 +61,8 @@ double utl_point_line(real_pt_t* p, real_pt_t* a, real_pt_t* b) {
   return estimate(*p, nearest_on_segment(*p, low, high));
 }
 
-// The box extends half a side to either side of its two centre lines.
+// The larger of two excesses: the distance to each centre line, less half the box's extent across
+// that line.
 double utl_point_box(real_pt_t* p, real_pt_t* box) {
   real_pt_t bottom = midpoint(box[0], box[1]);
   real_pt_t top = midpoint(box[2], box[3]);

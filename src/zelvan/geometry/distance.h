@@ -15,7 +15,7 @@
 #include <zelvan/geometry/conic.h>
 #include <zelvan/transforms/records.h>
 
-/// Returns the estimated distance of two points.
+/// Returns the estimated distance between two points.
 ZELVAN_C_API double utl_point_point(real_pt_t* p, real_pt_t* q);
 
 /// Returns the estimated distance from `p` to the nearest point of the segment from `a` to `b`.
@@ -35,8 +35,8 @@ ZELVAN_C_API double utl_point_line(real_pt_t* p, real_pt_t* a, real_pt_t* b);
 ///     box[0] ------- box[1]    opposite sides, run through in the same sense.
 ///
 /// On a side the result is 0.0 up to rounding, such as 8.9e-16 at coordinates up to 20. Off a
-/// corner of a turned box it is up to 27 % short of the true distance, elsewhere within 4 %. With
-/// the corners in ring order the result is no distance.
+/// corner of a turned box it is up to 27 % short of the true distance, elsewhere within 4 %. If the
+/// corners are passed in ring order, the result is meaningless.
 ZELVAN_C_API double utl_point_box(real_pt_t* p, real_pt_t* box);
 
 /// Returns the true distance from `p` to the circle line, inside as well as outside; at the centre
@@ -56,7 +56,7 @@ ZELVAN_C_API double utl_point_circarc(real_pt_t* p, real_pt_t* center, double ra
 /// Returns the smallest estimate from `p` to sample points of the conic arc, those of
 /// `utl_maxmin_conic`.
 ///
-/// On a flat ellipse all samples are one point, so the result is no distance to the arc. A conic of
-/// type 'L' is the segment between its ends. 6.022e+23 means that no distance could be measured:
-/// the conic is unknown, or no sample has comparable coordinates.
+/// On a flat ellipse all samples are one point, so the result is the distance to that point, not to
+/// the arc. A conic of type 'L' is the segment between its ends. 6.022e+23 means that no distance
+/// could be measured: the conic is unknown, or every sample is NaN or farther away than that.
 ZELVAN_C_API double utl_point_conarc(real_pt_t* p, utl_conic_t* conic);

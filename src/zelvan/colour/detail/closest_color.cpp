@@ -3,7 +3,7 @@
 namespace zelvan {
 namespace {
 
-/// Returns the 32-bit difference, which wraps on overflow, as a `float`.
+/// Returns `a - b`, wrapped to 32 bits on overflow, as a `float`.
 float difference(int a, int b) {
   return static_cast<float>(
       static_cast<int>(static_cast<unsigned int>(a) - static_cast<unsigned int>(b)));
@@ -18,7 +18,7 @@ Closest find_closest(Plain, const ColorRGB* colors, unsigned int from, unsigned 
     const float dr = difference(colors[i].red, target.red);
     const float dg = difference(colors[i].green, target.green);
     const float db = difference(colors[i].blue, target.blue);
-    const float distance = dg * dg + dr * dr + db * db;  // in this order: large sums are rounded
+    const float distance = dg * dg + dr * dr + db * db;  // large sums are rounded: keep the order
     if (distance == 0.0f) return {0.0f, i};
     if (distance < best.distance) best = {distance, i};
   }

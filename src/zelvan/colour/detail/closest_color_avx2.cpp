@@ -1,6 +1,6 @@
 // Each of eight lanes keeps the best of every eighth entry. If lanes tie at the end, the lowest
-// index wins, as in a sequential search. The last step moves back to a whole block of eight;
-// comparing an entry twice changes nothing.
+// index wins, as in a sequential search. The last step takes the last eight entries, even if some
+// were compared before; that changes nothing.
 
 #include <zelvan/colour/detail/closest_color.h>
 

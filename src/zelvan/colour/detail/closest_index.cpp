@@ -7,7 +7,7 @@
 namespace zelvan {
 namespace {
 
-// Up to this channel, a `float` holds the sum of three squared differences exactly.
+// With channels from 0 to this, a `float` holds the sum of three squared differences exactly.
 constexpr int largest_channel = 2047;
 
 // Each count is stored two places after its green, so that the prefix sums become start indices.
@@ -47,7 +47,8 @@ void put(ColorBlock* blocks, unsigned int place, const FloatColor& color, unsign
 ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(map) {
   if (searches < fewest_searches || map.map_size < fewest_entries) return;
   if (map.max_value > largest_channel) return;
-  // The last filled block holds the rest, if any. A further block at each end is a sentinel.
+  // Filled blocks hold the entries; sentinels fill the rest of the last one. A further block at
+  // each end holds only sentinels.
   const unsigned int n_filled = map.map_size / ColorBlock::size + 1;
   const unsigned int n_blocks = n_filled + 2;
   if (!is_possible_array<ColorBlock>(n_blocks)) return;

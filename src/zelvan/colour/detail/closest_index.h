@@ -1,4 +1,4 @@
-/// Many searches for the closest entry of one map.
+/// Speeds up many searches for the closest entry of one map.
 #pragma once
 
 #include <zelvan/colour/color_map.h>
@@ -15,13 +15,13 @@ struct ColorBlock {
   unsigned int index[size];  ///< in the map
 };
 
-/// A colour in `float`. Distances between channels of 0 to 2047 are exact.
+/// A colour in `float`. With channels of 0 to 2047, squared distances are exact.
 struct FloatColor {
   float red, green, blue;
 };
 
 /// Searches blocks from `start` outwards, alternating between higher and lower greens. Calls
-/// `look(block, best)`.
+/// `look(block, best)` for each, which updates `best`; returns `best`.
 ///
 /// Each direction ends where green alone is farther away than the best entry so far. So a close
 /// entry found in one direction ends the other direction early. Blocks at exactly the best distance
@@ -65,8 +65,8 @@ class ClosestIndex {
 
  private:
   const ColorMap& map_;
-  std::unique_ptr<unsigned int[]> first_;  ///< for each green, the first place not below it
-  std::unique_ptr<ColorBlock[]> blocks_;   ///< with a sentinel block at each end; null if unusable
+  std::unique_ptr<unsigned int[]> first_;  ///< by green: place of the first entry not below it
+  std::unique_ptr<ColorBlock[]> blocks_;   ///< null if each search must go through the map
 };
 
 }  // namespace zelvan

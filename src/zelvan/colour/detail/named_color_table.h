@@ -12,7 +12,7 @@ struct NamedColor {
 };
 
 /// All named colours. The order matters: of several names of one colour, the first is the one that
-/// is reported. No two names are equal, even without regard to case.
+/// is reported. No two names are equal or differ only in case.
 inline constexpr NamedColor named_colors[] = {
     // Single names.
     {0xFF, 0xFA, 0xFA, "snow"},

@@ -1,4 +1,5 @@
-/// The memory of polygon clipping, an arena: allocated in small pieces, released all at once.
+/// The memory of polygon clipping: an arena, from which pieces are taken one by one and released
+/// all at once.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +30,7 @@ class ClipArena {
     return memory != nullptr ? new (memory) T[count] : nullptr;
   }
 
-  /// Invalidates all elements made so far, and keeps the largest block.
+  /// Invalidates all elements made so far. Frees all blocks but the largest.
   void reset() {
     if (newest_ != nullptr) {
       keep_newest();
@@ -43,11 +44,11 @@ class ClipArena {
 
   struct alignas(alignment) Block {
     Block* previous;
-    std::size_t size;  // of the bytes after this header
+    std::size_t size;  // number of bytes after this header
   };
 
-  /// The largest block that a heap can have. Smaller sizes can be rounded up and doubled without
-  /// overflow, even with 32 bits.
+  /// The largest block that `malloc` can return. Smaller sizes can be rounded up and doubled
+  /// without overflow, even with 32 bits.
   static constexpr std::size_t most_bytes = (PTRDIFF_MAX - sizeof(Block)) / alignment * alignment;
 
   void* take(std::size_t size) {

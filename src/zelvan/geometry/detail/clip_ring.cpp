@@ -27,7 +27,8 @@ class Winding {
   int number() const { return number_; }
 
  private:
-  // Requires: of the two ends, one is above (px, py) or NaN, and the other is not.
+  // Returns 1 if the edge passes upwards to the right of (px, py), -1 if downwards, else 0.
+  // Requires: one end is above (px, py) or NaN, and the other is not.
   int of_edge(const real_pt_t& a, const real_pt_t& b) const {
     const double cross = (b.x - a.x) * (py_ - a.y) - (px_ - a.x) * (b.y - a.y);
     if (is_below_) return cross > 0.0 ? 1 : 0;
@@ -35,7 +36,7 @@ class Winding {
   }
 
   double px_, py_;
-  bool is_below_;  // of the last point: it is not above (px, py)
+  bool is_below_;  // the last point is not above (px, py)
   int number_ = 0;
 };
 

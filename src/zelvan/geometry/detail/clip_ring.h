@@ -17,9 +17,9 @@ enum clip_ring_kind { of_subject, of_clip };
 /// A crossing of an edge of the subject with one of the clip ring.
 struct ClipHit {
   real_pt_t at;
-  double param[2];  ///< where on the edge, from 0 to 1
-  int edge[2];      ///< the vertex at which the edge begins
-  int turn[2];      ///< its number in the ring's order; of_subject: -1 once visited
+  double param[2];  ///< where on the ring's edge, from 0 to 1
+  int edge[2];      ///< the ring's vertex at which the edge begins
+  int turn[2];      ///< its place in the ring's `turns`; of_subject: -1 once visited
 
   bool is_visited() const { return turn[of_subject] < 0; }
   void set_visited() { turn[of_subject] = -1; }
@@ -65,8 +65,9 @@ struct ClipRing {
 /// heap refuses.
 bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, ClipArena* arena);
 
-/// Returns true if the ring, its edges cut at the crossings, winds about the point. The boundary
-/// counts as outside.
+/// Returns true if the ring, its edges cut at the crossings, winds about the point. On the
+/// boundary, a point counts as inside if the interior is to its right, or above it on a horizontal
+/// edge; else as outside.
 bool ClipPointInRing(double px, double py, const ClipRing& ring);
 
 /// Releases all records of a polygon.

@@ -12,8 +12,8 @@ namespace zelvan {
 namespace {
 
 // Returns the direction from `a` to `b`, scaled by a power of 2 to a length near 1. The error of
-// each coordinate is the rounding of one subtraction; NaN if it can't be scaled without a further
-// loss. Infinite if the subtraction overflows.
+// each coordinate is the rounding of one subtraction. A coordinate is NaN if scaling it would lose
+// digits, and infinite if the subtraction overflows.
 real_pt_t direction(const real_pt_t& a, const real_pt_t& b) {
   const double dx = b.x - a.x, dy = b.y - a.y;
   const int exponent = std::ilogb(std::max(std::fabs(dx), std::fabs(dy)));
@@ -30,16 +30,17 @@ struct Area {
   double size, error_bound;
 };
 
-// Computes the area from differences to `a`.
+// Computes twice the area of the triangle `a`, `b`, `c` from differences to `a`.
 Area area(const real_pt_t& a, const real_pt_t& b, const real_pt_t& c) {
   const double left = (b.x - a.x) * (c.y - a.y);
   const double right = (b.y - a.y) * (c.x - a.x);
   return {std::fabs(left - right), orientation_error_bound(left, right)};
 }
 
-// Returns where the edge from `a` to `b` crosses the side from `start` to `end`: 0 at `start`, 1 at
-// `end`. The edge forms a triangle with each of the two corners. The areas of these have the ratio
-// of the corners' distances from the crossing. The error is at most 27 * 2^-53.
+// Returns where the edge from `a` to `b` crosses the side from `start` to `end`, as a share of the
+// side: 0 at `start`, 1 at `end`. The edge forms a triangle with `start` and one with `end`. The
+// areas of these have the ratio of the corners' distances from the crossing. The error is at most
+// 27 * 2^-53.
 double crossing_share(const real_pt_t& a, const real_pt_t& b, const real_pt_t& start,
                       const real_pt_t& end) {
   constexpr double largest_error = 24 * 0x1p-53;
@@ -75,9 +76,9 @@ bool ClipView::set(const real_rect_t& rect) {
     return low <= 0.0 && high >= 0.0 ? 0.0 : 0.5 * low + 0.5 * high;
   };
   centre_ = {middle(left, right), middle(bottom, top)};
-  // A mean of distances from the centre may be 4 widths (or heights) of the box. The error of a
-  // crossing is 7 roundings of that mean, so at most 28 roundings of the width. That is less than
-  // half a unit in the last place of a coordinate that is 64 times the width.
+  // `is_within` accepts a mean of distances from the centre of up to 4 widths (or heights) of the
+  // box. The error of a crossing is 7 roundings of that mean, so at most 28 roundings of the width.
+  // That is less than half a unit in the last place of a coordinate that is 64 times the width.
   reach_ = {4.0 * (right - left), 4.0 * (top - bottom)};
   is_upright_ = zelvan::is_upright(rect);
   if (is_upright_) {

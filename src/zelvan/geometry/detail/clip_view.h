@@ -19,18 +19,18 @@ inline bool holds(Sides sides, int k) { return (sides >> k & 1) != 0; }
 inline int next_side(int k) { return (k + 1) % 4; }
 inline int previous_side(int k) { return (k + 3) % 4; }
 
-/// A point, and the sides whose lines it lies beyond. These sides are neighbours around the view,
-/// and are never all four.
+/// A point, and the sides of the view whose lines it lies beyond. These sides are neighbours around
+/// the view, and are never all four.
 struct PlacedPoint {
   const real_pt_t* at;
-  Sides beyond;      ///< sides with the point beyond their line; 0 in the view or on its border
-  Sides not_within;  ///< sides with the point beyond or on their line; 0 only inside the view
+  Sides beyond;      ///< sides whose line the point is beyond; 0 in the view or on its border
+  Sides not_within;  ///< sides whose line the point is beyond or on; 0 only inside the view
 };
 
 /// Where an edge crosses the border.
 struct BorderPoint {
   real_pt_t at;
-  Sides on;  ///< the sides that it lies on: two at a corner
+  Sides on;  ///< the sides that the point lies on: two at a corner
   int side;  ///< the side that is crossed
 };
 
@@ -61,8 +61,9 @@ class ClipView {
   /// and right of the line.
   LineSide side_of_line(const real_pt_t& a, const real_pt_t& b) const;
 
-  /// Returns where the edge between the two points, in either direction, crosses the border.
-  /// Requires: `outer` is beyond some side, and a part of the edge is strictly inside.
+  /// Returns where the edge first crosses the border on the way from `outer` to `other`; the
+  /// outline may run along the edge in either direction. Requires: `outer` is beyond some side, and
+  /// a part of the edge is strictly inside.
   BorderPoint crossing(PlacedPoint outer, PlacedPoint other) const {
     BorderPoint point;
     const bool is_plain = is_upright_ && (outer.beyond & (outer.beyond - 1)) == 0;
@@ -79,7 +80,7 @@ class ClipView {
   int sign_inside(int side, const real_pt_t& p) const;
 
   real_pt_t corners_[4];
-  real_pt_t directions_[4];  // of the sides, scaled to a length near 1; only if turned
+  real_pt_t directions_[4];  // of the sides, scaled to a length near 1; unset if upright
   ClipBox box_;
   real_pt_t centre_;  // the origin of the computations in `cross_upright`
   real_pt_t reach_;   // the limit for `WeighedPoint::is_within`, by axis
@@ -104,11 +105,11 @@ struct WeighedPoint {
   double sum() const { return a_distance + b_distance; }
   double at(double a, double b) const { return (a * b_distance + b * a_distance) / sum(); }
 
-  /// True if the mean of |a| and |b| is at most `reach`, and no product overflows or underflows.
-  /// If not, `at` is too inexact.
+  /// True if the mean of |a| and |b| is at most `reach`, and no overflow or underflow matters. If
+  /// not, `at` may be too inexact.
   bool is_within(double reach, double a, double b) const {
-    // An underflow has an error of at most 2^-1075, negligible beside `least`. `largest` keeps out
-    // infinity.
+    // A product that underflows has an error of at most 2^-1075, negligible beside `least`.
+    // `largest` keeps out infinity.
     constexpr double least = 0x1p-900, largest = 0x1p1000;
     const double limit = reach * sum();
     return std::fabs(a) * b_distance + std::fabs(b) * a_distance <= limit && limit >= least &&

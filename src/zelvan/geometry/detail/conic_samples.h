@@ -1,4 +1,4 @@
-/// Points along a conic arc, at regular steps of its parameter.
+/// Points along a conic arc, at equal steps of its parameter.
 #pragma once
 
 #include <zelvan/geometry/conic.h>
@@ -17,8 +17,8 @@ constexpr double sampling_angle = 0.087;
 constexpr int open_curve_samples = 40;
 
 /// Returns the number of samples for a sweep, at least 3, so that a flat ellipse with its sweep of
-/// 0.0 is sampled too. A NaN sweep has 3 as well; their points are NaN, which every comparison
-/// rejects.
+/// 0.0 is sampled too. A NaN sweep has 3 as well: all but perhaps the first are NaN, which every
+/// comparison rejects.
 inline int ellipse_samples(double sweep) {
   const double steps = std::fabs(sweep) / sampling_angle;
   return steps >= 3.0 ? 1 + static_cast<int>(steps) : 3;

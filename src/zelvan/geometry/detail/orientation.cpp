@@ -63,7 +63,7 @@ class ExactSum {
   static constexpr int lowest_exponent = 2 * -1074;
   static constexpr std::uint64_t low_half = 0xffffffff;
 
-  // Up to 2^2048 for a product, and some room for a sum of six.
+  // Limbs of 32 bits: enough for a product of up to 2^2048, and some more for a sum of six.
   static constexpr int n_limbs = (2048 + 2 * 1074) / 32 + 3;
 
   void add_at(int position, int sign, std::uint64_t v) {

@@ -116,8 +116,8 @@ inline FoundOutline find_near_outline(const drw_pset_t& set, int from, const Cli
   return with_best_form([&](auto form) { return find_near_outline(form, set, from, box); });
 }
 
-/// Returns the next outline of at least two vertices, from vertex `from` on, that has vertices
-/// strictly within each side of the box.
+/// Returns the next outline of at least two vertices, from vertex `from` on, that has, for each
+/// side of the box, some vertex strictly within it. Stores its kind in `*kind`.
 inline FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
                                         OutlineKind* kind) {
   return with_best_form([&](auto form) { return find_outline_within(form, set, from, box, kind); });

@@ -72,7 +72,7 @@ struct Inside {
   ZELVAN_AVX2 unsigned missing(__m256d v) const { return lanes(not_between(v, bounds)); }
 };
 
-// Returns how many leading points pass the test. A last single point is not tested.
+// Returns how many leading points pass the test. If `n` is odd, the last point is not tested.
 template <class Test>
 ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& test) {
   for (int i = 0; i + 1 < n; i += 2) {
@@ -85,7 +85,7 @@ ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& t
 // A bit for each coordinate of 32 points, in the order x, y, x, y, as in `lanes`.
 using LaneSet = std::uint64_t;
 
-// Returns the even bits without the gaps between them, which each step halves.
+// Moves the even bits together, so that bit 2 i becomes bit i. Each step halves the number of gaps.
 inline std::uint32_t even_bits(LaneSet lanes) {
   LaneSet bits = lanes & 0x5555555555555555;
   bits = (bits | bits >> 1) & 0x3333333333333333;
@@ -116,7 +116,7 @@ class ClosingFlags {
 
  private:
   ZELVAN_AVX2 unsigned closing_of_eight() const {
-    // The two closing flags are the numbers that equal 2 without the lowest bit.
+    // The two closing flags, 2 and 3, are the numbers that become 2 when the lowest bit is cleared.
     const __m256i closing = _mm256_set1_epi32(drw_edge_close_invisible);
     const __m256i all_but_last_bit = _mm256_set1_epi32(~1);
     const auto* flags = reinterpret_cast<const __m256i*>(edge_flags_ + block_);
@@ -149,7 +149,7 @@ struct Extent {
         largest(_mm256_set1_pd(-infinity)),
         has_nan(_mm256_setzero_pd()) {}
   ZELVAN_AVX2 void add(__m256d v) {
-    least = _mm256_min_pd(v, least);  // returns the second operand if either is a NaN
+    least = _mm256_min_pd(v, least);  // min and max return the second operand for a NaN
     largest = _mm256_max_pd(v, largest);
     has_nan = _mm256_or_pd(has_nan, _mm256_cmp_pd(v, v, _CMP_UNORD_Q));
   }
@@ -186,7 +186,7 @@ ZELVAN_AVX2 inline Extent extent_of(const real_pt_t* points, const real_pt_t* en
     other.add(load(points + 2));
   }
   if (end - points >= 2) extent.add(load(points));
-  if ((end - points) % 2 != 0) other.add(load(end - 2));  // the last, and again the one before
+  if ((end - points) % 2 != 0) other.add(load(end - 2));  // the last point, and again its neighbour
   extent.add(other);
   return extent;
 }
@@ -241,7 +241,7 @@ ZELVAN_AVX2 int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox
 
 ZELVAN_AVX2 bool has_repeats(Avx2, const real_pt_t* points, int n) {
   if (n < 3) return has_repeats(Plain{}, points, n);
-  const auto compare = [=](int i) ZELVAN_AVX2 {  // two points with the ones before them
+  const auto compare = [=](int i) ZELVAN_AVX2 {  // points i and i + 1 with those before
     const __m256d same = _mm256_cmp_pd(load(points + i - 1), load(points + i), _CMP_EQ_OQ);
     return _mm256_and_pd(same, _mm256_permute_pd(same, 0b0101));
   };
@@ -269,7 +269,7 @@ ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipB
   // An edge is left out if both ends are outside on the same side, or both are inside.
   const LaneSet apart = (below & below >> 2) | (above & above >> 2);
   const LaneSet reaches_out = not_inside | not_inside >> 2;
-  // The even bits are of points: in x or in y.
+  // Merge y into x: bit 2 i stands for the edge from point i.
   const LaneSet near = (reaches_out | reaches_out >> 1) & ~(apart | apart >> 1);
   const EdgeSet all = (EdgeSet{1} << (n - 1)) - 1;
   return even_bits(near >> unused) & all;
