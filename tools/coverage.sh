@@ -2,7 +2,7 @@
 # by dev.
 
 coverage() {
-  # The last three are for osh/file_systems, which is reported as skipped where it can't mount.
+  # The last three packages are for osh/file_systems, which is skipped where it can't mount.
   need_to_test clang-19 llvm-19 libclang-rt-19-dev e2fsprogs exfatprogs exfat-fuse
   step "building with counters"
   build coverage

@@ -18,7 +18,8 @@ import sys
 
 TIME_LIMIT = 60  # seconds for a test program; one that takes longer has noticed the fault
 
-# What a family is tested by besides its own programs and those of the interface.
+# For each family: other families whose test programs test it as well. The programs of the family
+# itself and of the interface always run.
 ALSO = {"platform": ["osh", "wipc", "text"], "osh": ["platform"], "wipc": ["platform"],
         "logger": ["platform"], "var": ["colour"]}
 

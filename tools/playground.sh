@@ -24,7 +24,7 @@ playground() {
   esac
 }
 
-# archive_sources FILE: packs the sources as they are now; in a clone only files that git knows.
+# archive_sources FILE: packs the sources as they are now; in a clone only files that git tracks.
 archive_sources() {
   if git rev-parse --git-dir >/dev/null 2>&1; then
     git ls-files -z
@@ -33,7 +33,7 @@ archive_sources() {
   fi | tar -czf "$1" --null --files-from=- --transform='s,^\(\./\)*,zelvan/,S'
 }
 
-# Checks the types of the page's scripts, and tries the page in a browser, beside a native program.
+# Checks the types of the page's scripts, and compares the page in a browser with a native program.
 check_playground() {
   local source=examples/playground work=build/playground-check
   need_to_test chromium

@@ -1,7 +1,7 @@
 # ./dev windows. Sourced by dev, whose functions it uses.
 # shellcheck shell=bash
 
-# Starts a separate Windows in build/wine. Its processes end with this script.
+# Starts Wine with a Windows folder of its own, build/wine. Its processes end with this script.
 start_wine() {
   export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
   export PATH=$PATH:/usr/lib/wine

@@ -1,4 +1,4 @@
-/// The library for C: each flat function that is found by its bare name, and its records.
+/// The library for C: all functions with C linkage, and the records that they use.
 ///
 /// What a function does, requires and returns is stated once, in its header for C++; a line above
 /// each group names that header. The classes among the records are plain data here, with the same
@@ -159,8 +159,8 @@ typedef struct ColorRGB {
   int blue;
 } ColorRGB;
 
-/// A table of colours. A record of your own over an array of your own serves as well, but is never
-/// passed to `zelvan_delete_color_map`.
+/// A table of colours. You can also fill this record yourself, with an array of your own, but must
+/// not pass such a record to `zelvan_delete_color_map`.
 typedef struct ColorMap {
   unsigned int map_size;
   unsigned int map_count;

@@ -16,13 +16,13 @@ namespace {
 
 using support::GuardedArray;
 
-/// The input of kernels: `n` of each thing, flush against unreadable pages.
+/// The inputs of kernels: arrays of `n` elements that end at unreadable pages, and 16 * `n` bytes.
 struct Inputs {
   int n;
   support::Random random;
   Mtx2D matrix = random.matrix(random.below(4));
   GuardedArray<real_pt_t> points{random.hard_points(n)};
-  GuardedArray<real_pt_t> outline{random.hard_points(n)};  ///< some on the sides of a view
+  GuardedArray<real_pt_t> outline{random.hard_points(n)};  ///< some points lie on sides of a view
   GuardedArray<int> flags{std::vector<int>(n, 1)};
   std::vector<unsigned char> bytes = std::vector<unsigned char>(16 * n);
 
@@ -69,7 +69,7 @@ Results map_rectangles(Inputs& in) {
   return results;
 }
 
-/// Translates elements of `size` bytes, in place and on buffers that overlap.
+/// Translates elements of `size` bytes: in place, between buffers that overlap, and apart.
 template <class Translate, class... Options>
 Kernel translation(int size, Translate translate, Options... options) {
   return [=](Inputs& in) {
@@ -107,7 +107,7 @@ struct NamedKernel {
 
 void PrintTo(const NamedKernel& kernel, std::ostream* out) { *out << kernel.name; }
 
-// A new kernel takes one line. Each becomes a test, whose name tells of it even in a crash.
+// A new kernel takes one line. Each becomes a test of its own, so that a crash names the kernel.
 const NamedKernel kernels[] = {
     {"RealXfmPts", mapping(&Mtx2D::RealXfmPts)},
     {"XfmPts", mapping(&Mtx2D::XfmPts)},

@@ -13,7 +13,7 @@ using Map = std::unique_ptr<void, void (*)(void*)>;
 
 static float squared(int v) { return static_cast<float>(v) * static_cast<float>(v); }
 
-/// Returns the index by a plain loop over the sums of squares, in float, green first.
+/// Returns the closest pen, by a plain loop over sums of squares in float, green first.
 static int closest_pen(const ColorMap& map, const ColorRGB& target) {
   float least = static_cast<float>(3 * map.max_value * map.max_value) + 1.0f;
   int found = 0;
@@ -87,7 +87,7 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
   expect_refusals("ColOpen", 2, [] { return Map(ColOpen(1, 9), ColDeleteColorMap) != nullptr; });
   expect_refusals("ColNewColorMap", 2,
                   [&] { return Map(ColNewColorMap(1, 9, rgb), ColDeleteColorMap) != nullptr; });
-  for (const int size : {0, 1}) {  // a table of size 0 has no block
+  for (const int size : {0, 1}) {  // a table of size 0 needs no heap block
     expect_refusals("ColOpenXfm", 1 + size,
                     [&] { return std::unique_ptr<ColorXfm>(ColOpenXfm(size)) != nullptr; });
   }

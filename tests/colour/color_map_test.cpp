@@ -112,7 +112,7 @@ TEST(MakeRoList, ListsTheLowestFreePens) {
   ColorRWMap used(3);
   ColorRWMap free(6);
   used.rw_count = 2;
-  for (const int i : {1, 2}) used.rw_list[i] = i + 1;  // 0 and 2, then 3, which doesn't count
+  for (const int i : {1, 2}) used.rw_list[i] = i + 1;  // used: 0, 2; the 3 is beyond rw_count
   used.MakeRoList(&free, 1);
   EXPECT_EQ(std::vector(free.rw_list, free.rw_list + free.rw_count), (std::vector{1u, 3u, 4u}))
       << "6 pens less 2 in use and 1 reserved";
@@ -125,7 +125,7 @@ TEST(MakeRoList, ListsTheLowestFreePens) {
 TEST(MapColors, CountsHowCloseItCame) {
   ColorMap source(10, 255);
   ColorMap target(2, 255);
-  const int steps[] = {0, 0, 3, 4, 7, 8, 15, 16, 31, 32};  // not counted: pen 0, and above 31
+  const int steps[] = {0, 0, 3, 4, 7, 8, 15, 16, 31, 32};  // pen 0 and the last are not counted
   for (int i = 0; i < 10; ++i) source.colors[i] = {steps[i], steps[i], steps[i]};
   ColorXfm xfm(12);
   xfm.xfm_table[10] = xfm.xfm_table[11] = 5;

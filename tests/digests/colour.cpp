@@ -5,7 +5,7 @@
 
 namespace {
 
-// Small ranges make channels equal; ties decide the sector of the colour wheel.
+// In a small range, channels are often equal; ties decide the sector of the colour wheel.
 const Group rgb_to_hsv("colour.rgb_to_hsv", [](Log& log) {
   constexpr int ranges[] = {4, 256, 100'000'000};
   constexpr int scales[] = {255, 1000, INT_MAX};
@@ -37,8 +37,8 @@ const Group set_value("colour.set_value", [](Log& log) {
 constexpr int map_scales[] = {255, 255, 20'000};
 
 /// Returns a random colour. Kind 0 has few colours, so that many are equally close. Kind 1 has all
-/// of a scale of 255. Kind 2 has few that are so far apart that `float` rounds the sum of squares:
-/// the rounding then depends on the order of the channels, and decides which colour is closest.
+/// colours of a scale of 255. Kind 2 has few that are so far apart that `float` rounds the sum of
+/// squares: the rounding then depends on the order of the channels, and decides which is closest.
 ColorRGB some_color(Random& random, int kind) {
   constexpr int ranges[] = {9, 256, 10};
   const auto channel = [&] { return random.below(ranges[kind]) * (kind == 2 ? 1999 : 1); };
@@ -56,7 +56,7 @@ void log_closest(Log& log, ColorMap& map, ColorRGB target) {
   log("GetSimilarColor", inputs(map.map_size, target), map.GetSimilarColor(&target));
 }
 
-// Maps of every size modulo the length of a vector.
+// Maps of 0 to 71 colours: every remainder modulo the length of a vector.
 const Group closest_color("colour.closest_color", [](Log& log) {
   Random random(1);
   for (int i = 0; i < 3 * 72; ++i) {
@@ -66,7 +66,7 @@ const Group closest_color("colour.closest_color", [](Log& log) {
   }
 });
 
-// Searches for white among black pens: the last bit of a `float` decides if one is near enough.
+// Half of the maps are black: for white, the last bit of a `float` decides if a pen is near enough.
 const Group far_colors("colour.far_colors", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 20'000; ++i) {

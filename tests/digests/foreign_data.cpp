@@ -10,7 +10,7 @@ Bytes some_bytes(Random& random, std::size_t n) {
   return bytes;
 }
 
-/// Converts the numbers as one array, from IEEE to IBM and back.
+/// Converts the same array in both directions: read as IEEE to IBM, and read as IBM to IEEE.
 void log_converted(Log& log, unsigned short type, const Bytes& from) {
   const auto n = static_cast<unsigned short>(from.size() / (type & 15));
   for (const int format : {4, 16}) {
@@ -20,8 +20,8 @@ void log_converted(Log& log, unsigned short type, const Bytes& from) {
   }
 }
 
-// Numbers of any bits, in arrays of every length modulo that of a vector; then every exponent and
-// characteristic, with fractions next to each power of two.
+// Numbers of any bits, in arrays of every length modulo that of a vector; then all values of sign
+// and exponent, with fractions next to each power of two.
 void log_numbers(Log& log, unsigned short type) {
   const int size = type & 15;
   Random random(2);

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Returns a number of the given kind: a small whole number or one very close to it, so that ends
-/// coincide and directions are equal; a plain number; or a hard one.
+/// Returns a number of the given kind: 0: one of a few small ones, so that ends coincide and
+/// directions are equal; 1: a plain one; 2: a hard one.
 double number(Random& random, int kind) {
   static constexpr double whole[] = {-2.0, -1.0, -0.0, 0.0, 1.0, 2.0, -1e-17, 0.5};
   if (kind == 0) return whole[random.below(8)];
@@ -22,7 +22,7 @@ const Group arcs("geometry.arcs", [](Log& log) {
     real_pt_t p = point(random, i % 3);
     real_pt_t center = point(random, i % 3);
     real_pt_t ends[] = {point(random, i % 3), point(random, i % 3)};
-    const double radius = 0.1 * (i % 9 - 4);  // not exact as a `float`
+    const double radius = 0.1 * (i % 9 - 4);  // 0, or not exact as a `float`
     const auto clockwise = static_cast<short>(random.below(2));
     log("utl_point_circarc", inputs(p, center, radius, ends, clockwise),
         utl_point_circarc(&p, &center, radius, &ends[0], &ends[1], clockwise));
@@ -54,7 +54,7 @@ const Group turns("geometry.turns", [](Log& log) {
 });
 
 /// Returns a coefficient of the given kind: a small whole number, a plain one, a hard one, or one
-/// at or next to the tolerance of conics.
+/// of 0, 1 and values near the tolerance of conics.
 double coefficient(Random& random, int kind) {
   static const double close[] = {0.0, 1.0, 1e-05, -1e-05, std::nextafter(1e-05, 1.0), 4e-05};
   if (kind == 0) return random.below(5) - 2.0;
@@ -62,7 +62,7 @@ double coefficient(Random& random, int kind) {
   return kind == 2 ? random.hard_double() : close[random.below(6)];
 }
 
-/// Returns a conic; all types occur, and the curve often passes through its arc's first end.
+/// Returns a conic; all types occur, and the start of the arc is often on the curve.
 utl_conic_t some_conic(Random& random, int i) {
   const auto v = [&] { return coefficient(random, i % 4); };
   const auto clockwise = static_cast<short>(random.below(2));
@@ -108,7 +108,7 @@ const Group conics("geometry.conics", [](Log& log) {
 
 using PolygonSet = support::SetArrays<real_pt_t>;
 
-/// Returns a set of one or more polygons with up to `most` vertices. `place` returns a coordinate.
+/// Returns a set of up to `most` vertices, in one or more polygons. `place` returns a coordinate.
 template <class Place>
 PolygonSet some_set(Random& random, int most, Place place) {
   PolygonSet set(0);

@@ -123,7 +123,7 @@ using Workload = void (*)(Log& log);
 
 /// Returns all groups, in the order of their names.
 ///
-/// A function, since clang 14 with -flto initialises an inline variable after objects that use it.
+/// It is a function because clang 14 with -flto initialises inline variables after users of them.
 inline std::map<std::string, Workload>& groups() {
   static std::map<std::string, Workload> all;
   return all;

@@ -5,7 +5,7 @@ namespace {
 /// Returns a matrix of any type, including unknown ones; every seventh is the identity.
 Mtx2D some_matrix(Random& random, int i) { return i % 7 == 0 ? Mtx2D() : random.matrix(i % 6 - 1); }
 
-// Arrays of every length modulo that of a vector.
+// Arrays of 0 to 70 points: every remainder modulo the length of a vector.
 const Group map_points("transforms.map_points", [](Log& log) {
   Random random(1);
   for (int i = 0; i < 6 * 71; ++i) {

@@ -1,7 +1,7 @@
-// Sine, cosine, arc cosine and arc tangent, computed by sums, products, quotients and roots alone,
-// which every machine rounds alike. The linker replaces those of the C library by these. Theirs
-// differ in the last bit: glibc 2.36 uses different code on processors with and without fused
-// multiply-add. With these, one digest holds for all machines.
+// Sine, cosine, arc cosine and arc tangent, computed by sums, products, quotients, remainders and
+// roots alone, which every machine rounds alike. The linker replaces those of the C library by
+// these. Theirs differ in the last bit: glibc 2.36 uses different code on processors with and
+// without fused multiply-add. With these, one digest holds for all machines.
 #include <cmath>
 #include <numbers>
 
@@ -24,7 +24,7 @@ double __wrap_cos(double angle) {
   return sum;
 }
 
-void __wrap_sincos(double x, double* sine, double* cosine) {  // gcc calls both at once
+void __wrap_sincos(double x, double* sine, double* cosine) {  // gcc combines both calls
   *sine = __wrap_sin(x);
   *cosine = __wrap_cos(x);
 }

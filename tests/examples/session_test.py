@@ -64,7 +64,7 @@ class Session(unittest.TestCase):
             for how in ("end of input", "Ctrl-C", "picker killed", "session killed"):
                 with self.subTest(road=road, how=how):
                     session, picker = self.open(*road)
-                    # In the same group, Ctrl-C in a terminal would end the picker as well.
+                    # In the same process group, Ctrl-C in a terminal would end the picker as well.
                     self.assertNotEqual(os.getpgid(picker), os.getpgid(session.pid))
                     if how == "end of input":
                         session.stdin.close()

@@ -37,8 +37,8 @@ Set clipped(Clip clip, const Set& in, real_rect_t view, double scale = 1) {
   return out;
 }
 
-/// Expects `out` for `in` clipped to the square from (0, 0) to (10, 10). Before and after `in`, the
-/// set has a vertex that must not matter: a polygon of one vertex, and one that no flag closes.
+/// Expects `out` for `in` clipped to the square from (0, 0) to (10, 10). Adds a polygon of one
+/// vertex before `in`, and one vertex that no flag closes after it: neither may matter.
 template <class Clip>
 void expect_rings(Clip clip, Set in, const Set& out, const char* why) {
   in.insert(in.begin(), {{3, 3}, drw_edge_close_visible});
@@ -57,7 +57,7 @@ void for_each_edge(const Set& set, Visit visit) {
   }
 }
 
-/// Returns the winding number, from the sum of the angles under which the edges are seen.
+/// Returns the winding number about a point: the sum of the angles under which it sees the edges.
 inline long winding(const Set& set, real_pt_t about) {
   const Place p(about.x, about.y);
   double angle = 0;
@@ -79,8 +79,8 @@ inline Set border_of(const real_rect_t& view) {
   return {{a, 1}, {b, 1}, {c, 1}, {d, 3}};
 }
 
-/// Expects that inside the view `out` has the windings (by `rule`) and visible edges of `in`, and
-/// that outside it has none.
+/// Expects that inside the view `out` has the visible edges of `in` and its winding numbers (turned
+/// by `rule` into the expected ones), and that outside it has neither.
 inline void expect_clipped(const Set& in, const Set& out, const real_rect_t& view,
                            long (*rule)(long)) {
   SCOPED_TRACE(testing::PrintToString(in) + "\nclipped to " + testing::PrintToString(view) +

@@ -22,7 +22,7 @@ TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
 
 TEST(ClipPolygonSet, LeavesOutThePolygonThatTheHeapRefuses) {
   const Set triangle = {{{1, 1}, 1}, {{4, 1}, 1}, {{4, 4}, 3}};
-  // Of n vertices every so many is a tooth that juts out of the view; the last may come twice.
+  // Of n vertices every `for_a_tooth`th juts out of the view; the last comes twice if `repeats`.
   const auto expect_triangle = [&](int n, int for_a_tooth, bool repeats, const char* what) {
     Set set = triangle;
     for (int i = 0; i < n; ++i) set.push_back({{i / 150.0, i % for_a_tooth == 0 ? 15.0 : 5.0}, 1});
@@ -44,7 +44,7 @@ TEST(ClipPolygonSet, LeavesOutThePolygonThatTheHeapRefuses) {
   expect_triangle(600, 600, true, "no room for the vertices of a copy without repeats");
 }
 
-// Of polygons whose first edge crosses the border.
+// Checks polygons whose first two vertices are on different sides of the view's border.
 TEST(ClipPolygonSet, CoversAndDrawsInsideWhatThePolygonDoes) {
   support::for_each_form([](const char* form) {
     support::Random random(1);

@@ -12,10 +12,10 @@ TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
       SCOPED_TRACE(testing::Message() << form << ", set " << i << ", times " << scale);
       const real_rect_t& view = upright_and_other_views[i % 5];
       Set in = random_ring(&random);
-      if (i % 7 < 4) in.back().flag -= 2;  // not closed: one polygon with the next ring
+      if (i % 7 < 4) in.back().flag -= 2;  // not closed: forms one polygon with the next ring
       for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
       for (auto& [p, flag] : in) {
-        if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // onto sides and each other
+        if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // rounds onto sides and each other
       }
       const Set out = clipped(ClipPolygonSetToView, in, view, scale);
       expect_clipped(in, out, view, [](long winding) { return winding; });
@@ -58,8 +58,8 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
 #ifdef __SIZEOF_INT128__
 __extension__ using Wide = __int128;
 
-// Returns how far p, without its fractions, is from where the lines ab and cd meet: the larger of
-// the distances in x and y. The other points have whole coordinates; only the last step rounds.
+// Returns how far p, cut to whole coordinates, is from where the lines ab and cd meet: the larger
+// of the distances in x and y. The other points are whole; only the last step rounds.
 static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
   struct Vector {
     Wide x, y;
@@ -83,7 +83,7 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
     const char* where;
     real_pt_t low;
     double size;
-    int doublings;  // an edge's ends are less than 2^doublings sizes from a point in the view
+    int doublings;  // an edge's ends are less than 2^doublings * size from a point in the view
     int most_units;
   } rows[] = {
       {"far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3},

@@ -55,7 +55,7 @@ TEST(ClipPolylineToView, KeepsWhatARingOfVisibleEdgesShows) {
     if (origin > 0) view = {{{0, 0}, {3, 2}, {4, 2}, {3, 1}}};
     for (real_pt_t& corner : view.corners) corner = {origin + corner.x, origin + corner.y};
     std::vector<real_pt_t> line(1 + random.below(40));
-    const double step = i % 4 < 2 ? 1 : 0.7;  // of x: whole numbers are often on sides and corners
+    const double step = i % 4 < 2 ? 1 : 0.7;  // in x; whole numbers are often on sides and corners
     for (real_pt_t& p : line) {
       p = {origin + (random.below(19) - 9) * step, origin + random.below(19) - 9.0};
     }

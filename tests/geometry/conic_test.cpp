@@ -28,7 +28,7 @@ TEST(Conics, RunFromEndToEndAlongTheCurve) {
   const struct {
     char type;
     utl_conic_t conic;  // a to f, start, end, clockwise
-    real_pt_t vertex;   // halfway: the ends are mirror images about an axis through it
+    real_pt_t vertex;   // halfway on the arc: its ends are mirror images about an axis through it
     const char* why;
   } rows[] = {
       {'C', {1, 0, 1, 0, 0, -25, {-3, 4}, {-3, -4}, 1}, {5, 0}, "x^2 + y^2 = 25, clockwise"},

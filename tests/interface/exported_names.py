@@ -23,7 +23,7 @@ def of_dll(library):
 
 def of_shared_object(library):
     table = output_of("nm", "--dynamic", "--defined-only", "--demangle", "--format=posix", library)
-    # "NAME TYPE VALUE SIZE", where a readable name may hold blanks.
+    # Each line is "NAME TYPE VALUE SIZE", where a demangled name may contain blanks.
     return {line.rsplit(" ", 3)[0] for line in table.splitlines()}, []
 
 

@@ -4,7 +4,7 @@ import pathlib
 import re
 import sys
 
-# Which families a family may include, or which of their headers.
+# For each family: the other families that it may include, or single headers of them.
 ARROWS = {
     "transforms": set(),
     "pick": {"transforms"},

@@ -19,7 +19,7 @@ static std::unique_ptr<CLineTypeDefinition> definition(unsigned int index, doubl
 
 using Added = std::pair<int, bool>;  // the index, and whether it was there already
 
-/// Adds a definition, which goes to the list if the list takes it.
+/// Adds a definition; if the list takes it, the list owns it.
 static Added add(CLineTypeDefList& list, std::unique_ptr<CLineTypeDefinition> made) {
   bool already_there = true;
   const int index = list.AddLineTypeDefinition(made.get(), already_there);

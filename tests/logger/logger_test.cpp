@@ -40,7 +40,7 @@ class LoggerTest : public testing::Test {
     In::files = 2;
     In::most_lines = 5000;
     In::level = logTrace;
-    std::string().swap(In::prefix);  // without the room that an earlier test made
+    std::string().swap(In::prefix);  // frees its memory as well
     In::lines = 0;
     In::number = 0;
     In::appends = false;
@@ -100,7 +100,7 @@ TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
     if (row.values[3] != nullptr) log.setFilePrefix("the program's");
     (log.*In::init)();
     support::set_environment(variables[0], "3");
-    (log.*In::init)();  // has no effect any more
+    (log.*In::init)();  // a second call reads nothing
     EXPECT_EQ(In::files, row.files) << row.why;
     EXPECT_EQ(In::most_lines, row.lines) << row.why;
     EXPECT_EQ(In::level, row.level) << row.why;

@@ -20,7 +20,7 @@ class MemModel {
   ~MemModel() {
     clear();
     MemListDelete(&list_);
-    for (const Row& row : rows_) std::free(row.address);  // clear() leaves rows with grandchildren
+    for (const Row& row : rows_) std::free(row.address);  // clear() does not free grandchildren
     MemPoolDelete(&pool_);
   }
 
@@ -118,8 +118,8 @@ class MemModel {
     if (least >= 0) release_family(least);
   }
 
-  /// Returns the address of a pointer that is null: one in the block `*parent` if there is one;
-  /// else one outside all blocks, and sets `*parent` to -1.
+  /// Returns the address of a null pointer, for an owner: in the block `*parent` if that has one;
+  /// else outside all blocks, and sets `*parent` to -1.
   void** find_place(int* parent) {
     if (*parent >= 0) {
       auto** const first = static_cast<void**>(rows_[*parent].address);

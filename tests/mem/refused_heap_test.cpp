@@ -4,7 +4,7 @@
 #include <support/heap.h>
 
 static void* owners[16];
-static void** new_owner;  // in the block of row 0
+static void** new_owner;  // lies in the block of row 0
 
 static unsigned short give_up(MemException*) { return 0; }
 static unsigned short go_on(MemException*) { return 1; }
@@ -12,7 +12,7 @@ static unsigned short free_row_3(MemException* exception) {
   MemFree(exception->list, owners[3]);
   return 1;
 }
-// The new block has the same row and, on most heaps, the same address.
+// The new block has the row of the freed one and, on most heaps, its address.
 static unsigned short replace_row_0(MemException* exception) {
   MemFree(exception->list, owners[0]);
   MemAllocate(exception->list, sizeof(void*), nullptr, &owners[0]);

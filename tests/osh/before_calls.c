@@ -22,13 +22,13 @@ static void* real_after_command(const char* name) {
 }
 
 int open(const char* path, int flags, ...) {
-  // A program that loads the library opens paths of its own before, with folders.
+  // The library's paths here have no folder; those that its loader opens before have one.
   const int is_ours = strchr(path, '/') == NULL;
   int (*real)(const char*, int, ...) =
       is_ours ? real_after_command("open") : dlsym(RTLD_NEXT, "open");
   va_list rest;
   va_start(rest, flags);
-  const int mode = va_arg(rest, int);  // which counts only for a new file
+  const int mode = va_arg(rest, int);  // used only if a file is created
   va_end(rest);
   return real(path, flags, mode);
 }

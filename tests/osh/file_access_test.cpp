@@ -71,7 +71,7 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
       {"rmdir", 1, 0, "empty", osh_rmdir},
   };
   // clang-format on
-  osh_close(0);  // the next file gets it: it is a descriptor like any other
+  osh_close(0);  // the next file gets 0: a descriptor like any other
   const int descriptors = support::open_descriptors();
   for (const auto& [operation, success, failure, works_on, call] : rows) {
     for (const std::string name :

@@ -124,7 +124,7 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
     put(prefix + taken);
     const int expected = next.empty() ? -1 : 0;
     const std::string name = prefix + (next.empty() ? taken : next);
-    Text result(filled_up(taken, 1024));  // the result may be the letters
+    Text result(filled_up(taken, 1024));  // the result may overwrite the letters
     EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
     EXPECT_EQ(result.data(), name);
     fs::remove(prefix + taken);

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-// The ring is the square from 0, 0 to 4, 4; the set has it twice, the second time the other way.
+// The ring is the square from 0, 0 to 4, 4; the set has it twice, the second time in reverse.
 static real_pt_t points[] = {{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}, {0, 4}, {4, 4}, {4, 0}};
 static int edge_flags[] = {1, 1, 1, 3, 1, 1, 1, 3};
 const drw_pset_t set = {8, points, edge_flags};

@@ -9,13 +9,13 @@ static real_pt_t points[] = {{9, 9}, {1, 1}, {5, 2}, {2, 5}};
 static int edge_flags[] = {3, 1, 1, 3};
 static const drw_pset_t set = {4, points, edge_flags};
 
-// Places that tell the kinds apart, with a tolerance of 1/8.
+// Points at which the kinds of regions differ, with a tolerance of 1/8.
 static const real_pt_t places[] = {{1.75, 2.5}, {4.5, 4.5}, {0.875, 1}, {3, 0.875}};
 
 static const struct {
   const char* name;
   CPickRegion* (*make)();
-  std::vector<unsigned char> hits;  // at each of the places
+  std::vector<unsigned char> hits;  // expected, one for each place
 } kinds[] = {
     {"rect", [] { return zelvan_new_rect_region(5, 1, 2, 4); }, {0, 0, 0, 1}},
     {"polyline", [] { return zelvan_new_polyline_region(3, &points[1]); }, {0, 1, 1, 1}},

@@ -12,8 +12,8 @@ namespace {
 
 using namespace zelvan::platform;
 
-/// A program that reports its words, its descriptors, and whether it is in a session of its own.
-/// The report appears whole, under a name that the test waits for.
+/// A program that reports its arguments, its descriptors, and whether it leads a session of its
+/// own. The report appears whole, under a name that the test waits for.
 constexpr char tell[] = R"sh(#!/bin/sh
 ( for word; do echo "[$word]"; done
   ls /proc/self/fd

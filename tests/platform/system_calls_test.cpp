@@ -1,4 +1,4 @@
-// Whichever system call fails: nothing is lost or left over, and the failure is reported.
+// Whichever system call fails: nothing is lost or left over, and the caller is told if it matters.
 #include <zelvan/platform/sockets.h>
 #include <zelvan/zelvan.h>
 
@@ -22,9 +22,9 @@ const std::set<int> each_time;
 /// A system call that may fail without making its operation fail.
 struct Harmless {
   std::string call;
-  std::set<int> which;  ///< the calls of that name that may: 1 for the first; or `each_time`
+  std::set<int> which;  ///< which calls of that name may fail: 1 is the first; or `each_time`
   const char* why;
-  std::string change = {};  ///< of the files after the failure; empty if the usual one
+  std::string change = {};  ///< of the files after that failure; empty: the operation's usual one
 };
 
 struct Promise {
@@ -179,7 +179,7 @@ TEST(Processes, StartOrReportWhatFails) {
         {{"read", 1, 0}});  // it must work, since it waits for the start
 }
 
-// The first failure has the reason; more of them stand for a system that lacks something.
+// `errno` must tell of the first failure; further ones simulate a system that lacks something.
 TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
   const Operation copy = copy_to("other"_c), move_plain = move("plain"_c, "new"_c);
   const Operation append = [] { return osh_cat("new"_c, "plain"_c) != 0; };
@@ -252,7 +252,7 @@ bool converse(bool is_answered) {
   done = done && text == std::string("to you") && platform::gethostname(text, 2) == 0 &&
          std::strlen(text) == 1 && platform::gethostbyname("localhost", &address) == 1 &&
          address.host[0] == 127;
-  // The connection must not keep the port for a minute: another run may be told to bind it.
+  // The connection must not keep the port for a minute: another run may get the same one.
   const linger no_wait = {1, 0};
   support::__real_setsockopt(near, SOL_SOCKET, SO_LINGER, reinterpret_cast<support::Word>(&no_wait),
                              sizeof no_wait);
@@ -262,7 +262,7 @@ bool converse(bool is_answered) {
 
 TEST(Sockets, CarryAConversationOrReportWhatFails) {
   const auto meets = [] { return converse(true); };
-  close(0);  // the next socket gets 0 from the system; the library must move it
+  close(0);  // the next socket is 0; the library must move it to another number
   check("a conversation", meets, "",
         {{"setsockopt", each_time, "it is only slower"},
          {"getsockname", {2}, "it is not its own peer"},

@@ -10,7 +10,7 @@
 
 namespace {
 
-DWORD replace_error, flush_error, undo_error, delete_error;  // 0: the system's own answer
+DWORD replace_error, flush_error, undo_error, delete_error;  // each is 0 to make the real call
 int deletes_to_fail;
 
 }  // namespace
@@ -45,7 +45,7 @@ decltype(&::MoveFileExW) __wrap___imp_MoveFileExW = [](LPCWSTR from, LPCWSTR to,
 decltype(&::DeleteFileW) __wrap___imp_DeleteFileW = [](LPCWSTR path) {
   const bool fails = deletes_to_fail > 0 && deletes_to_fail-- > 0;
   const bool deletes =
-      !fails || delete_error == ERROR_FILE_NOT_FOUND;  // the file goes, and the answer is lost
+      !fails || delete_error == ERROR_FILE_NOT_FOUND;  // deletes the file, but denies it
   const BOOL done = deletes && __real___imp_DeleteFileW(path);
   if (fails) ::SetLastError(delete_error);
   return fails ? FALSE : done;

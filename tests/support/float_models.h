@@ -40,7 +40,7 @@ inline Word ieee_of(Word ibm, int bits) {
   if (bits == 56) return sign | __builtin_bit_cast(Word, value);
   if (value >= 0x1p128) return sign | 0x7F800000;
   if (value < 0x1p-126) return sign | Word(value * 0x1p149);
-  return sign | __builtin_bit_cast(unsigned, static_cast<float>(value));  // exact: it has 24 bits
+  return sign | __builtin_bit_cast(unsigned, static_cast<float>(value));  // exact: at most 24 bits
 }
 
 }  // namespace support

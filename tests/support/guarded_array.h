@@ -1,4 +1,4 @@
-/// Arrays that end at an unreadable page, so that an access past the end faults at once.
+/// Arrays that end at an unreadable page, except on Windows: an access past the end faults at once.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,7 @@ class GuardedArray {
     std::memset(static_cast<void*>(data_), 0xA5, n * sizeof(T));
   }
 
-  /// Copies the elements of any container.
+  /// Copies the elements of a container that stores them in one block.
   template <class Container>
   requires requires(const Container& c) { c.begin(); }
   explicit GuardedArray(const Container& from) : GuardedArray(from.size()) {

@@ -14,7 +14,7 @@ void __real_free(void* block);
 
 namespace {
 
-constexpr std::size_t most = 0x7FFFFFFF;  // larger requests succeed only on some machines
+constexpr std::size_t most = 0x7FFFFFFF;  // refuses larger requests: only some machines grant them
 
 int refused = 0, n_requests = 0;
 bool is_counting = false, is_for_good = false;

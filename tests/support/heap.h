@@ -20,9 +20,9 @@ bool grant_all();
 int blocks_left();
 
 /// Runs `operation` with its first request refused, then with its second and so on, until it makes
-/// no further request; each time twice, the second time with all later requests refused as well.
-/// Calls `check` after each run with a refusal; the heap then grants all requests. Returns the
-/// number of these runs.
+/// no further request. Does all this twice: the second time, all later requests are refused as
+/// well. Calls `check` after each run with a refusal; the heap then grants all requests. Returns
+/// the number of these runs.
 template <class Operation, class Check>
 int refuse_each(Operation operation, Check check) {
   int refusals = 0;

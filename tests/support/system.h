@@ -19,7 +19,7 @@ class TemporaryFolder {
     namespace fs = std::filesystem;
     const fs::path parent = in_memory ? "/dev/shm" : fs::temp_directory_path();
     const std::string start = (fs::canonical(parent) / "zelvan-").string();
-    static int number = 0;  // counts on past folders left by earlier runs
+    static int number = 0;  // skips folders that earlier runs left
     while (!fs::create_directory(start + std::to_string(++number))) continue;
     return start + std::to_string(number);
   }
@@ -34,7 +34,7 @@ class TemporaryFolder {
   ~TemporaryFolder() {
     namespace fs = std::filesystem;
     fs::current_path("/");
-    std::error_code trouble;  // due to a dangling link, or a program here that is still ending
+    std::error_code trouble;  // a dangling link, or a program that has not ended yet
     for (const auto& entry : fs::recursive_directory_iterator(path)) {
       fs::permissions(entry, fs::perms::owner_all, fs::perm_options::add, trouble);
     }

@@ -8,7 +8,7 @@
 constexpr int derived = Mtx2DTypeGeneral, kept = Mtx2DTypeIdentity;
 
 // The matrix has a type that doesn't match its elements. Some operations derive the type anew,
-// others keep it. The last two are called as members, since they have no flat function.
+// others keep it. The last two are called as members, since they have no C function.
 TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
   const auto expect = [](const char* name, const Mtx2D& expected, void (*function)(Mtx2D*)) {
     Mtx2D m = matrix({1, 2}, {3, 4}, {5, 6}, kept, 3);

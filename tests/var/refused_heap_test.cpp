@@ -13,7 +13,7 @@ TEST(VarNameList, StaysAsItWasWhereTheHeapRefuses) {
     EXPECT_EQ(list->next, nullptr);
     EXPECT_EQ(heap::blocks_left(), 0) << "nothing leaks";
   };
-  // Requests a node and its name. Each request is refused alone, then with all later ones.
+  // Requests heap blocks for a node and its name. Each is refused alone, then with all later ones.
   const auto add = [&] {
     stored = VarAddNameInfo(&list, "b", nullptr);
     VarDeleteNameInfo(&list, "b");

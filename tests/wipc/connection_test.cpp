@@ -10,7 +10,7 @@ namespace platform = zelvan::platform;
 
 // Called in each pause of the library. A pause takes no time here.
 static std::function<void()> on_pause = [] {};
-static int paused_ms;                                              // sum of the times asked for
+static int paused_ms;                                              // the sum of the pauses
 static const int timeout_at_first = zelvan::wipc_connect_timeout;  // 10 s
 
 static char localhost[] = "localhost", *own_name;
@@ -99,7 +99,7 @@ TEST(Connections, WantHostModulePortsAndPlacesForResults) {
     EXPECT_EQ(wipc_connect_session(localhost, 0, 1), nullptr);
     EXPECT_EQ(wipc_connect_session(localhost, 1, -1), nullptr);
   });
-  // Opening a session prints its arguments as well; the name of the host is cut, with its line end.
+  // Opening a session also prints its arguments; the message on the long host lacks its line end.
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 15) << text;
   EXPECT_EQ(paused_ms, 0) << "no port is tried";
 }
@@ -131,7 +131,7 @@ TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhile
         connections;  // last number of the peer's address, index in `ports`
   } rows[] = {
       {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is accepted
-      {false, {{2, 0}, {2, 1}}},                 // the first on each port is accepted
+      {false, {{2, 0}, {2, 1}}},                 // the first peer on each port is accepted
   };
   for (const auto& row : rows) {
     zelvan_set_local_sessions_only(row.is_on);

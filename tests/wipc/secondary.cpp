@@ -28,7 +28,7 @@ TEST(Processes, TalkUntilTheSessionEndsOrOneDies) {
   const int descriptors =
       support::open_descriptors();  // including those that the first socket opens
   for (const bool dies : {false, true}) {
-    zelvan_set_local_sessions_only(dies);  // off, then on: both serve a secondary on this machine
+    zelvan_set_local_sessions_only(dies);  // both settings accept a local secondary
     void* session = wipc_open_session(localhost, support::own_path().data());
     ASSERT_NE(session, nullptr) << wipc_last_error();
     EXPECT_FALSE(support::is_inherited(wipc_sid(session)));

@@ -9,6 +9,7 @@ import headers
 
 UNDERLINES = "=-~^"
 BLOCKS = ("itemizedlist", "orderedlist", "verbatim", "programlisting", "table")
+# A row of the README's table of families, such as:
 # | `pick` | regions that say whether a point hits them | [pick regions](docs/pick.md) |
 FAMILY = re.compile(r"^\| `(\w+)` \| (.*?) \| (.*?) \|$", re.M)
 LINK = re.compile(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)")

@@ -9,7 +9,7 @@ using zelvan::mirrored_in_x;
 using zelvan::mirrored_in_y;
 using zelvan::short_pi;
 
-// Returns the identity after `ReflectInX`.
+// Returns the mirror in the x axis: the identity after `ReflectInX`.
 Mtx2D x_mirror() {
   Mtx2D m;
   m.ReflectInX();
@@ -17,8 +17,8 @@ Mtx2D x_mirror() {
 }
 
 // Reads the matrix as a turn first and a mirror in the x axis after it. Stores whether there is a
-// mirror, and returns the matrix without it. Computes whole products with the mirror, although few
-// of their terms matter: an infinite element must have the effect that it has in a product.
+// mirror, and returns the matrix without it. Multiplies by the whole mirror instead of negating
+// elements, so that an infinite element has the effect that it has in any product.
 Mtx2D without_last_mirror(Mtx2D m, unsigned short* mirrored) {
   *mirrored = m.ReversesOrientation();
   return *mirrored ? m * x_mirror() : m;
@@ -36,8 +36,8 @@ int quadrant_code(const Mtx2D& m) {
   return m.m12 < 0.0 ? 3 : 1;
 }
 
-// Snaps an angle to 0, 90, 180, 270 or 360 (which becomes 0) if it is less than 0.1 degrees away.
-// An angle exactly 0.1 degrees away stays. Each test sees the result of the one before.
+// Snaps an angle to 0, 90, 180 or 270 degrees if it is less than 0.1 degrees away. An angle between
+// 359.9 and 360 becomes 0; exactly 360 stays.
 double snap_to_quadrants(double degrees) {
   if (degrees > 0.0 && degrees < 0.1) degrees = 0.0;
   if (degrees > 89.9 && degrees < 90.1) degrees = 90.0;

@@ -36,7 +36,7 @@ Box box_of_mapped(const Mtx2D& m, const Rect& rect) {
       return Pair{p.x, p.y};
     };
     box = {corner(0), corner(0)};
-    for (int i = 1; i < 4; ++i) {  // x and y at once; a NaN replaces nothing and is not replaced
+    for (int i = 1; i < 4; ++i) {  // x and y at once; a NaN replaces no bound and is not replaced
       const Pair p = corner(i);
       box.low = p < box.low ? p : box.low;
       box.high = p > box.high ? p : box.high;

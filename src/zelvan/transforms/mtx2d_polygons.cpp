@@ -10,8 +10,9 @@ using zelvan::is_same_point;
 namespace {
 
 // Maps n vertices of one polygon and drops those that repeat the one before; returns the number
-// kept. Calls `carry_flag(i, k)` if the flag of input vertex i belongs to output vertex k. Maps in
-// blocks through the array operation, to use its vector forms.
+// kept. Calls `carry_flag(i, k)` for each input vertex i, where k is the output vertex that stands
+// for it: of equal vertices the last one's flag stays. Maps in blocks through the array operation,
+// to use its vector forms.
 template <class Out, class CarryFlag>
 int map_polygon(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), int n, real_pt_t* in,
                 Out* out, CarryFlag carry_flag) {
@@ -41,15 +42,15 @@ void map_set(Mtx2D& m, void (Mtx2D::*map_array)(int, real_pt_t*, Out*), const dr
   out->n_points = map_polygon(m, map_array, in->n_points, in->points, out->points, carry_flag);
 }
 
-// Maps each polygon separately. Maps a block of vertices into place, and compacts it if some
-// vertices repeat the one before. Branch-free for each vertex: in a drawing seen from afar the
-// processor could not predict which ones repeat.
+// Drops vertices that repeat the one before in the same polygon, and an unclosed last polygon. Maps
+// each block straight into the output, and compacts it if some vertices repeat. Branch-free for
+// each vertex: in a drawing seen from afar the processor could not predict which ones repeat.
 template <class OutSet, class Out>
 void map_each_polygon(const Mtx2D& m, void (Mtx2D::*map_array)(int, const real_pt_t*, Out*) const,
                       const drw_pset_t& in, OutSet* out) {
   constexpr int block = 128;
   bool is_kept[block];
-  const int n = in.n_points;  // a copy, so the compiler knows that no write changes it
+  const int n = in.n_points;  // a copy, so the compiler knows that no write to `out` changes it
   int kept = 0;
   bool begins = true;  // the next vertex begins a polygon, so it is always kept
   Out before = {};

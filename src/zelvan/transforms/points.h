@@ -26,8 +26,8 @@ class DblPt {
   /// Returns true if both coordinates differ by strictly less than `tol`: a square about the point,
   /// not a circle.
   ///
-  /// With a tolerance of 0.0 or less, or a NaN in either point, the result is false, even for a
-  /// point and itself.
+  /// With a tolerance of 0.0 or less, or a NaN or an infinity in either point, the result is false,
+  /// even for a point and itself.
   ZELVAN_API bool isEqualTo(const DblPt& other, double tol) const;
 };
 

@@ -1,8 +1,8 @@
-/// The flat records of points, rectangles and polygon sets that all geometry works on.
+/// The plain records of points, rectangles and polygon sets that geometric operations exchange.
 ///
 /// Plain data without operations: their fields, order and widths are part of the binary
-/// interface. Records and arrays are the caller's; the library never allocates, grows or
-/// frees them.
+/// interface. Records and arrays belong to the caller; the library neither grows nor frees
+/// them.
 #pragma once
 
 #include <cstddef>
@@ -30,12 +30,12 @@ struct short_pt_t {
 /// What `Mtx2D::XfmRect` writes is always an axis-aligned box in the order (min x, min y),
 /// (min x, max y), (max x, max y), (max x, min y).
 struct real_rect_t {
-  real_pt_t corners[4];  ///< in ring order, in either sense
+  real_pt_t corners[4];  ///< in order around the rectangle, in either sense
 };
 
 /// A rectangle in device coordinates, as the closed ring of its four corners.
 struct int_rect_t {
-  int_pt_t corners[4];  ///< in ring order, in either sense
+  int_pt_t corners[4];  ///< in order around the rectangle, in either sense
 };
 
 /// Values of `edge_flags`, for the edge that leaves a vertex: the edge-out flag of the polygon

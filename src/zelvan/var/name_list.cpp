@@ -14,7 +14,8 @@ namespace {
 /// Returns the name, or an empty one for null.
 const char* or_empty(const char* name) { return name == nullptr ? "" : name; }
 
-/// Returns a heap copy in which control characters are terminators; null if the heap refuses.
+/// Returns a heap copy in which each control character is replaced by a NUL; null if the heap
+/// refuses.
 char* stored_copy(const char* name) {
   const std::size_t size = std::strlen(name) + 1;
   auto* copy = static_cast<char*>(std::malloc(size));
@@ -38,7 +39,7 @@ char* insert_node(VarNameInfo** link, const char* name, void* info) {
   return copy;
 }
 
-/// Returns the link to the first node of that name, or the link after the tail.
+/// Returns the link to the first node of that name; if there is none, the null link after the tail.
 VarNameInfo** find_link(VarNameInfo** list, const char* name) {
   const zelvan::SoughtName sought(or_empty(name));
   VarNameInfo** link = list;
@@ -46,7 +47,7 @@ VarNameInfo** find_link(VarNameInfo** list, const char* name) {
   return link;
 }
 
-/// Returns the link to the last node of that name, or null.
+/// Returns the link to the last node of that name, or null if there is none.
 VarNameInfo** find_last_link(VarNameInfo** list, const char* name) {
   VarNameInfo** last = nullptr;
   for (VarNameInfo** link = find_link(list, name); *link != nullptr;

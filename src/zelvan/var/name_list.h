@@ -1,14 +1,13 @@
 /// Lists of names, each with a pointer that belongs to the caller.
 ///
-/// A list is a pointer to its first node, null when empty. Nodes stand in order of insertion, and
-/// every operation walks from the first node. To walk a list:
+/// A list is a pointer to its first node, null when empty. `VarAddNameInfo` adds at the tail,
+/// `VarInsertNameInfo` anywhere. Look-ups search from the first node on. To walk a list:
 ///
 ///     for (VarNameInfo* entry = list; entry != nullptr; VarNextListEntry(&entry)) ...
 ///
 /// Comparisons ignore the case of ASCII letters. For a comparison, a name ends at its first
 /// control character (codes 1 to 31) or after 1600 characters, and a null name is empty. A name is
-/// stored as a copy that keeps its case and in which every control character is replaced by a
-/// terminator.
+/// stored as a copy that keeps its case and in which every control character is replaced by a NUL.
 ///
 /// The list owns nodes and names, both from `malloc`. `info` belongs to the caller and is never
 /// dereferenced. No operation frees a whole list: delete it name by name. If the heap refuses, an
@@ -24,15 +23,15 @@
 /// A node of a list.
 struct VarNameInfo {
   VarNameInfo* next;  ///< null at the tail
-  char* name;         ///< the stored name, owned by the list; ended by a terminator
+  char* name;         ///< the stored name, owned by the list; NUL-terminated
   void* info;         ///< the caller's
 };
 
 /// Adds a node at the tail. Returns the stored name; null if the list has the name already.
 ///
-/// Here alone the search for an equal name takes `name` as it is written, not up to its first
-/// control character. So a name with a control character is added even if its stored form is in the
-/// list; look-ups then find the older node.
+/// Only here are whole names compared: `name` doesn't end at a control character or after 1600
+/// characters. So a name with a control character is added even if its stored form is in the list;
+/// look-ups then find the first of the two.
 ///
 /// Requires: `list` and `name` are not null.
 ZELVAN_C_API char* VarAddNameInfo(VarNameInfo** list, const char* name, void* info);
@@ -51,7 +50,7 @@ ZELVAN_C_API char* VarInsertNameInfo(VarNameInfo** list, const char* name, void*
 
 /// Removes the first node of that name, frees it with its name, and returns its `info`.
 ///
-/// Returns null if there is no such node; a stored null looks the same.
+/// Returns null if there is no such node, and also if the node's `info` is null.
 /// Requires: `list` is not null.
 ZELVAN_C_API void* VarDeleteNameInfo(VarNameInfo** list, const char* name);
 
@@ -64,8 +63,8 @@ ZELVAN_C_API void VarExchangeNameInfo(VarNameInfo* list, const char* name1, cons
 /// Renames the first node named `old_name`. Returns the new stored name; null if there is no such
 /// node.
 ///
-/// The list may then hold `new_name` twice: that is not checked. `list` may be null, and
-/// `new_name` may be the stored name itself.
+/// Frees the old stored name. Doesn't check whether another node has `new_name` already. `list`
+/// may be null, and `new_name` may be the stored name itself.
 ///
 /// Requires: `new_name` is not null.
 ZELVAN_C_API char* VarReplaceNameInfo(VarNameInfo* list, const char* old_name,

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::size_t shortest_text = 3;  // a character each of key and value, and a colon
+constexpr std::size_t shortest_text = 3;  // one character of key, a colon, one of value
 
 const char* skip_separators(const char* p) {
   while (*p == ':' || *p == ',') ++p;
@@ -36,7 +36,7 @@ std::intptr_t utl_searchValueForKey(const char* text, const char* key, const cha
     }
     if (start == end - 1) return 0;
     item = skip_separators(find_or_end(item, end, ','));
-    // Search for the next colon only if the new item begins after the one found before.
+    // Search for the next colon only if the new item begins after the colon found before.
     if (item > colon) {
       colon = find_or_end(item, end, ':');
       start = skip_separators(colon);

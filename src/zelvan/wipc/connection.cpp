@@ -26,8 +26,8 @@ constexpr int connect_attempts = 5;
 // which the listening side can be late.
 constexpr std::uint64_t first_retry_ms = 200;
 
-// Room for the answer to the end of a session and for texts sent before it. If a socket is closed
-// with unread data, the peer can lose data that is on its way to it.
+// Room for the answer to `end_of_session` and for texts sent before it. If a socket is closed with
+// unread data, the peer can lose data that is on its way to it.
 constexpr int answer_size = 1599;
 
 // The host name for a secondary on this machine while other machines are kept out.
@@ -57,9 +57,10 @@ wipc_session* session_over(OwnedSocket& data, OwnedSocket& status, char session_
   return session;
 }
 
-/// Starts the secondary; with `wipc_nostart` set, only reports how to start it. If it has not been
-/// started, the last error's text has the command line that starts it. Returns 1 if it was started
-/// or `wipc_nostart` is set, else 0.
+/// Starts the secondary; with `wipc_nostart` set, only reports how to start it. Returns 1 if it was
+/// started or `wipc_nostart` is set. Stores the command line as the last error if the program can't
+/// be started or `wipc_nostart` is set. Returns 0 without a text if a port is not above 0 or the
+/// line has 1024 bytes or more.
 int start_secondary(const char* host, const char* module, int primary_port, int secondary_port) {
   if (primary_port <= 0 || secondary_port <= 0) {
     wipc_print("Error: Cannot start the secondary since the ports are invalid (%d and %d)\n",
@@ -69,7 +70,7 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   char line[1024];
   const int length = std::snprintf(line, sizeof line, "\"%s\" %s %d %d %d", module, host,
                                    primary_port, secondary_port, platform::_getpid());
-  if (static_cast<unsigned>(length) >= sizeof line) return 0;  // negative if no `int` can hold it
+  if (static_cast<unsigned>(length) >= sizeof line) return 0;  // negative: too long for an `int`
   const int is_started = wipc_nostart == 0 ? platform::CreateProcessA(line) : 0;
   if (is_started != 0) return 1;
   set_error_text("Starting secondary: %s", line);
@@ -149,7 +150,7 @@ char* wipc_find_module(const char* module) {
   HeapText candidate(static_cast<char*>(std::malloc(size)));
   if (candidate == nullptr) return nullptr;
   while (!path.empty()) {
-    // An entry has at least one character, so a colon at its start is part of it.
+    // An entry of PATH has at least one character, so a colon at its start is part of it.
     const std::string_view entry = path.substr(0, path.find(':', 1));
     std::snprintf(candidate.get(), size, "%.*s/%s", static_cast<int>(entry.size()), entry.data(),
                   module);
@@ -223,7 +224,7 @@ int wipc_open_connection(char* host, char* module, char** local_host, int* prima
     wipc_print("Error: Cannot open connection because of invalid paramters\n");
     return 0;
   }
-  wipc_release_bind_sessions();  // those of a connection that was never accepted
+  wipc_release_bind_sessions();  // of a pending connection that was never accepted
   BindSession primary(wipc_create_bind(primary_port));
   if (primary == nullptr) return 0;
   BindSession secondary(wipc_create_bind(secondary_port));
@@ -295,7 +296,7 @@ void wipc_close_session(void* session) {
   if (record->session_type == primary_end) {
     send_text(record->sid, end_of_session);
     char answer[answer_size];
-    platform::recv(record->sid, answer, answer_size);  // returns also if the peer has gone
+    platform::recv(record->sid, answer, answer_size);  // the answer; or the peer has gone
     platform::closesocket(record->sid);
     platform::closesocket(record->status_sid);
   }

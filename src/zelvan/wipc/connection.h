@@ -26,7 +26,8 @@
 /// unless another is needed), and pid is the id of this process. A line of 1024 bytes or more is
 /// refused. No shell reads it. `module` is a path if it contains a `/`, otherwise a name that is
 /// searched along "PATH", on Windows by the system's rules. The program inherits the environment,
-/// the directory and descriptors 0 to 2, but no handle on Windows. The caller need not wait for it.
+/// the directory and descriptors 0 to 2, but no handle on Windows. When it ends, it leaves no
+/// zombie for the caller to wait for.
 ///
 /// Waits for the program's two connections, each for the time of `wipc_set_connect_timeout`. It
 /// polls every half second, so opening takes about a second. If the program can't be started, the
@@ -35,18 +36,20 @@
 ZELVAN_API void* wipc_open_session(char* host, char* module);
 
 /// Prepares a session whose secondary is started by other means. Returns 1 with all four outputs
-/// set, or 0 with any of them undefined.
+/// set, or 0; then the outputs are undefined.
 ///
-/// `host` is the machine on which the secondary will run. `*local_host` is the name of this
+/// `host` names the machine on which the secondary will run. `*local_host` is the name of this
 /// machine, or "localhost" while `zelvan_set_local_sessions_only` is on; the library owns the
 /// memory. The secondary needs it and the two ports to connect.
 ///
 /// `*is_local` is 1 if `host` is exactly the name of this machine or "localhost", in this spelling.
-/// Then `module` must exist: a path if it contains a `/`, otherwise a name along "PATH". If such a
-/// path doesn't exist, or `host` has no address, the last error says so.
+/// Then `module` must exist: a path if it contains a `/`, otherwise a name along "PATH". The last
+/// error says if `host` has no address, or if a path doesn't exist; it doesn't report a name that
+/// isn't found along "PATH".
 ///
 /// Only one connection can be pending in a process. A further call with valid arguments ends the
-/// previous one and closes its ports. An unknown `host` leaves the connection pending.
+/// previous one and closes its ports. If `host` has no address, the call returns 0, but the new
+/// connection is pending all the same.
 ZELVAN_API int wipc_open_connection(char* host, char* module, char** local_host, int* primary_port,
                                     int* secondary_port, int* is_local);
 
@@ -68,8 +71,8 @@ ZELVAN_API void* wipc_connect_session(char* host, int primary_port, int secondar
 /// Ends a session and releases its queued messages; the handle is dead afterwards. Null does
 /// nothing.
 ///
-/// At the primary it tells the secondary, and waits until the secondary answers or has gone; any
-/// other text that arrives ends the wait as well. Then both sockets are closed.
+/// At the primary it tells the secondary, and waits until the secondary answers or has gone. Any
+/// other text that arrives on the data channel ends the wait as well. Then both sockets are closed.
 ///
 /// At the secondary it only releases the session: the primary isn't told, and the sockets stay
 /// open. A secondary that wants to leave first says so in a message of its own, or exits.

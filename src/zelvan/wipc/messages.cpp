@@ -13,7 +13,7 @@
 namespace zelvan {
 namespace {
 
-/// Returns the length of a text to send; 4001 for all longer ones, without reading further.
+/// Returns the length of a text to send; 4001 if it is longer than 4000, without reading further.
 std::size_t length_to_send(const char* text) {
   const void* end = std::memchr(text, '\0', WIPC_MAX_MESSAGE + 1);
   return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - text)

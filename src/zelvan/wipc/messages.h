@@ -4,7 +4,7 @@
 /// travel as they are: no length, no header, no conversion.
 ///
 /// **Boundaries.** On the data channel nothing marks where a message ends. All bytes that have
-/// arrived when the reader receives are one message: two writes in a row can be read as one text,
+/// arrived when the reader receives are one message: two texts written in a row can be read as one,
 /// and a text can be read in two parts. On the status channel each text ends with a NUL, so texts
 /// stay apart. Let the ends take turns (write, then read the answer before the next write) or frame
 /// the texts, for instance by a line end at which the reader splits.
@@ -14,7 +14,8 @@
 /// appended to it. If the two together have more than 4001 characters, an empty message is
 /// delivered in their place. So send at most 3998 bytes if the peer should answer at once.
 ///
-/// A write waits while the peer doesn't read. Nothing here closes a socket.
+/// A write waits while the system's buffers are full because the peer doesn't read. Nothing here
+/// closes a socket.
 #pragma once
 
 #include <zelvan/export.h>
@@ -27,7 +28,7 @@
 /// sends nothing.
 ZELVAN_API int wipc_write(void* session, char* text);
 
-/// Sends a text on the status channel, with its terminator. Returns 1, or 0 with nothing sent.
+/// Sends a text on the status channel, with its terminator. Returns 1, or 0 on failure.
 ///
 /// Fails if the connection is broken, the text is longer than 4000 bytes, the handle or text is
 /// null, and always at the primary end, which only reads there.
@@ -42,9 +43,9 @@ ZELVAN_API int wipc_write_status(void* session, char* text);
 /// one of `length` bytes or more fills it without a terminator, and the rest is lost. 4002 bytes
 /// hold every message with its terminator.
 ///
-/// At the secondary, -1 for a valid handle means that the primary has ended the session: it has
-/// been answered, and the handle is dead. The two sockets stay open. If the process lives on, close
-/// the sockets that `wipc_sid` and `wipc_status_sid` returned before.
+/// At the secondary, -1 for a valid handle means that the primary has ended the session. The call
+/// has answered the primary, and the handle is dead. The two sockets stay open. If the process
+/// lives on, close the sockets that `wipc_sid` and `wipc_status_sid` returned before.
 ///
 /// A signal doesn't end the wait, only the peer does. To read without waiting, call
 /// `wipc_poll_session` first. To wait for other things as well, pass `wipc_sid` to your own poll
@@ -54,5 +55,5 @@ ZELVAN_API int wipc_read(void* session, char* buffer, int length);
 /// Copies the next message of the status channel and returns its length, without waiting.
 ///
 /// Works as `wipc_read` does, but returns 0 also if nothing has arrived, and always at the
-/// secondary end. After 3999 or 4000 bytes at once it does wait for more: see above.
+/// secondary end. After 4000 bytes at once, or 3999 that don't end in a NUL, it does wait for more.
 ZELVAN_API int wipc_read_status(void* session, char* buffer, int length);

@@ -2,8 +2,8 @@
 ///
 /// A session joins two processes by two TCP streams. The *primary* opens and ends it; the
 /// *secondary*, which the primary usually starts, is at the other end. Text goes both ways over the
-/// data channel, and from the secondary to the primary only over the status channel. connection.h
-/// makes and ends sessions, messages.h sends and receives.
+/// data channel. Over the status channel it goes only from the secondary to the primary.
+/// connection.h makes and ends sessions, messages.h sends and receives.
 ///
 /// A session is an opaque handle. It is dead after `wipc_close_session`, or, at the secondary,
 /// after `wipc_read` has returned -1 for it; a dead handle must not be used again. Every operation
@@ -16,8 +16,8 @@
 /// and nothing is encrypted: use sessions only between trusted hosts.
 /// `zelvan_set_local_sessions_only` keeps other machines out.
 ///
-/// Threads: the settings and pending connections are shared by the whole family, without locks. One
-/// thread at a time may be inside any of its operations, whatever the session.
+/// Threads: the settings and the pending connection are shared by all sessions, without locks. At
+/// most one thread at a time may call any of these operations, whatever the session.
 #pragma once
 
 #include <zelvan/export.h>
@@ -26,11 +26,10 @@
 #define WIPC_MAX_MESSAGE 4000
 
 /// Returns the last text that an operation of connection.h stored; empty before the first.
-/// connection.h says which failures store one.
 ///
-/// The text has at most 255 characters; longer ones are cut. It is never cleared, so it doesn't
-/// tell whether the last operation failed. The address is always the same; the library owns the
-/// memory.
+/// connection.h and `wipc_set_nostart` say when one is stored. The text has at most 255 characters;
+/// longer ones are cut. It is never cleared, so it doesn't tell whether the last operation failed.
+/// The address is always the same; the library owns the memory.
 ZELVAN_API char* wipc_last_error(void);
 
 /// Sets for how many seconds opening waits for each of the secondary's two connections; initially
@@ -42,8 +41,8 @@ ZELVAN_API void wipc_set_connect_timeout(int seconds);
 ZELVAN_API void wipc_set_debug(int on);
 
 /// Keeps `wipc_open_session` from starting the program, if `on` is not 0. It then stores the
-/// command line in `wipc_last_error()` instead, for a person or a debugger to run. Any value sets
-/// the time to wait to 600 seconds; call `wipc_set_connect_timeout` afterwards for another.
+/// command line in `wipc_last_error()` instead, for a person or a debugger to run. Any value
+/// of `on`, 0 too, sets the time to wait to 600 seconds; `wipc_set_connect_timeout` can change it.
 ZELVAN_API void wipc_set_nostart(int on);
 
 /// Keeps other machines out of the sessions that this process opens, if `on` is not 0. Initially 0:

@@ -34,7 +34,7 @@ inline std::vector<std::string> call_names;
 inline std::vector<Failure> failures;
 inline bool is_armed = false, interrupts = false;
 inline bool works_all_the_same = false;  ///< whether the last failing call did its work
-inline int refused_request = 0;          ///< of the heap; if negative, all later ones too; 0: none
+inline int refused_request = 0;          ///< nth of the heap; negative: all later ones too; 0: none
 
 inline std::size_t add_call(const char* name) {
   call_names.push_back(name);

@@ -9,23 +9,25 @@ namespace zelvan {
 
 constexpr bool is_control(char c) { return c >= 1 && c <= 31; }
 
-/// A name to compare with many others, without case and up to its first control character.
+/// A name to compare with many others. Ignores case, and what follows the first control character
+/// or the first 1600 characters.
 class SoughtName {
  public:
-  /// Requires: `name` is not null and outlives this.
+  /// Requires: `name` is not null and outlives this object.
   explicit SoughtName(const char* name) : name_(name), first_(byte_of_other(*name)) {}
 
-  /// Returns true if the names are equal. Most differ in their first byte, so that test is inline.
+  /// Returns true if the names are equal. Most names differ in their first byte, so the test of
+  /// that byte is inline.
   bool is(const char* other) const { return byte_of_other(*other) == first_ && is_all_of(other); }
 
  private:
   static constexpr int significant_characters = 1600;
-  static constexpr int block = 8;  // characters; the compiler unrolls the loop over a block
+  static constexpr int block = 8;  // in characters; the compiler unrolls the loop over a block
   static_assert(significant_characters % block == 0);
   using Bytes = std::array<unsigned char, 256>;
 
-  /// Returns the table by which bytes compare: letters as lower case, all bytes that end a name as
-  /// `end`.
+  /// Returns a table that maps letters to lower case, all bytes that end a name (0 to 31) to `end`,
+  /// and other bytes to themselves.
   static constexpr Bytes name_bytes(unsigned char end) {
     Bytes bytes = small_forms;
     for (int c = 0; c < 32; ++c) bytes[c] = end;
@@ -37,8 +39,8 @@ class SoughtName {
     return bytes[static_cast<unsigned char>(c)];
   }
 
-  /// Returns how a byte of the sought name compares. Its end differs from every byte of the other
-  /// name, including the end, so one test ends the loop at a difference and at the end.
+  /// Maps a byte of the sought name. Bytes that end it become 1, which no byte of another name
+  /// becomes: so one test ends the loop both at a difference and at the end.
   static unsigned char byte_of_sought(char c) {
     static constexpr Bytes bytes = name_bytes(1);
     return bytes[static_cast<unsigned char>(c)];

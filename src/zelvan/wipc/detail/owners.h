@@ -33,7 +33,7 @@ class OwnedSocket {
   int socket_;
 };
 
-/// Prepares the use of sockets, and undoes that unless it is kept.
+/// Prepares the use of sockets; the destructor undoes that unless `keep` was called.
 class SocketStartup {
  public:
   SocketStartup() : is_usable_(wipc_startup() != 0), is_undone_(is_usable_) {}
@@ -55,7 +55,8 @@ struct ReleaseBindSession {
   void operator()(wipc_session* session) const { release_bind_session(session); }
 };
 
-/// Owns a bind session: closes the listening socket and releases the record.
+/// Owns a bind session (see `wipc_session`): the destructor closes the listening socket and
+/// releases the record.
 using BindSession = std::unique_ptr<wipc_session, ReleaseBindSession>;
 
 }  // namespace zelvan

@@ -78,9 +78,9 @@ int wipc_fill_queues(wipc_session* session, int socket) {
     assembly.copy(chunk.bytes + offset);
     offset += static_cast<int>(std::strlen(chunk.bytes + offset)) + 1;
     is_done = offset >= chunk.length;
-    // A string that reaches the end of a full chunk may be cut off there. It can't be told from one
-    // that just ends there. In both cases, receive the next chunk, whose first string continues
-    // this one.
+    // After 4000 bytes at once, or 3999 that don't end in a NUL, the last string may be cut off: it
+    // can't be told from one that just ends there. So receive the next chunk, whose first string
+    // continues this one.
     if (offset >= WIPC_MAX_MESSAGE) {
       chunk.receive(socket);
       if (chunk.length > 0) {

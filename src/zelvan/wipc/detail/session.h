@@ -33,11 +33,11 @@ extern int wipc_debug;                     ///< not 0: `wipc_print` prints
 extern int wipc_nostart;                   ///< not 0: opening starts no program
 extern int keeps_machines_out;             ///< not 0: other machines can't connect
 extern char wipc_error_text[256];          ///< the text of `wipc_last_error`
-extern wipc_session* wipc_bind_primary;    ///< of the pending connection, or null
-extern wipc_session* wipc_bind_secondary;  ///< likewise
-extern char wipc_local_host[256];          ///< this machine's name, once queried
+extern wipc_session* wipc_bind_primary;    ///< data channel of the pending connection, or null
+extern wipc_session* wipc_bind_secondary;  ///< status channel of that connection, or null
+extern char wipc_local_host[256];          ///< this machine's name; empty until queried
 
-/// Prints as printf does, if debugging is on.
+/// Prints as printf does, if `wipc_debug` is not 0.
 [[gnu::format(printf, 1, 2)]] void wipc_print(const char* format, ...);
 
 /// Formats a text into `wipc_error_text`, cut to its size.
@@ -68,8 +68,8 @@ void release_bind_session(wipc_session* session);
 /// Closes and releases both bind sessions of the pending connection, and sets them to null.
 void wipc_release_bind_sessions(void);
 
-/// Returns 1 if a read from the socket would not wait, else 0. Never waits. Refuses a socket of 0
-/// or below: 0 is the status socket of a new record.
+/// Returns 1 if a read from the socket would not wait, else 0. Never waits. Returns 0 for a socket
+/// of 0 or below: 0 is the status socket of a new record.
 int wipc_poll_socket(int socket);
 
 /// Returns the record of a handle; null for a null handle and for a bind session, which callers may
