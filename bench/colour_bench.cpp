@@ -1,8 +1,8 @@
 // Measures three operations:
 //
 // - searching for the closest of 16, 256 and 4096 pens; the rival is a plain loop over integers.
-//   There are so many different colours that neither the cache of the library nor the branch
-//   predictor can remember them.
+//   It searches for so many different colours that the branch predictor can't learn them; the
+//   library's cache of the last search is not used.
 // - finding the closest pen of one map for each pen of another; the rival is a k-d tree.
 // - finding the channels of a colour name, and the name for channels; the rivals are gperf and a
 //   hash map.

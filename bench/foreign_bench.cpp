@@ -134,7 +134,7 @@ void floats(const char* kind) {
 #ifdef ZELVAN_HAS_SEGYIO
   if (sizeof(T) == 8) return;
   // segyio converts in place, and the result has this machine's byte order. To do the same work,
-  // our side converts in place, too, and swaps the bytes.
+  // the library converts in place, too, and then swaps the bytes.
   const auto segyio = [ibm] {
     ibm->other = ibm->in;
     segy_to_native(1, n, reinterpret_cast<char*>(ibm->other.data()));

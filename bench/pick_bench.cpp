@@ -131,7 +131,7 @@ std::vector<DblPt> random_places(double width, double height) {
 
 constexpr long places_a_call = 64;
 
-// Calls `ask(p)` for the next places, and starts again after the last.
+// Calls `ask(p)` for the next 64 places, and starts again after the last place of all.
 template <class Ask>
 bench::Work asking(const std::vector<DblPt>& places, Ask ask) {
   return [&places, ask, next = std::size_t{0}]() mutable {
