@@ -167,8 +167,8 @@ double area(const Set& set) {
   return sum;
 }
 
-// The contestants: each row constructs one of each type. `clip_all` is what is timed. Afterwards
-// `kept_area` returns the area of the last result, so that the results can be compared.
+// The contestants: each row constructs one of each type. `clip_all` is what is timed. `kept_area`
+// returns the area of its result; the areas are compared before anything is timed.
 
 template <void (*clip)(drw_pset_t*, drw_pset_t*, real_rect_t*), std::size_t per_vertex,
           std::size_t per_polygon>

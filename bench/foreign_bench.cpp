@@ -1,6 +1,6 @@
-// Bytes, bits, numbers and characters of other machines, inside and outside the cache, beside the
-// plain loops that a user would write. IBM numbers of single precision also beside segyio, where it
-// is installed.
+// Measures the conversion of other machines' bytes, bits, numbers and characters, inside and
+// outside the cache, compared with the plain loops that a user would write. IBM numbers of single
+// precision are also compared with segyio, where it is installed.
 
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>

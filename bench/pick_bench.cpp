@@ -1,6 +1,6 @@
-// Pick tests per second on rings of 8 to 100 000 vertices, beside the usual even-odd loop. Then the
-// index of a ring and of the countries of the world, beside regions without an index and, where it
-// is installed, the prepared polygons of GEOS.
+// Pick tests per second on rings of 8 to 100 000 vertices, compared with the usual even-odd loop.
+// Then the index of a ring and of the countries of the world, compared with regions without an
+// index and, where it is installed, with the prepared polygons of GEOS.
 
 #include <zelvan/pick/pick_index.h>
 #include <zelvan/pick/polygon.h>
@@ -192,7 +192,7 @@ void add_ring(const std::string& shape, std::vector<DblPt> points) {
 #endif
 }
 
-// Times the building of an index, beside the preparation of a GEOS polygon.
+// Times the building of an index, compared with the preparation of a GEOS polygon.
 void add_making(std::vector<DblPt> points) {
   const auto n = static_cast<unsigned int>(points.size());
   const auto polygon = std::make_shared<CPolygon>(n, points.data());

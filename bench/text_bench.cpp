@@ -1,4 +1,5 @@
-// Fields of a line, beside from_chars and memchr; tokens, beside strtok_r and a plain loop.
+// Measures splitting a line into fields, compared with from_chars and memchr, and splitting a text
+// into tokens, compared with strtok_r and a plain loop.
 
 #include <zelvan/text/str_field.h>
 #include <zelvan/text/tokenize.h>

@@ -42,8 +42,8 @@ double squared_distance(const ColorRGB& a, const ColorRGB& b) {
   return red * red + green * green + blue * blue;
 }
 
-// Puts the colours into the slots from 1 on. Slot 0 stays unset: a search for a close colour skips
-// it, and a `ColorXfm` does not count it.
+// Puts the colours into the slots from 1 on: `GetClosestColor` never searches slot 0, and a
+// `ColorXfm` never counts it. It stays unset.
 ColorMap map_of(const std::vector<std::uint32_t>& pixels) {
   ColorMap map(static_cast<int>(pixels.size()) + 1, 255);
   map.colors[0].red = -1;
