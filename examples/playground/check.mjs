@@ -565,7 +565,7 @@ async function shares(page, browser) {
 
 /** Opens the page where one of its scripts does not load, and where a frame fails later. */
 async function tellsFaults(browser) {
-  const page = await browser.chromium.newPage();  // not by `open`: here errors on the console are expected
+  const page = await browser.chromium.newPage();  // not by `open`: errors are expected here
   const isTold = () => page.waitForFunction(
       () => document.querySelector('#country').textContent.includes('failed'), {timeout: 10_000})
       .then(() => true, () => false);
