@@ -168,7 +168,7 @@ void search() {
   const auto ours = [](const char* key, const char** value) {
     return utl_searchValueForKey(line.c_str(), key, value);
   };
-  // The rival does less: it is case-sensitive, and may find the key inside a value.
+  // The plain search does less: it is case-sensitive, and may find the key inside a value.
   const auto by_hand = [](const char* key, const char** value) -> std::intptr_t {
     const std::string wanted = std::string(key) + ':';
     const char* const found = std::strstr(line.c_str(), wanted.c_str());

@@ -262,7 +262,7 @@ struct GeosWorld {
 };
 #endif
 
-// Calls the contestant's `find(p, found)` for one place after the other.
+// Calls `find(p, found)`, the search that is timed, for one place after the other.
 template <class Find>
 bench::Work finding(const std::vector<DblPt>& places, Find find) {
   return asking(places, [find, found = Numbers()](const DblPt& p) mutable {
