@@ -1,16 +1,17 @@
-// Measures both operations that clip polygons to a view. There are three rivals:
+// Measures the two operations that clip polygons to a view, `ClipPolygonSet` and
+// `ClipPolygonSetToView`. They are compared with:
 //
 // - the polygon clipper of Anti-Grain Geometry (AGG), if it is installed;
 // - the rectangle clipper of GEOS, if it is installed;
-// - a plain loop that clips to one side of the rectangle after the other, as in I. E. Sutherland
-// and
-//   G. W. Hodgman, "Reentrant polygon clipping", Communications of the ACM 17 (1974).
+// - a plain loop that clips to one side of the rectangle after the other, with and without a test
+//   of the polygon's box first. The method: I. E. Sutherland and G. W. Hodgman, "Reentrant polygon
+//   clipping", Communications of the ACM 17 (1974).
 //
-// No rival keeps edge flags; AGG and GEOS clip only to upright rectangles.
+// None of these keeps edge flags. AGG and GEOS clip only to upright rectangles.
 //
-// Also measures `ClipPolylineToView`, which clips open lines: the same outlines, left open. Its
-// rival is a plain loop by the method of M. Cyrus and J. Beck, "Generalized two- and
-// three-dimensional clipping", Computers & Graphics 3 (1978).
+// Also measures `ClipPolylineToView` on the same outlines, as open lines. It is compared with a
+// plain loop by the method of M. Cyrus and J. Beck, "Generalized two- and three-dimensional
+// clipping", Computers & Graphics 3 (1978).
 
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
@@ -65,7 +66,7 @@ Set world() {
         for (const auto position : ring.get_array()) {
           points.push_back({position.at(0).get_double(), position.at(1).get_double()});
         }
-        points.pop_back();  // the last repeats the first
+        points.pop_back();  // the last point repeats the first
         set.points.insert(set.points.end(), points.begin(), points.end());
         set.close_polygon();
       }
@@ -166,8 +167,8 @@ double area(const Set& set) {
   return sum;
 }
 
-// The contestants: each row constructs one of each type. `clip_all` is what is timed. Afterwards
-// `kept_area` returns the area of the last result, so that the results can be compared.
+// The contestants: each row constructs one of each type. `clip_all` is what is timed. `kept_area`
+// returns the area of its result; the areas are compared before anything is timed.
 
 template <void (*clip)(drw_pset_t*, drw_pset_t*, real_rect_t*), std::size_t per_vertex,
           std::size_t per_polygon>
@@ -197,7 +198,7 @@ struct ByLibrary {
 using RingByRing = ByLibrary<ClipPolygonSet, 5, 4>;
 using ToView = ByLibrary<ClipPolygonSetToView, 4, 4>;
 
-// Keeps the part to the left of the line from a to b.
+// Writes to `out` the part of polygon `in` to the left of the line from `a` to `b`.
 void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
                std::vector<real_pt_t>& out) {
   out.clear();
@@ -219,7 +220,7 @@ void keep_left(real_pt_t a, real_pt_t b, const std::vector<real_pt_t>& in,
   }
 }
 
-// Returns true if the box lies strictly beyond a side of the frame, which is upright.
+// Returns true if the box lies wholly beyond one side of the frame. Requires: an upright frame.
 bool is_apart(const real_pt_t& low, const real_pt_t& high, const real_rect_t& frame) {
   const real_pt_t from = frame.corners[0], to = frame.corners[2];
   return high.x < from.x || low.x > to.x || high.y < from.y || low.y > to.y;

@@ -1,11 +1,12 @@
 // Measures three operations:
 //
-// - searching for the closest of 16, 256 and 4096 pens; the rival is a plain loop over integers.
-//   There are so many different colours that neither the cache of the library nor the branch
-//   predictor can remember them.
-// - finding the closest pen of one map for each pen of another; the rival is a k-d tree.
-// - finding the channels of a colour name, and the name for channels; the rivals are gperf and a
-//   hash map.
+// - searching for the closest of 16, 256 and 4096 pens, compared with a plain loop over integers.
+//   So many different colours are searched for that the branch predictor can't learn them. The
+//   library's cache of the last search is not used.
+// - finding the closest pen of one map for each pen of another, compared with a k-d tree.
+// - finding the channels of a colour name, and the name for channels, compared with gperf and a
+// hash
+//   map.
 
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_xfm.h>

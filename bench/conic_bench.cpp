@@ -1,5 +1,5 @@
-// Distances and extents of curves, beside the same arithmetic written in one loop by hand, and the
-// distance of two points, where a call costs more than the work.
+// Measures distances and extents of curves, compared with the same arithmetic in one loop by hand.
+// Also measures the distance of two points, where a call costs more than the work.
 
 #include <zelvan/geometry/conic.h>
 #include <zelvan/geometry/distance.h>
@@ -77,8 +77,8 @@ double by_max_and_min(const real_pt_t& p) {
   return 0.96 * std::max(dx, dy) + 0.398 * std::min(dx, dy);
 }
 
-// Each search compares the same points. With a thousand of them, the branch predictor learns which
-// way every branch goes, so branches cost nothing. With a hundred thousand it can't learn any.
+// Each search compares the same points in the same order. With a thousand of them, the branch
+// predictor learns which way each branch goes; with a hundred thousand it can't.
 void nearest_point(int n) {
   const auto points = std::make_shared<std::vector<real_pt_t>>();
   std::mt19937_64 random(1);

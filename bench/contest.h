@@ -1,4 +1,4 @@
-/// A row of the performance table: the same work done by the library and by its rivals.
+/// A row of the performance table: the same work done by the library and by other code.
 ///
 ///     contest("swap 4 bytes, in cache", same_results, {{"zelvan", ours}, {"plain loop", theirs}});
 ///

@@ -1,4 +1,5 @@
-// Reading a file line by line beside getline, and copying a file beside copy_file_range.
+// Measures reading a file line by line, compared with getline, and copying a file, compared with
+// copy_file_range.
 
 #include <zelvan/osh/file_access.h>
 

@@ -1,6 +1,6 @@
-// Bytes, bits, numbers and characters of other machines, inside and outside the cache, beside the
-// plain loops that a user would write. IBM numbers of single precision also beside segyio, where it
-// is installed.
+// Measures the conversion of other machines' bytes, bits, numbers and characters, inside and
+// outside the cache, compared with the plain loops that a user would write. IBM numbers of single
+// precision are also compared with segyio, where it is installed.
 
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>
@@ -134,7 +134,7 @@ void floats(const char* kind) {
 #ifdef ZELVAN_HAS_SEGYIO
   if (sizeof(T) == 8) return;
   // segyio converts in place, and the result has this machine's byte order. To do the same work,
-  // our side converts in place, too, and swaps the bytes.
+  // the library converts in place, too, and then swaps the bytes.
   const auto segyio = [ibm] {
     ibm->other = ibm->in;
     segy_to_native(1, n, reinterpret_cast<char*>(ibm->other.data()));

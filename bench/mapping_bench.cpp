@@ -1,5 +1,5 @@
 // Points mapped per second: each array operation on each mapping path, inside and outside the
-// cache, beside the loop that a user would write.
+// cache, compared with the loop that a user would write.
 
 #include <zelvan/transforms/mtx2d.h>
 

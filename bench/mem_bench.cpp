@@ -1,9 +1,9 @@
 // Measures three things: releasing a block and allocating it again while a thousand others are
 // live; filling a list and deleting it; and clearing a list, with and without blocks that hold the
 // owners' pointers of others (their parents). The library can release a block at any time, because
-// it knows the pointer through which the owner uses the block and sets it to null. No public
-// library does that, so the rival is malloc and free. The difference is the cost of the
-// bookkeeping.
+// it knows the pointer through which the owner uses the block and sets it to null. We know
+// of no public library that does that, so it is compared with malloc and free. The difference is
+// the cost of the bookkeeping.
 
 #include <zelvan/mem/mem.h>
 
@@ -21,7 +21,7 @@ constexpr int size = 64;
 
 unsigned short give_up(MemException*) { return 0; }
 
-/// A list whose blocks are all live, and the owners' pointers, one to each block.
+/// A list, empty at first, and the owners' pointers; `fill` allocates a block for each of them.
 struct World {
   explicit World(int n) : owners(static_cast<std::size_t>(n)) {
     pool = MemPoolNew(0);

@@ -1,6 +1,6 @@
-// Pick tests per second on rings of 8 to 100 000 vertices, beside the usual even-odd loop. Then the
-// index of a ring and of the countries of the world, beside regions without an index and, where it
-// is installed, the prepared polygons of GEOS.
+// Pick tests per second on rings of 8 to 100 000 vertices, compared with the usual even-odd loop.
+// Then the index of a ring and of the countries of the world, compared with regions without an
+// index and, where it is installed, with the prepared polygons of GEOS.
 
 #include <zelvan/pick/pick_index.h>
 #include <zelvan/pick/polygon.h>
@@ -131,7 +131,7 @@ std::vector<DblPt> random_places(double width, double height) {
 
 constexpr long places_a_call = 64;
 
-// Calls `ask(p)` for the next places, and starts again after the last.
+// Calls `ask(p)` for the next 64 places, and starts again after the last place of all.
 template <class Ask>
 bench::Work asking(const std::vector<DblPt>& places, Ask ask) {
   return [&places, ask, next = std::size_t{0}]() mutable {
@@ -192,7 +192,7 @@ void add_ring(const std::string& shape, std::vector<DblPt> points) {
 #endif
 }
 
-// Times the building of an index, beside the preparation of a GEOS polygon.
+// Times the building of an index, compared with the preparation of a GEOS polygon.
 void add_making(std::vector<DblPt> points) {
   const auto n = static_cast<unsigned int>(points.size());
   const auto polygon = std::make_shared<CPolygon>(n, points.data());
@@ -262,7 +262,7 @@ struct GeosWorld {
 };
 #endif
 
-// Calls the contestant's `find(p, found)` for one place after the other.
+// Calls `find(p, found)`, the search that is timed, for one place after the other.
 template <class Find>
 bench::Work finding(const std::vector<DblPt>& places, Find find) {
   return asking(places, [find, found = Numbers()](const DblPt& p) mutable {

@@ -1,5 +1,5 @@
-// Messages between two processes: round trips and bytes per second through a session, beside two
-// processes that use bare TCP sockets on the loopback.
+// Measures messages between two processes: round trips and bytes per second through a session,
+// compared with bare TCP sockets on the loopback.
 //
 // The far end is a forked process that sends back what it receives. A session keeps the boundaries
 // of texts only if each is answered before the next is sent. The bare sockets do the same, so both

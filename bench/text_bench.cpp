@@ -1,4 +1,5 @@
-// Fields of a line, beside from_chars and memchr; tokens, beside strtok_r and a plain loop.
+// Measures splitting a line into fields, compared with from_chars and memchr, and splitting a text
+// into tokens, compared with strtok_r and a plain loop.
 
 #include <zelvan/text/str_field.h>
 #include <zelvan/text/tokenize.h>
@@ -36,7 +37,8 @@ double sum_by_library(std::string& line) {
   return sum;
 }
 
-// The rival: reads words, quoted strings and numbers, without escapes and without copying the text.
+// The loop to compare with: reads words, quoted strings and numbers, without escapes and without
+// copying the text.
 double sum_by_hand(const std::string& line) {
   double sum = 0.0;
   const char* at = line.data();
@@ -87,7 +89,8 @@ std::vector<std::string> by_strtok(const std::string& text) {
 
 using Wide = zelvan::wide_string;
 
-// The rival does less: it neither trims tokens nor keeps numbers whole.
+// The loop to compare with does less: it neither trims tokens nor keeps a number whole that
+// contains a delimiter.
 std::vector<Wide> wide_by_hand(const Wide& text, const Wide& delimiters) {
   std::vector<Wide> tokens;
   std::size_t start = text.find_first_not_of(delimiters);

@@ -70,7 +70,7 @@ class ClipJudge {
   }
 
  private:
-  /// Returns how far inside a side a point lies.
+  /// Returns the distance of a point from the line of a side, negative outside.
   double depth(int k, real_pt_t p) const { return area(c_[k], c_[(k + 1) % 4], p) * scale_[k]; }
   double depth(real_pt_t p) const {
     return std::min({depth(0, p), depth(1, p), depth(2, p), depth(3, p)});

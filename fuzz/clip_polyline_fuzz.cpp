@@ -64,7 +64,8 @@ void check_is_on_edges(const std::vector<real_pt_t>& points, const std::vector<r
 }
 
 /// Lets `zelvan_check_polygon_set` write its reason into a buffer of `size` bytes. Requires that
-/// the reason is one line, and that it is empty exactly if the check finds no fault.
+/// the reason is one line. It must be empty if the check finds no fault; otherwise it may be empty
+/// only if `size` is 1, which leaves room for the terminator alone.
 void check_reason(std::vector<real_pt_t>& points, const real_rect_t& view, int size) {
   std::vector<int> flags(points.size(), 1);
   if (!flags.empty()) flags.back() = 3;

@@ -2,9 +2,9 @@
 // often coincide, or as doubles of any bits. The output arrays have exactly the room that the
 // header states, so the address sanitizer detects a vertex too many.
 //
-// The result must be closed rings. Each vertex is one of the source, or lies on the border:
-// exactly, if the view is upright. For whole numbers, a judge also checks winding numbers about
-// points off the grid, and the length of visible edges.
+// The result must be closed rings inside the box of the view. In an upright view each vertex must
+// be one of the source or lie exactly on the border; for whole numbers, `ClipJudge` also checks
+// winding numbers about points off the grid, and the length of visible edges.
 
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 

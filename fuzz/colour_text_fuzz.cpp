@@ -1,5 +1,5 @@
-// Colours as text and as numbers: reads a line as a definition and as a name, then takes its bytes
-// as channels and converts them to hue, saturation and value and back.
+// Colours as numbers and as text: takes the first bytes as channels and converts them to hue,
+// saturation and value and back; then reads the rest as a definition and as a name.
 
 #include <zelvan/colour/color_rgb.h>
 

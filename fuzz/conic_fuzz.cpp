@@ -1,6 +1,7 @@
 // Computes the type, standard form, points and box of a conic arc, and the distance of a point from
-// it; then a circular arc with the same ends, and a cubic. Required: a box is in order and contains
-// the ends, no distance is negative, and every call returns.
+// it; then a circular arc with the same ends, and a cubic. Required: the boxes of the conic arc and
+// the cubic are in order, the first contains the ends of the arc, no distance is negative, and
+// every call returns.
 
 #include <zelvan/geometry/conic.h>
 #include <zelvan/geometry/distance.h>

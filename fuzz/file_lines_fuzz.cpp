@@ -11,7 +11,7 @@ namespace {
 
 using fuzz::require;
 
-/// Whether a line ends before the byte `next` that follows it, or at the end of the file.
+/// Returns true if `line` ends with a line break. `next` is the byte that follows it, or EOF.
 bool ends(const std::string& line, int next) {
   if (line.back() == '\n') return true;
   return line.back() == '\r' && next != '\n' && next != '\r';

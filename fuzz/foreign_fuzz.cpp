@@ -1,6 +1,6 @@
 // Numbers and texts of other machines: compares conversions of numbers with a model that computes
-// their values, byte and bit order with the standard library, and translates character sets there
-// and back. Everything runs between two buffers at odd addresses, and again in place.
+// their values, byte and bit order with plain loops, and translates character sets there and back.
+// Everything runs between two buffers at odd addresses, and again in place.
 
 #include <zelvan/tra/byte_order.h>
 #include <zelvan/tra/character_sets.h>

@@ -1,6 +1,6 @@
-// Adds, finds, changes and copies line types, and compares the lists with a record of what was
-// added. Indices must stay distinct, a line type that is found must be the one that was added, and
-// every list must own its own copies.
+// Adds line types to two lists, and copies the lists. A line type that is added must be found at
+// the index that is returned. One that the list already has must equal the one found there. Each
+// list must own its own copies.
 
 #include <zelvan/linetypes/line_type_list.h>
 

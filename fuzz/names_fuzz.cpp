@@ -1,5 +1,5 @@
-// Changes a name list and compares it with a model, a vector of pairs; then searches a line of
-// items for a key. Names are short and use few letters, so that equal ones occur often.
+// Changes a name list and compares it with a model, a vector of pairs; or searches a line of items
+// for a key. Names are short and use few letters, so that equal ones occur often.
 
 #include <zelvan/var/name_list.h>
 #include <zelvan/var/search_value.h>

@@ -1,7 +1,7 @@
 // Makes pick regions of the polygons of a set and tests points, one by one and many at a time. For
 // coordinates on the grid, the winding number decides whether a point off the edges is inside, and
-// the boxes of the segments decide whether a line is hit. For coordinates of any bits, the calls
-// must only return.
+// the boxes of the segments decide whether a line is hit. For coordinates of any bits, the two
+// ways of testing must only agree with each other.
 
 #include <zelvan/pick/polygon_of.h>
 #include <zelvan/pick/region_functions.h>

@@ -1,6 +1,6 @@
-// Splits a line into fields with each of the parsers, and reads it as a colour. Line and fields are
-// copied to blocks of exactly their size, so the address sanitizer detects a byte too many. A
-// parser that does not advance is detected here.
+// Splits a line into fields with each of the parsers, and reads it as a colour. The line is in a
+// block of exactly its size, so the address sanitizer detects a byte too many. A parser that does
+// not advance is detected here.
 
 #include <zelvan/colour/color_rgb.h>
 #include <zelvan/text/read_field.h>

@@ -1,5 +1,5 @@
 // Splits a text at a set of delimiters with each of the tokenisers. Required: only delimiters and
-// blanks are lost, nothing is added, and the order is kept.
+// blanks are lost, and punctuation by `GlyphTokenize`; nothing is added, and the order is kept.
 
 #include <zelvan/text/glyph_tokenize.h>
 #include <zelvan/text/tokenize.h>

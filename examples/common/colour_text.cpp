@@ -22,10 +22,11 @@ std::string in_small_letters(std::string text) {
   return text;
 }
 
-// Returns the edit distance (Levenshtein): how many letters to insert, delete or change.
+// Returns the edit distance (Levenshtein): the fewest letters to insert, delete or change to turn
+// `a` into `b`.
 std::size_t letters_between(const std::string& a, const std::string& b) {
-  std::vector<std::size_t> steps(b.size() +
-                                 1);  // a row of the table, for the letters of `a` so far
+  // steps[i]: the distance from the letters of `a` so far to the first i letters of `b`
+  std::vector<std::size_t> steps(b.size() + 1);
   std::iota(steps.begin(), steps.end(), std::size_t{0});
   for (const char letter : a) {
     std::size_t diagonal = steps[0]++;

@@ -36,13 +36,14 @@ std::vector<std::vector<std::size_t>> neighbours_in(World& world) {
 
 std::vector<std::size_t> colour_apart(World& world, std::size_t n_colours) {
   const auto neighbours = neighbours_in(world);
-  std::vector<std::size_t> order(world.size());  // countries with most neighbours choose first
+  // Countries that share the most vertices with others choose first.
+  std::vector<std::size_t> order(world.size());
   for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
   std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
     return neighbours[a].size() > neighbours[b].size();
   });
 
-  std::vector<std::size_t> colour(world.size(), n_colours);  // which is: none yet
+  std::vector<std::size_t> colour(world.size(), n_colours);  // n_colours: none yet
   std::vector<std::size_t> uses(n_colours, 0);
   for (const std::size_t i : order) {
     std::vector<std::size_t> clashes(n_colours + 1, 0);

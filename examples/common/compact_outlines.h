@@ -29,7 +29,7 @@ bool is_compact(std::string_view text);
 /// Finds the countries of the file at `path`, in order. `text` is its content.
 ///
 /// Throws `Error`, which names the file and the byte, if the file ends too early, a polygon has
-/// fewer than three vertices, or a number has more than 32 bits.
+/// fewer than three vertices, or a number takes more than five bytes.
 std::vector<Feature> find_compact_features(const std::string& path, std::string_view text);
 
 /// Reads one country. `text` is the feature's part of the file. Throws `Error` as

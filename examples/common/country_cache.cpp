@@ -53,8 +53,8 @@ const MapPolygons& CountryCache::outline(std::size_t i) {
   return outline_;
 }
 
-// Copies `outline_` into a block of `entry`. If there is no room for the block, `entry` stays
-// without one, and its outline will be read from the file each time.
+// Copies `outline_` into a new block of `entry`. If there is no room for it, `entry` stays without
+// a block, and its outline is read from the file when it is needed again.
 void CountryCache::keep(Entry& entry) {
   const std::size_t size_of_points = entry.n_vertices * sizeof(real_pt_t);
   const std::size_t size = size_of_points + entry.n_vertices * sizeof(int);

@@ -19,7 +19,7 @@ namespace example {
 ///
 /// If the budget is short, the outlines that were read first are evicted, and read again from the
 /// file when they are needed. An outline takes 20 bytes a vertex. One that is larger than the whole
-/// budget gets the whole budget.
+/// budget evicts all others, and is kept although it exceeds the budget.
 class CountryCache final : public World {
  public:
   /// Reads a file of GeoJSON or compact outlines; countries without polygons are left out.
@@ -27,7 +27,7 @@ class CountryCache final : public World {
   /// A `budget` of 0 bytes is no limit. Throws `Error` if the file can't be read or has no polygon,
   /// and as the functions of geojson.h and compact_outlines.h do.
   CountryCache(const std::string& path, int budget);
-  CountryCache(const CountryCache&) = delete;  // list_ points into the entries
+  CountryCache(const CountryCache&) = delete;  // `list_` has pointers to the entries
   CountryCache& operator=(const CountryCache&) = delete;
 
   std::size_t size() const override { return entries_.size(); }
@@ -44,7 +44,7 @@ class CountryCache final : public World {
     Feature feature;
     std::string name;
     std::size_t n_vertices;
-    void* block = nullptr;  ///< points, then edge flags; null if evicted
+    void* block = nullptr;  ///< points, then edge flags; null if not in memory
   };
   struct Format {
     std::vector<Feature> (*find)(const std::string& path, std::string_view text);
@@ -63,7 +63,7 @@ class CountryCache final : public World {
   std::deque<Entry> entries_;  ///< a deque: as it grows, entries keep their addresses
   std::unique_ptr<MemPool, Release> pool_;
   std::unique_ptr<MemList, Release> list_;
-  MapPolygons outline_;  ///< the one that was asked for last
+  MapPolygons outline_;  ///< the outline that was asked for last
   long long n_evicted_ = 0;
 };
 

@@ -36,7 +36,7 @@ Style default_style();
 /// Begins a picture of the style's sea in the size of the view; see `Picture`.
 Picture begin_picture(const std::string& path, const ViewSettings& view, const Style& style);
 
-/// Draws the countries into the picture. Neighbours differ in colour as far as the palette allows.
+/// Draws the countries into the picture. `colour_apart` chooses their colours.
 ///
 /// With a font, writes the name of each country that has room for it. Returns how the picture's
 /// colours were reduced, if they were. Requires: a PNG if the style has pens.

@@ -39,23 +39,24 @@ bool put(const std::string& path, const std::string& bytes) {
   if (file == nullptr) return false;
   std::string_view rest = bytes;
   while (!rest.empty()) {
-    const std::size_t count = std::min<std::size_t>(rest.size(), 1 << 30);  // a call takes 32 bits
+    // osh_fwrite takes a 32-bit count
+    const std::size_t count = std::min<std::size_t>(rest.size(), 1 << 30);
     char* const block = const_cast<char*>(rest.data());  // osh_fwrite only reads it
     if (osh_fwrite(block, 1, static_cast<unsigned>(count), file.get()) != count) return false;
     rest.remove_prefix(count);
   }
-  return osh_fclose(file.release()) == 0;  // a full disk may show only here
+  return osh_fclose(file.release()) == 0;  // may be the first to report a full disk
 }
 
 // Creates an empty file with a free name and returns the name; empty if that fails.
 std::string claim(std::string prefix, std::string letters) {
-  constexpr int for_all = 0666;  // less what the user masks out
+  constexpr int for_all = 0666;  // without the permissions that the umask removes
   char name[path_size];
   while (utl_unique_filename(prefix.data(), letters.data(), name) == 0) {
     const int fd = osh_open_binary(name, new_file, for_all);
     if (fd >= 0 && osh_close(fd) == 0) return name;
     const int reason = errno;
-    const bool is_taken = osh_file_exists(name) != 0;  // by another program, in the meantime
+    const bool is_taken = osh_file_exists(name) != 0;  // another program took the name
     errno = reason;
     if (!is_taken) return {};
   }

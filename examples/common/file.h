@@ -26,7 +26,7 @@ void write_file(const std::string& path, const std::string& bytes);
 /// lost, as on a full disk.
 void finish_output();
 
-/// Holds back Ctrl-C, hang-ups and requests to end until this object ends, so that no unfinished
+/// Holds back SIGINT (Ctrl-C), SIGHUP and SIGTERM until this object ends, so that no unfinished
 /// file is left. Other threads of the program have to block these signals themselves.
 class HeldInterrupts {
  public:
@@ -39,8 +39,8 @@ class HeldInterrupts {
   sigset_t before_;
 };
 
-/// A file name that was free. An empty file reserves it, which the destructor removes. Until then
-/// an interrupt is held back.
+/// A file name that was free, reserved by an empty file. The destructor removes the file, unless
+/// `keep` was called. While this object lives, interrupts are held back; see `HeldInterrupts`.
 class FreeName {
  public:
   /// Takes the first free name of `prefix` followed by `letters`, whose capitals count up: AAA,

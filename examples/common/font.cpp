@@ -20,13 +20,13 @@ namespace example {
 namespace {
 
 constexpr std::size_t most_suggestions = 4;
-constexpr double measured_size = 256.0;  // so large that rounding is below a pixel
+constexpr double measured_size = 256.0;  // so large that rounding does not show in a label
 
 struct ReleaseList {
   void operator()(char** list) const { osh_FreeFontFileList(&list); }
 };
 
-// FreeType's part of a font. Cairo caches fonts and calls back when it drops one.
+// FreeType's part of a font. Cairo may keep the font in a cache, and deletes this with it.
 struct LoadedFont {
   FT_Library library = nullptr;
   FT_Face face = nullptr;

@@ -17,7 +17,7 @@ namespace {
 namespace ondemand = simdjson::ondemand;
 
 // Reads every value once, since the parser checks a value only when it is read. Throws if the text
-// is no JSON or a number is not finite.
+// is no JSON or nested too deeply, or if a number is not finite.
 void visit(ondemand::value value, int depth = 1) {
   constexpr int deepest = 64;
   if (depth > deepest) throw simdjson::simdjson_error(simdjson::DEPTH_ERROR);

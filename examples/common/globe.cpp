@@ -9,7 +9,8 @@ namespace {
 
 constexpr double whole_turn = 360.0;
 
-// Returns how far to move the vertices after a step, so that the step goes the short way round.
+// Returns by how many degrees to move the vertices after a step of longitude, so that the step goes
+// the short way round: -360, 0 or 360.
 double turn_after(double step) {
   constexpr double rounding = 1e-6;
   const double length = std::abs(step);
@@ -34,7 +35,7 @@ void add_ring_of_globe(MapPolygons& polygons, std::vector<real_pt_t> ring) {
   }
 
   const real_pt_t first = ring.front();
-  double previous = first.x;  // its longitude before any move
+  double previous = first.x;  // longitude of the vertex before, as it was read
   double turn = 0.0;
   for (real_pt_t& p : ring) {
     turn += turn_after(p.x - previous);

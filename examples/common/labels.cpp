@@ -19,7 +19,7 @@ struct Span {
   double width() const { return right - left; }
 };
 
-// What an edge covers of a level band.
+// The part of a horizontal band that an edge covers, from its leftmost to its rightmost x.
 struct Block {
   Span span;
   bool crosses_middle;  // of the band

@@ -10,7 +10,7 @@ namespace example {
 /// The height of capital letters in a font of size 1.
 inline constexpr double capital_height = 0.72;
 
-/// The box of a text in a font of size 1. Without heights it is that of any Latin text.
+/// The box of a text in a font of size 1. The default heights suit any Latin text.
 struct TextBox {
   double width;
   double above;  ///< from the middle of the capitals up to the highest letter

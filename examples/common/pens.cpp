@@ -42,8 +42,8 @@ double squared_distance(const ColorRGB& a, const ColorRGB& b) {
   return red * red + green * green + blue * blue;
 }
 
-// Puts the colours into the slots from 1 on. Slot 0 is unset, so no search finds it and no
-// transform counts it.
+// Puts the colours into the slots from 1 on: `GetClosestColor` never searches slot 0, and a
+// `ColorXfm` never counts it. It stays unset.
 ColorMap map_of(const std::vector<std::uint32_t>& pixels) {
   ColorMap map(static_cast<int>(pixels.size()) + 1, 255);
   map.colors[0].red = -1;
@@ -54,8 +54,8 @@ ColorMap map_of(const std::vector<std::uint32_t>& pixels) {
 // Chooses the commonest colour first, then repeatedly the one with the largest product of its count
 // and its squared distance from the closest pen so far.
 std::vector<std::uint32_t> pens_for(const std::vector<Use>& uses, int n_pens) {
-  std::vector<double> missed(uses.size(),
-                             1.0);  // squared distance of each colour from the closest pen
+  // squared distance of each colour from the closest pen; 1 as long as there is no pen
+  std::vector<double> missed(uses.size(), 1.0);
   std::vector<std::uint32_t> pens;
   while (static_cast<int>(pens.size()) < n_pens) {
     std::size_t most = 0;

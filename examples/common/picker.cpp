@@ -15,7 +15,7 @@ void Picker::prepare() {
   numbers_.resize(origins_.size());
 }
 
-// Adds the countries of the polygons that wind about the point an odd number of times.
+// Appends to `odd_` the country of each polygon that winds about the point an odd number of times.
 void Picker::find_odd(double x, double y, bool repeating_only) {
   const int room = static_cast<int>(numbers_.size());
   const int n = index_->findPolygons(x, y, numbers_.data(), room);

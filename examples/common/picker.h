@@ -17,8 +17,7 @@ namespace example {
 ///
 /// The rule is that of the picture: even-odd over all polygons of a country. So a hole is outside,
 /// and so is a region that a ring winds about twice. Where countries overlap, the later one is
-/// found. The first pick after an addition prepares all outlines; each later one takes less than a
-/// microsecond.
+/// found. The first pick after an addition builds an index of all outlines, which later picks use.
 class Picker {
  public:
   template <class Point>

@@ -94,7 +94,7 @@ void Picture::stroke(const DevicePolygons& polygons, ColorRGB colour, double wid
     const auto is_visible = [&](std::size_t i) {
       return polygons.edge_flags[first + i % count] % 2 == 1;  // 1 and 3
     };
-    // Starts after an invisible edge, if there is one, so that no line is cut at the first vertex.
+    // Starts at an invisible edge, if there is one, so that no line is cut at the first vertex.
     std::size_t start = 0;
     while (start < count && is_visible(start)) ++start;
     bool pen_is_down = false;
@@ -138,7 +138,7 @@ std::span<std::uint32_t> Picture::pixels() {
   cairo_surface_flush(surface_.get());
   unsigned char* const data = cairo_image_surface_get_data(surface_.get());
   const int rows = cairo_image_surface_get_height(surface_.get());
-  const int bytes = cairo_image_surface_get_stride(surface_.get()) * rows;  // no padding at 32 bits
+  const int bytes = cairo_image_surface_get_stride(surface_.get()) * rows;  // rows have no padding
   cairo_surface_mark_dirty(surface_.get());
   return {reinterpret_cast<std::uint32_t*>(data), static_cast<std::size_t>(bytes) / 4};
 }

@@ -22,8 +22,8 @@ void resize(Polygons<Point>& set, std::size_t size) {
 // Appends the part of `source` inside `frame`. `room` is reused from polygon to polygon.
 void append_clipped(drw_pset_t source, real_rect_t frame, ClipSet clip, MapPolygons& room,
                     MapPolygons& out) {
-  const std::size_t most =
-      5 * static_cast<std::size_t>(source.n_points) + 4;  // vertices that either operation writes
+  // the most vertices that either operation writes
+  const std::size_t most = 5 * static_cast<std::size_t>(source.n_points) + 4;
   if (room.points.size() < most) resize(room, most);
   drw_pset_t target = {0, room.points.data(), room.edge_flags.data()};
   clip(&source, &target, &frame);
@@ -40,7 +40,7 @@ bool comes_before(const real_pt_t& a, const real_pt_t& b) {
   return a.x != b.x ? a.x < b.x : a.y < b.y;
 }
 
-// Counts the vertices of a polygon that clipping has kept.
+// Counts the vertices of `before` that are also in `after`: those that clipping has kept.
 std::ptrdiff_t count_kept(std::vector<real_pt_t> before, std::vector<real_pt_t> after) {
   if (after.empty()) return 0;
   const auto is_same = [](real_pt_t a, real_pt_t b) { return a.x == b.x && a.y == b.y; };
@@ -69,7 +69,7 @@ MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& t
     const std::size_t old_size = out.points.size();
     std::vector<real_pt_t> after;
     for (int turn = turns.first; turn <= turns.last; ++turn) {
-      // Moves the view, not the polygon: so kept vertices stay exact.
+      // Moves the view, not the polygon, so that kept vertices stay equal and can be counted.
       real_rect_t frame = view.frame();
       move_east(frame.corners, frame.corners + 4, -360.0 * turn);
       const std::size_t turn_start = out.points.size();

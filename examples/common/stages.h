@@ -14,7 +14,7 @@ struct Count {
   long long came_in = 0;
   long long clipped_away = 0;  ///< outside the view
   long long added = 0;         ///< vertices on the frame; pieces of a polygon beyond its first
-  long long merged = 0;        ///< vertices rounded onto their neighbour; polygons without area
+  long long merged = 0;  ///< vertices rounded onto their neighbour or dropped; polygons dropped
   long long drawn = 0;
 };
 
@@ -34,8 +34,8 @@ using ClipSet = void (*)(drw_pset_t* source, drw_pset_t* target, real_rect_t* re
 MapPolygons clip_to_view(const MapPolygons& polygons, const View& view, Tally& tally,
                          ClipSet clip = ClipPolygonSetToView);
 
-/// Maps the polygons to device units. Neighbouring vertices that meet are merged, and polygons that
-/// become points or lines are dropped.
+/// Maps the polygons to device units. Neighbouring vertices that meet are merged. A polygon of
+/// which a point or a single line segment remains is dropped.
 DevicePolygons map_to_device(const MapPolygons& polygons, const View& view, Tally& tally);
 
 }  // namespace example

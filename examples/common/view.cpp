@@ -12,11 +12,12 @@ View::View(const ViewSettings& settings) : settings_(settings) {
   const double wide = static_cast<double>(settings.pixels_wide) * units_per_pixel;
   const double high = static_cast<double>(settings.pixels_high) * units_per_pixel;
   const double scale = wide / settings.width;
-  // A degree of longitude shrinks with the cosine of the latitude, to nothing at a pole.
+  // A degree of longitude shrinks with the cosine of the latitude, to nothing at a pole. The limit
+  // keeps latitudes from being stretched more than tenfold.
   constexpr double least_shrinking = 0.1;
   const double shrinking = std::cos(settings.centre_latitude * std::numbers::pi / 180.0);
 
-  Mtx2D placed;  // moves the centre of the view to the origin, y still up
+  Mtx2D placed;  // maps the centre of the view to that of the picture, y still up
   placed.SetXfm(settings.centre_longitude, settings.centre_latitude, Mtx2DOrientNone, scale,
                 scale / std::max(shrinking, least_shrinking), 0.0, 0.0);
   placed.Rotate(settings.rotation, Mtx2DRotateLast);
@@ -73,8 +74,8 @@ bool View::contains(int_pt_t pixel) const {
 
 View::Turns View::turns_between(double west, double east) const {
   if (!is_longitude(west) || !is_longitude(east)) return {};
-  // An outline that only touches the view's edge isn't drawn there. `touch` is a tolerance, so that
-  // rounding doesn't make it one that overlaps the view.
+  // An outline that only touches the view's edge isn't drawn there. `touch` is a tolerance: an
+  // overlap that small counts as touching, since rounding may have caused it.
   constexpr double touch = 1e-6;
   const int first = static_cast<int>(std::ceil((west_ + touch - east) / 360.0));
   const int last = static_cast<int>(std::floor((east_ - touch - west) / 360.0));

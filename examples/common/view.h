@@ -54,8 +54,8 @@ class View {
   };
 
   /// Returns the whole turns, first and last, by which an outline between two longitudes must be
-  /// moved to the east to meet the view: the map repeats every 360 degrees. Returns just the turn 0
-  /// if it meets the view after none.
+  /// moved to the east to meet the view: the map repeats every 360 degrees. Returns the turn 0
+  /// alone if no turn makes it meet the view, or if a longitude is out of range (`is_longitude`).
   Turns turns_between(double west, double east) const;
 
  private:

@@ -89,7 +89,7 @@ class Reader {
     const char* from = take(count * 2 * coordinate_size);
     ring_.resize(count);
     char* to = reinterpret_cast<char*>(ring_.data());
-    constexpr std::size_t longest = 65535;  // count that one call takes
+    constexpr std::size_t longest = 65535;  // the most numbers that one call converts
     for (std::size_t left = 2 * count; left > 0;) {
       const auto piece = static_cast<unsigned short>(std::min(left, longest));
       tra_convert_flpt(ibm_to_ieee, double_precision, piece, from, to);

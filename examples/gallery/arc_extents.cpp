@@ -18,7 +18,8 @@ real_pt_t on_circle(double degrees) {
   return {radius * std::cos(angle), radius * std::sin(angle)};
 }
 
-// Draws a side of a box: blue if it lies on the circle, orange if it passes through an end.
+// Draws a side of a box, at the coordinate `where`: blue if it touches the circle, orange if it
+// passes through an end of the arc.
 void draw_side(Panel& panel, real_pt_t from, real_pt_t to, double where) {
   const bool is_on_circle = std::fabs(where) == radius;
   panel.stroke({from, to}, {is_on_circle ? blue : orange, 1.6});

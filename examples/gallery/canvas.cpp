@@ -109,8 +109,8 @@ void Canvas::save(const std::string& path) {
   }
   if (status == CAIRO_STATUS_SUCCESS) return;
   const std::string reason = errno != 0 ? std::strerror(errno) : cairo_status_to_string(status);
-  if (status == CAIRO_STATUS_WRITE_ERROR)
-    std::remove(path.c_str());  // what a full disk has cut short
+  // A full disk may have cut the file short.
+  if (status == CAIRO_STATUS_WRITE_ERROR) std::remove(path.c_str());
   throw example::Error(path + ": can't be written: " + reason);
 }
 

@@ -43,8 +43,8 @@ double PolygonSet::area() const {
 
 PolygonSet clipped(PolygonSet set, real_rect_t view, ClipSet clip) {
   PolygonSet kept;
-  kept.points.resize(10 *
-                     set.points.size());  // either operation needs at most 5 n + 4 for each polygon
+  // Either operation needs at most 5 n + 4 for a polygon of n vertices.
+  kept.points.resize(10 * set.points.size());
   kept.edge_flags.resize(kept.points.size());
   drw_pset_t source = {static_cast<int>(set.points.size()), set.points.data(),
                        set.edge_flags.data()};

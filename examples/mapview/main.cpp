@@ -107,7 +107,7 @@ Drawn draw(World& world, const std::vector<DrawnCountry>& countries, const Optio
   Picture picture = begin_picture(drawn.path, options.view, options.style);
   drawn.reduction = draw_world(world, countries, options.view, options.style, picture, label_font);
   const std::string& bytes = picture.finish();
-  if (is_automatic) {  // taken only now: while it is held, Ctrl-C waits
+  if (is_automatic) {  // the name is taken only now, since Ctrl-C waits while it is held
     FreeName name("mapview-", "AAA.png");
     drawn.path = name.path();
     write_file(drawn.path, bytes);

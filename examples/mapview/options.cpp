@@ -41,7 +41,8 @@ Point parse_pair(const std::string& option, const std::string& text, char separa
               "; see mapview --help");
 }
 
-// A name that is given must not be empty: a shell variable may have been.
+// Throws `Error` if the option was given with an empty name, as from a shell variable that is
+// unset.
 void require_name(const CLI::Option& option, const std::string& name) {
   if (option && name.empty()) throw Error(option.get_name() + ": the name is empty");
 }

@@ -565,7 +565,7 @@ async function shares(page, browser) {
 
 /** Opens the page where one of its scripts does not load, and where a frame fails later. */
 async function tellsFaults(browser) {
-  const page = await browser.chromium.newPage();  // not by `open`: the console need not be silent
+  const page = await browser.chromium.newPage();  // not by `open`: errors are expected here
   const isTold = () => page.waitForFunction(
       () => document.querySelector('#country').textContent.includes('failed'), {timeout: 10_000})
       .then(() => true, () => false);
@@ -618,7 +618,7 @@ async function links(page, browser) {
   check('the page links to guide, source, licence and data',
         areSame(shown.map(([text]) => text), ['Guide', 'Source', 'Licence', 'Data']), shown);
   const textOf = async (path) => (await fetch(new URL(path, browser.address))).text();
-  const source = await textOf('index.html');  // with what it shows without scripts
+  const source = await textOf('index.html');  // has also the links that show only without scripts
   for (const [, link] of source.matchAll(/(?:href|src)="(?!data:)([^"]+)/g)) {
     check(`${link} is a file beside the page`, existsSync(join(folder, link)));
   }
@@ -687,7 +687,7 @@ async function accessible(browser, what, settings) {
 
 async function access(browser) {
   const phone = {width: 390, height: 844, density: 2, touch: true};
-  const readable = 'without-scripts.html';  // axe itself is a script
+  const readable = 'without-scripts.html';  // a copy as without scripts; axe itself needs them
   for (const [what, settings] of Object.entries({
     'light': {}, 'dark': {scheme: 'dark'}, 'forced colours': {forced: true},
     'forced colours, dark': {forced: true, scheme: 'dark'}, 'a phone': phone,

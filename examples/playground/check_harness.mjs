@@ -111,7 +111,7 @@ export class Browser {
   }
 }
 
-// Runs in the page. Counts frames, reads pixels, and keeps the texts on each canvas since it was
+// Runs in the page. Counts frames, reads pixels, and keeps the texts drawn since a canvas was last
 // cleared. Pixels are read from a copy: reading a canvas would change how the browser draws it.
 function prepare() {
   globalThis.framesDrawn = 0;

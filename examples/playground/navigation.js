@@ -80,7 +80,7 @@ class Navigation {
     const scale = Math.max(Math.min((free.width - margin) / 360,
                                     (free.height - margin) / (top - bottom)), 0.1);
     return {
-      x: 10 + (width / 2 - free.left - free.width / 2) / scale,  // the cut is in Bering Strait
+      x: 10 + (width / 2 - free.left - free.width / 2) / scale,  // the map ends in Bering Strait
       y: (top + bottom) / 2 - (height / 2 - free.top - free.height / 2) / scale,
       scale,
       turn: 0,

@@ -262,7 +262,8 @@ class Layer {
     }
   }
 
-  // Drops polygons that become points or lines, and closes the gaps that they leave.
+  // Drops each polygon of which a point or a single line segment remains, and closes the gap that
+  // it leaves in the arrays.
   void map_polygons(const Mtx2D& to_grid, std::size_t first, std::size_t count) {
     drawn_.make_room_for(count);
     int_pt_t* const points = drawn_.room.points.data();

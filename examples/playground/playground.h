@@ -48,7 +48,7 @@ PAGE int open_world();
 /// Returns the name of a country in UTF-8, with a zero at its end.
 PAGE const char* country_name(int country);
 
-/// Returns the colour of a country, 0 to 6. Neighbours differ as far as seven colours suffice.
+/// Returns the number of a country's colour, 0 to 6, chosen by `colour_apart` (colouring.h).
 PAGE int country_colour(int country);
 
 /// Returns the y on the map of a latitude in degrees.
@@ -106,7 +106,7 @@ PAGE int colour_of_text();
 /// Chooses pens for the picture in the buffer, four bytes a pixel. Returns their number.
 PAGE int choose_pens(int n_pens);
 
-/// Returns the chosen pens as pixels.
+/// Returns the chosen pens as pixels. They stay valid until the next call of `choose_pens`.
 PAGE const std::uint32_t* chosen_pens();
 
 /// Returns the number of colours in the picture for which the pens were chosen.
@@ -117,11 +117,11 @@ PAGE void apply_pens();
 
 // ---- names
 
-/// Places the names of countries inside an upright frame on the device, in letters `largest` pixels
-/// high or somewhat less; returns how many have room. The buffer holds the width of each country's
-/// name in letters of one pixel.
+/// Places the names of countries inside an upright frame on the device, in a font of `largest`
+/// pixels or down to 58 % of that. Returns how many names it has placed. The buffer holds, as a
+/// double for each country, the width of its name in a font of one pixel.
 PAGE int place_names(double left, double top, double width, double height, double largest);
 
 /// Returns where the placed names are in the present view: for each its country, the x and y of its
-/// middle, and the size of its letters.
+/// middle, and the size of its font in pixels.
 PAGE const double* placed_names_now();

@@ -47,8 +47,8 @@ void watch_for_interrupts() {
 
 enum class End { answered, picker_gone, on_interrupt };
 
-// A conversation in turns. Nothing is sent before the answer to the last request, so each message
-// is an answer.
+// Asks for one place at a time. No request is sent before the last one is answered, so each message
+// on the data channel is the answer to the last request.
 class Conversation {
  public:
   Conversation(void* session, const std::vector<real_pt_t>& places)
@@ -56,7 +56,7 @@ class Conversation {
 
   End run() {
     for (;;) {
-      // poll does not see messages that are already queued, so these come first.
+      // poll does not see messages that the session has already received, so these come first.
       print_status();
       if (wipc_poll_session(session_) != 0 && !read_answer()) return End::picker_gone;
       if (!awaits_answer_ && !places_.empty()) {
@@ -106,7 +106,7 @@ class Conversation {
   bool read_answer() {
     const int length = wipc_read(session_, message_, sizeof message_);
     if (length <= 0) {
-      print_status();  // a last report may say why
+      print_status();  // the last report may say why the picker has ended
       return false;
     }
     std::printf("%g,%g: %s\n", asked_.x, asked_.y, message_of(length).c_str());
@@ -137,7 +137,7 @@ class Conversation {
   void* session_;
   std::deque<real_pt_t> places_;
   bool reads_input_;
-  std::string input_;  ///< the start of a line
+  std::string input_;  ///< an unfinished line of standard input
   bool awaits_answer_ = false;
   real_pt_t asked_{};
   char message_[WIPC_MAX_MESSAGE + 2];  ///< has room for any message and a NUL

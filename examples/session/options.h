@@ -11,7 +11,7 @@ namespace example {
 
 struct Options {
   std::string module;             ///< the picker's program
-  std::string host;               ///< where it runs; empty: here, started by this program
+  std::string host;               ///< the machine of the picker; empty: this one, in a single call
   bool shows_wire = false;        ///< print the bytes that travel
   std::vector<real_pt_t> places;  ///< to ask for; empty: those of standard input
 };

@@ -17,9 +17,9 @@ namespace example {
 /// the process was started here, it waits for its end, too.
 class PickerProcess {
  public:
-  /// Opens a session as the options say. One call does it, but a picker on another machine, or
-  /// behind a wire tap, needs two: between them the ports are passed on. Throws `Error` if the
-  /// program can't be started or does not connect in time.
+  /// Opens a session as the options say: by `wipc_open_session`, or in two steps if the picker is
+  /// on another machine or behind a wire tap, so that the ports can be passed on in between. Throws
+  /// `Error` if the program can't be started or does not connect in time.
   explicit PickerProcess(const Options& options);
   ~PickerProcess();
   PickerProcess(const PickerProcess&) = delete;

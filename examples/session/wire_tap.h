@@ -5,8 +5,9 @@
 
 namespace example {
 
-/// Listens on two loopback ports in place of a primary and relays both streams to and from the
-/// primary's own ports. Prints a line on standard output for each chunk that it receives.
+/// Listens on two loopback ports in place of a primary and relays both connections to the primary's
+/// own ports: data in both directions, status only to the primary. Prints a line on standard output
+/// for each chunk that it receives.
 ///
 /// A thread of its own does so, until both ends have closed or this object is destroyed.
 class WireTap {

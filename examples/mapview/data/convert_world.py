@@ -78,7 +78,7 @@ def close_over_pole(ring, winding):
     for i, (a, b) in enumerate(zip(ring, ring[1:] + [(ring[0][0] + step, ring[0][1])])):
         if (a[0] - edge) * (b[0] - edge) <= 0 and a[0] != b[0]:
             cut = at_longitude(a, b, edge)
-            # One full turn, from the first vertex after the edge to the last before it.
+            # One full turn, from the first vertex after the antimeridian to the last before it.
             turned = [(x - step, y) for x, y in ring[i + 1:]] + ring[:i + 1]
             return [(-edge, cut[1])] + turned + [cut, (edge, pole), (-edge, pole)]
     sys.exit("a ring around the pole does not meet the antimeridian")

@@ -43,7 +43,7 @@ enum RGBOrder : int {
 class ColorMap {
  public:
   unsigned int map_size;   ///< entries in `colors`
-  unsigned int map_count;  ///< equal to `map_size`; `Identical` and `CopyColorMap` read this one
+  unsigned int map_count;  ///< equal to `map_size`; `Identical` and `CopyColorMap` use it
   unsigned int max_value;  ///< the scale: the largest value of a channel, often 255
   ColorRGB* colors;        ///< the entries, allocated by `new`; null in an empty map
 
