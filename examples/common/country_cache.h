@@ -63,7 +63,7 @@ class CountryCache final : public World {
   std::deque<Entry> entries_;  ///< a deque: as it grows, entries keep their addresses
   std::unique_ptr<MemPool, Release> pool_;
   std::unique_ptr<MemList, Release> list_;
-  MapPolygons outline_;  ///< the outline that was asked for last
+  MapPolygons outline_;  ///< the outline that was read or asked for last
   long long n_evicted_ = 0;
 };
 

@@ -16,6 +16,7 @@ void Picker::prepare() {
 }
 
 // Appends to `odd_` the country of each polygon that winds about the point an odd number of times.
+// With `repeating_only`, skips polygons that don't repeat every 360 degrees.
 void Picker::find_odd(double x, double y, bool repeating_only) {
   const int room = static_cast<int>(numbers_.size());
   const int n = index_->findPolygons(x, y, numbers_.data(), room);

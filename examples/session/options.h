@@ -20,7 +20,7 @@ struct Options {
 /// `Error` for an option or a place that is not understood.
 std::optional<Options> read_options(int argc, char** argv);
 
-/// Reads "LON,LAT", in degrees. Returns nothing for any other text.
+/// Reads "LON,LAT", in degrees. Returns nothing for any other text, or for a place off the map.
 std::optional<real_pt_t> parse_place(const std::string& text);
 
 }  // namespace example

@@ -44,8 +44,8 @@ decltype(&::MoveFileExW) __wrap___imp_MoveFileExW = [](LPCWSTR from, LPCWSTR to,
 
 decltype(&::DeleteFileW) __wrap___imp_DeleteFileW = [](LPCWSTR path) {
   const bool fails = deletes_to_fail > 0 && deletes_to_fail-- > 0;
-  const bool deletes =
-      !fails || delete_error == ERROR_FILE_NOT_FOUND;  // deletes the file, but denies it
+  // With this error, the file is deleted, but the call still reports failure.
+  const bool deletes = !fails || delete_error == ERROR_FILE_NOT_FOUND;
   const BOOL done = deletes && __real___imp_DeleteFileW(path);
   if (fails) ::SetLastError(delete_error);
   return fails ? FALSE : done;

@@ -178,8 +178,8 @@ inline void RingWalk::write_vertex(const real_pt_t& p, Sides on, bool visible) {
   append(p, on, true);
 }
 
-// Writes a point of the border like `write_vertex`, unless the last vertex is already at that
-// place.
+// Writes a point of the border like `write_vertex`, unless the last point written is already at
+// that place.
 inline void RingWalk::write_border_point(const real_pt_t& p, Sides on, bool visible) {
   if (repeats_last(p)) {
     // Cuts of two sides may round to one point. It is written once, but the next edge starts at the

@@ -89,7 +89,7 @@ class ZELVAN_API CPickIndex {
  private:
   explicit CPickIndex(zelvan::PickTable* made);
 
-  zelvan::PickTable* table;  ///< the index's own; null if it has no polygons
+  zelvan::PickTable* table;  ///< owned; null if the heap refused it, or another index took it over
   const DblPt* short_ring;   ///< the only polygon, if it is tested edge by edge; or null
   unsigned int n_short;      ///< its vertices
 };

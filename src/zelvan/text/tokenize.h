@@ -1,8 +1,9 @@
 /// Splitting text into tokens, and trimming it.
 ///
 /// `tokenize` is the plain form, on `char`. The wide tokenisers work on UTF-16 code units, one
-/// `unsigned short` each (surrogate pairs get no special care), and add two rules: a number
-/// stays whole across delimiters, and blanks are trimmed from the ends of each token.
+/// `unsigned short` each (surrogate pairs get no special care), and add two rules: in a number at
+/// the start of a token, dots and digits are no delimiters, and blanks are trimmed from the ends of
+/// each token.
 ///
 /// | | `tokenize` | `wtokenize` | `wtokenize2` |
 /// |---|---|---|---|
@@ -10,7 +11,7 @@
 /// | more delimiters after it | dropped | dropped | dropped |
 /// | delimiters at the start | dropped | dropped | the first is a token, more are dropped |
 /// | empty text | no token | no token | one empty token |
-/// | a number across a delimiter | cut | whole | whole |
+/// | 3.14, with a dot as delimiter | cut | whole | whole |
 /// | blanks at a token's ends | kept | trimmed | trimmed |
 ///
 /// Delimiters are a set: their order has no meaning, and with an empty set the text is one

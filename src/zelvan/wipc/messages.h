@@ -34,7 +34,8 @@ ZELVAN_API int wipc_write(void* session, char* text);
 /// null, and always at the primary end, which only reads there.
 ZELVAN_API int wipc_write_status(void* session, char* text);
 
-/// Waits for the next message of the data channel, copies it and returns its length.
+/// Waits for the next message of the data channel, copies it and returns the number of bytes
+/// copied.
 ///
 /// Returns 0 for an empty message, if the peer has gone, if `buffer` is null or if `length` is
 /// below 1. Returns -1 for a null handle.

@@ -54,9 +54,9 @@ inline bool call_fails(std::size_t call, bool may_wait) {
   return why != 0;
 }
 
-/// Runs an operation with these failures and with `refused_request`, and expects that it leaks no
-/// block. With `interrupted`, each call that can wait is first interrupted by a signal and then
-/// succeeds, and at most three bytes are transferred at a time.
+/// Runs an operation while the `planted` calls fail and the heap refuses `refused_request`. Returns
+/// its result, and expects that it leaks no block. With `interrupted`, each call that can wait
+/// fails once with EINTR before it succeeds, and transfers at most three bytes.
 inline bool run_failing(const std::function<bool()>& operation, const std::vector<Failure>& planted,
                         bool interrupted = false) {
   for (auto& count : calls_made) count = 0;

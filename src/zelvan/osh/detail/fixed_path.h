@@ -12,7 +12,7 @@ inline constexpr int path_size = 1024;
 bool check_path(const char* path);
 
 /// Completes a rooted path without a drive by a drive on which it exists. Returns 1 if the path in
-/// `fixed` exists, else 0.
+/// `fixed` exists, else 0; also 0 if no drive has it, although it may exist on a share.
 ///
 /// The current drive is tried first, then those that the system lists, in its order; a root listed
 /// in lower case as `a:` or `b:` is left out. `fixed` is the unchanged path if it begins with

@@ -15,7 +15,8 @@
 namespace zelvan::platform {
 namespace {
 
-/// Returns the current directory, of any length; empty on failure.
+/// Returns the current directory, of any length; empty on failure. Throws `std::bad_alloc` if the
+/// heap refuses the string.
 std::string current_directory() {
   const HeapText text(::getcwd(nullptr, 0));
   if (text == nullptr) return {};
