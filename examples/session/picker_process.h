@@ -18,7 +18,7 @@ namespace example {
 class PickerProcess {
  public:
   /// Opens a session as the options say: by `wipc_open_session`, or in two steps if the picker is
-  /// on another machine or behind a wire tap, so that the ports can be passed on in between. Throws
+  /// on another machine or behind a wire tap, so that the ports can be passed on first. Throws
   /// `Error` if the program can't be started or does not connect in time.
   explicit PickerProcess(const Options& options);
   ~PickerProcess();

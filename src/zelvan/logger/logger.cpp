@@ -31,7 +31,7 @@ namespace {
 char* copy_of(const char* name) { return zelvan::heap_copy(name == nullptr ? "" : name).release(); }
 
 // Stores the number at the start of an environment variable, as `scanf` reads "%d"; changes nothing
-// if there is none. A number outside the range of `int` becomes the nearest limit.
+// if there is no number. A number outside the range of `int` becomes the nearest limit.
 void read_number(const char* variable, int* number) {
   const char* const text = std::getenv(variable);
   if (text == nullptr) return;

@@ -87,7 +87,7 @@ MemEntry* find_block_around(MemList* list, MemEntry* first, const void* place) {
   return found == end ? nullptr : found;
 }
 
-/// Calls the handler and returns whether to go on. False if the handler gives up, or if it has
+/// Calls the handler and returns whether to go on. False if the handler returns 0, or if it has
 /// released the block that contains the back pointer: the new address could no longer be stored.
 bool may_go_on(const Request& request, int code) {
   MemList* const list = request.list;
@@ -107,7 +107,7 @@ bool may_go_on(const Request& request, int code) {
 /// pointer.
 struct NewRow {
   MemEntry* row;     ///< the free row of lowest index; null if the table is full
-  MemEntry* parent;  ///< null if there is none
+  MemEntry* parent;  ///< null if it has no parent
 };
 
 /// Finds the row and the parent of a new block in one pass over the table.
@@ -142,7 +142,7 @@ int allocate_untracked(int size, void** back_ptr) {
 
 /// Before the block is allocated, calls the handler for each obstacle: a size above the pool's
 /// limit, a full table that the heap refuses to enlarge, too little left in the pool. Returns the
-/// error of an obstacle if the handler gives up, or if the table can't be enlarged after the call
+/// error of an obstacle if the handler returns 0, or if the table can't be enlarged after the call
 /// either.
 int make_room(const Request& request) {
   MemList* const list = request.list;

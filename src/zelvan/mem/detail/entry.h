@@ -24,8 +24,8 @@ inline unsigned long long bits_of(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }
 
-/// Returns the first entry with that address; null if there is none. A null address finds an empty
-/// entry.
+/// Returns the first entry with that address; null if no entry has it. A null address finds an
+/// empty entry.
 MemEntry* find_entry(MemList* list, const void* address);
 
 /// Makes `entry` a child of the first other entry whose block contains the back pointer of `entry`,
@@ -51,7 +51,7 @@ class Children {
   /// searches the table instead.
   void list_by_parent(const MemList* list);
 
-  /// Returns the row of the first child of the entry at `parent`; `n_entries` if there is none.
+  /// Returns the row of the first child of the entry at `parent`; `n_entries` if it has no child.
   int first(const MemList* list, int parent) const {
     if (first_row_ == list->n_entries) return first_row_;  // there is no child at all
     return first_ == nullptr ? find_child(list, parent, first_row_)
@@ -66,11 +66,11 @@ class Children {
 
  private:
   /// Returns the first row, from `row` on, that is a child of the entry at `parent`; `n_entries` if
-  /// there is none.
+  /// no row is.
   static int find_child(const MemList* list, int parent, int row);
 
   /// Returns the first row that is still a child of the entry at `parent`, following the links from
-  /// row `child` on; `n_entries` if there is none. Released children have left their parent, but
+  /// row `child` on; `n_entries` if no row is. Released children have left their parent, but
   /// are still linked.
   int skip_released(const MemList* list, int parent, int child) const {
     while (child < list->n_entries && list->entries[child].parent != parent) child = next_[child];
