@@ -19,6 +19,16 @@ TEST(GetTimeStamp, IsTheLocalTimeInTwoDigitsEach) {
   EXPECT_STREQ(stamp.data(), expected);
 }
 
+TEST(Gethostname, FillsTheNameWithLocalhostAndZeros) {
+  const std::string filled = "localhost" + std::string(11, '\0');
+  for (const int size : {-1, 0, 4, 9, 20}) {
+    std::string name(20, '#');
+    EXPECT_EQ(osh_gethostname(name.data(), size), 0) << size;
+    const std::size_t n = size < 0 ? 0 : size;
+    EXPECT_EQ(name, filled.substr(0, n) + std::string(20 - n, '#')) << size;
+  }
+}
+
 TEST(Setenv, SplitsAtTheFirstEqualsSign) {
   const struct {
     const char *name, *value;
