@@ -48,7 +48,7 @@ long osh_ftell(std::FILE* fp) { return std::ftell(fp); }
 short osh_fflush(std::FILE* fp) { return std::fflush(fp) == 0 ? 0 : -1; }
 
 int osh_fputint(int value, int width, std::FILE* fp) {
-  return width == 0 ? std::fprintf(fp, "%d", value) : std::fprintf(fp, "%*d", width, value);
+  return std::fprintf(fp, "%*d", width, value);
 }
 
 int osh_readLine(std::FILE* fp, char* buffer, int size) {
