@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <support/system.h>
@@ -15,6 +16,7 @@ struct LoggerInside {
   static constexpr auto date = &Logger::getCurrentDate;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
+  static constexpr auto reserved = &Logger::reserved_flag;
   static inline auto& files = Logger::max_num_files;
   static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
@@ -33,18 +35,21 @@ using In = LoggerInside;
 constexpr const char* variables[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LINES",
                                      "LOGGER_LOG_LEVEL", "LOGGER_FILE_PREFIX"};
 
+const int files_at_load = In::files, lines_at_load = In::most_lines;
+const bool is_pending_at_load = In::is_pending;
+
 /// Puts the settings that all objects share back to their values at load.
 class LoggerTest : public testing::Test {
  protected:
   void SetUp() override {
-    In::files = 2;
-    In::most_lines = 5000;
+    In::files = files_at_load;
+    In::most_lines = lines_at_load;
     In::level = logTrace;
     std::string().swap(In::prefix);  // frees its memory as well
     In::lines = 0;
     In::number = 0;
     In::appends = false;
-    In::is_pending = true;
+    In::is_pending = is_pending_at_load;
     for (const char* variable : variables) support::set_environment(variable, nullptr);
   }
 };
@@ -60,6 +65,7 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   Logger log(given.c_str());
   given = "gone";
   log.setStout(true);
+  EXPECT_TRUE(std::exchange(log.*In::reserved, false));
   Logger copy(log);
   log.setClassname(nullptr);
   EXPECT_STREQ(log.*In::name, "") << "null counts as empty";
@@ -69,6 +75,7 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   assigned.setClassname(assigned.*In::name);
   EXPECT_STREQ(assigned.*In::name, "name") << "given its own name";
   EXPECT_TRUE(assigned.*In::stout);
+  EXPECT_FALSE(assigned.*In::reserved);
 }
 
 TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
