@@ -1,3 +1,4 @@
+#include <zelvan/linetypes/line_type_functions.h>
 #include <zelvan/linetypes/line_type_list.h>
 
 #include <climits>
@@ -52,6 +53,11 @@ TEST(CLineTypeDefList, StartsWithThirteenBuiltInLineTypes) {
     const CLineTypeDefinition* found = list.GetDefinition(row.index);
     ASSERT_NE(found, nullptr) << row.index;
     EXPECT_TRUE(*found == *definition(0, row.pattern_length, row.fragments)) << row.index;
+    const int count = zelvan_count_fragments(&list, row.index);
+    for (int i = 0; i < count; ++i) {
+      EXPECT_EQ(zelvan_get_fragment(&list, row.index, i), row.fragments[i]) << row.index;
+    }
+    EXPECT_EQ(zelvan_get_fragment(&list, row.index, count), -1.0) << row.index;
   }
   EXPECT_EQ(list.GetDefinition(0), nullptr);
   EXPECT_EQ(list.GetDefinition(14), nullptr);
@@ -103,8 +109,10 @@ TEST(CLineTypeDefList, CopiesItsDefinitions) {
     CLineTypeDefList list;
     add(list, definition(40, 0.5, {1}));
     copy = list;
-    CLineTypeDefList& itself = copy;
+    const CLineTypeDefList& itself = copy;
+    const CLineTypeDefinition* const kept = copy.GetDefinition(40);
     copy = itself;
+    EXPECT_EQ(copy.GetDefinition(40), kept) << "assigned to itself, a list stays";
     EXPECT_NE(copy.GetDefinition(40), list.GetDefinition(40)) << "each list owns its own";
   }
   EXPECT_TRUE(*copy.GetDefinition(40) == *definition(0, 0.5, {1}));

@@ -36,7 +36,7 @@ constexpr const char* variables[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LIN
                                      "LOGGER_LOG_LEVEL", "LOGGER_FILE_PREFIX"};
 
 const int files_at_load = In::files, lines_at_load = In::most_lines;
-const bool is_pending_at_load = In::is_pending;
+const bool is_pending_at_load = In::is_pending, appends_at_load = In::appends;
 
 /// Puts the settings that all objects share back to their values at load.
 class LoggerTest : public testing::Test {
@@ -48,7 +48,7 @@ class LoggerTest : public testing::Test {
     std::string().swap(In::prefix);  // frees its memory as well
     In::lines = 0;
     In::number = 0;
-    In::appends = false;
+    In::appends = appends_at_load;
     In::is_pending = is_pending_at_load;
     for (const char* variable : variables) support::set_environment(variable, nullptr);
   }
@@ -64,6 +64,7 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   std::string given = "name";
   Logger log(given.c_str());
   given = "gone";
+  EXPECT_FALSE(log.*In::stout);
   log.setStout(true);
   EXPECT_TRUE(std::exchange(log.*In::reserved, false));
   Logger copy(log);
