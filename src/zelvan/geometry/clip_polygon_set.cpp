@@ -2,7 +2,6 @@
 #include <zelvan/geometry/clip_polygon_set.h>
 #include <zelvan/geometry/detail/clip_arena.h>
 #include <zelvan/geometry/detail/clip_ring.h>
-#include <zelvan/geometry/detail/outline.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
@@ -319,11 +318,10 @@ void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   // Outlines beyond a side are skipped: all their edges would be rejected, and both containment
   // tests would fail.
   for (int from = 0;;) {
-    const FoundOutline found = find_near_outline(*source, from, clip.outer);
-    if (found.count == 0) return;
-    from = found.first + found.count;
-    ClipOnePolygon({source->points + found.first, source->edge_flags + found.first, found.count},
-                   target, clip, &arena);
+    const Outline outline = find_near_outline(*source, from, clip.outer);
+    if (outline.count == 0) return;
+    from = static_cast<int>(outline.points - source->points) + outline.count;
+    ClipOnePolygon(outline, target, clip, &arena);
     ClipFreeRings(&arena);
   }
 }

@@ -193,21 +193,20 @@ ZELVAN_AVX2 inline Extent extent_of(const real_pt_t* points, const real_pt_t* en
 
 // Returns the next outline of at least two vertices for which `is_wanted` returns true.
 template <class Test>
-ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
+ZELVAN_AVX2 Outline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
   ClosingFlags closing_flags(set.edge_flags, from, set.n_points);
   for (int first = from;;) {
     const int last = closing_flags.next();
     if (last >= set.n_points) return {};
-    const int count = last - first + 1;
-    if (count > 1 && is_wanted(set.points + first, count)) return {first, count};
+    const Outline outline = {set.points + first, set.edge_flags + first, last - first + 1};
+    if (outline.count > 1 && is_wanted(outline.points, outline.count)) return outline;
     first = last + 1;
   }
 }
 
 }  // namespace
 
-ZELVAN_AVX2 FoundOutline find_near_outline(Avx2, const drw_pset_t& set, int from,
-                                           const ClipBox& box) {
+ZELVAN_AVX2 Outline find_near_outline(Avx2, const drw_pset_t& set, int from, const ClipBox& box) {
   const Bounds bounds(box);
   return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
     const __m256d two =
@@ -218,8 +217,8 @@ ZELVAN_AVX2 FoundOutline find_near_outline(Avx2, const drw_pset_t& set, int from
   });
 }
 
-ZELVAN_AVX2 FoundOutline find_outline_within(Avx2, const drw_pset_t& set, int from,
-                                             const ClipBox& box, OutlineKind* kind) {
+ZELVAN_AVX2 Outline find_outline_within(Avx2, const drw_pset_t& set, int from, const ClipBox& box,
+                                        OutlineKind* kind) {
   const Bounds bounds(box);
   return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
     const Extent extent = extent_of(points, points + count);
