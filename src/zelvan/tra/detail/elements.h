@@ -45,27 +45,22 @@ struct LookUp {
   Word operator()(Word byte) const { return table[byte]; }
 };
 
-// Conversions of floating-point numbers. These are stored with the highest byte first.
+std::uint32_t tra_ieee_to_ibm_single(std::uint32_t ieee);
+std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm);
+std::uint64_t tra_ieee_to_ibm_double(std::uint64_t ieee);
+std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm);
 
-struct IeeeToIbmSingle {
-  using Word = std::uint32_t;
-  Word operator()(Word ieee) const;
+/// Converts a floating-point number that is stored with the highest byte first.
+template <class Number, Number convert(Number)>
+struct ConvertNumber {
+  using Word = Number;
+  Word operator()(Word number) const { return reversed(convert(reversed(number))); }
 };
 
-struct IbmToIeeeSingle {
-  using Word = std::uint32_t;
-  Word operator()(Word ibm) const;
-};
-
-struct IeeeToIbmDouble {
-  using Word = std::uint64_t;
-  Word operator()(Word ieee) const;
-};
-
-struct IbmToIeeeDouble {
-  using Word = std::uint64_t;
-  Word operator()(Word ibm) const;
-};
+using IeeeToIbmSingle = ConvertNumber<std::uint32_t, tra_ieee_to_ibm_single>;
+using IbmToIeeeSingle = ConvertNumber<std::uint32_t, tra_ibm_to_ieee_single>;
+using IeeeToIbmDouble = ConvertNumber<std::uint64_t, tra_ieee_to_ibm_double>;
+using IbmToIeeeDouble = ConvertNumber<std::uint64_t, tra_ibm_to_ieee_double>;
 
 /// The source and target of a translation.
 struct Buffers {
