@@ -75,25 +75,6 @@ ZELVAN_AVX2 void map_pairs(const Mapping& map, int n, const real_pt_t* in,
   if (i < n) out[i] = Result{}(map(in[i].x, in[i].y));
 }
 
-template <class Mapping>
-ZELVAN_AVX2 void map_corners(const Mapping& map, const real_rect_t& in, int_rect_t* out) {
-  const auto map_pair = for_pairs(map);
-  const __m256d first = map_pair(_mm256_loadu_pd(&in.corners[0].x));
-  const __m256d second = map_pair(_mm256_loadu_pd(&in.corners[2].x));
-  const __m128d others[] = {_mm256_extractf128_pd(first, 1), _mm256_castpd256_pd128(second),
-                            _mm256_extractf128_pd(second, 1)};
-  __m128d low = _mm256_castpd256_pd128(first);
-  __m128d high = low;
-  for (const __m128d corner : others) {  // with a NaN, both instructions return the second operand
-    low = _mm_min_pd(corner, low);
-    high = _mm_max_pd(corner, high);
-  }
-  const __m128i box = round_pair(_mm256_set_m128d(high, low));  // left, bottom, right, top
-  auto* const corners = reinterpret_cast<__m128i*>(out->corners);
-  _mm_storeu_si128(corners, _mm_shuffle_epi32(box, _MM_SHUFFLE(3, 0, 1, 0)));
-  _mm_storeu_si128(corners + 1, _mm_shuffle_epi32(box, _MM_SHUFFLE(1, 2, 3, 2)));
-}
-
 }  // namespace
 
 template <class Result>
@@ -102,7 +83,23 @@ void map_points(Avx2, const Mtx2D& m, int n, const real_pt_t* in, typename Resul
 }
 
 ZELVAN_AVX2 void map_rect(Avx2, const Mtx2D& m, const real_rect_t& in, int_rect_t* out) {
-  with_mapping_of(m, [&](const auto& map) ZELVAN_AVX2 { map_corners(map, in, out); });
+  with_mapping_of(m, [&](const auto& map) ZELVAN_AVX2 {
+    const auto map_pair = for_pairs(map);
+    const __m256d first = map_pair(_mm256_loadu_pd(&in.corners[0].x));
+    const __m256d second = map_pair(_mm256_loadu_pd(&in.corners[2].x));
+    const __m128d others[] = {_mm256_extractf128_pd(first, 1), _mm256_castpd256_pd128(second),
+                              _mm256_extractf128_pd(second, 1)};
+    __m128d low = _mm256_castpd256_pd128(first);
+    __m128d high = low;
+    for (const __m128d corner : others) {  // with a NaN, both return the second operand
+      low = _mm_min_pd(corner, low);
+      high = _mm_max_pd(corner, high);
+    }
+    const __m128i box = round_pair(_mm256_set_m128d(high, low));  // left, bottom, right, top
+    auto* const corners = reinterpret_cast<__m128i*>(out->corners);
+    _mm_storeu_si128(corners, _mm_shuffle_epi32(box, _MM_SHUFFLE(3, 0, 1, 0)));
+    _mm_storeu_si128(corners + 1, _mm_shuffle_epi32(box, _MM_SHUFFLE(1, 2, 3, 2)));
+  });
 }
 
 template void map_points<ToReal>(Avx2, const Mtx2D&, int, const real_pt_t*, real_pt_t*);
