@@ -204,20 +204,8 @@ Outline without_repeats(const Outline& outline, ClipScratch* scratch) {
   return {points, flags, count};
 }
 
-// Appends the vertices of a ring from `first` up to but not including `end - 1`, and returns `end -
-// 1`. Requires: none of their flags is a closing one.
-int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* target) {
-  const int n = end - 1 - first;
-  std::copy_n(ring.points + first, n, target->points + target->n_points);
-  std::copy_n(ring.edge_flags + first, n, target->edge_flags + target->n_points);
-  target->n_points += n;
-  return end - 1;
-}
-
 // Appends the vertices of a ring from `first` up to but not including `end`.
 inline void append_vertices(const ClipRing& ring, int first, int end, drw_pset_t* target) {
-  constexpr int few = 8;  // copying so few takes less time than a call of the C library
-  if (end - first > few) first = append_all_but_last(ring, first, end, target);
   for (int i = first; i < end; ++i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
   }
