@@ -1,13 +1,12 @@
 #include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_xfm.h>
 #include <zelvan/colour/detail/closest_color.h>
-#include <zelvan/detail/array_size.h>
+#include <zelvan/detail/new_array.h>
 
 #include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
-#include <new>
 
 namespace {
 
@@ -22,8 +21,7 @@ struct {
 
 /// Returns `count` black entries; null if `count` is 0 or the heap refuses.
 ColorRGB* new_colors(unsigned int count) {
-  if (!zelvan::is_possible_array<ColorRGB>(count)) return nullptr;
-  return count == 0 ? nullptr : new (std::nothrow) ColorRGB[count];
+  return count == 0 ? nullptr : zelvan::new_array<ColorRGB>(count).release();
 }
 
 /// Sets all entries from red, green and blue of each in turn.

@@ -1,15 +1,12 @@
 #include <zelvan/detail/same_point.h>
 #include <zelvan/geometry/clip_polygon_set.h>
-#include <zelvan/geometry/detail/clip_arena.h>
 #include <zelvan/geometry/detail/clip_ring.h>
-#include <zelvan/geometry/detail/outline.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
 #include <bit>
 #include <cassert>
 #include <cmath>
-#include <iterator>
 
 namespace zelvan {
 
@@ -111,14 +108,13 @@ bool find_crossing(const real_pt_t& s0, const real_pt_t& s1, const real_pt_t& c0
 
 // Appends the crossings of the subject's edge that begins at vertex `i`. Returns false if the heap
 // refuses.
-bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* hits,
-                       ClipArena* arena) {
+bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* hits) {
   const real_pt_t& s0 = outline.points[i];
   const real_pt_t& s1 = outline.points[i + 1 == outline.count ? 0 : i + 1];
   int n = 0;  // crossings of this edge so far
   for (ClipEdges near = edges_near(s0, s1, clip); near != 0; near &= near - 1) {
     const int k = std::countr_zero(near);
-    if (!hits->make_room(arena)) return false;
+    if (!hits->make_room()) return false;
     ClipHit* const hit = hits->end;
     if (!find_crossing(s0, s1, clip.corners[k], clip.corners[k + 1], hit)) continue;
     hit->edge[of_subject] = i;
@@ -132,8 +128,7 @@ bool find_hits_of_edge(Outline outline, int i, const ClipRect& clip, ClipHits* h
 
 // Stores all crossings in `hits`; returns false if the heap refuses. Tries only the edges of the
 // subject that come near edges of the rectangle.
-bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena* arena) {
-  hits->end = hits->begin;
+bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits) {
   const bool closing_edge_is_near =
       !are_beyond_a_side(clip.outer, outline.points[0], outline.points[outline.count - 1]);
   for (int first = 0; first + 1 < outline.count; first += most_in_edge_set - 1) {
@@ -143,7 +138,7 @@ bool find_hits(Outline outline, const ClipRect& clip, ClipHits* hits, ClipArena*
     if (has_closing_edge && closing_edge_is_near) near |= EdgeSet{1} << (n - 1);
     for (; near != 0; near &= near - 1) {
       const int i = first + std::countr_zero(near);
-      if (!find_hits_of_edge(outline, i, clip, hits, arena)) return false;
+      if (!find_hits_of_edge(outline, i, clip, hits)) return false;
     }
   }
   return true;
@@ -187,11 +182,18 @@ void append_uncrossed(const Outline& outline, const ClipRing& subject, const Cli
   }
 }
 
+// The memory that is reused for each polygon of a set.
+struct ClipScratch {
+  ClipHits hits;
+  ScratchArray<real_pt_t, 64> points;  // of a copy without repeats
+  ScratchArray<int, 64> edge_flags;    // likewise
+};
+
 // Returns the outline with each run of equal points reduced to one vertex, which keeps the flag of
 // the first. Returns an outline without vertices if the heap refuses.
-Outline without_repeats(const Outline& outline, ClipArena* arena) {
-  auto* const points = arena->make<real_pt_t>(static_cast<std::size_t>(outline.count));
-  auto* const flags = arena->make<int>(static_cast<std::size_t>(outline.count));
+Outline without_repeats(const Outline& outline, ClipScratch* scratch) {
+  real_pt_t* const points = scratch->points.make_room(static_cast<std::size_t>(outline.count));
+  int* const flags = scratch->edge_flags.make_room(static_cast<std::size_t>(outline.count));
   if (points == nullptr || flags == nullptr) return {};
   int count = 0;
   for (int i = 0; i < outline.count; ++i) {
@@ -202,20 +204,8 @@ Outline without_repeats(const Outline& outline, ClipArena* arena) {
   return {points, flags, count};
 }
 
-// Appends the vertices of a ring from `first` up to but not including `end - 1`, and returns `end -
-// 1`. Requires: none of their flags is a closing one.
-int append_all_but_last(const ClipRing& ring, int first, int end, drw_pset_t* target) {
-  const int n = end - 1 - first;
-  std::copy_n(ring.points + first, n, target->points + target->n_points);
-  std::copy_n(ring.edge_flags + first, n, target->edge_flags + target->n_points);
-  target->n_points += n;
-  return end - 1;
-}
-
 // Appends the vertices of a ring from `first` up to but not including `end`.
 inline void append_vertices(const ClipRing& ring, int first, int end, drw_pset_t* target) {
-  constexpr int few = 8;  // copying so few takes less time than a call of the C library
-  if (end - first > few) first = append_all_but_last(ring, first, end, target);
   for (int i = first; i < end; ++i) {
     ClipAppendVertex(ring.points[i], ring.edge_flags[i], target);
   }
@@ -272,22 +262,22 @@ constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edg
 // Clips one polygon and appends the result. Allocates all memory before it appends anything, so if
 // the heap refuses, nothing of the polygon is written.
 void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
-                    ClipArena* arena) {
+                    ClipScratch* scratch) {
   const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
                          count_inside(outline.points, outline.count, clip.inner) == outline.count;
   Outline ring = outline;
-  ClipHit few[16];
-  ClipHits hits = {few, few, std::end(few)};
+  ClipHits& hits = scratch->hits;
   if (!is_inside) {
-    if (!find_hits(outline, clip, &hits, arena)) return;
+    if (!find_hits(outline, clip, &hits)) return;
     if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
       // At repeated vertices there are edges of length 0, which are not edges of the ring. Some of
       // the crossings found may lie on these: search again in a copy without repeats. If there is
       // no crossing, repeats make no difference.
-      ring = without_repeats(outline, arena);
+      ring = without_repeats(outline, scratch);
       if (ring.count < 2) return;
+      ClipFreeRings(&hits);
       // The room suffices: fewer edges have no more crossings.
-      [[maybe_unused]] const bool fits = find_hits(ring, clip, &hits, arena);
+      [[maybe_unused]] const bool fits = find_hits(ring, clip, &hits);
       assert(fits);
     }
   }
@@ -298,7 +288,7 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
     if (!is_inside && !spans_the_rectangle(outline, clip)) return;
     return append_uncrossed(outline, subject, corners, target);
   }
-  if (!ClipSpliceHits(hits, &subject, &corners, arena)) return;
+  if (!ClipSpliceHits(&hits, &subject, &corners)) return;
   subject.begins_inside = ClipPointInRing(subject.points[0].x, subject.points[0].y, corners);
   corners.begins_inside = ClipPointInRing(corners.points[0].x, corners.points[0].y, subject);
   drw_pset_t result = *target;  // a copy, so the compiler knows that no write changes its count
@@ -315,15 +305,14 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
 void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   using namespace zelvan;
   const ClipRect clip(*rect);
-  ClipArena arena;
+  ClipScratch scratch;
   // Outlines beyond a side are skipped: all their edges would be rejected, and both containment
   // tests would fail.
   for (int from = 0;;) {
-    const FoundOutline found = find_near_outline(*source, from, clip.outer);
-    if (found.count == 0) return;
-    from = found.first + found.count;
-    ClipOnePolygon({source->points + found.first, source->edge_flags + found.first, found.count},
-                   target, clip, &arena);
-    ClipFreeRings(&arena);
+    const Outline outline = find_near_outline(*source, from, clip.outer);
+    if (outline.count == 0) return;
+    from = static_cast<int>(outline.points - source->points) + outline.count;
+    ClipOnePolygon(outline, target, clip, &scratch);
+    ClipFreeRings(&scratch.hits);
   }
 }

@@ -1,6 +1,5 @@
 #include <zelvan/geometry/clip_polygon_set_to_view.h>
 #include <zelvan/geometry/detail/clip_view.h>
-#include <zelvan/geometry/detail/outline.h>
 #include <zelvan/geometry/detail/outline_scan.h>
 
 #include <algorithm>
@@ -246,11 +245,9 @@ void ClipPolygonSetToView(drw_pset_t* source, drw_pset_t* target, real_rect_t* r
   if (!view.set(*rect)) return;
   for (int from = 0;;) {
     OutlineKind kind;
-    const FoundOutline found = find_outline_within(*source, from, view.box(), &kind);
-    if (found.count == 0) return;
-    from = found.first + found.count;
-    const Outline outline = {source->points + found.first, source->edge_flags + found.first,
-                             found.count};
+    const Outline outline = find_outline_within(*source, from, view.box(), &kind);
+    if (outline.count == 0) return;
+    from = static_cast<int>(outline.points - source->points) + outline.count;
     if (kind == OutlineKind::inside && view.is_upright()) {
       append(outline, target);
     } else if (kind != OutlineKind::not_finite) {

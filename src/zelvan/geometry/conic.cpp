@@ -85,11 +85,8 @@ char utl_conic_type(utl_conic_t* conic) {
   const double discriminant = b * b - (a * 4.0) * c;
   if (is_zero(discriminant)) return utl_conic_parabola;
   if (discriminant > 0.0) return utl_conic_hyperbola;
-  if (discriminant < 0.0) {
-    if (std::fabs(b) > tolerance) return utl_conic_ellipse;
-    return is_zero(a - c) ? utl_conic_circle : utl_conic_ellipse;
-  }
-  return utl_conic_unknown;
+  if (std::isnan(discriminant)) return utl_conic_unknown;
+  return is_zero(b) && is_zero(a - c) ? utl_conic_circle : utl_conic_ellipse;
 }
 
 void utl_standard_ellipse(utl_conic_t* conic, utl_ellipse_t* out) {

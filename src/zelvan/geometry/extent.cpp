@@ -56,17 +56,9 @@ constexpr ArcExtremes extremes_of_arcs[4][4] = {
 };
 
 double maximum(Extreme where, double start, double end, double axis) {
-  switch (where) {
-    case at_start:
-      return start;
-    case at_end:
-      return end;
-    case at_further:
-      return larger_or_second(start, end);
-    case on_axis:
-      break;
-  }
-  return axis;
+  if (where == on_axis) return axis;
+  if (where == at_further) return larger_or_second(start, end);
+  return where == at_start ? start : end;
 }
 
 double minimum(Extreme where, double start, double end, double axis) {

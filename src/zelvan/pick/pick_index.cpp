@@ -137,22 +137,15 @@ namespace {
 
 using zelvan::PickTable;
 
-PickTable* table_of_ring(const DblPt* points, unsigned int n) {
+// Makes the table of the rings for which `for_each_ring(look)` calls `look(points, n)`. Returns
+// null if the heap refuses.
+template <class ForEachRing>
+PickTable* table_of(const ForEachRing& for_each_ring) {
   zelvan::Sizes sizes;
-  sizes.add_ring(n);
+  for_each_ring([&](const auto*, unsigned int n) { sizes.add_ring(n); });
   std::unique_ptr<PickTable> table(new (std::nothrow) PickTable(sizes));
   if (table == nullptr || !table->has_memory()) return nullptr;
-  table->append(points, n);
-  return table->finish() ? table.release() : nullptr;
-}
-
-PickTable* table_of_set(const drw_pset_t& set) {
-  zelvan::Sizes sizes;
-  zelvan::for_each_polygon(set, [&](const real_pt_t*, unsigned int n) { sizes.add_ring(n); });
-  std::unique_ptr<PickTable> table(new (std::nothrow) PickTable(sizes));
-  if (table == nullptr || !table->has_memory()) return nullptr;
-  zelvan::for_each_polygon(
-      set, [&](const real_pt_t* points, unsigned int n) { table->append(points, n); });
+  for_each_ring([&](const auto* points, unsigned int n) { table->append(points, n); });
   return table->finish() ? table.release() : nullptr;
 }
 
@@ -172,9 +165,10 @@ CPickIndex::CPickIndex(const CPolygon& polygon)
     : CPickIndex(static_cast<unsigned int>(polygon.end() - polygon.start()), polygon.start()) {}
 
 CPickIndex::CPickIndex(unsigned int n, const DblPt* points)
-    : CPickIndex(table_of_ring(points, n)) {}
+    : CPickIndex(table_of([=](const auto& look) { look(points, n); })) {}
 
-CPickIndex::CPickIndex(const drw_pset_t& set) : CPickIndex(table_of_set(set)) {}
+CPickIndex::CPickIndex(const drw_pset_t& set)
+    : CPickIndex(table_of([&](const auto& look) { zelvan::for_each_polygon(set, look); })) {}
 
 // A single ring without a tree is also reachable from the index itself: one load less saves a tenth
 // of the query time.

@@ -1,5 +1,4 @@
-// Integer arithmetic only, so neither the rounding mode nor the floating-point unit matters. Each
-// conversion takes and returns one number as a big-endian word.
+// Integer arithmetic only, so neither the rounding mode nor the floating-point unit matters.
 
 #include <zelvan/tra/detail/elements.h>
 #include <zelvan/tra/foreign_floats.h>
@@ -18,7 +17,11 @@ constexpr unsigned short double_precision = 0xB8;
 constexpr std::uint32_t single_sign = 0x8000'0000;
 constexpr std::uint64_t double_sign = 0x8000'0000'0000'0000;
 
-inline std::uint64_t tra_ieee_to_ibm_double(std::uint64_t ieee) {
+}  // namespace
+
+namespace zelvan {
+
+std::uint64_t tra_ieee_to_ibm_double(std::uint64_t ieee) {
   const std::uint64_t sign = ieee & double_sign;
   const int e = static_cast<int>(ieee >> 52 & 0x7FF) - 1023;
   if (e < -312) return 0;
@@ -30,7 +33,7 @@ inline std::uint64_t tra_ieee_to_ibm_double(std::uint64_t ieee) {
   return sign | x << 56 | f << (e & 3);
 }
 
-inline std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm) {
+std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm) {
   std::uint64_t f = ibm & 0x00FF'FFFF'FFFF'FFFF;
   if (f == 0) return ibm == 0 ? 0 : 0xFFFF'FFFF'FFFF'FFFF;
   int e = 4 * static_cast<int>(ibm >> 56 & 0x7F) - 262;
@@ -41,7 +44,7 @@ inline std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm) {
   return (ibm & double_sign) | field << 52 | (f & 0x000F'FFFF'FFFF'FFFF);
 }
 
-inline std::uint32_t tra_ieee_to_ibm_single(std::uint32_t ieee) {
+std::uint32_t tra_ieee_to_ibm_single(std::uint32_t ieee) {
   const std::uint32_t sign = ieee & single_sign;
   const std::uint32_t field = ieee >> 23 & 0xFF;
   const std::uint32_t f = ieee & 0x007F'FFFF;
@@ -60,7 +63,7 @@ inline std::uint32_t tra_ieee_to_ibm_single(std::uint32_t ieee) {
   return sign | x << 24 | m >> s >> 8;
 }
 
-inline std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm) {
+std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm) {
   const std::uint32_t sign = ibm & single_sign;
   const int x = static_cast<int>(ibm >> 24 & 0x7F);
   std::uint32_t m = ibm << 8;
@@ -72,26 +75,6 @@ inline std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm) {
   if (e > -126) return sign | static_cast<std::uint32_t>(e + 126) << 23 | (m >> 8 & 0x007F'FFFF);
   const int dropped = 9 + (-126 - e);  // the fraction of a denormal has no implied bit
   return dropped < 32 ? sign | m >> dropped : sign;
-}
-
-}  // namespace
-
-namespace zelvan {
-
-std::uint32_t IeeeToIbmSingle::operator()(std::uint32_t ieee) const {
-  return reversed(tra_ieee_to_ibm_single(reversed(ieee)));
-}
-
-std::uint32_t IbmToIeeeSingle::operator()(std::uint32_t ibm) const {
-  return reversed(tra_ibm_to_ieee_single(reversed(ibm)));
-}
-
-std::uint64_t IeeeToIbmDouble::operator()(std::uint64_t ieee) const {
-  return reversed(tra_ieee_to_ibm_double(reversed(ieee)));
-}
-
-std::uint64_t IbmToIeeeDouble::operator()(std::uint64_t ibm) const {
-  return reversed(tra_ibm_to_ieee_double(reversed(ibm)));
 }
 
 }  // namespace zelvan

@@ -110,33 +110,13 @@ void Mtx2D::Rotate(double angle, int mode) {
 }
 
 void Mtx2D::Orient(Mtx2DOrient orient) {
-  switch (orient) {
-    case Mtx2DOrientNone:
-      break;
-    case Mtx2DOrientRot90:
-      Rotate(90.0, Mtx2DRotateLast);
-      break;
-    case Mtx2DOrientRot180:
-      Rotate(180.0, Mtx2DRotateLast);
-      break;
-    case Mtx2DOrientRot270:
-      Rotate(270.0, Mtx2DRotateLast);
-      break;
-    case Mtx2DOrientReflectX:
-      ReflectInX();
-      break;
-    case Mtx2DOrientReflectY:
-      ReflectInY();
-      break;
-    case Mtx2DOrientRot90ReflectY:
-      Rotate(90.0, Mtx2DRotateLast);
-      ReflectInY();
-      break;
-    case Mtx2DOrientRot90ReflectX:
-      Rotate(90.0, Mtx2DRotateLast);
-      ReflectInX();
-      break;
-  }
+  const bool turns_a_quarter = orient == Mtx2DOrientRot90 || orient == Mtx2DOrientRot90ReflectX ||
+                               orient == Mtx2DOrientRot90ReflectY;
+  if (turns_a_quarter) Rotate(90.0, Mtx2DRotateLast);
+  if (orient == Mtx2DOrientRot180) Rotate(180.0, Mtx2DRotateLast);
+  if (orient == Mtx2DOrientRot270) Rotate(270.0, Mtx2DRotateLast);
+  if (orient == Mtx2DOrientReflectX || orient == Mtx2DOrientRot90ReflectX) ReflectInX();
+  if (orient == Mtx2DOrientReflectY || orient == Mtx2DOrientRot90ReflectY) ReflectInY();
   SetType();
 }
 

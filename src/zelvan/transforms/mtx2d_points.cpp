@@ -10,9 +10,7 @@ using zelvan::round_to_device;
 using zelvan::with_mapping_of;
 
 real_pt_t mapped(const Mtx2D& m, double x, double y) {
-  real_pt_t p;
-  with_mapping_of(m, [&](auto map) { p = map(x, y); });
-  return p;
+  return with_mapping_of(m, [=](const auto& map) { return map(x, y); });
 }
 
 template <class Result>
@@ -29,20 +27,19 @@ struct Box {
 
 template <class Rect>
 Box box_of_mapped(const Mtx2D& m, const Rect& rect) {
-  Box box{};
-  with_mapping_of(m, [&](auto map) {
+  return with_mapping_of(m, [&](auto map) {
     const auto corner = [&](int i) {
       const real_pt_t p = map(rect.corners[i].x, rect.corners[i].y);
       return Pair{p.x, p.y};
     };
-    box = {corner(0), corner(0)};
+    Box box = {corner(0), corner(0)};
     for (int i = 1; i < 4; ++i) {  // x and y at once; a NaN replaces no bound and is not replaced
       const Pair p = corner(i);
       box.low = p < box.low ? p : box.low;
       box.high = p > box.high ? p : box.high;
     }
+    return box;
   });
-  return box;
 }
 
 template <class Rect, class Point>

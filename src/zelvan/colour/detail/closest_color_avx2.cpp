@@ -62,8 +62,7 @@ ZELVAN_AVX2 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from
     const __m256 dr = _mm256_cvtepi32_ps(_mm256_sub_epi32(red, target_red));
     const __m256 dg = _mm256_cvtepi32_ps(_mm256_sub_epi32(green, target_green));
     const __m256 db = _mm256_cvtepi32_ps(_mm256_sub_epi32(blue, target_blue));
-    const __m256 sum = _mm256_add_ps(_mm256_add_ps(_mm256_mul_ps(dg, dg), _mm256_mul_ps(dr, dr)),
-                                     _mm256_mul_ps(db, db));
+    const __m256 sum = dg * dg + dr * dr + db * db;
     // A negative red turns the distance into a NaN, which is neither 0 nor less than anything.
     const __m256 distance = _mm256_or_ps(sum, _mm256_castsi256_ps(_mm256_srai_epi32(red, 31)));
 
@@ -81,7 +80,7 @@ ZELVAN_AVX2 Closest find_closest(Avx2, const ColorRGB* colors, unsigned int from
   // index.
   const __m256 distance = lowest(lane_distances);
   const __m256 farther = _mm256_cmp_ps(lane_distances, distance, _CMP_NEQ_OQ);
-  const __m256i index = lowest(_mm256_or_si256(lane_indices, _mm256_castps_si256(farther)));
+  const __m256i index = lowest(lane_indices | _mm256_castps_si256(farther));
   return {_mm256_cvtss_f32(distance),
           static_cast<unsigned int>(_mm_cvtsi128_si32(_mm256_castsi256_si128(index)))};
 }

@@ -1,7 +1,6 @@
 #include <zelvan/colour/detail/closest_index.h>
-#include <zelvan/detail/array_size.h>
+#include <zelvan/detail/new_array.h>
 
-#include <new>
 #include <utility>
 
 namespace zelvan {
@@ -51,9 +50,8 @@ ClosestIndex::ClosestIndex(const ColorMap& map, unsigned int searches) : map_(ma
   // each end holds only sentinels.
   const unsigned int n_filled = map.map_size / ColorBlock::size + 1;
   const unsigned int n_blocks = n_filled + 2;
-  if (!is_possible_array<ColorBlock>(n_blocks)) return;
-  first_.reset(new (std::nothrow) unsigned int[n_counts]());
-  std::unique_ptr<ColorBlock[]> blocks(new (std::nothrow) ColorBlock[n_blocks]);
+  first_ = new_array<unsigned int>(n_counts);
+  auto blocks = new_array<ColorBlock>(n_blocks);
   if (first_ == nullptr || blocks == nullptr) return;
 
   // A stable counting sort by green: entries of equal green keep their order.

@@ -15,11 +15,10 @@ ZELVAN_AVX2 Closest closest_around(Avx2, const ColorBlock* start, const FloatCol
   const __m256 green = _mm256_set1_ps(target.green);
   const __m256 blue = _mm256_set1_ps(target.blue);
   const auto look = [=](const ColorBlock& block, Closest& nearest) ZELVAN_AVX2 {
-    const __m256 dr = _mm256_sub_ps(_mm256_loadu_ps(block.red), red);
-    const __m256 dg = _mm256_sub_ps(_mm256_loadu_ps(block.green), green);
-    const __m256 db = _mm256_sub_ps(_mm256_loadu_ps(block.blue), blue);
-    const __m256 distance = _mm256_add_ps(
-        _mm256_add_ps(_mm256_mul_ps(dr, dr), _mm256_mul_ps(dg, dg)), _mm256_mul_ps(db, db));
+    const __m256 dr = _mm256_loadu_ps(block.red) - red;
+    const __m256 dg = _mm256_loadu_ps(block.green) - green;
+    const __m256 db = _mm256_loadu_ps(block.blue) - blue;
+    const __m256 distance = dr * dr + dg * dg + db * db;
     const __m256 limit = _mm256_set1_ps(nearest.distance);
     auto close =
         static_cast<unsigned int>(_mm256_movemask_ps(_mm256_cmp_ps(distance, limit, _CMP_LE_OQ)));

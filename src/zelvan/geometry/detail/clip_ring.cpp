@@ -65,13 +65,13 @@ void order_turns(ClipHit** turns, int n) {
 
 }  // namespace
 
-bool ClipHits::grow(ClipArena* arena) {
-  const auto larger = 4 * (room_end - begin);
-  auto* const moved = arena->make<ClipHit>(static_cast<std::size_t>(larger));
+bool ClipHits::grow() {
+  const auto n = static_cast<std::size_t>(count());
+  ClipHit* const moved = records.make_room(4 * n, n);
   if (moved == nullptr) return false;
-  end = std::copy(begin, end, moved);
   begin = moved;
-  room_end = moved + larger;
+  end = moved + n;
+  room_end = moved + 4 * n;
   return true;
 }
 
@@ -81,10 +81,10 @@ void ClipInsertHit(ClipHit* first_of_edge, ClipHit* hit) {
   std::rotate(place, hit, hit + 1);
 }
 
-bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, ClipArena* arena) {
-  ClipHit* const found = hits.begin;
-  const int count = hits.count();
-  ClipHit** const turns = arena->make<ClipHit*>(2 * static_cast<std::size_t>(count));
+bool ClipSpliceHits(ClipHits* hits, ClipRing* subject, ClipRing* corners) {
+  ClipHit* const found = hits->begin;
+  const int count = hits->count();
+  ClipHit** const turns = hits->turns.make_room(2 * static_cast<std::size_t>(count));
   if (turns == nullptr) return false;
   subject->turns = turns;
   corners->turns = turns + count;

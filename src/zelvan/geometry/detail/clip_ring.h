@@ -2,11 +2,11 @@
 /// both share.
 ///
 /// Only crossings become records; the vertices between them stay in the arrays. All records live in
-/// a `ClipArena` until `ClipFreeRings`. Functions that allocate records return false if the heap
+/// a `ClipHits` until `ClipFreeRings`. Functions that allocate records return false if the heap
 /// refuses.
 #pragma once
 
-#include <zelvan/geometry/detail/clip_arena.h>
+#include <zelvan/geometry/detail/scratch_array.h>
 #include <zelvan/transforms/records.h>
 
 namespace zelvan {
@@ -28,18 +28,22 @@ struct ClipHit {
 // slow.
 static_assert(sizeof(ClipHit) % 16 == 0);
 
-/// The crossings, ordered along the subject.
+constexpr std::size_t few_hits = 64;
+
+/// The crossings of a polygon, ordered along the subject. A few need no memory from the heap.
 struct ClipHits {
-  ClipHit* begin;
-  ClipHit* end;
-  ClipHit* room_end;
+  ScratchArray<ClipHit, few_hits> records;
+  ScratchArray<ClipHit*, 2 * few_hits> turns;  ///< for `ClipSpliceHits`
+  ClipHit* begin = records.begin();
+  ClipHit* end = begin;
+  ClipHit* room_end = begin + few_hits;
 
   int count() const { return static_cast<int>(end - begin); }
   /// Makes room for one more crossing; returns false if the heap refuses.
-  bool make_room(ClipArena* arena) { return end != room_end || grow(arena); }
+  bool make_room() { return end != room_end || grow(); }
 
  private:
-  bool grow(ClipArena* arena);
+  bool grow();
 };
 
 /// Moves `hit` to its place among the crossings before it on the same edge of the subject: before
@@ -63,14 +67,14 @@ struct ClipRing {
 
 /// Orders the crossings along both rings, as inserting them one by one would. Returns false if the
 /// heap refuses.
-bool ClipSpliceHits(const ClipHits& hits, ClipRing* subject, ClipRing* corners, ClipArena* arena);
+bool ClipSpliceHits(ClipHits* hits, ClipRing* subject, ClipRing* corners);
 
 /// Returns true if the ring, its edges cut at the crossings, winds about the point. On the
 /// boundary, a point counts as inside if the interior is to its right, or above it on a horizontal
 /// edge; else as outside.
 bool ClipPointInRing(double px, double py, const ClipRing& ring);
 
-/// Releases all records of a polygon.
-inline void ClipFreeRings(ClipArena* arena) { arena->reset(); }
+/// Removes all records of a polygon. Keeps the memory for the next one.
+inline void ClipFreeRings(ClipHits* hits) { hits->end = hits->begin; }
 
 }  // namespace zelvan

@@ -34,21 +34,21 @@ namespace {
 
 // Returns the next outline of at least two vertices for which `is_wanted` returns true.
 template <class Test>
-FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
+Outline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
   const int* const flags = set.edge_flags;
   for (int first = from;;) {
     const int* const closing = std::find_if(flags + first, flags + set.n_points, is_closing);
     const int last = static_cast<int>(closing - flags);
     if (last >= set.n_points) return {};
-    const int count = last - first + 1;
-    if (count > 1 && is_wanted(set.points + first, count)) return {first, count};
+    const Outline outline = {set.points + first, set.edge_flags + first, last - first + 1};
+    if (outline.count > 1 && is_wanted(outline.points, outline.count)) return outline;
     first = last + 1;
   }
 }
 
 }  // namespace
 
-FoundOutline find_near_outline(Plain, const drw_pset_t& set, int from, const ClipBox& box) {
+Outline find_near_outline(Plain, const drw_pset_t& set, int from, const ClipBox& box) {
   return find_outline(set, from, [&](const real_pt_t* points, int count) {
     const Sides of_first = sides_out(box, points[0]).beyond;
     Sides beyond = of_first & sides_out(box, points[count / 2]).beyond;
@@ -60,8 +60,8 @@ FoundOutline find_near_outline(Plain, const drw_pset_t& set, int from, const Cli
   });
 }
 
-FoundOutline find_outline_within(Plain, const drw_pset_t& set, int from, const ClipBox& box,
-                                 OutlineKind* kind) {
+Outline find_outline_within(Plain, const drw_pset_t& set, int from, const ClipBox& box,
+                            OutlineKind* kind) {
   return find_outline(set, from, [&](const real_pt_t* points, int count) {
     Sides not_within = 0b1111;
     for (int i = 0; i < count; ++i) not_within &= sides_out(box, points[i]).not_within;

@@ -7,6 +7,7 @@
 #include <zelvan/detail/vector_forms.h>
 #include <zelvan/transforms/records.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -84,26 +85,34 @@ enum class OutlineKind : int { inside, mixed, not_finite };  ///< inside: all ve
 using EdgeSet = std::uint32_t;
 constexpr int most_in_edge_set = 32;  ///< points
 
-/// An outline within a set: a run of vertices that ends at the first closing flag.
-struct FoundOutline {
-  int first;
-  int count;  ///< 0 if there is no further one
+/// One polygon of a set, from its first vertex to its closing one.
+struct Outline {
+  const real_pt_t* points;
+  const int* edge_flags;
+  int count;
 };
+
+/// Appends the polygon unchanged.
+inline void append(const Outline& outline, drw_pset_t* target) {
+  std::copy_n(outline.points, outline.count, target->points + target->n_points);
+  std::copy_n(outline.edge_flags, outline.count, target->edge_flags + target->n_points);
+  target->n_points += outline.count;
+}
 
 // The kernels, in all forms; the functions below describe them.
 
-FoundOutline find_near_outline(Plain, const drw_pset_t& set, int from, const ClipBox& box);
-FoundOutline find_outline_within(Plain, const drw_pset_t& set, int from, const ClipBox& box,
-                                 OutlineKind* kind);
+Outline find_near_outline(Plain, const drw_pset_t& set, int from, const ClipBox& box);
+Outline find_outline_within(Plain, const drw_pset_t& set, int from, const ClipBox& box,
+                            OutlineKind* kind);
 int count_inside(Plain, const real_pt_t* points, int n, const ClipBox& box);
 int count_beyond(Plain, const real_pt_t* points, int n, const ClipBox& box, int side);
 bool has_repeats(Plain, const real_pt_t* points, int n);
 EdgeSet near_edges(Plain, const real_pt_t* points, int n, const ClipBox& outer,
                    const ClipBox& inner);
 
-FoundOutline find_near_outline(Avx2, const drw_pset_t& set, int from, const ClipBox& box);
-FoundOutline find_outline_within(Avx2, const drw_pset_t& set, int from, const ClipBox& box,
-                                 OutlineKind* kind);
+Outline find_near_outline(Avx2, const drw_pset_t& set, int from, const ClipBox& box);
+Outline find_outline_within(Avx2, const drw_pset_t& set, int from, const ClipBox& box,
+                            OutlineKind* kind);
 int count_inside(Avx2, const real_pt_t* points, int n, const ClipBox& box);
 int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox& box, int side);
 bool has_repeats(Avx2, const real_pt_t* points, int n);
@@ -111,15 +120,16 @@ EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipBox& outer,
                    const ClipBox& inner);
 
 /// Returns the next outline of at least two vertices, from vertex `from` on, that does not lie
-/// strictly beyond one side of the box.
-inline FoundOutline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
+/// strictly beyond one side of the box. Without a further one, the count is 0.
+inline Outline find_near_outline(const drw_pset_t& set, int from, const ClipBox& box) {
   return with_best_form([&](auto form) { return find_near_outline(form, set, from, box); });
 }
 
 /// Returns the next outline of at least two vertices, from vertex `from` on, that has, for each
-/// side of the box, some vertex strictly within it. Stores its kind in `*kind`.
-inline FoundOutline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
-                                        OutlineKind* kind) {
+/// side of the box, some vertex strictly within it. Stores its kind in `*kind`. Without a further
+/// one, the count is 0.
+inline Outline find_outline_within(const drw_pset_t& set, int from, const ClipBox& box,
+                                   OutlineKind* kind) {
   return with_best_form([&](auto form) { return find_outline_within(form, set, from, box, kind); });
 }
 

@@ -19,9 +19,12 @@ struct Bounds {
   __m256d low, high;
 
   ZELVAN_AVX2 explicit Bounds(const ClipBox& box)
-      : low(_mm256_setr_pd(box.left, box.bottom, box.left, box.bottom)),
-        high(_mm256_setr_pd(box.right, box.top, box.right, box.top)) {}
+      : low{box.left, box.bottom, box.left, box.bottom},
+        high{box.right, box.top, box.right, box.top} {}
 };
+
+// The result of a comparison: all bits of a coordinate for which it is true.
+using Mask = decltype(__m256d() < __m256d());
 
 ZELVAN_AVX2 inline __m256d load(const real_pt_t* two_points) {
   return _mm256_loadu_pd(&two_points->x);
@@ -34,52 +37,27 @@ ZELVAN_AVX2 inline __m256d load_one(const real_pt_t* point) {
 
 // Returns a bit mask: bit 0 for the x of the first point, bit 1 for its y, bits 2 and 3 for the
 // second.
-ZELVAN_AVX2 inline unsigned lanes(__m256d mask) {
-  return static_cast<unsigned>(_mm256_movemask_pd(mask));
+ZELVAN_AVX2 inline unsigned lanes(Mask mask) {
+  return static_cast<unsigned>(_mm256_movemask_pd(reinterpret_cast<__m256d>(mask)));
 }
 
-// Returns true if the mask is set for the x of both points or for the y of both.
-ZELVAN_AVX2 inline bool of_both_points(__m256d mask) {
-  return (lanes(mask) & lanes(mask) >> 2 & 0b0011) != 0;
+// Returns true if the lanes include the x of both points or the y of both.
+inline bool of_both_points(unsigned lanes) { return (lanes & lanes >> 2 & 0b0011) != 0; }
+
+ZELVAN_AVX2 inline Mask not_between(__m256d v, const Bounds& bounds) {
+  return ~((v > bounds.low) & (v < bounds.high));
 }
 
-ZELVAN_AVX2 inline __m256d not_between(__m256d v, const Bounds& bounds) {
-  return _mm256_or_pd(_mm256_cmp_pd(v, bounds.low, _CMP_NGT_UQ),
-                      _mm256_cmp_pd(v, bounds.high, _CMP_NLT_UQ));
-}
-
-// Tests points against one side of the box; `wanted` selects the lanes of that axis.
-struct Beyond {
-  __m256d bound, sign;  // flipping the sign turns an upper bound into a lower one
-  unsigned wanted;
-
-  ZELVAN_AVX2 Beyond(const ClipBox& box, int side)
-      : wanted(side == left_side || side == right_side ? 0b0101 : 0b1010) {
-    const double bounds[] = {box.left, box.bottom, box.right, box.top};
-    const bool is_high = side == right_side || side == top_side;
-    sign = _mm256_set1_pd(is_high ? -0.0 : 0.0);
-    bound = _mm256_xor_pd(_mm256_set1_pd(bounds[side]), sign);
-  }
-  ZELVAN_AVX2 unsigned missing(__m256d v) const {
-    return wanted & ~lanes(_mm256_cmp_pd(_mm256_xor_pd(v, sign), bound, _CMP_LT_OQ));
-  }
-};
-
-struct Inside {
-  Bounds bounds;
-
-  ZELVAN_AVX2 explicit Inside(const ClipBox& box) : bounds(box) {}
-  ZELVAN_AVX2 unsigned missing(__m256d v) const { return lanes(not_between(v, bounds)); }
-};
-
-// Returns how many leading points pass the test. If `n` is odd, the last point is not tested.
+// Returns how many leading points pass a test. `failing(v)` returns the lanes that fail it.
 template <class Test>
-ZELVAN_AVX2 inline int count_pairs(const real_pt_t* points, int n, const Test& test) {
-  for (int i = 0; i + 1 < n; i += 2) {
-    const unsigned missing = test.missing(load(points + i));
-    if (missing != 0) return i + ((missing & 0b0011) == 0 ? 1 : 0);
+ZELVAN_AVX2 inline int count_leading(const real_pt_t* points, int n, const Test& failing) {
+  int i = 0;
+  for (; i + 1 < n; i += 2) {
+    const unsigned fails = failing(load(points + i));
+    if (fails != 0) return i + ((fails & 0b0011) == 0 ? 1 : 0);
   }
-  return n & ~1;
+  if (i < n && failing(load_one(points + i)) == 0) ++i;
+  return i;
 }
 
 // A bit for each coordinate of 32 points, in the order x, y, x, y, as in `lanes`.
@@ -142,38 +120,32 @@ class ClosingFlags {
 // coordinates are left out.
 struct Extent {
   __m256d least, largest;
-  __m256d has_nan;  // set where some coordinate is NaN
+  Mask has_nan{};  // set where some coordinate is NaN
 
-  ZELVAN_AVX2 Extent()
-      : least(_mm256_set1_pd(infinity)),
-        largest(_mm256_set1_pd(-infinity)),
-        has_nan(_mm256_setzero_pd()) {}
+  ZELVAN_AVX2 Extent() : least(_mm256_set1_pd(infinity)), largest(_mm256_set1_pd(-infinity)) {}
   ZELVAN_AVX2 void add(__m256d v) {
     least = _mm256_min_pd(v, least);  // min and max return the second operand for a NaN
     largest = _mm256_max_pd(v, largest);
-    has_nan = _mm256_or_pd(has_nan, _mm256_cmp_pd(v, v, _CMP_UNORD_Q));
+    has_nan |= v != v;
   }
   ZELVAN_AVX2 void add(const Extent& other) {
     least = _mm256_min_pd(other.least, least);
     largest = _mm256_max_pd(other.largest, largest);
-    has_nan = _mm256_or_pd(has_nan, other.has_nan);
+    has_nan |= other.has_nan;
   }
   ZELVAN_AVX2 bool is_beyond_a_side(const Bounds& bounds) const {
-    const __m256d below = _mm256_cmp_pd(largest, bounds.low, _CMP_LT_OQ);
-    const __m256d above = _mm256_cmp_pd(least, bounds.high, _CMP_GT_OQ);
-    return of_both_points(_mm256_andnot_pd(has_nan, below)) ||
-           of_both_points(_mm256_andnot_pd(has_nan, above));
+    const unsigned certain = ~lanes(has_nan);
+    return of_both_points(certain & lanes(largest < bounds.low)) ||
+           of_both_points(certain & lanes(least > bounds.high));
   }
   ZELVAN_AVX2 bool reaches_within(const Bounds& bounds) const {
-    return !of_both_points(_mm256_cmp_pd(largest, bounds.low, _CMP_NGT_UQ)) &&
-           !of_both_points(_mm256_cmp_pd(least, bounds.high, _CMP_NLT_UQ));
+    return !of_both_points(lanes(~(largest > bounds.low))) &&
+           !of_both_points(lanes(~(least < bounds.high)));
   }
   ZELVAN_AVX2 OutlineKind kind(const Bounds& bounds) const {
-    const __m256d has_infinity =
-        _mm256_or_pd(_mm256_cmp_pd(least, _mm256_set1_pd(-infinity), _CMP_EQ_OQ),
-                     _mm256_cmp_pd(largest, _mm256_set1_pd(infinity), _CMP_EQ_OQ));
-    if (lanes(_mm256_or_pd(has_nan, has_infinity)) != 0) return OutlineKind::not_finite;
-    const __m256d is_out = _mm256_or_pd(not_between(least, bounds), not_between(largest, bounds));
+    const Mask has_infinity = (least == -infinity) | (largest == infinity);
+    if (lanes(has_nan | has_infinity) != 0) return OutlineKind::not_finite;
+    const Mask is_out = not_between(least, bounds) | not_between(largest, bounds);
     return lanes(is_out) == 0 ? OutlineKind::inside : OutlineKind::mixed;
   }
 };
@@ -193,33 +165,34 @@ ZELVAN_AVX2 inline Extent extent_of(const real_pt_t* points, const real_pt_t* en
 
 // Returns the next outline of at least two vertices for which `is_wanted` returns true.
 template <class Test>
-ZELVAN_AVX2 FoundOutline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
+ZELVAN_AVX2 Outline find_outline(const drw_pset_t& set, int from, const Test& is_wanted) {
   ClosingFlags closing_flags(set.edge_flags, from, set.n_points);
   for (int first = from;;) {
     const int last = closing_flags.next();
     if (last >= set.n_points) return {};
     const int count = last - first + 1;
-    if (count > 1 && is_wanted(set.points + first, count)) return {first, count};
+    if (count > 1 && is_wanted(set.points + first, count)) {
+      return {set.points + first, set.edge_flags + first, count};
+    }
     first = last + 1;
   }
 }
 
 }  // namespace
 
-ZELVAN_AVX2 FoundOutline find_near_outline(Avx2, const drw_pset_t& set, int from,
-                                           const ClipBox& box) {
+ZELVAN_AVX2 Outline find_near_outline(Avx2, const drw_pset_t& set, int from, const ClipBox& box) {
   const Bounds bounds(box);
   return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
     const __m256d two =
         _mm256_insertf128_pd(load_one(points), _mm_loadu_pd(&points[count / 2].x), 1);
-    const bool may_be_beyond = of_both_points(_mm256_cmp_pd(two, bounds.low, _CMP_LT_OQ)) ||
-                               of_both_points(_mm256_cmp_pd(two, bounds.high, _CMP_GT_OQ));
+    const bool may_be_beyond =
+        of_both_points(lanes(two < bounds.low)) || of_both_points(lanes(two > bounds.high));
     return !may_be_beyond || !extent_of(points, points + count).is_beyond_a_side(bounds);
   });
 }
 
-ZELVAN_AVX2 FoundOutline find_outline_within(Avx2, const drw_pset_t& set, int from,
-                                             const ClipBox& box, OutlineKind* kind) {
+ZELVAN_AVX2 Outline find_outline_within(Avx2, const drw_pset_t& set, int from, const ClipBox& box,
+                                        OutlineKind* kind) {
   const Bounds bounds(box);
   return find_outline(set, from, [&](const real_pt_t* points, int count) ZELVAN_AVX2 {
     const Extent extent = extent_of(points, points + count);
@@ -230,23 +203,28 @@ ZELVAN_AVX2 FoundOutline find_outline_within(Avx2, const drw_pset_t& set, int fr
 }
 
 ZELVAN_AVX2 int count_inside(Avx2, const real_pt_t* points, int n, const ClipBox& box) {
-  const int found = count_pairs(points, n, Inside(box));
-  return found == n - 1 ? found + count_inside(Plain{}, points + found, 1, box) : found;
+  const Bounds bounds(box);
+  return count_leading(points, n,
+                       [&](__m256d v) ZELVAN_AVX2 { return lanes(not_between(v, bounds)); });
 }
 
 ZELVAN_AVX2 int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox& box, int side) {
-  const int found = count_pairs(points, n, Beyond(box, side));
-  return found == n - 1 ? found + count_beyond(Plain{}, points + found, 1, box, side) : found;
+  const Bounds bounds(box);
+  const unsigned wanted = side == left_side || side == right_side ? 0b0101 : 0b1010;
+  const bool is_low = side == left_side || side == bottom_side;
+  return count_leading(points, n, [&](__m256d v) ZELVAN_AVX2 {
+    return wanted & ~lanes(is_low ? v < bounds.low : v > bounds.high);
+  });
 }
 
 ZELVAN_AVX2 bool has_repeats(Avx2, const real_pt_t* points, int n) {
   if (n < 3) return has_repeats(Plain{}, points, n);
   const auto compare = [=](int i) ZELVAN_AVX2 {  // points i and i + 1 with those before
-    const __m256d same = _mm256_cmp_pd(load(points + i - 1), load(points + i), _CMP_EQ_OQ);
-    return _mm256_and_pd(same, _mm256_permute_pd(same, 0b0101));
+    const Mask same = load(points + i - 1) == load(points + i);
+    return same & __builtin_shufflevector(same, same, 1, 0, 3, 2);
   };
-  __m256d repeats = compare(n - 2);
-  for (int i = 1; i < n - 2; i += 2) repeats = _mm256_or_pd(repeats, compare(i));
+  Mask repeats = compare(n - 2);
+  for (int i = 1; i < n - 2; i += 2) repeats |= compare(i);
   return lanes(repeats) != 0;
 }
 
@@ -255,8 +233,8 @@ ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipB
   const Bounds out(outer), in(inner);
   LaneSet below = 0, above = 0, not_inside = 0;  // each step shifts two points in at the top
   const auto look_at = [&](__m256d v) ZELVAN_AVX2 {
-    below = below >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.low, _CMP_LT_OQ))} << 60;
-    above = above >> 4 | LaneSet{lanes(_mm256_cmp_pd(v, out.high, _CMP_GT_OQ))} << 60;
+    below = below >> 4 | LaneSet{lanes(v < out.low)} << 60;
+    above = above >> 4 | LaneSet{lanes(v > out.high)} << 60;
     not_inside = not_inside >> 4 | LaneSet{lanes(not_between(v, in))} << 60;
   };
   int i = 0;

@@ -20,17 +20,15 @@ std::size_t span_of_root(std::size_t n) {
   return span;
 }
 
-std::size_t groups_above_last_level(std::size_t n) {
-  std::size_t above = 0;
-  std::size_t in_level = 1;
-  for (std::size_t span = span_of_root(n); span > edges_in_leaf; span /= boxes_in_group) {
-    above += in_level;
-    in_level *= boxes_in_group;
-  }
-  return above;
-}
-
 std::size_t child_of(std::size_t group, std::size_t j) { return boxes_in_group * group + 1 + j; }
+
+std::size_t groups_above_last_level(std::size_t n) {
+  std::size_t first = 0;  // the first group of a level; all groups above that level come before it
+  for (std::size_t span = span_of_root(n); span > edges_in_leaf; span /= boxes_in_group) {
+    first = child_of(first, 0);
+  }
+  return first;
+}
 
 // Fills the boxes of a group, whose first box begins at edge `first`, and all groups below. Returns
 // the box around all of them.

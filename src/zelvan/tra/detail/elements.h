@@ -24,17 +24,19 @@ struct ReverseBits {
   Word operator()(Word byte) const;
 };
 
-/// Looks a byte up in a table of 256.
+/// Looks a byte up in a table of 256, or in one of 128 by its lower seven bits.
 struct LookUp {
   using Word = std::uint8_t;
 
-  const unsigned char* table;
+  unsigned char table[256];
   /// The table for vector look-ups, in rows of 16 bytes and two halves of 8 rows. In each half the
   /// first row is stored as it is, and every other row as its XOR with the row before. So the XOR
   /// of the stored rows of a half, up to row r, is row r of the table: see elements_avx2.cpp.
   alignas(16) unsigned char steps[16][16];
 
-  constexpr explicit LookUp(const unsigned char (&bytes)[256]) : table(bytes), steps{} {
+  template <int n>
+  constexpr explicit LookUp(const unsigned char (&bytes)[n]) : table{}, steps{} {
+    for (int i = 0; i < 256; ++i) table[i] = bytes[i % n];
     for (int row = 0; row < 16; ++row) {
       for (int i = 0; i < 16; ++i) {
         const unsigned char before = row % 8 == 0 ? 0 : table[16 * (row - 1) + i];
@@ -45,27 +47,22 @@ struct LookUp {
   Word operator()(Word byte) const { return table[byte]; }
 };
 
-// Conversions of floating-point numbers. These are stored with the highest byte first.
+std::uint32_t tra_ieee_to_ibm_single(std::uint32_t ieee);
+std::uint32_t tra_ibm_to_ieee_single(std::uint32_t ibm);
+std::uint64_t tra_ieee_to_ibm_double(std::uint64_t ieee);
+std::uint64_t tra_ibm_to_ieee_double(std::uint64_t ibm);
 
-struct IeeeToIbmSingle {
-  using Word = std::uint32_t;
-  Word operator()(Word ieee) const;
+/// Converts a floating-point number that is stored with the highest byte first.
+template <class Number, Number convert(Number)>
+struct ConvertNumber {
+  using Word = Number;
+  Word operator()(Word number) const { return reversed(convert(reversed(number))); }
 };
 
-struct IbmToIeeeSingle {
-  using Word = std::uint32_t;
-  Word operator()(Word ibm) const;
-};
-
-struct IeeeToIbmDouble {
-  using Word = std::uint64_t;
-  Word operator()(Word ieee) const;
-};
-
-struct IbmToIeeeDouble {
-  using Word = std::uint64_t;
-  Word operator()(Word ibm) const;
-};
+using IeeeToIbmSingle = ConvertNumber<std::uint32_t, tra_ieee_to_ibm_single>;
+using IbmToIeeeSingle = ConvertNumber<std::uint32_t, tra_ibm_to_ieee_single>;
+using IeeeToIbmDouble = ConvertNumber<std::uint64_t, tra_ieee_to_ibm_double>;
+using IbmToIeeeDouble = ConvertNumber<std::uint64_t, tra_ibm_to_ieee_double>;
 
 /// The source and target of a translation.
 struct Buffers {

@@ -35,10 +35,11 @@ struct GeneralMapping {
   }
 };
 
-/// Calls `use` with the mapping for the matrix's type; an unknown type is general. Put loops inside
-/// `use`, so that the type is tested once per call and not once per point.
+/// Calls `use` with the mapping for the matrix's type, and returns its result; an unknown type is
+/// general. Put loops inside `use`, so that the type is tested once per call and not once per
+/// point.
 template <class Use>
-[[gnu::always_inline]] inline void with_mapping_of(const Mtx2D& m, const Use& use) {
+[[gnu::always_inline]] inline auto with_mapping_of(const Mtx2D& m, const Use& use) {
   switch (m.type) {
     case Mtx2DTypeDiagonal:
       return use(DiagonalMapping(m));

@@ -11,47 +11,26 @@
 namespace zelvan {
 namespace {
 
-float64x2_t vector_of(double x, double y) { return vcombine_f64(vdup_n_f64(x), vdup_n_f64(y)); }
-
 // The mappings for a point in a vector.
 
-struct DiagonalVector {
-  float64x2_t factors, translation;
+auto for_vectors(const DiagonalMapping& m) {
+  const float64x2_t factors = {m.m11, m.m22};
+  const float64x2_t translation = {m.tx, m.ty};
+  return [=](float64x2_t p) { return factors * p + translation; };
+}
 
-  explicit DiagonalVector(const DiagonalMapping& m)
-      : factors(vector_of(m.m11, m.m22)), translation(vector_of(m.tx, m.ty)) {}
-  float64x2_t operator()(float64x2_t p) const {
-    return vaddq_f64(vmulq_f64(factors, p), translation);
-  }
-};
+auto for_vectors(const QuadrantMapping& m) {
+  const float64x2_t factors = {m.m21, m.m12};
+  const float64x2_t translation = {m.tx, m.ty};
+  return [=](float64x2_t p) { return factors * vextq_f64(p, p, 1) + translation; };  // y, x
+}
 
-struct QuadrantVector {
-  float64x2_t factors, translation;
-
-  explicit QuadrantVector(const QuadrantMapping& m)
-      : factors(vector_of(m.m21, m.m12)), translation(vector_of(m.tx, m.ty)) {}
-  float64x2_t operator()(float64x2_t p) const {
-    const float64x2_t yx = vextq_f64(p, p, 1);
-    return vaddq_f64(vmulq_f64(factors, yx), translation);
-  }
-};
-
-struct GeneralVector {
-  float64x2_t of_x, of_y, translation;
-
-  explicit GeneralVector(const GeneralMapping& m)
-      : of_x(vector_of(m.m11, m.m12)),
-        of_y(vector_of(m.m21, m.m22)),
-        translation(vector_of(m.tx, m.ty)) {}
-  float64x2_t operator()(float64x2_t p) const {
-    const float64x2_t linear = vaddq_f64(vmulq_laneq_f64(of_x, p, 0), vmulq_laneq_f64(of_y, p, 1));
-    return vaddq_f64(linear, translation);
-  }
-};
-
-DiagonalVector vector_for(const DiagonalMapping& m) { return DiagonalVector(m); }
-QuadrantVector vector_for(const QuadrantMapping& m) { return QuadrantVector(m); }
-GeneralVector vector_for(const GeneralMapping& m) { return GeneralVector(m); }
+auto for_vectors(const GeneralMapping& m) {
+  const float64x2_t of_x = {m.m11, m.m12};
+  const float64x2_t of_y = {m.m21, m.m22};
+  const float64x2_t translation = {m.tx, m.ty};
+  return [=](float64x2_t p) { return (of_x * p[0] + of_y * p[1]) + translation; };
+}
 
 // The conversion truncates and saturates at 64 bits; a NaN becomes 0. Results below 2^31 in
 // magnitude fit 32 bits. All others are replaced by INT_MIN, which is right as well for numbers
@@ -93,7 +72,7 @@ void store(ToShort, short_pt_t* out, float64x2_t first, float64x2_t second) {
 template <class Result>
 void map_points(Neon, const Mtx2D& m, int n, const real_pt_t* in, typename Result::Out* out) {
   with_mapping_of(m, [=](const auto& map) {
-    const auto map_vector = vector_for(map);
+    const auto map_vector = for_vectors(map);
     int i = 0;
     for (; i + 1 < n; i += 2) {
       const float64x2_t first = vld1q_f64(&in[i].x);
