@@ -148,7 +148,7 @@ TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhile
       const auto& [last, port] = row.connections[peers.size()];
       peers.push_back(platform::socket());
       platform::bind(peers.back(), {{127, 0, 0, last}, 0});
-      platform::connect(peers.back(), {{127, 0, 0, 1}, platform::htons(ports[port])});
+      platform::connect(peers.back(), {{127, 0, 0, 1}, static_cast<std::uint16_t>(ports[port])});
     };
     void* session = wipc_accept_connection();
     EXPECT_NE(session, nullptr) << "switch " << row.is_on;

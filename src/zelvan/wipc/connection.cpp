@@ -127,7 +127,7 @@ int wipc_connect_port(const char* host, int port) {
   if (!socket.is_open()) return -1;
   platform::SocketAddress address{};
   if (platform::gethostbyname(host, &address) == 0) return -1;
-  address.port = platform::htons(static_cast<std::uint16_t>(port));
+  address.port = static_cast<std::uint16_t>(port);
   std::uint64_t pause_ms = first_retry_ms;
   for (int attempt = 1; socket.is_open(); ++attempt) {
     if (platform::connect(socket.get(), address) == 0) return socket.pass_on();

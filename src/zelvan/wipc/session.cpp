@@ -31,7 +31,7 @@ bool bind_to_free_port(int socket, int* port) {
   auto address = keeps_machines_out != 0 ? platform::loopback : platform::SocketAddress{};
   if (platform::bind(socket, address) != 0) return false;
   if (platform::getsockname(socket, &address) != 0) return false;
-  *port = platform::ntohs(address.port);
+  *port = address.port;
   return true;
 }
 
