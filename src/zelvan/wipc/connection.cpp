@@ -20,11 +20,10 @@ namespace zelvan {
 namespace {
 
 constexpr std::uint64_t look_again_ms = 500;
-constexpr int connect_attempts = 5;
-// The pauses between attempts are 200, 400, 800 and 1600 ms. The first are short, so that a peer
-// that is about to listen is found soon. Together they last much longer than half a second, by
-// which the listening side can be late.
-constexpr std::uint64_t first_retry_ms = 200;
+// The pauses before the attempts to connect. The first are short, so that a peer that is about to
+// listen is found soon. Together they last much longer than half a second, by which the listening
+// side can be late.
+constexpr std::uint64_t pauses_ms[] = {0, 200, 400, 800, 1600};
 
 // Room for the answer to `end_of_session` and for texts sent before it. If a socket is closed with
 // unread data, the peer can lose data that is on its way to it.
@@ -71,23 +70,16 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   const int length = std::snprintf(line, sizeof line, "\"%s\" %s %d %d %d", module, host,
                                    primary_port, secondary_port, platform::_getpid());
   if (static_cast<unsigned>(length) >= sizeof line) return 0;  // negative: too long for an `int`
-  const int is_started = wipc_nostart == 0 ? platform::CreateProcessA(line) : 0;
-  if (is_started != 0) return 1;
+  if (wipc_nostart == 0 && platform::CreateProcessA(line) != 0) return 1;
   set_error_text("Starting secondary: %s", line);
   wipc_print("Starting secondary: %s\n", line);
   return wipc_nostart != 0;
 }
 
-/// Returns the path of a module on this machine: a path as it is, and a bare name as found along
-/// PATH. Returns null if it is not found there or the heap refuses.
-HeapText local_path(const char* module) {
-  return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
-}
-
 /// Returns whether the module exists on this machine. If it is named by a path and there is no such
 /// file, sets the last error; a bare name that is not found along PATH sets none.
 bool has_module(const char* module) {
-  const HeapText path = local_path(module);
+  const HeapText path = module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
   if (path == nullptr) return false;
   if (platform::_access(path.get(), exists) == 0) return true;
   set_error_text("Error: Invalid secondary path %s\n", module);
@@ -123,19 +115,14 @@ int wipc_wait_accept(int socket) {
 }
 
 int wipc_connect_port(const char* host, int port) {
-  OwnedSocket socket(platform::socket());
-  if (!socket.is_open()) return -1;
   platform::SocketAddress address{};
   if (platform::gethostbyname(host, &address) == 0) return -1;
   address.port = static_cast<std::uint16_t>(port);
-  std::uint64_t pause_ms = first_retry_ms;
-  for (int attempt = 1; socket.is_open(); ++attempt) {
-    if (platform::connect(socket.get(), address) == 0) return socket.pass_on();
-    socket.close();
-    if (attempt == connect_attempts) break;
+  for (const std::uint64_t pause_ms : pauses_ms) {
     platform::Sleep(pause_ms);
-    pause_ms *= 2;
-    socket.open();
+    OwnedSocket socket(platform::socket());
+    if (!socket.is_open()) return -1;
+    if (platform::connect(socket.get(), address) == 0) return socket.pass_on();
   }
   return -1;
 }
