@@ -82,17 +82,10 @@ unsigned GetFileAttributesA(const char* path);
 /// nonzero on success.
 int SetFileAttributesA(const char* path, unsigned attributes);
 
-/// Opens an existing file to query its size, and returns a handle or -1. Fails for a directory and
-/// for a file that may not be read. Never waits, whatever the kind of file, and is not seen by a
-/// FIFO's writers.
-int CreateFileA(const char* path);
-
-/// Returns the low 32 bits of the size of an open file; all bits set on failure, on Windows without
-/// a reason in `errno`.
-unsigned GetFileSize(int handle);
-
-/// Closes the handle; returns nonzero on success.
-int CloseHandle(int handle);
+/// Returns the low 32 bits of the size of an existing file, or -1. Fails for a directory and for a
+/// file that may not be read. Never waits, whatever the kind of file, and is not seen by a FIFO's
+/// writers.
+int GetFileSize(const char* path);
 
 /// Deletes a file or a symbolic link, never a directory. Returns nonzero on success.
 int DeleteFileA(const char* path);
