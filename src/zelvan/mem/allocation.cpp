@@ -210,13 +210,6 @@ void MemTrace(const char* format, ...) {
   va_end(arguments);
 }
 
-MemEntry* find_entry(MemList* list, const void* address) {
-  MemEntry* const end = list->entries + list->n_entries;
-  MemEntry* const found = std::find_if(
-      list->entries, end, [address](const MemEntry& entry) { return entry.address == address; });
-  return found == end ? nullptr : found;
-}
-
 void MemEntryFindParent(MemList* list, MemEntry* entry) {
   MemEntry* parent = find_block_around(list, list->entries, entry->back_ptr);
   if (parent == entry) parent = find_block_around(list, entry + 1, entry->back_ptr);

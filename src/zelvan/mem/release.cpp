@@ -119,8 +119,10 @@ void MemSetPointer(MemList* list, void* address, void** back_ptr) {
   MemTrace("Set pointer: list %#llx address %#llx back ptr %#llx\n", bits_of(list),
            bits_of(address), bits_of(back_ptr));
   if (address == nullptr) return;
-  MemEntry* const entry = zelvan::find_entry(list, address);
-  if (entry == nullptr) {
+  MemEntry* const end = list->entries + list->n_entries;
+  const auto is_sought = [=](const MemEntry& row) { return row.address == address; };
+  MemEntry* const entry = std::find_if(list->entries, end, is_sought);
+  if (entry == end) {
     MemTrace("**Address not found\n");
     return;
   }

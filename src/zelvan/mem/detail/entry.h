@@ -24,10 +24,6 @@ inline unsigned long long bits_of(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }
 
-/// Returns the first entry with that address; null if no entry has it. A null address finds an
-/// empty entry.
-MemEntry* find_entry(MemList* list, const void* address);
-
 /// Makes `entry` a child of the first other entry whose block contains the back pointer of `entry`,
 /// if there is one. Requires: `entry` has no parent yet.
 void MemEntryFindParent(MemList* list, MemEntry* entry);
