@@ -14,11 +14,9 @@ namespace platform = zelvan::platform;
 int osh_get_time_stamp(char* stamp) {
   platform::LocalTime now;
   platform::GetLocalTime(&now);
-  char text[80];  // enough for six integers of any size
-  const int length = std::snprintf(text, sizeof text, "%02d%02d%02d.%02d%02d%02d", now.year % 100,
-                                   now.month, now.day, now.hour, now.minute, now.second);
-  std::memcpy(stamp, text, length + 1);
-  return length;
+  constexpr std::size_t size = 14;
+  return std::snprintf(stamp, size, "%02d%02d%02d.%02d%02d%02d", now.year % 100, now.month, now.day,
+                       now.hour, now.minute, now.second);
 }
 
 int osh_gethostname(char* name, int size) {
