@@ -1,4 +1,4 @@
-/// The steps of opening a session.
+/// A step of opening a session.
 #pragma once
 
 namespace zelvan {
