@@ -25,7 +25,6 @@ inline constexpr int _O_APPEND = 0x0008;
 inline constexpr int _O_CREAT = 0x0100;
 inline constexpr int _O_TRUNC = 0x0200;
 inline constexpr int _O_EXCL = 0x0400;  // with _O_CREAT: fail if the path exists
-inline constexpr int _O_TEXT = 0x4000;
 inline constexpr int _O_BINARY = 0x8000;
 
 /// Opens a file and returns its descriptor, at most 32767, or -1. A new file gets the permissions

@@ -10,7 +10,6 @@
 
 #include <cerrno>
 #include <new>
-#include <string>
 
 #include <fcntl.h>
 #include <sys/stat.h>
