@@ -25,7 +25,7 @@ static int open_connection(std::string host, std::string module) {
 void zelvan::platform::GetLocalTime(LocalTime*) {}
 void zelvan::platform::Sleep(std::uint64_t milliseconds) {
   paused_ms += static_cast<int>(milliseconds);
-  on_pause();
+  if (milliseconds != 0) on_pause();
 }
 
 TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
@@ -152,7 +152,7 @@ TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhile
       const auto& [last, port] = row.connections[peers.size()];
       peers.push_back(platform::socket());
       platform::bind(peers.back(), {{127, 0, 0, last}, 0});
-      platform::connect(peers.back(), {{127, 0, 0, 1}, platform::htons(ports[port])});
+      platform::connect(peers.back(), {{127, 0, 0, 1}, static_cast<std::uint16_t>(ports[port])});
     };
     void* session = wipc_accept_connection();
     EXPECT_NE(session, nullptr) << "switch " << row.is_on;

@@ -41,11 +41,9 @@ void read_number(const char* variable, int* number) {
 }
 
 // Assigns a new value; if the heap is exhausted, keeps the old one.
-void replace(std::string* string, const char* by) {
-  try {
-    string->assign(by);
-  } catch (const std::bad_alloc&) {
-  }
+void replace(std::string* string, const char* by) try {
+  string->assign(by);
+} catch (const std::bad_alloc&) {
 }
 
 }  // namespace
@@ -106,15 +104,10 @@ void Logger::init() {
   init_pending = false;
 }
 
-void Logger::openFile() {
+void Logger::openFile() try {
   if (init_pending) return;
   if (log_file != nullptr) std::fclose(std::exchange(log_file, nullptr));
-  std::string name;
-  try {
-    name = file_prefix + std::to_string(file_number) + ".log";
-  } catch (const std::bad_alloc&) {
-    return;
-  }
+  const std::string name = file_prefix + std::to_string(file_number) + ".log";
   if (reopen_for_append) {
     log_file = std::fopen(name.c_str(), "a");
     reopen_for_append = false;
@@ -123,6 +116,7 @@ void Logger::openFile() {
   num_lines = 0;
   log_file = std::fopen(name.c_str(), "w");
   if (log_file != nullptr) logf(logError, "Logger.log()", "New log file: %s", name.c_str());
+} catch (const std::bad_alloc&) {
 }
 
 void Logger::getCurrentDate(const char* format, char** date) {

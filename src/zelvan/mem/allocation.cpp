@@ -133,7 +133,7 @@ int next_serial_number() {
 int allocate_untracked(int size, void** back_ptr) {
   void* const block = block_of(size);
   if (block == nullptr) {
-    if (mem_trace != 0) MemTrace("**Malloc failed\n");
+    MemTrace("**Malloc failed\n");
     return MEM_MALLOC_FAILED;
   }
   *back_ptr = block;
@@ -147,7 +147,7 @@ int allocate_untracked(int size, void** back_ptr) {
 int make_room(const Request& request) {
   MemList* const list = request.list;
   if (request.size > list->pool->limit) {
-    if (mem_trace != 0) MemTrace("**Pool of %ld too small\n", long{list->pool->limit});
+    MemTrace("**Pool of %ld too small\n", long{list->pool->limit});
     if (!may_go_on(request, MEM_POOL_TOO_SMALL)) return MEM_POOL_TOO_SMALL;
   }
   if (!ensure_free_row(list)) {
@@ -155,9 +155,9 @@ int make_room(const Request& request) {
     if (!ensure_free_row(list)) return MEM_TABLE_FAILED;
   }
   if (sum_with(list->pool, request.size) > list->pool->limit) {
-    if (mem_trace != 0) MemTrace("**Pool overflow current size %ld\n", long{list->pool->used});
+    MemTrace("**Pool overflow current size %ld\n", long{list->pool->used});
     if (!may_go_on(request, MEM_POOL_OVERFLOW)) {
-      if (mem_trace != 0) MemTrace("**Pool overflow after exception processing\n");
+      MemTrace("**Pool overflow after exception processing\n");
       return MEM_POOL_OVERFLOW;
     }
   }
@@ -169,11 +169,10 @@ int make_room(const Request& request) {
 void* get_block(const Request& request) {
   void* block = block_of(request.size);
   if (block != nullptr) return block;
-  if (mem_trace != 0) MemTrace("**Malloc failed\n");
+  MemTrace("**Malloc failed\n");
   if (may_go_on(request, MEM_MALLOC_FAILED)) block = block_of(request.size);
-  if (block != nullptr) return block;
-  if (mem_trace != 0) MemTrace("**Malloc failed after exception processing\n");
-  return nullptr;
+  if (block == nullptr) MemTrace("**Malloc failed after exception processing\n");
+  return block;
 }
 
 /// Charges the block to the pool and enters it into the table, or returns an error. Calls no
@@ -182,7 +181,7 @@ int track(const Request& request, void* block) {
   MemList* const list = request.list;
   const long long used = sum_with(list->pool, request.size);
   if (used > INT_MAX) {
-    if (mem_trace != 0) MemTrace("**Pool overflow after exception processing\n");
+    MemTrace("**Pool overflow after exception processing\n");
     return MEM_POOL_OVERFLOW;
   }
   // A handler may have filled the table again since the last check.
@@ -195,11 +194,8 @@ int track(const Request& request, void* block) {
       block, request.size, request.size, request.key, request.back_ptr, 0, next_serial_number(),
       -1};
   ++list->n_used;
-  if (mem_trace != 0) {
-    MemTrace("  [%ld] Allocation address %#llx total size %ld pool used %ld\n",
-             long{entry->sequence}, bits_of(block), long{entry->total_size},
-             long{list->pool->used});
-  }
+  MemTrace("  [%ld] Allocation address %#llx total size %ld pool used %ld\n", long{entry->sequence},
+           bits_of(block), long{entry->total_size}, long{list->pool->used});
   make_child(list, entry, parent);
   return MEM_SUCCESS;
 }
@@ -207,17 +203,11 @@ int track(const Request& request, void* block) {
 }  // namespace
 
 void MemTrace(const char* format, ...) {
+  if (mem_trace == 0) return;
   std::va_list arguments;
   va_start(arguments, format);
   std::vprintf(format, arguments);
   va_end(arguments);
-}
-
-MemEntry* find_entry(MemList* list, const void* address) {
-  MemEntry* const end = list->entries + list->n_entries;
-  MemEntry* const found = std::find_if(
-      list->entries, end, [address](const MemEntry& entry) { return entry.address == address; });
-  return found == end ? nullptr : found;
 }
 
 void MemEntryFindParent(MemList* list, MemEntry* entry) {
@@ -230,10 +220,8 @@ void make_child(MemList* list, MemEntry* entry, MemEntry* parent) {
   if (parent == nullptr) return;
   entry->parent = static_cast<int>(parent - list->entries);
   parent->total_size += entry->size;
-  if (mem_trace != 0) {
-    MemTrace("    Parent sequence [%ld] total size %ld\n", long{parent->sequence},
-             long{parent->total_size});
-  }
+  MemTrace("    Parent sequence [%ld] total size %ld\n", long{parent->sequence},
+           long{parent->total_size});
 }
 
 }  // namespace zelvan
@@ -267,10 +255,8 @@ MemList* MemListNew(MemPool* pool, MemExceptionHandler handler) {
 int MemAllocate(MemList* list, int size, void* key, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (key == nullptr) key = zelvan::mem_default_object;
-  if (mem_trace != 0) {
-    MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list),
-             bits_of(key), long{size}, bits_of(back_ptr));
-  }
+  MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list), bits_of(key),
+           long{size}, bits_of(back_ptr));
   if (list == nullptr) return zelvan::allocate_untracked(size, back_ptr);
 
   const zelvan::Request request = {list, size, key, back_ptr};

@@ -14,7 +14,7 @@ namespace {
 /// never are.
 template <typename Rank>
 unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_of) {
-  if (mem_trace != 0) MemTrace("!!Remove: %s\n", rule);
+  MemTrace("!!Remove: %s\n", rule);
   if (list->n_used == 0) return 0;
   int victim = -1;
   unsigned best = 0;
@@ -36,7 +36,7 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
   const MemEntry& entry = list->entries[victim];
   if (entry.total_size != entry.size) children.list_by_parent(list);
   zelvan::MemEntryReleaseWithChildren(list, victim, children);
-  if (mem_trace != 0) MemTrace("^^Remove: %s\n", rule);
+  MemTrace("^^Remove: %s\n", rule);
   return 1;
 }
 
@@ -44,16 +44,14 @@ unsigned short remove_first_of_rank(MemList* list, const char* rule, Rank rank_o
 
 void MemListInitializeSearch(MemList* list) {
   for (int i = 0; i < list->n_entries; ++i) list->entries[i].excluded = 0;
-  if (mem_trace != 0) MemTrace("Initialize search: list %#llx\n", bits_of(list));
+  MemTrace("Initialize search: list %#llx\n", bits_of(list));
 }
 
 void MemListRemoveFromSearch(MemList* list, void* object) {
   for (int i = 0; i < list->n_entries; ++i) {
     if (list->entries[i].key == object) list->entries[i].excluded = 1;
   }
-  if (mem_trace != 0) {
-    MemTrace("Remove from search: list %#llx object %#llx\n", bits_of(list), bits_of(object));
-  }
+  MemTrace("Remove from search: list %#llx object %#llx\n", bits_of(list), bits_of(object));
 }
 
 unsigned short MemListRemoveLargest(MemList* list) {

@@ -47,14 +47,12 @@ void MemEntryRelease(MemList* list, int index, const Children& children) {
   MemEntry& entry = list->entries[index];
   if (entry.address == nullptr || entry.back_ptr == nullptr) return;
   if (*entry.back_ptr != entry.address) {
-    if (mem_trace != 0) {
-      MemTrace("**[%ld] Back pointer does not contain address\n", long{entry.sequence});
-    }
+    MemTrace("**[%ld] Back pointer does not contain address\n", long{entry.sequence});
     return;
   }
   if (children.first(list, index) != list->n_entries) {
     // The line ends with "/n" and no line feed: programs that read the trace expect it so.
-    if (mem_trace != 0) MemTrace("**[%ld] Is parent/n", long{entry.sequence});
+    MemTrace("**[%ld] Is parent/n", long{entry.sequence});
     return;
   }
 
@@ -97,9 +95,7 @@ void MemFree(MemList* list, void* address) {
     std::free(address);
     return;
   }
-  if (mem_trace != 0) {
-    MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
-  }
+  MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
   // One pass finds the row of the address. It also finds out whether a row before that one is a
   // child (of any block); if not, the search for children of the block begins at its own row.
   const MemEntry* const end = list->entries + list->n_entries;
@@ -109,7 +105,7 @@ void MemFree(MemList* list, void* address) {
     has_child_before |= entry->parent >= 0;
   }
   if (entry == end) {
-    if (mem_trace != 0) MemTrace("**Address not found\n");
+    MemTrace("**Address not found\n");
     std::free(address);
     return;
   }
@@ -120,20 +116,17 @@ void MemFree(MemList* list, void* address) {
 void MemSetPointer(MemList* list, void* address, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (list == nullptr) return;
-  if (mem_trace != 0) {
-    MemTrace("Set pointer: list %#llx address %#llx back ptr %#llx\n", bits_of(list),
-             bits_of(address), bits_of(back_ptr));
-  }
+  MemTrace("Set pointer: list %#llx address %#llx back ptr %#llx\n", bits_of(list),
+           bits_of(address), bits_of(back_ptr));
   if (address == nullptr) return;
-  MemEntry* const entry = zelvan::find_entry(list, address);
-  if (entry == nullptr) {
-    if (mem_trace != 0) MemTrace("**Address not found\n");
+  MemEntry* const end = list->entries + list->n_entries;
+  const auto is_sought = [=](const MemEntry& row) { return row.address == address; };
+  MemEntry* const entry = std::find_if(list->entries, end, is_sought);
+  if (entry == end) {
+    MemTrace("**Address not found\n");
     return;
   }
-  if (mem_trace != 0) {
-    MemTrace("  [%ld] Set pointer replaces %#llx\n", long{entry->sequence},
-             bits_of(entry->back_ptr));
-  }
+  MemTrace("  [%ld] Set pointer replaces %#llx\n", long{entry->sequence}, bits_of(entry->back_ptr));
   entry->back_ptr = back_ptr;
   zelvan::leave_parent(list, entry);
   zelvan::MemEntryFindParent(list, entry);
@@ -149,7 +142,7 @@ void MemListClear(MemList* list) {
     const MemEntry& entry = list->entries[i];
     if (entry.address == nullptr || entry.parent >= 0) continue;
     if (list->n_used <= 0) {
-      if (mem_trace != 0) MemTrace("**List used is 0, entry has address\n");
+      MemTrace("**List used is 0, entry has address\n");
       return;
     }
     if (mem_trace != 0) {

@@ -5,19 +5,18 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <new>
+#include <string>
 
 namespace platform = zelvan::platform;
 
 int osh_get_time_stamp(char* stamp) {
   platform::LocalTime now;
   platform::GetLocalTime(&now);
-  char text[80];  // enough for six integers of any size
-  const int length = std::snprintf(text, sizeof text, "%02d%02d%02d.%02d%02d%02d", now.year % 100,
-                                   now.month, now.day, now.hour, now.minute, now.second);
-  std::memcpy(stamp, text, length + 1);
-  return length;
+  constexpr std::size_t size = 14;
+  return std::snprintf(stamp, size, "%02d%02d%02d.%02d%02d%02d", now.year % 100, now.month, now.day,
+                       now.hour, now.minute, now.second);
 }
 
 int osh_gethostname(char* name, int size) {
@@ -25,16 +24,12 @@ int osh_gethostname(char* name, int size) {
   return 0;
 }
 
-int osh_setenv(char* name, char* value) {
+int osh_setenv(char* name, char* value) try {
   if (name == nullptr) return -1;
-  if (value == nullptr) value = const_cast<char*>("");
-  const std::size_t size = std::strlen(name) + std::strlen(value) + 2;
-  char* assignment = static_cast<char*>(std::malloc(size));
-  if (assignment == nullptr) return -1;
-  std::snprintf(assignment, size, "%s=%s", name, value);
-  const int result = platform::_putenv(assignment);
-  std::free(assignment);
-  return result;
+  const std::string assignment = std::string(name) + '=' + (value != nullptr ? value : "");
+  return platform::_putenv(assignment.c_str());
+} catch (const std::bad_alloc&) {
+  return -1;
 }
 
 void osh_sleep(unsigned int seconds) { platform::Sleep(std::uint64_t{1000} * seconds); }

@@ -86,12 +86,7 @@ int osh_inquire_file(char* path, unsigned short* mode) {
 
 int osh_filesize(char* path) {
   char fixed[path_size];
-  if (osh1_fix_path(path, fixed, sizeof fixed) == 0) return -1;
-  const int handle = platform::CreateFileA(fixed);
-  if (handle < 0) return -1;
-  const unsigned size = platform::GetFileSize(handle);
-  platform::CloseHandle(handle);
-  return static_cast<int>(size);
+  return osh1_fix_path(path, fixed, sizeof fixed) != 0 ? platform::GetFileSize(fixed) : -1;
 }
 
 short osh_cat(char* destination, char* source) {

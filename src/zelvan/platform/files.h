@@ -25,7 +25,6 @@ inline constexpr int _O_APPEND = 0x0008;
 inline constexpr int _O_CREAT = 0x0100;
 inline constexpr int _O_TRUNC = 0x0200;
 inline constexpr int _O_EXCL = 0x0400;  // with _O_CREAT: fail if the path exists
-inline constexpr int _O_TEXT = 0x4000;
 inline constexpr int _O_BINARY = 0x8000;
 
 /// Opens a file and returns its descriptor, at most 32767, or -1. A new file gets the permissions
@@ -82,17 +81,10 @@ unsigned GetFileAttributesA(const char* path);
 /// nonzero on success.
 int SetFileAttributesA(const char* path, unsigned attributes);
 
-/// Opens an existing file to query its size, and returns a handle or -1. Fails for a directory and
-/// for a file that may not be read. Never waits, whatever the kind of file, and is not seen by a
-/// FIFO's writers.
-int CreateFileA(const char* path);
-
-/// Returns the low 32 bits of the size of an open file; all bits set on failure, on Windows without
-/// a reason in `errno`.
-unsigned GetFileSize(int handle);
-
-/// Closes the handle; returns nonzero on success.
-int CloseHandle(int handle);
+/// Returns the low 32 bits of the size of an existing file, or -1. Fails for a directory and for a
+/// file that may not be read. Never waits, whatever the kind of file, and is not seen by a FIFO's
+/// writers.
+int GetFileSize(const char* path);
 
 /// Deletes a file or a symbolic link, never a directory. Returns nonzero on success.
 int DeleteFileA(const char* path);

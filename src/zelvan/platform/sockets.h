@@ -18,7 +18,8 @@ namespace zelvan::platform {
 /// system chooses.
 struct SocketAddress {
   std::uint8_t host[4];
-  std::uint16_t port;  ///< in network order: see `htons`
+  std::uint16_t port;
+  friend bool operator==(const SocketAddress&, const SocketAddress&) = default;
 };
 
 /// The address by which a machine reaches itself, and no other machine reaches it.
@@ -59,9 +60,8 @@ int connect(int socket, const SocketAddress& address);
 int select(int socket);
 
 /// Sends `count` bytes, waiting for room. Returns the number sent, which is less only if the
-/// connection broke midway, or -1. `_write_socket` does the same as `send`.
+/// connection broke midway, or -1.
 int send(int socket, const char* bytes, int count);
-int _write_socket(int socket, const char* bytes, unsigned count);
 
 /// Receives up to `count` bytes, waiting for the first. Returns their number, 0 once the peer has
 /// ended the stream.
@@ -75,9 +75,5 @@ int gethostbyname(const char* name, SocketAddress* address);
 
 /// Stores the name of this machine, cut to `size` bytes including the terminator.
 int gethostname(char* name, std::size_t size);
-
-/// Converts a port between host order and network order.
-std::uint16_t htons(std::uint16_t port);
-std::uint16_t ntohs(std::uint16_t port);
 
 }  // namespace zelvan::platform

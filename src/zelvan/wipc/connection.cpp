@@ -20,11 +20,10 @@ namespace zelvan {
 namespace {
 
 constexpr std::uint64_t look_again_ms = 500;
-constexpr int connect_attempts = 5;
-// The pauses between attempts are 200, 400, 800 and 1600 ms. The first are short, so that a peer
-// that is about to listen is found soon. Together they last much longer than half a second, by
-// which the listening side can be late.
-constexpr std::uint64_t first_retry_ms = 200;
+// The pauses before the attempts to connect. The first are short, so that a peer that is about to
+// listen is found soon. Together they last much longer than half a second, by which the listening
+// side can be late.
+constexpr std::uint64_t pauses_ms[] = {0, 200, 400, 800, 1600};
 
 // Room for the answer to `end_of_session` and for texts sent before it. If a socket is closed with
 // unread data, the peer can lose data that is on its way to it.
@@ -71,23 +70,37 @@ int start_secondary(const char* host, const char* module, int primary_port, int 
   const int length = std::snprintf(line, sizeof line, "\"%s\" %s %d %d %d", module, host,
                                    primary_port, secondary_port, platform::_getpid());
   if (static_cast<unsigned>(length) >= sizeof line) return 0;  // negative: too long for an `int`
-  const int is_started = wipc_nostart == 0 ? platform::CreateProcessA(line) : 0;
-  if (is_started != 0) return 1;
+  if (wipc_nostart == 0 && platform::CreateProcessA(line) != 0) return 1;
   set_error_text("Starting secondary: %s", line);
   wipc_print("Starting secondary: %s\n", line);
   return wipc_nostart != 0;
 }
 
-/// Returns the path of a module on this machine: a path as it is, and a bare name as found along
-/// PATH. Returns null if it is not found there or the heap refuses.
-HeapText local_path(const char* module) {
-  return module[0] == '/' ? heap_copy(module) : HeapText(wipc_find_module(module));
+/// Returns the path of a program; null if it isn't found or the heap refuses. A name with a `/`
+/// after its first character is returned unchanged; any other is searched along "PATH".
+HeapText wipc_find_module(const char* module) {
+  if (std::strchr(module + 1, '/') != nullptr) return heap_copy(module);
+  const char* variable = std::getenv("PATH");
+  std::string_view path = variable != nullptr ? variable : "";
+  const std::size_t size = path.size() + std::strlen(module) + 2;
+  HeapText candidate(static_cast<char*>(std::malloc(size)));
+  if (candidate == nullptr) return nullptr;
+  while (!path.empty()) {
+    // An entry of PATH has at least one character, so a colon at its start is part of it.
+    const std::string_view entry = path.substr(0, path.find(':', 1));
+    std::snprintf(candidate.get(), size, "%.*s/%s", static_cast<int>(entry.size()), entry.data(),
+                  module);
+    if (platform::_access(candidate.get(), exists) == 0) return candidate;
+    if (entry.size() == path.size()) break;
+    path.remove_prefix(entry.size() + 1);
+  }
+  return nullptr;
 }
 
 /// Returns whether the module exists on this machine. If it is named by a path and there is no such
 /// file, sets the last error; a bare name that is not found along PATH sets none.
 bool has_module(const char* module) {
-  const HeapText path = local_path(module);
+  const HeapText path = module[0] == '/' ? heap_copy(module) : wipc_find_module(module);
   if (path == nullptr) return false;
   if (platform::_access(path.get(), exists) == 0) return true;
   set_error_text("Error: Invalid secondary path %s\n", module);
@@ -102,8 +115,12 @@ void make_pending(BindSession primary, BindSession secondary) {
   wipc_bind_secondary = secondary.release();
 }
 
-}  // namespace
-
+/// Listens, and polls every half second for a connection until the connect time-out. Returns the
+/// connection, or -1. The listening socket stays open.
+///
+/// Each poll accepts at most one connection, and closes it if it comes from a machine that is kept
+/// out. A failed `accept` returns -1 at once, except while other machines are kept out: then
+/// polling continues.
 int wipc_wait_accept(int socket) {
   if (socket <= 0) return -1;
   if (platform::listen(socket, 1) != 0) {
@@ -122,43 +139,19 @@ int wipc_wait_accept(int socket) {
   return -1;
 }
 
+}  // namespace
+
 int wipc_connect_port(const char* host, int port) {
-  OwnedSocket socket(platform::socket());
-  if (!socket.is_open()) return -1;
   platform::SocketAddress address{};
   if (platform::gethostbyname(host, &address) == 0) return -1;
-  address.port = platform::htons(static_cast<std::uint16_t>(port));
-  std::uint64_t pause_ms = first_retry_ms;
-  for (int attempt = 1; socket.is_open(); ++attempt) {
-    if (platform::connect(socket.get(), address) == 0) return socket.pass_on();
-    socket.close();
-    if (attempt == connect_attempts) break;
+  address.port = static_cast<std::uint16_t>(port);
+  for (const std::uint64_t pause_ms : pauses_ms) {
     platform::Sleep(pause_ms);
-    pause_ms *= 2;
-    socket.open();
+    OwnedSocket socket(platform::socket());
+    if (!socket.is_open()) return -1;
+    if (platform::connect(socket.get(), address) == 0) return socket.pass_on();
   }
   return -1;
-}
-
-char* wipc_find_module(const char* module) {
-  if (is_empty(module)) return nullptr;
-  if (std::strchr(module + 1, '/') != nullptr) return heap_copy(module).release();
-  const char* variable = std::getenv("PATH");
-  if (variable == nullptr) return nullptr;
-  std::string_view path = variable;
-  const std::size_t size = path.size() + std::strlen(module) + 2;
-  HeapText candidate(static_cast<char*>(std::malloc(size)));
-  if (candidate == nullptr) return nullptr;
-  while (!path.empty()) {
-    // An entry of PATH has at least one character, so a colon at its start is part of it.
-    const std::string_view entry = path.substr(0, path.find(':', 1));
-    std::snprintf(candidate.get(), size, "%.*s/%s", static_cast<int>(entry.size()), entry.data(),
-                  module);
-    if (platform::_access(candidate.get(), exists) == 0) return candidate.release();
-    if (entry.size() == path.size()) break;
-    path.remove_prefix(entry.size() + 1);
-  }
-  return nullptr;
 }
 
 }  // namespace zelvan

@@ -1,12 +1,10 @@
 #include <zelvan/detail/heap_text.h>
-#include <zelvan/platform/sockets.h>
 #include <zelvan/wipc/detail/queue.h>
 #include <zelvan/wipc/detail/session.h>
 #include <zelvan/wipc/detail/words.h>
 #include <zelvan/wipc/messages.h>
 #include <zelvan/wipc/session.h>
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -14,17 +12,13 @@ namespace zelvan {
 namespace {
 
 /// Returns the length of a text to send; 4001 if it is longer than 4000, without reading further.
-std::size_t length_to_send(const char* text) {
-  const void* end = std::memchr(text, '\0', WIPC_MAX_MESSAGE + 1);
-  return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - text)
-                        : WIPC_MAX_MESSAGE + 1;
-}
+std::size_t length_to_send(const char* text) { return ::strnlen(text, WIPC_MAX_MESSAGE + 1); }
 
 /// Copies a text into the caller's buffer: pads a shorter text with zeros to the end, cuts a longer
 /// one without a terminator. Returns the length copied.
 int deliver(const char* text, char* buffer, int length) {
   std::strncpy(buffer, text, static_cast<std::size_t>(length));
-  return static_cast<int>(std::min(std::strlen(text), static_cast<std::size_t>(length)));
+  return static_cast<int>(::strnlen(text, static_cast<std::size_t>(length)));
 }
 
 }  // namespace
@@ -57,8 +51,8 @@ int wipc_write_status(void* session, char* text) {
         "Error: The status message cannot be written because it has exceeded the maximum length\n");
     return 0;
   }
-  const unsigned with_terminator = static_cast<unsigned>(length) + 1;
-  if (platform::_write_socket(record->status_sid, text, with_terminator) < 0) {
+  const std::string_view with_terminator(text, length + 1);
+  if (send_text(record->status_sid, with_terminator) < 0) {
     wipc_print("Error: Cannot send status message\n");
     return 0;
   }

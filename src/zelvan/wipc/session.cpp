@@ -8,7 +8,6 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <new>
 #include <utility>
 
@@ -22,20 +21,6 @@ char wipc_error_text[256] = "";
 wipc_session* wipc_bind_primary = nullptr;
 wipc_session* wipc_bind_secondary = nullptr;
 char wipc_local_host[256] = "";
-
-namespace {
-
-/// Binds a socket to a port that the system chooses, and stores the port. Returns whether it
-/// succeeded.
-bool bind_to_free_port(int socket, int* port) {
-  auto address = keeps_machines_out != 0 ? platform::loopback : platform::SocketAddress{};
-  if (platform::bind(socket, address) != 0) return false;
-  if (platform::getsockname(socket, &address) != 0) return false;
-  *port = platform::ntohs(address.port);
-  return true;
-}
-
-}  // namespace
 
 void wipc_print(const char* format, ...) {
   if (wipc_debug == 0) return;
@@ -66,7 +51,11 @@ wipc_session* wipc_create_bind(int* port) {
   BindSession session(wipc_new_session(socket.get(), bind_session));
   if (session == nullptr) return nullptr;
   socket.pass_on();
-  if (!bind_to_free_port(session->sid, port)) return nullptr;
+  // With port 0 the system chooses a free one.
+  auto address = keeps_machines_out != 0 ? platform::loopback : platform::SocketAddress{};
+  if (platform::bind(session->sid, address) != 0) return nullptr;
+  if (platform::getsockname(session->sid, &address) != 0) return nullptr;
+  *port = address.port;
   startup.keep();
   return session.release();
 }

@@ -51,13 +51,10 @@ short osh1_fix_path(char* path, char* fixed, int) {
   if (!check_path(path)) return 0;
   const bool lacks_drive = path[0] == '\\' && path[1] != '\\';
   const int current_drive = lacks_drive ? platform::_getdrive() : platform::no_drives;
-  if (current_drive != platform::no_drives) {
-    if (exists_on_any_drive(current_drive, path, fixed)) return 1;
-    std::strcpy(fixed, path);
-    return 0;
-  }
+  const bool needs_drive = current_drive != platform::no_drives;
+  if (needs_drive && exists_on_any_drive(current_drive, path, fixed)) return 1;
   std::strcpy(fixed, path);
-  return exists(fixed);
+  return !needs_drive && exists(fixed);
 }
 
 short osh1_open(char* path, int flags, short mode) {

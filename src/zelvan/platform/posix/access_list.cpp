@@ -21,23 +21,20 @@ constexpr char owning_group = 0x04;  // a tag
 /// supports none.
 bool is_missing() { return errno == ENODATA || errno == EOPNOTSUPP || errno == ENOSYS; }
 
-}  // namespace
-
-template <typename Call>
-bool AccessList::read_by(Call call) {
+/// Reads a list by one of the system's calls, from a descriptor or a path.
+template <typename Call, typename File>
+bool read_by(Call call, File file, std::string* bytes) {
   char buffer[largest_attribute];
-  const ssize_t size = call(buffer, sizeof buffer);
-  bytes_.assign(buffer, size > 0 ? static_cast<std::size_t>(size) : 0);
+  const ssize_t size = call(file, attribute, buffer, sizeof buffer);
+  bytes->assign(buffer, size > 0 ? static_cast<std::size_t>(size) : 0);
   return size >= 0 || is_missing();
 }
 
-bool AccessList::read(int fd) {
-  return read_by([=](char* to, std::size_t room) { return ::fgetxattr(fd, attribute, to, room); });
-}
+}  // namespace
 
-bool AccessList::read(const char* path) {
-  return read_by([=](char* to, std::size_t room) { return ::getxattr(path, attribute, to, room); });
-}
+bool AccessList::read(int fd) { return read_by(::fgetxattr, fd, &bytes_); }
+
+bool AccessList::read(const char* path) { return read_by(::getxattr, path, &bytes_); }
 
 bool AccessList::apply_to(int fd) const {
   if (bytes_.empty()) return ::fremovexattr(fd, attribute) == 0 || is_missing();

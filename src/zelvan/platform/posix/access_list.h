@@ -26,9 +26,6 @@ class AccessList {
   mode_t mode_without_list(mode_t mode) const;
 
  private:
-  template <typename Call>
-  bool read_by(Call call);
-
   std::string bytes_;
 };
 

@@ -10,7 +10,6 @@
 
 #include <cerrno>
 #include <new>
-#include <string>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -59,11 +58,6 @@ bool copy_content(int from, int to) {
   }
 }
 
-bool has_permissions(int fd, mode_t mode) {
-  struct stat status;
-  return ::fstat(fd, &status) == 0 && (status.st_mode & all_mode_bits) == mode;
-}
-
 /// Returns `mode` with the group's rights reduced to those of others.
 mode_t without_group(mode_t mode) {
   const mode_t rights_of_others = (mode & S_IRWXO) << 3;
@@ -92,7 +86,8 @@ bool set_owner_and_permissions(int fd, const struct stat& other, mode_t mode,
   // On some file systems the mount sets the permissions of all files, and they can't be changed.
   // That is no failure if they are the wanted ones.
   const int why = errno;
-  if (has_permissions(fd, allowed)) return true;
+  struct stat status;
+  if (::fstat(fd, &status) == 0 && (status.st_mode & all_mode_bits) == allowed) return true;
   return refuse(why);
 }
 

@@ -176,21 +176,17 @@ int SetFileAttributesA(const char* path, unsigned attributes) {
   return after == before || ::chmod(path, after) == 0;
 }
 
-int CreateFileA(const char* path) {
+int GetFileSize(const char* path) {
   struct stat status = {};  // if stat fails, counts as no FIFO
   ::stat(path, &status);
-  if (!S_ISFIFO(status.st_mode)) return open_file(path, O_RDONLY | O_NONBLOCK, 0);
+  const bool is_fifo = S_ISFIFO(status.st_mode);
+  if (is_fifo && ::faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) != 0) return -1;
   // Don't open a FIFO for reading: closing it again would lose what others write meanwhile.
-  return ::faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) == 0 ? open_file(path, O_PATH, 0) : -1;
-}
-
-unsigned GetFileSize(int handle) {
+  const Descriptor file(open_file(path, is_fifo ? O_PATH : O_RDONLY | O_NONBLOCK, 0));
   int size = -1;
-  _fstat64i32(handle, &size);
-  return static_cast<unsigned>(size);
+  if (file.is_open()) _fstat64i32(file.get(), &size);
+  return size;
 }
-
-int CloseHandle(int handle) { return _close(handle) == 0; }
 
 int DeleteFileA(const char* path) {
   struct stat status;

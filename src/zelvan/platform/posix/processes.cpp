@@ -122,14 +122,6 @@ void check_by_shell(char* const* arguments, int report, const sigset_t& callers_
   exit_with_errno(report);
 }
 
-/// Returns the errno that the child has written to the pipe; 0 if it wrote nothing: a program that
-/// starts closes the pipe.
-int read_report(int report) {
-  int error = 0;
-  retry_interrupted([&] { return ::read(report, &error, sizeof error); });
-  return error;
-}
-
 /// Starts the program by a double fork: it becomes the child of a child that ends at once, so that
 /// the system reaps it and it leaves no zombie. Returns 0, or the errno of what failed.
 int run(const Start& start) {
@@ -153,7 +145,8 @@ int run(const Start& start) {
   if (child > 0) {
     // A caller that waits for any child may get this one first; that is harmless.
     retry_interrupted([&] { return ::waitpid(child, nullptr, 0); });
-    error = read_report(report[0]);
+    // The error stays 0 if the child wrote nothing: a program that starts closes the pipe.
+    retry_interrupted([&] { return ::read(report[0], &error, sizeof error); });
   }
   ::close(report[0]);
   ::pthread_sigmask(SIG_SETMASK, &callers_mask, nullptr);

@@ -15,10 +15,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-// In optimised builds these names are also macros.
-#undef htons
-#undef ntohs
-
 namespace zelvan::platform {
 namespace {
 
@@ -33,17 +29,20 @@ int move_above_standard_streams(int socket) {
   return moved;
 }
 
-SocketAddress from_system(const sockaddr_in& address) {
-  SocketAddress result{};
-  std::memcpy(result.host, &address.sin_addr, sizeof result.host);
-  result.port = address.sin_port;
-  return result;
+/// Stores the address of one end, as `query` reports it.
+int store_address(decltype(::getsockname) query, int socket, SocketAddress* address) {
+  sockaddr_in end{};
+  socklen_t length = sizeof end;
+  if (query(socket, reinterpret_cast<sockaddr*>(&end), &length) != 0) return -1;
+  std::memcpy(address->host, &end.sin_addr, sizeof address->host);
+  address->port = ntohs(end.sin_port);
+  return 0;
 }
 
 sockaddr_in to_system(const SocketAddress& address) {
   sockaddr_in result{};
   result.sin_family = AF_INET;
-  result.sin_port = address.port;
+  result.sin_port = htons(address.port);
   std::memcpy(&result.sin_addr, address.host, sizeof address.host);
   return result;
 }
@@ -61,11 +60,11 @@ bool finish_connecting(int socket) {
 /// Returns true for a socket connected to itself. The system can choose the port of its own end so
 /// that it equals a port that nobody listens on.
 bool is_its_own_peer(int socket) {
-  sockaddr_in ends[2]{};
-  socklen_t lengths[2] = {sizeof ends[0], sizeof ends[1]};
-  ::getsockname(socket, reinterpret_cast<sockaddr*>(&ends[0]), &lengths[0]);
-  ::getpeername(socket, reinterpret_cast<sockaddr*>(&ends[1]), &lengths[1]);
-  return ends[0].sin_port == ends[1].sin_port && ends[0].sin_addr.s_addr == ends[1].sin_addr.s_addr;
+  SocketAddress own{};
+  SocketAddress peer{};
+  getsockname(socket, &own);
+  getpeername(socket, &peer);
+  return own == peer;
 }
 
 }  // namespace
@@ -87,19 +86,11 @@ int bind(int socket, const SocketAddress& address) {
 }
 
 int getsockname(int socket, SocketAddress* address) {
-  sockaddr_in own{};
-  socklen_t length = sizeof own;
-  if (::getsockname(socket, reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
-  *address = from_system(own);
-  return 0;
+  return store_address(::getsockname, socket, address);
 }
 
 int getpeername(int socket, SocketAddress* address) {
-  sockaddr_in peer{};
-  socklen_t length = sizeof peer;
-  if (::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &length) != 0) return -1;
-  *address = from_system(peer);
-  return 0;
+  return store_address(::getpeername, socket, address);
 }
 
 int listen(int socket, int backlog) { return ::listen(socket, backlog); }
@@ -137,10 +128,6 @@ int send(int socket, const char* bytes, int count) {
   return sent;
 }
 
-int _write_socket(int socket, const char* bytes, unsigned count) {
-  return send(socket, bytes, static_cast<int>(count));
-}
-
 int recv(int socket, char* bytes, int count) {
   return static_cast<int>(
       retry_interrupted([&] { return ::recv(socket, bytes, static_cast<std::size_t>(count), 0); }));
@@ -169,9 +156,5 @@ int gethostname(char* name, std::size_t size) {
   name[size - 1] = '\0';
   return 0;
 }
-
-std::uint16_t htons(std::uint16_t port) { return ::htons(port); }
-
-std::uint16_t ntohs(std::uint16_t port) { return ::ntohs(port); }
 
 }  // namespace zelvan::platform

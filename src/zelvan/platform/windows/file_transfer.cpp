@@ -63,8 +63,16 @@ std::wstring path_of(HANDLE file) {
 /// replace. If it has not replaced or become the target, the destructor deletes it.
 class Replacement {
  public:
+  /// Copies the source to a free name, since other threads and processes create such files as well.
+  /// The name of the backup must be free, too: a file of that name would be lost.
   Replacement(const wchar_t* source, const std::wstring& target) : target_(target) {
-    create(source);
+    const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
+    for (int i = 0; i < most_names_tried; ++i) {
+      own_name_ = folder + L".zelvan-" + std::to_wstring(::_getpid()) + L'-' + std::to_wstring(i);
+      if (is_there(backup())) continue;
+      has_own_name_ = ::CopyFileW(source, own_name_.c_str(), TRUE);
+      if (has_own_name_ || ::GetLastError() != ERROR_FILE_EXISTS) return;
+    }
   }
 
   ~Replacement() {
@@ -107,18 +115,6 @@ class Replacement {
   }
 
  private:
-  /// Copies the source to a free name, since other threads and processes create such files as well.
-  /// The name of the backup must be free, too: a file of that name would be lost.
-  void create(const wchar_t* source) {
-    const std::wstring folder = target_.substr(0, target_.rfind(L'\\') + 1);
-    for (int i = 0; i < most_names_tried; ++i) {
-      own_name_ = folder + L".zelvan-" + std::to_wstring(::_getpid()) + L'-' + std::to_wstring(i);
-      if (is_there(backup())) continue;
-      has_own_name_ = ::CopyFileW(source, own_name_.c_str(), TRUE);
-      if (has_own_name_ || ::GetLastError() != ERROR_FILE_EXISTS) return;
-    }
-  }
-
   /// Returns the name that the target gets before the copy replaces it. Without a backup the system
   /// deletes the target; if the second step then failed, both files would be lost.
   std::wstring backup() const { return own_name_ + L".old"; }
@@ -138,16 +134,6 @@ class Replacement {
   bool has_own_name_ = false;
 };
 
-bool copy_over(const wchar_t* from, const std::wstring& target) {
-  Replacement copy(from, target);
-  return copy.is_complete() && copy.replace_target();
-}
-
-bool copy_to_new_name(const wchar_t* from, const wchar_t* target) {
-  Replacement copy(from, target);
-  return copy.is_complete() && copy.become_target(MOVEFILE_REPLACE_EXISTING);
-}
-
 bool copy_file(const wchar_t* from, const wchar_t* to) {
   const Handle source(open_existing(from, GENERIC_READ));
   if (!source.is_open() || !check_on_disk(source.get())) return false;
@@ -161,13 +147,16 @@ bool copy_file(const wchar_t* from, const wchar_t* to) {
       if (::GetLastError() != ERROR_FILE_NOT_FOUND) return false;
       // A link that leads nowhere would be replaced by a file: refuse it.
       if (::GetFileAttributesW(to) != INVALID_FILE_ATTRIBUTES) return refuse(ERROR_FILE_NOT_FOUND);
-      return copy_to_new_name(from, to);
+      Replacement copy(from, to);
+      return copy.is_complete() && copy.become_target(MOVEFILE_REPLACE_EXISTING);
     }
     if (!check_on_disk(old.get())) return false;
     if (is_same_file(source.get(), old.get())) return refuse(ERROR_INVALID_PARAMETER);
     target = path_of(old.get());
   }
-  return !target.empty() && copy_over(from, target);
+  if (target.empty()) return false;
+  Replacement copy(from, target);
+  return copy.is_complete() && copy.replace_target();
 }
 
 bool move_to_other_drive(const wchar_t* from, const wchar_t* to) {

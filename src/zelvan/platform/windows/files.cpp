@@ -16,10 +16,6 @@ namespace {
 
 constexpr std::size_t longest_mode = 62;  // of a stream
 
-/// Returns a handle as an `int`: only the lower 32 of its 64 bits are used.
-int number_of(HANDLE handle) { return static_cast<int>(reinterpret_cast<INT_PTR>(handle)); }
-HANDLE handle_of(int number) { return reinterpret_cast<HANDLE>(static_cast<INT_PTR>(number)); }
-
 unsigned attributes_of(const SystemPath& path) {
   const DWORD attributes = ::GetFileAttributesW(path.get());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
@@ -117,17 +113,13 @@ int SetFileAttributesA(const char* path, unsigned attributes) {
   return with_errno(::SetFileAttributesW(SystemPath(path).get(), attributes));
 }
 
-int CreateFileA(const char* path) {
-  const HANDLE handle =
-      ::CreateFileW(SystemPath(path).get(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) with_errno(false);
-  return number_of(handle);
+int GetFileSize(const char* path) {
+  const Handle file(::CreateFileW(SystemPath(path).get(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!with_errno(file.is_open())) return -1;
+  return static_cast<int>(::GetFileSize(file.get(), nullptr));
 }
-
-unsigned GetFileSize(int handle) { return ::GetFileSize(handle_of(handle), nullptr); }
-
-int CloseHandle(int handle) { return with_errno(::CloseHandle(handle_of(handle))); }
 
 int DeleteFileA(const char* path) { return with_errno(::DeleteFileW(SystemPath(path).get())); }
 

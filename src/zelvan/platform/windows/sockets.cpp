@@ -30,17 +30,20 @@ int configure_new(SOCKET made) {
   return socket;
 }
 
-SocketAddress from_system(const sockaddr_in& address) {
-  SocketAddress result{};
-  std::memcpy(result.host, &address.sin_addr, sizeof result.host);
-  result.port = address.sin_port;
-  return result;
+/// Stores the address of one end, as `query` reports it.
+int store_address(decltype(::getsockname) query, int socket, SocketAddress* address) {
+  sockaddr_in end{};
+  int length = sizeof end;
+  if (query(handle_of(socket), reinterpret_cast<sockaddr*>(&end), &length) != 0) return -1;
+  std::memcpy(address->host, &end.sin_addr, sizeof address->host);
+  address->port = ::ntohs(end.sin_port);
+  return 0;
 }
 
 sockaddr_in to_system(const SocketAddress& address) {
   sockaddr_in result{};
   result.sin_family = AF_INET;
-  result.sin_port = address.port;
+  result.sin_port = ::htons(address.port);
   std::memcpy(&result.sin_addr, address.host, sizeof address.host);
   return result;
 }
@@ -48,11 +51,11 @@ sockaddr_in to_system(const SocketAddress& address) {
 /// Returns true for a socket connected to itself. The system can choose the port of its own end so
 /// that it equals a port that nobody listens on.
 bool is_its_own_peer(int socket) {
-  sockaddr_in ends[2]{};
-  int lengths[2] = {sizeof ends[0], sizeof ends[1]};
-  ::getsockname(handle_of(socket), reinterpret_cast<sockaddr*>(&ends[0]), &lengths[0]);
-  ::getpeername(handle_of(socket), reinterpret_cast<sockaddr*>(&ends[1]), &lengths[1]);
-  return ends[0].sin_port == ends[1].sin_port && ends[0].sin_addr.s_addr == ends[1].sin_addr.s_addr;
+  SocketAddress own{};
+  SocketAddress peer{};
+  getsockname(socket, &own);
+  getpeername(socket, &peer);
+  return own == peer;
 }
 
 }  // namespace
@@ -77,19 +80,11 @@ int bind(int socket, const SocketAddress& address) {
 }
 
 int getsockname(int socket, SocketAddress* address) {
-  sockaddr_in own{};
-  int length = sizeof own;
-  if (::getsockname(handle_of(socket), reinterpret_cast<sockaddr*>(&own), &length) != 0) return -1;
-  *address = from_system(own);
-  return 0;
+  return store_address(::getsockname, socket, address);
 }
 
 int getpeername(int socket, SocketAddress* address) {
-  sockaddr_in peer{};
-  int length = sizeof peer;
-  if (::getpeername(handle_of(socket), reinterpret_cast<sockaddr*>(&peer), &length) != 0) return -1;
-  *address = from_system(peer);
-  return 0;
+  return store_address(::getpeername, socket, address);
 }
 
 int listen(int socket, int backlog) { return ::listen(handle_of(socket), backlog); }
@@ -122,10 +117,6 @@ int send(int socket, const char* bytes, int count) {
   return sent;
 }
 
-int _write_socket(int socket, const char* bytes, unsigned count) {
-  return send(socket, bytes, static_cast<int>(count));
-}
-
 int recv(int socket, char* bytes, int count) { return ::recv(handle_of(socket), bytes, count, 0); }
 
 void closesocket(int socket) {
@@ -149,9 +140,5 @@ int gethostname(char* name, std::size_t size) {
   name[length] = '\0';
   return 0;
 }
-
-std::uint16_t htons(std::uint16_t port) { return ::htons(port); }
-
-std::uint16_t ntohs(std::uint16_t port) { return ::ntohs(port); }
 
 }  // namespace zelvan::platform

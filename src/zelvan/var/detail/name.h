@@ -22,8 +22,6 @@ class SoughtName {
 
  private:
   static constexpr int significant_characters = 1600;
-  static constexpr int block = 8;  // in characters; the compiler unrolls the loop over a block
-  static_assert(significant_characters % block == 0);
   using Bytes = std::array<unsigned char, 256>;
 
   /// Returns a table that maps letters to lower case, all bytes that end a name (0 to 31) to `end`,
@@ -47,13 +45,10 @@ class SoughtName {
   }
 
   bool is_all_of(const char* other) const {
-    for (int n = 0; n < significant_characters; n += block) {
-      for (int i = n; i < n + block; ++i) {
-        if (byte_of_other(other[i]) == byte_of_sought(name_[i])) continue;
-        return byte_of_other(other[i]) == 0 && byte_of_other(name_[i]) == 0;
-      }
-    }
-    return true;
+    int n = 0;
+    while (n < significant_characters && byte_of_other(other[n]) == byte_of_sought(name_[n])) ++n;
+    return n == significant_characters ||
+           (byte_of_other(other[n]) == 0 && byte_of_other(name_[n]) == 0);
   }
 
   const char* name_;

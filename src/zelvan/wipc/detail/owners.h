@@ -16,18 +16,14 @@ class OwnedSocket {
   explicit OwnedSocket(int socket = -1) : socket_(socket) {}
   OwnedSocket(const OwnedSocket&) = delete;
   OwnedSocket& operator=(const OwnedSocket&) = delete;
-  ~OwnedSocket() { close(); }
+  ~OwnedSocket() {
+    if (is_open()) platform::closesocket(socket_);
+  }
 
   bool is_open() const { return socket_ > 0; }
   int get() const { return socket_; }
   int pass_on() { return std::exchange(socket_, -1); }
-  void close() {
-    if (is_open()) platform::closesocket(pass_on());
-  }
-  void open() {
-    close();
-    socket_ = platform::socket();
-  }
+  void open() { socket_ = platform::socket(); }  // requires that it owns none
 
  private:
   int socket_;

@@ -10,36 +10,16 @@
 namespace zelvan {
 namespace {
 
-/// The bytes of one `recv`, always followed by a NUL, so that their end also ends a string.
-struct Chunk {
-  char bytes[WIPC_MAX_MESSAGE + 1];
-  int length;
-
-  void receive(int socket) {
-    std::memset(bytes, 0, sizeof bytes);
-    length = platform::recv(socket, bytes, WIPC_MAX_MESSAGE);
-  }
-};
-
-/// The buffer in which one message is assembled, with its terminator. Becomes empty if a text
-/// doesn't fit.
-struct Assembly {
-  char text[WIPC_MAX_MESSAGE + 2];
-
-  void copy(const char* string) {
+/// Appends a string to the text. If it doesn't fit, the text becomes empty.
+void join(char (&text)[WIPC_MAX_MESSAGE + 2], const char* string) {
+  const std::size_t before = std::strlen(text);
+  const std::size_t added = std::strlen(string);
+  if (before + added < sizeof text) {
+    std::memcpy(text + before, string, added + 1);
+  } else {
     text[0] = '\0';
-    join(string);
   }
-  void join(const char* string) {
-    const std::size_t before = std::strlen(text);
-    const std::size_t added = std::strlen(string);
-    if (before + added < sizeof text) {
-      std::memcpy(text + before, string, added + 1);
-    } else {
-      text[0] = '\0';
-    }
-  }
-};
+}
 
 void enqueue(const char* text, wipc_message** head, wipc_message** tail) {
   HeapText copy = heap_copy(text);
@@ -68,28 +48,30 @@ int wipc_fill_queues(wipc_session* session, int socket) {
   const bool is_status = socket == session->status_sid;
   wipc_message** head = is_status ? &session->status_head : &session->data_head;
   wipc_message** tail = is_status ? &session->status_tail : &session->data_tail;
-  Chunk chunk;
-  Assembly assembly;
-  chunk.receive(socket);
-  if (chunk.length < 1) return 0;
+  char chunk[WIPC_MAX_MESSAGE + 1];  // the last NUL stays, so that the end also ends a string
+  const auto receive = [&] {
+    std::memset(chunk, 0, sizeof chunk);
+    return platform::recv(socket, chunk, WIPC_MAX_MESSAGE);
+  };
+  int length = receive();
+  if (length < 1) return 0;
   int offset = 0;  // start of the next string in the chunk
-  bool is_done = false;
-  while (!is_done) {
-    assembly.copy(chunk.bytes + offset);
-    offset += static_cast<int>(std::strlen(chunk.bytes + offset)) + 1;
-    is_done = offset >= chunk.length;
+  while (offset < length) {
+    char message[WIPC_MAX_MESSAGE + 2];
+    message[0] = '\0';
+    join(message, chunk + offset);
+    offset += static_cast<int>(std::strlen(chunk + offset)) + 1;
     // After 4000 bytes at once, or 3999 that don't end in a NUL, the last string may be cut off: it
     // can't be told from one that just ends there. So receive the next chunk, whose first string
     // continues this one.
     if (offset >= WIPC_MAX_MESSAGE) {
-      chunk.receive(socket);
-      if (chunk.length > 0) {
-        assembly.join(chunk.bytes);
-        offset = static_cast<int>(std::strlen(chunk.bytes)) + 1;
+      length = receive();
+      if (length > 0) {
+        join(message, chunk);
+        offset = static_cast<int>(std::strlen(chunk)) + 1;
       }
-      is_done = offset >= chunk.length;
     }
-    enqueue(assembly.text, head, tail);
+    enqueue(message, head, tail);
   }
   return 1;
 }
