@@ -21,12 +21,10 @@ package() {
   ln "$work/$name.tar.gz" "$work/zelvan_$version.orig.tar.gz"
   # Without a compiler cache, since cached objects can have the paths of another build in their
   # debugging symbols.
-  (cd "$work" && tar xf "$name.tar.gz" && cd "$name" &&
-    env -u CMAKE_CXX_COMPILER_LAUNCHER -u CMAKE_C_COMPILER_LAUNCHER dpkg-buildpackage -us -uc) \
-    >"$work/build.log" 2>&1 || {
-    tail -n 40 "$work/build.log" >&2
+  tar xf "$work/$name.tar.gz" -C "$work"
+  (cd "$work/$name" && quietly "$work/build.log" env -u CMAKE_CXX_COMPILER_LAUNCHER \
+    -u CMAKE_C_COMPILER_LAUNCHER dpkg-buildpackage -us -uc) ||
     fail "dpkg-buildpackage failed; its full output is in $work/build.log"
-  }
 
   step "lintian"
   # Suppressed are two tags for uploads to Debian: that the changelog names no bug that asks for the
