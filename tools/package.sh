@@ -6,7 +6,7 @@ package() {
   . tools/clean_root.sh
   need_clean_root git build-essential debhelper lintian
   need_to_build
-  local version name work=$PWD/build/package made
+  local version name work=$PWD/build/package
   version=$(sed -n 's/^project(zelvan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
   name=zelvan-$version
   [[ $(dpkg-parsechangelog -S Version) == "$version"-* ]] ||
@@ -35,10 +35,8 @@ package() {
 
   cp "$work/$name.tar.gz" "$work"/*.deb "$work/try"
   ! try_in_clean_root "$work/try" || touch "$work/tried"
-  made=("$work/$name.tar.gz" "$work"/*.deb)
-  cp "${made[@]}" out/
-  printf '\nCreated, with sizes in bytes:\n'
-  stat -c '%8s  %n' "${made[@]/#$work/out}"
+  printf '\nCreated:\n'
+  cp -v "$work/$name.tar.gz" "$work"/*.deb out/
 }
 
 # try_in_clean_root FOLDER: builds the source archive in FOLDER in a clean root, requires that the
