@@ -9,10 +9,7 @@ playground() {
   rm -rf "$page"
   mkdir -p out
   cp -r build/playground/page "$page"
-  if [[ ! -e out/docs/index.html ]]; then
-    . tools/docs.sh
-    docs
-  fi
+  [[ -e out/docs/index.html ]] || docs
   cp -r out/docs "$page/guide"
   archive_sources "$page/zelvan-source.tar.gz"
   if [[ ${1:-} == --check ]]; then
