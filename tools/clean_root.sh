@@ -16,12 +16,11 @@ in_clean_root() {
     'Identifier: Packages' 'Origin: Debian' | sort -u >"$work/sources.list"
   room=$(df --output=avail /dev/shm 2>/dev/null | tail -n 1) || room=0
   ((room < 2000000)) || local -x TMPDIR=/dev/shm
-  mmdebstrap --variant=apt --format=null --dpkgopt=force-unsafe-io \
+  quietly "$work/root.log" mmdebstrap --variant=apt --format=null --dpkgopt=force-unsafe-io \
     --customize-hook="copy-in '$folder' /" \
     --customize-hook='chroot "$1" sh -c "echo the root stands; exec env -u CMAKE_CXX_COMPILER_LAUNCHER -u CMAKE_C_COMPILER_LAUNCHER sh -e /try/run"' \
     --customize-hook="copy-out /try/said '$work'" \
-    "$release" /dev/null "$work/sources.list" >"$work/root.log" 2>&1 && return
-  cat "$work/root.log" >&2
+    "$release" /dev/null "$work/sources.list" && return
   ! grep -q '^the root stands' "$work/root.log" || fail "the script failed in a clean root: see above"
   printf '\nNOT CHECKED in a clean root: none can be created on this machine; see the message of mmdebstrap above.\n'
   return 1

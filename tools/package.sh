@@ -6,11 +6,9 @@ package() {
   . tools/clean_root.sh
   need_clean_root git build-essential debhelper lintian
   need_to_build
-  local version name work=$PWD/build/package made
+  local version name work=$PWD/build/package
   version=$(sed -n 's/^project(zelvan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
   name=zelvan-$version
-  [[ $(dpkg-parsechangelog -S Version) == "$version"-* ]] ||
-    fail "the version in debian/changelog is not $version"
   git diff --quiet HEAD || printf '\nWarning: uncommitted changes are not in the packages.\n'
   rm -rf "$work"
   mkdir -p "$work/try" out
@@ -21,12 +19,10 @@ package() {
   ln "$work/$name.tar.gz" "$work/zelvan_$version.orig.tar.gz"
   # Without a compiler cache, since cached objects can have the paths of another build in their
   # debugging symbols.
-  (cd "$work" && tar xf "$name.tar.gz" && cd "$name" &&
-    env -u CMAKE_CXX_COMPILER_LAUNCHER -u CMAKE_C_COMPILER_LAUNCHER dpkg-buildpackage -us -uc) \
-    >"$work/build.log" 2>&1 || {
-    tail -n 40 "$work/build.log" >&2
+  tar xf "$work/$name.tar.gz" -C "$work"
+  (cd "$work/$name" && quietly "$work/build.log" env -u CMAKE_CXX_COMPILER_LAUNCHER \
+    -u CMAKE_C_COMPILER_LAUNCHER dpkg-buildpackage -us -uc) ||
     fail "dpkg-buildpackage failed; its full output is in $work/build.log"
-  }
 
   step "lintian"
   # Suppressed are two tags for uploads to Debian: that the changelog names no bug that asks for the
@@ -37,10 +33,8 @@ package() {
 
   cp "$work/$name.tar.gz" "$work"/*.deb "$work/try"
   ! try_in_clean_root "$work/try" || touch "$work/tried"
-  made=("$work/$name.tar.gz" "$work"/*.deb)
-  cp "${made[@]}" out/
-  printf '\nCreated, with sizes in bytes:\n'
-  stat -c '%8s  %n' "${made[@]/#$work/out}"
+  printf '\nCreated:\n'
+  cp -v "$work/$name.tar.gz" "$work"/*.deb out/
 }
 
 # try_in_clean_root FOLDER: builds the source archive in FOLDER in a clean root, requires that the

@@ -10,7 +10,6 @@ The clone is in build/faults and has the last commit. A fault takes a second or 
 import argparse
 import os
 import pathlib
-import platform
 import random
 import re
 import subprocess
@@ -92,8 +91,7 @@ def programs_of(rules, families, clone, with_digests):
 def sources_of(folder, rules):
     """Private headers, and what is compiled for this processor and system."""
     for path in sorted([*folder.rglob("*.cpp"), *folder.glob("detail/*.h")]):
-        is_elsewhere = "_neon" in path.name and platform.machine() != "aarch64"
-        if (path.suffix == ".h" or str(path) in rules) and not is_elsewhere:
+        if path.suffix == ".h" or str(path) in rules:
             yield path
 
 

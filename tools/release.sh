@@ -23,7 +23,7 @@ release() {
   gpg --batch --local-user "$key" --armor --detach-sign "$folder/SHA256SUMS" ||
     fail "gpg could not sign with '$key'"
   printf '\nCreated in out/release:\n'
-  (cd "$folder" && stat -c '%9s  %n' -- *)
+  ls "$folder"
 }
 
 # verify FOLDER KEYFILE: verifies a release as a user does who has the maintainer's public key in
@@ -31,16 +31,13 @@ release() {
 verify() {
   . tools/package.sh
   . tools/clean_root.sh
-  need_clean_root gnupg
+  need_clean_root sqv
   local folder key_file=$2 work=$PWD/build/verify
   folder=$(cd "$1" && pwd) || fail "there is no folder $1"
   rm -rf "$work"
   mkdir -p "$work/try"
-  mkdir -m 700 "$work/keys"
   step "the signature"
-  local gpg=(gpg --homedir "$work/keys" --no-autostart --batch --quiet --trust-model always)
-  "${gpg[@]}" --import "$key_file" &&
-    "${gpg[@]}" --verify "$folder/SHA256SUMS.asc" "$folder/SHA256SUMS" ||
+  sqv --keyring "$key_file" "$folder/SHA256SUMS.asc" "$folder/SHA256SUMS" ||
     fail "$1/SHA256SUMS is not signed by the key in $key_file"
   step "the checksums"
   (cd "$folder" && sha256sum --check --strict SHA256SUMS &&

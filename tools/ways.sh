@@ -6,7 +6,7 @@
 # and an optimised library, and the demo with its pictures.
 ways() {
   . tools/clean_root.sh
-  need_clean_root git python3
+  need_clean_root git libxml2-utils pngcheck python3
   local work=$PWD/build/ways way demo by_hand install compile find add link type
   demo=$(from_readme '^    (\./dev demo) ')
   by_hand=$(from_readme '^  (cmake -B build .*)$')
@@ -88,7 +88,28 @@ END
       fail "the README's program prints something else if built by '$way'"
     echo "$way: the program's output is right, and the library is optimised"
   done
-  python3 tools/pictures.py "$work/said/demo" || fail "the README's $demo does not draw what it should"
+  check_demo "$work/said/demo"
+}
+
+# check_demo FOLDER: checks what ./dev demo has drawn into FOLDER. The pages of the gallery must be
+# as large as the pictures of the guide with their names.
+check_demo() {
+  local folder=$1 maps=({closeup,dashed,foreign,named,pens,world}.png) pages countries
+  pages=("$folder"/gallery/*.png)
+  ((${#pages[@]} >= 10)) || fail "the gallery has ${#pages[@]} pages; at least 10 are meant"
+  diff <(printf '%s 1600x800\n' "${maps[@]}" && whole_pictures "${pages[@]/*\//docs/images/}") \
+    <(whole_pictures "${maps[@]/#/$folder/}" "${pages[@]}") ||
+    fail "pictures of the demo are missing, damaged, empty, or of another size (< as meant, > as drawn)"
+  countries=$(xmllint --xpath 'count(//*[local-name() = "path"])' "$folder/world.svg") ||
+    fail "world.svg is damaged"
+  ((countries >= 177)) || fail "world.svg shows only $countries countries"
+  echo "demo: $((${#maps[@]} + ${#pages[@]})) pictures of the right size, and world.svg"
+}
+
+# whole_pictures FILE...: prints names and sizes of those pictures that are neither damaged nor
+# empty. A map without a country has less than 6000 bytes.
+whole_pictures() {
+  find "$@" -size +9999c -exec pngcheck '{}' + | sed -nE 's|^OK: .*/(\S+) \((\w+),.*|\1 \2|p'
 }
 
 # from_readme PATTERN: prints the text that the group of PATTERN matches in the README. Exactly one

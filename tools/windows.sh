@@ -17,7 +17,7 @@ start_wine() {
 }
 
 windows() {
-  need_to_build g++-mingw-w64-x86-64-posix wine64 googletest binutils python3
+  need_to_build g++-mingw-w64-x86-64-posix wine64 googletest binutils doxygen python3
   start_wine
   step "building for Windows"
   build windows

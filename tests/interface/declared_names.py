@@ -2,150 +2,103 @@
 
     declared_names.py SOURCE
 
-These leave the library: a function without a body, unless it is private and carries no mark of its
-own; an inline function with its mark; a marked variable; the tables of a class with virtual
-operations. Each stands in exports.txt, under its header.
+Doxygen reads the headers. These leave the library: a function without a body, unless it is private;
+an inline function with its mark; a marked variable; the tables of a class with virtual operations.
+Each stands in exports.txt, under its header.
 """
 
 import collections
 import pathlib
 import re
+import subprocess
 import sys
+import tempfile
+import xml.etree.ElementTree as ElementTree
 
-NO_CODE = {"zelvan.h", "zelvan_c.h", "export.h"}  # these declare nothing of their own in C++
-BUILT_IN = {"void", "bool", "char", "short", "int", "long", "float", "double", "unsigned", "signed"}
-KNOWN_AS = {
-    "unsigned": "unsigned int",
-    "std::string": "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >",
-    "zelvan::wide_string": "std::__cxx11::basic_string<unsigned short, std::char_traits<unsigned "
-                           "short>, std::allocator<unsigned short> >",
-}
+import exported_names
 
-
-def without_comments(text):
-    text = re.sub(r"//[^\n]*|/\*.*?\*/", "", text, flags=re.S)
-    return re.sub(r"^\s*#(?:[^\n]*\\\n)*[^\n]*", "", text, flags=re.M)
-
-
-def close_of(text, start):
-    """The place of the bracket that closes the one at `start`."""
-    depth = 0
-    for i in range(start, len(text)):
-        depth += (text[i] in "({[") - (text[i] in ")}]")
-        if depth == 0:
-            return i
-    raise ValueError(f"nothing closes: {text[start:start + 60]}")
+SETTINGS = """
+INPUT = {headers}
+OUTPUT_DIRECTORY = {folder}
+EXTRACT_ALL = YES
+EXTRACT_PRIVATE = YES
+MACRO_EXPANSION = YES
+EXPAND_ONLY_PREDEF = YES
+PREDEFINED = ZELVAN_API:= __cplusplus:=202002L __GLIBCXX__:=1
+GENERATE_XML = YES
+GENERATE_HTML = NO
+GENERATE_LATEX = NO
+"""
+KNOWN_AS = {"unsigned": "unsigned int", "std::string": "string of char",
+            "zelvan::wide_string": "string of unsigned short"}
 
 
-def statements(text):
-    """Each declaration: what stands before its body or semicolon, and the body or None."""
-    start = i = 0
-    while i < len(text):
-        if text[i] in "(":
-            i = close_of(text, i)
-        elif text[i] == "{":
-            end = close_of(text, i)
-            yield text[start:i].strip(), text[i + 1:end]
-            i, start = end, end + 1
-        elif text[i] == ";":
-            yield text[start:i].strip(), None
-            start = i + 1
-        i += 1
+def compounds_of(source):
+    """Yields what Doxygen knows of each public header, class and namespace."""
+    headers = [str(path.relative_to(source))
+               for path in sorted([*source.glob("*.h"), *source.glob("*/*.h")])
+               if path.parent.name not in ("platform", "detail") and path.name != "zelvan_c.h"]
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run(["doxygen", "-"], cwd=source, check=True, capture_output=True, text=True,
+                       input=SETTINGS.format(headers=" ".join(headers), folder=folder))
+        for path in sorted(pathlib.Path(folder, "xml").glob("*.xml")):
+            yield from ElementTree.parse(path).getroot().iter("compounddef")
 
 
-def split_at_commas(text):
-    parts, depth = [""], 0
-    for c in text:
-        depth += (c in "(<[") - (c in ")>]")
-        if c == "," and depth == 0:
-            parts.append("")
-        else:
-            parts[-1] += c
-    return [part.strip() for part in parts if part.strip()]
+def text_of(node):
+    return "" if node is None else "".join(node.itertext())
 
 
-def type_of(parameter):
-    """As c++filt prints it: "const Mtx2D& other" is "Mtx2D const&"."""
-    text = re.sub(r"\s*=.*", "", " ".join(parameter.split())).replace("struct ", "")
-    array = re.search(r"\s*\w*\[\w*\]$", text)
-    text = text[:array.start()] + "*" if array else text
-    named = re.match(r"(.*[\w:]\s*[*&\s]+)(\w+)$", text)
-    if named and named[2] not in BUILT_IN and named[1].split() != ["const"]:
-        text = named[1].strip()
-    name, pointers = re.match(r"(.*?)\s*([*&\s]*)$", text).groups()
-    is_const = name.startswith("const ")
-    name = name.removeprefix("const ")
+def type_of(parameter, own):
+    """As c++filt prints it: "const Mtx2D &" is "Mtx2D const&". `own` are types in a namespace."""
+    text = text_of(parameter.find("type")) + "*" * (parameter.find("array") is not None)
+    is_const, name, pointers = re.fullmatch(r"(const )?(?:struct )?(.*?)([ *&]*)", text).groups()
+    name = own.get(name, name)
     return KNOWN_AS.get(name, name) + (" const" if is_const else "") + pointers.replace(" ", "")
 
 
-def names_of(text, scope=""):
-    """What the declarations of `text`, in class `scope`, put into the library."""
-    is_private = False
-    for head, body in statements(text):
-        access = re.match(r"(public|protected|private)\s*:\s*", head)
-        if access:
-            is_private = access[1] == "private"
-            head = head[access.end():]
-        kind = re.match(r"(?:typedef\s+)?(?:class|struct)\s+(?:ZELVAN_API\s+)?(\w+)(?:\s+final)?"
-                        r"(?:\s*:[^{]*)?$", head)
-        space = re.match(r"namespace (\w+)$", head)
-        if body is not None and space:
-            own = "|".join(re.findall(r"\b(?:struct|class) (\w+)", body)) or "(?!)"
-            own = re.compile(rf"(?<![\w:])({own})\b")
-            yield from (f"{space[1]}::" + own.sub(rf"{space[1]}::\1", name)
-                        for name in names_of(body, scope))
-        elif body is not None and kind:
-            yield from names_of(body, f"{kind[1]}::")
-            if re.search(r"\bvirtual\b|\boverride\b", body):
-                yield from (f"{table} for {kind[1]}" for table in ("typeinfo", "typeinfo name",
-                                                                   "vtable"))
-        elif head.startswith("ZELVAN_C_API") and "(" not in head:
-            yield head.split()[-1]
-        elif not is_private or "ZELVAN_" in head:
-            yield from function_of(head, body, scope)
-
-
-def function_of(head, body, scope):
-    function = re.match(r"([^(]*?)(~?\b\w+|operator\s*\S+?)\s*\((?!\s*\*)", head)
-    is_inline = body is not None or re.search(r"=\s*(?:default|delete|0)$", head)
-    if not function or re.match(r"typedef|using|static_assert|enum|friend", head):
-        return
-    if is_inline and "ZELVAN_INLINE_API" not in head:
-        return
-    end = close_of(head, function.end() - 1)
-    is_flat = "ZELVAN_C_API" in head
-    arguments = [type_of(part) for part in split_at_commas(head[function.end():end])]
-    arguments = [] if arguments == ["void"] else arguments
-    is_const = re.match(r"\s*const\b", head[end + 1:])
-    yield function[2] if is_flat else \
-        f"{scope}{function[2]}({', '.join(arguments)}){' const' if is_const else ''}"
+def names_of(compound, own):
+    """Yields the header and the exported name of each declaration."""
+    scope = text_of(compound.find("compoundname")) + "::"
+    scope = "" if compound.get("kind") == "file" else scope
+    if compound.find(".//memberdef[@virt='virtual']") is not None:
+        for table in ("typeinfo", "typeinfo name", "vtable"):
+            yield compound.find("location").get("file"), f"{table} for {scope[:-2]}"
+    for node in compound.iter("memberdef"):
+        header = node.find("location").get("file")
+        name, mark, rest = (text_of(node.find(part)) for part in ("name", "type", "argsstring"))
+        is_bodiless = node.get("inline") == "no" and not re.search(r"= ?(default|delete|0)$", rest)
+        if "ZELVAN_C_API" in mark:
+            yield header, name
+        elif node.get("kind") == "function" and (
+                "ZELVAN_INLINE_API" in mark or is_bodiless and node.get("prot") != "private"):
+            arguments = ", ".join(type_of(parameter, own) for parameter in node.findall("param"))
+            arguments = "" if arguments == "void" else arguments
+            yield header, f"{scope}{name}({arguments}){' const' * (node.get('const') == 'yes')}"
 
 
 def main(source):
     source = pathlib.Path(source)
-    listed = collections.defaultdict(collections.Counter)
+    compounds = list(compounds_of(source))
+    types = [text_of(node) for compound in compounds if compound.get("kind") == "namespace"
+             for node in (*compound.findall("innerclass"),
+                          *compound.findall("sectiondef/memberdef[@kind='enum']/qualifiedname"))]
+    own = {name.rpartition("::")[2]: name for name in types}
+    declared = collections.Counter(name for compound in compounds
+                                   for name in names_of(compound, own))
+    listed = collections.Counter()
     header = "no header"
     for line in (source / "exports.txt").read_text(encoding="utf-8").splitlines():
         section = re.fullmatch(r"# (\w+/\w+\.h)", line)
         header = section[1] if section else header
         if line and not line.startswith("#"):
-            listed[header][line] += 1
-    declared = {}
-    for path in sorted([*source.glob("*.h"), *source.glob("*/*.h")]):
-        if path.parent.name != "platform" and path.parent.name != "detail" \
-                and path.name not in NO_CODE:
-            text = without_comments(path.read_text(encoding="utf-8"))
-            declared[path.relative_to(source).as_posix()] = collections.Counter(names_of(text))
-    faults = []
-    for header in sorted(declared.keys() | listed.keys()):
-        here = declared.get(header, collections.Counter())
-        faults += [f"{header} declares it, exports.txt does not list it there: {name}"
-                   for name in sorted((here - listed[header]).elements())]
-        faults += [f"exports.txt lists it, {header} does not declare it: {name}"
-                   for name in sorted((listed[header] - here).elements())]
-    count = sum(sum(names.values()) for names in declared.values())
-    print("\n".join(faults) or f"{count} names declared, as listed")
-    return 1 if faults or not count else 0
+            listed[header, exported_names.in_every_library(line)] += 1
+    faults = [f"{header} declares it, exports.txt does not list it there: {name}"
+              for header, name in sorted((declared - listed).elements())]
+    faults += [f"exports.txt lists it, {header} does not declare it: {name}"
+               for header, name in sorted((listed - declared).elements())]
+    print("\n".join(faults) or f"{declared.total()} names declared, as listed")
+    return 1 if faults or not declared else 0
 
 
 if __name__ == "__main__":

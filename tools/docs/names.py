@@ -50,14 +50,6 @@ def parameters(node):
             if list(parameter.findall(addnodes.desc_sig_name))}
 
 
-def is_within(node, *types):
-    while node.parent is not None:
-        node = node.parent
-        if isinstance(node, types):
-            return True
-    return False
-
-
 class Captions(SphinxTransform):
     default_priority = 10
 
@@ -74,14 +66,16 @@ class LinkCode(SphinxPostTransform):
 
     def run(self):
         page, places = self.env.docname, names_of(self.app)
+        taken = {literal for kind in (nodes.reference, nodes.title)
+                 for node in self.document.findall(kind) for literal in node.findall(nodes.literal)}
         for literal in list(self.document.findall(nodes.literal)):
             text = literal.astext()
             name = CALL.fullmatch(text)
             place = name and (places.get(name[1]) or places.get((page, name[1])))
             if page == self.config.root_doc and f"families/{text}" in self.env.found_docs:
                 place = f"families/{text}", ""
-            if (not place or is_within(literal, nodes.reference, nodes.title)
-                    or literal.next_node(nodes.reference) or text in parameters(literal)):
+            if (not place or literal in taken or literal.next_node(nodes.reference)
+                    or text in parameters(literal)):
                 continue
             literal.replace_self(
                 make_refnode(self.app.builder, page, *place, literal.deepcopy()))
