@@ -79,18 +79,10 @@ static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, r
 
 // Where the largest coordinate of a view is from 2^52 to 2^53, its unit in the last place is 1.
 TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
-  const struct {
-    const char* where;
-    real_pt_t low;
-    double size;
-    int doublings;  // an edge's ends are less than 2^doublings * size from a point in the view
-    int most_units;
-  } rows[] = {
-      {"far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3},
-      {"about the origin", {-0x1p52, -0x1p52}, 0x1p53, 6, 64},
-  };
   support::Random random(1);
-  for (const auto& [where, low, size, doublings, most_units] : rows) {
+  // An edge's ends are less than 2^doublings * size from a point in the view.
+  const auto expect = [&](const char* where, real_pt_t low, double size, int doublings,
+                          int most_units) {
     const real_pt_t high = {low.x + size, low.y + size};
     int n_crossings = 0;
     for (int i = 0; i < 4000; ++i) {
@@ -123,6 +115,8 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
       }
     }
     EXPECT_GT(n_crossings, 4000) << where;
-  }
+  };
+  expect("far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3);
+  expect("about the origin", {-0x1p52, -0x1p52}, 0x1p53, 6, 64);
 }
 #endif
