@@ -18,31 +18,26 @@ static std::string check(const drw_pset_t* set, const real_rect_t* rect, int siz
 }
 
 TEST(CheckPolygonSet, NamesTheFirstFault) {
-  const struct {
-    support::Vertices<real_pt_t> set;
-    real_rect_t rect;
-    std::string reason;
-  } rows[] = {
-      {{{{0, 0}, 0}, {{1, 0}, 1}, {{1, 1}, 2}, {{5, 5}, 3}}, turned, "fine"},
-      {{{{0, 0}, 1}, {{1, 0}, 1}, {{1, 1}, 1}}, view, "no closing flag"},
-      {{{{0, 0}, 1}, {{1, 0}, 2}, {{1, 1}, 0}}, view, "no closing flag after vertex 1"},
-      {{{{0, 0}, 1}, {{HUGE_VAL, 0}, 7}, {{1, 1}, 3}}, view, "vertex 1 has edge flag 7"},
-      {{{{0, 0}, 1}, {{1, -HUGE_VAL}, 1}, {{1, 1}, 1}}, view, "vertex 1 is not finite"},
-      {{{{0, 0}, 1}, {{1, 0}, -1}, {{1, 1}, 3}}, view, "vertex 1 has edge flag -1"},
-      {{{{0, 0}, 1}, {{1, 0}, 1}, {{std::nan(""), 1}, 3}}, view, "vertex 2 is not finite"},
-      {{}, {{{0, 0}, {0, 10}, {10, std::nan("")}, {10, 0}}}, "corner 2 is not finite"},
-      {{}, {{{1, 1}, {10, 10}, {0, 0}, {0, 0}}}, "corners 2 and 3 are the same"},
-      {{}, {{{0, 0}, {0, 10}, {0, 5}, {10, 0}}}, "corners 0, 1 and 2 are in line"},
-      {{}, {{{0, 0}, {10, 10}, {0, 10}, {10, 0}}}, "corners 1 and 2 cross"},
-      {{}, {{{0, 0}, {0, 10}, {10, 0}, {10, 10}}}, "corners 2 and 3 cross"},
-      {{}, {{{0, 0}, {0, 10}, {10, 10}, {1, 8}}}, "corner 3 makes a dent"},
-  };
-  for (const auto& row : rows) {
-    support::SetArrays<real_pt_t> arrays(row.set);
-    const int n = static_cast<int>(row.set.size());
+  const auto expect = [](const support::Vertices<real_pt_t>& vertices, const real_rect_t& rect,
+                         const char* reason) {
+    support::SetArrays<real_pt_t> arrays(vertices);
+    const int n = static_cast<int>(vertices.size());
     const drw_pset_t set = {n, arrays.points.data(), arrays.flags.data()};
-    EXPECT_EQ(check(&set, &row.rect), row.reason);
-  }
+    EXPECT_EQ(check(&set, &rect), reason);
+  };
+  expect({{{0, 0}, 0}, {{1, 0}, 1}, {{1, 1}, 2}, {{5, 5}, 3}}, turned, "fine");
+  expect({{{0, 0}, 1}, {{1, 0}, 1}, {{1, 1}, 1}}, view, "no closing flag");
+  expect({{{0, 0}, 1}, {{1, 0}, 2}, {{1, 1}, 0}}, view, "no closing flag after vertex 1");
+  expect({{{0, 0}, 1}, {{HUGE_VAL, 0}, 7}, {{1, 1}, 3}}, view, "vertex 1 has edge flag 7");
+  expect({{{0, 0}, 1}, {{1, -HUGE_VAL}, 1}, {{1, 1}, 1}}, view, "vertex 1 is not finite");
+  expect({{{0, 0}, 1}, {{1, 0}, -1}, {{1, 1}, 3}}, view, "vertex 1 has edge flag -1");
+  expect({{{0, 0}, 1}, {{1, 0}, 1}, {{std::nan(""), 1}, 3}}, view, "vertex 2 is not finite");
+  expect({}, {{{0, 0}, {0, 10}, {10, std::nan("")}, {10, 0}}}, "corner 2 is not finite");
+  expect({}, {{{1, 1}, {10, 10}, {0, 0}, {0, 0}}}, "corners 2 and 3 are the same");
+  expect({}, {{{0, 0}, {0, 10}, {0, 5}, {10, 0}}}, "corners 0, 1 and 2 are in line");
+  expect({}, {{{0, 0}, {10, 10}, {0, 10}, {10, 0}}}, "corners 1 and 2 cross");
+  expect({}, {{{0, 0}, {0, 10}, {10, 0}, {10, 10}}}, "corners 2 and 3 cross");
+  expect({}, {{{0, 0}, {0, 10}, {10, 10}, {1, 8}}}, "corner 3 makes a dent");
 }
 
 TEST(CheckPolygonSet, ChecksTheSetFirstAndNoNullPointer) {

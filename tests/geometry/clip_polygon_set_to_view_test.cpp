@@ -1,26 +1,23 @@
 #include "geometry/clip_model.h"
-#include "support/vector_forms.h"
 
 #include <algorithm>
 #include <cmath>
 
 TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
-  support::for_each_form([](const char* form) {
-    support::Random random(1);
-    for (int i = 0; i < 240 && !testing::Test::HasFailure(); ++i) {
-      const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 0x1p1020 : 0x1p-1000;
-      SCOPED_TRACE(testing::Message() << form << ", set " << i << ", times " << scale);
-      const real_rect_t& view = upright_and_other_views[i % 5];
-      Set in = random_ring(&random);
-      if (i % 7 < 4) in.back().flag -= 2;  // not closed: forms one polygon with the next ring
-      for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
-      for (auto& [p, flag] : in) {
-        if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // rounds onto sides and each other
-      }
-      const Set out = clipped(ClipPolygonSetToView, in, view, scale);
-      expect_clipped(in, out, view, [](long winding) { return winding; });
+  support::Random random(1);
+  for (int i = 0; i < 240 && !testing::Test::HasFailure(); ++i) {
+    const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 0x1p1020 : 0x1p-1000;
+    SCOPED_TRACE(testing::Message() << "set " << i << ", times " << scale);
+    const real_rect_t& view = upright_and_other_views[i % 5];
+    Set in = random_ring(&random);
+    if (i % 7 < 4) in.back().flag -= 2;  // not closed: forms one polygon with the next ring
+    for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
+    for (auto& [p, flag] : in) {
+      if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // rounds onto sides and each other
     }
-  });
+    const Set out = clipped(ClipPolygonSetToView, in, view, scale);
+    expect_clipped(in, out, view, [](long winding) { return winding; });
+  }
 }
 
 const Set around = {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}};
@@ -58,39 +55,29 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
 #ifdef __SIZEOF_INT128__
 __extension__ using Wide = __int128;
 
+// Returns the cross product of the steps from a to b and from c to d, exactly. Coordinates are cut
+// to whole numbers.
+static Wide cross(real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
+  const auto step = [](double from, double to) { return Wide(to) - Wide(from); };
+  return step(a.x, b.x) * step(c.y, d.y) - step(a.y, b.y) * step(c.x, d.x);
+}
+
 // Returns how far p, cut to whole coordinates, is from where the lines ab and cd meet: the larger
-// of the distances in x and y. The other points are whole; only the last step rounds.
+// of the distances in x and y.
 static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
-  struct Vector {
-    Wide x, y;
-    Wide across(Vector other) const { return x * other.y - y * other.x; }
-  };
-  const auto vector = [](real_pt_t from, real_pt_t to) {
-    return Vector{static_cast<Wide>(to.x) - static_cast<Wide>(from.x),
-                  static_cast<Wide>(to.y) - static_cast<Wide>(from.y)};
-  };
-  const Vector edge = vector(a, b), side = vector(c, d);
-  const double off_edge = static_cast<double>(vector(a, p).across(edge));
-  const double off_side = static_cast<double>(vector(c, p).across(side));
-  const double turn = static_cast<double>(edge.across(side));
-  return std::fmax(std::fabs(off_edge / turn * side.x - off_side / turn * edge.x),
-                   std::fabs(off_edge / turn * side.y - off_side / turn * edge.y));
+  const double turn = static_cast<double>(cross(a, b, c, d));
+  const double off_edge = static_cast<double>(cross(a, p, a, b)) / turn;
+  const double off_side = static_cast<double>(cross(c, p, c, d)) / turn;
+  return std::fmax(std::fabs(off_edge * (d.x - c.x) - off_side * (b.x - a.x)),
+                   std::fabs(off_edge * (d.y - c.y) - off_side * (b.y - a.y)));
 }
 
 // Where the largest coordinate of a view is from 2^52 to 2^53, its unit in the last place is 1.
 TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
-  const struct {
-    const char* where;
-    real_pt_t low;
-    double size;
-    int doublings;  // an edge's ends are less than 2^doublings * size from a point in the view
-    int most_units;
-  } rows[] = {
-      {"far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3},
-      {"about the origin", {-0x1p52, -0x1p52}, 0x1p53, 6, 64},
-  };
   support::Random random(1);
-  for (const auto& [where, low, size, doublings, most_units] : rows) {
+  // An edge's ends are less than 2^doublings * size from a point in the view.
+  const auto expect = [&](const char* where, real_pt_t low, double size, int doublings,
+                          int most_units) {
     const real_pt_t high = {low.x + size, low.y + size};
     int n_crossings = 0;
     for (int i = 0; i < 4000; ++i) {
@@ -101,13 +88,13 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
                              {high.x - turn, high.y},
                              {low.x, high.y - turn},
                              {low.x + turn, low.y}};
+      const real_rect_t view = {{c[0], c[1], c[2], c[3]}};
       const Place inside(random.between(low.x, high.x), random.between(low.y, high.y));
       const Place way(random.between(-1, 1), random.between(-1, 1));
       const Place before = inside - way * std::ldexp(size, random.below(doublings));
       const Place after = inside + way * std::ldexp(size, random.below(doublings));
       const real_pt_t a = {std::round(before.real()), std::round(before.imag())};
       const real_pt_t b = {std::round(after.real()), std::round(after.imag())};
-      const real_rect_t view = {{c[0], c[1], c[2], c[3]}};
       for (const auto& [p, flag] : clipped(ClipPolygonSetToView, {{a, 1}, {b, 3}}, view)) {
         if (p == a || p == b || std::count(c, c + 4, p) > 0) continue;  // no crossing
         double units = HUGE_VAL;
@@ -123,6 +110,8 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
       }
     }
     EXPECT_GT(n_crossings, 4000) << where;
-  }
+  };
+  expect("far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3);
+  expect("about the origin", {-0x1p52, -0x1p52}, 0x1p53, 6, 64);
 }
 #endif

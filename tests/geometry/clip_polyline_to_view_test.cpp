@@ -21,23 +21,18 @@ static Lines pieces_of(const std::vector<real_pt_t>& line, const real_rect_t& vi
 
 TEST(ClipPolylineToView, WritesThePiecesInside) {
   const real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
-  const struct {
-    const char* why;
-    std::vector<real_pt_t> line;
-    Lines pieces;
-  } rows[] = {
-      {"no point", {}, {}},
-      {"inside, one repeated", {{1, 1}, {1, 1}, {4, 4}}, {{{1, 1}, {1, 1}, {4, 4}}}},
-      {"fills the room", {{-5, 2}, {15, 2}, {-5, 6}}, {{{0, 2}, {10, 2}}, {{10, 3}, {0, 5}}}},
-      {"rests on a side", {{5, 5}, {10, 5}, {10, 5}, {5, 8}}, {{{5, 5}, {10, 5}, {5, 8}}}},
-      {"rounds onto a side", {{std::nextafter(10, 0), 20}, {std::nextafter(10, 11), -2}}, {}},
-      {"cuts off a corner that rounds away", {{4, 16}, {16, std::nextafter(4, 0)}}, {}},
-      {"holds a NaN", {{1, 1}, {5, 5}, {3, NAN}}, {}},
-      {"ends at infinity, from outside", {{1, 1}, {20, 1}, {INFINITY, 1}}, {}},
-  };
-  for (const auto& [why, line, pieces] : rows) {
+  const auto expect = [&](const std::vector<real_pt_t>& line, const Lines& pieces,
+                          const char* why) {
     EXPECT_EQ(pieces_of(line, view), pieces) << why << ": " << testing::PrintToString(line);
-  }
+  };
+  expect({}, {}, "no point");
+  expect({{1, 1}, {1, 1}, {4, 4}}, {{{1, 1}, {1, 1}, {4, 4}}}, "inside, one repeated");
+  expect({{-5, 2}, {15, 2}, {-5, 6}}, {{{0, 2}, {10, 2}}, {{10, 3}, {0, 5}}}, "fills the room");
+  expect({{5, 5}, {10, 5}, {10, 5}, {5, 8}}, {{{5, 5}, {10, 5}, {5, 8}}}, "rests on a side");
+  expect({{std::nextafter(10, 0), 20}, {std::nextafter(10, 11), -2}}, {}, "rounds onto a side");
+  expect({{4, 16}, {16, std::nextafter(4, 0)}}, {}, "cuts off a corner that rounds away");
+  expect({{1, 1}, {5, 5}, {3, NAN}}, {}, "holds a NaN");
+  expect({{1, 1}, {20, 1}, {INFINITY, 1}}, {}, "ends at infinity, from outside");
   EXPECT_EQ(pieces_of({{1, 1}, {2, 1}}, {{{0, 0}, {5, 0}, {9, 0}, {5, 9}}}), Lines{}) << "no view";
   int begins, count = 7;
   EXPECT_EQ(zelvan_clip_polyline_to_view(nullptr, -1, &view, nullptr, &begins, &count), 0)

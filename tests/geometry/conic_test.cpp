@@ -25,34 +25,28 @@ static real_pt_t point_of(utl_conic_t conic, char type, double part) {
 
 TEST(Conics, RunFromEndToEndAlongTheCurve) {
   const double r = std::sqrt(2), w = std::sqrt(3);
-  const struct {
-    char type;
-    utl_conic_t conic;  // a to f, start, end, clockwise
-    real_pt_t vertex;   // halfway on the arc: its ends are mirror images about an axis through it
-    const char* why;
-  } rows[] = {
-      {'C', {1, 0, 1, 0, 0, -25, {-3, 4}, {-3, -4}, 1}, {5, 0}, "x^2 + y^2 = 25, clockwise"},
-      {'C', {1, 0, 1, 0, 0, -25, {5, 0}, {5, -0.0004}, 1}, {-5, 0}, "nearly coincide: all of it"},
-      {'E', {1, 0, 10000, 0, 0, -10000, {100, 0}, {100, 0}, 0}, {100, 0}, "flat: stays at a point"},
-      {'E', {1, 0, 9999, 0, 0, -10000, {100, 0}, {100, 4e-5}, 0}, {-100, 0}, "less flat: all"},
-      {'E', {1, 0, 4, -6, 8, -3, {7, -1}, {-1, -1}, 0}, {3, 1}, "(x - 3)^2 + 4 (y + 1)^2 = 16"},
-      {'E', {5, -6, 5, 0, 0, -32, {2 * r, 2 * r}, {-2 * r, -2 * r}, 0}, {-r, r}, "turned"},
-      {'H', {1, 0, -1, -2, 0, -2, {-1, -1}, {-1, 1}, 0}, {1 - w, 0}, "(x - 1)^2 - y^2 = 3"},
-      {'H', {-1, 0, 1, 0, -2, -2, {1, 3}, {-1, 3}, 0}, {0, 1 + w}, "(y - 1)^2 - x^2 = 3"},
-      {'P', {1, 0, 0, -2, -2, 3, {-1, 3}, {3, 3}, 0}, {1, 1}, "(x - 1)^2 = 2 (y - 1)"},
-      {'P', {0, 0, 1, -2, -2, 3, {3, -1}, {3, 3}, 0}, {1, 1}, "(y - 1)^2 = 2 (x - 1)"},
-      {'P', {1, 2, 1, -1, 1, 0, {3, -1}, {1, -3}, 0}, {0, 0}, "(x + y)^2 = x - y"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    utl_conic_t conic = row.conic;
-    EXPECT_EQ(utl_conic_type(&conic), row.type);
-    const real_pt_t wanted[] = {conic.start, row.vertex, conic.end};
+  // The vertex is halfway on the arc: its ends are mirror images about an axis through it.
+  const auto expect = [](char type, utl_conic_t conic, real_pt_t vertex, const char* why) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(utl_conic_type(&conic), type);
+    const real_pt_t wanted[] = {conic.start, vertex, conic.end};
     for (const int i : {0, 1, 2}) {
-      EXPECT_NEAR(point_of(conic, row.type, i / 2.0).x, wanted[i].x, 3e-4) << "at half " << i;
-      EXPECT_NEAR(point_of(conic, row.type, i / 2.0).y, wanted[i].y, 3e-4) << "at half " << i;
+      EXPECT_NEAR(point_of(conic, type, i / 2.0).x, wanted[i].x, 3e-4) << "at half " << i;
+      EXPECT_NEAR(point_of(conic, type, i / 2.0).y, wanted[i].y, 3e-4) << "at half " << i;
     }
-  }
+  };
+  // Each conic has its coefficients a to f, its start and end, and whether it runs clockwise.
+  expect('C', {1, 0, 1, 0, 0, -25, {-3, 4}, {-3, -4}, 1}, {5, 0}, "x^2 + y^2 = 25, clockwise");
+  expect('C', {1, 0, 1, 0, 0, -25, {5, 0}, {5, -0.0004}, 1}, {-5, 0}, "nearly coincide: all of it");
+  expect('E', {1, 0, 10000, 0, 0, -10000, {100, 0}, {100, 0}, 0}, {100, 0}, "flat: one point");
+  expect('E', {1, 0, 9999, 0, 0, -10000, {100, 0}, {100, 4e-5}, 0}, {-100, 0}, "less flat: all");
+  expect('E', {1, 0, 4, -6, 8, -3, {7, -1}, {-1, -1}, 0}, {3, 1}, "(x - 3)^2 + 4 (y + 1)^2 = 16");
+  expect('E', {5, -6, 5, 0, 0, -32, {2 * r, 2 * r}, {-2 * r, -2 * r}, 0}, {-r, r}, "turned");
+  expect('H', {1, 0, -1, -2, 0, -2, {-1, -1}, {-1, 1}, 0}, {1 - w, 0}, "(x - 1)^2 - y^2 = 3");
+  expect('H', {-1, 0, 1, 0, -2, -2, {1, 3}, {-1, 3}, 0}, {0, 1 + w}, "(y - 1)^2 - x^2 = 3");
+  expect('P', {1, 0, 0, -2, -2, 3, {-1, 3}, {3, 3}, 0}, {1, 1}, "(x - 1)^2 = 2 (y - 1)");
+  expect('P', {0, 0, 1, -2, -2, 3, {3, -1}, {3, 3}, 0}, {1, 1}, "(y - 1)^2 = 2 (x - 1)");
+  expect('P', {1, 2, 1, -1, 1, 0, {3, -1}, {1, -3}, 0}, {0, 0}, "(x + y)^2 = x - y");
 }
 
 TEST(ConicType, CountsUpTo1e05AsZero) {

@@ -14,33 +14,28 @@ static void expect_box(const Box& box, const Box& wanted, const char* why) {
 }
 
 TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
-  const struct {
-    real_pt_t from, to;  // counter-clockwise around the origin, with radius 5
-    Box wanted;
-    const char* why;
-  } rows[] = {
-      {{4, 1}, {3, 2}, {{4, 2}, {3, 1}}, "within a quadrant"},
-      {{3, 2}, {4, 1}, {{5, 5}, {-5, -5}}, "nearly all around"},
-      {{4, 3}, {4, 3}, {{5, 5}, {-5, -5}}, "all around"},
-      {{4, 3}, {-3, 4}, {{4, 5}, {-3, 3}}, "over due north"},
-      {{4, 3}, {-4, -3}, {{4, 5}, {-5, -3}}, "over due north and west"},
-      {{-3, 4}, {3, -4}, {{3, 4}, {-5, -5}}, "over due west and south"},
-      {{-4, -3}, {4, 3}, {{5, 3}, {-4, -5}}, "over due south and east"},
-      {{3, -4}, {4, 3}, {{5, 3}, {3, -4}}, "over due east"},
-      {{0, 0}, {4, 3}, {{0, 0}, {0, 0}}, "one end is the centre"},
-      {{4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other end is"},
-      {{NAN, 1}, {4, 3}, {{NAN, NAN}, {NAN, NAN}}, "one end is no number"},
-      {{4, 3}, {NAN, 1}, {{NAN, NAN}, {NAN, NAN}}, "the other end is no number"},
-      {{9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north"},
-  };
-  for (auto [from, to, wanted, why] : rows) {
+  // The arc runs counter-clockwise around the origin, with radius 5.
+  const auto expect = [](real_pt_t from, real_pt_t to, const Box& wanted, const char* why) {
     real_pt_t center = {0, 0};
     Box box;
     utl_maxmin_arc(&center, 5, &from, &to, 0, &box.max, &box.min);
     expect_box(box, wanted, why);
     utl_maxmin_arc(&center, 5, &to, &from, 1, &to, &from);  // results may overwrite the ends
     expect_box({to, from}, wanted, why);
-  }
+  };
+  expect({4, 1}, {3, 2}, {{4, 2}, {3, 1}}, "within a quadrant");
+  expect({3, 2}, {4, 1}, {{5, 5}, {-5, -5}}, "nearly all around");
+  expect({4, 3}, {4, 3}, {{5, 5}, {-5, -5}}, "all around");
+  expect({4, 3}, {-3, 4}, {{4, 5}, {-3, 3}}, "over due north");
+  expect({4, 3}, {-4, -3}, {{4, 5}, {-5, -3}}, "over due north and west");
+  expect({-3, 4}, {3, -4}, {{3, 4}, {-5, -5}}, "over due west and south");
+  expect({-4, -3}, {4, 3}, {{5, 3}, {-4, -5}}, "over due south and east");
+  expect({3, -4}, {4, 3}, {{5, 3}, {3, -4}}, "over due east");
+  expect({0, 0}, {4, 3}, {{0, 0}, {0, 0}}, "one end is the centre");
+  expect({4, 3}, {0, 0}, {{0, 0}, {0, 0}}, "the other end is");
+  expect({NAN, 1}, {4, 3}, {{NAN, NAN}, {NAN, NAN}}, "one end is no number");
+  expect({4, 3}, {NAN, 1}, {{NAN, NAN}, {NAN, NAN}}, "the other end is no number");
+  expect({9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north");
 }
 
 TEST(MaxminConic, HoldsTheEndsAndTheSamples) {

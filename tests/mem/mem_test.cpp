@@ -30,30 +30,25 @@ static unsigned short answer(MemException* exception) {
 }
 
 TEST(MemAllocate, RaisesExceptionsInOrder) {
-  const struct {
-    int used, size, gives_up_at, status;
-    std::vector<int> codes;
-    const char* why;
-  } rows[] = {
-      {1, 99, 0, MEM_SUCCESS, {}, "the last byte"},
-      {1, 100, 0, MEM_SUCCESS, {MEM_POOL_OVERFLOW}, "the handler goes on, beyond the limit"},
-      {0, 101, MEM_POOL_TOO_SMALL, MEM_POOL_TOO_SMALL, {MEM_POOL_TOO_SMALL}, "it stops"},
-      {0, 101, 0, MEM_SUCCESS, {MEM_POOL_TOO_SMALL, MEM_POOL_OVERFLOW}, "it goes on twice"},
-      {INT_MAX, 1, 0, MEM_POOL_OVERFLOW, {MEM_POOL_OVERFLOW}, "no int holds the sum"},
-  };
   MemPool pool = {100, 0};
   MemList* list = MemListNew(&pool, answer);
-  for (const auto& row : rows) {
+  const auto expect = [&](int used, int size, int at, int status, const std::vector<int>& raised,
+                          const char* why) {
     codes.clear();
-    gives_up_at = row.gives_up_at;
-    pool.used = row.used;
+    gives_up_at = at;
+    pool.used = used;
     void* owner = nullptr;
-    EXPECT_EQ(MemAvailable(list, row.size), row.codes.empty()) << row.why;
-    EXPECT_EQ(MemAllocate(list, row.size, nullptr, &owner), row.status) << row.why;
-    EXPECT_EQ(codes, row.codes) << row.why;
-    EXPECT_EQ(pool.used, row.used + (row.status == MEM_SUCCESS ? row.size : 0)) << row.why;
+    EXPECT_EQ(MemAvailable(list, size), raised.empty()) << why;
+    EXPECT_EQ(MemAllocate(list, size, nullptr, &owner), status) << why;
+    EXPECT_EQ(codes, raised) << why;
+    EXPECT_EQ(pool.used, used + (status == MEM_SUCCESS ? size : 0)) << why;
     MemFree(list, owner);
-  }
+  };
+  expect(1, 99, 0, MEM_SUCCESS, {}, "the last byte");
+  expect(1, 100, 0, MEM_SUCCESS, {MEM_POOL_OVERFLOW}, "the handler goes on, beyond the limit");
+  expect(0, 101, MEM_POOL_TOO_SMALL, MEM_POOL_TOO_SMALL, {MEM_POOL_TOO_SMALL}, "it stops");
+  expect(0, 101, 0, MEM_SUCCESS, {MEM_POOL_TOO_SMALL, MEM_POOL_OVERFLOW}, "it goes on twice");
+  expect(INT_MAX, 1, 0, MEM_POOL_OVERFLOW, {MEM_POOL_OVERFLOW}, "no int holds the sum");
   MemListDelete(&list);
 }
 

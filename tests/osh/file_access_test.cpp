@@ -33,66 +33,60 @@ static int inquired(char* path) {
 
 // Calls each operation for every kind of path in World. One that fails must change nothing.
 TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
-  // clang-format off
-  const struct {
-    const char* operation;
-    int success, failure;
-    const char* works_on;
-    std::function<int(char*)> call;
-  } rows[] = {
-      {"open", 0, -1, "plain locked link", [](char* p) { return osh_close(osh_open_text(p, 0, 0)); }},
-      {"open to write", 0, -1, "plain link", [](char* p) { return osh_close(osh_open_binary(p, 1, 0)); }},
-      {"create", 0, -1, "plain new link dangling", [](char* p) { return osh_close(osh_open_binary(p, 0x102, 0600)); }},
-      {"create, exclusive", 0, -1, "new", [](char* p) { return osh_close(osh_open_text(p, 0x501, 0600)); }},
-      {"open, two ways", 0, -1, "", [](char* p) { return osh_open_binary(p, 3, 0); }},
-      {"truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); }},
-      {"stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); }},
-      {"stream w", 1, 0, "plain new link dangling", [](char* p) { return closed(osh_fopen_binary(p, "w"_c)); }},
-      {"stream r, as text", 1, 0, "plain locked link", [](char* p) { return closed(osh_fopen_text(p, "r"_c)); }},
-      {"stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, ""_c)); }},
-      {"binary stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, ""_c)); }},
-      {"stream of a null mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, nullptr)); }},
-      {"stream of 63 letters", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, given('r' + std::string(62, 'b')))); }},
-      {"exists?", 1, 0, "plain locked dir empty link", osh_file_exists},
-      {"may write?", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); }},
-      {"is a writable file?", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; }},
-      {"is a read-only file?", 1, 0, "locked", [](char* p) { return inquired(p) == 0x56D; }},
-      {"has another form?", 0, -1, "plain locked dir empty link", [](char* p) { return support::is_posix && p != nullptr ? osh_alternate_pathname(p, std::string(1024, ' ').data()) : osh_file_exists(p) - 1; }},
-      {"size", 0, -1, "plain locked link", [](char* p) { return std::min(osh_filesize(p), 0); }},
-      {"append to", 1, 0, "plain new link dangling", [](char* p) { return osh_cat(p, "other"_c); }},
-      {"append to itself", 1, 0, "", [](char* p) { return osh_cat(p, p); }},
-      {"copy to", 1, 0, "plain new link", [](char* p) { return osh_copyfile(p, "other"_c); }},
-      {"rename to", 0, -1, "new", [](char* p) { return osh_rename("other"_c, p); }},
-      {"rename from", 0, -1, "plain locked dir empty link", [](char* p) { return osh_rename(p, "fresh"_c); }},
-      {"unlink", 0, 1, "plain link", osh_unlink},
-      {"chmod", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0020); }},
-      {"chmod, read-only", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0444); }},
-      {"mkdir", 1, 0, "new", osh_mkdir},
-      {"rmdir", 1, 0, "empty", osh_rmdir},
-  };
-  // clang-format on
-  osh_close(0);  // the next file gets 0: a descriptor like any other
-  const int descriptors = support::open_descriptors();
-  for (const auto& [operation, success, failure, works_on, call] : rows) {
+  const auto expect = [](const std::string& operation, int success, int failure,
+                         const std::string& works_on, const std::function<int(char*)>& call) {
     for (const std::string name :
          {"plain", "locked", "dir", "empty", "new", "link", "dangling", "none/new", "", "longer"}) {
       const World world;
       if (!world.has_links && (name == "link" || name == "dangling")) continue;
       const auto before = all_files();
-      const bool works = !name.empty() && std::string(works_on).find(name) != std::string::npos;
+      const bool works = !name.empty() && works_on.find(name) != std::string::npos;
       std::string path = name == "plain" ? padded(name, 1023) : name;
       if (name == "longer") path = padded("plain", 1024);
-      SCOPED_TRACE(operation + (": '" + name + "'"));
+      SCOPED_TRACE(operation + ": '" + name + "'");
       errno = 0;
       EXPECT_EQ(call(path.data()), works ? success : failure);
       if (!works) {
-        const bool has_reason = support::is_posix && operation[std::strlen(operation) - 1] != '?';
+        const bool has_reason = support::is_posix && !operation.ends_with('?');
         EXPECT_TRUE(errno != 0 || !has_reason) << "a failure has a reason";
         EXPECT_EQ(all_files(), before) << "a failure changes nothing";
       }
     }
     EXPECT_EQ(call(nullptr), failure) << operation << ": a null path";
-  }
+  };
+  osh_close(0);  // the next file gets 0: a descriptor like any other
+  const int descriptors = support::open_descriptors();
+  // clang-format off
+  expect("open", 0, -1, "plain locked link", [](char* p) { return osh_close(osh_open_text(p, 0, 0)); });
+  expect("open to write", 0, -1, "plain link", [](char* p) { return osh_close(osh_open_binary(p, 1, 0)); });
+  expect("create", 0, -1, "plain new link dangling", [](char* p) { return osh_close(osh_open_binary(p, 0x102, 0600)); });
+  expect("create, exclusive", 0, -1, "new", [](char* p) { return osh_close(osh_open_text(p, 0x501, 0600)); });
+  expect("open, two ways", 0, -1, "", [](char* p) { return osh_open_binary(p, 3, 0); });
+  expect("truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); });
+  expect("stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); });
+  expect("stream w", 1, 0, "plain new link dangling", [](char* p) { return closed(osh_fopen_binary(p, "w"_c)); });
+  expect("stream r, as text", 1, 0, "plain locked link", [](char* p) { return closed(osh_fopen_text(p, "r"_c)); });
+  expect("stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, ""_c)); });
+  expect("binary stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, ""_c)); });
+  expect("stream of a null mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, nullptr)); });
+  expect("stream of 63 letters", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, given('r' + std::string(62, 'b')))); });
+  expect("exists?", 1, 0, "plain locked dir empty link", osh_file_exists);
+  expect("may write?", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); });
+  expect("is a writable file?", 1, 0, "plain link", [](char* p) { return inquired(p) == 0x5FF; });
+  expect("is a read-only file?", 1, 0, "locked", [](char* p) { return inquired(p) == 0x56D; });
+  expect("has another form?", 0, -1, "plain locked dir empty link", [](char* p) { return support::is_posix && p != nullptr ? osh_alternate_pathname(p, std::string(1024, ' ').data()) : osh_file_exists(p) - 1; });
+  expect("size", 0, -1, "plain locked link", [](char* p) { return std::min(osh_filesize(p), 0); });
+  expect("append to", 1, 0, "plain new link dangling", [](char* p) { return osh_cat(p, "other"_c); });
+  expect("append to itself", 1, 0, "", [](char* p) { return osh_cat(p, p); });
+  expect("copy to", 1, 0, "plain new link", [](char* p) { return osh_copyfile(p, "other"_c); });
+  expect("rename to", 0, -1, "new", [](char* p) { return osh_rename("other"_c, p); });
+  expect("rename from", 0, -1, "plain locked dir empty link", [](char* p) { return osh_rename(p, "fresh"_c); });
+  expect("unlink", 0, 1, "plain link", osh_unlink);
+  expect("chmod", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0020); });
+  expect("chmod, read-only", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0444); });
+  expect("mkdir", 1, 0, "new", osh_mkdir);
+  expect("rmdir", 1, 0, "empty", osh_rmdir);
+  // clang-format on
   EXPECT_EQ(support::open_descriptors(), descriptors) << "a descriptor was left open";
 }
 
@@ -108,26 +102,23 @@ TEST(Cat, AppendsFilesOfAnySize) {
 }
 
 TEST(OpenBinary, WritesWhereTheFlagsSay) {
-  const struct {
-    int flags;
-    const char *name, *after, *why;
-  } rows[] = {{osh_open_write_only, "plain", "!2345", "at the start"},
-              {osh_open_read_write | osh_open_append, "plain", "12345!", "at the end"},
-              {osh_open_write_only | osh_open_truncate, "plain", "!", "into an empty file"},
-              {osh_open_read_write | osh_open_create, "new", "!", "into a new file"},
-              {osh_open_write_only | osh_open_exclusive, "plain", "!2345", "not to create it"}};
-  for (const auto& [flags, name, after, why] : rows) {
+  const auto expect = [](int flags, char* name, const std::string& after, const char* why) {
     const World world;
-    const int fd = osh_open_binary(given(name), static_cast<short>(flags), 0600);
+    const int fd = osh_open_binary(name, static_cast<short>(flags), 0600);
     EXPECT_FALSE(support::is_inherited(fd)) << why;
     EXPECT_EQ(osh_write(fd, "!"_c, 1), 1) << why;
     EXPECT_EQ(osh_lseek(fd, 0, 0), 0) << why;
     char text[9] = "";
     const bool reads = (flags & osh_open_read_write) != 0;
-    EXPECT_EQ(osh_read(fd, text, 8), reads ? static_cast<int>(std::strlen(after)) : -1) << why;
+    EXPECT_EQ(osh_read(fd, text, 8), reads ? static_cast<int>(after.size()) : -1) << why;
     EXPECT_EQ(osh_close(fd), 0) << why;
     EXPECT_EQ(content(name), after) << why;
-  }
+  };
+  expect(osh_open_write_only, "plain"_c, "!2345", "at the start");
+  expect(osh_open_read_write | osh_open_append, "plain"_c, "12345!", "at the end");
+  expect(osh_open_write_only | osh_open_truncate, "plain"_c, "!", "into an empty file");
+  expect(osh_open_read_write | osh_open_create, "new"_c, "!", "into a new file");
+  expect(osh_open_write_only | osh_open_exclusive, "plain"_c, "!2345", "not to create it");
 }
 
 TEST(Descriptors, CountPlacesFromStartPlaceAndEnd) {

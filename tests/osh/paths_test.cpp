@@ -110,16 +110,8 @@ TEST(GetWorkingDir, RefusesWhatIsRemovedOrDoesNotFit) {
 
 TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
   const World world;
-  const std::string longest = padded("x", 1022);
-  const struct {
-    std::string prefix, taken, next;
-    const char* why;
-  } rows[] = {{"AA.", "AAY", "AAZ", "Z comes after Y"},
-              {"AA.", "AZZ", "BAA", "a carry to the left"},
-              {"AA.", "ZZZ", "", "no carry reaches the prefix"},
-              {"AA.", "A9Z[@", "B9A[@", "other characters stay"},
-              {longest, "A", "B", "the longest name"}};
-  for (const auto& [prefix, taken, next, why] : rows) {
+  const auto expect = [](const std::string& prefix, const std::string& taken,
+                         const std::string& next, const char* why) {
     SCOPED_TRACE(taken + " is taken: " + why);
     put(prefix + taken);
     const int expected = next.empty() ? -1 : 0;
@@ -128,7 +120,12 @@ TEST(UniqueFilename, CountsInCapitalLettersToAFreeName) {
     EXPECT_EQ(utl_unique_filename(given(prefix), result.data(), result.data()), expected);
     EXPECT_EQ(result.data(), name);
     fs::remove(prefix + taken);
-  }
+  };
+  expect("AA.", "AAY", "AAZ", "Z comes after Y");
+  expect("AA.", "AZZ", "BAA", "a carry to the left");
+  expect("AA.", "ZZZ", "", "no carry reaches the prefix");
+  expect("AA.", "A9Z[@", "B9A[@", "other characters stay");
+  expect(padded("x", 1022), "A", "B", "the longest name");
 }
 
 TEST(FileParms, AreTenNumbersInARecordOfTheLibrary) {

@@ -30,17 +30,14 @@ TEST(Gethostname, FillsTheNameWithLocalhostAndZeros) {
 }
 
 TEST(Setenv, SplitsAtTheFirstEqualsSign) {
-  const struct {
-    const char *name, *value;
-    int result;
-    const char *after, *why;
-  } rows[] = {{"ZELVAN", "a=b", 0, "a=b", "an equals sign in the value"},
-              {nullptr, "x", -1, "a=b", "no name"},
-              {"=ZELVAN", "x", -1, "a=b", "a name that begins with an equals sign"},
-              {"ZELVAN=c", "d", 0, "c=d", "a name that ends at an equals sign"},
-              {"ZELVAN", nullptr, 0, "", "no value counts as empty"}};
-  for (const auto& [name, value, result, after, why] : rows) {
+  const auto expect = [](const char* name, const char* value, int result, const char* after,
+                         const char* why) {
     EXPECT_EQ(osh_setenv(const_cast<char*>(name), const_cast<char*>(value)), result) << why;
     EXPECT_STREQ(std::getenv("ZELVAN"), after) << why;
-  }
+  };
+  expect("ZELVAN", "a=b", 0, "a=b", "an equals sign in the value");
+  expect(nullptr, "x", -1, "a=b", "no name");
+  expect("=ZELVAN", "x", -1, "a=b", "a name that begins with an equals sign");
+  expect("ZELVAN=c", "d", 0, "c=d", "a name that ends at an equals sign");
+  expect("ZELVAN", nullptr, 0, "", "no value counts as empty");
 }

@@ -64,19 +64,17 @@ TEST(Processes, GetTheirWordsAndNothingElseOfTheCallers) {
 
 TEST(Processes, TellAtOnceWhyTheyDontStart) {
   const Programs programs;
-  const struct {
-    const char* command;
-    int as_line, as_command;
-    const char* why;
-  } rows[] = {
-      {" \t", 0, 33, "to a shell nothing is a command"}, {"./none 1", 0, 2, "no such file"},
-      {"none,1:2@3", 0, 2, "nothing along PATH"},        {"plain", 0, 5, "no right to run it"},
-      {" noformat\t-1,a:b@c 2", 0, 11, "no program"},    {"true ''", 1, 33, "a program"},
-      {"export A=1", 0, 33, "a word of the shell's own"}};
-  for (const auto& [command, as_line, as_command, why] : rows) {
+  const auto expect = [](const char* command, int as_line, int as_command, const char* why) {
     EXPECT_EQ(CreateProcessA(command), as_line) << command << ": " << why;
     EXPECT_EQ(WinExec(command), as_command) << command << ": " << why;
-  }
+  };
+  expect(" \t", 0, 33, "to a shell nothing is a command");
+  expect("./none 1", 0, 2, "no such file");
+  expect("none,1:2@3", 0, 2, "nothing along PATH");
+  expect("plain", 0, 5, "no right to run it");
+  expect(" noformat\t-1,a:b@c 2", 0, 11, "no program");
+  expect("true ''", 1, 33, "a program");
+  expect("export A=1", 0, 33, "a word of the shell's own");
 }
 
 }  // namespace

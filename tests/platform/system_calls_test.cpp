@@ -185,45 +185,38 @@ TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
   const Operation append = [] { return osh_cat("new"_c, "plain"_c) != 0; };
   const std::string appended = "+new 600 12345\n",
                     restricted = "-plain 4775 12345 old\n+new 755 12345 old\n";
-  // clang-format off
-  const struct {
-    Operation operation;
-    bool works;
-    Failures failures;
-    std::string change;
-    const char* why;
-  } rows[] = {
-      {append, false, {{"open", 1, EIO}}, "", "the source can't be opened"},
-      {append, false, {{"read", 1, EIO}}, "+new 600 \n", "the source can't be read"},
-      {append, false, {{"write", 1, ENOSPC}}, "+new 600 \n", "the disk is full"},
-      {append, false, {{"close", 2, EIO}}, appended, "what was written may not have arrived"},
-      {append, true, {{"fstat", 3, EIO}}, appended, "the source can't be told from other files"},
-      {append, true, {{"fstat", 4, EIO}}, appended, "the target can't be told from other files"},
-      {[] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; }, false, {{"ftruncate", 1, EIO}}, "", "the old content stays"},
-      {[] { return osh_close(osh_open_binary("/dev/null"_c, 0x201, 0)) == 0; }, true, {{"ftruncate", 1, EINVAL}}, "", "a device has no length"},
-      {[] { return osh_fclose(osh_fopen_binary("other"_c, "r+"_c)) == 0; }, true, {{"fopen", 1, EINTR}}, "", "an interrupted call is repeated"},
-      {[] { return osh_system(1, "/bin/true"_c) == 8; }, true, {{"fork", 2, ENOMEM}}, "", "8 stands for memory and processes"},
-      {[] { return osh_chmod("plain"_c, 0444) != 0; }, false, {{"chmod", 1, EPERM}}, "", "the permissions can't be set"},
-      {[] { return osh_filesize("plain"_c) == -1; }, true, {{"fstat", 2, EIO}}, "", "the size can't be had"},
-      {[] { return osh_chmod("plain"_c, 0200) != 0; }, true, {{"chmod", 1, EPERM}}, "", "the permissions need no change"},
-      {copy, false, {{"fchmod", 1, EPERM}, {"fstat", 3, EIO}}, "", "the permissions of the draft aren't known"},
-      {copy_to("new"_c), true, {{"fgetxattr", 0, ENOSYS}}, "+new 770 12345\n", "no access lists"},
-      {move_plain, true, {{"renameat2", 0, ENOSYS}, {"linkat", 0, ENOSYS}}, moved, "only plain renames"},
-      {move_plain, true, {no_flags, {"linkat", 0, EOPNOTSUPP}}, moved, "a file has one name"},
-      {move_plain, true, {other_file_system, {"fsync", 2, EINVAL}}, moved, "a folder can't be sent to the disk"},
-      {move_plain, true, {other_file_system, {"fchown", 0, EPERM}}, restricted, "another group may do no more than others"},
-      {move_plain, true, {no_flags, {"unlinkat", 1, ENOENT, true}}, moved, "a server repeats a request whose answer is lost"},
-      {move_plain, true, {no_flags, no_links, {"renameat", 1, ENOENT, true}}, moved, "an answer is lost"},
-      {move("dir"_c, "new"_c), true, {no_flags, {"renameat", 1, ENOENT, true}}, "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n", "an answer is lost"},
-      {copy, true, {{"renameat", 1, ENOENT, true}}, copied, "an answer is lost"},
-      {move_plain, false, {{"unlinkat", 1, EIO}, no_flags, {"fstatat", 4, EIO}}, "+new 4775 12345 old\n", "the old name may be gone"},
-  };
-  // clang-format on
-  for (const auto& [operation, works, failures, change, why] : rows) {
+  const auto expect = [](const Operation& operation, bool works, const Failures& failures,
+                         const std::string& change, const char* why) {
     SCOPED_TRACE(failures.front().call + " fails: " + why);
     const Promise promise = {operation, works ? change : "never done", {}};
     EXPECT_EQ(keeps(promise, failures.front().why, failures, false, change), works);
-  }
+  };
+  // clang-format off
+  expect(append, false, {{"open", 1, EIO}}, "", "the source can't be opened");
+  expect(append, false, {{"read", 1, EIO}}, "+new 600 \n", "the source can't be read");
+  expect(append, false, {{"write", 1, ENOSPC}}, "+new 600 \n", "the disk is full");
+  expect(append, false, {{"close", 2, EIO}}, appended, "what was written may not have arrived");
+  expect(append, true, {{"fstat", 3, EIO}}, appended, "the source can't be told from other files");
+  expect(append, true, {{"fstat", 4, EIO}}, appended, "the target can't be told from other files");
+  expect([] { return osh_open_binary("plain"_c, 0x201, 0) >= 0; }, false, {{"ftruncate", 1, EIO}}, "", "the old content stays");
+  expect([] { return osh_close(osh_open_binary("/dev/null"_c, 0x201, 0)) == 0; }, true, {{"ftruncate", 1, EINVAL}}, "", "a device has no length");
+  expect([] { return osh_fclose(osh_fopen_binary("other"_c, "r+"_c)) == 0; }, true, {{"fopen", 1, EINTR}}, "", "an interrupted call is repeated");
+  expect([] { return osh_system(1, "/bin/true"_c) == 8; }, true, {{"fork", 2, ENOMEM}}, "", "8 stands for memory and processes");
+  expect([] { return osh_chmod("plain"_c, 0444) != 0; }, false, {{"chmod", 1, EPERM}}, "", "the permissions can't be set");
+  expect([] { return osh_filesize("plain"_c) == -1; }, true, {{"fstat", 2, EIO}}, "", "the size can't be had");
+  expect([] { return osh_chmod("plain"_c, 0200) != 0; }, true, {{"chmod", 1, EPERM}}, "", "the permissions need no change");
+  expect(copy, false, {{"fchmod", 1, EPERM}, {"fstat", 3, EIO}}, "", "the permissions of the draft aren't known");
+  expect(copy_to("new"_c), true, {{"fgetxattr", 0, ENOSYS}}, "+new 770 12345\n", "no access lists");
+  expect(move_plain, true, {{"renameat2", 0, ENOSYS}, {"linkat", 0, ENOSYS}}, moved, "only plain renames");
+  expect(move_plain, true, {no_flags, {"linkat", 0, EOPNOTSUPP}}, moved, "a file has one name");
+  expect(move_plain, true, {other_file_system, {"fsync", 2, EINVAL}}, moved, "a folder can't be sent to the disk");
+  expect(move_plain, true, {other_file_system, {"fchown", 0, EPERM}}, restricted, "another group may do no more than others");
+  expect(move_plain, true, {no_flags, {"unlinkat", 1, ENOENT, true}}, moved, "a server repeats a request whose answer is lost");
+  expect(move_plain, true, {no_flags, no_links, {"renameat", 1, ENOENT, true}}, moved, "an answer is lost");
+  expect(move("dir"_c, "new"_c), true, {no_flags, {"renameat", 1, ENOENT, true}}, "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n", "an answer is lost");
+  expect(copy, true, {{"renameat", 1, ENOENT, true}}, copied, "an answer is lost");
+  expect(move_plain, false, {{"unlinkat", 1, EIO}, no_flags, {"fstatat", 4, EIO}}, "+new 4775 12345 old\n", "the old name may be gone");
+  // clang-format on
 }
 
 TEST(Moves, ReplaceNothing) {

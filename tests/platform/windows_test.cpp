@@ -74,64 +74,51 @@ std::string files(const std::string& folder = ".") {
 }
 
 TEST(Copies, LoseNothingWhenTheyCannotTakeTheirPlace) {
-  const std::string before = "locked=safe other=abc plain=12345 ";
-  const struct {
-    DWORD error, undo_error;
-    std::string after;
-  } rows[] = {
-      {0, 0, "locked=safe other=12345 plain=12345 "},
-      {ERROR_ACCESS_DENIED, 0, before},
-      {ERROR_UNABLE_TO_REMOVE_REPLACED, 0, before},
-      {ERROR_UNABLE_TO_MOVE_REPLACEMENT, 0, before},
-      {ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, 0, before},
-      {ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, ERROR_ACCESS_DENIED,
-       ".zelvan-0.old=abc .zelvan-0=12345 locked=safe plain=12345 "},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.error);
-    World world;
-    replace_error = row.error;
-    undo_error = row.undo_error;
+  const auto expect = [](DWORD error, DWORD no_undo, const std::string& after) {
+    SCOPED_TRACE(error);
+    const World world;
+    replace_error = error;
+    undo_error = no_undo;
     errno = 0;
-    EXPECT_EQ(osh_copyfile("other"_c, "plain"_c) != 0, row.error == 0);
-    EXPECT_EQ(errno != 0, row.error != 0);
-    replace_error = 0;
+    EXPECT_EQ(osh_copyfile("other"_c, "plain"_c) != 0, error == 0);
+    EXPECT_EQ(errno != 0, error != 0);
     undo_error = 0;
-    EXPECT_EQ(files(), row.after);
-  }
+    EXPECT_EQ(files(), after);
+  };
+  const std::string before = "locked=safe other=abc plain=12345 ";
+  expect(0, 0, "locked=safe other=12345 plain=12345 ");
+  expect(ERROR_ACCESS_DENIED, 0, before);
+  expect(ERROR_UNABLE_TO_MOVE_REPLACEMENT, 0, before);
+  expect(ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, 0, before);
+  expect(ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, ERROR_ACCESS_DENIED,
+         ".zelvan-0.old=abc .zelvan-0=12345 locked=safe plain=12345 ");
 }
 
 TEST(Moves, ToAnotherDriveReachTheDiskBeforeTheSourceGoes) {
   const std::string before = "locked=safe other=abc plain=12345 ", moved = "other=abc plain=12345 ";
-  const struct {
-    DWORD flush_error, delete_error;
-    int deletes_to_fail;
-    std::string here, there;
-    const char* why;
-  } rows[] = {
-      {0, 0, 0, moved, "moved=safe ", "nothing fails"},
-      {ERROR_DISK_FULL, 0, 0, before, "", "the content does not reach the disk"},
-      {0, ERROR_SHARING_VIOLATION, 1, before, "", "somebody has the source open"},
-      {0, ERROR_ACCESS_DENIED, 2, before, "moved=safe ", "the copy can't be deleted either"},
-      {0, ERROR_FILE_NOT_FOUND, 1, moved, "moved=safe ", "the source goes, the answer is lost"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    World world;
+  const auto expect = [&](DWORD no_flush, DWORD no_delete, int deletes, const std::string& here,
+                          const std::string& there, const char* why) {
+    SCOPED_TRACE(why);
+    const World world;
     fs::create_directory("Q:\\folder");
-    flush_error = row.flush_error;
-    delete_error = row.delete_error;
-    deletes_to_fail = row.deletes_to_fail;
-    EXPECT_EQ(osh_rename("locked"_c, "Q:\\folder\\moved"_c), row.here == moved ? 0 : -1);
+    flush_error = no_flush;
+    delete_error = no_delete;
+    deletes_to_fail = deletes;
+    EXPECT_EQ(osh_rename("locked"_c, "Q:\\folder\\moved"_c), here == moved ? 0 : -1);
     flush_error = 0;
     deletes_to_fail = 0;
-    EXPECT_EQ(files(), row.here);
-    EXPECT_EQ(files("Q:\\folder"), row.there);
-    char* const still_read_only = row.here == moved ? "Q:\\folder\\moved"_c : "locked"_c;
+    EXPECT_EQ(files(), here);
+    EXPECT_EQ(files("Q:\\folder"), there);
+    char* const still_read_only = here == moved ? "Q:\\folder\\moved"_c : "locked"_c;
     EXPECT_EQ(osh_file_access(still_read_only, 1) - osh_file_access(still_read_only, 2), 1);
     osh_chmod("Q:\\folder\\moved"_c, 0200);
     fs::remove_all("Q:\\folder");
-  }
+  };
+  expect(0, 0, 0, moved, "moved=safe ", "nothing fails");
+  expect(ERROR_DISK_FULL, 0, 0, before, "", "the content does not reach the disk");
+  expect(0, ERROR_SHARING_VIOLATION, 1, before, "", "somebody has the source open");
+  expect(0, ERROR_ACCESS_DENIED, 2, before, "moved=safe ", "the copy can't be deleted either");
+  expect(0, ERROR_FILE_NOT_FOUND, 1, moved, "moved=safe ", "the source goes, the answer is lost");
 }
 
 }  // namespace

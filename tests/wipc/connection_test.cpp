@@ -29,55 +29,43 @@ void zelvan::platform::Sleep(std::uint64_t milliseconds) {
 }
 
 TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
-  std::string module = "/bin/true";
-  const struct {
-    std::function<void()> set;
-    int looks;
-    std::string error;
-  } rows[] = {
-      {[] { wipc_set_connect_timeout(timeout_at_first); }, 21, "accept the primary connection\n"},
-      {[&] { module = "none"; }, 0, "start the secondary module (none)\n"},
-      {[] { wipc_set_nostart(1); }, 1201, "accept the primary connection\n"},
-      {[] { wipc_set_nostart(0); }, 0, "start the secondary module (none)\n"},
-      {[] { heap::refuse(1, false); }, 0, "create and bind the primary socket\n"},
-      {[] { heap::refuse(2, false); }, 0, "create and bind the secondary socket\n"},
-  };
   on_pause = [] {};
   const int descriptors = support::open_descriptors();
-  for (const auto& row : rows) {
+  const auto expect = [&](std::string module, int refused, int looks, const std::string& what) {
     paused_ms = 0;
     const std::string text = printed([&] {
-      row.set();
+      heap::refuse(refused, false);
       EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr);
       heap::grant_all();
     });
-    EXPECT_TRUE(text.ends_with("Error: Failed to " + row.error)) << row.error << text;
-    EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
-    EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;
-  }
+    EXPECT_TRUE(text.ends_with("Error: Failed to " + what + '\n')) << what << ": " << text;
+    EXPECT_EQ(paused_ms, 500 * looks) << what;
+    EXPECT_EQ(support::open_descriptors(), descriptors) << what;
+  };
+  wipc_set_connect_timeout(timeout_at_first);
+  expect("/bin/true", 0, 21, "accept the primary connection");
+  wipc_set_nostart(1);
+  expect("none", 0, 1201, "accept the primary connection");
+  wipc_set_nostart(0);
+  expect("none", 1, 0, "create and bind the primary socket");
+  expect("none", 2, 0, "create and bind the secondary socket");
+  expect("none", 0, 0, "start the secondary module (none)");
   EXPECT_EQ(std::string(wipc_last_error()).substr(0, 26), "Starting secondary: \"none\"");
 }
 
 TEST(OpenConnection, WantsAModuleOnThisMachine) {
-  const struct {
-    const char* why;
-    const char* path;
-    const char* module;
-    bool opens;
-  } rows[] = {
-      {"on the path, which a colon may end", ".:/bin:", "sh", true},
-      {"a colon at the start is part of the first name", ":/bin", "sh", false},
-      {"no path", nullptr, "sh", false},
-      {"an absolute path", nullptr, "/bin/sh", true},
-      {"an absolute path to nothing", "/bin", "/sh", false},
-  };
   zelvan::wipc_release_bind_sessions();
   const int descriptors = support::open_descriptors();
-  for (const auto& row : rows) {
-    support::set_environment("PATH", row.path);
-    EXPECT_EQ(open_connection("localhost", row.module), row.opens) << row.why;
-    EXPECT_EQ(support::open_descriptors(), descriptors + (row.opens ? 2 : 0)) << row.why;
-  }
+  const auto expect = [&](const char* path, const char* module, bool opens, const char* why) {
+    support::set_environment("PATH", path);
+    EXPECT_EQ(open_connection("localhost", module), opens) << why;
+    EXPECT_EQ(support::open_descriptors(), descriptors + (opens ? 2 : 0)) << why;
+  };
+  expect(".:/bin:", "sh", true, "on the path, which a colon may end");
+  expect(":/bin", "sh", false, "a colon at the start is part of the first name");
+  expect(nullptr, "sh", false, "no path");
+  expect(nullptr, "/bin/sh", true, "an absolute path");
+  expect("/bin", "/sh", false, "an absolute path to nothing");
   EXPECT_STREQ(wipc_last_error(), "Error: Invalid secondary path /sh\n");
   EXPECT_EQ(open_connection("127.0.0.1", "/sh"), 1) << "the module is on another machine";
   EXPECT_EQ(open_connection(own_name, "/sh"), 0) << "this machine, by its name";
@@ -129,40 +117,37 @@ TEST(AcceptConnection, CanBeRepeatedUntilBothConnectionsCome) {
 }
 
 TEST(SetLocalSessionsOnly, OpensPortsOnTheLoopbackAndClosesOtherConnectionsWhileItWaits) {
-  const struct {
-    bool is_on;
-    std::vector<std::pair<std::uint8_t, int>>
-        connections;  // last number of the peer's address, index in `ports`
-  } rows[] = {
-      {true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}},  // only 127.0.0.1 is accepted
-      {false, {{2, 0}, {2, 1}}},                 // the first peer on each port is accepted
-  };
-  for (const auto& row : rows) {
-    zelvan_set_local_sessions_only(row.is_on);
+  // Each peer is the last number of its address and the index of a port.
+  using Peers = std::vector<std::pair<std::uint8_t, int>>;
+  const auto expect = [](bool is_on, const Peers& connections, const char* why) {
+    SCOPED_TRACE(why);
+    zelvan_set_local_sessions_only(is_on);
     ASSERT_EQ(open_connection("localhost", "/bin/sh"), 1);
-    EXPECT_EQ(std::string(own_name) == "localhost", row.is_on) << own_name;
+    EXPECT_EQ(std::string(own_name) == "localhost", is_on) << own_name;
     for (const auto* bound : {zelvan::wipc_bind_primary, zelvan::wipc_bind_secondary}) {
       platform::SocketAddress own{};
       platform::getsockname(bound->sid, &own);
-      EXPECT_EQ(own.host[0], row.is_on ? 127 : 0) << "a port's address, 0 is any";
+      EXPECT_EQ(own.host[0], is_on ? 127 : 0) << "a port's address, 0 is any";
     }
     std::vector<int> peers;
     on_pause = [&] {  // the next peer connects
-      if (peers.size() == row.connections.size()) return;
-      const auto& [last, port] = row.connections[peers.size()];
+      if (peers.size() == connections.size()) return;
+      const auto& [last, port] = connections[peers.size()];
       peers.push_back(platform::socket());
       platform::bind(peers.back(), {{127, 0, 0, last}, 0});
       platform::connect(peers.back(), {{127, 0, 0, 1}, static_cast<std::uint16_t>(ports[port])});
     };
     void* session = wipc_accept_connection();
-    EXPECT_NE(session, nullptr) << "switch " << row.is_on;
+    EXPECT_NE(session, nullptr);
     for (std::size_t i = 0; i < peers.size(); ++i) {
       const bool is_closed = platform::select(peers[i]) == 1;
-      EXPECT_EQ(is_closed, row.is_on && i % 2 == 0) << "switch " << row.is_on << ", peer " << i;
+      EXPECT_EQ(is_closed, is_on && i % 2 == 0) << "peer " << i;
       platform::closesocket(peers[i]);
     }
     wipc_close_session(session);
-  }
+  };
+  expect(true, {{2, 0}, {1, 0}, {2, 1}, {1, 1}}, "only 127.0.0.1 is accepted");
+  expect(false, {{2, 0}, {2, 1}}, "the first peer on each port is accepted");
 }
 
 TEST(ConnectSession, TriesEachPortFiveTimesWithinThreeSeconds) {

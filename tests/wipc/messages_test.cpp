@@ -25,21 +25,9 @@ TEST(Write, SendsADataMessageAsItIsAndAStatusWithItsTerminator) {
 }
 
 TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
-  const struct {
-    const char* why;
-    std::vector<std::string> chunks;
-    std::vector<std::string> messages;
-  } rows[] = {
-      {"to the primary this is a message", {"SessionClosed"}, {"SessionClosed"}},
-      {"NULs part a chunk", {"one\0two\0end\0"s, "x"}, {"one", "two", "end", "x"}},
-      {"3998 bytes and a NUL are whole", {letters(3998) + '\0', "b"}, {letters(3998), "b"}},
-      {"3999 may be cut off", {letters(3999), "b"}, {letters(3999) + 'b'}},
-      {"4001 fit", {letters(4000), "b"}, {letters(4000) + 'b'}},
-      {"4002 do not", {letters(4000), "bb"}, {""}},
-      {"the last is joined", {"x\0"s + letters(3998), "b\0c"s}, {"x", letters(3998) + 'b', "c"}},
-  };
-  for (const auto read : {wipc_read, wipc_read_status}) {
-    for (const auto& [why, chunks, messages] : rows) {
+  using Texts = std::vector<std::string>;
+  const auto expect = [](const Texts& chunks, const Texts& messages, const char* why) {
+    for (const auto read : {wipc_read, wipc_read_status}) {
       ScriptedPeer peer('P');
       const int socket = read == wipc_read ? peer.data[1] : peer.status[1];
       for (const std::string& chunk : chunks) send(socket, chunk.data(), chunk.size(), 0);
@@ -51,7 +39,14 @@ TEST(Read, EndsAMessageAtANulAndWhereAChunkEnds) {
       }
       EXPECT_EQ(read(peer.session, letters(9).data(), 9), 0) << "left over: " << why;
     }
-  }
+  };
+  expect({"SessionClosed"}, {"SessionClosed"}, "to the primary this is a message");
+  expect({"one\0two\0end\0"s, "x"}, {"one", "two", "end", "x"}, "NULs part a chunk");
+  expect({letters(3998) + '\0', "b"}, {letters(3998), "b"}, "3998 bytes and a NUL are whole");
+  expect({letters(3999), "b"}, {letters(3999) + 'b'}, "3999 may be cut off");
+  expect({letters(4000), "b"}, {letters(4000) + 'b'}, "4001 fit");
+  expect({letters(4000), "bb"}, {""}, "4002 do not");
+  expect({"x\0"s + letters(3998), "b\0c"s}, {"x", letters(3998) + 'b', "c"}, "the last is joined");
 }
 
 TEST(Read, AnswersTheEndAtTheSecondaryAndReleasesTheSession) {
