@@ -1,12 +1,10 @@
 #include <zelvan/logger/logger.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <support/system.h>
+#include <osh/world.h>
 
 /// The private members of a Logger.
 struct LoggerInside {
@@ -48,12 +46,6 @@ class LoggerTest : public testing::Test {
     for (const char* variable : variables) support::set_environment(variable, nullptr);
   }
 };
-
-std::string content(const std::string& path) {
-  std::string text;
-  std::getline(std::ifstream(path), text, '\0');
-  return text;
-}
 
 TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   std::string given = "name";
@@ -118,10 +110,10 @@ TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
 }
 
 TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
-  const std::string prefix = testing::TempDir() + "logger-test-";
+  const support::TemporaryFolder folder;
   const auto destroy_one = [] { Logger closes_the_file(nullptr); };
   Logger log("log");
-  log.setFilePrefix(prefix.c_str());
+  log.setFilePrefix("test-");
   In::number = 7;
   (log.*In::open)();
   EXPECT_EQ(In::file, nullptr) << "init has not run";
@@ -139,8 +131,7 @@ TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
   }
   destroy_one();
   EXPECT_EQ(In::file, nullptr);
-  EXPECT_EQ(content(prefix + "7.log"), "12345") << "a second opening begins the file anew";
-  std::filesystem::remove(prefix + "7.log");
+  EXPECT_EQ(content("test-7.log"), "12345") << "a second opening begins the file anew";
 }
 
 }  // namespace
