@@ -32,22 +32,17 @@ constexpr const char* variables[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LIN
                                      "LOGGER_LOG_LEVEL", "LOGGER_FILE_PREFIX"};
 
 /// Puts the settings that all objects share back to their values at load.
-class LoggerTest : public testing::Test {
- protected:
-  void SetUp() override {
-    In::files = 2;
-    In::most_lines = 5000;
-    In::level = logTrace;
-    std::string().swap(In::prefix);  // frees its memory as well
-    In::lines = 0;
-    In::number = 0;
-    In::appends = false;
-    In::is_pending = true;
-    for (const char* variable : variables) support::set_environment(variable, nullptr);
-  }
-};
+void forget_settings() {
+  In::files = 2;
+  In::most_lines = 5000;
+  In::level = logTrace;
+  std::string().swap(In::prefix);  // frees its memory as well
+  In::appends = false;
+  In::is_pending = true;
+  for (const char* variable : variables) support::set_environment(variable, nullptr);
+}
 
-TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
+TEST(Logger, ObjectsOwnACopyOfTheirName) {
   std::string given = "name";
   Logger log(given.c_str());
   given = "gone";
@@ -63,7 +58,7 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   EXPECT_TRUE(assigned.*In::stout);
 }
 
-TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
+TEST(Logger, WritesNothingAndReturnsTrue) {
   Logger log(nullptr);
   EXPECT_TRUE(log.log(logError, nullptr, nullptr));
   EXPECT_TRUE(log.logf(logError, nullptr, nullptr));
@@ -72,7 +67,7 @@ TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
   }
 }
 
-TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
+TEST(Logger, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
   const std::string of_system = support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-";
   const struct {
     const char* values[4];  // of the variables
@@ -86,7 +81,7 @@ TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
       {{"99999999999", "many", "9", nullptr}, 2147483647, 5000, 4, of_system, "too large or none"},
   };
   for (const auto& row : rows) {
-    SetUp();
+    forget_settings();
     for (const int i : {0, 1, 2, 3}) support::set_environment(variables[i], row.values[i]);
     Logger log(nullptr);
     if (row.values[3] != nullptr) log.setFilePrefix("the program's");
@@ -100,7 +95,7 @@ TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
   }
 }
 
-TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
+TEST(Logger, FormatsTheDateInUpTo63Characters) {
   for (const std::size_t length : {1, 63, 64}) {
     char* date = nullptr;
     (Logger(nullptr).*In::date)(std::string(length, '-').c_str(), &date);
@@ -109,8 +104,9 @@ TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
   }
 }
 
-TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
+TEST(Logger, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
   const support::TemporaryFolder folder;
+  forget_settings();
   const auto destroy_one = [] { Logger closes_the_file(nullptr); };
   Logger log("log");
   log.setFilePrefix("test-");
