@@ -56,17 +56,18 @@ TEST(ColorMap, SetsEntriesThatItHas) {
 }
 
 TEST(GetValue, IsWhatAnImageHoldsForAPen) {
-  int rgb[] = {0, 0, 0, 0x11, 0x22, 0x33};
-  ColorMap map(2, 255, rgb), empty(0, 255);
-  EXPECT_EQ(map.GetValue(ImageType8Bit, RGBOrderRedHigh, 9), 9u) << "the pen itself";
+  const int rgb[] = {0, 0, 0, 0x11, 0x22, 0x33};
+  const std::unique_ptr<ColorMap> map(zelvan_new_color_map(2, 255, rgb));
+  ColorMap empty(0, 255);
+  EXPECT_EQ(map->GetValue(ImageType8Bit, RGBOrderRedHigh, 9), 9u) << "the pen itself";
   for (const ImageType packed : {ImageType1Bit, ImageType32Bit}) {
-    EXPECT_EQ(map.GetValue(packed, RGBOrderBlueHigh, 1), 0x332211u);
-    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, 1), 0x112233u);
-    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, 2), 1u) << "beyond the map";
-    EXPECT_EQ(map.GetValue(packed, RGBOrderRedHigh, -1), 1u) << "before it";
+    EXPECT_EQ(map->GetValue(packed, RGBOrderBlueHigh, 1), 0x332211u);
+    EXPECT_EQ(map->GetValue(packed, RGBOrderRedHigh, 1), 0x112233u);
+    EXPECT_EQ(map->GetValue(packed, RGBOrderRedHigh, 2), 1u) << "beyond the map";
+    EXPECT_EQ(map->GetValue(packed, RGBOrderRedHigh, -1), 1u) << "before it";
     EXPECT_EQ(empty.GetValue(packed, RGBOrderRedHigh, 0), 1u) << "no entries";
   }
-  EXPECT_EQ(map.GetValue(static_cast<ImageType>(2), RGBOrderRedHigh, 1), 1u) << "no such type";
+  EXPECT_EQ(map->GetValue(static_cast<ImageType>(2), RGBOrderRedHigh, 1), 1u) << "no such type";
 }
 
 TEST(GetClosestColor, RemembersTheLastAnswer) {
@@ -129,9 +130,12 @@ TEST(MapColors, CountsHowCloseItCame) {
   for (int i = 0; i < 10; ++i) source.colors[i] = {steps[i], steps[i], steps[i]};
   ColorXfm xfm(12);
   xfm.xfm_table[10] = xfm.xfm_table[11] = 5;
+  const auto counts = [&] {
+    return std::vector{xfm.hist_exact, xfm.hist_3, xfm.hist_7, xfm.hist_15, xfm.hist_31};
+  };
+  EXPECT_EQ(counts(), std::vector<unsigned int>(5)) << "all are 0 at first";
   for (int times = 0; times < 2; ++times) xfm.MapColors(&source, &target);
-  EXPECT_EQ((std::vector{xfm.hist_exact, xfm.hist_3, xfm.hist_7, xfm.hist_15, xfm.hist_31}),
-            (std::vector<unsigned int>{1, 1, 2, 2, 2}));
+  EXPECT_EQ(counts(), (std::vector<unsigned int>{1, 1, 2, 2, 2}));
   EXPECT_EQ(xfm.DoColorXfm(9), 1U);
   EXPECT_EQ(xfm.DoColorXfm(10), 5U) << "a pen that the source does not have";
   EXPECT_EQ(xfm.DoColorXfm(UINT_MAX), 5U) << "beyond the table the last pen decides";

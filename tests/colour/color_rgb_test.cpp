@@ -29,7 +29,8 @@ TEST(ColorRGB, TakesATextualValue) {
   expect("RGB 1 0", before, "too few operands");
   expect("HSV 240 1 1 more", {0, 0, 255}, "what follows the last operand is ignored");
   expect("HSV 360 1 1", before, "the circle ends before 360");
-  expect("HSV -1 1 1", before, "and begins at 0");
+  expect("HSV 0 1 1", {255, 0, 0}, "and begins at 0");
+  expect("HSV -1 1 1", before, "a hue below 0");
   expect("HSV 0 1.5 1", before, "saturation above 1");
   expect("HSV 0 1 -1", before, "value below 0");
   expect("Name", before, "no name");
@@ -59,6 +60,18 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
   expect({270, 1, 1}, {2, 0, 4}, "red rises");
   expect({330, 1, 1}, {4, 0, 2}, "blue falls: below 0, a turn is added");
   expect({240, 0.5f, 0.5f}, {1, 1, 2}, "pale and dark");
+  ColorHSV below_red = {-1e-20f, 1, 1};
+  ColorRGB color;
+  color.HsvToRgb(&below_red, 4);
+  EXPECT_EQ(color, ColorRGB(4, 0, 0)) << "a turn is added, and the sum is rounded to a whole turn";
+}
+
+TEST(ColorRGB, UnpacksRedFromTheLowBitsOrFromHighOnes) {
+  ColorRGB color;
+  color.RGB32BitToRGBColor(0x44332211);
+  EXPECT_EQ(color, ColorRGB(0x11, 0x22, 0x33));
+  color.BGR32BitToRGBColor(0x44332211);
+  EXPECT_EQ(color, ColorRGB(0x33, 0x22, 0x11));
 }
 
 TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {

@@ -110,8 +110,10 @@ TEST(CLineTypeDefList, CopiesItsDefinitions) {
     CLineTypeDefList list;
     add(list, definition(40, 0.5, {1}));
     copy = list;
-    CLineTypeDefList& itself = copy;
+    const CLineTypeDefList& itself = copy;
+    const CLineTypeDefinition* const kept = copy.GetDefinition(40);
     copy = itself;
+    EXPECT_EQ(copy.GetDefinition(40), kept) << "assigned to itself, a list stays";
     EXPECT_NE(copy.GetDefinition(40), list.GetDefinition(40)) << "each list owns its own";
   }
   EXPECT_TRUE(*copy.GetDefinition(40) == *definition(0, 0.5, {1}));

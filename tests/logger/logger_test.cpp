@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
@@ -13,6 +14,7 @@ struct LoggerInside {
   static constexpr auto date = &Logger::getCurrentDate;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
+  static constexpr auto reserved = &Logger::reserved_flag;
   static inline auto& files = Logger::max_num_files;
   static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
@@ -31,14 +33,17 @@ using In = LoggerInside;
 constexpr const char* variables[] = {"LOGGER_MAX_NUM_FILES", "LOGGER_MAX_NUM_LINES",
                                      "LOGGER_LOG_LEVEL", "LOGGER_FILE_PREFIX"};
 
+const int files_at_load = In::files, lines_at_load = In::most_lines;
+const bool is_pending_at_load = In::is_pending, appends_at_load = In::appends;
+
 /// Puts the settings that all objects share back to their values at load.
 void forget_settings() {
-  In::files = 2;
-  In::most_lines = 5000;
+  In::files = files_at_load;
+  In::most_lines = lines_at_load;
   In::level = logTrace;
   std::string().swap(In::prefix);  // frees its memory as well
-  In::appends = false;
-  In::is_pending = true;
+  In::appends = appends_at_load;
+  In::is_pending = is_pending_at_load;
   for (const char* variable : variables) support::set_environment(variable, nullptr);
 }
 
@@ -46,7 +51,9 @@ TEST(Logger, ObjectsOwnACopyOfTheirName) {
   std::string given = "name";
   Logger log(given.c_str());
   given = "gone";
+  EXPECT_FALSE(log.*In::stout);
   log.setStout(true);
+  EXPECT_TRUE(std::exchange(log.*In::reserved, false));
   Logger copy(log);
   log.setClassname(nullptr);
   EXPECT_STREQ(log.*In::name, "") << "null counts as empty";
@@ -56,6 +63,7 @@ TEST(Logger, ObjectsOwnACopyOfTheirName) {
   assigned.setClassname(assigned.*In::name);
   EXPECT_STREQ(assigned.*In::name, "name") << "given its own name";
   EXPECT_TRUE(assigned.*In::stout);
+  EXPECT_FALSE(assigned.*In::reserved);
 }
 
 TEST(Logger, WritesNothingAndReturnsTrue) {

@@ -2,6 +2,8 @@
 
 #include <climits>
 #include <cstdlib>
+#include <regex>
+#include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -88,4 +90,46 @@ TEST(MemListRemoveFromSearch, KeepsBlocksOfAnObjectFromRemovals) {
   MemSetDefaultObject(nullptr);
   MemListDelete(&list);
   EXPECT_EQ(list, nullptr) << "deleted";
+}
+
+// In the expected lines @ stands for any address and N for any serial number. "/n" is no line end.
+TEST(MemTrace, PrintsEachStepWhileItIsOn) {
+  MemPool pool = {20, 0};
+  MemList* list = MemListNew(&pool, answer);
+  gives_up_at = MEM_POOL_OVERFLOW;
+  void *owner = nullptr, *other = nullptr;
+  testing::internal::CaptureStdout();
+  mem_trace = 1;
+  MemAllocate(list, 16, nullptr, &owner);
+  MemAllocate(list, 4, nullptr, &other);
+  MemAllocate(list, 1, nullptr, nullptr);
+  MemSetPointer(list, other, static_cast<void**>(owner));
+  MemFree(list, owner);
+  MemFree(list, std::malloc(1));
+  MemListInitializeSearch(list);
+  MemListRemoveLargest(list);
+  mem_trace = 0;
+  const std::string text = testing::internal::GetCapturedStdout();
+  const std::string numbered = std::regex_replace(text, std::regex("0x[0-9a-f]+"), "@");
+  EXPECT_EQ(std::regex_replace(numbered, std::regex("\\[[0-9]+\\]"), "[N]"),
+            "Allocate:  list @ key 0 size 16 back ptr @\n"
+            "  [N] Allocation address @ total size 16 pool used 16\n"
+            "Allocate:  list @ key 0 size 4 back ptr @\n"
+            "  [N] Allocation address @ total size 4 pool used 20\n"
+            "Allocate:  list @ key 0 size 1 back ptr 0\n"
+            "**Pool overflow current size 20\n"
+            "**Pool overflow after exception processing\n"
+            "Set pointer: list @ address @ back ptr @\n"
+            "  [N] Set pointer replaces @\n"
+            "    Parent sequence [N] total size 20\n"
+            "Free: list @ address @\n"
+            "**[N] Is parent/nFree: list @ address @\n"
+            "**Address not found\n"
+            "Initialize search: list @\n"
+            "!!Remove: Largest\n"
+            "  [N] Release 4 pool used 16\n"
+            "  [N] Parent sequence [N], new total 16\n"
+            "  [N] Release 16 pool used 0\n"
+            "^^Remove: Largest\n");
+  MemListDelete(&list);
 }

@@ -204,6 +204,7 @@ TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
       {[] { return osh_fclose(osh_fopen_binary("other"_c, "r+"_c)) == 0; }, true, {{"fopen", 1, EINTR}}, "", "an interrupted call is repeated"},
       {[] { return osh_system(1, "/bin/true"_c) == 8; }, true, {{"fork", 2, ENOMEM}}, "", "8 stands for memory and processes"},
       {[] { return osh_chmod("plain"_c, 0444) != 0; }, false, {{"chmod", 1, EPERM}}, "", "the permissions can't be set"},
+      {[] { return osh_filesize("plain"_c) == -1; }, true, {{"fstat", 2, EIO}}, "", "the size can't be had"},
       {[] { return osh_chmod("plain"_c, 0200) != 0; }, true, {{"chmod", 1, EPERM}}, "", "the permissions need no change"},
       {copy, false, {{"fchmod", 1, EPERM}, {"fstat", 3, EIO}}, "", "the permissions of the draft aren't known"},
       {copy_to("new"_c), true, {{"fgetxattr", 0, ENOSYS}}, "+new 770 12345\n", "no access lists"},

@@ -12,6 +12,11 @@ TEST(SwapInPlace, ReversesBytesAtAnyAlignment) {
   EXPECT_EQ(text, "-ba4321hgfedcba-");
 }
 
+TEST(ByteOrder, IsThatOfEveryMachineTheLibraryIsBuiltFor) {
+  EXPECT_EQ(UtlByteOrderIsIntel(), 1);
+  EXPECT_EQ(utl_is_little_endian(), 1);
+}
+
 TEST(SwapBytes, ReversesEachElementOfItsTypesSize) {
   const auto expect = [](unsigned short type, unsigned count, const std::string& expected) {
     const std::string source = "0123456789abcdef";

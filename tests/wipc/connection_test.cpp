@@ -39,14 +39,18 @@ TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
       {[&] { module = "none"; }, 0, "start the secondary module (none)\n"},
       {[] { wipc_set_nostart(1); }, 1201, "accept the primary connection\n"},
       {[] { wipc_set_nostart(0); }, 0, "start the secondary module (none)\n"},
+      {[] { heap::refuse(1, false); }, 0, "create and bind the primary socket\n"},
+      {[] { heap::refuse(2, false); }, 0, "create and bind the secondary socket\n"},
   };
   on_pause = [] {};
   const int descriptors = support::open_descriptors();
   for (const auto& row : rows) {
-    row.set();
     paused_ms = 0;
-    const std::string text =
-        printed([&] { EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr); });
+    const std::string text = printed([&] {
+      row.set();
+      EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr);
+      heap::grant_all();
+    });
     EXPECT_TRUE(text.ends_with("Error: Failed to " + row.error)) << row.error << text;
     EXPECT_EQ(paused_ms, 500 * row.looks) << row.error;
     EXPECT_EQ(support::open_descriptors(), descriptors) << row.error;

@@ -10,6 +10,7 @@ TEST(Sessions, AreRefusedIfNullOrNotOpen) {
       EXPECT_EQ(wipc_write_status(none, text), 0);
       EXPECT_EQ(wipc_read(none, text, 1), -1);
       EXPECT_EQ(wipc_read_status(none, text, 1), -1);
+      EXPECT_EQ(wipc_sid(none), -1);
       EXPECT_EQ(wipc_status_sid(none), -1);
       wipc_close_session(none);
     }
@@ -18,9 +19,11 @@ TEST(Sessions, AreRefusedIfNullOrNotOpen) {
     EXPECT_EQ(wipc_read(primary.session, nullptr, 1), 0);
     EXPECT_EQ(wipc_read_status(primary.session, nullptr, 1), 0);
     EXPECT_EQ(wipc_read_status(primary.session, text, 0), 0);
+    EXPECT_EQ(wipc_read_status(secondary.session, text, 1), 0) << "it only writes a status";
   });
   zelvan::release_session(bind);
-  // Each failure prints a line, save those of wipc_write, wipc_status_sid and wipc_close_session.
+  // Each failure prints a line, save those of wipc_write, wipc_sid, wipc_status_sid and
+  // wipc_close_session.
   EXPECT_EQ(std::count(reports.begin(), reports.end(), '\n'), 10) << "lines:\n" << reports;
 }
 
