@@ -74,7 +74,7 @@ template <class Translate, class... Options>
 Kernel translation(int size, Translate translate, Options... options) {
   return [=](Inputs& in) {
     GuardedArray<unsigned char> bytes(in.bytes);
-    unsigned char* const last = bytes.end() - size * in.n;
+    unsigned char* const last = bytes.data() + bytes.size() - size * in.n;
     for (const int distance : {0, 1, 8, 31, 40, 8 * in.n}) {
       unsigned char* const other = std::max(bytes.data(), last - distance);
       translate(options..., in.n, other, last);

@@ -15,7 +15,8 @@ static Lines pieces_of(const std::vector<real_pt_t>& line, const real_rect_t& vi
       points.data(), n, &view, out.data(), begins.data(), &count);
   EXPECT_EQ(begins[count], end);
   Lines pieces;
-  for (int k = 0; k < count; ++k) pieces.emplace_back(&out[begins[k]], &out[begins[k + 1]]);
+  const auto start = [&](int k) { return out.data() + begins[k]; };
+  for (int k = 0; k < count; ++k) pieces.emplace_back(start(k), start(k + 1));
   return pieces;
 }
 

@@ -1,5 +1,4 @@
 #include <zelvan/linetypes/line_type_functions.h>
-#include <zelvan/linetypes/line_type_list.h>
 
 #include <climits>
 #include <cmath>
@@ -48,19 +47,21 @@ TEST(CLineTypeDefList, StartsWithThirteenBuiltInLineTypes) {
       {12, 6.5, {90, 40}},
       {13, 15.5, {130, 20, 60, 20, 60, 20}},
   };
-  CLineTypeDefList list;
-  for (const auto& row : rows) {
-    const CLineTypeDefinition* found = list.GetDefinition(row.index);
-    ASSERT_NE(found, nullptr) << row.index;
-    EXPECT_TRUE(*found == *definition(0, row.pattern_length, row.fragments)) << row.index;
-    const int count = zelvan_count_fragments(&list, row.index);
-    for (int i = 0; i < count; ++i) {
-      EXPECT_EQ(zelvan_get_fragment(&list, row.index, i), row.fragments[i]) << row.index;
+  CLineTypeDefList* const list = zelvan_new_line_types();
+  for (const auto& [index, pattern_length, fragments] : rows) {
+    EXPECT_EQ(zelvan_get_pattern_length(list, index), pattern_length) << "line type " << index;
+    std::vector<double> found;
+    for (int i = 0; i < zelvan_count_fragments(list, index); ++i) {
+      found.push_back(zelvan_get_fragment(list, index, i));
     }
-    EXPECT_EQ(zelvan_get_fragment(&list, row.index, count), -1.0) << row.index;
+    EXPECT_EQ(found, fragments) << "line type " << index;
   }
-  EXPECT_EQ(list.GetDefinition(0), nullptr);
-  EXPECT_EQ(list.GetDefinition(14), nullptr);
+  for (const int i : {-1, 4}) EXPECT_EQ(zelvan_get_fragment(list, 4, i), -1) << "fragment " << i;
+  for (const unsigned int index : {0, 14}) {  // no such line types
+    EXPECT_EQ(zelvan_count_fragments(list, index), -1) << index;
+    EXPECT_EQ(zelvan_get_pattern_length(list, index), -1) << index;
+  }
+  zelvan_delete_line_types(list);
 }
 
 TEST(AddLineTypeDefinition, FindsAnEqualOneAndLeavesTheCallersAlone) {

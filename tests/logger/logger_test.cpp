@@ -1,13 +1,11 @@
 #include <zelvan/logger/logger.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
-#include <support/system.h>
+#include <osh/world.h>
 
 /// The private members of a Logger.
 struct LoggerInside {
@@ -39,28 +37,17 @@ const int files_at_load = In::files, lines_at_load = In::most_lines;
 const bool is_pending_at_load = In::is_pending, appends_at_load = In::appends;
 
 /// Puts the settings that all objects share back to their values at load.
-class LoggerTest : public testing::Test {
- protected:
-  void SetUp() override {
-    In::files = files_at_load;
-    In::most_lines = lines_at_load;
-    In::level = logTrace;
-    std::string().swap(In::prefix);  // frees its memory as well
-    In::lines = 0;
-    In::number = 0;
-    In::appends = appends_at_load;
-    In::is_pending = is_pending_at_load;
-    for (const char* variable : variables) support::set_environment(variable, nullptr);
-  }
-};
-
-std::string content(const std::string& path) {
-  std::string text;
-  std::getline(std::ifstream(path), text, '\0');
-  return text;
+void forget_settings() {
+  In::files = files_at_load;
+  In::most_lines = lines_at_load;
+  In::level = logTrace;
+  std::string().swap(In::prefix);  // frees its memory as well
+  In::appends = appends_at_load;
+  In::is_pending = is_pending_at_load;
+  for (const char* variable : variables) support::set_environment(variable, nullptr);
 }
 
-TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
+TEST(Logger, ObjectsOwnACopyOfTheirName) {
   std::string given = "name";
   Logger log(given.c_str());
   given = "gone";
@@ -79,7 +66,7 @@ TEST_F(LoggerTest, ObjectsOwnACopyOfTheirName) {
   EXPECT_FALSE(assigned.*In::reserved);
 }
 
-TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
+TEST(Logger, WritesNothingAndReturnsTrue) {
   Logger log(nullptr);
   EXPECT_TRUE(log.log(logError, nullptr, nullptr));
   EXPECT_TRUE(log.logf(logError, nullptr, nullptr));
@@ -88,7 +75,7 @@ TEST_F(LoggerTest, WritesNothingAndReturnsTrue) {
   }
 }
 
-TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
+TEST(Logger, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
   const std::string of_system = support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-";
   const struct {
     const char* values[4];  // of the variables
@@ -102,7 +89,7 @@ TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
       {{"99999999999", "many", "9", nullptr}, 2147483647, 5000, 4, of_system, "too large or none"},
   };
   for (const auto& row : rows) {
-    SetUp();
+    forget_settings();
     for (const int i : {0, 1, 2, 3}) support::set_environment(variables[i], row.values[i]);
     Logger log(nullptr);
     if (row.values[3] != nullptr) log.setFilePrefix("the program's");
@@ -116,7 +103,7 @@ TEST_F(LoggerTest, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
   }
 }
 
-TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
+TEST(Logger, FormatsTheDateInUpTo63Characters) {
   for (const std::size_t length : {1, 63, 64}) {
     char* date = nullptr;
     (Logger(nullptr).*In::date)(std::string(length, '-').c_str(), &date);
@@ -125,11 +112,12 @@ TEST_F(LoggerTest, FormatsTheDateInUpTo63Characters) {
   }
 }
 
-TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
-  const std::string prefix = testing::TempDir() + "logger-test-";
+TEST(Logger, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
+  const support::TemporaryFolder folder;
+  forget_settings();
   const auto destroy_one = [] { Logger closes_the_file(nullptr); };
   Logger log("log");
-  log.setFilePrefix(prefix.c_str());
+  log.setFilePrefix("test-");
   In::number = 7;
   (log.*In::open)();
   EXPECT_EQ(In::file, nullptr) << "init has not run";
@@ -147,8 +135,7 @@ TEST_F(LoggerTest, OpensItsFileAnewOrToAppendAfterADestructorClosedIt) {
   }
   destroy_one();
   EXPECT_EQ(In::file, nullptr);
-  EXPECT_EQ(content(prefix + "7.log"), "12345") << "a second opening begins the file anew";
-  std::filesystem::remove(prefix + "7.log");
+  EXPECT_EQ(content("test-7.log"), "12345") << "a second opening begins the file anew";
 }
 
 }  // namespace
