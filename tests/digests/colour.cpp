@@ -34,47 +34,25 @@ const Group set_value("colour.set_value", [](Log& log) {
   }
 });
 
-constexpr int map_scales[] = {255, 255, 20'000};
-
-/// Returns a random colour. Kind 0 has few colours, so that many are equally close. Kind 1 has all
-/// colours of a scale of 255. Kind 2 has few that are so far apart that `float` rounds the sum of
-/// squares: the rounding then depends on the order of the channels, and decides which is closest.
-ColorRGB some_color(Random& random, int kind) {
-  constexpr int ranges[] = {9, 256, 10};
-  const auto channel = [&] { return random.below(ranges[kind]) * (kind == 2 ? 1999 : 1); };
-  return {channel(), channel(), channel()};
-}
-
-void fill(ColorMap& map, Random& random, int kind) {
-  for (ColorRGB& entry : std::span(map.colors, map.map_size)) entry = some_color(random, kind);
-}
-
-void log_closest(Log& log, ColorMap& map, ColorRGB target) {
-  int distance = -1;
-  const int index = map.GetClosestColor(&target, &distance, 1);
-  log("GetClosestColor", inputs(map.map_size, target), index, distance);
-  log("GetSimilarColor", inputs(map.map_size, target), map.GetSimilarColor(&target));
-}
-
-// Maps of 0 to 71 colours: every remainder modulo the length of a vector.
-const Group closest_color("colour.closest_color", [](Log& log) {
-  Random random(1);
-  for (int i = 0; i < 3 * 72; ++i) {
-    ColorMap map(i / 3, map_scales[i % 3]);
-    fill(map, random, i % 3);
-    for (int k = 0; k < 30; ++k) log_closest(log, map, some_color(random, i % 3));
-  }
-});
-
-// Half of the maps are black: for white, the last bit of a `float` decides if a pen is near enough.
+// Black and white are as far apart as a pen may be, and the last bit of a `float` decides if that
+// is too far. The other maps have few colours, many of them equally close, so far from white that
+// `float` rounds the sum of squares: the rounding depends on the order of the channels, and decides
+// which is closest.
 const Group far_colors("colour.far_colors", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 20'000; ++i) {
     const bool is_black = i % 2 == 0;
-    const int scale = is_black ? 2300 + i / 2 : map_scales[2];
+    const int scale = is_black ? 2300 + i / 2 : 20'000;
+    const auto channel = [&] { return is_black ? 0 : 1999 * random.below(10); };
     ColorMap map(2 + i % 19, scale);
-    if (!is_black) fill(map, random, 2);
-    log_closest(log, map, {scale, scale, scale});
+    for (ColorRGB& pen : std::span(map.colors, map.map_size)) {
+      pen = {channel(), channel(), channel()};
+    }
+    ColorRGB white(scale, scale, scale);
+    int distance = -1;
+    const int index = map.GetClosestColor(&white, &distance, 1);
+    log("GetClosestColor", inputs(map.map_size, white), index, distance);
+    log("GetSimilarColor", inputs(map.map_size, white), map.GetSimilarColor(&white));
   }
 });
 
