@@ -49,7 +49,7 @@ TEST(ColorMap, SetsEntriesThatItHas) {
     EXPECT_EQ(zelvan_set_named_color(&map, index, "Red"), index == 0) << index;
     EXPECT_EQ(map.colors[0], index == 0 ? ColorRGB(255, 0, 0) : ColorRGB()) << "by its name";
     EXPECT_EQ(map.SetIndex(index, 0, text), index == 0) << index;
-    EXPECT_EQ(map.SetIndex(index, text), index == 0) << index;
+    EXPECT_EQ(zelvan_set_color(&map, index, text), index == 0) << index;
     EXPECT_EQ(map.SetRGBIndex(index, 0, 1, 0.5f), index == 0) << index;
   }
   EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
@@ -57,7 +57,9 @@ TEST(ColorMap, SetsEntriesThatItHas) {
 
 TEST(GetValue, IsWhatAnImageHoldsForAPen) {
   const int rgb[] = {0, 0, 0, 0x11, 0x22, 0x33};
-  const std::unique_ptr<ColorMap> map(zelvan_new_color_map(2, 255, rgb));
+  const std::unique_ptr<ColorMap, void (*)(ColorMap*)> map(zelvan_new_color_map(2, 31, rgb),
+                                                           zelvan_delete_color_map);
+  EXPECT_EQ(map->max_value, 31u);
   ColorMap empty(0, 255);
   EXPECT_EQ(map->GetValue(ImageType8Bit, RGBOrderRedHigh, 9), 9u) << "the pen itself";
   for (const ImageType packed : {ImageType1Bit, ImageType32Bit}) {

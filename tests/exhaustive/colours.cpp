@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-// Converts all 16 777 216 colours to hue, saturation and value, and back to the same colour. 508 of
-// them have a name.
+// Converts all 16 777 216 colours to hue, saturation and value, and back to the same colour.
 TEST(ColorRGB, GoesThroughHsvAndBack) {
-  int named = 0;
   for (int packed = 0; packed < 1 << 24; ++packed) {
     ColorRGB color, back;
     color.RGB32BitToRGBColor(packed);
@@ -13,8 +11,5 @@ TEST(ColorRGB, GoesThroughHsvAndBack) {
     color.RgbToHsv(255, &hsv);
     ASSERT_EQ(back.SetHSVColor(hsv.hue, hsv.saturation, hsv.value), 1) << packed;
     ASSERT_EQ(back.RGBToRGB32BitColor(), static_cast<unsigned>(packed));
-    char* name;
-    named += color.FindNameForRgb(&name);
   }
-  EXPECT_EQ(named, 508);
 }

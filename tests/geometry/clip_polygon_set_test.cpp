@@ -1,5 +1,6 @@
 #include "geometry/clip_model.h"
 #include "support/heap.h"
+#include "support/vector_forms.h"
 
 TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
   const auto clip = zelvan_clip_polygon_set;  // calls ClipPolygonSet
@@ -45,14 +46,16 @@ TEST(ClipPolygonSet, LeavesOutThePolygonThatTheHeapRefuses) {
 
 // Checks polygons whose first two vertices are on different sides of the view's border.
 TEST(ClipPolygonSet, CoversAndDrawsInsideWhatThePolygonDoes) {
-  support::Random random(1);
-  for (int i = 0; i < 600 && !testing::Test::HasFailure(); ++i) {
-    SCOPED_TRACE(testing::Message() << "polygon " << i);
-    const real_rect_t& view = upright_and_other_views[i % 5];
-    Set in = random_ring(&random);
-    for (auto& vertex : in) vertex.flag |= drw_edge_visible;
-    const Set border = border_of(view);
-    if (winding(border, in[0].point) == winding(border, in[1].point)) continue;
-    expect_clipped(in, clipped(ClipPolygonSet, in, view), view, std::labs);
-  }
+  support::for_each_form([](const char* form) {
+    support::Random random(1);
+    for (int i = 0; i < 600 && !testing::Test::HasFailure(); ++i) {
+      SCOPED_TRACE(testing::Message() << form << ", polygon " << i);
+      const real_rect_t& view = upright_and_other_views[i % 5];
+      Set in = random_ring(&random);
+      for (auto& vertex : in) vertex.flag |= drw_edge_visible;
+      const Set border = border_of(view);
+      if (winding(border, in[0].point) == winding(border, in[1].point)) continue;
+      expect_clipped(in, clipped(ClipPolygonSet, in, view), view, std::labs);
+    }
+  });
 }

@@ -1,23 +1,26 @@
 #include "geometry/clip_model.h"
+#include "support/vector_forms.h"
 
 #include <algorithm>
 #include <cmath>
 
 TEST(ClipPolygonSetToView, WindsAndDrawsInsideAsTheSourceDoes) {
-  support::Random random(1);
-  for (int i = 0; i < 240 && !testing::Test::HasFailure(); ++i) {
-    const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 0x1p1020 : 0x1p-1000;
-    SCOPED_TRACE(testing::Message() << "set " << i << ", times " << scale);
-    const real_rect_t& view = upright_and_other_views[i % 5];
-    Set in = random_ring(&random);
-    if (i % 7 < 4) in.back().flag -= 2;  // not closed: forms one polygon with the next ring
-    for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
-    for (auto& [p, flag] : in) {
-      if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // rounds onto sides and each other
+  support::for_each_form([](const char* form) {
+    support::Random random(1);
+    for (int i = 0; i < 240 && !testing::Test::HasFailure(); ++i) {
+      const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 0x1p1020 : 0x1p-1000;
+      SCOPED_TRACE(testing::Message() << form << ", set " << i << ", times " << scale);
+      const real_rect_t& view = upright_and_other_views[i % 5];
+      Set in = random_ring(&random);
+      if (i % 7 < 4) in.back().flag -= 2;  // not closed: forms one polygon with the next ring
+      for (const auto& vertex : random_ring(&random)) in.push_back(vertex);
+      for (auto& [p, flag] : in) {
+        if (i % 8 < 4) p = {std::round(p.x), std::round(p.y)};  // rounds onto sides and each other
+      }
+      const Set out = clipped(ClipPolygonSetToView, in, view, scale);
+      expect_clipped(in, out, view, [](long winding) { return winding; });
     }
-    const Set out = clipped(ClipPolygonSetToView, in, view, scale);
-    expect_clipped(in, out, view, [](long winding) { return winding; });
-  }
+  });
 }
 
 const Set around = {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}};

@@ -3,6 +3,7 @@
 #include <climits>
 #include <cmath>
 #include <memory>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -28,11 +29,7 @@ static Added add(CLineTypeDefList& list, std::unique_ptr<CLineTypeDefinition> ma
 }
 
 TEST(CLineTypeDefList, StartsWithThirteenBuiltInLineTypes) {
-  const struct {
-    unsigned int index;
-    double pattern_length;
-    std::vector<double> fragments;
-  } rows[] = {
+  const std::tuple<unsigned int, double, std::vector<double>> rows[] = {
       {1, 10.0, {100}},
       {2, 5.0, {60, 40}},
       {3, 2.5, {10, 40}},

@@ -1,8 +1,8 @@
 #include <zelvan/logger/logger.h>
 
+#include <array>
 #include <cstdlib>
 #include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
 #include <osh/world.h>
@@ -14,7 +14,6 @@ struct LoggerInside {
   static constexpr auto date = &Logger::getCurrentDate;
   static constexpr auto name = &Logger::classname;
   static constexpr auto stout = &Logger::stout;
-  static constexpr auto reserved = &Logger::reserved_flag;
   static inline auto& files = Logger::max_num_files;
   static inline auto& most_lines = Logger::max_num_lines;
   static inline auto& lines = Logger::num_lines;
@@ -53,7 +52,6 @@ TEST(Logger, ObjectsOwnACopyOfTheirName) {
   given = "gone";
   EXPECT_FALSE(log.*In::stout);
   log.setStout(true);
-  EXPECT_TRUE(std::exchange(log.*In::reserved, false));
   Logger copy(log);
   log.setClassname(nullptr);
   EXPECT_STREQ(log.*In::name, "") << "null counts as empty";
@@ -63,7 +61,6 @@ TEST(Logger, ObjectsOwnACopyOfTheirName) {
   assigned.setClassname(assigned.*In::name);
   EXPECT_STREQ(assigned.*In::name, "name") << "given its own name";
   EXPECT_TRUE(assigned.*In::stout);
-  EXPECT_FALSE(assigned.*In::reserved);
 }
 
 TEST(Logger, WritesNothingAndReturnsTrue) {
@@ -77,30 +74,25 @@ TEST(Logger, WritesNothingAndReturnsTrue) {
 
 TEST(Logger, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
   const std::string of_system = support::is_posix ? "/tmp/logQelt-" : "c:\\temp\\logQelt-";
-  const struct {
-    const char* values[4];  // of the variables
-    int files, lines, level;
-    std::string prefix;
-    const char* why;
-  } rows[] = {
-      {{nullptr, nullptr, nullptr, nullptr}, 2, 5000, 0, of_system, "not set"},
-      {{" +7 of them", "2000", "3", "here-"}, 7, 2000, 3, "here-", "begin with a number"},
-      {{"0", "999", "-3", nullptr}, 1, 1000, 0, of_system, "less than the least"},
-      {{"99999999999", "many", "9", nullptr}, 2147483647, 5000, 4, of_system, "too large or none"},
-  };
-  for (const auto& row : rows) {
+  using Values = std::array<const char*, 4>;  // of the variables
+  const auto expect = [](Values values, int files, int lines, int level, std::string prefix,
+                         const char* why) {
     forget_settings();
-    for (const int i : {0, 1, 2, 3}) support::set_environment(variables[i], row.values[i]);
+    for (const int i : {0, 1, 2, 3}) support::set_environment(variables[i], values[i]);
     Logger log(nullptr);
-    if (row.values[3] != nullptr) log.setFilePrefix("the program's");
+    if (values[3] != nullptr) log.setFilePrefix("the program's");
     (log.*In::init)();
     support::set_environment(variables[0], "3");
     (log.*In::init)();  // a second call reads nothing
-    EXPECT_EQ(In::files, row.files) << row.why;
-    EXPECT_EQ(In::most_lines, row.lines) << row.why;
-    EXPECT_EQ(In::level, row.level) << row.why;
-    EXPECT_EQ(In::prefix, row.prefix) << row.why;
-  }
+    EXPECT_EQ(In::files, files) << why;
+    EXPECT_EQ(In::most_lines, lines) << why;
+    EXPECT_EQ(In::level, level) << why;
+    EXPECT_EQ(In::prefix, prefix) << why;
+  };
+  expect({}, 2, 5000, 0, of_system, "not set");
+  expect({" +7 of them", "2000", "3", "here-"}, 7, 2000, 3, "here-", "begin with a number");
+  expect({"0", "999", "-3"}, 1, 1000, 0, of_system, "less than the least");
+  expect({"99999999999", "many", "9"}, 2147483647, 5000, 4, of_system, "too large or none");
 }
 
 TEST(Logger, FormatsTheDateInUpTo63Characters) {

@@ -24,6 +24,9 @@ static std::map<std::string, std::string> all_files() {
 }
 
 static int closed(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
+static int written(std::FILE* fp) {
+  return fp != nullptr && std::fputc('!', fp) == '!' && osh_fflush(fp) == 0 && closed(fp);
+}
 
 /// Returns the number that osh_inquire_file stores; 0 if it fails and stores nothing.
 static int inquired(char* path) {
@@ -63,8 +66,8 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   expect("create, exclusive", 0, -1, "new", [](char* p) { return osh_close(osh_open_text(p, 0x501, 0600)); });
   expect("open, two ways", 0, -1, "", [](char* p) { return osh_open_binary(p, 3, 0); });
   expect("truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); });
-  expect("stream r+", 1, 0, "plain link", [](char* p) { return closed(osh_fopen_binary(p, "r+"_c)); });
-  expect("stream w", 1, 0, "plain new link dangling", [](char* p) { return closed(osh_fopen_binary(p, "w"_c)); });
+  expect("stream r+", 1, 0, "plain link", [](char* p) { return written(osh_fopen_binary(p, "r+"_c)); });
+  expect("stream w", 1, 0, "plain new link dangling", [](char* p) { return written(osh_fopen_binary(p, "w"_c)); });
   expect("stream r, as text", 1, 0, "plain locked link", [](char* p) { return closed(osh_fopen_text(p, "r"_c)); });
   expect("stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, ""_c)); });
   expect("binary stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, ""_c)); });
@@ -82,8 +85,8 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   expect("rename to", 0, -1, "new", [](char* p) { return osh_rename("other"_c, p); });
   expect("rename from", 0, -1, "plain locked dir empty link", [](char* p) { return osh_rename(p, "fresh"_c); });
   expect("unlink", 0, 1, "plain link", osh_unlink);
-  expect("chmod", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0020); });
-  expect("chmod, read-only", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0444); });
+  expect("chmod", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0020) != 0 && (inquired(p) & 0222) != 0; });
+  expect("chmod, read-only", 1, 0, "plain locked dir empty link", [](char* p) { return osh_chmod(p, 0444) != 0 && (inquired(p) & 0222) == 0; });
   expect("mkdir", 1, 0, "new", osh_mkdir);
   expect("rmdir", 1, 0, "empty", osh_rmdir);
   // clang-format on

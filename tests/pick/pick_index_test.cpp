@@ -109,16 +109,6 @@ TEST(PickIndex, LeavesOutNoEdgeThatRoundingPutsOnThePoint) {
   EXPECT_FALSE(index.isInside(0x1p20, 1 - 0x1p-53)) << "2^60 * 2^60 - (2^60 + 2^20) * 2^60 is not";
 }
 
-TEST(PickIndex, TestsManyPointsAtOnce) {
-  const DblPt triangle[] = {{0, 0}, {8, 0}, {0, 8}};
-  const CPickIndex index(3, triangle);
-  const DblPt places[] = {{1, 1}, {9, 1}, {2, 2}, {1, 1}};
-  std::vector<unsigned char> hits(4, 9);
-  EXPECT_EQ(index.countInside(3, places, nullptr), 2);
-  EXPECT_EQ(index.countInside(3, places, hits.data()), 2);
-  EXPECT_EQ(hits, (std::vector<unsigned char>{1, 0, 1, 9}));
-}
-
 TEST(PickIndex, IsMovedWithItsPolygons) {
   const DblPt replaced[] = {{0, 0}, {8, 0}, {0, 8}};
   const DblPt moved[] = {{20, 20}, {21, 20}, {20, 21}};

@@ -19,8 +19,6 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
   const auto turn = Mtx2DOrientRot90;
   expect("initialize_matrix", matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeDiagonal), initialize_matrix);
   expect("set_matrix_type", matrix({1, 2}, {3, 4}, {5, 6}, derived, 3), set_matrix_type);
-  expect("set_xfm", Mtx2D(1, 2, turn, 3, 4, 5, 6),
-         [](M* m) { set_xfm(1, 2, turn, 3, 4, 5, 6, m); });
   expect("translate_matrix", matrix({1, 2}, {3, 4}, {15, 26}, kept, 3),
          [](M* m) { translate_matrix(10, 20, m); });
   expect("scale_matrix", matrix({2, -6}, {6, -12}, {10, -18}, kept, 3),

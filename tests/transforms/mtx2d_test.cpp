@@ -16,7 +16,7 @@ namespace {
 TEST(SetXfm, TurnsThenScalesAboutTheReferencePoint) {
   const auto expect = [](Mtx2DOrient orient, real_pt_t x, real_pt_t y, int type, int mirror) {
     Mtx2D m = matrix({2, 3}, {4, 5}, {6, 7}, Mtx2DTypeGeneral, 3);
-    m.SetXfm(10, 20, orient, 2, 3, 100, 200);
+    set_xfm(10, 20, orient, 2, 3, 100, 200, &m);  // calls SetXfm
     const real_pt_t origin = {100 - 10 * x.x - 20 * y.x, 200 - 10 * x.y - 20 * y.y};
     EXPECT_EQ(m, matrix(x, y, origin, type, mirror)) << "orientation " << orient;
   };
