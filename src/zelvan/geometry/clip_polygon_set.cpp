@@ -182,7 +182,7 @@ void append_uncrossed(const Outline& outline, const ClipRing& subject, const Cli
   }
 }
 
-// The memory that is reused for each polygon of a set.
+// The memory for one polygon.
 struct ClipScratch {
   ClipHits hits;
   ScratchArray<real_pt_t, 64> points;  // of a copy without repeats
@@ -261,19 +261,19 @@ constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edg
 
 // Clips one polygon and appends the result. Allocates all memory before it appends anything, so if
 // the heap refuses, nothing of the polygon is written.
-void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip,
-                    ClipScratch* scratch) {
+void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip) {
+  ClipScratch scratch;
   const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
                          count_inside(outline.points, outline.count, clip.inner) == outline.count;
   Outline ring = outline;
-  ClipHits& hits = scratch->hits;
+  ClipHits& hits = scratch.hits;
   if (!is_inside) {
     if (!find_hits(outline, clip, &hits)) return;
     if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
       // At repeated vertices there are edges of length 0, which are not edges of the ring. Some of
       // the crossings found may lie on these: search again in a copy without repeats. If there is
       // no crossing, repeats make no difference.
-      ring = without_repeats(outline, scratch);
+      ring = without_repeats(outline, &scratch);
       if (ring.count < 2) return;
       ClipFreeRings(&hits);
       // The room suffices: fewer edges have no more crossings.
@@ -305,14 +305,12 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
 void ClipPolygonSet(drw_pset_t* source, drw_pset_t* target, real_rect_t* rect) {
   using namespace zelvan;
   const ClipRect clip(*rect);
-  ClipScratch scratch;
   // Outlines beyond a side are skipped: all their edges would be rejected, and both containment
   // tests would fail.
   for (int from = 0;;) {
     const Outline outline = find_near_outline(*source, from, clip.outer);
     if (outline.count == 0) return;
     from = static_cast<int>(outline.points - source->points) + outline.count;
-    ClipOnePolygon(outline, target, clip, &scratch);
-    ClipFreeRings(&scratch.hits);
+    ClipOnePolygon(outline, target, clip);
   }
 }

@@ -137,8 +137,8 @@ namespace {
 
 using zelvan::PickTable;
 
-// Makes the table of the rings for which `for_each_ring(look)` calls `look(points, n)`. Returns
-// null if the heap refuses.
+// Makes the table of the rings for which `for_each_ring(look)` calls `look(points, n)`: once to add
+// up the sizes, once to copy the points. Returns null if the heap refuses.
 template <class ForEachRing>
 PickTable* table_of(const ForEachRing& for_each_ring) {
   zelvan::Sizes sizes;

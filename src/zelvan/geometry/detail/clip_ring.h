@@ -2,7 +2,7 @@
 /// both share.
 ///
 /// Only crossings become records; the vertices between them stay in the arrays. All records live in
-/// a `ClipHits` until `ClipFreeRings`. Functions that allocate records return false if the heap
+/// a `ClipHits`, which releases them. Functions that allocate records return false if the heap
 /// refuses.
 #pragma once
 
@@ -74,7 +74,7 @@ bool ClipSpliceHits(ClipHits* hits, ClipRing* subject, ClipRing* corners);
 /// edge; else as outside.
 bool ClipPointInRing(double px, double py, const ClipRing& ring);
 
-/// Removes all records of a polygon. Keeps the memory for the next one.
+/// Removes all records and keeps their memory, for a second search.
 inline void ClipFreeRings(ClipHits* hits) { hits->end = hits->begin; }
 
 }  // namespace zelvan

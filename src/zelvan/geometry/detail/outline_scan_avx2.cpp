@@ -23,7 +23,7 @@ struct Bounds {
         high{box.right, box.top, box.right, box.top} {}
 };
 
-// The result of a comparison: all bits of a coordinate for which it is true.
+// The result of a comparison: in each lane all bits are set if it is true, else none.
 using Mask = decltype(__m256d() < __m256d());
 
 ZELVAN_AVX2 inline __m256d load(const real_pt_t* two_points) {

@@ -1,4 +1,4 @@
-/// Memory that an operation uses for one polygon after the other.
+/// Arrays that need no heap while they are small.
 #pragma once
 
 #include <zelvan/detail/array_size.h>
@@ -11,8 +11,8 @@
 
 namespace zelvan {
 
-/// Uninitialised elements. The first `own_size` are part of the object, so that small polygons
-/// never use the heap. Room for more is kept for the next polygon.
+/// Uninitialised elements. Up to `own_size` are part of the object; more come from the heap and are
+/// released with the object.
 template <class T, std::size_t own_size>
 class ScratchArray {
  public:
