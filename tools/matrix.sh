@@ -164,7 +164,7 @@ run_by() {
   esac
 }
 
-# matrix [--list | --table] [CELL...]
+# matrix [--list | --table | CELL...]
 matrix() {
   local is_for_table='' wanted refusal='' rows='' passed=0 differing=0 name known
   known=$(cell() { echo "$1"; } && matrix_cells)
