@@ -194,8 +194,11 @@ int track(const Request& request, void* block) {
       block, request.size, request.size, request.key, request.back_ptr, 0, next_serial_number(),
       -1};
   ++list->n_used;
-  MemTrace("  [%ld] Allocation address %#llx total size %ld pool used %ld\n", long{entry->sequence},
-           bits_of(block), long{entry->total_size}, long{list->pool->used});
+  if (mem_trace != 0) {
+    MemTrace("  [%ld] Allocation address %#llx total size %ld pool used %ld\n",
+             long{entry->sequence}, bits_of(block), long{entry->total_size},
+             long{list->pool->used});
+  }
   make_child(list, entry, parent);
   return MEM_SUCCESS;
 }
@@ -255,8 +258,10 @@ MemList* MemListNew(MemPool* pool, MemExceptionHandler handler) {
 int MemAllocate(MemList* list, int size, void* key, void** back_ptr) {
   if (list == nullptr) list = zelvan::mem_default_list;
   if (key == nullptr) key = zelvan::mem_default_object;
-  MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list), bits_of(key),
-           long{size}, bits_of(back_ptr));
+  if (mem_trace != 0) {
+    MemTrace("Allocate:  list %#llx key %#llx size %ld back ptr %#llx\n", bits_of(list),
+             bits_of(key), long{size}, bits_of(back_ptr));
+  }
   if (list == nullptr) return zelvan::allocate_untracked(size, back_ptr);
 
   const zelvan::Request request = {list, size, key, back_ptr};

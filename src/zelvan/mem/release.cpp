@@ -95,7 +95,9 @@ void MemFree(MemList* list, void* address) {
     std::free(address);
     return;
   }
-  MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
+  if (mem_trace != 0) {
+    MemTrace("Free: list %#llx address %#llx\n", bits_of(list), bits_of(address));
+  }
   // One pass finds the row of the address. It also finds out whether a row before that one is a
   // child (of any block); if not, the search for children of the block begins at its own row.
   const MemEntry* const end = list->entries + list->n_entries;
