@@ -17,9 +17,11 @@ TEST(Angle2d, IsTheShorterTurn) {
 }
 
 TEST(GetTrig, TakesWholeDegreesOfAnySize) {
+  double sine, cosine;
   for (const int degrees : {30, 390, -330, 1110, -1050}) {
-    double sine, cosine;
     drw_get_trig(degrees, &sine, &cosine);
     EXPECT_NEAR(std::atan2(sine, cosine), M_PI / 6, 1e-9) << degrees;
   }
+  drw_get_trig(-720, &sine, &cosine);
+  EXPECT_EQ(sine, 0.0) << "whole turns are exact";
 }

@@ -101,6 +101,7 @@ TEST(MemTrace, PrintsEachStepWhileItIsOn) {
   MemSetPointer(list, other, static_cast<void**>(owner));
   MemFree(list, owner);
   MemFree(list, std::malloc(1));
+  MemListRemoveFromSearch(list, nullptr);
   MemListInitializeSearch(list);
   MemListRemoveLargest(list);
   mem_trace = 0;
@@ -120,6 +121,7 @@ TEST(MemTrace, PrintsEachStepWhileItIsOn) {
             "Free: list @ address @\n"
             "**[N] Is parent/nFree: list @ address @\n"
             "**Address not found\n"
+            "Remove from search: list @ object 0\n"
             "Initialize search: list @\n"
             "!!Remove: Largest\n"
             "  [N] Release 4 pool used 16\n"
