@@ -192,7 +192,7 @@ matrix() {
 write_table() {
   {
     printf '| cell | compiler | flags | run by | result | seconds |\n|---|---|---|---|---|---:|\n%s\n' "$rows"
-    printf 'Seen on %s, where this processor is: %s. The seconds are those that the digests took.\n' \
+    printf 'Seen on %s, where this processor is: %s. The seconds are those of the digests and of the second program below.\n' \
       "$(LC_ALL=C date '+%-d %B %Y')" "$(sed -n 's/^model name\s*: //p' /proc/cpuinfo | sort -u)"
   } >build/matrix/table.md
   sed -i -e '/^<!-- cells -->$/,/^<!-- end of cells -->$/ { //!d }' \
