@@ -21,20 +21,26 @@ constexpr char owning_group = 0x04;  // a tag
 /// supports none.
 bool is_missing() { return errno == ENODATA || errno == EOPNOTSUPP || errno == ENOSYS; }
 
-/// Reads a list by one of the system's calls, from a descriptor or a path.
-template <typename Call, typename File>
-bool read_by(Call call, File file, std::string* bytes) {
+/// Reads a list by one of the system's calls.
+template <typename Call>
+bool read_by(Call call, std::string* bytes) {
   char buffer[largest_attribute];
-  const ssize_t size = call(file, attribute, buffer, sizeof buffer);
+  const ssize_t size = call(buffer, sizeof buffer);
   bytes->assign(buffer, size > 0 ? static_cast<std::size_t>(size) : 0);
   return size >= 0 || is_missing();
 }
 
 }  // namespace
 
-bool AccessList::read(int fd) { return read_by(::fgetxattr, fd, &bytes_); }
+bool AccessList::read(int fd) {
+  return read_by([=](char* to, std::size_t room) { return ::fgetxattr(fd, attribute, to, room); },
+                 &bytes_);
+}
 
-bool AccessList::read(const char* path) { return read_by(::getxattr, path, &bytes_); }
+bool AccessList::read(const char* path) {
+  return read_by([=](char* to, std::size_t room) { return ::getxattr(path, attribute, to, room); },
+                 &bytes_);
+}
 
 bool AccessList::apply_to(int fd) const {
   if (bytes_.empty()) return ::fremovexattr(fd, attribute) == 0 || is_missing();

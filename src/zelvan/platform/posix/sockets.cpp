@@ -30,10 +30,11 @@ int move_above_standard_streams(int socket) {
 }
 
 /// Stores the address of one end, as `query` reports it.
-int store_address(decltype(::getsockname) query, int socket, SocketAddress* address) {
+template <typename Query>
+int store_address(Query query, SocketAddress* address) {
   sockaddr_in end{};
   socklen_t length = sizeof end;
-  if (query(socket, reinterpret_cast<sockaddr*>(&end), &length) != 0) return -1;
+  if (query(reinterpret_cast<sockaddr*>(&end), &length) != 0) return -1;
   std::memcpy(address->host, &end.sin_addr, sizeof address->host);
   address->port = ntohs(end.sin_port);
   return 0;
@@ -86,11 +87,15 @@ int bind(int socket, const SocketAddress& address) {
 }
 
 int getsockname(int socket, SocketAddress* address) {
-  return store_address(::getsockname, socket, address);
+  return store_address(
+      [=](sockaddr* end, socklen_t* length) { return ::getsockname(socket, end, length); },
+      address);
 }
 
 int getpeername(int socket, SocketAddress* address) {
-  return store_address(::getpeername, socket, address);
+  return store_address(
+      [=](sockaddr* end, socklen_t* length) { return ::getpeername(socket, end, length); },
+      address);
 }
 
 int listen(int socket, int backlog) { return ::listen(socket, backlog); }
