@@ -50,9 +50,9 @@ TEST(ColorMap, SetsEntriesThatItHas) {
     EXPECT_EQ(map.colors[0], index == 0 ? ColorRGB(255, 0, 0) : ColorRGB()) << "by its name";
     EXPECT_EQ(map.SetIndex(index, 0, text), index == 0) << index;
     EXPECT_EQ(zelvan_set_color(&map, index, text), index == 0) << index;
-    EXPECT_EQ(map.SetRGBIndex(index, 0, 1, 0.5f), index == 0) << index;
+    EXPECT_EQ(map.SetRGBIndex(index, 0, 0.5f, 1), index == 0) << index;
   }
-  EXPECT_EQ(map.colors[0], ColorRGB(0, 255, 128)) << "on the scale 255, though the map's is 31";
+  EXPECT_EQ(map.colors[0], ColorRGB(0, 128, 255)) << "on the scale 255, though the map's is 31";
 }
 
 TEST(GetValue, IsWhatAnImageHoldsForAPen) {

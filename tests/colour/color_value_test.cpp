@@ -34,7 +34,7 @@ TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {
 
 TEST(AdjustForeground, MovesAColourCloseToTheBackgroundUntilUndone) {
   const auto adjusted = [](ColorValue color, ColAdjT mode) {
-    ColorValue background(1, 2, 250, 100, 0);
+    ColorValue background(1, 2, 250, 100, 10);
     color.AdjustForeground(background, mode);
     return color;
   };
@@ -42,15 +42,15 @@ TEST(AdjustForeground, MovesAColourCloseToTheBackgroundUntilUndone) {
     color.UndoAdjustForeground(saved);
     return color;
   };
-  const ColorValue close(3, 4, 246, 103, 7);
-  const ColorValue nudged(3, 4, 247, 103, 7);
-  const ColorValue distinct(3, 4, 246, 103, 8);
+  const ColorValue close(3, 4, 246, 103, 17);
+  const ColorValue nudged(3, 4, 247, 103, 17);
+  const ColorValue distinct(3, 4, 246, 103, 18);
   EXPECT_EQ(adjusted(close, ColAdjNudge), nudged) << "differs by 4 + 3 + 7 = 14";
   EXPECT_EQ(adjusted(distinct, ColAdjNudge), distinct) << "differs by 15";
-  EXPECT_EQ(adjusted(ColorValue(3, 4, 255, 99, 1), ColAdjNudge).red, 254) << "a full red";
-  EXPECT_EQ(adjusted(close, ColAdjInvert), ColorValue(3, 4, 9, 152, 248));
+  EXPECT_EQ(adjusted(ColorValue(3, 4, 255, 99, 11), ColAdjNudge).red, 254) << "a full red";
+  EXPECT_EQ(adjusted(close, ColAdjInvert), ColorValue(3, 4, 9, 152, 238));
   EXPECT_EQ(undone(nudged, close), close);
   EXPECT_EQ(undone(nudged, distinct), nudged) << "another blue was saved";
-  EXPECT_EQ(undone(nudged, ColorValue(3, 4, 246, 102, 7)), nudged) << "another green was saved";
-  EXPECT_EQ(undone(nudged, ColorValue(3, 9, 249, 103, 7)), nudged) << "a red 2 away was saved";
+  EXPECT_EQ(undone(nudged, ColorValue(3, 4, 246, 102, 17)), nudged) << "another green was saved";
+  EXPECT_EQ(undone(nudged, ColorValue(3, 9, 249, 103, 17)), nudged) << "a red 2 away was saved";
 }
