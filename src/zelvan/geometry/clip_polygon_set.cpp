@@ -172,8 +172,14 @@ bool has_two_vertices(const Outline& outline) {
                      [&](const real_pt_t& p) { return !is_same_point(p, outline.points[0]); });
 }
 
-void append_uncrossed(const Outline& outline, const ClipRing& subject, const ClipRing& corners,
-                      drw_pset_t* target) {
+constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
+                                 drw_edge_invisible};
+
+// Appends what is left of a polygon without crossings: all of it, or the rectangle, or nothing.
+void append_uncrossed(const Outline& outline, const ClipRect& clip, drw_pset_t* target) {
+  if (!has_two_vertices(outline)) return;
+  const ClipRing subject = {of_subject, outline.points, outline.edge_flags, outline.count};
+  const ClipRing corners = {of_clip, clip.corners, corner_flags, 4};
   if (ClipPointInRing(subject.points[0].x, subject.points[0].y, corners)) {
     append(outline, target);
   } else if (ClipPointInRing(corners.points[0].x, corners.points[0].y, subject)) {
@@ -256,38 +262,30 @@ void walk_from(ClipHit* hit, const ClipRing& subject, const ClipRing& corners, d
   last_flag = last_flag == drw_edge_visible ? drw_edge_close_visible : drw_edge_close_invisible;
 }
 
-constexpr int corner_flags[4] = {drw_edge_invisible, drw_edge_invisible, drw_edge_invisible,
-                                 drw_edge_invisible};
-
-// Clips one polygon and appends the result. Allocates all memory before it appends anything, so if
-// the heap refuses, nothing of the polygon is written.
-void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip) {
+// Clips a polygon that may cross the rectangle. Allocates all memory before it appends anything, so
+// if the heap refuses, nothing of the polygon is written.
+void clip_across(const Outline& outline, drw_pset_t* target, const ClipRect& clip) {
   ClipScratch scratch;
-  const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
-                         count_inside(outline.points, outline.count, clip.inner) == outline.count;
   Outline ring = outline;
   ClipHits& hits = scratch.hits;
-  if (!is_inside) {
-    if (!find_hits(outline, clip, &hits)) return;
-    if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
-      // At repeated vertices there are edges of length 0, which are not edges of the ring. Some of
-      // the crossings found may lie on these: search again in a copy without repeats. If there is
-      // no crossing, repeats make no difference.
-      ring = without_repeats(outline, &scratch);
-      if (ring.count < 2) return;
-      ClipFreeRings(&hits);
-      // The room suffices: fewer edges have no more crossings.
-      [[maybe_unused]] const bool fits = find_hits(ring, clip, &hits);
-      assert(fits);
-    }
+  if (!find_hits(outline, clip, &hits)) return;
+  if (hits.count() > 0 && has_repeats(outline.points, outline.count)) {
+    // At repeated vertices there are edges of length 0, which are not edges of the ring. Some of
+    // the crossings found may lie on these: search again in a copy without repeats. If there is
+    // no crossing, repeats make no difference.
+    ring = without_repeats(outline, &scratch);
+    if (ring.count < 2) return;
+    ClipFreeRings(&hits);
+    // The room suffices: fewer edges have no more crossings.
+    [[maybe_unused]] const bool fits = find_hits(ring, clip, &hits);
+    assert(fits);
+  }
+  if (hits.count() == 0) {
+    if (spans_the_rectangle(outline, clip)) append_uncrossed(outline, clip, target);
+    return;
   }
   ClipRing subject = {of_subject, ring.points, ring.edge_flags, ring.count};
   ClipRing corners = {of_clip, clip.corners, corner_flags, 4};
-  if (hits.count() == 0) {
-    if (!has_two_vertices(outline)) return;
-    if (!is_inside && !spans_the_rectangle(outline, clip)) return;
-    return append_uncrossed(outline, subject, corners, target);
-  }
   if (!ClipSpliceHits(&hits, &subject, &corners)) return;
   subject.begins_inside = ClipPointInRing(subject.points[0].x, subject.points[0].y, corners);
   corners.begins_inside = ClipPointInRing(corners.points[0].x, corners.points[0].y, subject);
@@ -296,6 +294,17 @@ void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& 
     if (!hit->is_visited()) walk_from(hit, subject, corners, &result);
   }
   target->n_points = result.n_points;
+}
+
+// Clips one polygon and appends the result.
+void ClipOnePolygon(const Outline& outline, drw_pset_t* target, const ClipRect& clip) {
+  const bool is_inside = zelvan::is_inside(clip.inner, outline.points[outline.count / 2]) &&
+                         count_inside(outline.points, outline.count, clip.inner) == outline.count;
+  if (is_inside) {
+    append_uncrossed(outline, clip, target);
+  } else {
+    clip_across(outline, target, clip);
+  }
 }
 
 }  // namespace

@@ -41,11 +41,13 @@ ZELVAN_AVX2 inline unsigned lanes(Mask mask) {
   return static_cast<unsigned>(_mm256_movemask_pd(reinterpret_cast<__m256d>(mask)));
 }
 
+constexpr unsigned all_lanes = 0b1111;
+
 // Returns true if the lanes include the x of both points or the y of both.
 inline bool of_both_points(unsigned lanes) { return (lanes & lanes >> 2 & 0b0011) != 0; }
 
-ZELVAN_AVX2 inline Mask not_between(__m256d v, const Bounds& bounds) {
-  return ~((v > bounds.low) & (v < bounds.high));
+ZELVAN_AVX2 inline Mask between(__m256d v, const Bounds& bounds) {
+  return (v > bounds.low) & (v < bounds.high);
 }
 
 // Returns how many leading points pass a test. `failing(v)` returns the lanes that fail it.
@@ -145,8 +147,8 @@ struct Extent {
   ZELVAN_AVX2 OutlineKind kind(const Bounds& bounds) const {
     const Mask has_infinity = (least == -infinity) | (largest == infinity);
     if (lanes(has_nan | has_infinity) != 0) return OutlineKind::not_finite;
-    const Mask is_out = not_between(least, bounds) | not_between(largest, bounds);
-    return lanes(is_out) == 0 ? OutlineKind::inside : OutlineKind::mixed;
+    const Mask is_inside = between(least, bounds) & between(largest, bounds);
+    return lanes(is_inside) == all_lanes ? OutlineKind::inside : OutlineKind::mixed;
   }
 };
 
@@ -204,8 +206,8 @@ ZELVAN_AVX2 Outline find_outline_within(Avx2, const drw_pset_t& set, int from, c
 
 ZELVAN_AVX2 int count_inside(Avx2, const real_pt_t* points, int n, const ClipBox& box) {
   const Bounds bounds(box);
-  return count_leading(points, n,
-                       [&](__m256d v) ZELVAN_AVX2 { return lanes(not_between(v, bounds)); });
+  return count_leading(
+      points, n, [&](__m256d v) ZELVAN_AVX2 { return lanes(between(v, bounds)) ^ all_lanes; });
 }
 
 ZELVAN_AVX2 int count_beyond(Avx2, const real_pt_t* points, int n, const ClipBox& box, int side) {
@@ -235,7 +237,7 @@ ZELVAN_AVX2 EdgeSet near_edges(Avx2, const real_pt_t* points, int n, const ClipB
   const auto look_at = [&](__m256d v) ZELVAN_AVX2 {
     below = below >> 4 | LaneSet{lanes(v < out.low)} << 60;
     above = above >> 4 | LaneSet{lanes(v > out.high)} << 60;
-    not_inside = not_inside >> 4 | LaneSet{lanes(not_between(v, in))} << 60;
+    not_inside = not_inside >> 4 | LaneSet{lanes(between(v, in)) ^ all_lanes} << 60;
   };
   int i = 0;
   for (; i + 1 < n; i += 2) look_at(load(points + i));
