@@ -54,6 +54,7 @@ ZELVAN_AVX2 inline Mask between(__m256d v, const Bounds& bounds) {
 template <class Test>
 ZELVAN_AVX2 inline int count_leading(const real_pt_t* points, int n, const Test& failing) {
   int i = 0;
+#pragma GCC unroll 4  // otherwise polygons inside take a sixth longer
   for (; i + 1 < n; i += 2) {
     const unsigned fails = failing(load(points + i));
     if (fails != 0) return i + ((fails & 0b0011) == 0 ? 1 : 0);

@@ -68,6 +68,7 @@ ZELVAN_AVX2 void map_pairs(const Mapping& map, int n, const real_pt_t* in,
                            typename Result::Out* out) {
   const auto map_pair = for_pairs(map);
   int i = 0;
+#pragma GCC unroll 4  // otherwise points in cache take up to 1.9 times as long
   for (; i + 1 < n; i += 2) {
     const __m256d two_points = _mm256_loadu_pd(reinterpret_cast<const double*>(in + i));
     store(Result{}, out + i, map_pair(two_points));
