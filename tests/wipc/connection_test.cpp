@@ -39,6 +39,7 @@ TEST(OpenSession, LooksEveryHalfSecondAndReportsWhatDidNotCome) {
       heap::grant_all();
     });
     EXPECT_TRUE(text.ends_with("Error: Failed to " + what + '\n')) << what << ": " << text;
+    EXPECT_EQ(text.find("Error: Timed out") != std::string::npos, looks > 0) << what;
     EXPECT_EQ(paused_ms, 500 * looks) << what;
     EXPECT_EQ(support::open_descriptors(), descriptors) << what;
   };
@@ -93,6 +94,7 @@ TEST(Connections, WantHostModulePortsAndPlacesForResults) {
   });
   // Opening a session also prints its arguments; the message on the long host lacks its line end.
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 15) << text;
+  EXPECT_NE(text.find("Error: Invalid host aaa"), std::string::npos) << text;
   EXPECT_EQ(paused_ms, 0) << "no port is tried";
 }
 
