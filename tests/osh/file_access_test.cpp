@@ -75,6 +75,7 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   expect("stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, ""_c)); });
   expect("binary stream without a mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, ""_c)); });
   expect("stream of a null mode", 1, 0, "", [](char* p) { return closed(osh_fopen_binary(p, nullptr)); });
+  expect("stream of 62 letters", 1, 0, "plain locked link", [](char* p) { return closed(osh_fopen_text(p, given('r' + std::string(61, 'b')))); });
   expect("stream of 63 letters", 1, 0, "", [](char* p) { return closed(osh_fopen_text(p, given('r' + std::string(62, 'b')))); });
   expect("exists?", 1, 0, "plain locked dir empty link", osh_file_exists);
   expect("may write?", 1, 0, "plain dir empty link", [](char* p) { return osh_file_access(p, 2); });

@@ -45,22 +45,3 @@ TEST(GlyphTokenize, CutsChineseAndJapaneseByTheUnit) {
     EXPECT_EQ(glyphs(u""), Tokens{});
   }
 }
-
-TEST(GlyphTokenize, AsksTheFirstVariableThatIsNotEmpty) {
-  if (!support::language().empty()) GTEST_SKIP() << "the system has its own language";
-  const auto cuts_by_unit = [](const char* lc_all, const char* lc_ctype, const char* lang) {
-    support::set_environment("LC_ALL", lc_all);
-    support::set_environment("LC_CTYPE", lc_ctype);
-    support::set_environment("LANG", lang);
-    return glyphs(u"漢字").size() == 2;
-  };
-  EXPECT_TRUE(cuts_by_unit(nullptr, "zh", "de")) << "LC_CTYPE comes before LANG";
-  EXPECT_FALSE(cuts_by_unit("de", "zh", "zh")) << "LC_ALL comes first";
-  EXPECT_TRUE(cuts_by_unit("", "", "jA_JP.UTF-8@x")) << "any case, country, charset and modifier";
-  EXPECT_FALSE(cuts_by_unit("jv_ID.UTF-8", "", "")) << "another language that begins with j";
-  EXPECT_FALSE(cuts_by_unit("jam_JM", "", "")) << "three letters that begin with ja";
-  EXPECT_FALSE(cuts_by_unit("", nullptr, "")) << "no language at all";
-  EXPECT_FALSE(cuts_by_unit("J", nullptr, "")) << "one letter";
-  EXPECT_FALSE(cuts_by_unit("1a", nullptr, "")) << "no letter first";
-  EXPECT_FALSE(cuts_by_unit("j{", nullptr, "")) << "no letter second";
-}

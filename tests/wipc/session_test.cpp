@@ -45,5 +45,6 @@ TEST(PollSession, TellsWhetherAReadWouldFindSomething) {
 
 TEST(Sockets, AreRefusedByImpossibleNumbers) {
   EXPECT_EQ(zelvan::wipc_check_sockets(-1), 0);
+  EXPECT_EQ(zelvan::wipc_check_sockets(0), 1);
   EXPECT_EQ(zelvan::wipc_poll_socket(0), 0) << "the standard input is no session";
 }
