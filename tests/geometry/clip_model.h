@@ -18,7 +18,7 @@ using Place = std::complex<double>;
 inline const real_rect_t upright_and_other_views[] = {
     {{{-4, -4}, {-4, 4}, {4, 4}, {4, -4}}}, {{{-3, 5}, {-1, 5}, {-1, -4}, {-3, -4}}},
     {{{1, -7}, {7, 1}, {-1, 7}, {-7, -1}}}, {{{-5, -2}, {2, -1}, {3, 4}, {-4, 3}}},
-    {{{-4, -4}, {4, -4}, {1, 2}, {-1, 2}}},
+    {{{-6, -5}, {6, -5}, {1, -1}, {-1, -1}}},
 };
 
 /// Returns what `clip` appends to a set that holds one vertex already. Multiplies the coordinates
