@@ -349,6 +349,8 @@ class Fifos(Disks):
         time.sleep(0.1)
         self.assertEqual(call("osh_filesize", "fifo"), 0)
         self.assertEqual(call("osh_copyfile", "new", "fifo"), 0)
+        put("plain", NEW)
+        self.assertEqual(call("osh_copyfile", "fifo", "plain"), 0)
         self.assertEqual(call("osh_rename", "fifo", "other"), 0)
         fifo = os.open("other", os.O_RDONLY | os.O_NONBLOCK)
         self.assertTrue(sent.wait(10))
