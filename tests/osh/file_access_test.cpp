@@ -23,6 +23,7 @@ static std::map<std::string, std::string> all_files() {
   return found;
 }
 
+static int closed(int fd) { return fd < 0 ? fd : osh_close(fd); }
 static int closed(std::FILE* fp) { return fp != nullptr && osh_fclose(fp) == 0; }
 static int written(std::FILE* fp) {
   return fp != nullptr && std::fputc('!', fp) == '!' && osh_fflush(fp) == 0 && closed(fp);
@@ -63,10 +64,10 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
   osh_close(0);  // the next file gets 0: a descriptor like any other
   const int descriptors = support::open_descriptors();
   // clang-format off
-  expect("open", 0, -1, "plain locked link", [](char* p) { return osh_close(osh_open_text(p, 0, 0)); });
-  expect("open to write", 0, -1, "plain link", [](char* p) { return osh_close(osh_open_binary(p, 1, 0)); });
-  expect("create", 0, -1, "plain new link dangling", [](char* p) { return osh_close(osh_open_binary(p, 0x102, 0600)); });
-  expect("create, exclusive", 0, -1, "new", [](char* p) { return osh_close(osh_open_text(p, 0x501, 0600)); });
+  expect("open", 0, -1, "plain locked link", [](char* p) { return closed(osh_open_text(p, 0, 0)); });
+  expect("open to write", 0, -1, "plain link", [](char* p) { return closed(osh_open_binary(p, 1, 0)); });
+  expect("create", 0, -1, "plain new link dangling", [](char* p) { return closed(osh_open_binary(p, 0x102, 0600)); });
+  expect("create, exclusive", 0, -1, "new", [](char* p) { return closed(osh_open_text(p, 0x501, 0600)); });
   expect("open, two ways", 0, -1, "", [](char* p) { return osh_open_binary(p, 3, 0); });
   expect("truncate, to read", 0, -1, "", [](char* p) { return osh_open_binary(p, 0x200, 0); });
   expect("stream r+", 1, 0, "plain link", [](char* p) { return written(osh_fopen_binary(p, "r+"_c)); });

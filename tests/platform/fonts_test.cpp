@@ -11,6 +11,21 @@ using Strings = std::vector<std::string>;
 Strings played_folders;
 Strings play_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");
 Strings play_folders() { return played_folders; }
+Strings font_folders() asm("__real__ZN6zelvan8platform12font_foldersB5cxx11Ev");
+
+TEST(FontFolders, AreTheSystemsAndThoseOfTheUser) {
+  const auto expect = [](const char* home, const char* data, const Strings& of_user,
+                         const char* why) {
+    support::set_environment("HOME", home);
+    support::set_environment("XDG_DATA_HOME", data);
+    Strings wanted = {"/usr/share/fonts", "/usr/local/share/fonts"};
+    wanted.insert(wanted.end(), of_user.begin(), of_user.end());
+    EXPECT_EQ(font_folders(), wanted) << why;
+  };
+  expect("/h", "/d", {"/d/fonts", "/h/.fonts"}, "both variables");
+  expect("/h", "d", {"/h/.local/share/fonts", "/h/.fonts"}, "not an absolute path");
+  expect("h", nullptr, {}, "neither");
+}
 
 TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {
   const support::TemporaryFolder folder;
