@@ -1,6 +1,8 @@
 // What only POSIX has: signals, and threads that are cancelled.
 #include <zelvan/osh/file_access.h>
+#include <zelvan/osh/system_services.h>
 
+#include <chrono>
 #include <csignal>
 #include <thread>
 #include <vector>
@@ -41,6 +43,15 @@ TEST(ReadLine, GoesOnAfterASignal) {
   EXPECT_EQ(errno, 77) << "nothing failed";
   EXPECT_EQ(std::ferror(fp), 0);
   osh_fclose(fp);
+}
+
+TEST(Sleep, IsNotShortenedByASignal) {
+  std::signal(SIGALRM, [](int) {});
+  ualarm(100'000, 0);
+  const auto start = std::chrono::steady_clock::now();
+  osh_sleep(1);
+  const std::chrono::duration<double> slept = std::chrono::steady_clock::now() - start;
+  EXPECT_GE(slept.count(), 1);
 }
 
 TEST(ReadLine, IsWholeForEachOfTwoThreads) {
