@@ -63,7 +63,7 @@ TEST(GetClosestColor, AnswersAsALoopDoesInEveryForm) {
         ColorRGB target = targets.colors[pen];
         const int expected = closest_pen(map, target);
         int distance = -1;
-        EXPECT_EQ(map.GetClosestColor(&target, &distance, 1), expected);
+        EXPECT_EQ(ColGetClosestColor(&target, &map, &distance), expected);
         EXPECT_EQ(static_cast<int>(xfm.xfm_table[pen]), expected) << "MapColors";
       }
     });
@@ -89,7 +89,10 @@ TEST(Colour, IsEmptyOrNullWhereTheHeapRefuses) {
   expect_refusals("ColNewColorMap", 2,
                   [&] { return Map(ColNewColorMap(1, 9, rgb), ColDeleteColorMap) != nullptr; });
   for (const int size : {0, 1}) {  // a table of size 0 needs no heap block
-    expect_refusals("ColOpenXfm", 1 + size,
-                    [&] { return std::unique_ptr<ColorXfm>(ColOpenXfm(size)) != nullptr; });
+    expect_refusals("ColOpenXfm", 1 + size, [&] {
+      ColorXfm* xfm = ColOpenXfm(size);
+      ColCloseXfm(&xfm);
+      return xfm != nullptr;
+    });
   }
 }

@@ -53,6 +53,9 @@ TEST(ColorMap, SetsEntriesThatItHas) {
     EXPECT_EQ(map.SetRGBIndex(index, 0, 0.5f, 1), index == 0) << index;
   }
   EXPECT_EQ(map.colors[0], ColorRGB(0, 128, 255)) << "on the scale 255, though the map's is 31";
+  ColorRGB any(1, 2, 300);
+  map.SetMap(0, &any);
+  EXPECT_EQ(map.colors[0], any);
 }
 
 TEST(GetValue, IsWhatAnImageHoldsForAPen) {
@@ -136,7 +139,7 @@ TEST(MapColors, CountsHowCloseItCame) {
     return std::vector{xfm.hist_exact, xfm.hist_3, xfm.hist_7, xfm.hist_15, xfm.hist_31};
   };
   EXPECT_EQ(counts(), std::vector<unsigned int>(5)) << "all are 0 at first";
-  for (int times = 0; times < 2; ++times) xfm.MapColors(&source, &target);
+  for (int times = 0; times < 2; ++times) ColMapColors(&source, &target, &xfm);
   EXPECT_EQ(counts(), (std::vector<unsigned int>{1, 1, 2, 2, 2}));
   EXPECT_EQ(xfm.DoColorXfm(9), 1U);
   EXPECT_EQ(xfm.DoColorXfm(10), 5U) << "a pen that the source does not have";

@@ -68,10 +68,14 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
 
 TEST(ColorRGB, UnpacksRedFromTheLowBitsOrFromHighOnes) {
   ColorRGB color;
-  color.RGB32BitToRGBColor(0x44332211);
-  EXPECT_EQ(color, ColorRGB(0x11, 0x22, 0x33));
+  for (const auto unpack : {&ColorRGB::Col24BitToRGBColor, &ColorRGB::RGB32BitToRGBColor}) {
+    color = {};
+    (color.*unpack)(0x44332211);
+    EXPECT_EQ(color, ColorRGB(0x11, 0x22, 0x33));
+  }
   color.BGR32BitToRGBColor(0x44332211);
   EXPECT_EQ(color, ColorRGB(0x33, 0x22, 0x11));
+  EXPECT_EQ(color.RGBToBGR32BitColor(), 0x332211u) << "packed again";
 }
 
 TEST(NamedColors, AreFoundInAnyCaseAndCalledByTheirFirstName) {

@@ -1,3 +1,4 @@
+#include <zelvan/colour/color_map.h>
 #include <zelvan/colour/color_value.h>
 
 #include <cmath>
@@ -16,10 +17,33 @@ TEST(ColorValue, TakesColoursFromOtherForms) {
   ColorValue color(5, 9, 0, 0, 0);
   color.SetColorValueFromRGB(wide);
   EXPECT_EQ(color, ColorValue(5, 255, 1, 255, 7)) << "low 8 bits, opaque, the pen stays";
+  color.SetBackgroundColorValueFromRGB(wide);
+  EXPECT_EQ(color, ColorValue(5, 0, 1, 255, 7)) << "a background";
   color.SetColorValueFromPackedColor(0x00FFFF23);
   EXPECT_EQ(color, ColorValue(0x23, 0, 0, 0, 0)) << "a pen: the low 8 bits";
   color.SetColorValueFromPackedColor(0x80332211);
   EXPECT_EQ(color, ColorValue(-1, 255, 0x11, 0x22, 0x33)) << "any of the high bits: a colour";
+}
+
+TEST(ColorValue, TakesTheExclusiveOrOfTwoColours) {
+  ColorValue color(1, 2, 3, 4, 5), first(6, 7, 0xFF, 0x0F, 0xAA), second(8, 9, 0x0F, 0xF0, 0xAA);
+  color.SetXorValue(first, second);
+  EXPECT_EQ(color, ColorValue(6, 2, 0xF0, 0xFF, 0)) << "the pen of the first; alpha stays";
+}
+
+TEST(ColorValue, TakesTheClosestPenOfAMap) {
+  int rgb[] = {42, 50, 60, 10, 20, 30, 40, 50, 60};
+  ColorMap map(3, 255, rgb);
+  ColorValue color(7, 0, 42, 50, 60), near_pen_1(7, 0, 11, 20, 30);
+  color.SetExactColorValuePenFromRGB(map);
+  EXPECT_EQ(color.pen, 7) << "the distance is two thirds, rounded to 1";
+  color.GetClosestColor(map);
+  EXPECT_EQ(color.pen, 2);
+  near_pen_1.SetExactColorValuePenFromRGB(map);
+  EXPECT_EQ(near_pen_1.pen, 1) << "the distance is a third, rounded to 0";
+  color = ColorValue(-1, 255, 10, 20, 30);
+  color.SetColorValuePenFromRGB(map);
+  EXPECT_EQ(color.pen, 1);
 }
 
 TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {

@@ -38,6 +38,13 @@ TEST(MaxminArc, IsTheBoxOfTheArcEitherWay) {
   expect({9, 0}, {0, 7}, {{9, 7}, {0, 0}}, "off the circle, from due east to due north");
 }
 
+TEST(MaxminCircle, ReachesARadiusAround) {
+  real_pt_t center = {1, 2};
+  Box box;
+  utl_maxmin_circle(&center, 5, &box.max, &box.min);
+  expect_box(box, {{6, 7}, {-4, -3}}, "a circle");
+}
+
 TEST(MaxminConic, HoldsTheEndsAndTheSamples) {
   utl_conic_t parabola = {.5, 0, 0, 0, -1, 0, {-39, 760.5}, {39, 760.5}, 0};  // y = x^2 / 2
   Box box;

@@ -66,4 +66,7 @@ TEST(CLineTypeDefinition, KeepsIndexAndLengthApartFromThePattern) {
   EXPECT_EQ(fragments(definition.GetPattern()), (std::vector{0.0, 5.0, 0.0, 7.0}));
   EXPECT_EQ(definition.GetIndex(), 4000000000u);
   EXPECT_EQ(definition.GetPatternLength(), 2.5);
+  definition.RemoveAllFragments();
+  EXPECT_EQ(fragments(definition.GetPattern()), std::vector<double>{});
+  EXPECT_EQ(definition.GetPatternLength(), 2.5) << "it stays";
 }

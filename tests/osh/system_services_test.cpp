@@ -7,6 +7,16 @@
 #include <gtest/gtest.h>
 #include <support/guarded_array.h>
 
+TEST(QsortCompareStrings, ComparesBytesWithoutSign) {
+  const char* const ascending[] = {"", "B", "a", "aa", "b", "\x80"};
+  for (const auto& first : ascending) {
+    for (const auto& second : ascending) {
+      EXPECT_EQ(osh_qsort_compare_strings(&first, &second), (&first > &second) - (&first < &second))
+          << first << " and " << second;
+    }
+  }
+}
+
 TEST(GetTimeStamp, IsTheLocalTimeInTwoDigitsEach) {
   support::GuardedArray<char> stamp(14);
   char expected[14];
