@@ -1,5 +1,5 @@
 // A program outside the tree. It derives a region, passes it as a pointer to the base and casts it
-// back. It maps a point whose last bit shows whether a product and a sum were fused. It calls
+// back. It makes a matrix whose last bit shows whether a product and a sum were fused. It calls
 // functions that take strings of its standard library.
 
 #include <zelvan/zelvan.h>
@@ -44,13 +44,9 @@ int main() {
   const bool mine = dynamic_cast<Disc*>(region) != nullptr &&
                     dynamic_cast<CPolygon*>(region) == nullptr && region->isInside(p, 0.0);
 
-  Mtx2D m;
-  m.m11 = 1.0 + 0x1p-27;
-  m.m21 = -(1.0 + 0x1p-26);
-  m.SetType();
-  m.type = Mtx2DTypeGeneral;
-  double x = 0.0, y = 0.0;
-  m.XfmPt(1.0 + 0x1p-27, 1.0, &x, &y);  // 0; but 0x1p-54 if product and sum were fused
-  std::printf("%s; %a; %s\n", mine ? "a region of my own, hit" : "not found", x,
+  const double s = 1.0 + 0x1p-27;
+  const Mtx2D m(s, 0.0, Mtx2DOrientNone, s, 1.0, 1.0 + 0x1p-26, 0.0);
+  // m.tx is 1 + 2^-26 less the rounded s * s, so 0; -0x1p-54 if product and sum were fused.
+  std::printf("%s; %a; %s\n", mine ? "a region of my own, hit" : "not found", m.tx,
               tokens_are_as_expected() ? "tokens as expected" : "other tokens");
 }
