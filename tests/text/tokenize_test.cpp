@@ -9,10 +9,9 @@ using Wide = zelvan::wide_string;
 using Tokens = std::vector<std::u16string>;
 
 static Wide wide(const std::u16string& text) { return Wide(text.begin(), text.end()); }
-static std::u16string plain(const Wide& text) { return std::u16string(text.begin(), text.end()); }
 static Tokens plain(const std::vector<Wide>& tokens) {
   Tokens all;
-  for (const Wide& token : tokens) all.push_back(plain(token));
+  for (const Wide& token : tokens) all.emplace_back(token.begin(), token.end());
   return all;
 }
 
