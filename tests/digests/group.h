@@ -112,10 +112,7 @@ class Log {
 };
 
 /// Returns the inputs of an operation, for Log.
-template <class... Inputs>
-std::tuple<const Inputs&...> inputs(const Inputs&... values) {
-  return std::tuple<const Inputs&...>(values...);
-}
+auto inputs(const auto&... values) { return std::tie(values...); }
 
 using Workload = void (*)(Log& log);
 
