@@ -10,17 +10,14 @@
 
 namespace {
 
+/// A disc of radius 2 around the origin.
 class Disc : public CPickRegion {
  public:
-  explicit Disc(double radius) : radius_(radius) {}
   bool isInside(DblPt& p, double tol) override { return isInside(p.x, p.y, tol); }
   bool isInside(double x, double y, double tol) override {
-    return x * x + y * y <= (radius_ + tol) * (radius_ + tol);
+    return x * x + y * y <= (2.0 + tol) * (2.0 + tol);
   }
   CPickRegion* xfm(Mtx2D&) override { return new Disc(*this); }
-
- private:
-  double radius_;
 };
 
 bool tokens_are_as_expected() {
@@ -38,7 +35,7 @@ bool tokens_are_as_expected() {
 }  // namespace
 
 int main() {
-  Disc disc(2.0);
+  Disc disc;
   CPickRegion* region = &disc;
   DblPt p(1.0, 1.0);
   const bool mine = dynamic_cast<Disc*>(region) != nullptr &&
