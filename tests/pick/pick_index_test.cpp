@@ -1,4 +1,4 @@
-#include <zelvan/pick/pick_index.h>
+#include <zelvan/pick/pick_index_functions.h>
 #include <zelvan/pick/polygon_of.h>
 
 #include "support/printers.h"
@@ -55,7 +55,7 @@ struct Polygons {
   std::vector<int> flags;
 };
 
-// The model asks each polygon.
+// The model asks each polygon. The functions zelvan_... call the operations of the class.
 void expect_answers_of_polygons(Polygons polygons, Random& random) {
   const CPickIndex index(polygons.set());
   EXPECT_LE(index.countBytes(), 64 * polygons.points.size() + 512);
@@ -73,11 +73,12 @@ void expect_answers_of_polygons(Polygons polygons, Random& random) {
       if (k >= n / 2) sum += index.windingNumber(k, p.x, p.y);
     }
     std::vector<int> numbers(n);
-    numbers.resize(index.findPolygons(p.x, p.y, numbers.data(), n));
+    numbers.resize(zelvan_find_polygons(&index, p.x, p.y, numbers.data(), n));
     ASSERT_EQ(numbers, expected) << "findPolygons at " << testing::PrintToString(p);
-    ASSERT_EQ(index.windingNumber(n / 2, INT_MAX, p.x, p.y), sum)
+    ASSERT_EQ(zelvan_winding_number(&index, n / 2, INT_MAX, p.x, p.y), sum)
         << "the sum from polygon " << n / 2 << " on at " << testing::PrintToString(p);
-    ASSERT_EQ(index.isInside(p), !expected.empty()) << "at " << testing::PrintToString(p);
+    ASSERT_EQ(zelvan_hit_pick_index(&index, p.x, p.y), !expected.empty())
+        << "at " << testing::PrintToString(p);
     ASSERT_EQ(index.windingNumber(n, p.x, p.y), 0) << "there is no polygon " << n;
   }
 }
@@ -115,8 +116,10 @@ TEST(PickIndex, IsMovedWithItsPolygons) {
   CPickIndex index(3, replaced);
   CPickIndex other(3, moved);
   index = std::move(other);
-  EXPECT_TRUE(index.isInside(20.25, 20.25));
-  EXPECT_FALSE(index.isInside(1, 1)) << "replaced";
+  std::vector<unsigned char> hits(3);
+  EXPECT_EQ(index.countInside(3, moved, hits.data()), 1);
+  EXPECT_EQ(hits, (std::vector<unsigned char>{0, 1, 0})) << "the lower right corner alone";
+  EXPECT_FALSE(index.isInside(DblPt(1, 1))) << "replaced";
   EXPECT_FALSE(other.isReady() || other.isInside(20.25, 20.25) || other.isInside(1, 1));
 }
 
