@@ -24,9 +24,7 @@ using support::Random;
 
 // ---- The fields of records.
 
-inline auto fields(const real_pt_t& p) { return std::tie(p.x, p.y); }
-inline auto fields(const int_pt_t& p) { return std::tie(p.x, p.y); }
-inline auto fields(const short_pt_t& p) { return std::tie(p.x, p.y); }
+inline auto fields(const auto& point) { return std::tie(point.x, point.y); }
 inline auto fields(const Mtx2D& m) {
   return std::tie(m.m11, m.m12, m.m21, m.m22, m.tx, m.ty, m.mirror, m.type);
 }
@@ -114,10 +112,7 @@ class Log {
 };
 
 /// Returns the inputs of an operation, for Log.
-template <class... Inputs>
-std::tuple<const Inputs&...> inputs(const Inputs&... values) {
-  return std::tuple<const Inputs&...>(values...);
-}
+auto inputs(const auto&... values) { return std::tie(values...); }
 
 using Workload = void (*)(Log& log);
 

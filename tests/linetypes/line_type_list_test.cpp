@@ -107,9 +107,8 @@ TEST(CLineTypeDefList, CopiesItsDefinitions) {
     CLineTypeDefList list;
     add(list, definition(40, 0.5, {1}));
     copy = list;
-    const CLineTypeDefList& itself = copy;
     const CLineTypeDefinition* const kept = copy.GetDefinition(40);
-    copy = itself;
+    copy = static_cast<CLineTypeDefList&>(copy);
     EXPECT_EQ(copy.GetDefinition(40), kept) << "assigned to itself, a list stays";
     EXPECT_NE(copy.GetDefinition(40), list.GetDefinition(40)) << "each list owns its own";
   }

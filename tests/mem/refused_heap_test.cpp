@@ -4,7 +4,7 @@
 #include <support/heap.h>
 
 static void* owners[16];
-static void** new_owner;  // lies in the block of row 0
+static void** new_owner() { return static_cast<void**>(owners[0]); }  // in the block of row 0
 
 static unsigned short give_up(MemException*) { return 0; }
 static unsigned short go_on(MemException*) { return 1; }
@@ -16,8 +16,7 @@ static unsigned short free_row_3(MemException* exception) {
 static unsigned short replace_row_0(MemException* exception) {
   MemFree(exception->list, owners[0]);
   MemAllocate(exception->list, sizeof(void*), nullptr, &owners[0]);
-  new_owner = static_cast<void**>(owners[0]);
-  *new_owner = nullptr;
+  *new_owner() = nullptr;
   return 1;
 }
 
@@ -32,13 +31,12 @@ TEST(MemAllocate, AsksTheHeapAgainIfTheHandlerGoesOn) {
     EXPECT_EQ(heap::blocks_left(), 0) << "no list is left";
     MemList* list = MemListNew(&pool, handler);
     for (int i = 0; i < 16; ++i) MemAllocate(list, sizeof(void*), nullptr, &owners[i]);
-    new_owner = static_cast<void**>(owners[0]);
-    *new_owner = nullptr;
+    *new_owner() = nullptr;
     EXPECT_EQ(MemAvailable(list, 1), 0) << "the table is full";
     heap::refuse(refused, for_good);
-    EXPECT_EQ(MemAllocate(list, 1, nullptr, new_owner), status) << why;
+    EXPECT_EQ(MemAllocate(list, 1, nullptr, new_owner()), status) << why;
     heap::grant_all();
-    EXPECT_EQ(*new_owner, row < 0 ? nullptr : list->entries[row].address) << why;
+    EXPECT_EQ(*new_owner(), row < 0 ? nullptr : list->entries[row].address) << why;
     heap::refuse(1, true);
     MemListDelete(&list);
     heap::grant_all();

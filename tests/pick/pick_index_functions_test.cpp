@@ -13,8 +13,6 @@ const drw_pset_t set = {8, points, edge_flags};
 
 TEST(PickIndexFunctions, AskAnIndex) {
   CPickIndex* const index = zelvan_new_pick_index(&set);
-  EXPECT_EQ(zelvan_hit_pick_index(index, 1, 2), 1);
-  EXPECT_EQ(zelvan_hit_pick_index(index, 5, 2), 0);
   std::vector<unsigned char> hits(5, 9);
   EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 4, points, nullptr), 1) << "no room for hits";
   EXPECT_EQ(zelvan_hit_pick_index_with_points(index, 4, points, hits.data()), 1) << "4, 0 alone";
@@ -23,7 +21,6 @@ TEST(PickIndexFunctions, AskAnIndex) {
   EXPECT_EQ(zelvan_find_polygons(index, 1, 2, numbers, 1), 2);
   EXPECT_EQ(numbers[0] * 10 + numbers[1], -1) << "polygon 0, and room for no more";
   EXPECT_EQ(zelvan_winding_number(index, 1, 1, 1, 2), -1) << "clockwise";
-  EXPECT_EQ(zelvan_winding_number(index, 0, 2, 1, 2), 0) << "they cancel out";
   EXPECT_EQ(zelvan_winding_number(index, -5, 6, 1, 2), 1) << "numbers below 0 add nothing";
   EXPECT_EQ(zelvan_winding_number(index, 1, -1, 1, 2), 0) << "no polygons";
   zelvan_delete_pick_index(index);

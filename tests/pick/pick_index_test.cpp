@@ -1,7 +1,7 @@
-#include <zelvan/pick/pick_index.h>
+#include <zelvan/pick/pick_index_functions.h>
 #include <zelvan/pick/polygon_of.h>
 
-#include "support/printers.h"
+#include "support/polygon_set.h"
 #include "support/random.h"
 
 #include <climits>
@@ -13,6 +13,7 @@
 namespace {
 
 using support::Random;
+using Polygons = support::SetArrays<real_pt_t>;
 
 // Vertex i of a ring of n.
 const struct {
@@ -28,44 +29,40 @@ const struct {
     {"hard", [](int, int, Random& r) { return DblPt(r.hard_double(), r.hard_double()); }},
 };
 
-struct Polygons {
-  void add(int shape, int n, double scale, const DblPt& corner, Random& random) {
-    for (int i = 0; i < n; ++i) {
-      const DblPt p = shapes[shape].vertex(i, n, random);
-      points.push_back({corner.x + scale * p.x, corner.y + scale * p.y});
-      flags.push_back(i == n - 1 ? drw_edge_close_visible : drw_edge_visible);
-    }
+void add(Polygons* polygons, int shape, int n, double scale, DblPt corner, Random& random) {
+  for (int i = 0; i < n; ++i) {
+    const DblPt p = shapes[shape].vertex(i, n, random);
+    polygons->points.push_back({corner.x + scale * p.x, corner.y + scale * p.y});
+    polygons->flags.push_back(i == n - 1 ? drw_edge_close_visible : drw_edge_visible);
   }
-  drw_pset_t set() { return {static_cast<int>(points.size()), points.data(), flags.data()}; }
+}
 
-  // Returns a place where answers change: at the height of a vertex, one bit beside it, far away.
-  DblPt hard_place(Random& random) const {
-    const double x = points[random.below(static_cast<int>(points.size()))].x;
-    const double y = points[random.below(static_cast<int>(points.size()))].y;
-    const double ends[] = {x, y, -INFINITY, INFINITY, 0.0, NAN};
-    const double end = ends[random.below(6)];
-    const DblPt places[] = {{x, y},
-                            {std::nextafter(x, end), y},
-                            {end, std::nextafter(y, x)},
-                            {x + (y - x) * random.unit(), y + (x - y) * random.unit()}};
-    return places[random.below(4)];
-  }
+// Returns a place where answers change: at the height of a vertex, one bit beside it, far away.
+DblPt hard_place(const std::vector<real_pt_t>& points, Random& random) {
+  const double x = points[random.below(static_cast<int>(points.size()))].x;
+  const double y = points[random.below(static_cast<int>(points.size()))].y;
+  const double ends[] = {x, y, -INFINITY, INFINITY, 0.0, NAN};
+  const double end = ends[random.below(6)];
+  const DblPt places[] = {{x, y},
+                          {std::nextafter(x, end), y},
+                          {end, std::nextafter(y, x)},
+                          {x + (y - x) * random.unit(), y + (x - y) * random.unit()}};
+  return places[random.below(4)];
+}
 
-  std::vector<real_pt_t> points;
-  std::vector<int> flags;
-};
-
-// The model asks each polygon.
+// The model asks each polygon. The functions zelvan_... call the operations of the class.
 void expect_answers_of_polygons(Polygons polygons, Random& random) {
-  const CPickIndex index(polygons.set());
-  EXPECT_LE(index.countBytes(), 64 * polygons.points.size() + 512);
-  EXPECT_GT(index.countBytes(), 16 * polygons.points.size()) << "it has a copy of the points";
+  auto& [points, flags] = polygons;
+  const drw_pset_t set = {static_cast<int>(points.size()), points.data(), flags.data()};
+  const CPickIndex index(set);
+  EXPECT_LE(index.countBytes(), 64 * points.size() + 512);
+  EXPECT_GT(index.countBytes(), 16 * points.size()) << "it has a copy of the points";
   std::vector<CPolygon> model;
-  const int n = zelvan::count_polygons(polygons.set());
+  const int n = zelvan::count_polygons(set);
   EXPECT_EQ(index.countPolygons(), n);
-  for (int k = 0; k < n; ++k) model.push_back(zelvan::polygon_of(polygons.set(), k));
+  for (int k = 0; k < n; ++k) model.push_back(zelvan::polygon_of(set, k));
   for (int i = 0; i < 200; ++i) {
-    const DblPt p = polygons.hard_place(random);
+    const DblPt p = hard_place(points, random);
     std::vector<int> expected;
     int sum = 0;
     for (int k = 0; k < n; ++k) {
@@ -73,11 +70,12 @@ void expect_answers_of_polygons(Polygons polygons, Random& random) {
       if (k >= n / 2) sum += index.windingNumber(k, p.x, p.y);
     }
     std::vector<int> numbers(n);
-    numbers.resize(index.findPolygons(p.x, p.y, numbers.data(), n));
+    numbers.resize(zelvan_find_polygons(&index, p.x, p.y, numbers.data(), n));
     ASSERT_EQ(numbers, expected) << "findPolygons at " << testing::PrintToString(p);
-    ASSERT_EQ(index.windingNumber(n / 2, INT_MAX, p.x, p.y), sum)
+    ASSERT_EQ(zelvan_winding_number(&index, n / 2, INT_MAX, p.x, p.y), sum)
         << "the sum from polygon " << n / 2 << " on at " << testing::PrintToString(p);
-    ASSERT_EQ(index.isInside(p), !expected.empty()) << "at " << testing::PrintToString(p);
+    ASSERT_EQ(zelvan_hit_pick_index(&index, p.x, p.y), !expected.empty())
+        << "at " << testing::PrintToString(p);
     ASSERT_EQ(index.windingNumber(n, p.x, p.y), 0) << "there is no polygon " << n;
   }
 }
@@ -88,12 +86,12 @@ TEST(PickIndex, AnswersAsCPolygonDoesOfEachPolygon) {
     for (const double scale : {1.0, 1e200, 0x1p-300, 1e-160, 1e-310}) {
       for (const int n : {1, 3, 127, 128, 129, 255, 1025, 3000}) {
         SCOPED_TRACE(testing::Message() << shapes[shape].name << " of " << n << " by " << scale);
-        Polygons polygons;
-        polygons.add(shape, n, scale, {0, 0}, random);
+        Polygons polygons(0);
+        add(&polygons, shape, n, scale, {0, 0}, random);
         expect_answers_of_polygons(polygons, random);
         for (int k = 0; k < 20; ++k) {
           const DblPt corner(scale * random.below(9), scale * random.below(9));
-          polygons.add(random.below(6), 1 + random.below(6), scale, corner, random);
+          add(&polygons, random.below(6), 1 + random.below(6), scale, corner, random);
         }
         expect_answers_of_polygons(polygons, random);
       }
@@ -115,8 +113,10 @@ TEST(PickIndex, IsMovedWithItsPolygons) {
   CPickIndex index(3, replaced);
   CPickIndex other(3, moved);
   index = std::move(other);
-  EXPECT_TRUE(index.isInside(20.25, 20.25));
-  EXPECT_FALSE(index.isInside(1, 1)) << "replaced";
+  std::vector<unsigned char> hits(3);
+  EXPECT_EQ(index.countInside(3, moved, hits.data()), 1);
+  EXPECT_EQ(hits, (std::vector<unsigned char>{0, 1, 0})) << "the lower right corner alone";
+  EXPECT_FALSE(index.isInside(DblPt(1, 1))) << "replaced";
   EXPECT_FALSE(other.isReady() || other.isInside(20.25, 20.25) || other.isInside(1, 1));
 }
 

@@ -1,4 +1,4 @@
-#include <zelvan/pick/polygon_of.h>
+#include <zelvan/pick/polygon.h>
 
 #include "geometry/clip_model.h"
 #include "support/vector_forms.h"
@@ -10,10 +10,9 @@ TEST(CPolygon, HoldsAPointIfItWindsAboutAPlaceJustLeftOfAndAboveIt) {
       Set ring(3 + random.below(i % 4 == 3 ? 68 : 5));
       for (auto& vertex : ring) vertex = {{1.0 * random.below(5), 1.0 * random.below(5)}, 1};
       ring.back().flag = drw_edge_close_visible;
-      support::SetArrays<real_pt_t> arrays(ring);
-      const int n = static_cast<int>(ring.size());
-      const drw_pset_t set = {n, arrays.points.data(), arrays.flags.data()};
-      const CPolygon polygon = zelvan::polygon_of(set, 0);
+      std::vector<DblPt> vertices;
+      for (const auto& [point, flag] : ring) vertices.emplace_back(point.x, point.y);
+      const CPolygon polygon(static_cast<unsigned int>(ring.size()), vertices.data());
       for (double y = -0.5; y < 5; y += 0.5) {
         for (double x = -0.5; x < 5; x += 0.5) {
           const bool is_held = winding(ring, {x - 0x1p-10, y + 0x1p-20}) != 0;

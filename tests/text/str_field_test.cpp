@@ -25,11 +25,10 @@ constexpr Parser vvcp = {str_parse_vvcp, string_rules::of_str_parse_vvcp};
 /// Describes a field in one line: kind, text, value of a number, and what is left of the input.
 std::string described(const str_field* field, const std::string& input) {
   static constexpr const char* kinds[] = {"word", "string", "number", "end"};
+  const std::string text = field->text == nullptr ? "" : field->text;
   std::string line = kinds[field->type];
-  line += field->text == nullptr ? " without text" : " '" + std::string(field->text) + "'";
-  if (field->length != (field->text == nullptr ? 0 : std::string(field->text).size())) {
-    line += " of another length";
-  }
+  line += field->text == nullptr ? " without text" : " '" + text + "'";
+  if (field->length != text.size()) line += " of another length";
   if (field->type == STR_NUMBER || field->value != 0.0) {
     line += " = " + std::to_string(field->value);
   }
@@ -127,7 +126,6 @@ TEST(StrParseEx, LetsADollarStandInAStringInModeOne) {
 TEST(StrParseVvcp, ClosesByQuotesAloneAndEscapesInBothKinds) {
   expect_field(vvcp, "\"a$b\\\"c\" d", "string 'a$b\"c', left ' d'", "in quotes");
   expect_field(vvcp, "$a$b\\\"c\"d", "string 'a$b\"c', left 'd'", "after a dollar");
-  expect_field(vvcp, "\"a\\", "string 'a', left ''", "a last backslash");
 }
 
 // The C library rounds correctly, so it judges every number of at most 20 digits.

@@ -16,7 +16,6 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
     EXPECT_EQ(m, expected) << name;
   };
   using M = Mtx2D;
-  const auto turn = Mtx2DOrientRot90;
   expect("initialize_matrix", matrix({1, 0}, {0, 1}, {0, 0}, Mtx2DTypeDiagonal), initialize_matrix);
   expect("set_matrix_type", matrix({1, 2}, {3, 4}, {5, 6}, derived, 3), set_matrix_type);
   expect("translate_matrix", matrix({1, 2}, {3, 4}, {15, 26}, kept, 3),
@@ -26,7 +25,7 @@ TEST(MatrixFunctions, DoWhatTheOperationsOfTheClassDo) {
   expect("rotate_matrix", matrix({3, 4}, {-1, -2}, {5, 6}, derived, 3),
          [](M* m) { rotate_matrix(90, m, Mtx2DRotateFirst); });
   expect("orient_matrix", matrix({-2, 1}, {-4, 3}, {-6, 5}, derived, 3),
-         [](M* m) { orient_matrix(turn, m); });
+         [](M* m) { orient_matrix(Mtx2DOrientRot90, m); });
   expect("reflect_matrix_x", matrix({1, -2}, {3, -4}, {5, -6}, kept, 2), reflect_matrix_x);
   expect("reflect_matrix_y", matrix({-1, 2}, {-3, 4}, {-5, 6}, kept, 1), reflect_matrix_y);
   expect("invert_matrix in place", matrix({-2, 1}, {1.5, -0.5}, {1, -2}, derived, 3),

@@ -125,7 +125,7 @@ TEST(Decomposition, ReadsQuarterTurnsBeforeOrAfterAMirror) {
     EXPECT_NEAR(angle, degrees, 1e-9);
     for (const auto result : mirrored) EXPECT_EQ(result, mirrors);
   };
-  expect({0, 1}, {-1, 0}, 0, 1, 1, 90, "a quarter turn");
+  expect({-1, 0}, {0, -1}, 0, 2, 2, 180, "a half turn");
   expect({0, 1}, {1, 0}, 1, 3, 1, 90, "mirrored, a quarter turn if the mirror is first");
   expect({0, -1}, {-1, 0}, 1, 1, 3, 270, "mirrored, a quarter turn if the turn is first");
   expect({0.5, 0.5}, {-0.5, 0.5}, 0, 1, 1, 45 * M_PI / 3.141592654, "m12 decides, and pi is short");

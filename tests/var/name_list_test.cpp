@@ -11,32 +11,19 @@
 namespace {
 
 using Entry = std::pair<std::string, int>;  // a stored name and its info
-using Entries = std::vector<Entry>;
+using Entries = std::vector<Entry>;         // the model of a list
+using Place = Entries::iterator;
 
-/// A list of names that frees itself. Each info is a number.
-struct List {
-  List() = default;
-  List(const List&) = delete;
-  ~List() {
-    while (head != nullptr) VarDeleteNameInfo(&head, VarGetName(head));
+void* info(int number) { return reinterpret_cast<void*>(std::intptr_t{number}); }
+int number(void* info) { return static_cast<int>(reinterpret_cast<std::intptr_t>(info)); }
+
+Entries entries_of(VarNameInfo* list) {
+  Entries all;
+  for (; list != nullptr; VarNextListEntry(&list)) {
+    all.emplace_back(VarGetName(list), number(VarListInfo(list)));
   }
-
-  static void* info(int number) { return reinterpret_cast<void*>(std::intptr_t{number}); }
-  static int number(void* info) { return static_cast<int>(reinterpret_cast<std::intptr_t>(info)); }
-
-  bool add(const std::string& name, int number) {
-    return VarAddNameInfo(&head, name.c_str(), info(number)) != nullptr;
-  }
-  Entries entries() const {
-    Entries all;
-    for (VarNameInfo* entry = head; entry != nullptr; VarNextListEntry(&entry)) {
-      all.emplace_back(VarGetName(entry), number(VarListInfo(entry)));
-    }
-    return all;
-  }
-
-  VarNameInfo* head = nullptr;
-};
+  return all;
+}
 
 std::string in_small_letters(std::string text) {
   for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
@@ -49,29 +36,24 @@ std::string compared(const std::string& name) {
   return in_small_letters(name.substr(0, end));
 }
 
-/// A list as a vector of pairs.
-struct Model {
-  using Place = Entries::iterator;
+Place first(Entries& model, const std::string& name) {
+  return std::find_if(model.begin(), model.end(),
+                      [&](const Entry& e) { return compared(e.first) == compared(name); });
+}
 
-  Place first(const std::string& name) {
-    return std::find_if(entries.begin(), entries.end(),
-                        [&](const Entry& e) { return compared(e.first) == compared(name); });
+Place last(Entries& model, const std::string& name) {
+  Place found = model.end();
+  for (Place p = model.begin(); p != model.end(); ++p) {
+    if (compared(p->first) == compared(name)) found = p;
   }
-  Place last(const std::string& name) {
-    Place found = entries.end();
-    for (Place p = entries.begin(); p != entries.end(); ++p) {
-      if (compared(p->first) == compared(name)) found = p;
-    }
-    return found;
-  }
-  bool has_as_written(const std::string& name) {
-    return std::any_of(entries.begin(), entries.end(), [&](const Entry& e) {
-      return in_small_letters(e.first) == in_small_letters(name);
-    });
-  }
+  return found;
+}
 
-  Entries entries;
-};
+bool has_as_written(const Entries& model, const std::string& name) {
+  return std::any_of(model.begin(), model.end(), [&](const Entry& e) {
+    return in_small_letters(e.first) == in_small_letters(name);
+  });
+}
 
 const char* const operations[] = {"VarAddNameInfo",    "VarInsertNameInfo",   "VarDeleteNameInfo",
                                   "VarLookupNameInfo", "VarExchangeNameInfo", "VarReplaceNameInfo"};
@@ -92,52 +74,50 @@ TEST(VarNameList, BehavesLikeAVectorOfPairs) {
   support::Random random(1);
   const std::vector<std::string> names = hard_names();
   for (int round = 0; round < 100; ++round) {
-    List list;
-    Model model;
+    VarNameInfo* list = nullptr;
+    Entries model;
     for (int step = 0; step < 60; ++step) {
       const std::string name = names[random.below(static_cast<int>(names.size()))];
       const std::string other = names[random.below(static_cast<int>(names.size()))];
       const std::string stored = name.substr(0, name.find_first_of("\x01\x1f"));
-      const auto first = model.first(name);
-      const bool is_there = first != model.entries.end();
+      const Place at = first(model, name);
+      const bool is_there = at != model.end();
       const std::string operation = operations[std::max(random.below(9) - 3, 0)];
       SCOPED_TRACE(testing::Message() << "round " << round << ", step " << step << ", " << operation
                                       << " of '" << name << "' and '" << other << "'");
       if (operation == "VarAddNameInfo") {
-        const bool fits = !model.has_as_written(name);
-        if (fits) model.entries.emplace_back(stored, step);
-        ASSERT_EQ(list.add(name, step), fits);
+        const bool fits = !has_as_written(model, name);
+        if (fits) model.emplace_back(stored, step);
+        ASSERT_EQ(VarAddNameInfo(&list, name.c_str(), info(step)) != nullptr, fits);
       } else if (operation == "VarInsertNameInfo") {
         const int position = random.below(4) - 1;  // 1: after, 2: at the tail, others: before
-        const auto reference = position == 2 ? model.entries.end() : model.last(other);
-        const bool fits = position == 2 ? !model.has_as_written(name)
-                                        : !is_there && reference != model.entries.end();
-        if (fits) model.entries.insert(reference + (position == 1), {stored, step});
+        const auto reference = position == 2 ? model.end() : last(model, other);
+        const bool fits =
+            position == 2 ? !has_as_written(model, name) : !is_there && reference != model.end();
+        if (fits) model.insert(reference + (position == 1), {stored, step});
         const char* const inserted =
-            VarInsertNameInfo(&list.head, name.c_str(), List::info(step), position, other.c_str());
+            VarInsertNameInfo(&list, name.c_str(), info(step), position, other.c_str());
         ASSERT_EQ(inserted != nullptr, fits);
       } else if (operation == "VarDeleteNameInfo") {
-        ASSERT_EQ(List::number(VarDeleteNameInfo(&list.head, name.c_str())),
-                  is_there ? first->second : 0);
-        if (is_there) model.entries.erase(first);
+        ASSERT_EQ(number(VarDeleteNameInfo(&list, name.c_str())), is_there ? at->second : 0);
+        if (is_there) model.erase(at);
       } else if (operation == "VarExchangeNameInfo") {
-        const auto one = model.last(name);
-        const auto two = model.last(other);
-        if (one != model.entries.end() && two != model.entries.end()) {
-          std::swap(one->second, two->second);
-        }
-        VarExchangeNameInfo(list.head, name.c_str(), other.c_str());
+        const auto one = last(model, name);
+        const auto two = last(model, other);
+        if (one != model.end() && two != model.end()) std::swap(one->second, two->second);
+        VarExchangeNameInfo(list, name.c_str(), other.c_str());
       } else if (operation == "VarReplaceNameInfo") {
-        if (is_there) first->first = other.substr(0, other.find_first_of("\x01\x1f"));
-        const char* const renamed = VarReplaceNameInfo(list.head, name.c_str(), other.c_str());
+        if (is_there) at->first = other.substr(0, other.find_first_of("\x01\x1f"));
+        const char* const renamed = VarReplaceNameInfo(list, name.c_str(), other.c_str());
         ASSERT_EQ(renamed != nullptr, is_there);
       } else {
-        void* info = List::info(-1);
-        ASSERT_EQ(VarLookupNameInfo(list.head, name.c_str(), &info), is_there);
-        ASSERT_EQ(List::number(info), is_there ? first->second : -1);
+        void* found = info(-1);
+        ASSERT_EQ(VarLookupNameInfo(list, name.c_str(), &found), is_there);
+        ASSERT_EQ(number(found), is_there ? at->second : -1);
       }
-      ASSERT_EQ(list.entries(), model.entries);
+      ASSERT_EQ(entries_of(list), model);
     }
+    while (list != nullptr) VarDeleteNameInfo(&list, VarGetName(list));
   }
 }
 

@@ -1,5 +1,5 @@
 // A program outside the tree. It derives a region, passes it as a pointer to the base and casts it
-// back. It maps a point whose last bit shows whether a product and a sum were fused. It calls
+// back. It makes a matrix whose last bit shows whether a product and a sum were fused. It calls
 // functions that take strings of its standard library.
 
 #include <zelvan/zelvan.h>
@@ -10,17 +10,14 @@
 
 namespace {
 
+/// A disc of radius 2 around the origin.
 class Disc : public CPickRegion {
  public:
-  explicit Disc(double radius) : radius_(radius) {}
   bool isInside(DblPt& p, double tol) override { return isInside(p.x, p.y, tol); }
   bool isInside(double x, double y, double tol) override {
-    return x * x + y * y <= (radius_ + tol) * (radius_ + tol);
+    return x * x + y * y <= (2.0 + tol) * (2.0 + tol);
   }
   CPickRegion* xfm(Mtx2D&) override { return new Disc(*this); }
-
- private:
-  double radius_;
 };
 
 bool tokens_are_as_expected() {
@@ -38,19 +35,15 @@ bool tokens_are_as_expected() {
 }  // namespace
 
 int main() {
-  Disc disc(2.0);
+  Disc disc;
   CPickRegion* region = &disc;
   DblPt p(1.0, 1.0);
   const bool mine = dynamic_cast<Disc*>(region) != nullptr &&
                     dynamic_cast<CPolygon*>(region) == nullptr && region->isInside(p, 0.0);
 
-  Mtx2D m;
-  m.m11 = 1.0 + 0x1p-27;
-  m.m21 = -(1.0 + 0x1p-26);
-  m.SetType();
-  m.type = Mtx2DTypeGeneral;
-  double x = 0.0, y = 0.0;
-  m.XfmPt(1.0 + 0x1p-27, 1.0, &x, &y);  // 0; but 0x1p-54 if product and sum were fused
-  std::printf("%s; %a; %s\n", mine ? "a region of my own, hit" : "not found", x,
+  const double s = 1.0 + 0x1p-27;
+  const Mtx2D m(s, 0.0, Mtx2DOrientNone, s, 1.0, 1.0 + 0x1p-26, 0.0);
+  // m.tx is 1 + 2^-26 less the rounded s * s, so 0; -0x1p-54 if product and sum were fused.
+  std::printf("%s; %a; %s\n", mine ? "a region of my own, hit" : "not found", m.tx,
               tokens_are_as_expected() ? "tokens as expected" : "other tokens");
 }
