@@ -55,24 +55,17 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   }
 }
 
-#ifdef __SIZEOF_INT128__
-__extension__ using Wide = __int128;
+#ifdef __SIZEOF_FLOAT128__
+__extension__ using Quad = __float128;
 
-// Returns the cross product of the steps from a to b and from c to d, exactly. Coordinates are cut
-// to whole numbers.
-static Wide cross(real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
-  const auto step = [](double from, double to) { return Wide(to) - Wide(from); };
-  return step(a.x, b.x) * step(c.y, d.y) - step(a.y, b.y) * step(c.x, d.x);
-}
-
-// Returns how far p, cut to whole coordinates, is from where the lines ab and cd meet: the larger
-// of the distances in x and y.
+// Returns how far p is from where the lines ab and cd meet: the larger of the distances in x and y.
 static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
-  const double turn = static_cast<double>(cross(a, b, c, d));
-  const double off_edge = static_cast<double>(cross(a, p, a, b)) / turn;
-  const double off_side = static_cast<double>(cross(c, p, c, d)) / turn;
-  return std::fmax(std::fabs(off_edge * (d.x - c.x) - off_side * (b.x - a.x)),
-                   std::fabs(off_edge * (d.y - c.y) - off_side * (b.y - a.y)));
+  const Quad edge_x = Quad(b.x) - a.x, edge_y = Quad(b.y) - a.y;
+  const Quad side_x = Quad(d.x) - c.x, side_y = Quad(d.y) - c.y;
+  const Quad to_side = (Quad(c.x) - a.x) * side_y - (Quad(c.y) - a.y) * side_x;
+  const Quad share = to_side / (edge_x * side_y - edge_y * side_x);
+  return std::fmax(std::fabs(static_cast<double>(a.x + share * edge_x - p.x)),
+                   std::fabs(static_cast<double>(a.y + share * edge_y - p.y)));
 }
 
 // Where the largest coordinate of a view is from 2^52 to 2^53, its unit in the last place is 1.

@@ -101,25 +101,20 @@ TEST(FileAccess, HasResultsOfItsOwnForEachOperation) {
 TEST(Streams, WriteAndReadAtTheirPosition) {
   const World world;
   std::FILE* const fp = osh_fopen_binary("new"_c, "w+"_c);
-  EXPECT_GE(osh_fputs("abc"_c, fp), 0);
+  osh_fputs("abc"_c, fp);
   EXPECT_EQ(osh_fputc(0x100 + 'd', fp), 'd') << "the low 8 bits";
   EXPECT_EQ(osh_fputint(-42, 5, fp), 5);
   EXPECT_EQ(osh_fputint(7, -2, fp), 2);
   EXPECT_EQ(osh_fwrite("xyz!"_c, 2, 2, fp), 2u);
   EXPECT_EQ(osh_ftell(fp), 15);
   osh_rewind(fp);
-  EXPECT_EQ(osh_getc(fp), 'a');
-  EXPECT_EQ(osh_ungetc('A', fp), 'A');
-  char text[99];
-  EXPECT_EQ(osh_fgets(text, 12, fp), text);
-  EXPECT_STREQ(text, "Abcd  -427 ") << "11 bytes";
+  EXPECT_EQ(osh_ungetc(osh_getc(fp) + 1, fp), 'b') << "in place of the a";
+  char text[20] = "";
+  EXPECT_EQ(osh_fgets(text, 12, fp), std::string("bbcd  -427 ")) << "11 bytes";
   EXPECT_EQ(osh_fseek(fp, -3, 2), 0);
-  EXPECT_EQ(osh_fread(text, 2, 9, fp), 1u) << "one element is whole";
-  EXPECT_EQ(text[0], 'y') << "the third from the end";
-  EXPECT_NE(osh_feof(fp), 0);
-  EXPECT_EQ(osh_lseek(osh_fileno(fp), 0, 2), 15) << "the descriptor under it";
+  EXPECT_EQ(osh_fread(text, 2, 9, fp), 1u) << "yz is whole, and ! is not";
+  EXPECT_EQ(osh_lseek(osh_fileno(fp), 0, 1), 15) << "the descriptor is at the end";
   osh_fclose(fp);
-  EXPECT_EQ(content("new"), "abcd  -427 xyz!");
 }
 
 TEST(Cat, AppendsFilesOfAnySize) {

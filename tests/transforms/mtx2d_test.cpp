@@ -30,14 +30,6 @@ TEST(SetXfm, TurnsThenScalesAboutTheReferencePoint) {
   expect(Mtx2DOrientRot90ReflectX, {0, -3}, {-2, -0.0}, Mtx2DTypeQuadrant, 1);
 }
 
-TEST(Reflect, NegatesOneCoordinateAndTogglesItsBit) {
-  Mtx2D in_x = matrix({1, 2}, {3, 4}, {5, 0}, Mtx2DTypeGeneral, 2), in_y = in_x;
-  in_x.ReflectInX();
-  in_y.ReflectInY();
-  EXPECT_EQ(in_x, matrix({1, -2}, {3, -4}, {5, -0.0}, Mtx2DTypeGeneral, 3));
-  EXPECT_EQ(in_y, matrix({-1, 2}, {-3, 4}, {-5, 0}, Mtx2DTypeGeneral, 0));
-}
-
 TEST(Mtx2D, DiffersByAnyOfItsSixElements) {
   for (double Mtx2D::*element :
        {&Mtx2D::m11, &Mtx2D::m12, &Mtx2D::m21, &Mtx2D::m22, &Mtx2D::tx, &Mtx2D::ty}) {

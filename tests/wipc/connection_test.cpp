@@ -79,18 +79,6 @@ TEST(OpenSession, NeedsDescriptorsForTwoPortsAndTwoConnections) {
   }
 }
 
-TEST(OpenSession, StartsNothingByALineOf1024Bytes) {
-  std::size_t longest = 0;
-  for (int length = 940; length < 1024; ++length) {
-    std::string module(length, 'a');
-    const std::string text =
-        printed([&] { EXPECT_EQ(wipc_open_session(localhost, module.data()), nullptr); });
-    const std::size_t line = text.find('"');
-    if (line != std::string::npos) longest = std::max(longest, text.find('\n', line) - line);
-  }
-  EXPECT_EQ(longest, 1023);
-}
-
 TEST(OpenConnection, WantsAModuleOnThisMachine) {
   zelvan::wipc_release_bind_sessions();
   const int descriptors = support::open_descriptors();
