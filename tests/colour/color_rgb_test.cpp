@@ -53,6 +53,7 @@ TEST(ColorRGB, ConvertsHueSaturationAndValueBothWays) {
     EXPECT_EQ(back, color) << "from a hue a turn away";
   };
   expect({0, 0, 0.5f}, {2, 2, 2}, "grey");
+  expect({0, 1, 1}, {4, 0, 0}, "red");
   expect({30, 1, 1}, {4, 2, 0}, "green rises");
   expect({90, 1, 1}, {2, 4, 0}, "red falls");
   expect({150, 1, 1}, {0, 4, 2}, "blue rises");
