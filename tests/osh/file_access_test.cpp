@@ -105,15 +105,12 @@ TEST(Streams, WriteAndReadAtTheirPosition) {
   osh_fclose(fp);
 }
 
-TEST(Cat, AppendsFilesOfAnySize) {
+TEST(Cat, AppendsAFileOfManyBlocks) {
   const World world;
-  std::string expected = "12345";
-  for (const int size : {0, 1, 1023, 1024, 1025, 5000}) {
-    put("more", std::string(size, 'a') + 'z');
-    expected += std::string(size, 'a') + 'z';
-    EXPECT_EQ(osh_cat("plain"_c, "more"_c), 1) << size;
-    EXPECT_EQ(content("plain"), expected) << size;
-  }
+  const std::string more = std::string(5000, 'a') + 'z';
+  put("more", more);
+  EXPECT_EQ(osh_cat("plain"_c, "more"_c), 1);
+  EXPECT_EQ(content("plain"), "12345" + more);
 }
 
 TEST(OpenBinary, WritesWhereTheFlagsSay) {
