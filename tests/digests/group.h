@@ -3,8 +3,7 @@
 /// A workload must produce the same results wherever it runs. So it must not depend on addresses,
 /// the width of `long` or of a pointer, the sign of `char`, the distributions of the standard
 /// library, the order in which arguments are evaluated, or the operating system. Sine, cosine and
-/// their inverses are part of the program: see trigonometry.cpp. Each group can run alone and needs
-/// no state from another one.
+/// their inverses are part of the program: see trigonometry.cpp. Each group can run alone.
 #pragma once
 
 #include <zelvan/zelvan.h>
@@ -18,7 +17,6 @@
 #include <string>
 #include <tuple>
 #include <type_traits>
-#include <vector>
 
 using support::Random;
 

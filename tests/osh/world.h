@@ -37,8 +37,7 @@ inline std::string files(const std::string& folder = ".") {
   std::set<std::string> lines;
   for (const auto& entry : fs::directory_iterator(folder)) {
     const bool is_read_only = (entry.status().permissions() & fs::perms{0222}) == fs::perms{};
-    const std::string line =
-        entry.path().filename().string() + '=' + content(entry.path().string());
+    const auto line = entry.path().filename().string() + '=' + content(entry.path().string());
     lines.insert(line + (is_read_only ? " (read-only) " : " "));
   }
   return std::accumulate(lines.begin(), lines.end(), std::string());

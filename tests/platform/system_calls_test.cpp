@@ -125,8 +125,7 @@ Operation move(char* from, char* to) {
 }
 
 const Harmless no_draft_without_name{"openat", {1}, "the draft has a name instead"};
-const Harmless no_copy_by_the_kernel{"copy_file_range", each_time,
-                                     "it is read and written instead"};
+const Harmless no_copy_by_the_kernel{"copy_file_range", each_time, "read and written instead"};
 const Harmless identity_unknown{"fstat", {2}, "it is only to know what a lost answer did"};
 const std::string moved = "-plain 4775 12345 old\n+new 4775 12345 old\n";
 const support::Failure other_file_system{"renameat2", 1, EXDEV}, no_flags{"renameat2", 0, EINVAL};

@@ -14,9 +14,8 @@ int deletes_to_fail;
 
 }  // namespace
 
-// A program calls an imported function through a pointer named __imp_ and the function. The
-// linker's option --wrap makes the library use these pointers, whose functions can fail as
-// documented.
+// A program calls an imported function through a pointer named __imp_ and the function. --wrap
+// makes the library use these pointers, whose functions can fail as documented.
 extern "C" {
 extern decltype(&::ReplaceFileW) __real___imp_ReplaceFileW;
 extern decltype(&::MoveFileExW) __real___imp_MoveFileExW;
