@@ -42,8 +42,7 @@ inline auto fields(const utl_parabola_t& p) {
 inline auto fields(const ColorRGB& c) { return std::tie(c.red, c.green, c.blue); }
 inline auto fields(const ColorHSV& c) { return std::tie(c.hue, c.saturation, c.value); }
 
-/// Calls `visit` with each number, a double or an int64_t, that `value` consists of: a number, a
-/// record, or anything with elements.
+/// Calls `visit` with each number, a double or an int64_t, of a number, a record or a range.
 template <class Value, class Visit>
 void for_each_number(const Value& value, const Visit& visit) {
   if constexpr (std::is_floating_point_v<Value>) {

@@ -44,9 +44,8 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {10, 0}, {5, 9}}}), Set{}) << "three corners in line";
   EXPECT_EQ(to_view({{{0, 0}, {0, 5}, {0, 5}, {0, 0}}}), Set{}) << "no width";
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {5, 0}, {0, 0}}}), Set{}) << "no height";
-  const Set above = {{{5, 0.75e-200}, 1}, {{9, 9}, 1}, {{1, 9}, 3}};
-  EXPECT_EQ(clipped(ClipPolygonSetToView, above, {{{0, 10}, {10, 10}, {10, 1e-200}, {0, 0}}}),
-            above)
+  const Set above = {{{4, 0.75e-200}, 1}, {{7, 7}, 1}, {{1, 7}, 3}};
+  EXPECT_EQ(clipped(ClipPolygonSetToView, above, {{{0, 8}, {8, 8}, {8, 1e-200}, {0, 0}}}), above)
       << "halfway along, the lowest side is at 0.5e-200";
   for (int k = 0; k < 8; ++k) {
     real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};

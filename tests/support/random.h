@@ -37,8 +37,7 @@ class Random {
     if (kind == 0) return sign * edges[below(static_cast<int>(std::size(edges)))];
     if (kind == 1) return sign * (below(2001) + 0.5);
     if (kind > 2) return sign * between(0.0, 5000.0);
-    return below(16) == 0 ? __builtin_bit_cast(double, std::uint64_t{engine_()})
-                          : sign * below(100);
+    return below(16) == 0 ? __builtin_bit_cast(double, engine_()) : sign * below(100);
   }
 
   std::vector<real_pt_t> hard_points(int n) {

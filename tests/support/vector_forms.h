@@ -10,8 +10,6 @@ void force_plain_forms(zelvan::FormList<Form...> /*forms*/) {
   ((Form::may_run = false), ...);
 }
 
-inline void force_plain_forms() { force_plain_forms(zelvan::VectorForms{}); }
-
 template <class Run>
 void for_each_form(Run& run, zelvan::FormList<> /*none*/) {
   run(zelvan::Plain::name);
