@@ -77,6 +77,7 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
 }
 
 using Word = std::intptr_t;
+// `goes_on`: does its work though it fails. A connect goes on alone, another thread may wait first.
 enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, goes_on = 8 };
 
 // The linker replaces the system's functions by those named `__wrap_`. All arguments are whole
@@ -111,7 +112,7 @@ CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
 CALL(bind) CALL(connect, waits | goes_on) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(gethostbyname_r) CALL(fcntl)
-REAL(close) REAL(sync) REAL(getsockopt) REAL(waitpid)
+CALL(waitpid, waits | goes_on) REAL(close) REAL(sync) REAL(getsockopt)
     // clang-format on
 
     // A close that fails or is interrupted still closes the descriptor.
@@ -128,15 +129,6 @@ extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 extern "C" Word __wrap_getsockopt(Word, Word, Word, Word result, Word) {
   *reinterpret_cast<int*>(result) = call_fails(getsockopt_id, false) ? errno : 0;
   return 0;
-}
-
-// A planted failure means that another thread has waited for the child.
-extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
-  const bool has_failed = call_fails(waitpid_id, true);
-  if (has_failed && errno == EINTR) return -1;
-  const Word ended = __real_waitpid(child, status, flags);
-  if (has_failed) errno = ECHILD;
-  return has_failed ? -1 : ended;
 }
 
 }  // namespace support
