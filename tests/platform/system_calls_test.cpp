@@ -210,7 +210,6 @@ TEST(Operations, ReportWhatFailsUnlessItIsHarmless) {
   expect(move_plain, true, {other_file_system, {"fsync", 2, EINVAL}}, moved, "a folder can't be sent to the disk");
   expect(move_plain, true, {other_file_system, {"fchown", 0, EPERM}}, restricted, "another group may do no more than others");
   expect(move_plain, true, {no_flags, {"unlinkat", 1, ENOENT, true}}, moved, "a server repeats a request whose answer is lost");
-  expect(move_plain, true, {no_flags, no_links, {"renameat", 1, ENOENT, true}}, moved, "an answer is lost");
   expect(move("dir"_c, "new"_c), true, {no_flags, {"renameat", 1, ENOENT, true}}, "-dir 770 \n-dir/inner 770 \n+new 770 \n+new/inner 770 \n", "an answer is lost");
   expect(copy, true, {{"renameat", 1, ENOENT, true}}, copied, "an answer is lost");
   expect(move_plain, false, {{"unlinkat", 1, EIO}, no_flags, {"fstatat", 4, EIO}}, "+new 4775 12345 old\n", "the old name may be gone");

