@@ -35,9 +35,8 @@ const Group set_value("colour.set_value", [](Log& log) {
 });
 
 // Black and white are as far apart as a pen may be, and the last bit of a `float` decides if that
-// is too far. The other maps have few colours, many of them equally close, so far from white that
-// `float` rounds the sum of squares: the rounding depends on the order of the channels, and decides
-// which is closest.
+// is too far. The other maps have few colours, many equally close, so far from white that `float`
+// rounds the sum of squares: that depends on the order of channels, and decides which is closest.
 const Group far_colors("colour.far_colors", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 20'000; ++i) {

@@ -58,8 +58,7 @@ const Group turns("geometry.turns", [](Log& log) {
 double coefficient(Random& random, int kind) {
   static const double close[] = {0.0, 1.0, 1e-05, -1e-05, std::nextafter(1e-05, 1.0), 4e-05};
   if (kind == 0) return random.below(5) - 2.0;
-  if (kind == 1) return random.between(-9, 9);
-  return kind == 2 ? random.hard_double() : close[random.below(6)];
+  return kind == 3 ? close[random.below(6)] : number(random, kind);
 }
 
 /// Returns a conic; all types occur, and the start of the arc is often on the curve.

@@ -3,8 +3,7 @@
 /// A workload must produce the same results wherever it runs. So it must not depend on addresses,
 /// the width of `long` or of a pointer, the sign of `char`, the distributions of the standard
 /// library, the order in which arguments are evaluated, or the operating system. Sine, cosine and
-/// their inverses are part of the program: see trigonometry.cpp. Each group can run alone and needs
-/// no state from another one.
+/// their inverses are part of the program: see trigonometry.cpp. Each group can run alone.
 #pragma once
 
 #include <zelvan/zelvan.h>
@@ -18,7 +17,6 @@
 #include <string>
 #include <tuple>
 #include <type_traits>
-#include <vector>
 
 using support::Random;
 
@@ -44,8 +42,7 @@ inline auto fields(const utl_parabola_t& p) {
 inline auto fields(const ColorRGB& c) { return std::tie(c.red, c.green, c.blue); }
 inline auto fields(const ColorHSV& c) { return std::tie(c.hue, c.saturation, c.value); }
 
-/// Calls `visit` with each number, a double or an int64_t, that `value` consists of: a number, a
-/// record, or anything with elements.
+/// Calls `visit` with each number, a double or an int64_t, of a number, a record or a range.
 template <class Value, class Visit>
 void for_each_number(const Value& value, const Visit& visit) {
   if constexpr (std::is_floating_point_v<Value>) {

@@ -17,7 +17,7 @@
 int main(int argc, char** argv) {
   std::vector<std::string> arguments(argv + 1, argv + argc);
   if (!arguments.empty() && arguments[0] == "--plain") {
-    support::force_plain_forms();
+    support::force_plain_forms(zelvan::VectorForms{});
     arguments.erase(arguments.begin());
   }
   const char* form = zelvan::with_best_form([](auto best) { return best.name; });

@@ -8,8 +8,7 @@ std::string some_digits(Random& random) {
   return digits;
 }
 
-// Numbers of many digits, so that rounding is hard, and exponents within the range of a double and
-// beyond both ends.
+// Numbers of many digits, which are hard to round, from below to above the range of a double.
 const Group numbers("text.numbers", [](Log& log) {
   Random random(2);
   for (int i = 0; i < 6000; ++i) {

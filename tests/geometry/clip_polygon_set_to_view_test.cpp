@@ -44,9 +44,8 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {10, 0}, {5, 9}}}), Set{}) << "three corners in line";
   EXPECT_EQ(to_view({{{0, 0}, {0, 5}, {0, 5}, {0, 0}}}), Set{}) << "no width";
   EXPECT_EQ(to_view({{{0, 0}, {5, 0}, {5, 0}, {0, 0}}}), Set{}) << "no height";
-  const Set above = {{{5, 0.75e-200}, 1}, {{9, 9}, 1}, {{1, 9}, 3}};
-  EXPECT_EQ(clipped(ClipPolygonSetToView, above, {{{0, 10}, {10, 10}, {10, 1e-200}, {0, 0}}}),
-            above)
+  const Set above = {{{4, 0.75e-200}, 1}, {{7, 7}, 1}, {{1, 7}, 3}};
+  EXPECT_EQ(clipped(ClipPolygonSetToView, above, {{{0, 8}, {8, 8}, {8, 1e-200}, {0, 0}}}), above)
       << "halfway along, the lowest side is at 0.5e-200";
   for (int k = 0; k < 8; ++k) {
     real_rect_t view = {{{0, 0}, {0, 10}, {10, 10}, {10, 0}}};
@@ -79,12 +78,11 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
     for (int i = 0; i < 4000; ++i) {
       // The view: a square, or a turned one with its corners on the sides of that square.
       const double turn = i % 2 == 0 ? 0 : std::round(std::ldexp(size, -random.below(12)));
-      const real_pt_t c[] = {{low.x + turn, low.y},
-                             {high.x, low.y + turn},
-                             {high.x - turn, high.y},
-                             {low.x, high.y - turn},
-                             {low.x + turn, low.y}};
-      const real_rect_t view = {{c[0], c[1], c[2], c[3]}};
+      const real_rect_t view = {{{low.x + turn, low.y},
+                                 {high.x, low.y + turn},
+                                 {high.x - turn, high.y},
+                                 {low.x, high.y - turn}}};
+      const auto& c = view.corners;
       const Place inside(random.between(low.x, high.x), random.between(low.y, high.y));
       const Place way(random.between(-1, 1), random.between(-1, 1));
       const Place before = inside - way * std::ldexp(size, random.below(doublings));
@@ -94,7 +92,8 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
       for (const auto& [p, flag] : clipped(ClipPolygonSetToView, {{a, 1}, {b, 3}}, view)) {
         if (p == a || p == b || std::count(c, c + 4, p) > 0) continue;  // no crossing
         double units = HUGE_VAL;
-        for (int k = 0; k < 4; ++k) units = std::fmin(units, off_crossing(p, a, b, c[k], c[k + 1]));
+        for (int k = 0; k < 4; ++k)
+          units = std::fmin(units, off_crossing(p, a, b, c[k], c[(k + 1) % 4]));
         SCOPED_TRACE(testing::Message()
                      << where << ", clipped to " << testing::PrintToString(view)
                      << ", cuts the edge from " << testing::PrintToString(a) << " to "

@@ -11,10 +11,9 @@ TEST(PointPoint, EstimatesFromBothDifferences) {
   EXPECT_EQ(utl_point_point(&p, &q), estimate(5, 3));
 }
 
-static void expect_to_line(real_pt_t p, real_pt_t a, real_pt_t b, double distance,
-                           const char* why) {
-  EXPECT_DOUBLE_EQ(utl_point_line(&p, &a, &b), distance) << why;
-  EXPECT_DOUBLE_EQ(utl_point_line(&p, &b, &a), distance) << why << ", ends swapped";
+static void expect_to_line(real_pt_t p, real_pt_t a, real_pt_t b, double wanted, const char* why) {
+  EXPECT_DOUBLE_EQ(utl_point_line(&p, &a, &b), wanted) << why;
+  EXPECT_DOUBLE_EQ(utl_point_line(&p, &b, &a), wanted) << why << ", ends swapped";
 }
 
 TEST(PointLine, MeasuresToTheNearestPointOfTheSegment) {

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <string>
 
 #include <gtest/gtest.h>
 #include <support/guarded_array.h>

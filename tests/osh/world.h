@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -28,6 +30,17 @@ inline std::string content(const std::string& path) {
   if (fs::is_directory(path)) return fs::exists(path + "/inner") ? "inner" : "";
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Returns the sorted names in a folder with their content, and a mark if they are read-only.
+inline std::string files(const std::string& folder = ".") {
+  std::set<std::string> lines;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    const bool is_read_only = (entry.status().permissions() & fs::perms{0222}) == fs::perms{};
+    const auto line = entry.path().filename().string() + '=' + content(entry.path().string());
+    lines.insert(line + (is_read_only ? " (read-only) " : " "));
+  }
+  return std::accumulate(lines.begin(), lines.end(), std::string());
 }
 
 /// Makes a file, and the directories above it.

@@ -5,8 +5,7 @@
 #include <gtest/gtest.h>
 #include <osh/world.h>
 
-// Replaces the library's list of font folders: the linker's option --wrap redirects calls of
-// `font_folders` to `play_folders`.
+// Replaces the library's list of font folders: --wrap redirects `font_folders` to `play_folders`.
 using Strings = std::vector<std::string>;
 Strings played_folders;
 Strings play_folders() asm("__wrap__ZN6zelvan8platform12font_foldersB5cxx11Ev");

@@ -8,21 +8,18 @@
 
 namespace heap {
 
-/// Refuses the `nth` request from now on, and all after it if `for_good`. An `nth` of 0 refuses
-/// nothing.
+/// Refuses the `nth` request from now on, and all after it if `for_good`. With 0, refuses nothing.
 void refuse(int nth, bool for_good);
 
 /// Grants all requests again. Returns true if one was refused.
 bool grant_all();
 
-/// Returns how many blocks are still live, of those allocated between the last `refuse` and the
-/// last `grant_all`.
+/// Returns how many blocks are live of those allocated between the last `refuse` and `grant_all`.
 int blocks_left();
 
 /// Runs `operation` with its first request refused, then with its second and so on, until it makes
-/// no further request. Does all this twice: the second time, all later requests are refused as
-/// well. Calls `check` after each run with a refusal; the heap then grants all requests. Returns
-/// the number of these runs.
+/// no further request. Then does so again, with all later requests refused as well. After each run
+/// with a refusal, grants all requests and calls `check`. Returns the number of these runs.
 template <class Operation, class Check>
 int refuse_each(Operation operation, Check check) {
   int refusals = 0;

@@ -1,5 +1,4 @@
-/// Equality and printing of the library's records, so that a failed expectation prints all their
-/// fields.
+/// Equality and printing of the library's records, so that a failed expectation prints all fields.
 ///
 /// Two records are equal if their bits are: -0.0 is not 0.0. All NaN are equal: the compiler
 /// decides which operand's payload a sum keeps.

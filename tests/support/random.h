@@ -1,5 +1,4 @@
-/// Random values, many of them edge cases of arithmetic; one seed produces the same values on every
-/// machine and compiler.
+/// Random values, many of them edge cases. One seed produces the same values on every machine.
 ///
 /// Tests put the seed into a SCOPED_TRACE, so that a failure names it.
 #pragma once
@@ -17,8 +16,7 @@ class Random {
  public:
   explicit Random(std::uint64_t seed) : engine_(seed) {}
 
-  /// Returns a whole number from 0 to `count` - 1. The standard's distributions would differ by
-  /// library.
+  /// Returns a whole number from 0 to `count` - 1. The standard's distributions differ by library.
   int below(int count) { return static_cast<int>(engine_() % static_cast<unsigned>(count)); }
 
   /// Returns a multiple of 2^-53, from 0 up to but not including 1.
@@ -39,8 +37,7 @@ class Random {
     if (kind == 0) return sign * edges[below(static_cast<int>(std::size(edges)))];
     if (kind == 1) return sign * (below(2001) + 0.5);
     if (kind > 2) return sign * between(0.0, 5000.0);
-    return below(16) == 0 ? __builtin_bit_cast(double, std::uint64_t{engine_()})
-                          : sign * below(100);
+    return below(16) == 0 ? __builtin_bit_cast(double, engine_()) : sign * below(100);
   }
 
   std::vector<real_pt_t> hard_points(int n) {

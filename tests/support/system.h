@@ -12,8 +12,7 @@ namespace support {
 /// True if the system has the calls and file names of POSIX.
 inline const bool is_posix = std::filesystem::path::preferred_separator == '/';
 
-/// An empty folder, made the current one. The destructor removes it with its content, including
-/// read-only files.
+/// An empty folder, made the current one. The destructor removes it, read-only files included.
 class TemporaryFolder {
   static std::string make(bool in_memory) {
     namespace fs = std::filesystem;
@@ -56,8 +55,7 @@ bool is_inherited(int fd);
 /// Sets an environment variable; removes it if `value` is null, on Windows also if it is empty.
 void set_environment(const char* name, const char* value);
 
-/// Returns the user's language in two letters, on a system that stores it; empty if the environment
-/// decides it.
+/// Returns the user's language in two letters; empty on a system where the environment decides it.
 std::string language();
 
 /// Returns the path of the running test program.

@@ -10,8 +10,6 @@ void force_plain_forms(zelvan::FormList<Form...> /*forms*/) {
   ((Form::may_run = false), ...);
 }
 
-inline void force_plain_forms() { force_plain_forms(zelvan::VectorForms{}); }
-
 template <class Run>
 void for_each_form(Run& run, zelvan::FormList<> /*none*/) {
   run(zelvan::Plain::name);
@@ -26,8 +24,7 @@ void for_each_form(Run& run, zelvan::FormList<First, Others...> /*forms*/) {
   if (may_run) run(First::name);  // runs First: the forms before it in the list are off
 }
 
-/// Calls `run(name)` once with the plain forms forced and once with each vector form that this
-/// processor has.
+/// Calls `run(name)` with the plain forms forced, and with each vector form of this processor.
 template <class Run>
 void for_each_form(Run run) {
   for_each_form(run, zelvan::VectorForms{});

@@ -7,8 +7,7 @@
 #include <gtest/gtest.h>
 #include <support/system.h>
 
-// As a secondary the program writes the status "ready" and sends back what it reads. The text "die"
-// ends it at once.
+// A secondary writes the status "ready" and sends back what it reads. "die" ends it at once.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (argc != 5) return RUN_ALL_TESTS();
@@ -25,8 +24,7 @@ TEST(Processes, TalkUntilTheSessionEndsOrOneDies) {
   char text[4002];
   char localhost[] = "localhost";
   EXPECT_EQ(wipc_open_session(localhost, std::string("zelvan-none-such").data()), nullptr);
-  const int descriptors =
-      support::open_descriptors();  // including those that the first socket opens
+  const int descriptors = support::open_descriptors();  // with those that the first socket opens
   for (const bool dies : {false, true}) {
     zelvan_set_local_sessions_only(dies);  // both settings accept a local secondary
     void* session = wipc_open_session(localhost, support::own_path().data());

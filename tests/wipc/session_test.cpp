@@ -22,8 +22,7 @@ TEST(Sessions, AreRefusedIfNullOrNotOpen) {
     EXPECT_EQ(wipc_read_status(secondary.session, text, 1), 0) << "it only writes a status";
   });
   zelvan::release_session(bind);
-  // Each failure prints a line, save those of wipc_write, wipc_sid, wipc_status_sid and
-  // wipc_close_session.
+  // Each failure prints a line, save those of wipc_write, the two sids and wipc_close_session.
   EXPECT_EQ(std::count(reports.begin(), reports.end(), '\n'), 10) << "lines:\n" << reports;
 }
 

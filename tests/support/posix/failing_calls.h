@@ -77,7 +77,8 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
 }
 
 using Word = std::intptr_t;
-enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, returns_errno = 8 };
+// `goes_on`: does its work though it fails. A connect goes on alone, another thread may wait first.
+enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, goes_on = 8 };
 
 // The linker replaces the system's functions by those named `__wrap_`. All arguments are whole
 // numbers and pointers, six at most, so one signature passes any of them on. `__real_` is declared
@@ -93,12 +94,12 @@ enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, returns_errno = 8
     const bool is_cut = is_armed && interrupts && (kind & moves) == moves;                     \
     const bool fails = call_fails(name##_id, kind & waits);                                    \
     const int why = errno;                                                                     \
-    const Word result = !fails || works_all_the_same                                           \
+    const Word result = !fails || works_all_the_same || (kind & goes_on) != 0                  \
                             ? __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f)  \
                             : 0;                                                               \
     if (!fails) return result;                                                                 \
     errno = why;                                                                               \
-    return kind & returns_pointer ? 0 : kind & returns_errno ? why : -1;                       \
+    return kind & returns_pointer ? 0 : -1;                                                    \
   }
 
 CALL(open, waits) CALL(openat, waits) CALL(fopen, waits | returns_pointer) CALL(read, moves)
@@ -109,10 +110,9 @@ CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(l
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
 CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL(fork) CALL(dup2)
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
-CALL(bind) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
-CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(fcntl)
-CALL(gethostbyname_r, returns_errno)
-REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
+CALL(bind) CALL(connect, waits | goes_on) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
+CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(gethostbyname_r) CALL(fcntl)
+CALL(waitpid, waits | goes_on) REAL(close) REAL(sync) REAL(getsockopt)
     // clang-format on
 
     // A close that fails or is interrupted still closes the descriptor.
@@ -125,28 +125,10 @@ REAL(close) REAL(sync) REAL(connect) REAL(getsockopt) REAL(waitpid)
 // Counts the call, but doesn't make it: it would write to all disks of the machine.
 extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 
-// An interrupted connect continues in the background; `getsockopt` returns its result later.
-int end_of_connect = 0;
-extern "C" Word __wrap_connect(Word fd, Word address, Word size) {
-  const bool has_failed = call_fails(connect_id, true);
-  if (has_failed && errno != EINTR) return -1;
-  const bool connects = static_cast<int>(__real_connect(fd, address, size)) == 0;
-  end_of_connect = connects ? 0 : errno;
-  errno = has_failed ? EINTR : errno;
-  return has_failed || !connects ? -1 : 0;
-}
-extern "C" Word __wrap_getsockopt(Word, Word, Word, Word error, Word) {
-  *reinterpret_cast<int*>(error) = end_of_connect;
-  return call_fails(getsockopt_id, false) ? -1 : 0;
-}
-
-// A planted failure means that another thread has waited for the child.
-extern "C" Word __wrap_waitpid(Word child, Word status, Word flags) {
-  const bool has_failed = call_fails(waitpid_id, true);
-  if (has_failed && errno == EINTR) return -1;
-  const Word ended = __real_waitpid(child, status, flags);
-  if (has_failed) errno = ECHILD;
-  return has_failed ? -1 : ended;
+// An interrupted connect goes on; a planted failure is its result, which is asked for later.
+extern "C" Word __wrap_getsockopt(Word, Word, Word, Word result, Word) {
+  *reinterpret_cast<int*>(result) = call_fails(getsockopt_id, false) ? errno : 0;
+  return 0;
 }
 
 }  // namespace support

@@ -6,7 +6,6 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
