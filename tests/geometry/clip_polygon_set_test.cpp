@@ -17,6 +17,9 @@ TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
                {{{10, 5}, 0}, {{10, 7}, 1}, {{5, 9}, 1}, {{5, 5}, 2}}, "duplicates that cross");
   expect_rings(clip, {{{-1, -40}, 1}, {{60, 11}, 1}, {{60, 100}, 1}, {{-1, 40}, 3}},
                {{{0, 0}, 0}, {{0, 10}, 0}, {{10, 10}, 0}, {{10, 0}, 2}}, "around the view");
+  expect_rings(clip, {{{-1, 3}, 1}, {{3, -1}, 1}, {{-9, -9}, 3}},
+               {{{0, 2}, 0}, {{0, 0}, 0}, {{2, 0}, 3}}, "an edge that crosses two sides");
+  expect_rings(clip, {{{5, -9}, 1}, {{19, 5}, 1}, {{19, -9}, 3}}, {}, "beside a corner");
   expect_rings(clip, {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}}, {}, "no edge right of a side");
 }
 

@@ -64,9 +64,9 @@ TEST(MaxminCubic, HoldsTheTurningPointsFrom0To1) {
 }
 
 TEST(MaxminRotrect, IsTheBoxOfTheTurnedBox) {
-  real_pt_t center = {1, 1};
-  double box[] = {1, 1, 6, 11};  // of 5 by 10, turned by sine 0.8 and cosine 0.6
+  real_pt_t center = {1, 2};
+  double box[] = {1, 2, 6, 12};  // of 5 by 10, turned by sine 0.8 and cosine 0.6
   utl_maxmin_rotrect(&center, box, std::atan2(4, 3));
-  const double wanted[] = {1 - 8, 1, 1 + 3, 1 + 4 + 6};
+  const double wanted[] = {1 - 8, 2, 1 + 3, 2 + 4 + 6};
   for (int i = 0; i < 4; ++i) EXPECT_NEAR(box[i], wanted[i], 1e-12) << "number " << i;
 }

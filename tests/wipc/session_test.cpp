@@ -12,6 +12,7 @@ TEST(Sessions, AreRefusedIfNullOrNotOpen) {
       EXPECT_EQ(wipc_read_status(none, text, 1), -1);
       EXPECT_EQ(wipc_sid(none), -1);
       EXPECT_EQ(wipc_status_sid(none), -1);
+      EXPECT_EQ(wipc_poll_session(none), 0);
       wipc_close_session(none);
     }
     EXPECT_EQ(wipc_write(primary.session, nullptr), 0);

@@ -77,7 +77,8 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
 }
 
 using Word = std::intptr_t;
-// `goes_on`: does its work though it fails. A connect goes on alone, another thread may wait first.
+// `goes_on`: the work is done although the call fails: an interrupted connect continues by itself,
+// and another thread may have waited for the child.
 enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, goes_on = 8 };
 
 // The linker replaces the system's functions by those named `__wrap_`. All arguments are whole
