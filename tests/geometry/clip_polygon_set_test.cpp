@@ -19,7 +19,7 @@ TEST(ClipPolygonSet, CutsPolygonsIntoRings) {
                {{{0, 0}, 0}, {{0, 10}, 0}, {{10, 10}, 0}, {{10, 0}, 2}}, "around the view");
   expect_rings(clip, {{{-1, 3}, 1}, {{3, -1}, 1}, {{-9, -9}, 3}},
                {{{0, 2}, 0}, {{0, 0}, 0}, {{2, 0}, 3}}, "an edge that crosses two sides");
-  expect_rings(clip, {{{5, -9}, 1}, {{19, 5}, 1}, {{19, -9}, 3}}, {}, "beside a corner");
+  expect_rings(clip, {{{5, -9}, 1}, {{19, 5}, 1}, {{-9, -20}, 3}}, {}, "beside a corner");
   expect_rings(clip, {{{-1, -1}, 1}, {{30, -1}, 1}, {{-1, 30}, 3}}, {}, "no edge right of a side");
 }
 
