@@ -10,7 +10,7 @@
 TEST(ColorValue, TakesColoursFromOtherForms) {
   EXPECT_EQ(ColorValue(0x563412, 0x10007), ColorValue(7, 0, 0x12, 0x34, 0x56)) << "16 bits of pen";
   EXPECT_EQ(ColorValue(0x1000000, 7), ColorValue(-1, 0, 0, 0, 0)) << "a high bit: no pen";
-  EXPECT_EQ(ColorValue(0.5f, 0.3939f, 1e30f), ColorValue(-1, 255, 128, 100, 0)) << "halves go up";
+  EXPECT_EQ(ColorValue(0.5f, 0.75f, 1e30f), ColorValue(-1, 255, 128, 191, 0)) << "halves go up";
   EXPECT_EQ(ColorValue(2.0f, -1.0f, NAN), ColorValue(-1, 255, 254, 2, 0))
       << "low 8 bits of 510, -254";
   ColorRGB wide(0x101, -1, 7);
@@ -34,16 +34,15 @@ TEST(ColorValue, TakesTheExclusiveOrOfTwoColours) {
 TEST(ColorValue, TakesTheClosestPenOfAMap) {
   int rgb[] = {42, 50, 60, 10, 20, 30, 40, 50, 60};
   ColorMap map(3, 255, rgb);
-  ColorValue color(7, 0, 42, 50, 60), near_pen_1(7, 0, 11, 20, 30);
+  ColorValue color(7, 0, 42, 50, 60), near_pen_1(7, 0, 11, 20, 30), other = near_pen_1;
   color.SetExactColorValuePenFromRGB(map);
   EXPECT_EQ(color.pen, 7) << "the distance is two thirds, rounded to 1";
   color.GetClosestColor(map);
-  EXPECT_EQ(color.pen, 2);
+  EXPECT_EQ(color.pen, 2) << "pen 0 is not searched";
   near_pen_1.SetExactColorValuePenFromRGB(map);
   EXPECT_EQ(near_pen_1.pen, 1) << "the distance is a third, rounded to 0";
-  color = ColorValue(-1, 255, 10, 20, 30);
-  color.SetColorValuePenFromRGB(map);
-  EXPECT_EQ(color.pen, 1);
+  other.SetColorValuePenFromRGB(map);
+  EXPECT_EQ(other.pen, 1);
 }
 
 TEST(ColorValue, IsEqualIfAllFiveFieldsAre) {

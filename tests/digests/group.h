@@ -22,7 +22,7 @@ using support::Random;
 
 // ---- The fields of records.
 
-inline auto fields(const auto& point) { return std::tie(point.x, point.y); }
+auto fields(const auto& p) requires(sizeof p == 2 * sizeof p.x) { return std::tie(p.x, p.y); }
 inline auto fields(const Mtx2D& m) {
   return std::tie(m.m11, m.m12, m.m21, m.m22, m.tx, m.ty, m.mirror, m.type);
 }
@@ -42,7 +42,7 @@ inline auto fields(const utl_parabola_t& p) {
 inline auto fields(const ColorRGB& c) { return std::tie(c.red, c.green, c.blue); }
 inline auto fields(const ColorHSV& c) { return std::tie(c.hue, c.saturation, c.value); }
 
-/// Calls `visit` with each number, a double or an int64_t, of a number, a record or a range.
+/// Calls `visit` with each number, a double or an int64_t, in a number, a record or a range.
 template <class Value, class Visit>
 void for_each_number(const Value& value, const Visit& visit) {
   if constexpr (std::is_floating_point_v<Value>) {

@@ -54,8 +54,7 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   }
 }
 
-#ifdef __SIZEOF_FLOAT128__
-__extension__ using Quad = __float128;
+using Quad [[gnu::mode(TF)]] = float;  // 128 bits
 
 // Returns how far p is from where the lines ab and cd meet: the larger of the distances in x and y.
 static double off_crossing(real_pt_t p, real_pt_t a, real_pt_t b, real_pt_t c, real_pt_t d) {
@@ -109,4 +108,3 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
   expect("far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3);
   expect("about the origin", {-0x1p52, -0x1p52}, 0x1p53, 6, 64);
 }
-#endif

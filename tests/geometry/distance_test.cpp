@@ -27,7 +27,7 @@ TEST(PointBox, IsZeroInsideAndOnTheSides) {
   real_pt_t upright[] = {{0, 0}, {10, 0}, {0, 10}, {10, 10}};
   real_pt_t turned[] = {{0, 0}, {10, 10}, {-5, 5}, {5, 15}};
   const auto distance = [](real_pt_t p, real_pt_t* box) { return utl_point_box(&p, box); };
-  for (const real_pt_t& corner : upright) EXPECT_EQ(distance(corner, upright), 0);
+  for (const auto& p : upright) EXPECT_EQ(distance(p, upright), 0) << testing::PrintToString(p);
   EXPECT_NEAR(distance({5, -3}, upright), estimate(3, 0), 1e-12);
   EXPECT_EQ(distance({6.25, 8.75}, turned), 0);
   EXPECT_NEAR(distance({7, 3}, turned), estimate(2, 2), 1e-12) << "to the foot (5, 5)";

@@ -53,12 +53,12 @@ TEST(MaxminConic, HoldsTheEndsAndTheSamples) {
 }
 
 TEST(MaxminCubic, HoldsTheTurningPointsFrom0To1) {
-  const double u = 0x1p-10;  // small
-  double inside[] = {64 * u, -96 * u, 21 * u, 0, 0, 4, -4, 0};
+  const double small = 0x1p-10;  // turning points of small curves count as well
+  double inside[] = {64 * small, -96 * small, 21 * small, 0, 0, 4, -4, 0};
   double outside[] = {0, 1, 1, 0, 0, 1, -4, 0};
   Box box;
   utl_maxmin_cubic(inside, &box.max, &box.min);
-  expect_box(box, {{1.25 * u, 0}, {-12.25 * u, -1}}, "x turns at 1/8 and 7/8, y at 1/2");
+  expect_box(box, {{1.25 * small, 0}, {-12.25 * small, -1}}, "x turns at 1/8 and 7/8, y at 1/2");
   utl_maxmin_cubic(outside, &box.max, &box.min);
   expect_box(box, {{2, 0}, {0, -3}}, "x turns at -1/2, y at 2");
 }

@@ -90,7 +90,7 @@ TEST(Logger, ReadsItsSettingsFromTheEnvironmentWithinBounds) {
     EXPECT_EQ(In::level, level) << why;
     EXPECT_EQ(In::prefix, prefix) << why;
   };
-  expect({}, 2, 5000, 2, of_system, "not set: the program's level");
+  expect({}, 2, 5000, logInfo, of_system, "not set: the program's level");
   expect({" +7 of them", "2000", "3", "here-"}, 7, 2000, 3, "here-", "begin with a number");
   expect({"0", "999", "-3"}, 1, 1000, 0, of_system, "less than the least");
   expect({"99999999999", "many", "9"}, 2147483647, 5000, 4, of_system, "too large or none");

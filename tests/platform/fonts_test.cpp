@@ -23,7 +23,7 @@ TEST(FontFolders, AreTheSystemsAndThoseOfTheUser) {
   };
   expect("/h", "/d", {"/d/fonts", "/h/.fonts"}, "both variables");
   expect("/h", "d", {"/h/.local/share/fonts", "/h/.fonts"}, "not an absolute path");
-  expect("h", nullptr, {}, "neither");
+  expect("h", nullptr, {}, "no absolute path");
 }
 
 TEST(GetFontFileList, ListsFontsOfEachFolderBeforeThoseOfItsFolders) {

@@ -99,7 +99,8 @@ TEST(Moves, ToAnotherDriveReachTheDiskBeforeTheSourceGoes) {
   expect(0, 0, 0, gone, moved, "nothing fails");
   expect(ERROR_DISK_FULL, 0, 0, before, "", "the content does not reach the disk");
   expect(0, ERROR_SHARING_VIOLATION, 1, before, "", "somebody has the source open");
-  expect(0, ERROR_ACCESS_DENIED, 2, before, "moved=safe ", "nor can the copy go, now writable");
+  expect(0, ERROR_ACCESS_DENIED, 2, before, "moved=safe ",
+         "nor can the copy be deleted, now writable");
   expect(0, ERROR_FILE_NOT_FOUND, 1, gone, moved, "the source goes, the answer is lost");
 }
 

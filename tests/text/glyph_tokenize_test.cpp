@@ -25,7 +25,7 @@ static bool is_language(const char* language) {
 }
 
 TEST(GlyphTokenize, CutsAtPunctuationWhereWordsAreSetApart) {
-  if (!is_language("en")) GTEST_SKIP() << "the system has another language";
+  if (!is_language("jv") && !is_language("en")) GTEST_SKIP() << "the system has another language";
   EXPECT_EQ(glyphs(u"one,two a\\b"), (Tokens{u"one,", u"two", u"a\\b"})) << "no backslash";
   EXPECT_EQ(glyphs(u""), (Tokens{u""}));
   const std::u16string punctuation = u" !\"#$%&'()*+,-./:;<=>?@[]^_`{|}~\u201C\u201D";

@@ -22,7 +22,7 @@ TEST(Write, SendsADataMessageAsItIsAndAStatusWithItsTerminator) {
   shutdown(peer.data[1], SHUT_RD);
   EXPECT_EQ(wipc_write(peer.session, letters(1).data()), 0) << "the connection is broken";
   shutdown(peer.status[1], SHUT_RD);
-  EXPECT_EQ(wipc_write_status(peer.session, letters(1).data()), 0) << "so is the other one";
+  EXPECT_EQ(wipc_write_status(peer.session, letters(1).data()), 0) << "so is the status channel";
   EXPECT_EQ(wipc_write_status(ScriptedPeer('P').session, letters(1).data()), 0) << "only reads";
 }
 

@@ -23,7 +23,7 @@ TEST(Sessions, AreRefusedIfNullOrNotOpen) {
     EXPECT_EQ(wipc_read_status(secondary.session, text, 1), 0) << "it only writes a status";
   });
   zelvan::release_session(bind);
-  // Each failure prints a line, save those of wipc_write, the two sids and wipc_close_session.
+  // Each failure prints a line, save wipc_write, wipc_poll_session, the sids, wipc_close_session.
   EXPECT_EQ(std::count(reports.begin(), reports.end(), '\n'), 10) << "lines:\n" << reports;
 }
 
@@ -45,6 +45,6 @@ TEST(PollSession, TellsWhetherAReadWouldFindSomething) {
 
 TEST(Sockets, AreRefusedByImpossibleNumbers) {
   EXPECT_EQ(zelvan::wipc_check_sockets(-1), 0);
-  EXPECT_EQ(zelvan::wipc_check_sockets(0), 1);
+  EXPECT_EQ(zelvan::wipc_check_sockets(0), 1) << "none is asked for";
   EXPECT_EQ(zelvan::wipc_poll_socket(0), 0) << "the standard input is no session";
 }

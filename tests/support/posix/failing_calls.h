@@ -77,9 +77,8 @@ inline bool run_failing(const std::function<bool()>& operation, const std::vecto
 }
 
 using Word = std::intptr_t;
-// `goes_on`: the work is done although the call fails: an interrupted connect continues by itself,
-// and another thread may have waited for the child.
-enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, goes_on = 8 };
+// An interrupted `connect` continues by itself. If `waitpid` fails, another thread has waited.
+enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, continues = 8, is_done = 16 };
 
 // The linker replaces the system's functions by those named `__wrap_`. All arguments are whole
 // numbers and pointers, six at most, so one signature passes any of them on. `__real_` is declared
@@ -95,7 +94,8 @@ enum Kind { waits = 1, moves = 2 | waits, returns_pointer = 4, goes_on = 8 };
     const bool is_cut = is_armed && interrupts && (kind & moves) == moves;                     \
     const bool fails = call_fails(name##_id, kind & waits);                                    \
     const int why = errno;                                                                     \
-    const Word result = !fails || works_all_the_same || (kind & goes_on) != 0                  \
+    const bool works = works_all_the_same || kind & (why == EINTR ? continues : is_done);      \
+    const Word result = !fails || works                                                        \
                             ? __real_##name(a, b, is_cut ? std::min(c, Word{3}) : c, d, e, f)  \
                             : 0;                                                               \
     if (!fails) return result;                                                                 \
@@ -111,9 +111,9 @@ CALL(fchmod, waits) CALL(fchown, waits) CALL(futimens) CALL(fsync, waits) CALL(l
 CALL(renameat) CALL(renameat2) CALL(unlink) CALL(unlinkat) CALL(mkdir) CALL(mkdirat) CALL(rmdir)
 CALL(fdopendir, returns_pointer) CALL(readdir, returns_pointer) CALL(pipe2) CALL(fork) CALL(dup2)
 CALL(setsid) CALL(execve) CALL(socket) CALL(setsockopt)
-CALL(bind) CALL(connect, waits | goes_on) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
+CALL(bind) CALL(connect, waits | continues) CALL(getsockname) CALL(getpeername) CALL(listen) CALL(accept4, waits) CALL(poll, waits)
 CALL(send, moves) CALL(recv, moves) CALL(gethostname) CALL(gethostbyname_r) CALL(fcntl)
-CALL(waitpid, waits | goes_on) REAL(close) REAL(sync) REAL(getsockopt)
+CALL(waitpid, waits | is_done) REAL(close) REAL(sync) REAL(getsockopt)
     // clang-format on
 
     // A close that fails or is interrupted still closes the descriptor.
@@ -126,10 +126,11 @@ CALL(waitpid, waits | goes_on) REAL(close) REAL(sync) REAL(getsockopt)
 // Counts the call, but doesn't make it: it would write to all disks of the machine.
 extern "C" void __wrap_sync() { call_fails(sync_id, false); }
 
-// An interrupted connect goes on; a planted failure is its result, which is asked for later.
+// Asks for the result of an interrupted connect: a planted failure, except EIO, is that result.
 extern "C" Word __wrap_getsockopt(Word, Word, Word, Word result, Word) {
-  *reinterpret_cast<int*>(result) = call_fails(getsockopt_id, false) ? errno : 0;
-  return 0;
+  const int why = call_fails(getsockopt_id, false) ? errno : 0;
+  *reinterpret_cast<int*>(result) = why == EIO ? 0 : why;
+  return why == EIO ? -1 : 0;
 }
 
 }  // namespace support
