@@ -54,6 +54,7 @@ TEST(ClipPolygonSetToView, TakesAnyConvexView) {
   }
 }
 
+#ifdef __SIZEOF_INT128__               // on machines of 64 bits
 using Quad [[gnu::mode(TF)]] = float;  // 128 bits
 
 // Returns how far p is from where the lines ab and cd meet: the larger of the distances in x and y.
@@ -108,3 +109,4 @@ TEST(ClipPolygonSetToView, CutsWithinTheStatedUnits) {
   expect("far away", {0x1p52, -0x1p52 - 9999}, 4000, 50, 3);
   expect("about the origin", {-0x1p52, -0x1p52}, 0x1p53, 6, 64);
 }
+#endif
