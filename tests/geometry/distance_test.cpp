@@ -14,11 +14,13 @@ TEST(PointPoint, EstimatesFromBothDifferences) {
 static void expect_to_line(real_pt_t p, real_pt_t a, real_pt_t b, double wanted, const char* why) {
   EXPECT_DOUBLE_EQ(utl_point_line(&p, &a, &b), wanted) << why;
   EXPECT_DOUBLE_EQ(utl_point_line(&p, &b, &a), wanted) << why << ", ends swapped";
+  for (real_pt_t* q : {&p, &a, &b}) *q = {-q->x, -q->y};
+  EXPECT_DOUBLE_EQ(utl_point_line(&p, &a, &b), wanted) << why << ", after a half turn";
 }
 
 TEST(PointLine, MeasuresToTheNearestPointOfTheSegment) {
-  expect_to_line({5, 5}, {0, 0}, {10, 0}, estimate(5, 0), "above a level segment");
-  expect_to_line({3, -1}, {0, 9}, {0, 1}, estimate(3, 2), "below it");
+  expect_to_line({-3, 5}, {0, 0}, {10, 0}, estimate(5, 3), "left of a level segment");
+  expect_to_line({3, -1}, {0, 9}, {0, 1}, estimate(3, 2), "below a vertical one");
   expect_to_line({2, 5}, {1, 2}, {5, 4}, estimate(2, 1), "above its foot (3, 3)");
   expect_to_line({6, 7}, {1, 2}, {5, 4}, estimate(3, 1), "past its high end");
 }
